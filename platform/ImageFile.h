@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/Export.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QString>
+
+#include <cstdint>
+
+namespace xov {
+
+/// How a picture is written.
+enum class ImageFormat : std::uint8_t { Tiff, TiffLzw, Jpeg, Png };
+
+/// The bytes of an image file, with the image's resolution in it. Empty, with a line in `error` where one is given,
+/// when the image is null or the format's writer is not installed.
+XOV_EXPORT QByteArray encodeImage(const QImage& image, ImageFormat format, QString* error = nullptr);
+
+/// Writes a whole file or nothing: the bytes go to a temporary file beside it that then takes its place. False, with
+/// one line in `error` that names the file, when that fails; a file that stood there stays as it was. Devices and
+/// pipes are written to as they are.
+XOV_EXPORT bool writeFileAtomically(const QString& path, const QByteArray& bytes, QString* error = nullptr);
+
+} // namespace xov

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/GraphicsContext.h"
+#include "platform/TraceRaster.h"
+
+#include <QRect>
+
+#include <functional>
+
+class QPainter;
+
+namespace xov {
+
+/// A graphics context over a QPainter, for pixels and for paper.
+class PainterContext final : public GraphicsContext {
+public:
+  /// Pixels: `painter` paints on the image behind `target`, whose memory traces are blended into directly.
+  PainterContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target);
+  /// Paper: text stays text, traces are reduced to what a page shows.
+  PainterContext(QPainter& painter, const QTransform& viewToDevice);
+
+protected:
+  void onSave() override;
+  void onRestore() override;
+  void onTransform() override;
+  void onClipRect(const QRectF& rect) override;
+  void onClipPath(const Path& path) override;
+  void onStroke(const Path& path) override;
+  void onFill(const Path& path) override;
+  void onSymbols(const Symbols& symbols) override;
+  void onText(const QString& text, QPointF position, const TextAttributes& attributes) override;
+  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) override;
+
+private:
+  bool onPaper() const { return target_.bits == nullptr; }
+  QTransform toDevice() const { return state().transform * viewToDevice_; }
+  QRectF visibleRect(double lineWidth) const;
+  QRectF clippedRect() const;
+  bool drawUnderClip(const std::function<bool(const PixelTarget&, const QRect& clip)>& draw);
+  void drawSymbolsOnPaper(const Symbols& symbols);
+  void strokeShape(const Path& path);
+  void strokeTracesOnPixels(const Path& path);
+  void strokeTracesPointByPoint(const Path& path);
+  void strokeTracesOnPaper(const Path& path);
+  void drawLine(const QString& line, QPointF baseline, const TextAttributes& attributes);
+
+  QPainter& painter_;
+  QTransform viewToDevice_;
+  PixelTarget target_;
+};
+
+} // namespace xov

@@ -1,0 +1,30 @@
+#include "platform/Symbols.h"
+
+#include <cmath>
+
+namespace xov {
+
+bool Symbols::isEmpty() const {
+  return x == nullptr || y == nullptr || last <= first || !(radius > 0) || !std::isfinite(radius);
+}
+
+bool Symbols::coversWhatIsUnder() const {
+  return fill.isValid() && fill.alpha() == 255 && (!hasOutline() || stroke.alpha() == 255);
+}
+
+std::optional<QPointF> Symbols::center(std::int64_t i) const {
+  const double px = double(x[i] - xOrigin) * xScale + xOffset;
+  const double py = double(y[i] - yOrigin) * yScale + yOffset;
+  if (!std::isfinite(px) || !std::isfinite(py)) return std::nullopt;
+  return QPointF(px, py);
+}
+
+Path Symbols::circle(QPointF center) const {
+  Path path;
+  path.setLineWidth(lineWidth);
+  path.moveTo(center);
+  path.appendOval(QRectF(center.x() - radius, center.y() - radius, 2 * radius, 2 * radius));
+  return path;
+}
+
+} // namespace xov

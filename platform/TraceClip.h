@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QPointF>
+#include <QPolygonF>
+#include <QRectF>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace xov {
+
+/// Collects polylines point by point, cut at a box: what lies outside is replaced by the way along the box's border,
+/// except at the two ends of a line, which are dropped. (Sutherland and Hodgman, Reentrant polygon clipping,
+/// Communications of the ACM 17, 1974, for lines that stay open.)
+class TraceClip {
+public:
+  /// Coordinates are rounded to multiples of `grid`; 0 leaves them as they are.
+  TraceClip(const QRectF& box, double grid);
+
+  void add(QPointF point) { passOn(0, point); }
+  /// Ends the line: the next point starts another.
+  void endLine();
+
+  /// The lines of two points or more so far.
+  std::vector<QPolygonF> takeLines();
+
+private:
+  /// One of the box's four sides: keeps what lies on the inner side of `bound`.
+  struct Side {
+    bool vertical = false; ///< compares x
+    bool upper = false;    ///< keeps what is not greater
+    double bound = 0;
+    std::optional<QPointF> before{};
+
+    bool keeps(QPointF point) const;
+    QPointF crossing(QPointF a, QPointF b) const;
+  };
+
+  void passOn(std::size_t side, QPointF point);
+  void keep(QPointF point);
+
+  std::array<Side, 4> sides_;
+  double grid_ = 0;
+  QPolygonF line_;
+  std::vector<QPolygonF> lines_;
+};
+
+} // namespace xov

@@ -1,0 +1,90 @@
+#include "platform/TraceLayers.h"
+
+#include "platform/TraceDisc.h"
+
+#include <algorithm>
+
+namespace xov {
+
+namespace {
+
+constexpr int kFirstCapacity = 128; // layers, before lines of the same place are united early
+constexpr int kSharedTries = 4;     // layers that are looked at for room before a new one is begun
+// When thousands of lines cross one column, gaps of this many rows between their ink are closed: it bounds how much a
+// sub-column can hold, and a sixteenth of a pixel in one sub-column does not show.
+constexpr float kClosedGap = 1.0F / 16;
+
+} // namespace
+
+int uniteIntervals(RowInterval* intervals, int count, float gap) {
+  if (count < 2) return count;
+  const auto higherUp = [](const RowInterval& a, const RowInterval& b) { return a.low < b.low; };
+  // Lines mostly come in their order down or up the page.
+  if (!std::is_sorted(intervals, intervals + count, higherUp)) {
+    std::reverse(intervals, intervals + count);
+    if (!std::is_sorted(intervals, intervals + count, higherUp)) std::sort(intervals, intervals + count, higherUp);
+  }
+  int last = 0;
+  for (int i = 1; i < count; ++i) {
+    if (intervals[i].low <= intervals[last].high + gap) {
+      intervals[last].high = std::max(intervals[last].high, intervals[i].high);
+    } else {
+      intervals[++last] = intervals[i];
+    }
+  }
+  return last + 1;
+}
+
+void TraceLayers::reset(int subColumns, int rows) {
+  subColumns_ = subColumns;
+  rows_ = rows;
+  capacity_ = kFirstCapacity;
+  usedUntil_.clear();
+}
+
+std::size_t TraceLayers::offset(int layer) const {
+  return static_cast<std::size_t>(layer) * static_cast<std::size_t>(subColumns_);
+}
+
+InkRows TraceLayers::acquire(int begin, int end) {
+  if (count() >= capacity_) compact();
+  int layer = -1;
+  const int oldest = std::max(0, count() - kSharedTries);
+  for (int candidate = count() - 1; candidate >= oldest && layer < 0; --candidate) {
+    if (usedUntil_[static_cast<std::size_t>(candidate)] <= begin) layer = candidate;
+  }
+  if (layer < 0) {
+    layer = count();
+    usedUntil_.push_back(0);
+    const std::size_t needed = 2 * offset(layer + 1);
+    if (values_.size() < needed) values_.resize(needed);
+    std::fill_n(lowOf(layer), subColumns_, kNothingLow);
+    std::fill_n(lowOf(layer) + subColumns_, subColumns_, kNothingHigh);
+  }
+  usedUntil_[static_cast<std::size_t>(layer)] = end;
+  return {lowOf(layer), lowOf(layer) + subColumns_, begin, end};
+}
+
+void TraceLayers::compact() {
+  std::vector<RowInterval> intervals(static_cast<std::size_t>(count()));
+  int kept = 0;
+  const float bottom = static_cast<float>(rows_);
+  for (int j = 0; j < subColumns_; ++j) {
+    int found = 0;
+    for (int layer = 0; layer < count(); ++layer) {
+      const float from = low(layer)[j], to = high(layer)[j];
+      if (from < to && to > 0 && from < bottom) intervals[static_cast<std::size_t>(found++)] = {from, to};
+    }
+    const int united = uniteIntervals(intervals.data(), found, kClosedGap);
+    for (int layer = 0; layer < count(); ++layer) {
+      const bool used = layer < united;
+      lowOf(layer)[j] = used ? intervals[static_cast<std::size_t>(layer)].low : kNothingLow;
+      lowOf(layer)[subColumns_ + j] = used ? intervals[static_cast<std::size_t>(layer)].high : kNothingHigh;
+    }
+    kept = std::max(kept, united);
+  }
+  usedUntil_.assign(static_cast<std::size_t>(kept), subColumns_);
+  capacity_ = std::max(kFirstCapacity, 2 * kept);
+}
+
+} // namespace xov

@@ -1,0 +1,95 @@
+#include "platform/TraceRaster.h"
+
+#include "platform/TraceBlend.h"
+#include "platform/TraceCoverage.h"
+#include "platform/TraceEnvelope.h"
+#include "platform/TraceLayers.h"
+#include "platform/TraceProjection.h"
+#include "platform/TraceStrip.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <vector>
+
+namespace xov {
+
+namespace {
+
+constexpr double kLargestRadius = 64; // pixels; the work for a sub-column grows with the radius
+constexpr double kScaleTolerance = 1e-6;
+constexpr int kWidestStrip = 64; // columns
+constexpr int kNarrowestStrip = 8;
+constexpr int kLayerBudget = 1 << 16; // intervals of a strip that stay in a fast cache
+
+/// The scale of a transform that keeps x rightwards, may mirror y and scales both alike.
+std::optional<double> uniformScale(const QTransform& transform) {
+  const double scale = transform.m11();
+  if (!transform.isAffine() || !(scale > 0) || !std::isfinite(scale)) return std::nullopt;
+  const double tolerance = kScaleTolerance * scale;
+  const bool turned = std::abs(transform.m12()) > tolerance || std::abs(transform.m21()) > tolerance;
+  if (turned || !(std::abs(std::abs(transform.m22()) - scale) <= tolerance)) return std::nullopt;
+  return scale;
+}
+
+/// Sub-columns a pixel. A vertical edge is off by a quarter of one on average, so the more the better; the work grows
+/// with them and with the pen, and few lines leave room for more than many.
+int subColumnsPerPixel(double radius, std::size_t lines) {
+  constexpr std::size_t kFewLines = 4;
+  constexpr int kFinest = 64, kFine = 32, kCoarse = 8;
+  const int finest = lines <= kFewLines ? kFinest : kFine;
+  const double wide = lines <= kFewLines ? 2 : 0.5; // the largest radius for which the finest is affordable
+  const int affordable = static_cast<int>(finest * wide / std::max(radius, wide)) / 2 * 2;
+  return std::clamp(affordable, kCoarse, finest);
+}
+
+/// Strips become narrower as the number of lines grows, so that all of a strip's ink stays at hand.
+int stripColumns(int perColumn, std::size_t traces, double radius) {
+  const auto lines = static_cast<int>(std::min<std::size_t>(traces, kLayerBudget));
+  const int wished = kLayerBudget / (perColumn * std::max(lines, 1));
+  const int narrowest = std::max(kNarrowestStrip, static_cast<int>(2 * radius));
+  return std::clamp(wished, narrowest, std::max(narrowest, kWidestStrip));
+}
+
+} // namespace
+
+bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, const QTransform& viewToDevice,
+                  const QRect& clip, double lineWidth, const QColor& color) {
+  const std::optional<double> scale = uniformScale(viewToDevice);
+  if (!scale) return false;
+  const double radius = lineWidth * *scale / 2;
+  if (radius > kLargestRadius) return false;
+  const QRect visible = clip & QRect(0, 0, target.width, target.height);
+  std::vector<TraceProjection> projections;
+  projections.reserve(traces.size());
+  for (const Trace& trace : traces) {
+    if (trace.isEmpty()) continue;
+    projections.emplace_back(trace, viewToDevice, visible.top(), visible.height());
+    if (!projections.back().grows()) return false;
+    if (projections.back().isEmpty()) projections.pop_back();
+  }
+  const TraceInk ink(color);
+  if (target.bits == nullptr || visible.isEmpty() || projections.empty() || !(radius > 0) || ink.isInvisible()) {
+    return true;
+  }
+
+  TraceStrip strip{visible.left(), 0, subColumnsPerPixel(radius, projections.size()), visible.height(), radius};
+  strip.columns = std::min(stripColumns(strip.perColumn, projections.size(), radius), visible.width());
+  TraceEnvelope envelope(strip);
+  TraceLayers layers;
+  TraceCoverage coverage(strip.columns, strip.rows);
+  for (; strip.left <= visible.right(); strip.left += strip.columns) {
+    strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
+    envelope.moveTo(strip);
+    layers.reset(strip.subColumns(), strip.rows);
+    for (const TraceProjection& projection : projections) envelope.addTrace(projection, layers);
+    coverage.cover(strip, layers);
+    for (int row = coverage.firstRow(); row < coverage.lastRow(); ++row) {
+      uchar* const line = target.bits + (visible.top() + row) * target.bytesPerLine;
+      ink.blend(coverage.row(row), strip.columns, reinterpret_cast<std::uint32_t*>(line) + strip.left);
+    }
+  }
+  return true;
+}
+
+} // namespace xov

@@ -1,0 +1,62 @@
+#include "platform/Typeface.h"
+
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QHash>
+
+#include <algorithm>
+#include <array>
+
+namespace xov {
+
+namespace {
+
+// Fonts with Helvetica's advance widths, best first.
+constexpr std::array kHelveticaTwins = {"Helvetica",       "Nimbus Sans", "Nimbus Sans L", "TeX Gyre Heros",
+                                        "Liberation Sans", "Arial",       "Arimo"};
+
+// A family that several foundries made is listed as "Family [foundry]".
+bool isInstalled(const QString& family) {
+  const QStringList families = QFontDatabase::families();
+  return std::any_of(families.begin(), families.end(), [&](const QString& listed) {
+    return listed.compare(family, Qt::CaseInsensitive) == 0 ||
+           listed.startsWith(family + QLatin1String(" ["), Qt::CaseInsensitive);
+  });
+}
+
+QString installedFamily(const QString& family) {
+  if (isInstalled(family)) return family;
+  for (const char* twin : kHelveticaTwins) {
+    if (isInstalled(QLatin1String(twin))) return QLatin1String(twin);
+  }
+  return QStringLiteral("sans-serif");
+}
+
+} // namespace
+
+const Typeface& Typeface::forFamily(const QString& family) {
+  static QHash<QString, Typeface*> faces;
+  Typeface*& face = faces[family];
+  if (face == nullptr) face = new Typeface(family);
+  return *face;
+}
+
+Typeface::Typeface(const QString& family) : font_(installedFamily(family)) {
+  font_.setPixelSize(kDesignSize);
+  font_.setHintingPreference(QFont::PreferNoHinting);
+  font_.setKerning(false);
+  font_.setStyleStrategy(QFont::PreferOutline);
+}
+
+double Typeface::advance(const QString& line) const {
+  return line.isEmpty() ? 0 : QFontMetricsF(font_).horizontalAdvance(line) / kDesignSize;
+}
+
+QPainterPath Typeface::outline(const QString& line) const {
+  QPainterPath path;
+  path.setFillRule(Qt::WindingFill);
+  if (!line.isEmpty()) path.addText(0, 0, font_, line);
+  return path;
+}
+
+} // namespace xov

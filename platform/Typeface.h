@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QFont>
+#include <QPainterPath>
+#include <QString>
+
+namespace xov {
+
+/// One font family at a large design size, from which all sizes are scaled: hinting, screen resolution and rounding
+/// to pixels never touch a layout.
+class Typeface {
+public:
+  /// The design size in pixels; an em of the scaled fonts.
+  static constexpr int kDesignSize = 1000;
+
+  /// The typeface for a family name, with "Helvetica" (and any family that is missing) resolved to what is installed.
+  /// Typefaces are kept for the life of the process.
+  static const Typeface& forFamily(const QString& family);
+
+  const QFont& font() const { return font_; }
+  /// The advance width of a line in ems.
+  double advance(const QString& line) const;
+  /// The outlines of a line from the origin of its baseline, in design units, y downwards.
+  QPainterPath outline(const QString& line) const;
+
+private:
+  explicit Typeface(const QString& family);
+
+  QFont font_;
+};
+
+} // namespace xov

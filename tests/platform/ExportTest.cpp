@@ -1,0 +1,142 @@
+#include "platform/Colors.h"
+#include "platform/ImageFile.h"
+#include "platform/PdfPage.h"
+#include "platform/PlanarBitmap.h"
+#include "tests/support/Pixels.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImageReader>
+#include <QTemporaryDir>
+#include <QThread>
+
+namespace xov {
+namespace {
+
+using testing::pixelAt;
+
+void drawSample(GraphicsContext& context) {
+  context.setColor(colors::white);
+  context.fillRect({0, 0, 200, 100});
+  context.setColor(colors::red);
+  context.fillRect({0, 0, 50, 50});
+  context.drawText(QStringLiteral("Seismogram 123"), {60, 40}, TextAttributes::helvetica(14));
+}
+
+TEST(PdfPage, isAsLargeAsTheRectangle) {
+  const QByteArray pdf = pdfPage({0, 0, 504, 360}, drawSample);
+  EXPECT_TRUE(pdf.startsWith("%PDF-"));
+  EXPECT_TRUE(pdf.contains("/MediaBox [0 0 504.000000 360.000000]")) << pdf.left(400).constData();
+}
+
+TEST(PdfPage, isOnePage) { EXPECT_TRUE(pdfPage({0, 0, 50, 50}, drawSample).contains("/Count 1")); }
+
+TEST(PdfPage, theSameDrawingGivesTheSameBytesAtAnyTime) {
+  const QByteArray first = pdfPage({0, 0, 200, 100}, drawSample);
+  QThread::msleep(1100); // the date in a PDF counts whole seconds
+  EXPECT_EQ(pdfPage({0, 0, 200, 100}, drawSample), first);
+}
+
+TEST(PdfPage, embedsItsFonts) {
+  const QByteArray pdf = pdfPage({0, 0, 200, 100}, drawSample);
+  EXPECT_TRUE(pdf.contains("/FontFile2") || pdf.contains("/FontFile3"));
+}
+
+TEST(PdfPage, anEmptyRectangleGivesNothing) {
+  EXPECT_TRUE(pdfPage({0, 0, 0, 10}, drawSample).isEmpty());
+  EXPECT_TRUE(pdfPage({0, 0, 10, -10}, drawSample).isEmpty());
+}
+
+QImage sample(double ratio) { return picture({0, 0, 200, 100}, ratio, drawSample); }
+
+TEST(ImageFile, tiffAndPngKeepEveryPixel) {
+  for (ImageFormat format : {ImageFormat::Tiff, ImageFormat::TiffLzw, ImageFormat::Png}) {
+    const QImage read = QImage::fromData(encodeImage(sample(2), format));
+    EXPECT_EQ(read.size(), QSize(400, 200));
+    EXPECT_EQ(testing::differingPixels(read, sample(2)), 0);
+  }
+}
+
+TEST(ImageFile, lzwIsSmallerThanPlainTiff) {
+  EXPECT_LT(encodeImage(sample(1), ImageFormat::TiffLzw).size() * 4,
+            encodeImage(sample(1), ImageFormat::Tiff).size());
+}
+
+TEST(ImageFile, theResolutionIsInTheFile) {
+  for (ImageFormat format : {ImageFormat::Tiff, ImageFormat::Png, ImageFormat::Jpeg}) {
+    const QImage read = QImage::fromData(encodeImage(sample(2), format));
+    EXPECT_NEAR(read.dotsPerMeterX() * 0.0254, 144, 0.6) << int(format);
+  }
+}
+
+TEST(ImageFile, jpegPutsTransparencyOnWhite) {
+  QImage clear(16, 16, QImage::Format_ARGB32_Premultiplied);
+  clear.fill(Qt::transparent);
+  const QImage read = QImage::fromData(encodeImage(clear, ImageFormat::Jpeg));
+  EXPECT_GE(qRed(read.pixel(8, 8)), 250);
+}
+
+TEST(ImageFile, pngKeepsTransparency) {
+  QImage half(2, 2, QImage::Format_ARGB32);
+  half.fill(QColor(255, 0, 0, 100));
+  EXPECT_EQ(qAlpha(QImage::fromData(encodeImage(half, ImageFormat::Png)).pixel(0, 0)), 100);
+}
+
+TEST(ImageFile, aNullImageIsSaidInOneLine) {
+  QString error;
+  EXPECT_TRUE(encodeImage(QImage(), ImageFormat::Png, &error).isEmpty());
+  EXPECT_FALSE(error.isEmpty());
+  EXPECT_FALSE(error.contains(QLatin1Char('\n')));
+}
+
+TEST(AtomicFile, aFolderThatIsNotThereIsSaidWithTheFilesName) {
+  QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("none/plot.pdf"));
+  QString error;
+  EXPECT_FALSE(writeFileAtomically(path, "x", &error));
+  EXPECT_TRUE(error.startsWith(path)) << qPrintable(error);
+}
+
+TEST(AtomicFile, replacesAFileAndLeavesNothingBeside) {
+  QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("plot.bin"));
+  ASSERT_TRUE(writeFileAtomically(path, "old"));
+  ASSERT_TRUE(writeFileAtomically(path, "new"));
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), "new");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST(AtomicFile, aFullDiskIsNoticed) {
+  if (!QFile::exists(QStringLiteral("/dev/full"))) GTEST_SKIP() << "this system has no /dev/full";
+  QString error;
+  EXPECT_FALSE(writeFileAtomically(QStringLiteral("/dev/full"), QByteArray(100000, 'x'), &error));
+  EXPECT_FALSE(error.isEmpty());
+}
+
+TEST(PlanarBitmap, holdsAPlaneOfBytesAChannel) {
+  PlanarBitmap bitmap(3, 2);
+  ASSERT_EQ(bitmap.plane(0).size(), 6u);
+  bitmap.plane(0)[4] = 10; // row 1, column 1
+  bitmap.plane(1)[4] = 20;
+  bitmap.plane(2)[4] = 30;
+  bitmap.plane(3)[4] = 255;
+  const QImage image = bitmap.toImage();
+  EXPECT_EQ(image.pixel(1, 1), qRgba(10, 20, 30, 255));
+  EXPECT_EQ(image.pixel(0, 0), qRgba(0, 0, 0, 0));
+  EXPECT_TRUE(bitmap.plane(4).empty());
+  EXPECT_TRUE(bitmap.plane(-1).empty());
+}
+
+TEST(PlanarBitmap, sizesThatCannotBeHaveNoPixels) {
+  EXPECT_TRUE(PlanarBitmap(0, 5).isNull());
+  EXPECT_TRUE(PlanarBitmap(-1, 5).isNull());
+  EXPECT_TRUE(PlanarBitmap(100000, 100000).isNull());
+  EXPECT_TRUE(PlanarBitmap().toImage().isNull());
+}
+
+} // namespace
+} // namespace xov
