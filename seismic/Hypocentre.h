@@ -1,0 +1,48 @@
+#pragma once
+
+#include "seismic/EventOrigin.h"
+#include "seismic/Undefined.h"
+
+#include <QString>
+
+namespace xov {
+
+/// What is known of an event. Whatever is left out is unknown.
+struct XOV_EXPORT HypocentreValues {
+  QDateTime originTime;                 ///< in any zone
+  float latitudeDeg = kUndefinedValue;  ///< north is positive
+  float longitudeDeg = kUndefinedValue; ///< east is positive
+  float depthKm = kUndefinedValue;      ///< below sea level
+  float mb = kUndefinedValue;           ///< body-wave magnitude
+  float Ms = kUndefinedValue;           ///< surface-wave magnitude
+  float Mw = kUndefinedValue;           ///< moment magnitude
+  float preferredMagnitude =
+      kUndefinedValue; ///< of whatever kind; where unset, Mw, Ms or mb stands in, in this order
+  QString name;        ///< region or title, as the catalogue has it
+};
+
+/// An event held in memory.
+class XOV_EXPORT Hypocentre : public EventOrigin {
+public:
+  explicit Hypocentre(HypocentreValues values = {});
+  ~Hypocentre() override;
+
+  /// The values as given.
+  const HypocentreValues& values() const;
+
+  /// The origin time in UTC; never null.
+  std::shared_ptr<SeisTime> _origin_time() const override;
+  /// The origin time in UTC; invalid when it is not known.
+  QDateTime oDate() const override;
+  /// The preferred magnitude, else Mw, else Ms, else mb; kUndefinedValue when none is known.
+  float magnitude() const override;
+  float mb() const override;
+  float Ms() const override;
+  float Mw() const override;
+
+private:
+  HypocentreValues values_;
+  std::shared_ptr<SeisTime> originTime_;
+};
+
+} // namespace xov

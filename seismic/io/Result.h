@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+
+#include <utility>
+
+namespace xov {
+
+/// Why an operation failed, in one line that is fit for the user: the file, the field or byte offset, what was found
+/// and what was expected.
+struct Error {
+  QString text;
+};
+
+/// A value, or the error that stood in its way. A Result without a value hands out a default-constructed one.
+template <typename T>
+class [[nodiscard]] Result {
+public:
+  Result(T value) : value_(std::move(value)), hasValue_(true) {}
+  Result(Error error) : error_(std::move(error.text)) {}
+
+  bool hasValue() const noexcept { return hasValue_; }
+  explicit operator bool() const noexcept { return hasValue_; }
+  const T& value() const& noexcept { return value_; }
+  T&& value() && noexcept { return std::move(value_); }
+  const T& operator*() const& noexcept { return value_; }
+  const T* operator->() const noexcept { return &value_; }
+  /// The line that says what went wrong; empty when there is a value.
+  const QString& error() const noexcept { return error_; }
+
+private:
+  T value_{};
+  QString error_;
+  bool hasValue_ = false;
+};
+
+/// Success, or the error that stood in its way.
+class [[nodiscard]] Status {
+public:
+  /// Success.
+  Status() = default;
+  Status(Error error) : error_(std::move(error.text)), ok_(false) {}
+
+  explicit operator bool() const noexcept { return ok_; }
+  /// The line that says what went wrong; empty after success.
+  const QString& error() const noexcept { return error_; }
+
+private:
+  QString error_;
+  bool ok_ = true;
+};
+
+} // namespace xov

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QByteArrayView>
+
+#include <optional>
+
+namespace xov {
+
+/// Walks through the lines of a text, which end with LF or CR LF.
+class TextLines {
+public:
+  explicit TextLines(QByteArrayView text) : rest_(text) {}
+
+  /// The next line without its end; nothing after the last one.
+  std::optional<QByteArrayView> next();
+  /// Number of the line that next() returned last, counted from 1; 0 before the first.
+  qint64 number() const { return number_; }
+  /// How many bytes follow that line.
+  qsizetype remaining() const { return rest_.size(); }
+
+private:
+  QByteArrayView rest_;
+  qint64 number_ = 0;
+};
+
+/// `text` without blanks and tabulators at either end.
+QByteArrayView withoutBlanks(QByteArrayView text);
+
+/// Takes the first word off `rest`, and the blanks and tabulators around it; empty when no word is left.
+QByteArrayView takeWord(QByteArrayView& rest);
+
+/// Takes the first `columns` characters off `rest`, or what is left of it, and gives them without blanks around them.
+QByteArrayView takeColumns(QByteArrayView& rest, qsizetype columns);
+
+} // namespace xov
