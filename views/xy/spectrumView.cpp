@@ -1,0 +1,31 @@
+#include "views/xy/spectrumView.h"
+
+#include "platform/Colors.h"
+#include "platform/GraphicsContext.h"
+
+namespace xov {
+
+spectrumView::spectrumView() : theSpectra_(std::make_shared<ChartItems>()), logX_(true), logY_(true) {}
+
+spectrumView::spectrumView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {}
+
+spectrumView::~spectrumView() = default;
+
+void spectrumView::addToTheSpectra(const QVariant& spectrum) {
+  if (theSpectra() && spectrum.isValid()) theSpectra()->push_back(spectrum);
+}
+
+void spectrumView::removeFromTheSpectra(const QVariant& spectrum) {
+  // A copy, since the argument may be an item of the list.
+  const QVariant wanted = spectrum;
+  if (theSpectra()) std::erase(*theSpectra(), wanted);
+}
+
+void spectrumView::drawRect(const QRectF&) {
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  fillWithColorStrokeColor(colors::white, colors::gray);
+  context.restoreState();
+}
+
+} // namespace xov
