@@ -39,15 +39,6 @@ TextAttributes labelAttributes() {
   return attributes ? *attributes : TextAttributes();
 }
 
-QString fromAscii(const char* text) {
-  QString decoded = QString::fromLatin1(text);
-  constexpr char16_t kFirstOutsideAscii = 0x80;
-  for (QChar& c : decoded) {
-    if (c.unicode() >= kFirstOutsideAscii) c = QChar(QChar::ReplacementCharacter);
-  }
-  return decoded;
-}
-
 // How far a string starts left of its point. Codes 4 to 6 take half the height off the horizontal position, too.
 double leftShift(int code, QSizeF box) {
   switch (code) {
@@ -121,7 +112,7 @@ void AFLine(float x, float y) {
 
 void ADrawStr(const char* text, int x, int y) {
   if (text == nullptr) return;
-  const QString string = fromAscii(text);
+  const QString string = QString::fromUtf8(text);
   const TextAttributes attributes = labelAttributes();
   const double left = x - leftShift(gJustify, attributes.size(string));
   GraphicsContext::current().drawText(string, {left, double(y)}, attributes);
@@ -129,7 +120,7 @@ void ADrawStr(const char* text, int x, int y) {
 
 void ADrawStrAtAngle(const char* text, int, int, float) {
   GraphicsContext& context = GraphicsContext::current();
-  if (text != nullptr) context.drawText(fromAscii(text), {0, 0}, labelAttributes());
+  if (text != nullptr) context.drawText(QString::fromUtf8(text), {0, 0}, labelAttributes());
   context.restoreState();
 }
 

@@ -216,7 +216,12 @@ TEST_F(AGraphics, aNullStringDrawsNothing) {
   EXPECT_TRUE(recording_.items().empty());
 }
 
-TEST_F(AGraphics, bytesOutsideAsciiShowAsTheReplacementCharacter) {
+TEST_F(AGraphics, stringsMayHoldCharactersBeyondAscii) {
+  record([] { ADrawStr("30 \xC2\xB0", 0, 0); });
+  EXPECT_EQ(strings(), QStringList{QStringLiteral(u"30 \u00B0")});
+}
+
+TEST_F(AGraphics, bytesThatAreNoCharacterShowAsTheReplacementCharacter) {
   record([] { ADrawStr("a\xE9z", 0, 0); });
   EXPECT_EQ(strings(), QStringList{QStringLiteral(u"a\uFFFDz")});
 }

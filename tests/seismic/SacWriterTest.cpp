@@ -198,7 +198,8 @@ TEST(SacWriter, describesNoSamplesAsUnset) {
 TEST(SacWriter, keepsAlphanumericColumnsApart) {
   SacHeader header = simpleHeader();
   header.kt1 = std::string_view("a\nb\0c", 5);
-  const float negativeNineDigits = -1.17549435e-38F;
+  const float negativeNineDigits =
+      -1.00000205e-27F; // its neighbours are 1e-34 off: eight digits do not tell them apart
   const QByteArray text = written(SacSeismogram(header, std::vector<float>(7, negativeNineDigits)),
                                   {Form::Alphanumeric, QSysInfo::ByteOrder});
   const QByteArrayList lines = text.split('\n');
@@ -209,7 +210,8 @@ TEST(SacWriter, keepsAlphanumericColumnsApart) {
     EXPECT_EQ(lines[i].size(), 50) << i;
   for (int i = 22; i < 30; ++i)
     EXPECT_EQ(lines[i].size(), 24) << i;
-  EXPECT_EQ(lines[0].first(30), "              1 -1.1754944e-38"); // delta, then depmin in eight digits
+  EXPECT_EQ(lines[0].first(25), "              1 -1.000002"); // delta, then depmin in eight digits after a blank
+  EXPECT_EQ(lines[0].sliced(26, 4), "e-27");
   EXPECT_EQ(lines[30].simplified().split(' ').size(), 5);
   EXPECT_EQ(lines[31].size(), 30);
 }
