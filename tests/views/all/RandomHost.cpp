@@ -1,0 +1,82 @@
+#include "tests/views/all/RandomHost.h"
+
+#include <cmath>
+#include <limits>
+
+namespace xov::testing {
+
+float RandomHost::number() {
+  constexpr float kOdd[] = {0,
+                            -0.0f,
+                            1e-38f,
+                            3e38f,
+                            -3e38f,
+                            kUndefinedValue,
+                            std::numeric_limits<float>::quiet_NaN(),
+                            std::numeric_limits<float>::infinity(),
+                            -std::numeric_limits<float>::infinity(),
+                            std::numeric_limits<float>::denorm_min()};
+  if (chance(0.2)) return kOdd[count(int(std::size(kOdd)) - 1)];
+  const double magnitude = std::uniform_real_distribution<double>(-3, 6)(random_);
+  const double sign = chance(0.5) ? 1 : -1;
+  return float(sign * std::pow(10, magnitude));
+}
+
+std::vector<float> RandomHost::samples(int most) {
+  std::vector<float> values(std::size_t(count(most)));
+  const bool odd = chance(0.3);
+  const float scale = number();
+  std::normal_distribution<float> noise;
+  for (float& value : values) value = odd && chance(0.1) ? number() : noise(random_) * scale;
+  return values;
+}
+
+std::shared_ptr<SeismogramRecord> RandomHost::record() {
+  if (chance(0.05)) return nullptr;
+  auto record = std::make_shared<FakeRecord>(samples(3000), chance(0.7) ? 0.05f : number(), chance(0.7) ? 0 : number());
+  record->station = QStringLiteral("STA");
+  record->network = QStringLiteral("XX");
+  record->component = QStringLiteral("BHZ");
+  record->file = QStringLiteral("/data/XX.STA.BHZ.sac");
+  record->arrivalSeconds = number();
+  record->firstArrivalSeconds = chance(0.5) ? 10 : number();
+  record->originSeconds = number();
+  record->distanceDeg = number();
+  record->azimuthDeg = number();
+  record->depthKm = number();
+  for (int key = 0; key < 12; ++key) record->picks[key] = chance(0.5) ? float(count(100)) : number();
+  if (chance(0.2)) record->endSeconds = number();
+  if (chance(0.2)) record->lowest = number();
+  if (chance(0.2)) record->highest = number();
+  return record;
+}
+
+std::shared_ptr<SeismogramArray> RandomHost::records() {
+  auto records = std::make_shared<SeismogramArray>();
+  for (int n = count(8); n > 0; --n) records->push_back(record());
+  return records;
+}
+
+QRectF RandomHost::frame() {
+  if (chance(0.1)) return {0, 0, double(1 + count(3)), double(1 + count(3))};
+  if (chance(0.03)) return {0, 0, 5000, 5000};
+  return {0, 0, double(1 + count(1200)), double(1 + count(900))};
+}
+
+void RandomHost::dress(XOVView& view) {
+  if (chance(0.5)) view.setTitle(QStringLiteral("Random %1 view").arg(number()));
+  if (chance(0.5)) view.setXLabelString(QStringLiteral("Time (s)"));
+  if (chance(0.3)) view.setYLabelString(QString(200, QLatin1Char('y')));
+  if (chance(0.5)) view.setXLimitsMinMax(number(), number());
+  if (chance(0.5)) view.setYLimitsMinMax(number(), number());
+  view.setMinYRange(chance(0.5) ? XOVView::kUnsetRange : number());
+  view.set_fixedXAxisRange(chance(0.5));
+  view.set_fixedYAxisRange(chance(0.5));
+  view.set_showPlotTitle(chance(0.5));
+  view.set_timeStamp(chance(0.3));
+  if (chance(0.2)) view.setLabelFontSize(number());
+  if (chance(0.1)) view.setXAxisPath(nullptr);
+  view.setExportPixelRatio(std::array{1.0, 1.5, 2.0}[std::size_t(count(2))]);
+}
+
+} // namespace xov::testing

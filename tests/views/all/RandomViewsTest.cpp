@@ -1,0 +1,172 @@
+#include "platform/RecordingContext.h"
+#include "seismic/SampledSignal.h"
+#include "seismic/StationObservation.h"
+#include "tests/views/all/RandomHost.h"
+#include "views/seismic/MultiSeisView.h"
+#include "views/seismic/SeisView01.h"
+#include "views/seismic/SeisView02.h"
+#include "views/seismic/ThreeCompView.h"
+#include "views/seismic/uniformTimeSeriesView.h"
+#include "views/seismic/wvfrmView.h"
+#include "views/xy/XOV2DScatterPlotView.h"
+#include "views/xy/XOVHistogramView.h"
+#include "views/xy/spectrumView.h"
+#include "views/xy/xyPlotView.h"
+#include "views/xy/xyScatterPlot.h"
+
+#include <gtest/gtest.h>
+
+#include <any>
+#include <functional>
+
+namespace xov {
+namespace {
+
+using testing::RandomHost;
+
+// A view with the host's data behind it; `data` is what the view only refers to.
+struct Hosted {
+  std::unique_ptr<View> view;
+  std::any data;
+};
+
+using Maker = std::function<Hosted(RandomHost&)>;
+
+template <typename ViewType>
+Hosted dressed(RandomHost& host) {
+  auto view = std::make_unique<ViewType>(host.frame());
+  host.dress(*view);
+  return {std::move(view), {}};
+}
+
+template <typename ViewType>
+Hosted xyView(RandomHost& host) {
+  Hosted hosted = dressed<ViewType>(host);
+  auto& view = static_cast<ViewType&>(*hosted.view);
+  const std::vector<float> x = host.samples(3000);
+  const std::vector<float> y = host.samples(3000);
+  view.setDataPointersXY(x, y);
+  view.setNpts(host.chance(0.7) ? int(std::min(x.size(), y.size())) : host.count(100000) - 10);
+  if (host.chance(0.7)) view.computePlotLimits();
+  return hosted;
+}
+
+Hosted scatterView(RandomHost& host) {
+  Hosted hosted = dressed<XOV2DScatterPlotView>(host);
+  auto& view = static_cast<XOV2DScatterPlotView&>(*hosted.view);
+  if (host.chance(0.9)) {
+    const auto x = std::make_shared<std::vector<float>>(host.samples(3000));
+    const auto y = std::make_shared<std::vector<float>>(host.samples(3000));
+    view.setXpYpNpts(x, y, host.count(4000));
+  }
+  view.setSymbolDiameter(host.chance(0.7) ? 12 : host.number());
+  if (host.chance(0.7)) view.computePlotLimits();
+  return hosted;
+}
+
+Hosted histogramView(RandomHost& host) {
+  Hosted hosted = dressed<XOVHistogramView>(host);
+  auto& view = static_cast<XOVHistogramView&>(*hosted.view);
+  const std::vector<float> values = host.samples(3000);
+  view.setValuesNPts(values.data(), int(values.size()));
+  view.setNBinsMinMax(host.chance(0.9) ? host.count(200) - 5 : 2000000000, host.number(), host.number());
+  view.binValues();
+  return hosted;
+}
+
+template <typename ViewType>
+Hosted stackedView(RandomHost& host) {
+  Hosted hosted = dressed<ViewType>(host);
+  const auto records = host.records();
+  static_cast<ViewType&>(*hosted.view).setWvfrmsArray(records);
+  // Some hosts let go before the view is drawn.
+  if (host.chance(0.9)) hosted.data = records;
+  return hosted;
+}
+
+Hosted multiSeisView(RandomHost& host) {
+  Hosted hosted = stackedView<MultiSeisView>(host);
+  auto& view = static_cast<MultiSeisView&>(*hosted.view);
+  view.setShowZeroLine(host.chance(0.5));
+  if (host.chance(0.3)) view.setPlotGainFactor(host.number());
+  return hosted;
+}
+
+Hosted seisView01(RandomHost& host) {
+  Hosted hosted = stackedView<SeisView01>(host);
+  static_cast<SeisView01&>(*hosted.view).setFillPositive(host.chance(0.5));
+  return hosted;
+}
+
+Hosted seisView02(RandomHost& host) {
+  Hosted hosted = stackedView<SeisView02>(host);
+  static_cast<SeisView02&>(*hosted.view).setplotStyle(host.count(3));
+  return hosted;
+}
+
+Hosted waveformView(RandomHost& host) {
+  Hosted hosted = dressed<wvfrmView>(host);
+  auto& view = static_cast<wvfrmView&>(*hosted.view);
+  const auto records = host.records();
+  view.setWvfrmArray(records);
+  if (host.chance(0.5)) view.setMaxAmplitude(host.number());
+  if (host.chance(0.9)) hosted.data = records;
+  return hosted;
+}
+
+Hosted threeCompView(RandomHost& host) {
+  Hosted hosted = dressed<ThreeCompView>(host);
+  auto& view = static_cast<ThreeCompView&>(*hosted.view);
+  const auto observation = std::make_shared<StationObservation>(host.record(), host.record(), host.record());
+  view.setObservation(observation);
+  view.setSelfScaled(host.chance(0.5));
+  view.setShowMaxAmplitude(host.chance(0.5));
+  view.setOpComparison(host.chance(0.3));
+  if (host.chance(0.9)) hosted.data = observation;
+  return hosted;
+}
+
+Hosted uniformView(RandomHost& host) {
+  Hosted hosted = dressed<uniformTimeSeriesView>(host);
+  auto series = std::make_shared<UniformSignalArray>();
+  for (int n = host.count(4); n > 0; --n) {
+    series->push_back(std::make_shared<SampledSignal>(host.samples(3000), host.number(), QStringLiteral("signal")));
+  }
+  static_cast<uniformTimeSeriesView&>(*hosted.view).setWvfrmArray(series);
+  return hosted;
+}
+
+const std::vector<std::pair<const char*, Maker>>& makers() {
+  static const std::vector<std::pair<const char*, Maker>> all = {
+      {"xyPlotView", xyView<xyPlotView>},        {"xyScatterPlot", xyView<xyScatterPlot>},
+      {"XOV2DScatterPlotView", scatterView},     {"XOVHistogramView", histogramView},
+      {"spectrumView", dressed<spectrumView>},   {"MultiSeisView", multiSeisView},
+      {"SeisView01", seisView01},                {"SeisView02", seisView02},
+      {"wvfrmView", waveformView},               {"ThreeCompView", threeCompView},
+      {"uniformTimeSeriesView", uniformView},
+  };
+  return all;
+}
+
+// Whatever a host does, a view draws into a picture, onto paper and into a recording, and gives the same picture twice.
+TEST(RandomViews, drawWhatTheyCanOfAnything) {
+  for (unsigned seed = 0; seed < 300; ++seed) {
+    RandomHost host(seed);
+    const auto& [name, make] = makers()[seed % makers().size()];
+    SCOPED_TRACE(std::string(name) + " with seed " + std::to_string(seed));
+    Hosted hosted = make(host);
+    const QRectF bounds = hosted.view->bounds();
+    const QImage picture = hosted.view->pictureOfRect(bounds);
+    ASSERT_FALSE(picture.isNull());
+    const double ratio = hosted.view->exportPixelRatio();
+    EXPECT_EQ(picture.size(), QSize(int(std::lround(bounds.width() * ratio)), int(std::lround(bounds.height() * ratio))));
+    EXPECT_TRUE(hosted.view->dataWithPDFInsideRect(bounds).startsWith("%PDF-"));
+    RecordingContext recording;
+    hosted.view->drawInto(recording);
+    EXPECT_FALSE(recording.items().empty());
+    EXPECT_EQ(recording.stateDepth(), 1u);
+  }
+}
+
+} // namespace
+} // namespace xov
