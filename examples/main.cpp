@@ -1,0 +1,79 @@
+#include "examples/synthetic/EventSection.h"
+#include "examples/synthetic/SyntheticDay.h"
+#include "examples/synthetic/XyTables.h"
+#include "seismic/io/SacWriter.h"
+
+#include <QDir>
+#include <QSaveFile>
+
+#include <cstdio>
+
+// Writes the example data: xov_examples OUTDIR. The same files, byte for byte, at every run.
+
+namespace {
+
+using xov::Error;
+using xov::SacSeismogram;
+using xov::Status;
+namespace synthetic = xov::synthetic;
+
+Status makeFolder(const QDir& folder) {
+  if (folder.mkpath(QStringLiteral("."))) return {};
+  return Error{folder.path() + QStringLiteral(": cannot make this folder")};
+}
+
+Status writeText(const QString& path, const QByteArray& text) {
+  QSaveFile file(path);
+  if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit()) return {};
+  return Error{path + QStringLiteral(": ") + file.errorString()};
+}
+
+Status writeSection(const QDir& folder) {
+  if (Status made = makeFolder(folder); !made) return made;
+  const synthetic::SyntheticEvent event = synthetic::sectionEvent();
+  for (const synthetic::Station& station : synthetic::sectionStations()) {
+    for (const std::shared_ptr<SacSeismogram>& trace : synthetic::stationTraces(event, station)) {
+      const QString path = folder.filePath(trace->labelString() + QStringLiteral(".SAC"));
+      if (Status written = writeSac(*trace, path); !written) return written;
+    }
+  }
+  return {};
+}
+
+Status writeDay(const QDir& folder) {
+  if (Status made = makeFolder(folder); !made) return made;
+  int number = 0;
+  for (const std::shared_ptr<SacSeismogram>& trace : synthetic::dayTraces()) {
+    const QString path = folder.filePath(QStringLiteral("%1.%2.SAC").arg(trace->labelString()).arg(++number));
+    if (Status written = writeSac(*trace, path); !written) return written;
+  }
+  return writeText(folder.filePath(QStringLiteral("catalogue.csv")), synthetic::dayCatalogue());
+}
+
+Status writeTables(const QDir& folder) {
+  const QString times = folder.filePath(QStringLiteral("xy_travel_times.txt"));
+  if (Status written = writeText(times, synthetic::travelTimeTable()); !written) return written;
+  return writeText(folder.filePath(QStringLiteral("xy_group_velocity.txt")), synthetic::groupVelocityTable());
+}
+
+Status writeExamples(const QDir& folder) {
+  if (Status written = writeSection(QDir(folder.filePath(QStringLiteral("section")))); !written) return written;
+  if (Status written = writeDay(QDir(folder.filePath(QStringLiteral("day")))); !written) return written;
+  return writeTables(folder);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  constexpr int kFailed = 1;
+  constexpr int kWrongUse = 2;
+  if (argc != 2 || argv[1][0] == '-' || argv[1][0] == '\0') {
+    std::fputs("usage: xov_examples OUTDIR\nWrites example seismograms, a catalogue and tables into OUTDIR.\n",
+               stderr);
+    return kWrongUse;
+  }
+  const Status written = writeExamples(QDir(QString::fromLocal8Bit(argv[1])));
+  if (written) return 0;
+  std::fprintf(stderr, "xov_examples: %s\n", qPrintable(written.error()));
+  return kFailed;
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+namespace xov::synthetic {
+
+enum class SurfaceWave { Rayleigh, Love };
+
+inline constexpr double kShortestSurfacePeriodS = 8.0;
+inline constexpr double kLongestSurfacePeriodS = 250.0;
+
+/// Group velocity in km/s of the fundamental mode at a period of 8 to 250 s; beyond, the value at that end.
+///
+/// The modes are those of IASP91 (see EarthModel.h) with densities of 2.72 and 2.92 g/cm³ in the crust and 3.34
+/// to 4.6 in the mantle, its layers flattened after S. Biswas, L. Knopoff, Bull. Seism. Soc. Am. 60, 1123-1137
+/// (1970), cut into finite elements after J. Lysmer, Bull. Seism. Soc. Am. 60, 89-104 (1970), and rounded to 0.01
+/// km/s.
+double groupVelocity(SurfaceWave wave, double periodS);
+
+} // namespace xov::synthetic
