@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace xov::bench {
+
+/// What one engine needed for one work.
+struct Measurement {
+  std::string work;
+  std::string engine;
+  std::optional<double> milliseconds; ///< median; none when it did not finish
+  double fastest = 0;
+  double slowest = 0;
+  int rounds = 0;
+  double limitSeconds = 0; ///< after which it was stopped
+  double sampleMegabytes = 0;
+  double peakMegabytes = 0; ///< of the process that drew it, samples included
+};
+
+/// A line that names processor and system.
+QString machine();
+
+/// The table with ratios to the scan of the same work.
+QString table(const std::vector<Measurement>& measurements);
+
+QJsonObject json(const std::vector<Measurement>& measurements);
+
+} // namespace xov::bench

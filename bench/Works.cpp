@@ -1,0 +1,77 @@
+#include "bench/Works.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <random>
+
+namespace xov::bench {
+
+namespace {
+
+struct Layout {
+  const char* name;
+  const char* description;
+  QSize size;
+  int rows;
+  std::int64_t samplesPerRow;
+  double deviation; ///< of the noise, in view points
+};
+
+const Layout kLayouts[] = {
+    {"W1", "drum: 24 h at 100 Hz in 24 rows", {1200, 900}, 24, 360000, 15},
+    {"W2", "one panel of 10 million samples", {1200, 600}, 1, 10000000, 60},
+    {"W3", "section: 100 traces of 36,000 samples", {1200, 900}, 100, 36000, 8},
+};
+
+constexpr const char* kRatios[] = {"", "@1.5", "@2"};
+
+// Standard deviation 1; the same numbers on every machine, which std::normal_distribution does not promise.
+std::vector<float> noise(std::size_t count) {
+  std::mt19937 random(2009);
+  std::vector<float> values(count);
+  constexpr double kScale = 1.0 / 4294967296.0;
+  for (float& value : values) {
+    double sum = 0;
+    for (int i = 0; i < 4; ++i)
+      sum += double(random()) * kScale;
+    value = float((sum - 2) * std::sqrt(3.0)); // four uniform numbers have variance 1/3
+  }
+  return values;
+}
+
+} // namespace
+
+std::vector<std::string> workNames() {
+  std::vector<std::string> names;
+  for (const char* ratio : kRatios) {
+    for (const Layout& layout : kLayouts)
+      names.push_back(std::string(layout.name) + ratio);
+  }
+  return names;
+}
+
+Work makeWork(const std::string& name) {
+  Work work;
+  const std::string base = name.substr(0, name.find('@'));
+  for (const Layout& layout : kLayouts) {
+    if (base != layout.name) continue;
+    work.name = name;
+    work.description = layout.description;
+    work.size = layout.size;
+    work.ratio = base == name ? 1 : std::atof(name.c_str() + base.size() + 1);
+    work.samples = noise(std::size_t(layout.rows * layout.samplesPerRow));
+    for (int row = 0; row < layout.rows; ++row) {
+      Trace trace;
+      trace.samples = work.samples.data() + row * layout.samplesPerRow;
+      trace.last = layout.samplesPerRow;
+      trace.time = TraceTime::accumulated(0, 0.01f);
+      trace.xScale = layout.size.width() / (0.01 * double(layout.samplesPerRow));
+      trace.yScale = layout.deviation;
+      trace.yOffset = layout.size.height() * (row + 0.5) / layout.rows;
+      work.traces.push_back(trace);
+    }
+  }
+  return work;
+}
+
+} // namespace xov::bench
