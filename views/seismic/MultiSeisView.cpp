@@ -20,7 +20,6 @@ constexpr float kAxisFontSize = 14;
 
 constexpr double kZeroLineInset = 4;
 constexpr double kZeroLineWidth = 1;
-const std::vector<double> kZeroLineDashes = {0.01, 2.5}; // round dots, 2.51 points apart
 
 constexpr double kArrivalReach = 0.4; // of a slot, to both sides of the zero line
 
@@ -91,7 +90,7 @@ void MultiSeisView::drawZeroLine(double center) {
   context.saveState();
   context.setColor(colors::lightGray);
   strokeDottedLine({pRect_.x() + kZeroLineInset, center}, {pRect_.x() + pRect_.width(), center}, kZeroLineWidth,
-                   kZeroLineDashes);
+                   {dashes.begin(), dashes.end()});
   context.restoreState();
 }
 

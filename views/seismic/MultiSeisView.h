@@ -3,6 +3,7 @@
 #include "platform/Export.h"
 #include "views/seismic/PickedSeismogramView.h"
 
+#include <array>
 #include <memory>
 
 namespace xov {
@@ -17,6 +18,9 @@ namespace xov {
 /// T9 carry the labels stored with them, the first arrival is always "A".
 class XOV_EXPORT MultiSeisView : public PickedSeismogramView {
 public:
+  /// The zero line's dashes in points: with round caps, a row of dots 2.51 points apart.
+  static constexpr std::array<double, 2> dashes = {0.01, 2.5};
+
   explicit MultiSeisView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
   ~MultiSeisView() override;
 

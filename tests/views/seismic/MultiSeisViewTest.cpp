@@ -209,6 +209,22 @@ TEST_F(MultiSeis, marksEachArrivalWithARedTickEvenAnUnsetOne) {
   expectNear(segments[1], {20 - 12345 * 140.0, 285 - 60, 20 - 12345 * 140.0, 285 + 60}, 0.1);
 }
 
+TEST_F(MultiSeis, drawsArrivalsInTheStateThatTheDrawBeganIn) {
+  class Watching : public MultiSeisView {
+  public:
+    using MultiSeisView::MultiSeisView;
+    void drawPicks() override { depth = GraphicsContext::current().stateDepth(); }
+    std::size_t depth = 0;
+  };
+  Watching view(QRectF(0, 0, 600, 400));
+  const Records records = recordsOf({station(QStringLiteral("A"), {0, 1})});
+  view.setWvfrmsArray(records);
+  const GraphicsContext::Pass pass(recording_);
+  const std::size_t before = recording_.stateDepth();
+  view.drawRect(view.bounds());
+  EXPECT_EQ(view.depth, before);
+}
+
 TEST_F(MultiSeis, drawsNoArrivalsWithoutRecords) {
   const GraphicsContext::Pass pass(recording_);
   view_.drawPicks();

@@ -50,9 +50,12 @@ TEST(RecordLimits, widensToTheMinimumRangeOnlyWhenBothExtremesAreSmaller) {
   const RecordLimits widened = limitsOf({withLimits(0, 1, -0.4f, 0.4f)}, 1);
   EXPECT_EQ(widened.amin, -1);
   EXPECT_EQ(widened.amax, 1);
-  const RecordLimits one = limitsOf({withLimits(0, 1, -0.4f, 1.0f)}, 1);
-  EXPECT_EQ(one.amin, -0.4f - 0.05f);
-  EXPECT_EQ(one.amax, 1.05f);
+  const RecordLimits highest = limitsOf({withLimits(0, 1, -0.4f, 1.0f)}, 1);
+  EXPECT_EQ(highest.amin, -0.4f - 0.05f);
+  EXPECT_EQ(highest.amax, 1.05f);
+  const RecordLimits lowest = limitsOf({withLimits(0, 1, -1.0f, 0.4f)}, 1);
+  EXPECT_EQ(lowest.amin, -1.05f);
+  EXPECT_EQ(lowest.amax, 0.4f + 0.05f);
 }
 
 TEST(RecordLimits, addsTheMarginOfTheDataToAWidenedRange) {
@@ -109,7 +112,7 @@ TEST(RecordLimits, agreeWithAReckoningInAnotherOrder) {
       highs.push_back(uniform(random, -0.2f * size, size));
       records.push_back(withLimits(begins.back(), ends.back(), lows.back(), highs.back()));
     }
-    const float minYRange = uniformInt(random, 0, 1) == 0 ? -12345 : 2 * size;
+    const float minYRange = uniformInt(random, 0, 1) == 0 ? -12345 : uniform(random, 0, 2 * size);
     const float low = *std::min_element(lows.begin(), lows.end());
     const float high = *std::max_element(highs.begin(), highs.end());
     const int range = int(high - low);
