@@ -3,6 +3,7 @@
 #include <QPointF>
 #include <QRect>
 
+#include <cstdint>
 #include <vector>
 
 namespace xov {
@@ -11,25 +12,28 @@ namespace xov {
 /// square from (column, row) to (column + 1, row + 1).
 class DiscCoverage {
 public:
-  /// Prepares the cells of a block; the work grows with its width and height, not with their product.
+  /// Names a disc and the block of cells that will be asked for. What a grid line contributes is computed when it is
+  /// first needed, so that a few cells of a large disc cost little.
   void reset(QPointF center, double radius, const QRect& cells);
 
   /// 0 … 1, for a cell of the block.
-  double of(int column, int row) const;
+  double of(int column, int row);
 
 private:
   // A grid line: its distance from the centre, held inside ± the radius, and the integral of the half chord up to it.
   struct Line {
     double at = 0;
     double integral = 0;
+    std::uint64_t disc = 0; // the disc that it was computed for
   };
-  void setLines(std::vector<Line>& lines, double center, int first, int cells) const;
+  const Line& line(std::vector<Line>& lines, int index, double distance) const;
   double areaLeftBelow(const Line& x, const Line& y) const;
   double sampled(int column, int row) const;
 
   QPointF center_;
   double radius_ = 0;
-  double disc_ = 0; // its whole area
+  double area_ = 0; // of the whole disc
+  std::uint64_t disc_ = 0;
   int firstColumn_ = 0;
   int firstRow_ = 0;
   std::vector<Line> columns_;

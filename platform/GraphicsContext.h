@@ -76,7 +76,9 @@ public:
 
   /// Strokes a path with its own width, cap, join and dashes in the stroke colour.
   void strokePath(const Path& path);
-  /// Fills a path under its winding rule in the fill colour; traces of the path are closed and filled, too.
+  /// Fills a path under its winding rule in the fill colour. Each unbroken piece of a trace is closed and filled,
+  /// too; where more than four samples share a quarter of a point, only the first and the last of them count, since a
+  /// stroke of the trace covers what lies between.
   void fillPath(const Path& path);
   /// Strokes the outline of a rectangle, line width 1.
   void strokeRect(const QRectF& rect);

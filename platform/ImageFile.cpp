@@ -5,6 +5,8 @@
 #include <QImageWriter>
 #include <QSaveFile>
 
+#include <cerrno>
+
 namespace xov {
 
 namespace {
@@ -59,6 +61,13 @@ void report(QString* error, const QString& text) {
   if (error != nullptr) *error = text;
 }
 
+// Why writing failed. A flush that fails leaves the reason with the system only.
+QString reasonOf(const QFileDevice& file) {
+  const QString system = qt_error_string(errno);
+  return file.error() == QFileDevice::NoError || file.error() == QFileDevice::UnspecifiedError ? system
+                                                                                               : file.errorString();
+}
+
 // A device or a pipe is written to and never replaced.
 bool writeInPlace(QFile& file, const QByteArray& bytes) {
   return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
@@ -95,12 +104,15 @@ bool writeFileAtomically(const QString& path, const QByteArray& bytes, QString* 
   if (isSpecialFile(path)) {
     QFile device(path);
     if (writeInPlace(device, bytes)) return true;
-    report(error, QStringLiteral("%1: %2").arg(path, device.errorString()));
+    report(error, QStringLiteral("%1: %2").arg(path, reasonOf(device)));
     return false;
   }
+  // The flush comes before the commit: what a full disk leaves in the buffer would otherwise be lost in silence while
+  // the file takes its place.
   QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit()) return true;
-  report(error, QStringLiteral("%1: %2").arg(path, file.errorString()));
+  if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() && file.commit())
+    return true;
+  report(error, QStringLiteral("%1: %2").arg(path, reasonOf(file)));
   return false;
 }
 

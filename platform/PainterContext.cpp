@@ -20,6 +20,8 @@ namespace {
 
 // A trace on paper keeps what a column of a quarter point shows: 288 columns an inch, with full vertical detail.
 constexpr double kPaperColumn = 0.25;
+// Symbols stand on a grid of this many points on paper: shorter files, and a twelfth of a dot at 600 dots an inch.
+constexpr double kPaperStep = 0.01;
 // How far beyond the clip lines are kept, so that ends and joins there do not show: in line widths, and in points.
 constexpr double kMarginWidths = 6;
 constexpr double kMarginPoints = 4;
@@ -27,8 +29,6 @@ constexpr double kMarginPoints = 4;
 constexpr double kMaxDashes = 20000;
 // Points of a trace that go to the general stroker at a time.
 constexpr qsizetype kChunk = 2048;
-// How far beyond the clip a filled trace is followed, in points: far enough that cutting it moves no edge that shows.
-constexpr double kFillMargin = 10000;
 // Coordinates beyond this many pixels would overflow the painter's fixed-point arithmetic.
 constexpr double kPainterLimit = 16000;
 
@@ -260,7 +260,7 @@ void PainterContext::onFill(const Path& path) {
   if (!path.traces().empty()) {
     const QRectF visible = visibleRect(0);
     for (const Trace& trace : path.traces()) {
-      for (const QPolygonF& line : reduceTrace(trace, kPaperColumn, visible, kFillMargin))
+      for (const QPolygonF& line : traceAreas(trace, kPaperColumn, visible))
         shape.addPolygon(line);
     }
   }
@@ -280,8 +280,12 @@ void PainterContext::drawSymbolsOnPaper(const Symbols& symbols) {
   painter_.save();
   painter_.setBrush(symbols.fill.isValid() ? QBrush(symbols.fill) : QBrush(Qt::NoBrush));
   painter_.setPen(symbols.hasOutline() ? tracePen(symbols.circle({}), symbols.stroke) : QPen(Qt::NoPen));
+  QPainterPath circle;
+  circle.addEllipse(QPointF(), symbols.radius, symbols.radius);
+  const auto toPage = [](double coordinate) { return std::round(coordinate / kPaperStep) * kPaperStep; };
   for (const std::int64_t i : symbolsOnPaper(symbols, clippedRect())) {
-    painter_.drawPath(symbols.circle(*symbols.center(i)).shape());
+    const QPointF center = *symbols.center(i);
+    painter_.drawPath(circle.translated(toPage(center.x()), toPage(center.y())));
   }
   painter_.restore();
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <unordered_set>
 
 namespace xov {
@@ -11,8 +12,10 @@ namespace xov {
 namespace {
 
 // Up to so many symbols a page gets every one that reaches into it.
-constexpr std::int64_t kEverySymbol = 4096;
-// Of symbols centred in one cell of this size, in points, a page gets the last.
+constexpr std::size_t kEverySymbol = 4096;
+constexpr std::size_t kMostSymbols = 250000;
+// Of symbols centred in one cell of this size, in points, a page gets the last; the size doubles while more than
+// kMostSymbols are left.
 constexpr double kSamePlace = 0.05;
 // The grid in which hidden symbols are found: fine against a symbol, so that few hidden ones are missed, but no finer
 // than a page shows, and bounded in all.
@@ -28,7 +31,7 @@ double cellSize(const QRectF& area, double radius) {
 // Where symbols have been put already, to kSamePlace.
 class TakenPlaces {
 public:
-  explicit TakenPlaces(QPointF origin) : origin_(origin) {}
+  TakenPlaces(QPointF origin, double cellSize) : origin_(origin), cellSize_(cellSize) {}
   /// False when an earlier call had a place in the same cell.
   bool take(QPointF place) {
     const std::uint64_t column = cell(place.x() - origin_.x());
@@ -37,12 +40,13 @@ public:
   }
 
 private:
-  static std::uint64_t cell(double distance) {
+  std::uint64_t cell(double distance) const {
     constexpr double kFarthest = 2147483647; // cells, a hundred million points
-    return std::uint32_t(std::int64_t(std::floor(std::clamp(distance / kSamePlace, -kFarthest, kFarthest))));
+    return std::uint32_t(std::int64_t(std::floor(std::clamp(distance / cellSize_, -kFarthest, kFarthest))));
   }
 
   QPointF origin_;
+  double cellSize_;
   std::unordered_set<std::uint64_t> taken_;
 };
 
@@ -57,29 +61,42 @@ void closeUnder(OpenCells& cells, const CellDisc& disc) {
     cells.close(row, disc.coveredIn(row, cells.columns()));
 }
 
+// From the last symbol to the first, since the later ones cover the earlier; none when more than kMostSymbols show.
+std::optional<std::vector<std::int64_t>> lastToFirst(const Symbols& symbols, const QRectF& area, double samePlace) {
+  const double radius = symbols.outerRadius();
+  const double cell = cellSize(area, radius);
+  OpenCells open(int(std::ceil(area.width() / cell)), int(std::ceil(area.height() / cell)));
+  TakenPlaces places(area.topLeft(), samePlace);
+  std::vector<std::int64_t> kept;
+  for (std::int64_t i = symbols.last; i-- > symbols.first && open.openCount() > 0;) {
+    const auto center = symbols.center(i);
+    if (!center || !reachesInto(area, *center, radius)) continue;
+    const QPointF inCells = (*center - area.topLeft()) / cell;
+    const CellDisc disc{inCells.x(), inCells.y(), radius / cell};
+    if (!open.anyOpenUnder(disc) || !places.take(*center)) continue;
+    closeUnder(open, disc);
+    if (kept.size() == kMostSymbols) return std::nullopt;
+    kept.push_back(i);
+  }
+  return kept;
+}
+
 } // namespace
 
 std::vector<std::int64_t> symbolsOnPaper(const Symbols& symbols, const QRectF& area) {
   std::vector<std::int64_t> kept;
   if (symbols.isEmpty() || !(area.width() > 0 && area.height() > 0)) return kept;
-  const double radius = symbols.outerRadius();
-  const bool thin = symbols.size() > kEverySymbol && symbols.coversWhatIsUnder();
-  const double cell = cellSize(area, radius);
-  OpenCells open(thin ? int(std::ceil(area.width() / cell)) : 0, thin ? int(std::ceil(area.height() / cell)) : 0);
-  TakenPlaces places(area.topLeft());
-  for (std::int64_t i = symbols.last; i-- > symbols.first;) {
+  for (std::int64_t i = symbols.first; i < symbols.last; ++i) {
     const auto center = symbols.center(i);
-    if (!center || !reachesInto(area, *center, radius)) continue;
-    if (thin) {
-      const QPointF inCells = (*center - area.topLeft()) / cell;
-      const CellDisc disc{inCells.x(), inCells.y(), radius / cell};
-      if (!open.anyOpenUnder(disc) || !places.take(*center)) continue;
-      closeUnder(open, disc);
-    }
-    kept.push_back(i);
+    if (center && reachesInto(area, *center, symbols.outerRadius())) kept.push_back(i);
   }
-  std::reverse(kept.begin(), kept.end());
-  return kept;
+  if (kept.size() <= kEverySymbol || !symbols.coversWhatIsUnder()) return kept;
+  double samePlace = kSamePlace;
+  auto showing = lastToFirst(symbols, area, samePlace);
+  while (!showing)
+    showing = lastToFirst(symbols, area, samePlace *= 2);
+  std::reverse(showing->begin(), showing->end());
+  return *showing;
 }
 
 } // namespace xov

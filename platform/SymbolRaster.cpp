@@ -1,11 +1,13 @@
 #include "platform/SymbolRaster.h"
 
+#include "platform/ClearPlaces.h"
 #include "platform/DiscCoverage.h"
 #include "platform/OpenCells.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace xov {
@@ -15,6 +17,12 @@ namespace {
 // A pixel counts as covered when less than this fraction of what lies further behind would show: an eighth of a
 // level.
 constexpr float kHidden = 1.0f / 2048;
+// A symbol that lays no more than this on any pixel shows nowhere.
+constexpr float kFaintest = 1.0f / 1024;
+// From this radius on, in pixels, places that are known to be covered are remembered, with as much around them as is
+// covered, too: one of these widths.
+constexpr double kLargeRadius = 24;
+constexpr double kClearances[] = {4, 1, 0.25};
 // A picture is drawn in bands of at most this many pixels, 16 bytes each.
 constexpr int kBandPixels = 1 << 21;
 // How far two scales may differ for a circle to stay one.
@@ -61,6 +69,33 @@ std::uint32_t channel(float seen, float through, std::uint32_t pixel, int shift)
   return level << shift;
 }
 
+// How far the nearest and the farthest point of a pixel are from a symbol's centre.
+struct CellDistances {
+  double nearestSquared;
+  double farthestSquared;
+
+  CellDistances(QPointF center, int column, int row) {
+    const double dx = std::abs(column + 0.5 - center.x());
+    const double dy = std::abs(row + 0.5 - center.y());
+    const double nearX = std::max(0.0, dx - 0.5);
+    const double nearY = std::max(0.0, dy - 0.5);
+    nearestSquared = nearX * nearX + nearY * nearY;
+    farthestSquared = (dx + 0.5) * (dx + 0.5) + (dy + 0.5) * (dy + 0.5);
+  }
+};
+
+// One of the circles that bound a symbol's inks.
+struct Disc {
+  double radius = 0;
+  DiscCoverage coverage;
+
+  double squared() const { return radius * radius; }
+  double coverageOf(int column, int row, const CellDistances& to) {
+    if (to.farthestSquared <= squared()) return 1;
+    return to.nearestSquared >= squared() ? 0 : coverage.of(column, row);
+  }
+};
+
 class SymbolPainter {
 public:
   SymbolPainter(const Symbols& symbols, const QTransform& viewToDevice, const QRect& clip)
@@ -73,9 +108,9 @@ public:
         seen_(std::size_t(clip.width()) * std::size_t(clip.height())) {
     const double scale = std::sqrt(std::abs(viewToDevice.determinant()));
     const double halfLine = symbols.hasOutline() ? symbols.lineWidth / 2 : 0;
-    fillRadius_ = symbols.radius * scale;
-    outerRadius_ = (symbols.radius + halfLine) * scale;
-    innerRadius_ = std::max(0.0, (symbols.radius - halfLine) * scale);
+    fill_.radius = symbols.radius * scale;
+    outer_.radius = (symbols.radius + halfLine) * scale;
+    inner_.radius = std::max(0.0, (symbols.radius - halfLine) * scale);
   }
 
   void draw() {
@@ -103,42 +138,56 @@ public:
 
 private:
   void drawOne(QPointF center) {
-    const CellDisc outer{center.x(), center.y(), outerRadius_};
-    if (!open_.anyOpenUnder(outer)) return;
-    const CellDisc inner{center.x(), center.y(), innerRadius_};
-    prepareCoverage(outer, center);
-    const CellSpan rows = outer.touchedRows(open_.rows());
+    const CellDisc disc{center.x(), center.y(), outer_.radius};
+    const CellSpan rows = disc.touchedRows(open_.rows());
+    const CellSpan box = disc.touchedColumns(open_.columns());
+    const bool large = disc.radius >= kLargeRadius;
+    if (large && clear_.contains(center, disc.radius)) return;
+    bool prepared = false;
+    float laid = 0;
     for (int row = rows.first; row < rows.last; ++row) {
-      const CellSpan inside = inner.coveredIn(row, open_.columns());
+      // The box around the disc settles most rows without a square root.
+      if (!open_.anyOpen(row, box)) continue;
+      const CellSpan touched = disc.touchedIn(row, open_.columns());
+      if (!open_.anyOpen(row, touched)) continue;
+      if (!std::exchange(prepared, true)) prepareCoverage(center, rows, box);
       Seen* seen = &seen_[std::size_t(row) * std::size_t(open_.columns())];
-      open_.visitOpen(row, outer.touchedIn(row, open_.columns()), [&](int column) {
-        if (inside.contains(column)) {
-          seen[column].layBehind(fillInk_, 1);
-        } else {
-          drawEdge(seen[column], column, row);
-        }
+      open_.visitOpen(row, touched, [&](int column) {
+        const float through = seen[column].through;
+        layBehind(seen[column], center, column, row);
+        laid = std::max(laid, through - seen[column].through);
         return seen[column].through < kHidden;
       });
     }
+    if (large && laid <= kFaintest) rememberClear(disc);
   }
 
-  void prepareCoverage(const CellDisc& outer, QPointF center) {
-    const CellSpan rows = outer.touchedRows(open_.rows());
-    const CellSpan columns = outer.touchedColumns(open_.columns());
+  void rememberClear(CellDisc disc) {
+    const double radius = disc.radius;
+    for (const double clearance : kClearances) {
+      disc.radius = radius + clearance;
+      if (!open_.anyOpenUnder(disc)) return clear_.add({disc.x, disc.y}, disc.radius);
+    }
+    clear_.add({disc.x, disc.y}, radius);
+  }
+
+  void prepareCoverage(QPointF center, CellSpan rows, CellSpan columns) {
     const QRect cells(columns.first, rows.first, columns.last - columns.first, rows.last - rows.first);
-    fillCoverage_.reset(center, fillRadius_, cells);
-    if (!symbols_.hasOutline()) return;
-    outerCoverage_.reset(center, outerRadius_, cells);
-    innerCoverage_.reset(center, innerRadius_, cells);
+    fill_.coverage.reset(center, fill_.radius, cells);
+    outer_.coverage.reset(center, outer_.radius, cells);
+    inner_.coverage.reset(center, inner_.radius, cells);
   }
 
   // Front to back, the outline comes before the fill that it was stroked over.
-  void drawEdge(Seen& seen, int column, int row) const {
+  void layBehind(Seen& seen, QPointF center, int column, int row) {
+    const CellDistances to(center, column, row);
+    if (to.farthestSquared <= inner_.squared()) return seen.layBehind(fillInk_, 1);
     if (symbols_.hasOutline()) {
-      const double line = outerCoverage_.of(column, row) - innerCoverage_.of(column, row);
+      const double line = outer_.coverageOf(column, row, to) - inner_.coverageOf(column, row, to);
       seen.layBehind(strokeInk_, float(std::clamp(line, 0.0, 1.0)));
+      if (seen.through < kHidden) return;
     }
-    seen.layBehind(fillInk_, float(fillCoverage_.of(column, row)));
+    seen.layBehind(fillInk_, float(fill_.coverageOf(column, row, to)));
   }
 
   const Symbols& symbols_;
@@ -146,14 +195,12 @@ private:
   const QRect clip_;
   const Ink fillInk_;
   const Ink strokeInk_;
-  double fillRadius_ = 0;
-  double outerRadius_ = 0;
-  double innerRadius_ = 0;
-  DiscCoverage fillCoverage_;
-  DiscCoverage outerCoverage_;
-  DiscCoverage innerCoverage_;
+  Disc fill_;  // up to the middle of the outline
+  Disc outer_; // up to its outer edge
+  Disc inner_; // up to its inner edge
   OpenCells open_;
   std::vector<Seen> seen_;
+  ClearPlaces clear_;
 };
 
 bool keepsCircles(const QTransform& t) {

@@ -5,8 +5,9 @@
 
 namespace xov {
 
-TraceClip::TraceClip(const QRectF& box, double grid)
-    : sides_{Side{true, false, box.left()}, Side{true, true, box.right()}, Side{false, false, box.top()},
+TraceClip::TraceClip(const QRectF& box, double grid, Shape shape)
+    : shape_(shape),
+      sides_{Side{true, false, box.left()}, Side{true, true, box.right()}, Side{false, false, box.top()},
              Side{false, true, box.bottom()}},
       grid_(grid) {}
 
@@ -26,6 +27,7 @@ void TraceClip::passOn(std::size_t index, QPointF point) {
   const bool kept = side.keeps(point);
   if (side.before && side.keeps(*side.before) != kept) passOn(index + 1, side.crossing(*side.before, point));
   side.before = point;
+  if (!side.first) side.first = point;
   if (kept) passOn(index + 1, point);
 }
 
@@ -34,8 +36,21 @@ void TraceClip::keep(QPointF point) {
   if (line_.isEmpty() || line_.last() != point) line_ << point;
 }
 
+// The way from the last point back to the first; each side hands its crossing on before the next one closes.
+void TraceClip::close() {
+  for (std::size_t i = 0; i < sides_.size(); ++i) {
+    const Side& side = sides_[i];
+    if (!side.before || side.keeps(*side.before) == side.keeps(*side.first)) continue;
+    passOn(i + 1, side.crossing(*side.before, *side.first));
+  }
+}
+
 void TraceClip::endLine() {
-  for (Side& side : sides_) side.before.reset();
+  if (shape_ == Shape::Polygon) close();
+  for (Side& side : sides_) {
+    side.before.reset();
+    side.first.reset();
+  }
   if (line_.size() > 1) lines_.push_back(line_);
   line_.clear();
 }

@@ -10,13 +10,18 @@
 
 namespace xov {
 
-/// Collects polylines point by point, cut at a box: what lies outside is replaced by the way along the box's border,
-/// except at the two ends of a line, which are dropped. (Sutherland and Hodgman, Reentrant polygon clipping,
-/// Communications of the ACM 17, 1974, for lines that stay open.)
+/// Collects polylines or polygons point by point, cut at a box: what lies outside is replaced by the way along the
+/// box's border, except at the two ends of a line, which are dropped. A polygon winds about every place inside the
+/// box as often as before. (Sutherland and Hodgman, Reentrant polygon clipping, Communications of the ACM 17, 1974,
+/// for lines that stay open.)
 class TraceClip {
 public:
+  enum class Shape {
+    Line,    ///< open at both ends
+    Polygon, ///< closed from its last point to its first
+  };
   /// Coordinates are rounded to multiples of `grid`; 0 leaves them as they are.
-  TraceClip(const QRectF& box, double grid);
+  TraceClip(const QRectF& box, double grid, Shape shape = Shape::Line);
 
   void add(QPointF point) { passOn(0, point); }
   /// Ends the line: the next point starts another.
@@ -32,6 +37,7 @@ private:
     bool upper = false;    ///< keeps what is not greater
     double bound = 0;
     std::optional<QPointF> before{};
+    std::optional<QPointF> first{};
 
     bool keeps(QPointF point) const;
     QPointF crossing(QPointF a, QPointF b) const;
@@ -39,7 +45,9 @@ private:
 
   void passOn(std::size_t side, QPointF point);
   void keep(QPointF point);
+  void close();
 
+  Shape shape_;
   std::array<Side, 4> sides_;
   double grid_ = 0;
   QPolygonF line_;

@@ -23,19 +23,23 @@ public:
   int lastRow() const { return lastRow_; }
 
 private:
-  void addColumn(const TraceStrip& strip, const TraceLayers& layers, int column);
-  void addInterval(float low, float high);
-  void finishColumn(int column, int perColumn);
+  void sortLayers(const TraceLayers& layers);
+  void uniteOneByOne(int firstSub, int perColumn);
 
   int columns_ = 0;
   int rows_ = 0;
   int firstRow_ = 0;
   int lastRow_ = 0;
-  int columnTop_ = 0;
-  int columnBottom_ = 0;
   std::vector<std::uint8_t> pixels_;
-  std::vector<std::int32_t> changes_; // of the coverage from one row to the next, in one column of pixels
+  std::vector<std::int64_t> changes_; // of the ink in one column of pixels, see TraceUnion.h
   std::vector<RowInterval> intervals_;
+  struct Layer {
+    const float* low = nullptr;
+    const float* high = nullptr;
+    float place = 0;
+  };
+  std::vector<Layer> order_;
+  std::vector<const float*> lows_, highs_;
 };
 
 } // namespace xov

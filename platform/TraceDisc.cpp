@@ -9,17 +9,12 @@ namespace xov {
 
 namespace {
 
-// How much further away from a sub-column's middle than the middle of its neighbour the neighbour's extremes are taken
-// to lie, in sub-columns. A smooth curve has them on the far border, half a sub-column further; a little less fits
-// turning points. Tips lie anywhere, so that the distance of the middles is right on average; a little more
+// How much further away from a sub-column's middle than the middle of its neighbour the neighbour's extremes are
+// taken to lie, in sub-columns. A smooth curve has them on the far border, half a sub-column further; a little less
+// fits turning points. Tips lie anywhere, so that the distance of the middles is right on average; a little more
 // makes up for the disc being round.
-#ifdef TUNE
-const double kSmoothDistance = atof(getenv("XS"));
-const double kTipDistance = atof(getenv("XT"));
-#else
 constexpr double kSmoothDistance = 0.4;
 constexpr double kTipDistance = 0.1;
-#endif
 
 struct Pen {
   const float* heights;
@@ -75,7 +70,8 @@ XOV_INLINE void widenCurveWith(const Pen& pen, const float* curveLow, const floa
 }
 
 XOV_VECTOR_FUNCTION(void, widenCurve,
-                    (const Pen& pen, const float* curveLow, const float* curveHigh, int count, float* low, float* high),
+                    (const Pen& pen, const float* curveLow, const float* curveHigh, int count, float* low,
+                     float* high),
                     (pen, curveLow, curveHigh, count, low, high))
 
 } // namespace

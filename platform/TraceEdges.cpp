@@ -1,5 +1,7 @@
 #include "platform/TraceEdges.h"
 
+#include "platform/TraceVector.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,6 +11,35 @@ namespace {
 
 // Rounded times may lie this far from their straight piece, in sub-columns, before each is looked up by itself.
 constexpr double kStraightTolerance = 0.125;
+
+/// Splits positions start + k · step, 0 <= k < count, into the whole number above, held between two bounds, and how
+/// far the position has come towards it.
+template <class Vector>
+XOV_INLINE void writePositionsWith(double start, double step, int count, std::int32_t lowest, std::int32_t highest,
+                                   std::int32_t* index, float* fraction) {
+  int k = 0;
+  for (; k + 8 <= count; k += 8) {
+    Double8 position = (Double8{0, 1, 2, 3, 4, 5, 6, 7} + double(k)) * step + start;
+    keepGreater(position, Double8{} + double(lowest - 1));
+    keepSmaller(position, Double8{} + double(highest));
+    Int8 sample = __builtin_convertvector(position, Int8) + 1;
+    keepSmaller(sample, Int8{} + highest);
+    storeVector(sample, index + k);
+    if (fraction == nullptr) continue;
+    const Float8 along = __builtin_convertvector(position - __builtin_convertvector(sample - 1, Double8), Float8);
+    storeVector(along, fraction + k);
+  }
+  for (; k < count; ++k) {
+    const double position = std::clamp(start + k * step, double(lowest - 1), double(highest));
+    const std::int32_t sample = std::min(static_cast<std::int32_t>(position) + 1, highest);
+    index[k] = sample;
+    if (fraction != nullptr) fraction[k] = static_cast<float>(position - double(sample - 1));
+  }
+}
+XOV_VECTOR_FUNCTION(void, writePositions,
+                    (double start, double step, int count, std::int32_t lowest, std::int32_t highest,
+                     std::int32_t* index, float* fraction),
+                    (start, step, count, lowest, highest, index, fraction))
 
 struct EdgeWriter {
   const TraceProjection& projection;
@@ -32,21 +63,13 @@ struct EdgeWriter {
   void writeStraight(int slot, int firstEdge, int count, const TimePiece& piece) const {
     const double left = projection.columnOfTime(piece.start);
     const double width = piece.step * projection.columnsPerTime();
+    const double base = double(piece.first - range.begin);
+    const double start = (edge(firstEdge) - left) / width + base;
     const double perEdge = strip.subWidth() / width;
-    const double start = (edge(firstEdge) - left) / width;
-    const std::int64_t base = piece.first - range.begin;
-    const std::int64_t lowest = std::max<std::int64_t>(base + 1, 1);
-    const std::int64_t highest = std::min(base + piece.count - 1, range.size() - 1);
-    for (int k = 0; k < count; ++k) {
-      const double position = start + k * perEdge;
-      auto whole = static_cast<std::int64_t>(position);
-      whole += double(whole) < position;
-      const std::int64_t sample = std::clamp(whole + base, lowest, highest);
-      index[slot + k] = static_cast<std::int32_t>(sample);
-      if (fraction == nullptr) continue;
-      const double along = position - double(sample - base - 1);
-      fraction[slot + k] = static_cast<float>(std::clamp(along, 0.0, 1.0));
-    }
+    const auto lowest = static_cast<std::int32_t>(std::max(base, 0.0)) + 1;
+    const auto highest = static_cast<std::int32_t>(std::min(base + double(piece.count), double(range.size()))) - 1;
+    writePositions(start, perEdge, count, lowest, std::max(lowest, highest), index + slot,
+                   fraction == nullptr ? nullptr : fraction + slot);
   }
 };
 
@@ -65,8 +88,10 @@ void findOneByOne(const EdgeWriter& write, int firstEdge, int count) {
     std::int64_t high = std::min(low + step, lastSample);
     while (low < high) {
       const std::int64_t middle = low + (high - low) / 2;
-      if (write.projection.column(middle) < edge) low = middle + 1;
-      else high = middle;
+      if (write.projection.column(middle) < edge)
+        low = middle + 1;
+      else
+        high = middle;
     }
     sample = low;
     write.writeBetween(k, firstEdge + k, sample);
@@ -75,8 +100,8 @@ void findOneByOne(const EdgeWriter& write, int firstEdge, int count) {
 
 } // namespace
 
-void findEdges(const TraceProjection& projection, const TraceStrip& strip, SampleRange range, int firstEdge, int count,
-               std::int32_t* index, float* fraction) {
+void findEdges(const TraceProjection& projection, const TraceStrip& strip, SampleRange range, int firstEdge,
+               int count, std::int32_t* index, float* fraction) {
   const EdgeWriter write{projection, strip, range, index, fraction};
   if (!projection.isStraight(range.begin, range.end - 1, kStraightTolerance * strip.subWidth())) {
     return findOneByOne(write, firstEdge, count);
@@ -91,7 +116,7 @@ void findEdges(const TraceProjection& projection, const TraceStrip& strip, Sampl
       write.writeBetween(done, firstEdge + done, std::min(piece.first, range.end - 1));
       ++done;
     }
-    if (piece.count < 2 || piece.step <= 0) continue;
+    if (piece.count < 2 || !(piece.step * projection.columnsPerTime() > 0)) continue;
     const double right = projection.columnOfTime(piece.start + double(piece.count - 1) * piece.step);
     const bool isLast = piece.first + piece.count >= range.end;
     const double reach = (right - strip.curveEdge(firstEdge)) / strip.subWidth();
@@ -101,7 +126,8 @@ void findEdges(const TraceProjection& projection, const TraceStrip& strip, Sampl
     write.writeStraight(done, firstEdge + done, through - done, piece);
     done = through;
   }
-  for (; done < count; ++done) write.writeBetween(done, firstEdge + done, range.end - 1);
+  for (; done < count; ++done)
+    write.writeBetween(done, firstEdge + done, range.end - 1);
 }
 
 } // namespace xov

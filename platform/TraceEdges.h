@@ -16,8 +16,8 @@ struct SampleRange {
 };
 
 /// For the edges between sub-columns firstEdge <= j < firstEdge + count, which must lie right of the range's first
-/// sample and not right of its last: writes to `index` the first sample at or right of the edge, counted from
-/// range.begin (so it is at least 1), and to `fraction`, unless it is null, how far along the segment that ends there
+/// sample and not right of its last: writes to `index` the sample at which the segment ends that crosses the edge,
+/// counted from range.begin (so it is at least 1), and to `fraction`, unless it is null, how far along that segment
 /// the edge lies, 0 to 1.
 void findEdges(const TraceProjection& projection, const TraceStrip& strip, SampleRange range, int firstEdge,
                int count, std::int32_t* index, float* fraction);

@@ -1,5 +1,6 @@
 #include "platform/TraceEnvelope.h"
 
+#include "platform/TraceCurve.h"
 #include "platform/TraceScan.h"
 
 #include <algorithm>
@@ -13,35 +14,24 @@ namespace {
 constexpr double kSparse = 0.2;
 // From this many samples a sub-column on, its extremes are those of its samples: where the curve crosses the borders
 // makes no difference any more.
-constexpr double kDense = 6;
+constexpr double kDense = 4;
 // Where neighbouring sub-columns share less than this part of their extent, the curve is smooth.
 constexpr float kSmoothOverlap = 0.25F;
 // Samples that are looked at together; indices inside such a stretch fit 32 bits.
 constexpr std::int64_t kLongestWindow = std::int64_t(1) << 28;
 
-/// Turns the extremes of values into those of rows; a block without samples stays empty.
-void orderRows(const TraceRows& toRow, float* low, float* high, int count) {
-  for (int k = 0; k < count; ++k) {
-    if (low[k] > high[k]) {
-      low[k] = kNothingLow;
-      high[k] = kNothingHigh;
-      continue;
-    }
-    const float a = toRow(low[k]), b = toRow(high[k]);
-    low[k] = std::min(a, b);
-    high[k] = std::max(a, b);
-  }
-}
-
 } // namespace
 
 TraceEnvelope::TraceEnvelope(const TraceStrip& strip)
-    : strip_(strip), smooth_(strip.radius, strip.perColumn, TraceDisc::Curve::Smooth),
-      tips_(strip.radius, strip.perColumn, TraceDisc::Curve::Tips), padding_(reach() + 2) {
+    : strip_(strip),
+      smooth_(strip.radius, strip.perColumn, TraceDisc::Curve::Smooth),
+      tips_(strip.radius, strip.perColumn, TraceDisc::Curve::Tips),
+      padding_(reach() + 2) {
   const auto size = static_cast<std::size_t>(strip.subColumns() + 2 * padding_ + 2);
-  curveLow_.resize(size + static_cast<std::size_t>(4 * reach()));
+  curveLow_.resize(size + static_cast<std::size_t>(4 * reach() + TraceDisc::kSlack));
   curveHigh_.resize(curveLow_.size());
-  fraction_.resize(size);
+  for (std::vector<float>* values : {&fraction_, &before_, &after_, &edges_})
+    values->resize(size);
   cuts_.resize(size);
   moveTo(strip);
 }
@@ -106,23 +96,26 @@ bool TraceEnvelope::addLine(const TraceProjection& projection, TraceLayers& laye
   const int lastSub = curve.size() > 0 ? subColumnOf(projection.column(curve.end - 1)) : 0;
   const bool sparse = double(curve.size()) < kSparse * (lastSub - firstSub + 1);
   if (curve.size() > 0 && sparse) {
-    rows_.resize(static_cast<std::size_t>(curve.size()));
-    const bool finite = findRows(projection.samples() + curve.begin, static_cast<int>(curve.size()),
-                                 projection.rows(), rows_.data());
+    if (rows_.size() < static_cast<std::size_t>(curve.size())) rows_.resize(static_cast<std::size_t>(curve.size()));
+    const bool finite =
+        findRows(projection.samples() + curve.begin, static_cast<int>(curve.size()), projection.rows(), rows_.data());
     if (!finite) return false;
   } else if (curve.size() > 0 && !curveExtremes(projection, curve, firstSub, lastSub)) {
     return false;
   }
 
   const InkRows ink = layers.acquire(begin, end);
-  if (curve.size() > 0 && sparse) {
-    addSegments(projection, curve, ink);
-  } else if (curve.size() > 0) {
-    const int from = std::max(begin, firstSub - reach());
-    const int count = std::min(end, lastSub + reach() + 1) - from;
-    if (count > 0) disc_->widen(&curveLow_[slot(from)], &curveHigh_[slot(from)], count, ink.low + from, ink.high + from);
+  const bool widens = curve.size() > 0 && !sparse;
+  const int from = widens ? std::clamp(firstSub - reach(), begin, end) : end;
+  const int to = widens ? std::clamp(lastSub + reach() + 1, from, end) : end;
+  ink.clear(begin, from);
+  ink.clear(to, end);
+  if (from < to) {
+    disc_->widen(&curveLow_[slot(from)], &curveHigh_[slot(from)], to - from, ink.low + from, ink.high + from);
   }
+  if (curve.size() > 0 && sparse) addSegments(projection, curve, ink);
   addButts(projection, line, ink);
+  layers.commit(ink);
   return true;
 }
 
@@ -147,7 +140,8 @@ void TraceEnvelope::addButts(const TraceProjection& projection, const Line& line
   }
 }
 
-/// Fills the curve's extremes for sub-columns firstSub to lastSub, and with nothing as far as the disc reaches beyond.
+/// Fills the curve's extremes for sub-columns firstSub to lastSub, and with nothing as far as the disc reaches
+/// beyond.
 bool TraceEnvelope::curveExtremes(const TraceProjection& projection, SampleRange curve, int firstSub, int lastSub) {
   const int blocks = lastSub - firstSub + 1;
   const bool dense = double(curve.size()) >= kDense * blocks &&
@@ -167,24 +161,50 @@ bool TraceEnvelope::curveExtremes(const TraceProjection& projection, SampleRange
   const float* const samples = projection.samples() + curve.begin;
   float* const low = &curveLow_[from];
   float* const high = &curveHigh_[from];
-  if (!findBlockExtremes(samples, cuts_.data(), blocks, low, high)) return false;
-  orderRows(projection.rows(), low, high, blocks);
-  if (!dense) includeEdges(projection.rows(), samples, blocks, low, high);
+  bool finite = false;
+  if (dense) {
+    finite = findBlockExtremes(samples, cuts_.data(), blocks, low, high);
+    if (finite) orderRows(projection.rows(), low, high, blocks);
+  } else if (curve.size() <= kDense * 2 * blocks) {
+    finite = cutExtremes(projection.rows(), samples, static_cast<int>(curve.size()), blocks, low, high);
+  } else {
+    finite = unevenExtremes(projection.rows(), samples, blocks, low, high);
+  }
+  if (!finite) return false;
   disc_ = findOverlap(low, high, blocks) < kSmoothOverlap ? &smooth_ : &tips_;
   return true;
 }
 
-/// Takes in where the curve crosses the edges between sub-columns.
-void TraceEnvelope::includeEdges(const TraceRows& toRow, const float* samples, int blocks, float* low, float* high) {
+/// The extremes of a curve that is cut at the edges between sub-columns.
+bool TraceEnvelope::cutExtremes(const TraceRows& toRow, const float* samples, int count, int blocks, float* low,
+                                float* high) {
+  if (rows_.size() < static_cast<std::size_t>(count)) rows_.resize(static_cast<std::size_t>(count));
+  if (!findRows(samples, count, toRow, rows_.data())) return false;
+  const std::int32_t* const cuts = cuts_.data();
+  findEdgeRows(rows_.data(), cuts, fraction_.data(), blocks, before_.data(), after_.data(), edges_.data());
+  if (blocks > 2 && largestBlock(cuts, blocks) <= 2) {
+    findShortBlocks(cuts, before_.data(), after_.data(), edges_.data(), blocks, low, high);
+    findBlockExtremes(rows_.data(), cuts, 1, low, high);
+    findBlockExtremes(rows_.data(), cuts + blocks - 1, 1, low + blocks - 1, high + blocks - 1);
+  } else {
+    findBlockExtremes(rows_.data(), cuts, blocks, low, high);
+  }
+  includeEdgeRows(edges_.data(), blocks, low, high);
+  return true;
+}
+
+/// The same for times so uneven that some sub-columns hold very many samples and others none.
+bool TraceEnvelope::unevenExtremes(const TraceRows& toRow, const float* samples, int blocks, float* low,
+                                   float* high) {
+  if (!findBlockExtremes(samples, cuts_.data(), blocks, low, high)) return false;
+  orderRows(toRow, low, high, blocks);
   for (int k = 1; k < blocks; ++k) {
     const auto e = static_cast<std::size_t>(k);
     const float before = toRow(samples[cuts_[e] - 1]), after = toRow(samples[cuts_[e]]);
-    const float row = before + fraction_[e] * (after - before);
-    for (const int side : {k - 1, k}) {
-      low[side] = std::min(low[side], row);
-      high[side] = std::max(high[side], row);
-    }
+    edges_[e] = before + fraction_[e] * (after - before);
   }
+  includeEdgeRows(edges_.data(), blocks, low, high);
+  return true;
 }
 
 } // namespace xov

@@ -39,7 +39,8 @@ private:
   bool curveExtremes(const TraceProjection& projection, SampleRange curve, int firstSub, int lastSub);
   void addSegments(const TraceProjection& projection, SampleRange curve, const InkRows& ink) const;
   void addButts(const TraceProjection& projection, const Line& line, const InkRows& ink) const;
-  void includeEdges(const TraceRows& toRow, const float* samples, int blocks, float* low, float* high);
+  bool cutExtremes(const TraceRows& toRow, const float* samples, int count, int blocks, float* low, float* high);
+  bool unevenExtremes(const TraceRows& toRow, const float* samples, int blocks, float* low, float* high);
   TracePoint point(const TraceProjection& projection, std::int64_t i) const;
   int reach() const { return smooth_.reach(); }
   int subColumnOf(double column) const;
@@ -48,9 +49,9 @@ private:
   TraceStrip strip_;
   TraceDisc smooth_, tips_;
   const TraceDisc* disc_ = nullptr; // the one that suits the curve at hand
-  int padding_ = 0; // sub-columns left and right of the strip that the disc reaches from
+  int padding_ = 0;                 // sub-columns left and right of the strip that the disc reaches from
   std::vector<float> curveLow_, curveHigh_;
-  std::vector<float> fraction_;
+  std::vector<float> fraction_, before_, after_, edges_; // of the curve at the edges between sub-columns
   std::vector<std::int32_t> cuts_;
   std::vector<float> rows_;
 };

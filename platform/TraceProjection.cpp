@@ -26,8 +26,11 @@ float TraceRows::operator()(float value) const {
 
 TraceProjection::TraceProjection(const Trace& trace, const QTransform& viewToDevice, double clipTop,
                                  double clipHeight)
-    : trace_(trace), timeline_(trace), columnScale_(trace.xScale * viewToDevice.m11()),
-      columnOffset_(trace.xOffset * viewToDevice.m11() + viewToDevice.dx()), first_(timeline_.first()),
+    : trace_(trace),
+      timeline_(trace),
+      columnScale_(trace.xScale * viewToDevice.m11()),
+      columnOffset_(trace.xOffset * viewToDevice.m11() + viewToDevice.dx()),
+      first_(timeline_.first()),
       last_(timeline_.last()) {
   const bool drawable = std::isfinite(columnScale_) && std::isfinite(columnOffset_) && std::isfinite(trace.tOrigin) &&
                         std::isfinite(trace.vOrigin) && std::isfinite(trace.yScale * viewToDevice.m22()) &&
@@ -95,8 +98,10 @@ std::int64_t TraceProjection::firstAtOrAfter(double wanted) const {
   }
   while (low < high) {
     const std::int64_t middle = low + (high - low) / 2;
-    if (column(middle) < wanted) low = middle + 1;
-    else high = middle;
+    if (column(middle) < wanted)
+      low = middle + 1;
+    else
+      high = middle;
   }
   return low;
 }
@@ -104,8 +109,8 @@ std::int64_t TraceProjection::firstAtOrAfter(double wanted) const {
 bool TraceProjection::isStraight(std::int64_t a, std::int64_t b, double tolerance) const {
   if (pieces().empty()) return false;
   const double origin = double(trace_.tOrigin);
-  const double largest = std::max(std::abs(double(timeline_.time(a)) - origin),
-                                  std::abs(double(timeline_.time(b)) - origin));
+  const double largest =
+      std::max(std::abs(double(timeline_.time(a)) - origin), std::abs(double(timeline_.time(b)) - origin));
   if (largest > double(kLargest)) return false;
   return (timeline_.pieceError(a, b) + kSingleRounding * largest) * columnScale_ <= tolerance;
 }

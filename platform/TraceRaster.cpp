@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -20,7 +22,7 @@ constexpr double kLargestRadius = 64; // pixels; the work for a sub-column grows
 constexpr double kScaleTolerance = 1e-6;
 constexpr int kWidestStrip = 64; // columns
 constexpr int kNarrowestStrip = 8;
-constexpr int kLayerBudget = 1 << 16; // intervals of a strip that stay in a fast cache
+constexpr int kLayerBudget = 1 << 17; // intervals of a strip that stay in a fast cache
 
 /// The scale of a transform that keeps x rightwards, may mirror y and scales both alike.
 std::optional<double> uniformScale(const QTransform& transform) {
@@ -32,22 +34,27 @@ std::optional<double> uniformScale(const QTransform& transform) {
   return scale;
 }
 
-/// Sub-columns a pixel. A vertical edge is off by a quarter of one on average, so the more the better; the work grows
-/// with them and with the pen, and few lines leave room for more than many.
+/// Sub-columns a pixel, a multiple of eight. A vertical edge is off by a quarter of one on average, so the more the
+/// better; the work grows with them and with the pen, and few lines leave room for more than many.
 int subColumnsPerPixel(double radius, std::size_t lines) {
-  constexpr std::size_t kFewLines = 4;
-  constexpr int kFinest = 64, kFine = 32, kCoarse = 8;
-  const int finest = lines <= kFewLines ? kFinest : kFine;
-  const double wide = lines <= kFewLines ? 2 : 0.5; // the largest radius for which the finest is affordable
-  const int affordable = static_cast<int>(finest * wide / std::max(radius, wide)) / 2 * 2;
-  return std::clamp(affordable, kCoarse, finest);
+  struct Fineness {
+    std::size_t lines; // up to this many
+    int subColumns;    // with pens up to the radius
+    double radius;
+  };
+  constexpr Fineness kFineness[] = {{4, 64, 2}, {16, 32, 1}, {std::numeric_limits<std::size_t>::max(), 24, 1}};
+  constexpr int kCoarsest = 8;
+  const Fineness& fineness = *std::find_if(std::begin(kFineness), std::end(kFineness),
+                                           [lines](const Fineness& f) { return lines <= f.lines; });
+  const double narrower = std::min(fineness.radius / radius, 1.0);
+  return std::max(static_cast<int>(fineness.subColumns * narrower) / 8 * 8, kCoarsest);
 }
 
 /// Strips become narrower as the number of lines grows, so that all of a strip's ink stays at hand.
 int stripColumns(int perColumn, std::size_t traces, double radius) {
   const auto lines = static_cast<int>(std::min<std::size_t>(traces, kLayerBudget));
   const int wished = kLayerBudget / (perColumn * std::max(lines, 1));
-  const int narrowest = std::max(kNarrowestStrip, static_cast<int>(2 * radius));
+  const int narrowest = std::max(kNarrowestStrip, static_cast<int>(2 * radius)); // else most work is done twice
   return std::clamp(wished, narrowest, std::max(narrowest, kWidestStrip));
 }
 
@@ -82,7 +89,8 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
     strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
     envelope.moveTo(strip);
     layers.reset(strip.subColumns(), strip.rows);
-    for (const TraceProjection& projection : projections) envelope.addTrace(projection, layers);
+    for (const TraceProjection& projection : projections)
+      envelope.addTrace(projection, layers);
     coverage.cover(strip, layers);
     for (int row = coverage.firstRow(); row < coverage.lastRow(); ++row) {
       uchar* const line = target.bits + (visible.top() + row) * target.bytesPerLine;

@@ -19,7 +19,8 @@ struct Lanes {
   Float4 low, high;
 };
 
-template <class Vector> XOV_INLINE void extremesOfVectors(const float* samples, std::int64_t count, Lanes& lanes) {
+template <class Vector>
+XOV_INLINE void extremesOfVectors(const float* samples, std::int64_t count, Lanes& lanes) {
   constexpr int kWidth = kLanes<Vector>;
   Vector low, high, next;
   loadVector(samples + count - kWidth, low); // the last vector overlaps the one before
@@ -40,7 +41,8 @@ template <class Vector> XOV_INLINE void extremesOfVectors(const float* samples, 
   }
 }
 
-template <class Vector> XOV_INLINE void blockLanes(const float* samples, std::int64_t count, Lanes& lanes) {
+template <class Vector>
+XOV_INLINE void blockLanes(const float* samples, std::int64_t count, Lanes& lanes) {
   if (count >= 4 * kLanes<Vector>) return extremesOfVectors<Vector>(samples, count, lanes);
   if (kLanes<Vector> >= 8 && count >= 8) return extremesOfVectors<Float8>(samples, count, lanes);
   if (count >= 4) return extremesOfVectors<Float4>(samples, count, lanes);
@@ -54,8 +56,9 @@ template <class Vector> XOV_INLINE void blockLanes(const float* samples, std::in
 }
 
 /// One number for each of four blocks.
-template <class Keep> XOV_INLINE void acrossLanes(const Float4& a, const Float4& b, const Float4& c, const Float4& d,
-                                                  const Keep& keep, float* result) {
+template <class Keep>
+XOV_INLINE void acrossLanes(const Float4& a, const Float4& b, const Float4& c, const Float4& d, const Keep& keep,
+                            float* result) {
   Float4 ab = __builtin_shufflevector(a, b, 0, 4, 1, 5), cd = __builtin_shufflevector(c, d, 0, 4, 1, 5);
   keep(ab, __builtin_shufflevector(a, b, 2, 6, 3, 7));
   keep(cd, __builtin_shufflevector(c, d, 2, 6, 3, 7));
@@ -72,7 +75,8 @@ XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts
   int k = 0;
   for (; k + 4 <= blocks; k += 4) {
     Lanes lanes[4];
-    for (int b = 0; b < 4; ++b) blockLanes<Vector>(samples + cuts[k + b], cuts[k + b + 1] - cuts[k + b], lanes[b]);
+    for (int b = 0; b < 4; ++b)
+      blockLanes<Vector>(samples + cuts[k + b], cuts[k + b + 1] - cuts[k + b], lanes[b]);
     acrossLanes(lanes[0].low, lanes[1].low, lanes[2].low, lanes[3].low, smaller, lowest + k);
     acrossLanes(lanes[0].high, lanes[1].high, lanes[2].high, lanes[3].high, greater, highest + k);
   }
@@ -84,7 +88,8 @@ XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts
   }
 }
 
-template <class Vector> XOV_INLINE bool allFiniteWith(const float* samples, std::int64_t count) {
+template <class Vector>
+XOV_INLINE bool allFiniteWith(const float* samples, std::int64_t count) {
   constexpr int kWidth = kLanes<Vector>;
   Vector broken[4] = {}, next; // x - x is 0 for a number and NaN for everything else, and NaN stays in a sum
   std::int64_t i = 0;
@@ -94,10 +99,21 @@ template <class Vector> XOV_INLINE bool allFiniteWith(const float* samples, std:
       broken[k] += next - next;
     }
   }
+  for (; i + kWidth <= count; i += kWidth) {
+    loadVector(samples + i, next);
+    broken[0] += next - next;
+  }
   float rest = 0;
-  for (; i < count; ++i) rest += samples[i] - samples[i];
+  if (i < count && count >= kWidth) { // some of them once more
+    loadVector(samples + count - kWidth, next);
+    broken[1] += next - next;
+    i = count;
+  }
+  for (; i < count; ++i)
+    rest += samples[i] - samples[i];
   broken[0] += (broken[1] + broken[2]) + broken[3];
-  for (int lane = 0; lane < kWidth; ++lane) rest += broken[0][lane];
+  for (int lane = 0; lane < kWidth; ++lane)
+    rest += broken[0][lane];
   return rest == 0;
 }
 
@@ -108,7 +124,8 @@ XOV_INLINE bool findBlockExtremesWith(const float* samples, const std::int32_t* 
   int done = 0;
   while (done < blocks) {
     int next = done + 1;
-    while (next < blocks && cuts[next + 1] - cuts[done] <= kCached) ++next;
+    while (next < blocks && cuts[next + 1] - cuts[done] <= kCached)
+      ++next;
     if (!allFiniteWith<Vector>(samples + cuts[done], cuts[next] - cuts[done])) return false;
     blockExtremesWith<Vector>(samples, cuts + done, next - done, lowest + done, highest + done);
     done = next;
@@ -125,7 +142,8 @@ XOV_VECTOR_FUNCTION(bool, findBlockExtremes,
 XOV_VECTOR_FUNCTION(bool, allFinite, (const float* samples, std::int64_t count), (samples, count))
 
 std::int64_t findFinite(const float* samples, std::int64_t begin, std::int64_t end, bool finite) {
-  while (begin < end && std::isfinite(samples[begin]) != finite) ++begin;
+  while (begin < end && std::isfinite(samples[begin]) != finite)
+    ++begin;
   return begin;
 }
 

@@ -6,8 +6,8 @@
 
 namespace xov {
 
-/// The lowest and highest sample of each block cuts[k] <= i < cuts[k + 1], 0 <= k < blocks; lowest > highest in an empty
-/// block. Reads every sample from cuts[0] to cuts[blocks] and none other. Returns false, and leaves the results
+/// The lowest and highest sample of each block cuts[k] <= i < cuts[k + 1], 0 <= k < blocks; lowest > highest in an
+/// empty block. Reads every sample from cuts[0] to cuts[blocks] and none other. Returns false, and leaves the results
 /// undefined, when a sample is not finite.
 bool findBlockExtremes(const float* samples, const std::int32_t* cuts, int blocks, float* lowest, float* highest);
 

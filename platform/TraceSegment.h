@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/TraceDisc.h"
 #include "platform/TraceStrip.h"
+
+#include <algorithm>
 
 namespace xov {
 
@@ -18,6 +21,10 @@ struct InkRows {
   int begin = 0;
   int end = 0;
 
+  void clear(int from, int to) const {
+    std::fill(low + from, low + to, kNothingLow);
+    std::fill(high + from, high + to, kNothingHigh);
+  }
   void include(int j, float from, float to) const {
     if (from < low[j]) low[j] = from;
     if (to > high[j]) high[j] = to;

@@ -46,9 +46,15 @@ TraceTimeline::TraceTimeline(const Trace& trace) : time_(trace.time) {
   first_ = trace.first;
   last_ = trace.last;
   switch (time_.rule) {
-  case TraceTime::Rule::Uniform: setUniform(); break;
-  case TraceTime::Rule::Accumulated: setAccumulated(); break;
-  case TraceTime::Rule::Explicit: setExplicit(); break;
+  case TraceTime::Rule::Uniform:
+    setUniform();
+    break;
+  case TraceTime::Rule::Accumulated:
+    setAccumulated();
+    break;
+  case TraceTime::Rule::Explicit:
+    setExplicit();
+    break;
   }
   if (last_ <= first_) {
     last_ = first_;
@@ -66,8 +72,10 @@ void TraceTimeline::setUniform() {
     std::int64_t low = first_, high = last_;
     while (low < high) {
       const std::int64_t middle = low + (high - low) / 2;
-      if (belongsBefore(uniformTime(time_, middle))) low = middle + 1;
-      else high = middle;
+      if (belongsBefore(uniformTime(time_, middle)))
+        low = middle + 1;
+      else
+        high = middle;
     }
     return low;
   };
@@ -79,8 +87,8 @@ void TraceTimeline::setUniform() {
   last_ = end;
   if (last_ <= first_) return;
   decreases_ = uniformTime(time_, last_ - 1) < uniformTime(time_, first_);
-  pieces_.push_back({first_, last_ - first_, double(time_.start) + double(time_.step) * double(first_),
-                     double(time_.step)});
+  pieces_.push_back(
+      {first_, last_ - first_, double(time_.start) + double(time_.step) * double(first_), double(time_.step)});
 }
 
 void TraceTimeline::setAccumulated() {
@@ -110,8 +118,10 @@ void TraceTimeline::setExplicit() {
     return;
   }
   const float* const values = time_.values;
-  while (first_ < last_ && !std::isfinite(values[first_])) ++first_;
-  while (last_ > first_ && !std::isfinite(values[last_ - 1])) --last_;
+  while (first_ < last_ && !std::isfinite(values[first_]))
+    ++first_;
+  while (last_ > first_ && !std::isfinite(values[last_ - 1]))
+    --last_;
   if (last_ <= first_) return;
   bool allGrow = true;
   bool allFinite = true;
@@ -137,9 +147,12 @@ std::size_t TraceTimeline::pieceAt(std::int64_t i) const {
 
 float TraceTimeline::time(std::int64_t i) const {
   switch (time_.rule) {
-  case TraceTime::Rule::Uniform: return uniformTime(time_, i);
-  case TraceTime::Rule::Explicit: return time_.values[i];
-  case TraceTime::Rule::Accumulated: break;
+  case TraceTime::Rule::Uniform:
+    return uniformTime(time_, i);
+  case TraceTime::Rule::Explicit:
+    return time_.values[i];
+  case TraceTime::Rule::Accumulated:
+    break;
   }
   const TimePiece& piece = pieces_[pieceAt(i)];
   return static_cast<float>(piece.start + double(i - piece.first) * piece.step);

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <cstring>
 
-// Loops over samples are written once, for vectors of any width, and compiled for the widths that processors have; the
-// best one for the processor at hand is chosen at run time. Everything is inlined into functions that carry the
+// Loops over samples are written once, for vectors of any width, and compiled for the widths that processors have;
+// the best one for the processor at hand is chosen at run time. Everything is inlined into functions that carry the
 // processor's name, so that a build for the oldest 64-bit processors stays runnable on them.
 
 #if defined(__x86_64__) && defined(__GNUC__)
@@ -28,23 +28,34 @@ using Int16 = std::int32_t __attribute__((vector_size(64)));
 using Double4 = double __attribute__((vector_size(32)));
 using Double8 = double __attribute__((vector_size(64)));
 
-template <class Vector, class Element> XOV_INLINE void loadVector(const Element* from, Vector& to) {
+template <class Vector, class Element>
+XOV_INLINE void loadVector(const Element* from, Vector& to) {
   std::memcpy(&to, from, sizeof to);
 }
 
-template <class Vector, class Element> XOV_INLINE void storeVector(const Vector& from, Element* to) {
+template <class Vector, class Element>
+XOV_INLINE void storeVector(const Vector& from, Element* to) {
   std::memcpy(to, &from, sizeof from);
 }
 
 /// Sets every lane that is greater than `other`'s to that, and the other way around. A NaN in `value` gives `other`.
-template <class Vector> XOV_INLINE void keepSmaller(Vector& value, const Vector& other) {
+template <class Vector>
+XOV_INLINE void keepSmaller(Vector& value, const Vector& other) {
   value = value < other ? value : other;
 }
-template <class Vector> XOV_INLINE void keepGreater(Vector& value, const Vector& other) {
+template <class Vector>
+XOV_INLINE void keepGreater(Vector& value, const Vector& other) {
   value = value > other ? value : other;
 }
 
-template <class Vector> inline constexpr int kLanes = static_cast<int>(sizeof(Vector) / 4);
+template <class Vector>
+inline constexpr int kLanes = static_cast<int>(sizeof(Vector) / 4);
+
+#if XOV_WIDE_VECTORS
+// For the oldest processors the compiler does not see a minimum in a choice of vectors.
+XOV_INLINE void keepSmaller(Float4& value, const Float4& other) { value = __builtin_ia32_minps(value, other); }
+XOV_INLINE void keepGreater(Float4& value, const Float4& other) { value = __builtin_ia32_maxps(value, other); }
+#endif
 
 /// How wide the vectors of the processor at hand are.
 enum class VectorWidth { Baseline, Avx2, Avx512 };
@@ -68,19 +79,31 @@ inline VectorWidth vectorWidth() {
 
 /// Defines a function `name(parameters)` that calls name##With<Vector>(arguments) compiled for the processor at hand.
 #if XOV_WIDE_VECTORS
-#define XOV_VECTOR_FUNCTION(result, name, parameters, arguments)                                                       \
-  static XOV_TARGET_AVX512 result name##Avx512 parameters { return name##With<Float16> arguments; }                    \
-  static XOV_TARGET_AVX2 result name##Avx2 parameters { return name##With<Float8> arguments; }                         \
-  static result name##Baseline parameters { return name##With<Float4> arguments; }                                     \
-  result name parameters {                                                                                             \
-    switch (vectorWidth()) {                                                                                           \
-    case VectorWidth::Avx512: return name##Avx512 arguments;                                                           \
-    case VectorWidth::Avx2: return name##Avx2 arguments;                                                               \
-    case VectorWidth::Baseline: break;                                                                                 \
-    }                                                                                                                  \
-    return name##Baseline arguments;                                                                                   \
+#define XOV_VECTOR_FUNCTION(result, name, parameters, arguments)                                                     \
+  static XOV_TARGET_AVX512 result name##Avx512 parameters { return name##With<Float16> arguments; }                  \
+  static XOV_TARGET_AVX2 result name##Avx2 parameters { return name##With<Float8> arguments; }                       \
+  static result name##Baseline parameters { return name##With<Float4> arguments; }                                   \
+  result name parameters {                                                                                           \
+    switch (vectorWidth()) {                                                                                         \
+    case VectorWidth::Avx512:                                                                                        \
+      return name##Avx512 arguments;                                                                                 \
+    case VectorWidth::Avx2:                                                                                          \
+      return name##Avx2 arguments;                                                                                   \
+    case VectorWidth::Baseline:                                                                                      \
+      break;                                                                                                         \
+    }                                                                                                                \
+    return name##Baseline arguments;                                                                                 \
+  }
+/// The same for work that goes on in eight lanes: wider registers do not help it.
+#define XOV_VECTOR8_FUNCTION(result, name, parameters, arguments)                                                    \
+  static XOV_TARGET_AVX2 result name##Avx2 parameters { return name##In8 arguments; }                                \
+  static result name##Baseline parameters { return name##In8 arguments; }                                            \
+  result name parameters {                                                                                           \
+    return vectorWidth() == VectorWidth::Baseline ? name##Baseline arguments : name##Avx2 arguments;                 \
   }
 #else
-#define XOV_VECTOR_FUNCTION(result, name, parameters, arguments)                                                       \
+#define XOV_VECTOR_FUNCTION(result, name, parameters, arguments)                                                     \
   result name parameters { return name##With<Float4> arguments; }
+#define XOV_VECTOR8_FUNCTION(result, name, parameters, arguments)                                                    \
+  result name parameters { return name##In8 arguments; }
 #endif

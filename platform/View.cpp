@@ -83,10 +83,8 @@ void View::resetCursorRects() {}
 
 void View::addCursorRect(const QRectF& rect, const QCursor& cursor) { cursorRects_.push_back({rect, cursor}); }
 
-void View::discardCursorRects() {
-  cursorRects_.clear();
-  unsetCursor();
-}
+// The cursor itself waits for the next movement, so that setting rectangles up anew does not make it flicker.
+void View::discardCursorRects() { cursorRects_.clear(); }
 
 void View::mouseDown(const MouseEvent&) {}
 

@@ -12,7 +12,11 @@ namespace {
 
 /// A piece of ink: the rectangle of a segment, or the disc of a join (a segment without length).
 struct InkShape {
-  InkShape(QPointF a, QPointF b, double r) : from(a), to(b), radius(r), length(std::hypot(b.x() - a.x(), b.y() - a.y())) {
+  InkShape(QPointF a, QPointF b, double r)
+      : from(a),
+        to(b),
+        radius(r),
+        length(std::hypot(b.x() - a.x(), b.y() - a.y())) {
     if (length > 0) direction = (b - a) / length;
   }
 
@@ -94,7 +98,8 @@ std::vector<double> referenceCoverage(std::span<const Trace> traces, const QTran
   for (const InkShape& shape : shapes) {
     const int first = static_cast<int>(std::floor(std::clamp(shape.left(), 0.0, double(width))));
     const int last = static_cast<int>(std::floor(std::clamp(shape.right(), -1.0, double(width - 1))));
-    for (int column = first; column <= last; ++column) columns[static_cast<std::size_t>(column)].push_back(&shape);
+    for (int column = first; column <= last; ++column)
+      columns[static_cast<std::size_t>(column)].push_back(&shape);
   }
   std::vector<double> coverage(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
   std::vector<const InkShape*> near;

@@ -1,0 +1,204 @@
+#include "platform/TraceReduction.h"
+
+#include "tests/support/TraceReference.h"
+
+#include <gtest/gtest.h>
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <vector>
+
+using namespace xov;
+
+namespace {
+
+const float kNan = std::numeric_limits<float>::quiet_NaN();
+
+Trace traceOf(const std::vector<float>& samples, double xScale = 1) {
+  Trace trace;
+  trace.samples = samples.data();
+  trace.last = std::int64_t(samples.size());
+  trace.xScale = xScale;
+  return trace;
+}
+
+std::vector<float> noise(std::size_t count, float deviation, unsigned seed) {
+  std::mt19937 random(seed);
+  std::normal_distribution<float> normal(0, deviation);
+  std::vector<float> samples(count);
+  for (float& sample : samples)
+    sample = normal(random);
+  return samples;
+}
+
+QPolygonF onePolyline(const std::vector<QPolygonF>& lines) {
+  EXPECT_EQ(lines.size(), 1U);
+  return lines.empty() ? QPolygonF() : lines.front();
+}
+
+/// The polylines as a trace of its own, for the reference.
+std::vector<double> coverageOf(const std::vector<QPolygonF>& lines, double scale, int width, int height) {
+  std::vector<float> times, values;
+  for (const QPolygonF& line : lines) {
+    for (const QPointF& point : line) {
+      times.push_back(float(point.x()));
+      values.push_back(float(point.y()));
+    }
+    times.push_back(times.back());
+    values.push_back(kNan);
+  }
+  Trace trace = traceOf(values);
+  trace.time = TraceTime::explicitValues(times.data());
+  return referenceCoverage({&trace, 1}, QTransform::fromScale(scale, scale), 1, width, height, 16);
+}
+
+} // namespace
+
+TEST(TraceReduction, keepsEveryPointWhereSamplesAreFew) {
+  const std::vector<float> samples{1, 4, 2, 8};
+  EXPECT_EQ(onePolyline(reduceTrace(traceOf(samples, 10), 0.25, QRectF(0, 0, 100, 100), 1)),
+            (QPolygonF{{0, 1}, {10, 4}, {20, 2}, {30, 8}}));
+}
+
+TEST(TraceReduction, keepsFirstLowestHighestAndLastOfEachColumnInTheirOrder) {
+  // Two columns of a width of 1 point, eight samples each.
+  const std::vector<float> samples{5, 6, 9, 7, 1, 3, 2, 4, 4, 3, 0, 3, 4, 8, 5, 6};
+  const QPolygonF line = onePolyline(reduceTrace(traceOf(samples, 0.125), 1, QRectF(0, 0, 100, 100), 1));
+  // Indices 0, 2 (highest), 4 (lowest), 7; then 8, 10 (lowest), 13 (highest), 15; x = index / 8 to 1/100.
+  EXPECT_EQ(line, (QPolygonF{{0, 5}, {0.25, 9}, {0.5, 1}, {0.88, 4}, {1, 4}, {1.25, 0}, {1.63, 8}, {1.88, 6}}));
+}
+
+TEST(TraceReduction, breaksTheLineAtGaps) {
+  const std::vector<float> samples{1, 2, kNan, 3, kNan, 4, 5};
+  const std::vector<QPolygonF> lines = reduceTrace(traceOf(samples), 0.25, QRectF(-1, -1, 100, 100), 1);
+  ASSERT_EQ(lines.size(), 2U); // the single sample between the gaps draws nothing
+  EXPECT_EQ(lines[0], (QPolygonF{{0, 1}, {1, 2}}));
+  EXPECT_EQ(lines[1], (QPolygonF{{5, 4}, {6, 5}}));
+}
+
+TEST(TraceReduction, breaksTheLineAtGapsInsideAColumn) {
+  std::vector<float> samples(100);
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = float(i);
+  samples[40] = kNan;
+  const std::vector<QPolygonF> lines = reduceTrace(traceOf(samples, 0.001), 1, QRectF(-1, -1, 200, 200), 1);
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0], (QPolygonF{{0, 0}, {0.04, 39}}));
+  EXPECT_EQ(lines[1], (QPolygonF{{0.04, 41}, {0.1, 99}}));
+}
+
+TEST(TraceReduction, cutsLongSegmentsExactlyAtTheBorder) {
+  // From (0, 0) to (100, 1e30): the line leaves the box's top at y = 60 with x within 1e-27 of 0.
+  const std::vector<float> steep{0, 1e30F};
+  EXPECT_EQ(onePolyline(reduceTrace(traceOf(steep, 100), 0.25, QRectF(-10, -10, 120, 60), 10)),
+            (QPolygonF{{0, 0}, {0, 60}}));
+  // From (0, 10) to (1000, 30): the border x = 110 is crossed at y = 10 + 110 / 50 = 12.2.
+  const std::vector<float> flat{10, 30};
+  EXPECT_EQ(onePolyline(reduceTrace(traceOf(flat, 1000), 0.25, QRectF(-10, -10, 110, 60), 10)),
+            (QPolygonF{{0, 10}, {110, 12.2}}));
+}
+
+TEST(TraceReduction, goesAlongTheBorderWhereALineLeavesAndComesBack) {
+  const std::vector<float> samples{0, 200, 0};
+  // Up along y = 20 x, down along y = 200 - 20 (x - 10); the border is y = 100.
+  EXPECT_EQ(onePolyline(reduceTrace(traceOf(samples, 10), 0.25, QRectF(-10, -10, 100, 100), 10)),
+            (QPolygonF{{0, 0}, {5, 100}, {15, 100}, {20, 0}}));
+}
+
+TEST(TraceReduction, leavesOutWhatLiesOutside) {
+  const std::vector<float> samples(1000, 500.0F);
+  EXPECT_TRUE(reduceTrace(traceOf(samples), 0.25, QRectF(0, 0, 100, 100), 1).empty());
+  Trace away = traceOf(samples);
+  away.yOffset = -450;
+  away.xOffset = 200;
+  EXPECT_TRUE(reduceTrace(away, 0.25, QRectF(0, 0, 100, 100), 1).empty());
+}
+
+TEST(TraceReduction, followsTimesThatGoBack) {
+  const std::vector<float> samples{0, 1, 2}, times{0, 10, 5};
+  Trace trace = traceOf(samples);
+  trace.time = TraceTime::explicitValues(times.data());
+  EXPECT_EQ(onePolyline(reduceTrace(trace, 0.25, QRectF(-1, -1, 100, 100), 1)), (QPolygonF{{0, 0}, {10, 1}, {5, 2}}));
+  Trace mirrored = traceOf(samples, -1);
+  mirrored.xOffset = 50;
+  EXPECT_EQ(onePolyline(reduceTrace(mirrored, 0.25, QRectF(-1, -1, 100, 100), 1)),
+            (QPolygonF{{50, 0}, {49, 1}, {48, 2}}));
+}
+
+TEST(TraceReduction, keepsTheFirstValueAndTheClamp) {
+  std::vector<float> samples(100, 3.0F);
+  samples[50] = 9;
+  samples[0] = kNan;
+  Trace trace = traceOf(samples, 0.005);
+  trace.firstValue = 7.0F;
+  trace.clampHigh = 4.0F;
+  EXPECT_EQ(onePolyline(reduceTrace(trace, 1, QRectF(-1, -1, 100, 100), 1)),
+            (QPolygonF{{0, 7}, {0.01, 3}, {0.25, 4}, {0.5, 3}}));
+}
+
+TEST(TraceReduction, everyColumnKeepsItsExtremes) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE(::testing::Message() << "seed " << seed);
+  constexpr std::size_t kColumn = 64; // samples of 1/8 point in a column of 8 points
+  const std::vector<float> samples = noise(100 * kColumn, 10, seed);
+  const QPolygonF line = onePolyline(reduceTrace(traceOf(samples, 0.125), 8, QRectF(0, -100, 800, 200), 1));
+  EXPECT_LE(line.size(), 4 * 100);
+  std::vector<double> low(100, 1e9), high(100, -1e9);
+  for (const QPointF& point : line) {
+    const auto index = std::size_t(std::lround(point.x() / 0.125)); // the rounding to 1/100 is less than half a step
+    EXPECT_NEAR(point.y(), double(samples[index]), 0.0051);
+    low[index / kColumn] = std::min(low[index / kColumn], point.y());
+    high[index / kColumn] = std::max(high[index / kColumn], point.y());
+  }
+  for (std::size_t column = 0; column < 100; ++column) {
+    const auto begin = samples.begin() + std::ptrdiff_t(column * kColumn);
+    const auto [least, most] = std::minmax_element(begin, begin + kColumn);
+    EXPECT_NEAR(low[column], double(*least), 0.0051);
+    EXPECT_NEAR(high[column], double(*most), 0.0051);
+  }
+}
+
+TEST(TraceReduction, looksLikeAllPointsAt600DotsAnInch) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE(::testing::Message() << "seed " << seed);
+  constexpr double kDots = 600.0 / 72;
+  const std::vector<float> samples = noise(600, 1.2F, seed);
+  Trace trace = traceOf(samples, 0.012); // 21 samples a quarter point
+  trace.yOffset = 4;
+  constexpr int kWidth = 50, kHeight = 66;
+  const std::vector<double> all =
+      referenceCoverage({&trace, 1}, QTransform::fromScale(kDots, kDots), 1, kWidth, kHeight, 16);
+  const std::vector<double> reduced =
+      coverageOf(reduceTrace(trace, 0.25, QRectF(-1, -1, 20, 20), 1), kDots, kWidth, kHeight);
+  double difference = 0;
+  int inked = 0;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    inked += all[i] > 0 || reduced[i] > 0;
+    difference += 255 * std::abs(all[i] - reduced[i]);
+  }
+  ASSERT_GT(inked, 500);
+  EXPECT_LE(difference / inked, 2.0);
+}
+
+TEST(TraceReduction, copesWithAbsurdDescriptions) {
+  const float largest = std::numeric_limits<float>::max();
+  const std::vector<float> samples{largest, -largest, 0, largest, 1, 2, 3, 4, 5};
+  const QRectF clip(0, 0, 100, 100);
+  for (const double scale : {1e30, 1e300, 0.0, -1e300, double(kNan), double(INFINITY)}) {
+    Trace trace = traceOf(samples, scale);
+    trace.yScale = scale;
+    for (const QPolygonF& line : reduceTrace(trace, 0.25, clip, 1)) {
+      for (const QPointF& point : line)
+        EXPECT_TRUE(clip.adjusted(-1, -1, 1, 1).contains(point));
+    }
+  }
+  const Trace trace = traceOf(samples);
+  EXPECT_TRUE(reduceTrace(trace, 0, clip, 1).empty());
+  EXPECT_TRUE(reduceTrace(trace, double(kNan), clip, 1).empty());
+  EXPECT_TRUE(reduceTrace(trace, 0.25, QRectF(), 0).empty());
+  EXPECT_TRUE(reduceTrace(Trace(), 0.25, clip, 1).empty());
+}
