@@ -1,0 +1,27 @@
+#include "apps/xov/CommandTable.h"
+
+#include "apps/xov/InfoCommand.h"
+#include "apps/xov/SectionCommand.h"
+#include "apps/xov/XyCommand.h"
+
+namespace xov::cli {
+
+namespace {
+
+template <typename T>
+std::unique_ptr<Command> make() {
+  return std::make_unique<T>();
+}
+
+// A new command: its own file, and a row here.
+constexpr CommandRow kCommands[] = {
+    {"section", "Draw seismograms as a record section", make<SectionCommand>},
+    {"xy", "Draw two columns of numbers as a line", make<XyCommand>},
+    {"info", "List what seismogram files hold", make<InfoCommand>},
+};
+
+} // namespace
+
+std::span<const CommandRow> commandTable() { return kCommands; }
+
+} // namespace xov::cli

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+namespace xov::cli {
+
+/// What the command returns to the shell. The numbers are part of its interface: scripts test them.
+enum class ExitCode : std::uint8_t {
+  Ok = 0,
+  Failed = 1, ///< an input could not be read or an output not written
+  Usage = 2,  ///< the command line does not make sense; nothing was read or written
+};
+
+/// The text with control characters replaced by '?': names and codes from files must neither break a message into
+/// lines nor talk to the terminal.
+QString printable(const QString& text);
+
+/// Writes "xov: text" as one line to standard error.
+void complain(const QString& text);
+
+/// Writes text to standard output as it is, in UTF-8.
+void print(const QString& text);
+
+/// Flushes standard output. Failed, with a message, when anything written to it got lost.
+ExitCode finishStandardOutput();
+
+} // namespace xov::cli

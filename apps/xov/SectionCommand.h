@@ -1,0 +1,29 @@
+#pragma once
+
+#include "apps/xov/Command.h"
+#include "apps/xov/Output.h"
+#include "apps/xov/Records.h"
+
+#include <string>
+
+namespace xov::cli {
+
+/// `xov section`: seismograms as a record section, the first one at the bottom.
+class SectionCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  RecordInputs inputs_;
+  Output output_{"section", {900, 600}};
+  double gain_ = 1;
+  bool zeroLines_ = false;
+  std::string order_;
+};
+
+/// The title of a plot of these records: region and origin time of the event as far as the first record, the lowest
+/// one, knows them, else the number of records.
+QString titleOfRecords(const SeismogramArray& records);
+
+} // namespace xov::cli

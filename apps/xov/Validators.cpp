@@ -1,0 +1,40 @@
+#include "apps/xov/Validators.h"
+
+#include <QString>
+
+#include <cmath>
+#include <optional>
+
+namespace xov::cli {
+
+namespace {
+
+std::optional<double> finiteNumber(const std::string& text) {
+  bool ok = false;
+  const double value = QString::fromStdString(text).toDouble(&ok);
+  if (!ok || !std::isfinite(value)) return {};
+  return value;
+}
+
+template <typename Accepts>
+CLI::Validator numberThat(const QString& expected, Accepts accepts) {
+  const auto check = [expected, accepts](const std::string& text) -> std::string {
+    const std::optional<double> value = finiteNumber(text);
+    if (value && accepts(*value)) return {};
+    return QStringLiteral("found '%1', expected %2").arg(QString::fromStdString(text), expected).toStdString();
+  };
+  return CLI::Validator(check, std::string());
+}
+
+} // namespace
+
+CLI::Validator numberFromTo(double min, double max) {
+  return numberThat(QStringLiteral("a number from %1 to %2").arg(min).arg(max),
+                    [min, max](double value) { return value >= min && value <= max; });
+}
+
+CLI::Validator numberAboveZero() {
+  return numberThat(QStringLiteral("a number above 0"), [](double value) { return value > 0; });
+}
+
+} // namespace xov::cli

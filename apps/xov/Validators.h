@@ -1,0 +1,13 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace xov::cli {
+
+/// Accepts finite numbers from `min` to `max`, both included; the message names the bounds.
+CLI::Validator numberFromTo(double min, double max);
+
+/// Accepts finite numbers above 0.
+CLI::Validator numberAboveZero();
+
+} // namespace xov::cli

@@ -1,0 +1,33 @@
+# bash completion for xov
+
+_xov_options() {
+  local output='-o --output --size --scale --title'
+  case $1 in
+    section) echo "-h --help --gain --zero-lines --sort $output" ;;
+    xy) echo "-h --help --columns --xlabel --ylabel $output" ;;
+    info) echo '-h --help' ;;
+    *) echo '-h --help --version' ;;
+  esac
+}
+
+_xov() {
+  local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
+  COMPREPLY=()
+  if ((COMP_CWORD == 1)) && [[ $word != -* ]]; then
+    mapfile -t COMPREPLY < <(compgen -W 'section xy info' -- "$word")
+    return
+  fi
+  ((COMP_CWORD == 1)) && command=
+  case $previous in
+    --sort) mapfile -t COMPREPLY < <(compgen -W 'distance azimuth name' -- "$word"); return ;;
+    --gain | --size | --scale | --title | --columns | --xlabel | --ylabel) return ;;
+  esac
+  if [[ $word == -* ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$(_xov_options "$command")" -- "$word")
+  else
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -- "$word")
+  fi
+}
+
+complete -F _xov xov

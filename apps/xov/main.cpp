@@ -1,0 +1,3 @@
+#include "apps/xov/CommandLine.h"
+
+int main(int argc, char** argv) { return xov::cli::runCommandLine(argc, argv); }

@@ -1,0 +1,75 @@
+#!/bin/bash
+# Draws every view from the example data, as PNG and as PDF, and a page that shows them:
+#   scripts/gallery.sh XOV_PROGRAM EXAMPLE_DATA OUTPUT_FOLDER
+# Nothing is drawn when the output is newer than the program, the data and this script.
+set -eu
+xov=$1 data=$2 output=$3
+script=$(realpath "$0")
+
+# One row a picture: file name|caption|arguments of xov as in a shell, with paths and patterns below the example data.
+rows() {
+  cat <<'ROWS'
+section-vertical|A record section: vertical components of one event at twelve stations, nearest below, with picks|section section/*.BHZ.SAC --sort distance
+section-zero-lines|The same by name, traces half as high over their zero lines|section section/*.BHZ.SAC --sort name --gain 0.5 --zero-lines
+section-three-components|Three components at one station|section section/XX.HERN.00.BH?.SAC
+section-one|One record with its picks|section section/XX.DOVE.00.BHZ.SAC
+xy-travel-times|A line plot: travel times against distance|xy xy_travel_times.txt --xlabel 'Distance (degrees)' --ylabel 'Travel time (s)' --title 'P in IASP91, source at 24 km'
+xy-group-velocity|A line plot: group velocity against period|xy xy_group_velocity.txt --xlabel 'Period (s)' --ylabel 'Group velocity (km/s)' --title 'Rayleigh waves'
+ROWS
+}
+
+page_head='<!doctype html>
+<html lang="en"><head><meta charset="utf-8"><title>XOV Graphics gallery</title>
+<style>
+body { font-family: Helvetica, "Nimbus Sans", sans-serif; margin: 2em auto; max-width: 62em; color: #222 }
+figure { margin: 0 0 3em } img { max-width: 100%; border: 1px solid #ccc } figcaption { margin-bottom: .5em }
+code { color: #666; font-size: .85em }
+</style></head><body>
+<h1>XOV Graphics</h1>'
+
+escaped() { sed 's/&/\&amp;/g; s/</\&lt;/g; s/>/\&gt;/g' <<<"$1"; }
+
+figure() {
+  local name=$1 caption=$2 arguments=$3
+  printf '<figure id="%s"><figcaption>%s (<a href="%s.pdf">PDF</a>)<br><code>xov %s</code></figcaption>\n' \
+    "$name" "$(escaped "$caption")" "$name" "$(escaped "$arguments")"
+  printf '<a href="%s.pdf"><img src="%s.png" alt="%s"></a></figure>\n' "$name" "$name" "$(escaped "$caption")"
+}
+
+up_to_date() {
+  local index=$output/index.html library
+  library=$(ldd "$xov" | awk '$1 ~ /^libXOV_Graphics/ { print $3 }')
+  [ "$index" -nt "$xov" ] && [ "$index" -nt "$library" ] && [ "$index" -nt "$script" ] &&
+    [ "$index" -nt "$data/complete" ]
+}
+
+if up_to_date; then
+  echo "nothing has changed"
+  exit 0
+fi
+
+# Everything is drawn aside first: a gallery is either whole or the one before.
+mkdir -p "$(dirname "$output")"
+output=$(realpath -m "$output")
+new=$output.new
+rm -rf "$new"
+mkdir "$new"
+cd "$data"
+total=$(rows | wc -l) done=0
+{
+  echo "$page_head"
+  while IFS='|' read -r name caption arguments; do
+    done=$((done + 1))
+    echo "[$done/$total] $name" >&2
+    words=()
+    eval "words=($arguments)"
+    for kind in png pdf; do
+      QT_QPA_PLATFORM=offscreen "$xov" "${words[@]}" -o "$new/$name.$kind" >&2
+    done
+    figure "$name" "$caption" "$arguments"
+  done < <(rows)
+  echo '</body></html>'
+} >"$new/page"
+mv "$new/page" "$new/index.html"
+rm -rf "$output"
+mv "$new" "$output"

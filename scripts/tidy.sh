@@ -1,0 +1,126 @@
+#!/bin/bash
+# Runs clang-tidy with .clang-tidy over the library's sources; files that have not changed since they last passed, nor
+# any header of ours that they include, are left out. Fails with the findings.
+#   scripts/tidy.sh          what changed
+#   scripts/tidy.sh --all    everything
+set -euo pipefail
+cd "$(dirname "$0")/.."
+export tool=${CLANG_TIDY:-clang-tidy-14}
+export build=build/tidy
+
+case ${1-} in
+  '') ;;
+  --all) rm -rf "$build/passed" ;;
+  *) echo "usage: scripts/tidy.sh [--all]" >&2; exit 2 ;;
+esac
+command -v "$tool" >/dev/null || { echo "$tool is not installed" >&2; exit 77; }
+
+# Only for compile_commands.json: a precompiled header of g++ means nothing to clang.
+mkdir -p "$build/passed"
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DXOV_PCH=OFF -DXOV_APPS=OFF -DXOV_EXAMPLES=OFF \
+  -DXOV_TESTS=OFF >"$build/configure.log" 2>&1 || { cat "$build/configure.log" >&2; exit 1; }
+
+library_sources() {
+  sed -n "s|^ *\"file\": \"$PWD/\(.*\)\",*\$|\1|p" "$build/compile_commands.json" | sort -u
+}
+
+own_includes() {
+  grep -rHo '^#include "[^"]*"' --include='*.h' --include='*.cpp' colour graphics map platform seismic views |
+    sed 's|^\([^:]*\):#include "\(.*\)"$|\1 \2|'
+}
+
+# Each source, followed by all headers of ours that it reaches, one line a source.
+with_headers() {
+  awk '
+    NR == FNR { includes[$1] = includes[$1] " " $2; next }
+    function reach(file,   some, i, n) {
+      if (file in seen) return
+      seen[file] = 1
+      line = line " " file
+      n = split(includes[file], some, " ")
+      for (i = 1; i <= n; i++) reach(some[i])
+    }
+    { split("", seen); line = ""; reach($1); print substr(line, 2) }' <(own_includes 2>/dev/null || true) -
+}
+
+stamp_of() { echo "$build/passed/${1//\//_}"; }
+
+changed() {
+  local source headers stamp
+  while read -r source headers; do
+    stamp=$(stamp_of "$source")
+    # shellcheck disable=SC2086 # a list of paths
+    if [ ! -e "$stamp" ] || [ -n "$(find .clang-tidy "$source" $headers -newer "$stamp" 2>/dev/null)" ]; then
+      echo "$source"
+    fi
+  done
+}
+
+# Most of the time goes into Qt's headers, so sources are looked at ten at a time, as one that includes them, which is
+# several times as fast. Those that give the same name to a constant, a type or a function of their own go to different
+# batches. One line a batch.
+batches() {
+  awk '
+    function own_names(source,   line, name) {
+      split("", names)
+      while ((getline line < source) > 0) {
+        if (line !~ /^[A-Za-z]/ || line ~ /^(namespace|using|return)/) continue
+        if (match(line, /k[A-Z][A-Za-z0-9_]*/) || match(line, /^(struct|class|enum class) [A-Za-z0-9_]+/) ||
+            match(line, /[A-Za-z0-9_]+\(/)) {
+          name = substr(line, RSTART, RLENGTH)
+          sub(/^.* /, "", name)
+          if (substr(line, 1, RSTART) !~ /::$/) names[name] = 1
+        }
+      }
+      close(source)
+    }
+    function takes(batch,   name) {
+      if (size[batch] == 10) return 0
+      for (name in names) if ((batch, name) in used) return 0
+      return 1
+    }
+    {
+      own_names($0)
+      for (batch = 1; batch <= count && !takes(batch); batch++) {}
+      if (batch > count) count = batch
+      size[batch]++
+      files[batch] = files[batch] " " $0
+      for (name in names) used[batch, name] = 1
+    }
+    END { for (batch = 1; batch <= count; batch++) print substr(files[batch], 2) }'
+}
+
+# The stamp bears the time before the run, so that a file that is edited meanwhile is looked at again.
+tidy_one() {
+  local source=$1 name=${1//\//_}
+  touch "$build/$name.started"
+  if "$tool" --quiet -p "$build" "$source" >"$build/$name.log" 2>&1; then
+    mv "$build/$name.started" "$(stamp_of "$source")"
+  else
+    grep -v 'warnings* generated\.$\|^Suppressed\|^Use -header-filter' "$build/$name.log"
+    return 1
+  fi
+}
+
+# A batch that fails says little: names of two files may clash. Each of its files is then looked at alone.
+tidy_batch() {
+  local status=0 source together=$build/batch-${1//\//_}
+  touch "$together.started"
+  printf '#include "%s"\n' "$@" >"$together"
+  if "$tool" --quiet -p "$build" --checks=-bugprone-suspicious-include "$together" >"$together.log" 2>&1; then
+    for source; do
+      touch -r "$together.started" "$(stamp_of "$source")"
+    done
+  else
+    for source; do
+      tidy_one "$source" || status=1
+    done
+  fi
+  return "$status"
+}
+export -f stamp_of tidy_one tidy_batch
+
+library_sources >"$build/sources"
+with_headers <"$build/sources" | changed >"$build/todo"
+# shellcheck disable=SC2016 # the inner shell expands it
+batches <"$build/todo" | xargs -r -L 1 -P "$(nproc)" bash -c 'tidy_batch "$@"' tidy

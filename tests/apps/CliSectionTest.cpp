@@ -1,0 +1,111 @@
+#include "tests/apps/CliFixture.h"
+
+#include <QImage>
+#include <QRegularExpression>
+
+namespace xov::cli {
+namespace {
+
+class CliSection : public CliTest {
+protected:
+  void SetUp() override {
+    writeRecord("far.SAC", {.station = "FAR", .distanceDeg = 80, .azimuthDeg = 10, .arrival = 5, .second = 12});
+    writeRecord("near.SAC", {.station = "NEAR", .distanceDeg = 10, .azimuthDeg = 90});
+    writeRecord("odd.SAC", {.station = "ODD", .distanceDeg = kUndefinedValue, .azimuthDeg = kUndefinedValue});
+  }
+
+  /// The text of the plot, from the top down; empty where pdftotext is not installed.
+  std::optional<QString> textOfPlot(const QStringList& options) {
+    const Outcome outcome = xov(QStringList{"section", "-o", "plot.pdf"} + options);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    return tool("pdftotext", {"-layout", at("plot.pdf"), "-"});
+  }
+
+  /// The stations whose captions a text holds, in its order.
+  static QStringList captions(const QString& text) {
+    QStringList stations;
+    QRegularExpressionMatchIterator matches = QRegularExpression("(\\w+) II BHZ").globalMatch(text);
+    while (matches.hasNext())
+      stations.append(matches.next().captured(1));
+    return stations;
+  }
+};
+
+TEST_F(CliSection, drawsCaptionsPicksAxisLabelAndTitle) {
+  const auto text = textOfPlot({"far.SAC", "near.SAC"});
+  if (!text) GTEST_SKIP() << "pdftotext is not installed";
+  for (const char* piece : {"FAR II BHZ (80.00) (10.00)", "NEAR II BHZ (10.00) (90.00)", "Time (s)", "2 records"})
+    EXPECT_TRUE(text->contains(piece)) << piece << " in\n" << qPrintable(*text);
+  EXPECT_TRUE(QRegularExpression("\\bS\\b").match(*text).hasMatch()) << qPrintable(*text);
+  EXPECT_TRUE(QRegularExpression("\\bA\\b").match(*text).hasMatch()) << qPrintable(*text);
+}
+
+TEST_F(CliSection, stacksRecordsFromTheBottomInTheGivenOrder) {
+  const auto text = textOfPlot({"odd.SAC", "far.SAC", "near.SAC"});
+  if (!text) GTEST_SKIP() << "pdftotext is not installed";
+  EXPECT_EQ(captions(*text), (QStringList{"NEAR", "FAR", "ODD"}));
+}
+
+TEST_F(CliSection, sortsFromTheBottom) {
+  const auto byDistance = textOfPlot({"odd.SAC", "far.SAC", "near.SAC", "--sort", "distance"});
+  if (!byDistance) GTEST_SKIP() << "pdftotext is not installed";
+  EXPECT_EQ(captions(*byDistance), (QStringList{"ODD", "FAR", "NEAR"}));
+  const auto byAzimuth = textOfPlot({"odd.SAC", "near.SAC", "far.SAC", "--sort", "azimuth"});
+  EXPECT_EQ(captions(*byAzimuth), (QStringList{"ODD", "NEAR", "FAR"}));
+  const auto byName = textOfPlot({"odd.SAC", "near.SAC", "far.SAC", "--sort", "name"});
+  EXPECT_EQ(captions(*byName), (QStringList{"ODD", "NEAR", "FAR"}));
+}
+
+TEST_F(CliSection, takesTheTitleThatItIsGiven) {
+  const auto given = textOfPlot({"far.SAC", "near.SAC", "--title", "[Tohoku 2011]"});
+  if (!given) GTEST_SKIP() << "pdftotext is not installed";
+  EXPECT_TRUE(given->contains("[Tohoku 2011]")) << qPrintable(*given);
+  for (const QStringList& none : {QStringList{"--title", ""}, QStringList{"--title="}}) {
+    const auto untitled = textOfPlot(QStringList{"far.SAC", "near.SAC"} + none);
+    EXPECT_FALSE(untitled->contains("2 records")) << qPrintable(*untitled);
+  }
+}
+
+TEST_F(CliSection, showsTheLabelsOfPicksOfASingleRecord) {
+  const auto text = textOfPlot({"far.SAC", "--title="});
+  if (!text) GTEST_SKIP() << "pdftotext is not installed";
+  EXPECT_TRUE(QRegularExpression("\\bS\\b").match(*text).hasMatch()) << qPrintable(*text);
+}
+
+TEST_F(CliSection, drawsTheRecordsThatItCouldRead) {
+  const Outcome outcome = xov({"section", "far.SAC", "missing.SAC", "-o", "plot.png"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "xov: missing.SAC: cannot be opened: No such file or directory\n");
+  EXPECT_TRUE(files().contains("plot.png"));
+}
+
+TEST_F(CliSection, writesNothingWithoutARecord) {
+  const Outcome outcome = xov({"section", "missing.SAC", "-o", "plot.png"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_FALSE(files().contains("plot.png"));
+}
+
+TEST_F(CliSection, drawsDifferentlyWithZeroLinesAndGain) {
+  const auto picture = [this](const QStringList& options) {
+    EXPECT_EQ(xov(QStringList{"section", "far.SAC", "near.SAC", "-o", "plot.png"} + options).status, 0);
+    return QImage(at("plot.png"));
+  };
+  // The sine fills the height between its extremes: a larger gain inks more rows.
+  const auto inkedRows = [](const QImage& image) {
+    int rows = 0;
+    for (int y = 0; y < image.height(); ++y) {
+      bool inked = false;
+      for (int x = 100; x < 800 && !inked; ++x)
+        inked = qRed(image.pixel(x, y)) < 64;
+      rows += inked ? 1 : 0;
+    }
+    return rows;
+  };
+  const QImage plain = picture({});
+  EXPECT_NE(plain, picture({"--zero-lines"}));
+  EXPECT_LT(inkedRows(picture({"--gain", "0.1"})), inkedRows(plain) / 2);
+}
+
+} // namespace
+} // namespace xov::cli

@@ -1,0 +1,111 @@
+#include "tests/apps/CliFixture.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+namespace xov::cli {
+namespace {
+
+using CliUsage = CliTest;
+
+TEST_F(CliUsage, printsHelpAndVersion) {
+  const Outcome help = xov({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_TRUE(help.out.contains("Usage: xov")) << qPrintable(help.out);
+  EXPECT_EQ(help.err, "");
+
+  const Outcome sectionHelp = xov({"section", "--help"});
+  EXPECT_EQ(sectionHelp.status, 0);
+  EXPECT_TRUE(sectionHelp.out.contains("Usage: xov section [OPTIONS] FILES...")) << qPrintable(sectionHelp.out);
+
+  const Outcome version = xov({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_TRUE(QRegularExpression("^xov \\d+\\.\\d+\\.\\d+\n$").match(version.out).hasMatch())
+      << qPrintable(version.out);
+}
+
+struct WrongLine {
+  QStringList arguments;
+  const char* message;
+};
+
+TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
+  const WrongLine lines[] = {
+      {{}, "xov: A subcommand is required (see 'xov --help')\n"},
+      {{"sektion"}, "xov: there is no command 'sektion' (see 'xov --help')\n"},
+      {{"section"}, "xov: section: FILES is required (see 'xov section --help')\n"},
+      {{"section", "a", "--bogus"},
+       "xov: section: The following argument was not expected: --bogus (see 'xov section --help')\n"},
+      {{"section", "a", "-o", "a.gif"},
+       "xov: section: --output: found 'a.gif', expected a file name that ends in .pdf, .tif, .jpg or .png "
+       "(see 'xov section --help')\n"},
+      {{"section", "a", "-o", "pdf"},
+       "xov: section: --output: found 'pdf', expected a file name that ends in .pdf, .tif, .jpg or .png "
+       "(see 'xov section --help')\n"},
+      {{"section", "a", "--size", "0.5", "600"},
+       "xov: section: --size: found '0.5', expected a number from 1 to 20000 (see 'xov section --help')\n"},
+      {{"section", "a", "--size", "900", "20001"},
+       "xov: section: --size: found '20001', expected a number from 1 to 20000 (see 'xov section --help')\n"},
+      {{"section", "a", "--scale", "33"},
+       "xov: section: --scale: found '33', expected a number from 0.1 to 32 (see 'xov section --help')\n"},
+      {{"section", "a", "--gain", "-1"},
+       "xov: section: --gain: found '-1', expected a number above 0 (see 'xov section --help')\n"},
+      {{"section", "a", "--sort", "size"},
+       "xov: section: --sort: size not in {distance,azimuth,name} (see 'xov section --help')\n"},
+      {{"info"}, "xov: info: FILES is required (see 'xov info --help')\n"},
+      {{"xy"}, "xov: xy: FILE is required (see 'xov xy --help')\n"},
+      {{"xy", "a", "b"}, "xov: xy: The following argument was not expected: b (see 'xov xy --help')\n"},
+  };
+  for (const WrongLine& line : lines) {
+    const Outcome outcome = xov(line.arguments);
+    EXPECT_EQ(outcome.status, 2) << line.message;
+    EXPECT_EQ(outcome.err, line.message);
+    EXPECT_EQ(outcome.out, "") << line.message;
+  }
+  EXPECT_EQ(files(), QStringList());
+}
+
+TEST_F(CliUsage, looksAtTheOutputNameBeforeItReads) {
+  const Outcome outcome = xov({"section", "missing.SAC", "-o", "plot.svg"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_FALSE(outcome.err.contains("missing.SAC")) << qPrintable(outcome.err);
+}
+
+TEST_F(CliUsage, takesFilesThatAreNamedLikeCommandsAndOptions) {
+  writeRecord("info");
+  writeRecord("xy");
+  writeRecord("--scale");
+  const Outcome outcome = xov({"info", "info", "xy", "--", "--scale"});
+  EXPECT_EQ(outcome.status, 0) << qPrintable(outcome.err);
+  EXPECT_EQ(outcome.out.count('\n'), 4);
+}
+
+TEST_F(CliUsage, takesAllArgumentsAfterTwoDashesForFileNames) {
+  writeRecord("-o");
+  for (const QStringList& arguments : {QStringList{"info", "--", "-o"}, QStringList{"info", "./-o", "--", "-o"}}) {
+    const Outcome outcome = xov(arguments);
+    EXPECT_EQ(outcome.status, 0) << qPrintable(outcome.err);
+    EXPECT_EQ(outcome.out.count('\n'), arguments.size() - 1);
+  }
+}
+
+TEST_F(CliUsage, saysNothingInALocaleThatIsNotUtf8) {
+  writeRecord("a.SAC");
+  environment_.insert("LC_ALL", "C");
+  const Outcome outcome = xov({"section", "a.SAC", "-o", "a.png"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(CliUsage, noticesWhenStandardOutputIsFull) {
+  if (!QFile::exists("/dev/full")) GTEST_SKIP() << "there is no /dev/full";
+  writeRecord("a.SAC");
+  for (const char* arguments : {"info a.SAC", "--help"}) {
+    const Outcome outcome = shell(QStringLiteral("$XOV %1 > /dev/full").arg(arguments));
+    EXPECT_EQ(outcome.status, 1) << arguments;
+    EXPECT_EQ(outcome.err, "xov: standard output: No space left on device\n") << arguments;
+  }
+}
+
+} // namespace
+} // namespace xov::cli

@@ -1,0 +1,30 @@
+#include "apps/xov/Validators.h"
+
+#include <gtest/gtest.h>
+
+namespace xov::cli {
+namespace {
+
+std::string verdict(const CLI::Validator& validator, std::string text) { return validator(text); }
+
+TEST(Validators, acceptNumbersUpToBothBounds) {
+  const auto validator = numberFromTo(1, 20000);
+  for (const char* good : {"1", "20000", "1e3", "12.5"})
+    EXPECT_EQ(verdict(validator, good), "") << good;
+}
+
+TEST(Validators, nameTheNumberAndItsBounds) {
+  const auto validator = numberFromTo(1, 20000);
+  for (const char* bad : {"0.99", "20000.1", "-5", "nan", "inf", "1e999", "abc", "", "1,5", "12pt"})
+    EXPECT_EQ(verdict(validator, bad), "found '" + std::string(bad) + "', expected a number from 1 to 20000");
+}
+
+TEST(Validators, refuseWhatIsNotAboveZero) {
+  const auto validator = numberAboveZero();
+  EXPECT_EQ(verdict(validator, "1e-9"), "");
+  for (const char* bad : {"0", "-0", "-1", "nan", "inf"})
+    EXPECT_EQ(verdict(validator, bad), "found '" + std::string(bad) + "', expected a number above 0");
+}
+
+} // namespace
+} // namespace xov::cli
