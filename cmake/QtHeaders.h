@@ -12,6 +12,7 @@
 #include <QString>
 #include <QTransform>
 #include <QWidget>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>

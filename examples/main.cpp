@@ -24,7 +24,7 @@ Status makeFolder(const QDir& folder) {
 
 Status writeText(const QString& path, const QByteArray& text) {
   QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit()) return {};
+  if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit()) return {};
   return Error{path + QStringLiteral(": ") + file.errorString()};
 }
 

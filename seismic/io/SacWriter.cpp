@@ -55,7 +55,8 @@ Status writeSac(const SacSeismogram& trace, const QString& path, const SacWriteO
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) return Error{path + ": cannot be written: " + file.errorString()};
     if (Status status = writeDevice(trace, file, path, options); !status) return status;
-    if (!file.commit()) return Error{path + ": cannot be written: " + file.errorString()};
+    // What a full disk leaves in the buffer would otherwise be lost in silence while the file takes its place.
+    if (!file.flush() || !file.commit()) return Error{path + ": cannot be written: " + file.errorString()};
     return {};
   });
 }

@@ -1,0 +1,148 @@
+# Holds every #include to the direction that the folders stand in, and every file to a readable length:
+#   cmake -DROOT=<tree> -DPUBLIC_HEADERS=<list of paths relative to the tree> -P layers.cmake
+# Prints one line a fault and fails when there is any.
+cmake_minimum_required(VERSION 3.25)
+
+# What a file below a folder may include of ours: folders, or single headers. A folder that has no row is not checked
+# (tests/ and bench/ look at everything).
+set(below_platform  platform)
+# Of platform/ only what knows nothing of painting.
+set(plain_platform platform/Export.h platform/ImageFile.h platform/Log.h platform/Resources.h platform/TraceVector.h)
+set(below_colour    colour ${plain_platform})
+set(below_map       map ${plain_platform})
+set(below_seismic   seismic ${plain_platform})
+set(below_graphics  graphics platform)
+set(below_views     views graphics map colour seismic platform)
+set(below_apps      apps views graphics map colour seismic platform)
+set(below_examples  examples views graphics map colour seismic platform)
+set(layers platform colour map seismic graphics views apps examples)
+
+# Programs use the library as a stranger would.
+set(sees_public_headers_only apps examples)
+
+# The desktop is the platform's business. An umbrella header such as <QtGui> would bring all of it along.
+set(desktop_headers
+  "^(Qt[A-Za-z]+/)?(QPainter|QPdfWriter|QImageWriter|QFileDialog|QClipboard|QDrag|QtGui|QtWidgets|QtPrintSupport)$")
+
+set(longest_file 500)
+# Files that may be longer, each with its reason in a comment.
+set(may_be_longer)
+
+set(faults 0)
+function(fault text)
+  message(NOTICE "${text}")
+  math(EXPR count "${faults} + 1")
+  set(faults ${count} PARENT_SCOPE)
+endfunction()
+
+# --- lengths
+
+file(GLOB_RECURSE texts RELATIVE ${ROOT} ${ROOT}/cmake/*.h)
+foreach(folder IN LISTS layers ITEMS tests bench)
+  file(GLOB_RECURSE some RELATIVE ${ROOT} ${ROOT}/${folder}/*.h ${ROOT}/${folder}/*.cpp)
+  list(APPEND texts ${some})
+endforeach()
+foreach(file IN LISTS texts)
+  file(READ ${ROOT}/${file} content)
+  string(REGEX MATCHALL "\n" ends "${content}")
+  list(LENGTH ends lines)
+  if(lines GREATER longest_file AND NOT file IN_LIST may_be_longer)
+    fault("${file}: ${lines} lines, more than ${longest_file}")
+  endif()
+endforeach()
+
+# --- single includes
+
+# Whether one of the allowed folders or headers holds `included`.
+function(is_below included allowed result)
+  set(${result} FALSE PARENT_SCOPE)
+  foreach(place IN LISTS allowed)
+    if(included STREQUAL place OR included MATCHES "^${place}/")
+      set(${result} TRUE PARENT_SCOPE)
+    endif()
+  endforeach()
+endfunction()
+
+# A view folder uses views/base, and of another view folder only the header of a class that the including file derives
+# from.
+function(crosses_views file included result)
+  set(${result} FALSE PARENT_SCOPE)
+  string(REGEX MATCH "^views/[^/]+/" from "${file}")
+  string(REGEX MATCH "^views/[^/]+/" to "${included}")
+  if(NOT to OR to STREQUAL from OR NOT from)
+    return()
+  endif()
+  cmake_path(GET included STEM class)
+  file(READ ${ROOT}/${file} content)
+  if(from STREQUAL "views/base/" OR NOT (to STREQUAL "views/base/" OR content MATCHES "public ${class}[^A-Za-z0-9_]"))
+    set(${result} TRUE PARENT_SCOPE)
+  endif()
+endfunction()
+
+macro(check_own_include)
+  is_below("${included}" "${below_${layer}}" below)
+  crosses_views("${file}" "${included}" crosses)
+  if(NOT EXISTS ${ROOT}/${included})
+    fault("${file}: includes \"${included}\", which is no file below the root")
+  elseif(NOT below)
+    fault("${file}: includes \"${included}\", but ${layer}/ stands on ${below_${layer}}")
+  elseif(crosses)
+    fault("${file}: includes \"${included}\" of another view folder without deriving from its class")
+  elseif(layer IN_LIST sees_public_headers_only AND NOT included MATCHES "^${layer}/"
+      AND NOT included IN_LIST PUBLIC_HEADERS)
+    fault("${file}: includes \"${included}\", which is not a public header")
+  elseif(file IN_LIST PUBLIC_HEADERS AND NOT included IN_LIST PUBLIC_HEADERS)
+    fault("${file}: is public but includes \"${included}\", which is not installed")
+  endif()
+  cmake_path(GET file PARENT_PATH from_folder)
+  cmake_path(GET included PARENT_PATH to_folder)
+  if(NOT from_folder STREQUAL to_folder)
+    list(APPEND arrows "${from_folder}>${to_folder}")
+  endif()
+endmacro()
+
+set(arrows)
+foreach(layer IN LISTS layers)
+  file(GLOB_RECURSE files RELATIVE ${ROOT} ${ROOT}/${layer}/*.h ${ROOT}/${layer}/*.cpp)
+  foreach(file IN LISTS files)
+    file(STRINGS ${ROOT}/${file} lines REGEX "^[ \t]*#[ \t]*include")
+    foreach(line IN LISTS lines)
+      string(REGEX REPLACE "<XOV_Graphics/([^>]+)>" "\"\\1\"" line "${line}")
+      if(line MATCHES "include[ \t]*\"([^\"]+)\"")
+        set(included ${CMAKE_MATCH_1})
+        check_own_include()
+      elseif(line MATCHES "include[ \t]*<([^>]+)>")
+        set(included ${CMAKE_MATCH_1})
+        if(NOT layer STREQUAL "platform" AND included MATCHES "${desktop_headers}")
+          fault("${file}: includes <${included}>, which only platform/ does")
+        endif()
+      endif()
+    endforeach()
+  endforeach()
+endforeach()
+
+# --- circles between folders: take away folders that point nowhere until none is left
+
+list(REMOVE_DUPLICATES arrows)
+set(shrinks TRUE)
+while(arrows AND shrinks)
+  set(shrinks FALSE)
+  foreach(arrow IN LISTS arrows)
+    string(REGEX REPLACE "^.*>" "" target "${arrow}")
+    set(points ${arrows})
+    list(FILTER points INCLUDE REGEX "^${target}>")
+    if(NOT points)
+      list(REMOVE_ITEM arrows ${arrow})
+      set(shrinks TRUE)
+    endif()
+  endforeach()
+endwhile()
+if(arrows)
+  list(SORT arrows)
+  string(JOIN ", " circle ${arrows})
+  fault("folders include each other in a circle: ${circle}")
+endif()
+
+if(faults GREATER 0)
+  message(FATAL_ERROR "${faults} fault(s)")
+endif()
