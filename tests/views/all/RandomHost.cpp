@@ -27,13 +27,15 @@ std::vector<float> RandomHost::samples(int most) {
   const bool odd = chance(0.3);
   const float scale = number();
   std::normal_distribution<float> noise;
-  for (float& value : values) value = odd && chance(0.1) ? number() : noise(random_) * scale;
+  for (float& value : values)
+    value = odd && chance(0.1) ? number() : noise(random_) * scale;
   return values;
 }
 
 std::shared_ptr<SeismogramRecord> RandomHost::record() {
   if (chance(0.05)) return nullptr;
-  auto record = std::make_shared<FakeRecord>(samples(3000), chance(0.7) ? 0.05f : number(), chance(0.7) ? 0 : number());
+  auto record =
+      std::make_shared<FakeRecord>(samples(3000), chance(0.7) ? 0.05f : number(), chance(0.7) ? 0 : number());
   record->station = QStringLiteral("STA");
   record->network = QStringLiteral("XX");
   record->component = QStringLiteral("BHZ");
@@ -44,7 +46,8 @@ std::shared_ptr<SeismogramRecord> RandomHost::record() {
   record->distanceDeg = number();
   record->azimuthDeg = number();
   record->depthKm = number();
-  for (int key = 0; key < 12; ++key) record->picks[key] = chance(0.5) ? float(count(100)) : number();
+  for (int key = 0; key < 12; ++key)
+    record->picks[key] = chance(0.5) ? float(count(100)) : number();
   if (chance(0.2)) record->endSeconds = number();
   if (chance(0.2)) record->lowest = number();
   if (chance(0.2)) record->highest = number();
@@ -53,7 +56,8 @@ std::shared_ptr<SeismogramRecord> RandomHost::record() {
 
 std::shared_ptr<SeismogramArray> RandomHost::records() {
   auto records = std::make_shared<SeismogramArray>();
-  for (int n = count(8); n > 0; --n) records->push_back(record());
+  for (int n = count(8); n > 0; --n)
+    records->push_back(record());
   return records;
 }
 

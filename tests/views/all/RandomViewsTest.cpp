@@ -138,17 +138,23 @@ Hosted uniformView(RandomHost& host) {
 
 const std::vector<std::pair<const char*, Maker>>& makers() {
   static const std::vector<std::pair<const char*, Maker>> all = {
-      {"xyPlotView", xyView<xyPlotView>},        {"xyScatterPlot", xyView<xyScatterPlot>},
-      {"XOV2DScatterPlotView", scatterView},     {"XOVHistogramView", histogramView},
-      {"spectrumView", dressed<spectrumView>},   {"MultiSeisView", multiSeisView},
-      {"SeisView01", seisView01},                {"SeisView02", seisView02},
-      {"wvfrmView", waveformView},               {"ThreeCompView", threeCompView},
+      {"xyPlotView", xyView<xyPlotView>},
+      {"xyScatterPlot", xyView<xyScatterPlot>},
+      {"XOV2DScatterPlotView", scatterView},
+      {"XOVHistogramView", histogramView},
+      {"spectrumView", dressed<spectrumView>},
+      {"MultiSeisView", multiSeisView},
+      {"SeisView01", seisView01},
+      {"SeisView02", seisView02},
+      {"wvfrmView", waveformView},
+      {"ThreeCompView", threeCompView},
       {"uniformTimeSeriesView", uniformView},
   };
   return all;
 }
 
-// Whatever a host does, a view draws into a picture, onto paper and into a recording, and gives the same picture twice.
+// Whatever a host does, a view draws into a picture, onto paper and into a recording, and gives the same picture
+// twice.
 TEST(RandomViews, drawWhatTheyCanOfAnything) {
   for (unsigned seed = 0; seed < 300; ++seed) {
     RandomHost host(seed);
@@ -159,7 +165,8 @@ TEST(RandomViews, drawWhatTheyCanOfAnything) {
     const QImage picture = hosted.view->pictureOfRect(bounds);
     ASSERT_FALSE(picture.isNull());
     const double ratio = hosted.view->exportPixelRatio();
-    EXPECT_EQ(picture.size(), QSize(int(std::lround(bounds.width() * ratio)), int(std::lround(bounds.height() * ratio))));
+    EXPECT_EQ(picture.size(),
+              QSize(int(std::lround(bounds.width() * ratio)), int(std::lround(bounds.height() * ratio))));
     EXPECT_TRUE(hosted.view->dataWithPDFInsideRect(bounds).startsWith("%PDF-"));
     RecordingContext recording;
     hosted.view->drawInto(recording);
