@@ -87,8 +87,8 @@ XOV_EXPORT void AFMove(float x, float y);
 /// Draws a straight line from the current point of the path to (x, y), unless a coordinate is not finite.
 XOV_EXPORT void AFLine(float x, float y);
 
-/// Draws a string at (x, y), justified by gJustify. Beyond ASCII it is read as UTF-8, so that a label may hold a degree
-/// sign; a byte that is not part of a character shows as U+FFFD. A null string draws nothing.
+/// Draws a string at (x, y), justified by gJustify. Beyond ASCII it is read as UTF-8, so that a label may hold a
+/// degree sign; a byte that is not part of a character shows as U+FFFD. A null string draws nothing.
 XOV_EXPORT void ADrawStr(const char* text, int x, int y);
 
 /// Draws the string level, with the lower left corner of its box at the origin of the current coordinate system,
