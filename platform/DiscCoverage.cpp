@@ -28,6 +28,7 @@ double quickArcsine(double u) {
 void DiscCoverage::reset(QPointF center, double radius, const QRect& cells) {
   center_ = center;
   radius_ = radius;
+  inverse_ = 1 / radius;
   area_ = std::numbers::pi * radius * radius;
   ++disc_;
   firstColumn_ = cells.x();
@@ -42,8 +43,9 @@ const DiscCoverage::Line& DiscCoverage::line(std::vector<Line>& lines, int index
   const double t = std::clamp(distance, -radius_, radius_);
   const double squared = radius_ * radius_;
   const double halfChord = std::sqrt(squared - t * t);
-  const double angle = radius_ <= kLargestQuickRadius ? std::copysign(quickArcsine(std::abs(t) / radius_), t)
-                                                      : std::atan2(t, halfChord); // the more accurate of the two
+  const double angle = radius_ <= kLargestQuickRadius
+                           ? std::copysign(quickArcsine(std::min(1.0, std::abs(t) * inverse_)), t)
+                           : std::atan2(t, halfChord); // the more accurate of the two
   line = {t, (t * halfChord + squared * angle) / 2, disc_};
   return line;
 }

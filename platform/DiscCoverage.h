@@ -32,6 +32,7 @@ private:
 
   QPointF center_;
   double radius_ = 0;
+  double inverse_ = 0;
   double area_ = 0; // of the whole disc
   std::uint64_t disc_ = 0;
   int firstColumn_ = 0;

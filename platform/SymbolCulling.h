@@ -9,10 +9,10 @@
 
 namespace xov {
 
-/// The symbols that a page needs, in drawing order: those that reach into `visible` (view points) and of which
+/// The symbols that a page needs, in drawing order: those that reach into `area` (view points) and of which
 /// something shows. Left out are symbols that later ones certainly cover, and, where there are more than a few
 /// thousand, symbols centred within 1/20 point of a later one: less than a dot at 600 dots an inch. That
 /// distance doubles until no more than a quarter of a million are left.
-std::vector<std::int64_t> symbolsOnPaper(const Symbols& symbols, const QRectF& visible);
+std::vector<std::int64_t> symbolsOnPaper(const Symbols& symbols, const QRectF& area);
 
 } // namespace xov

@@ -43,7 +43,7 @@ private:
     QPointF crossing(QPointF a, QPointF b) const;
   };
 
-  void passOn(std::size_t side, QPointF point);
+  void passOn(std::size_t index, QPointF point);
   void keep(QPointF point);
   void close();
 

@@ -51,7 +51,7 @@ public:
   float row(std::int64_t i) const;
 
   /// The first sample at or right of a column; last() when there is none.
-  std::int64_t firstAtOrAfter(double column) const;
+  std::int64_t firstAtOrAfter(double wanted) const;
 
   /// The straight pieces that columns follow, see TraceTimeline.
   const std::vector<TimePiece>& pieces() const { return timeline_.pieces(); }

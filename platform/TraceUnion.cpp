@@ -83,38 +83,54 @@ XOV_INLINE void addIntervals(std::int64_t* changes, const Float8& low, const Flo
   }
 }
 
-/// Each lane holds one interval that may still grow; what a layer begins below it lets it go.
+/// One interval a lane that may still grow; none where `high` is negative. `closed` is where the one before ended.
+struct OpenIntervals {
+  Float8 low = Float8{} - 1.0F;
+  Float8 high = Float8{} - 1.0F;
+  Float8 closed = Float8{} - 1.0F;
+};
+
+/// Lets the intervals of some lanes go.
+XOV_INLINE void letGo(std::int64_t* changes, const OpenIntervals& open, unsigned lanes) {
+  const unsigned held = lanes & laneBits(open.high >= Float8{});
+  if (held != 0) addIntervals(changes, open.low, open.high, held);
+}
+
+/// Joins a layer's intervals to the open ones, which grow where they meet it and are let go where it begins below
+/// them. False when a layer reaches back to what has been let go.
+XOV_INLINE bool takeLayer(std::int64_t* changes, OpenIntervals& open, const Float8& low, const Float8& high) {
+  const Int8 live = low < high;
+  const unsigned liveBits = laneBits(live);
+  if (liveBits == 0) return true;
+  const Int8 apart = live & (low > open.high), joins = live & ~apart;
+  Float8 joinedLow = low, joinedHigh = high;
+  keepSmaller(joinedLow, open.low);
+  keepGreater(joinedHigh, open.high);
+  const unsigned apartBits = laneBits(apart);
+  if (apartBits != liveBits && laneBits(joins & ((high < open.low) | (low <= open.closed))) != 0) return false;
+  if (apartBits != 0) {
+    letGo(changes, open, apartBits);
+    open.closed = apart ? open.high : open.closed;
+  }
+  open.low = apart ? low : (joins ? joinedLow : open.low);
+  open.high = apart ? high : (joins ? joinedHigh : open.high);
+  return true;
+}
+
 XOV_INLINE bool addUnionIn8(const float* const* lows, const float* const* highs, int layers, int firstSub, int count,
                             int rows, std::int64_t* changes) {
-  const Float8 nothing = Float8{} - 1.0F, top = {}, bottom = Float8{} + float(rows);
+  const Float8 top = {}, bottom = Float8{} + float(rows);
   for (int j = firstSub; j < firstSub + count; j += kGroup) {
-    Float8 openLow = nothing, openHigh = nothing, closed = nothing, low, high;
+    OpenIntervals open;
     for (int layer = 0; layer < layers; ++layer) {
+      Float8 low, high;
       loadVector(lows[layer] + j, low);
       loadVector(highs[layer] + j, high);
       keepGreater(low, top);
       keepSmaller(high, bottom);
-      const Int8 live = low < high;
-      const unsigned liveBits = laneBits(live);
-      if (liveBits == 0) continue;
-      const Int8 apart = live & (low > openHigh), joins = live & ~apart;
-      Float8 joinedLow = low, joinedHigh = high;
-      keepSmaller(joinedLow, openLow);
-      keepGreater(joinedHigh, openHigh);
-      const unsigned apartBits = laneBits(apart);
-      if (apartBits != liveBits) {
-        if (laneBits(joins & ((high < openLow) | (low <= closed))) != 0) return false;
-      }
-      if (apartBits != 0) {
-        const unsigned closing = apartBits & laneBits(openHigh >= top);
-        if (closing != 0) addIntervals(changes, openLow, openHigh, closing);
-        closed = apart ? openHigh : closed;
-      }
-      openLow = apart ? low : (joins ? joinedLow : openLow);
-      openHigh = apart ? high : (joins ? joinedHigh : openHigh);
+      if (!takeLayer(changes, open, low, high)) return false;
     }
-    const unsigned left = laneBits(openHigh >= top);
-    if (left != 0) addIntervals(changes, openLow, openHigh, left);
+    letGo(changes, open, ~0U);
   }
   return true;
 }

@@ -7,7 +7,7 @@ namespace xov {
 
 namespace {
 
-constexpr double kBarsPerPoint = 32;
+constexpr double kBarsPerPoint = 8;
 constexpr double kBesideGap = 5;
 constexpr double kBaselineWidth = 0.75;
 constexpr double kOutlineWidth = 0.25;

@@ -11,8 +11,8 @@
 
 namespace xov {
 
-// The bars of a histogram as paths to be filled and stroked. Bars that follow each other closer than 1/32 point are
-// one black area under their outlines: of those that start within the same 1/32 point, the tallest stands for all.
+// The bars of a histogram as paths to be filled and stroked. Bars that follow each other closer than 1/8 point are
+// one black area under their outlines: of those that start within the same 1/8 point, the tallest stands for all.
 
 /// What bars are drawn of.
 struct HistogramBars {

@@ -1,5 +1,6 @@
 #include "views/xy/XOVHistogramView.h"
 
+#include "graphics/NumberText.h"
 #include "platform/Colors.h"
 #include "platform/GraphicsContext.h"
 #include "views/xy/HistogramBars.h"
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <new>
+#include <string>
 
 namespace xov {
 
@@ -23,6 +25,14 @@ std::shared_ptr<std::vector<T>> makeBuffer(std::int32_t n) {
   } catch (const std::bad_alloc&) {
     return nullptr;
   }
+}
+
+// A number of the dump, at least nine characters wide.
+std::string dumped(float value) {
+  constexpr std::size_t kWidth = 9;
+  constexpr int kDecimals = 3;
+  const std::string text = exponentText(value, kDecimals, Sign::WhenNegative);
+  return std::string(kWidth - std::min(kWidth, text.size()), ' ') + text;
 }
 
 } // namespace
@@ -154,21 +164,18 @@ void XOVHistogramView::drawAxes() {
 }
 
 QString XOVHistogramView::description() const {
-  QByteArray text;
-  const auto append = [&text](const QString& line) { text += line.toLatin1(); };
-  append(QString::asprintf("nValues = %d, minValue = %9.3e maxValue = %9.3e\n", nValues_, double(minBinValue_),
-                           double(maxBinValue_)));
-  append(QString::asprintf("nBins = %d, binWidth = %9.3e\n", nBins_, double(binWidth_)));
-  if (nBins_ <= 0) return QString::fromLatin1(text);
-  text += "leftEdge rightEdge Count\n";
+  std::string text = "nValues = " + std::to_string(nValues_) + ", minValue = " + dumped(minBinValue_) +
+                     " maxValue = " + dumped(maxBinValue_) + "\n";
+  text += "nBins = " + std::to_string(nBins_) + ", binWidth = " + dumped(binWidth_) + "\n";
+  if (nBins_ > 0) text += "leftEdge rightEdge Count\n";
   const std::span<const std::int32_t> counts = readableCounts();
-  const QByteArray edges =
-      QString::asprintf("%9.3e %9.3e ", double(minBinValue_), double(minBinValue_ + binWidth_)).toLatin1();
-  const std::size_t bins = nBins_ <= kMostBins ? std::size_t(nBins_) : std::min(std::size_t(nBins_), counts.size());
-  for (std::size_t bin = 0; bin < bins; ++bin) {
-    text += edges + QByteArray::number(bin < counts.size() ? counts[bin] : 0) + '\n';
+  const std::string edges = dumped(minBinValue_) + ' ' + dumped(minBinValue_ + binWidth_) + ' ';
+  const std::size_t bins = std::size_t(std::max(0, nBins_));
+  const std::size_t listed = nBins_ <= kMostBins ? bins : std::min(bins, counts.size());
+  for (std::size_t bin = 0; bin < listed; ++bin) {
+    text += edges + std::to_string(bin < counts.size() ? counts[bin] : 0) + '\n';
   }
-  return QString::fromLatin1(text);
+  return QString::fromStdString(text);
 }
 
 } // namespace xov

@@ -16,9 +16,9 @@ void spectrumView::addToTheSpectra(const QVariant& spectrum) {
 }
 
 void spectrumView::removeFromTheSpectra(const QVariant& spectrum) {
-  // A copy, since the argument may be an item of the list.
-  const QVariant wanted = spectrum;
-  if (theSpectra()) std::erase(*theSpectra(), wanted);
+  if (!theSpectra()) return;
+  // The argument may be an item of the list, so the search holds a copy.
+  std::erase_if(*theSpectra(), [wanted = spectrum](const QVariant& item) { return item == wanted; });
 }
 
 void spectrumView::drawRect(const QRectF&) {

@@ -1,0 +1,86 @@
+#include "views/xy/HistogramBins.h"
+
+#include "tests/views/xy/XYDrawing.h"
+
+#include <gtest/gtest.h>
+
+namespace xov {
+namespace {
+
+using testing::kInfinity;
+using testing::kNan;
+
+// Ten bins from 0 to 11 are 11 / (10 + 1) = 1 wide.
+const HistogramBins kTen{10, 0, 11, 1};
+
+TEST(HistogramBins, theWidthDividesTheRangeByOneMoreThanTheNumberOfBins) {
+  EXPECT_EQ(HistogramBins::widthFor(10, 0, 11), 1);
+  EXPECT_EQ(HistogramBins::widthFor(3, 0, 8), 2);
+  EXPECT_EQ(HistogramBins::widthFor(0, 0, 8), 8);
+}
+
+TEST(HistogramBins, theWidthOfTheLargestNumberOfBinsDoesNotOverflow) {
+  EXPECT_FLOAT_EQ(HistogramBins::widthFor(2147483647, 0, 2147483648.0f), 1);
+  EXPECT_EQ(HistogramBins::widthFor(-1, 0, 1), kInfinity);
+}
+
+TEST(HistogramBins, theNumberOfBinsIsTheWholePartOfRangeByWidth) {
+  EXPECT_EQ(HistogramBins::countFor(2, 0, 7), 3);
+  EXPECT_EQ(HistogramBins::countFor(-2, 0, 7), -3);
+  EXPECT_EQ(HistogramBins::countFor(1e-30f, 0, 1), 2147483647);
+  EXPECT_EQ(HistogramBins::countFor(kNan, 0, 1), 0);
+}
+
+TEST(HistogramBins, aValueGoesToTheBinItLiesIn) {
+  EXPECT_EQ(kTen.indexOf(0), 0);
+  EXPECT_EQ(kTen.indexOf(0.5f), 0);
+  EXPECT_EQ(kTen.indexOf(3.99f), 3);
+  EXPECT_EQ(kTen.indexOf(4), 4);
+}
+
+TEST(HistogramBins, valuesOutsideTheRangeGoToTheFirstAndTheLastBin) {
+  EXPECT_EQ(kTen.indexOf(-2), 0);
+  EXPECT_EQ(kTen.indexOf(12), 9);
+  EXPECT_EQ(kTen.indexOf(-kInfinity), 0);
+  EXPECT_EQ(kTen.indexOf(kInfinity), 9);
+}
+
+// The formula gives 10 for 10.5 and 11 for 11: one and two past the last of ten bins.
+TEST(HistogramBins, theHighestValuesOfTheRangeGoToTheLastBin) {
+  EXPECT_EQ(kTen.indexOf(9.5f), 9);
+  EXPECT_EQ(kTen.indexOf(10.5f), 9);
+  EXPECT_EQ(kTen.indexOf(11), 9);
+}
+
+TEST(HistogramBins, aValueEqualToTheUpperEndIsNotAboveIt) {
+  // With a width of 20 the formula puts 11 into bin 0; were it above the range, it would be in bin 9.
+  const HistogramBins wide{10, 0, 11, 20};
+  EXPECT_EQ(wide.indexOf(11), 0);
+  EXPECT_EQ(wide.indexOf(11.1f), 9);
+}
+
+TEST(HistogramBins, notANumberHasNoBin) { EXPECT_EQ(kTen.indexOf(kNan), std::nullopt); }
+
+TEST(HistogramBins, anEmptyOrReversedRangeStillHasABinForEveryNumber) {
+  const HistogramBins point{4, 5, 5, 0};
+  EXPECT_EQ(point.indexOf(4), 0);
+  EXPECT_EQ(point.indexOf(5), 0);
+  EXPECT_EQ(point.indexOf(6), 3);
+  const HistogramBins reversed{4, 5, 0, -1};
+  for (const float value : {-1.0f, 0.0f, 3.0f, 5.0f, 9.0f}) {
+    const auto bin = reversed.indexOf(value);
+    ASSERT_TRUE(bin.has_value()) << value;
+    EXPECT_TRUE(*bin >= 0 && *bin < 4) << value;
+  }
+}
+
+TEST(HistogramBins, extremesLeaveOutWhatIsNotANumber) {
+  const float values[] = {3, kNan, -7, 5};
+  EXPECT_EQ(valueExtremes(values).min, -7);
+  EXPECT_EQ(valueExtremes(values).max, 5);
+  EXPECT_EQ(valueExtremes({}).min, kInfinity);
+  EXPECT_EQ(valueExtremes({}).max, -kInfinity);
+}
+
+} // namespace
+} // namespace xov
