@@ -7,6 +7,8 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstring>
 
 namespace xov {
@@ -28,6 +30,14 @@ constexpr double kPointsPerInch = 72;
 constexpr float kAxisLineWidth = 0.75f;
 // What the axis functions may append to a label.
 constexpr std::size_t kSuffixRoom = 16;
+
+// Two digits behind the point, in every locale, with halves rounded to even as printf() does.
+QString inches(double points) {
+  std::array<char, 400> text; // holds the largest double
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), points / kPointsPerInch, std::chars_format::fixed, 2);
+  return QString::fromLatin1(text.data(), end.ptr - text.data());
+}
 
 std::shared_ptr<TextAttributes> helvetica(double size) {
   return std::make_shared<TextAttributes>(TextAttributes::helvetica(size));
@@ -139,8 +149,7 @@ void XOVView::drawViewSize() {
   GraphicsContext& context = GraphicsContext::current();
   context.setColor(colors::black);
   context.strokeRect(iRect_);
-  const QString text =
-      QString::asprintf("%.2f by %.2f (inches)", iRect_.width() / kPointsPerInch, iRect_.height() / kPointsPerInch);
+  const QString text = QStringLiteral("%1 by %2 (inches)").arg(inches(iRect_.width()), inches(iRect_.height()));
   const QSizeF size = sizeLabelAttributes_->size(text);
   context.drawText(
       text, {iRect_.x() + (iRect_.width() - size.width()) / 2, iRect_.y() + (iRect_.height() - size.height()) / 2},

@@ -222,6 +222,13 @@ TEST(XOVView, aFrameOf504By360PointsReads7By5Inches) {
   EXPECT_NEAR(text.position.y() + size.height() / 2, 50 + 180, 1e-9);
 }
 
+TEST(XOVView, halvesOfTheSizeInInchesRoundToEven) {
+  XOVView view({0, 0, 89, 107}); // iRect 9 × 27 points: 0.125 and 0.375 inches
+  view.computeRects();
+  const auto recording = recorded([&] { view.drawViewSize(); });
+  EXPECT_EQ(recording->strings(), QStringList{QStringLiteral("0.12 by 0.38 (inches)")});
+}
+
 TEST(XOVView, framesAndFillsItsBounds) {
   XOVView view({0, 0, 30, 20});
   const auto recording = recorded([&] {
