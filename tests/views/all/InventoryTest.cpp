@@ -1,0 +1,142 @@
+// Every class of view: made, laid out, drawn empty and drawn with data, onto every surface.
+#include "platform/RecordingContext.h"
+#include "seismic/SampledSignal.h"
+#include "seismic/StationObservation.h"
+#include "tests/support/FakeRecord.h"
+#include "views/seismic/MultiSeisView.h"
+#include "views/seismic/SeisView01.h"
+#include "views/seismic/SeisView02.h"
+#include "views/seismic/ThreeCompView.h"
+#include "views/seismic/uniformTimeSeriesView.h"
+#include "views/seismic/wvfrmView.h"
+#include "views/xy/XOV2DScatterPlotView.h"
+#include "views/xy/XOVChartView.h"
+#include "views/xy/XOVHistogramView.h"
+#include "views/xy/spectrumView.h"
+#include "views/xy/xyPlotView.h"
+#include "views/xy/xyScatterPlot.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include <cmath>
+
+namespace xov {
+namespace {
+
+const QRectF kFrame(0, 0, 420, 300);
+
+// What a host has: kept alive while its views are shown.
+struct Data {
+  std::vector<float> x = {0, 1, 2, 3, 4};
+  std::vector<float> y = {1, 5, 2, 4, 3};
+  std::shared_ptr<SeismogramArray> records = std::make_shared<SeismogramArray>();
+  std::shared_ptr<ThreeComponentObservation> observation;
+  std::shared_ptr<UniformSignalArray> series = std::make_shared<UniformSignalArray>();
+
+  Data() {
+    std::vector<float> samples(400);
+    for (std::size_t i = 0; i < samples.size(); ++i)
+      samples[i] = float(100 * std::sin(double(i) * 0.2));
+    for (int i = 0; i < 4; ++i)
+      records->push_back(std::make_shared<testing::FakeRecord>(samples, 0.1f));
+    observation = std::make_shared<StationObservation>((*records)[0], (*records)[1], (*records)[2]);
+    series->push_back(std::make_shared<SampledSignal>(samples, 0.1f, QStringLiteral("series")));
+  }
+};
+
+const Data& data() {
+  static const Data one;
+  return one;
+}
+
+void fill(XOVView&) {}
+
+void fill(xyPlotView& view) {
+  view.setDataPointersXY(data().x, data().y);
+  view.setNpts(5);
+  view.computePlotLimits();
+}
+
+void fill(XOV2DScatterPlotView& view) {
+  view.setXpYpNpts(std::make_shared<std::vector<float>>(data().x), std::make_shared<std::vector<float>>(data().y), 5);
+  view.computePlotLimits();
+}
+
+void fill(XOVHistogramView& view) {
+  view.setValuesNPts(data().y.data(), 5);
+  view.setNBinsMinMax(4, 0, 5);
+  view.binValues();
+}
+
+void fill(MultiSeisView& view) { view.setWvfrmsArray(data().records); }
+
+void fill(SeisView01& view) { view.setWvfrmsArray(data().records); }
+
+void fill(SeisView02& view) { view.setWvfrmsArray(data().records); }
+
+void fill(wvfrmView& view) {
+  view.setXLimitsMinMax(0, 40);
+  view.setMaxAmplitude(100);
+  view.setWvfrmArray(data().records);
+}
+
+void fill(ThreeCompView& view) { view.setObservation(data().observation); }
+
+void fill(uniformTimeSeriesView& view) {
+  view.setXLimitsMinMax(0, 40);
+  view.setWvfrmArray(data().series);
+}
+
+// Draws onto all surfaces and returns the picture.
+QImage drawEverywhere(View& view, RecordingContext& recording) {
+  const QImage window = view.grab().toImage();
+  EXPECT_EQ(window.size(), view.size() * view.devicePixelRatioF());
+  EXPECT_TRUE(view.dataWithPDFInsideRect(view.bounds()).startsWith("%PDF-"));
+  view.drawInto(recording);
+  const QImage picture = view.pictureOfRect(view.bounds());
+  EXPECT_EQ(picture.size(), QSize(420, 300));
+  return picture;
+}
+
+template <typename ViewType>
+class Inventory : public ::testing::Test {};
+
+using AllViews =
+    ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView, XOVHistogramView,
+                     MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView, uniformTimeSeriesView>;
+TYPED_TEST_SUITE(Inventory, AllViews);
+
+TYPED_TEST(Inventory, isMadeLaidOutAndDrawnEmpty) {
+  TypeParam view(kFrame);
+  EXPECT_EQ(view.bounds(), kFrame);
+  view.computeRects();
+  EXPECT_GT(view.pRect().width(), 0);
+  RecordingContext recording;
+  drawEverywhere(view, recording);
+  EXPECT_EQ(recording.items().empty(), (std::is_same_v<TypeParam, XOVView>)) << "only the base draws nothing";
+}
+
+TYPED_TEST(Inventory, isDrawnWithData) {
+  TypeParam empty(kFrame);
+  TypeParam view(kFrame);
+  fill(view);
+  RecordingContext nothing;
+  RecordingContext recording;
+  const QImage blank = drawEverywhere(empty, nothing);
+  const QImage picture = drawEverywhere(view, recording);
+  constexpr bool kDrawsNoData = std::is_same_v<TypeParam, XOVView> || std::is_same_v<TypeParam, spectrumView>;
+  EXPECT_EQ(picture == blank, kDrawsNoData);
+  EXPECT_EQ(recording.items().size() == nothing.items().size(), kDrawsNoData);
+}
+
+TEST(ChartViewInventory, isMadeAndDrawsNothing) {
+  XOVChartView view;
+  view.resize(40, 30);
+  EXPECT_TRUE(view.pRect().isEmpty());
+  EXPECT_FALSE(view.grab().toImage().isNull());
+}
+
+} // namespace
+} // namespace xov
