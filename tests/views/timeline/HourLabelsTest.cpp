@@ -1,0 +1,134 @@
+#include "views/timeline/HourLabels.h"
+
+#include "TimelineDrawing.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace xov::testing {
+namespace {
+
+QStringList texts(const HelicorderPage& page, const QDateTime& reference) {
+  const QDateTime hour(reference.date(), QTime(reference.time().hour(), 0), Qt::UTC);
+  QStringList list;
+  for (const HourLabel& label : hourLabels(page, reference, hour))
+    list << label.text;
+  return list;
+}
+
+HelicorderPage pageOf(std::int32_t rows, float rowDuration) { return {{72, 36, 492, 300}, rows, rowDuration}; }
+
+TEST(HourLabels, runThroughTheDay) {
+  const QStringList list = texts(pageOf(24, 3600), utc(2009, 2, 19));
+  ASSERT_EQ(list.size(), 24);
+  EXPECT_EQ(list.front(), QStringLiteral(" 02/19 00"));
+  EXPECT_EQ(list[9], QStringLiteral(" 02/19 09"));
+  EXPECT_EQ(list.back(), QStringLiteral(" 02/19 23"));
+}
+
+TEST(HourLabels, passMidnight) {
+  EXPECT_EQ(texts(pageOf(4, 3600), utc(2011, 12, 31, 22, 10)),
+            (QStringList{" 12/31 22", " 12/31 23", " 01/01 00", " 01/01 01"}));
+}
+
+TEST(HourLabels, stepByTwoHoursForRowsOfTwoHours) {
+  EXPECT_EQ(texts(pageOf(3, 7200), utc(2011, 3, 11, 10)), (QStringList{" 03/11 10", " 03/11 12", " 03/11 14"}));
+}
+
+TEST(HourLabels, countWholeHoursOnlyButDatesExactly) {
+  // Half an hour holds no whole hour; forty-eight of them hold a day.
+  const QStringList half = texts(pageOf(49, 1800), utc(2011, 3, 11));
+  EXPECT_EQ(half[0], QStringLiteral(" 03/11 00"));
+  EXPECT_EQ(half[3], QStringLiteral(" 03/11 00"));
+  EXPECT_EQ(half[48], QStringLiteral(" 03/12 00"));
+  EXPECT_EQ(texts(pageOf(3, 5400), utc(2011, 3, 11, 22)), (QStringList{" 03/11 22", " 03/11 23", " 03/12 00"}));
+}
+
+TEST(HourLabels, changeTheDateByTheMinutesOfTheReferenceTime) {
+  // Rows start at 22:30 and 24:00.
+  EXPECT_EQ(texts(pageOf(2, 5400), utc(2011, 3, 11, 22, 30)), (QStringList{" 03/11 22", " 03/12 23"}));
+}
+
+TEST(HourLabels, standBesideTheirRowsBelowAWholeTop) {
+  // Row height (300.5 - 36) / 6; the top at 36.75 + 300.5 = 337.25 counts as 337.
+  const HelicorderPage page{{72, 36.75, 492, 300.5}, 5, 3600};
+  const std::vector<HourLabel> labels = hourLabels(page, utc(2011, 3, 11), utc(2011, 3, 11));
+  ASSERT_EQ(labels.size(), 5u);
+  for (int r = 0; r < 5; ++r)
+    expectNear(labels[std::size_t(r)].place, {64, 337 - (r + 0.5) * 264.5 / 6}, 1e-9);
+}
+
+TEST(HourLabels, readAsAnIndependentReckoningWritesThem) {
+  std::mt19937 random(3);
+  for (int round = 0; round < 300; ++round) {
+    SCOPED_TRACE(::testing::Message() << "round " << round);
+    const QDateTime reference = utc(1975, 1, 1).addSecs(uniformInt(random, 0, 2000000000));
+    const int rows = uniformInt(random, 0, 60);
+    const float rowDuration = float(uniformInt(random, 1, 20000));
+    const QStringList list = texts(pageOf(rows, rowDuration), reference);
+    ASSERT_EQ(list.size(), rows);
+    int hour = reference.time().hour();
+    QDateTime date = reference;
+    for (const QString& text : list) {
+      EXPECT_EQ(text, QLocale::c().toString(date.date(), QStringLiteral(" MM/dd ")) +
+                          QStringLiteral("%1").arg(hour, 2, 10, QLatin1Char('0')));
+      hour = (hour + int(rowDuration) / 3600) % 24;
+      date = date.addSecs(int(rowDuration));
+    }
+  }
+}
+
+TEST(HourLabels, areNoneWithoutADate) { EXPECT_TRUE(hourLabels(pageOf(24, 3600), {}, {}).empty()); }
+
+TEST(HourLabels, endWhereTheCalendarDoes) {
+  EXPECT_EQ(texts(pageOf(24, std::numeric_limits<float>::quiet_NaN()), utc(2011, 3, 11)).size(), 0);
+  EXPECT_EQ(texts(pageOf(24, 3e38f), utc(2011, 3, 11)).size(), 1);
+  EXPECT_EQ(texts(pageOf(24, 2e9f), utc(2011, 3, 11)).size(), 24);
+}
+
+TEST(HelicorderPage, thinsTheMarksOfRowsThatNoPageCanTellApart) {
+  EXPECT_EQ(pageOf(24, 3600).markedRows().size(), 24u);
+  EXPECT_EQ(pageOf(2048, 3600).markedRows().size(), 2048u);
+  const std::vector<std::int32_t> rows = pageOf(2000000000, 3600).markedRows();
+  EXPECT_LE(rows.size(), 2048u);
+  EXPECT_GT(rows.size(), 2000u);
+  EXPECT_EQ(rows.front(), 0);
+  EXPECT_LT(rows.back(), 2000000000);
+  EXPECT_TRUE(pageOf(0, 3600).markedRows().empty());
+  EXPECT_TRUE(pageOf(std::numeric_limits<std::int32_t>::min(), 3600).markedRows().empty());
+}
+
+TEST(HelicorderPage, showsTheRowsThatReachIntoTheMargins) {
+  // Rows of 10 points: 6.4 of them above the page, 7.2 and an empty row below the last one, and one more for the
+  // line.
+  const HelicorderPage page{{72, 36, 492, 36 + 250}, 24, 3600};
+  EXPECT_DOUBLE_EQ(page.rowHeight(), 10);
+  EXPECT_DOUBLE_EQ(page.rowsInView(0).first, -7.4);
+  EXPECT_DOUBLE_EQ(page.rowsInView(0).last, 24 + 1 + 7.2);
+  EXPECT_DOUBLE_EQ(page.rowsInView(4).first, -11.4);
+  EXPECT_DOUBLE_EQ(page.rowsInView(4).last, 24 + 1 + 7.2 + 4);
+  EXPECT_TRUE(std::isinf(HelicorderPage({{72, 36, 492, 0}, 24, 3600}).rowsInView(0).first));
+}
+
+TEST(PageTitle, joinsDateAndCodes) {
+  FakeRecord record;
+  record.reference = std::make_shared<UtcTime>(utc(2009, 2, 19));
+  record.network = QStringLiteral("DK");
+  record.station = QStringLiteral("COP");
+  record.location = QStringLiteral("00");
+  record.component = QStringLiteral("BHZ");
+  EXPECT_EQ(pageTitle(record), QStringLiteral("2009-02-19 - DK COP 00 BHZ"));
+}
+
+TEST(PageTitle, leavesMissingTextsEmpty) {
+  FakeRecord record;
+  EXPECT_EQ(pageTitle(record), QStringLiteral(" -    "));
+  record.reference = std::make_shared<UtcTime>();
+  record.station = QStringLiteral("%1");
+  EXPECT_EQ(pageTitle(record), QStringLiteral(" -  %1  "));
+}
+
+} // namespace
+} // namespace xov::testing
