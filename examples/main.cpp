@@ -53,7 +53,9 @@ Status writeDay(const QDir& folder) {
 Status writeTables(const QDir& folder) {
   const QString times = folder.filePath(QStringLiteral("xy_travel_times.txt"));
   if (Status written = writeText(times, synthetic::travelTimeTable()); !written) return written;
-  return writeText(folder.filePath(QStringLiteral("xy_group_velocity.txt")), synthetic::groupVelocityTable());
+  const QString velocities = folder.filePath(QStringLiteral("xy_group_velocity.txt"));
+  if (Status written = writeText(velocities, synthetic::groupVelocityTable()); !written) return written;
+  return writeText(folder.filePath(QStringLiteral("xy_source_durations.csv")), synthetic::sourceDurationTable());
 }
 
 Status writeExamples(const QDir& folder) {

@@ -15,6 +15,9 @@ section-three-components|Three components at one station|section section/XX.HERN
 section-one|One record with its picks|section section/XX.DOVE.00.BHZ.SAC
 xy-travel-times|A line plot: travel times against distance|xy xy_travel_times.txt --xlabel 'Distance (degrees)' --ylabel 'Travel time (s)' --title 'P in IASP91, source at 24 km'
 xy-group-velocity|A line plot: group velocity against period|xy xy_group_velocity.txt --xlabel 'Period (s)' --ylabel 'Group velocity (km/s)' --title 'Rayleigh waves'
+scatter-durations|A scatter plot: duration of earthquakes against magnitude|scatter xy_source_durations.csv --diameter 8 --title '400 made-up earthquakes'
+hist-magnitudes|A histogram: magnitudes, each unit holding a tenth as many as the one below|hist xy_source_durations.csv --title '400 made-up earthquakes'
+hist-durations|A histogram about the mean, its range given|hist xy_source_durations.csv --columns 2 --remove-mean --bins 30 --min -1 --max 1.5 --xlabel 'Logarithm of duration, less the mean' --title '400 made-up earthquakes'
 ROWS
 }
 

@@ -1,6 +1,8 @@
 #include "apps/xov/CommandTable.h"
 
+#include "apps/xov/HistCommand.h"
 #include "apps/xov/InfoCommand.h"
+#include "apps/xov/ScatterCommand.h"
 #include "apps/xov/SectionCommand.h"
 #include "apps/xov/XyCommand.h"
 
@@ -17,6 +19,8 @@ std::unique_ptr<Command> make() {
 constexpr CommandRow kCommands[] = {
     {"section", "Draw seismograms as a record section", make<SectionCommand>},
     {"xy", "Draw two columns of numbers as a line", make<XyCommand>},
+    {"scatter", "Draw two columns of numbers as circles", make<ScatterCommand>},
+    {"hist", "Draw or print a column of numbers as a histogram", make<HistCommand>},
     {"info", "List what seismogram files hold", make<InfoCommand>},
 };
 

@@ -38,6 +38,9 @@ public:
   /// Another default of --size, for what the command has found in its input.
   void setDefaultSize(const QSizeF& size) { defaultSize_ = size; }
 
+  /// True when the user gave the name of a file.
+  bool toFile() const { return !file_.empty(); }
+
   /// The title that the user gave, an empty one included, or else `fallback`.
   QString titleOr(const QString& fallback) const;
 

@@ -33,6 +33,17 @@ CLI::Validator numberFromTo(double min, double max) {
                     [min, max](double value) { return value >= min && value <= max; });
 }
 
+CLI::Validator wholeNumberFromTo(int min, int max) {
+  const QString expected = QStringLiteral("a whole number from %1 to %2").arg(min).arg(max);
+  const auto check = [=](const std::string& text) -> std::string {
+    bool ok = false;
+    const int value = QString::fromStdString(text).toInt(&ok);
+    if (ok && value >= min && value <= max) return {};
+    return QStringLiteral("found '%1', expected %2").arg(QString::fromStdString(text), expected).toStdString();
+  };
+  return CLI::Validator(check, std::string());
+}
+
 CLI::Validator numberAboveZero() {
   return numberThat(QStringLiteral("a number above 0"), [](double value) { return value > 0; });
 }

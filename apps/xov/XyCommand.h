@@ -1,10 +1,8 @@
 #pragma once
 
+#include "apps/xov/ColumnInputs.h"
 #include "apps/xov/Command.h"
 #include "apps/xov/Output.h"
-
-#include <array>
-#include <string>
 
 namespace xov::cli {
 
@@ -15,11 +13,8 @@ public:
   ExitCode run() override;
 
 private:
-  std::string file_;
+  ColumnInputs inputs_{{"1", "2"}, "X Y"};
   Output output_{"xy", {600, 500}};
-  std::array<std::string, 2> columns_{"1", "2"};
-  std::optional<std::string> xLabel_;
-  std::optional<std::string> yLabel_;
 };
 
 } // namespace xov::cli

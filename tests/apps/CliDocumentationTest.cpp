@@ -36,7 +36,7 @@ protected:
 };
 
 TEST_F(CliDocumentation, knowsItsCommands) {
-  for (const char* command : {"section", "xy", "info"})
+  for (const char* command : {"section", "xy", "scatter", "hist", "info"})
     EXPECT_TRUE(commands().contains(command)) << command;
   EXPECT_TRUE(longOptions("section").contains("zero-lines"));
 }

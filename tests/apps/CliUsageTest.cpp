@@ -55,6 +55,16 @@ TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
       {{"info"}, "xov: info: FILES is required (see 'xov info --help')\n"},
       {{"xy"}, "xov: xy: FILE is required (see 'xov xy --help')\n"},
       {{"xy", "a", "b"}, "xov: xy: The following argument was not expected: b (see 'xov xy --help')\n"},
+      {{"scatter"}, "xov: scatter: FILE is required (see 'xov scatter --help')\n"},
+      {{"scatter", "a", "--diameter", "0"},
+       "xov: scatter: --diameter: found '0', expected a number from 0.1 to 1000 (see 'xov scatter --help')\n"},
+      {{"hist"}, "xov: hist: FILE is required (see 'xov hist --help')\n"},
+      {{"hist", "a", "--bins", "0"},
+       "xov: hist: --bins: found '0', expected a whole number from 1 to 1048576 (see 'xov hist --help')\n"},
+      {{"hist", "a", "--min", "nan"},
+       "xov: hist: --min: found 'nan', expected a number from -1e+30 to 1e+30 (see 'xov hist --help')\n"},
+      {{"hist", "a", "--min", "2", "--max", "2"},
+       "xov: hist: --max: expected a number above that of --min (see 'xov hist --help')\n"},
   };
   for (const WrongLine& line : lines) {
     const Outcome outcome = xov(line.arguments);

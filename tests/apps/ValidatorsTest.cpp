@@ -26,5 +26,13 @@ TEST(Validators, refuseWhatIsNotAboveZero) {
     EXPECT_EQ(verdict(validator, bad), "found '" + std::string(bad) + "', expected a number above 0");
 }
 
+TEST(Validators, acceptWholeNumbersUpToBothBounds) {
+  const auto validator = wholeNumberFromTo(1, 100);
+  for (const char* good : {"1", "100", "+7"})
+    EXPECT_EQ(verdict(validator, good), "") << good;
+  for (const char* bad : {"0", "101", "-1", "2.5", "1e1", "99999999999", "nan", ""})
+    EXPECT_EQ(verdict(validator, bad), "found '" + std::string(bad) + "', expected a whole number from 1 to 100");
+}
+
 } // namespace
 } // namespace xov::cli

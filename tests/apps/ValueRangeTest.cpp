@@ -36,5 +36,21 @@ TEST(ValueRange, hasNoneWithoutFiniteValues) {
   EXPECT_FALSE(limitsOfPoints(std::vector<float>{1}, std::vector<float>{kInfinity}));
 }
 
+TEST(ValueRange, movesLimitsOutwardsByAShareOfTheirRange) {
+  // A twentieth of 40 is 2, of 2 is 0.1.
+  const PlotLimits limits = widenedBy({-10, 30, 5, 7}, 0.05);
+  EXPECT_FLOAT_EQ(limits.xmin, -12);
+  EXPECT_FLOAT_EQ(limits.xmax, 32);
+  EXPECT_FLOAT_EQ(limits.ymin, 4.9F);
+  EXPECT_FLOAT_EQ(limits.ymax, 7.1F);
+}
+
+TEST(ValueRange, keepsWidenedLimitsFinite) {
+  constexpr float kLargest = std::numeric_limits<float>::max();
+  const PlotLimits limits = widenedBy({-kLargest, kLargest, 0, 1}, 0.05);
+  EXPECT_EQ(limits.xmin, -kLargest);
+  EXPECT_EQ(limits.xmax, kLargest);
+}
+
 } // namespace
 } // namespace xov::cli

@@ -4,6 +4,7 @@
 
 #include <QByteArrayList>
 
+#include <cmath>
 #include <optional>
 
 namespace xov::synthetic {
@@ -43,9 +44,32 @@ TEST(XyTables, groupVelocitiesAreThoseOfTheEarth) {
   }
 }
 
+TEST(XyTables, sourceDurationsFollowTheirLaws) {
+  // Below two comment and heading lines, 400 rows. By log M = 1.5 m + 16.1 and 2 * 1.05e-8 * M^(1/3), the logarithm
+  // of the duration is 0.5 m + 16.1 / 3 + log(2.1e-8) = 0.5 m - 2.3111. Of b = 1, a tenth are above magnitude 6.5.
+  const QByteArrayList lines = sourceDurationTable().trimmed().split('\n');
+  ASSERT_EQ(lines.size(), 402);
+  double squares = 0;
+  int above = 0;
+  for (const QByteArray& line : lines.mid(2)) {
+    const QByteArrayList fields = line.split(',');
+    ASSERT_EQ(fields.size(), 2);
+    const double magnitude = fields[0].toDouble();
+    EXPECT_GE(magnitude, 5.5);
+    EXPECT_LE(magnitude, 8.5);
+    above += magnitude > 6.5;
+    const double residual = fields[1].toDouble() - (0.5 * magnitude - 2.3111);
+    squares += residual * residual;
+  }
+  // Three standard deviations of 400 drawings: 6 each of 40, and 0.0035 each of 0.1.
+  EXPECT_NEAR(above, 40, 18);
+  EXPECT_NEAR(std::sqrt(squares / 400), 0.1, 0.011);
+}
+
 TEST(XyTables, beginWithACommentThatNamesTheColumns) {
   EXPECT_TRUE(travelTimeTable().startsWith("# distance (degrees), travel time of P (s)"));
   EXPECT_TRUE(groupVelocityTable().startsWith("# period (s), group velocity"));
+  EXPECT_TRUE(sourceDurationTable().startsWith("# made-up earthquakes"));
 }
 
 } // namespace

@@ -5,6 +5,8 @@ _xov_options() {
   case $1 in
     section) echo "-h --help --gain --zero-lines --sort $output" ;;
     xy) echo "-h --help --columns --xlabel --ylabel $output" ;;
+    scatter) echo "-h --help --columns --xlabel --ylabel --diameter $output" ;;
+    hist) echo "-h --help --columns --xlabel --ylabel --bins --min --max --remove-mean --dump $output" ;;
     info) echo '-h --help' ;;
     *) echo '-h --help --version' ;;
   esac
@@ -14,13 +16,13 @@ _xov() {
   local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
   COMPREPLY=()
   if ((COMP_CWORD == 1)) && [[ $word != -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W 'section xy info' -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W 'section xy scatter hist info' -- "$word")
     return
   fi
   ((COMP_CWORD == 1)) && command=
   case $previous in
     --sort) mapfile -t COMPREPLY < <(compgen -W 'distance azimuth name' -- "$word"); return ;;
-    --gain | --size | --scale | --title | --columns | --xlabel | --ylabel) return ;;
+    --gain | --size | --scale | --title | --columns | --xlabel | --ylabel | --diameter | --bins | --min | --max) return ;;
   esac
   if [[ $word == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$(_xov_options "$command")" -- "$word")

@@ -1,13 +1,16 @@
 # fish completion for xov
 
-set -l commands section xy info
-set -l drawing section xy
+set -l commands section xy scatter hist info
+set -l drawing section xy scatter hist
+set -l tables xy scatter hist
 
 complete -c xov -s h -l help -d 'Print help'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -f
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -l version -d 'Print the version'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a section -d 'Draw seismograms as a record section'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a xy -d 'Draw two columns of numbers as a line'
+complete -c xov -n "not __fish_seen_subcommand_from $commands" -a scatter -d 'Draw two columns of numbers as circles'
+complete -c xov -n "not __fish_seen_subcommand_from $commands" -a hist -d 'Draw or print a column of numbers as a histogram'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a info -d 'List what seismogram files hold'
 
 complete -c xov -n "__fish_seen_subcommand_from $drawing" -s o -l output -r -d 'Write the plot to this file'
@@ -19,6 +22,14 @@ complete -c xov -n '__fish_seen_subcommand_from section' -l gain -x -d 'Enlarge 
 complete -c xov -n '__fish_seen_subcommand_from section' -l zero-lines -d 'Draw a dotted zero line through each trace'
 complete -c xov -n '__fish_seen_subcommand_from section' -l sort -x -a 'distance azimuth name' -d 'Order from the bottom up'
 
-complete -c xov -n '__fish_seen_subcommand_from xy' -l columns -x -d 'Columns to draw'
-complete -c xov -n '__fish_seen_subcommand_from xy' -l xlabel -x -d 'Label of the X axis'
-complete -c xov -n '__fish_seen_subcommand_from xy' -l ylabel -x -d 'Label of the Y axis'
+complete -c xov -n "__fish_seen_subcommand_from $tables" -l columns -x -d 'Columns to draw'
+complete -c xov -n "__fish_seen_subcommand_from $tables" -l xlabel -x -d 'Label of the X axis'
+complete -c xov -n "__fish_seen_subcommand_from $tables" -l ylabel -x -d 'Label of the Y axis'
+
+complete -c xov -n '__fish_seen_subcommand_from scatter' -l diameter -x -d 'Diameter of the circles in points'
+
+complete -c xov -n '__fish_seen_subcommand_from hist' -l bins -x -d 'Number of bins'
+complete -c xov -n '__fish_seen_subcommand_from hist' -l min -x -d 'Lower end of the range of the bins'
+complete -c xov -n '__fish_seen_subcommand_from hist' -l max -x -d 'Upper end of the range of the bins'
+complete -c xov -n '__fish_seen_subcommand_from hist' -l remove-mean -d 'Subtract the mean of the values from them first'
+complete -c xov -n '__fish_seen_subcommand_from hist' -l dump -d 'Print the bins as text'
