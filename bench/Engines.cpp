@@ -13,25 +13,30 @@ namespace xov::bench {
 
 namespace {
 
+constexpr std::size_t kLanes = 32;
+
 // Keeps the compiler from leaving the scan out.
 volatile float scanResult = 0;
 
-QImage scan(const Work& work) {
-  constexpr std::size_t kLanes = 32;
+void scanInto(const float* sample, const float* end, std::array<float, kLanes>& low,
+              std::array<float, kLanes>& high) {
+  for (; end - sample >= std::ptrdiff_t(kLanes); sample += kLanes) {
+    for (std::size_t i = 0; i < kLanes; ++i)
+      low[i] = sample[i] < low[i] ? sample[i] : low[i];
+    for (std::size_t i = 0; i < kLanes; ++i)
+      high[i] = sample[i] > high[i] ? sample[i] : high[i];
+  }
+}
+
+Drawn scan(const Work& work) {
   std::array<float, kLanes> low;
   std::array<float, kLanes> high;
   low.fill(1e30f);
   high.fill(-1e30f);
-  for (const Trace& trace : work.traces) {
-    const float* sample = trace.samples + trace.first;
-    const float* end = trace.samples + trace.last;
-    for (; end - sample >= std::ptrdiff_t(kLanes); sample += kLanes) {
-      for (std::size_t i = 0; i < kLanes; ++i)
-        low[i] = sample[i] < low[i] ? sample[i] : low[i];
-      for (std::size_t i = 0; i < kLanes; ++i)
-        high[i] = sample[i] > high[i] ? sample[i] : high[i];
-    }
-  }
+  for (const Trace& trace : work.traces)
+    scanInto(trace.samples + trace.first, trace.samples + trace.last, low, high);
+  scanInto(work.xs.data(), work.xs.data() + work.xs.size(), low, high);
+  scanInto(work.ys.data(), work.ys.data() + work.ys.size(), low, high);
   scanResult = *std::min_element(low.begin(), low.end()) + *std::max_element(high.begin(), high.end());
   return {};
 }
@@ -46,6 +51,7 @@ public:
     GraphicsContext& context = GraphicsContext::current();
     context.setColor(colors::white);
     context.fillRect(bounds());
+    if (!work_.xs.empty()) return drawSymbols(context);
     context.setColor(colors::black);
     Path path;
     for (const Trace& trace : work_.traces)
@@ -54,39 +60,61 @@ public:
   }
 
 private:
+  void drawSymbols(GraphicsContext& context) const {
+    Symbols symbols;
+    symbols.x = work_.xs.data();
+    symbols.y = work_.ys.data();
+    symbols.last = std::int64_t(work_.xs.size());
+    symbols.radius = double(work_.diameter) / 2;
+    symbols.fill = colors::gray;
+    symbols.stroke = colors::black;
+    context.drawSymbols(symbols);
+  }
+
   const Work& work_;
 };
 
-QImage drawWithXov(const Work& work) {
+Drawn drawWithXov(const Work& work) {
   WorkView view(work);
-  return view.pictureOfRect(view.bounds());
+  return {view.pictureOfRect(view.bounds())};
+}
+
+Drawn drawPdfWithXov(const Work& work) {
+  WorkView view(work);
+  return {QImage(), view.dataWithPDFInsideRect(view.bounds()).size()};
 }
 
 // What a Qt program does that knows nothing better: every sample a point.
-QImage drawWithQPainter(const Work& work, const QPen& pen) {
+Drawn drawWithQPainter(const Work& work, const QPen& pen) {
   QImage image(work.size * work.ratio, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::white);
   QPainter painter(&image);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.scale(work.ratio, work.ratio);
   painter.setPen(pen);
+  painter.setBrush(QColor(Qt::gray));
+  for (std::size_t i = 0; i < work.xs.size(); ++i) {
+    const double radius = double(work.diameter) / 2;
+    painter.drawEllipse(QPointF(work.xs[i], work.size.height() - double(work.ys[i])), radius, radius);
+  }
   for (const Trace& trace : work.traces) {
     QPolygonF points;
     points.reserve(trace.last - trace.first);
     trace.forEachPoint([&](QPointF point) { points << QPointF(point.x(), work.size.height() - point.y()); });
     painter.drawPolyline(points);
   }
-  return image;
+  painter.end();
+  return {image};
 }
 
-QImage drawPolyline(const Work& work) {
+Drawn drawPolyline(const Work& work) {
   QPen pen(Qt::black, 1);
   pen.setCosmetic(true);
   return drawWithQPainter(work, pen);
 }
 
 // A pen of more than one device pixel takes the true stroker, with joins.
-QImage drawStroke(const Work& work) {
+Drawn drawStroke(const Work& work) {
   const double width = work.ratio > 1 ? 1 : 1.001;
   return drawWithQPainter(work, QPen(Qt::black, width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
 }
@@ -97,8 +125,9 @@ const std::vector<Engine>& engines() {
   static const std::vector<Engine> all = {
       {"scan", "one pass over the samples for their extremes", false, scan},
       {"xov", "XOV Graphics", false, drawWithXov},
-      {"qpainter-hairline", "QPainter::drawPolyline, pen of one device pixel without joins", true, drawPolyline},
-      {"qpainter-stroke", "QPainter::drawPolyline, pen of one point with joins", true, drawStroke},
+      {"xov-pdf", "XOV Graphics, as a PDF page", false, drawPdfWithXov},
+      {"qpainter-hairline", "QPainter, pen of one device pixel without joins", true, drawPolyline},
+      {"qpainter-stroke", "QPainter, pen of one point with joins", true, drawStroke},
   };
   return all;
 }

@@ -46,14 +46,15 @@ QString machine() {
 }
 
 QString table(const std::vector<Measurement>& measurements) {
-  QString text = QStringLiteral("| work | engine | median | fastest-slowest | x scan | peak memory | samples |\n"
-                                "|---|---|---:|---:|---:|---:|---:|\n");
+  QString text = QStringLiteral("| work | engine | median | fastest-slowest | x scan | peak memory | data | file |\n"
+                                "|---|---|---:|---:|---:|---:|---:|---:|\n");
   for (const Measurement& m : measurements) {
-    text += QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 | %7 |\n")
+    text += QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 | %7 | %8 |\n")
                 .arg(QString::fromStdString(m.work), QString::fromStdString(m.engine), time(m),
                      m.milliseconds ? QString::asprintf("%.1f-%.1f", m.fastest, m.slowest) : QStringLiteral("-"),
                      ratio(m, measurements), QString::asprintf("%.0f MB", m.peakMegabytes),
-                     QString::asprintf("%.0f MB", m.sampleMegabytes));
+                     QString::asprintf("%.0f MB", m.sampleMegabytes),
+                     m.fileMegabytes > 0 ? QString::asprintf("%.2f MB", m.fileMegabytes) : QStringLiteral("-"));
   }
   return text;
 }
@@ -69,6 +70,7 @@ QJsonObject json(const std::vector<Measurement>& measurements) {
     row[QStringLiteral("slowest")] = m.slowest;
     row[QStringLiteral("rounds")] = m.rounds;
     row[QStringLiteral("limitSeconds")] = m.limitSeconds;
+    row[QStringLiteral("fileMegabytes")] = m.fileMegabytes;
     row[QStringLiteral("peakMegabytes")] = m.peakMegabytes;
     row[QStringLiteral("sampleMegabytes")] = m.sampleMegabytes;
     rows.append(row);

@@ -19,6 +19,7 @@ struct Measurement {
   int rounds = 0;
   double limitSeconds = 0; ///< after which it was stopped
   double sampleMegabytes = 0;
+  double fileMegabytes = 0; ///< of what was written, where an engine writes a file
   double peakMegabytes = 0; ///< of the process that drew it, samples included
 };
 

@@ -23,6 +23,9 @@ const Layout kLayouts[] = {
     {"W3", "section: 100 traces of 36,000 samples", {1200, 900}, 100, 36000, 8},
 };
 
+constexpr const char* kScatter = "S1";
+constexpr std::size_t kSymbols = 1000000;
+
 constexpr const char* kRatios[] = {"", "@1.5", "@2"};
 
 // Standard deviation 1; the same numbers on every machine, which std::normal_distribution does not promise.
@@ -46,19 +49,45 @@ std::vector<std::string> workNames() {
   for (const char* ratio : kRatios) {
     for (const Layout& layout : kLayouts)
       names.push_back(std::string(layout.name) + ratio);
+    names.push_back(std::string(kScatter) + ratio);
   }
   return names;
 }
 
+namespace {
+
+// A cloud about the middle of the view.
+Work makeScatter() {
+  Work work;
+  work.description = "scatter: a million symbols of 12 points";
+  work.size = {900, 600};
+  work.diameter = 12;
+  const std::vector<float> places = noise(2 * kSymbols);
+  for (std::size_t i = 0; i < kSymbols; ++i) {
+    work.xs.push_back(float(work.size.width()) * (0.5f + 0.12f * places[2 * i]));
+    work.ys.push_back(float(work.size.height()) * (0.5f + 0.12f * places[2 * i + 1]));
+  }
+  return work;
+}
+
+} // namespace
+
 Work makeWork(const std::string& name) {
   Work work;
   const std::string base = name.substr(0, name.find('@'));
+  const double ratio = base == name ? 1 : std::atof(name.c_str() + base.size() + 1);
+  if (base == kScatter) {
+    work = makeScatter();
+    work.name = name;
+    work.ratio = ratio;
+    return work;
+  }
   for (const Layout& layout : kLayouts) {
     if (base != layout.name) continue;
     work.name = name;
     work.description = layout.description;
     work.size = layout.size;
-    work.ratio = base == name ? 1 : std::atof(name.c_str() + base.size() + 1);
+    work.ratio = ratio;
     work.samples = noise(std::size_t(layout.rows * layout.samplesPerRow));
     for (int row = 0; row < layout.rows; ++row) {
       Trace trace;

@@ -9,7 +9,7 @@
 
 namespace xov::bench {
 
-/// Something to draw: traces over seeded white noise, in black lines of one point.
+/// Something to draw: traces of seeded white noise in black lines of one point, or symbols at seeded places.
 struct Work {
   std::string name;        ///< "W1"
   std::string description; ///< "drum: 24 rows of 360,000 samples"
@@ -17,17 +17,20 @@ struct Work {
   double ratio = 1;        ///< device pixels a point
   std::vector<float> samples;
   std::vector<Trace> traces; ///< refer to `samples`
+  std::vector<float> xs;     ///< places of symbols, in view points
+  std::vector<float> ys;
+  float diameter = 0; ///< of the symbols
 
   Work() = default;
   Work(Work&&) = default;
   Work& operator=(Work&&) = default;
 };
 
-/// Names of the works that makeWork() knows, in the order of the report: "W1", "W2", "W3", each also with "@1.5" and
-/// "@2" for other pixel ratios.
+/// Names of the works that makeWork() knows, in the order of the report: "W1", "W2", "W3" and the scatter plot "S1",
+/// each also with "@1.5" and "@2" for other pixel ratios.
 std::vector<std::string> workNames();
 
-/// Makes a work with its samples. An unknown name gives a work without traces.
+/// Makes a work with its samples. An unknown name gives a work without a name.
 Work makeWork(const std::string& name);
 
 } // namespace xov::bench

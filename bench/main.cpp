@@ -33,17 +33,17 @@ double drawMilliseconds(const Engine& engine, const Work& work) {
   return double(timer.nsecsElapsed()) / 1e6;
 }
 
-// Draws once and says what it took: the time, then the peak memory of this process.
+// Draws once and says what it took: the time, the peak memory of this process and the size of the file.
 int drawOnce(const std::string& engineName, const std::string& workName, const QString& picture) {
   const Engine* engine = engineNamed(engineName);
   const Work work = makeWork(workName);
-  if (engine == nullptr || work.traces.empty()) return 2;
+  if (engine == nullptr || work.name.empty()) return 2;
   QElapsedTimer timer;
   timer.start();
-  const QImage image = engine->draw(work);
+  const Drawn drawn = engine->draw(work);
   const double milliseconds = double(timer.nsecsElapsed()) / 1e6;
-  std::printf("%.3f %.1f\n", milliseconds, peakMegabytes());
-  if (!picture.isEmpty() && !image.isNull()) image.save(picture);
+  std::printf("%.3f %.1f %lld\n", milliseconds, peakMegabytes(), static_cast<long long>(drawn.fileBytes));
+  if (!picture.isEmpty() && !drawn.image.isNull()) drawn.image.save(picture);
   return 0;
 }
 
@@ -53,7 +53,7 @@ Measurement measureAlone(const Engine& engine, const Work& work, double limitSec
   m.work = work.name;
   m.engine = engine.name;
   m.limitSeconds = limitSeconds;
-  m.sampleMegabytes = double(work.samples.size() * sizeof(float)) / 1048576;
+  m.sampleMegabytes = double((work.samples.size() + work.xs.size() + work.ys.size()) * sizeof(float)) / 1048576;
   QProcess process;
   QStringList arguments = {QStringLiteral("--one"), QString::fromStdString(engine.name + ":" + work.name)};
   arguments << QStringLiteral("--pictures") << pictures.path();
@@ -70,10 +70,11 @@ Measurement measureAlone(const Engine& engine, const Work& work, double limitSec
     return m;
   }
   const QList<QByteArray> numbers = process.readAllStandardOutput().trimmed().split(' ');
-  if (process.exitCode() != 0 || numbers.size() != 2) return m;
+  if (process.exitCode() != 0 || numbers.size() != 3) return m;
   m.milliseconds = m.fastest = m.slowest = numbers[0].toDouble();
   m.rounds = 1;
   m.peakMegabytes = numbers[1].toDouble();
+  m.fileMegabytes = numbers[2].toDouble() / 1048576;
   return m;
 }
 
@@ -140,7 +141,7 @@ int main(int argc, char** argv) {
   std::vector<Measurement> all;
   for (const std::string& name : names) {
     const Work work = makeWork(name);
-    if (work.traces.empty()) {
+    if (work.name.empty()) {
       std::fprintf(stderr, "xov_bench: there is no work named %s\n", name.c_str());
       return 2;
     }
