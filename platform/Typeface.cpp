@@ -35,7 +35,8 @@ QString installedFamily(const QString& family) {
 } // namespace
 
 const Typeface& Typeface::forFamily(const QString& family) {
-  static QHash<QString, Typeface*> faces;
+  // Never freed: Qt takes its font database down before anything of ours that is static.
+  static auto& faces = *new QHash<QString, Typeface*>;
   Typeface*& face = faces[family];
   if (face == nullptr) face = new Typeface(family);
   return *face;

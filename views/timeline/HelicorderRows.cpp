@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 namespace xov {
 
@@ -29,7 +28,15 @@ std::vector<HelicorderRow> splitIntoRows(const PieceTimes& times, float rowDurat
   const auto row = [&](std::int64_t i) { return rowOf(times, rowDuration, i); };
   // Every rounding keeps the order, so rows never decrease with the index.
   const auto firstBeyond = [&](std::int64_t from, auto&& belongsBefore) {
-    return *std::ranges::partition_point(std::views::iota(from, times.count), belongsBefore);
+    std::int64_t end = times.count;
+    while (from < end) {
+      const std::int64_t middle = from + (end - from) / 2;
+      if (belongsBefore(middle))
+        from = middle + 1;
+      else
+        end = middle;
+    }
+    return from;
   };
   const RowRange kept = rowsToKeep(double(row(0)), double(row(times.count - 1)), inView);
   std::int64_t i = firstBeyond(0, [&](std::int64_t k) { return double(row(k)) < kept.first; });
