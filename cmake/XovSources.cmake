@@ -46,7 +46,7 @@ function(xov_library)
     EXPORT_NAME Graphics
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
-    VERIFY_INTERFACE_HEADER_SETS ON)
+    VERIFY_INTERFACE_HEADER_SETS ${XOV_TESTS})
   target_compile_features(XOV_Graphics INTERFACE cxx_std_20)
   target_include_directories(XOV_Graphics INTERFACE
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>

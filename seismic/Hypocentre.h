@@ -5,7 +5,16 @@
 
 #include <QString>
 
+#include <memory>
+#include <vector>
+
 namespace xov {
+
+/// One of the magnitudes that a catalogue gives for an event.
+struct XOV_EXPORT EventMagnitude {
+  QString type; ///< as the catalogue writes it, such as "Mww"; empty when it does not say
+  float value = kUndefinedValue;
+};
 
 /// What is known of an event. Whatever is left out is unknown.
 struct XOV_EXPORT HypocentreValues {
@@ -17,8 +26,9 @@ struct XOV_EXPORT HypocentreValues {
   float Ms = kUndefinedValue;           ///< surface-wave magnitude
   float Mw = kUndefinedValue;           ///< moment magnitude
   float preferredMagnitude =
-      kUndefinedValue; ///< of whatever kind; where unset, Mw, Ms or mb stands in, in this order
-  QString name;        ///< region or title, as the catalogue has it
+      kUndefinedValue;                    ///< of whatever kind; where unset, Mw, Ms or mb stands in, in this order
+  QString name;                           ///< region or title, as the catalogue has it
+  std::vector<EventMagnitude> magnitudes; ///< all of them, in the order of the catalogue
 };
 
 /// An event held in memory.
@@ -44,5 +54,8 @@ private:
   HypocentreValues values_;
   std::shared_ptr<SeisTime> originTime_;
 };
+
+/// Several events with their coordinates, depths and names.
+using HypocentreArray = std::vector<std::shared_ptr<Hypocentre>>;
 
 } // namespace xov

@@ -1,7 +1,9 @@
 #include "seismic/io/Readers.h"
 
+#include "seismic/io/ChannelPatterns.h"
 #include "seismic/io/Guarded.h"
 #include "seismic/io/InputFile.h"
+#include "seismic/io/MiniSeed.h"
 #include "seismic/io/SacAlphanumeric.h"
 #include "seismic/io/SacBinary.h"
 
@@ -17,11 +19,20 @@ constexpr qint64 kHeadBytes = 1024; // what a format may look at to know its fil
 
 using SacReading = Result<std::shared_ptr<SacSeismogram>> (*)(QIODevice&, const QString&, const QString&);
 
+ChannelCodes channelCodes(const SeismogramRecord& record) {
+  return {record.knetwk(), record.kstnm(), record.khole(), record.kcmpnm()};
+}
+
 template <SacReading Read>
-Result<SeismogramArray> readOne(QIODevice& device, const QString& name, const QString& path) {
-  Result<std::shared_ptr<SacSeismogram>> trace = Read(device, name, path);
+Result<SeismogramFile> readOne(QIODevice& device, const QString& name, const QString& path,
+                               const SeismogramReadOptions& options) {
+  const Result<ChannelPatterns> patterns = ChannelPatterns::parse(options.channels);
+  if (!patterns) return Error{patterns.error()};
+  const Result<std::shared_ptr<SacSeismogram>> trace = Read(device, name, path);
   if (!trace) return Error{trace.error()};
-  return SeismogramArray{std::move(trace).value()};
+  const ChannelCodes codes = channelCodes(**trace);
+  if (patterns->select(codes)) return SeismogramFile{{*trace}, {}};
+  return SeismogramFile{{}, {name + ": no channel is selected of " + channelName(codes)}};
 }
 
 /// One format. `matches` sees the first bytes of a file; `read` gets the open file at its start, the name that errors
@@ -29,13 +40,16 @@ Result<SeismogramArray> readOne(QIODevice& device, const QString& name, const QS
 struct Format {
   const char* name;
   bool (*matches)(QByteArrayView head);
-  Result<SeismogramArray> (*read)(QIODevice& device, const QString& name, const QString& path);
+  Result<SeismogramFile> (*read)(QIODevice& device, const QString& name, const QString& path,
+                                 const SeismogramReadOptions& options);
 };
 
 bool isSacBinary(QByteArrayView head) { return sacByteOrder(head).has_value(); }
 
-// The first row that matches reads the file.
+// The first row that matches reads the file. A miniSEED record may by chance hold what tells a binary SAC file, which
+// in turn never looks like a record.
 constexpr Format kFormats[] = {
+    {"miniSEED", isMiniSeed, readMiniSeedDevice},
     {"SAC alphanumeric", isSacAlphanumeric, readOne<readSacAlphanumeric>},
     {"SAC binary", isSacBinary, readOne<readSacBinary>},
 };
@@ -49,17 +63,23 @@ QStringList seismogramFormats() {
   return names;
 }
 
-Result<SeismogramArray> readSeismograms(const QString& path) noexcept {
-  return guarded(path, [&]() -> Result<SeismogramArray> {
+Result<SeismogramFile> readSeismogramFile(const QString& path, const SeismogramReadOptions& options) noexcept {
+  return guarded(path, [&]() -> Result<SeismogramFile> {
     QFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
     const QByteArray head = file.peek(kHeadBytes);
     if (head.isEmpty()) return Error{path + ": the file is empty"};
     for (const Format& format : kFormats) {
-      if (format.matches(head)) return format.read(file, path, QFileInfo(path).absoluteFilePath());
+      if (format.matches(head)) return format.read(file, path, QFileInfo(path).absoluteFilePath(), options);
     }
     return Error{path + ": unknown format, expected " + seismogramFormats().join(" or ")};
   });
+}
+
+Result<SeismogramArray> readSeismograms(const QString& path) noexcept {
+  Result<SeismogramFile> file = readSeismogramFile(path);
+  if (!file) return Error{file.error()};
+  return std::move(file).value().records;
 }
 
 } // namespace xov

@@ -1,16 +1,21 @@
 #pragma once
 
 #include "platform/Export.h"
-#include "seismic/SeismogramRecord.h"
 #include "seismic/io/Result.h"
+#include "seismic/io/SeismogramFile.h"
 
 #include <QString>
 #include <QStringList>
 
 namespace xov {
 
-/// Reads all traces of a file in any of the known formats; the contents decide, not the name. Errors are one line
-/// that names the file and what was expected.
+/// Reads the traces of a file in any of the known formats; the contents decide, not the name. Errors are one line
+/// that names the file and what was expected. When options.channels selects nothing in the file, there are no
+/// records, and a note says so.
+XOV_EXPORT Result<SeismogramFile> readSeismogramFile(const QString& path,
+                                                     const SeismogramReadOptions& options = {}) noexcept;
+
+/// Reads all traces of a file, without the notes.
 XOV_EXPORT Result<SeismogramArray> readSeismograms(const QString& path) noexcept;
 
 /// The names of the known formats, such as "SAC binary".

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace xov {
+
+/// A number that events have, and the values it can have.
+struct EventNumber {
+  const char* name;
+  double lowest;
+  double highest;
+};
+
+inline constexpr EventNumber kEventLatitude = {"latitude", -90, 90};
+inline constexpr EventNumber kEventLongitude = {"longitude", -360, 360};
+inline constexpr EventNumber kEventDepthKm = {"depth in km", -100,
+                                              6371}; // from a high mountain to the Earth's centre
+inline constexpr EventNumber kEventMagnitude = {"magnitude", -10, 15};
+
+/// Reads such a number, after multiplication by `factor`; what is wrong with it, if anything. An empty text leaves
+/// `value` as it is.
+QString takeEventNumber(const EventNumber& number, QStringView text, double factor, float& value);
+
+} // namespace xov

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QIODevice>
+
+#include <vector>
+
+namespace xov {
+
+/// Shows stretches of a file without ever holding more than a few megabytes of it. Made for walking forwards; going
+/// back costs a read.
+class FileWindow {
+public:
+  explicit FileWindow(QIODevice& device) : device_(device), size_(device.size()) {}
+
+  qint64 size() const { return size_; }
+
+  /// The bytes from `offset` on: `wanted` of them or more; fewer only where the file ends or cannot be read. Valid
+  /// until the next call.
+  QByteArrayView at(qint64 offset, qsizetype wanted);
+
+private:
+  void load(qint64 offset, qsizetype wanted);
+
+  QIODevice& device_;
+  qint64 size_;
+  std::vector<char> buffer_;
+  qint64 start_ = 0;
+  qsizetype length_ = 0;
+};
+
+} // namespace xov

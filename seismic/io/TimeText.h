@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QDateTime>
+#include <QStringView>
+
+#include <optional>
+
+namespace xov {
+
+/// A moment as catalogues write it: 2011-03-11T05:46:24.12Z. The day may be written with slashes or without
+/// separators; a blank may stand for the T; seconds or the whole clock may be missing, which counts as 0; the zone
+/// may be Z, UTC, GMT, an offset such as +02:00, or missing, which is UTC. Second 60, a leap second, counts as the
+/// next minute. Rounded to the millisecond, years 1 to 9999. Nothing when `text` is anything else.
+std::optional<QDateTime> parseUtcTime(QStringView text);
+
+} // namespace xov
