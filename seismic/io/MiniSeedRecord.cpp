@@ -161,7 +161,7 @@ QString readBlockettes(const HeaderNumbers& header, Blockettes& found) {
     } else if (type == kRateBlockette) {
       found.rateHz = double(header.at<float>(place + kBlocketteHeaderBytes));
     } else if (type == kTimingBlockette) {
-      found.microseconds = header.at<std::int8_t>(place + kBlocketteHeaderBytes + 1);
+      found.microseconds = std::int16_t(header.at<std::int8_t>(place + kBlocketteHeaderBytes + 1)); // signed
     }
     if (next != 0 && next < place + kBlocketteHeaderBytes) return where + ": the next one is not behind it";
     place = next;

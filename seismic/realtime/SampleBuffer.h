@@ -22,7 +22,7 @@ public:
 
   /// Puts a piece where it belongs. Nothing happens for a time that is not finite. Takes no longer than the piece and
   /// the capacity warrant, whatever the time is.
-  void append(double startSeconds, std::span<const float> samples);
+  void append(double startSeconds, std::span<const float> piece);
 
   /// All samples from the oldest to the newest; valid until the next append().
   std::span<const float> samples() const;
