@@ -50,6 +50,9 @@ bool OpenCells::anyOpenUnder(const CellDisc& disc) const {
   if (openCount_ == 0) return false;
   const CellSpan rows = disc.touchedRows(rows_);
   const CellSpan box = disc.touchedColumns(columns_);
+  // What shows at all mostly shows at its middle, too.
+  const int middle = rows.first + (rows.last - rows.first) / 2;
+  if (!rows.isEmpty() && anyOpen(middle, disc.touchedIn(middle, columns_))) return true;
   for (int row = rows.first; row < rows.last; ++row) {
     // The box around the disc settles most rows without a square root.
     if (anyOpen(row, box) && anyOpen(row, disc.touchedIn(row, columns_))) return true;

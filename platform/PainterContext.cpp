@@ -275,14 +275,26 @@ void PainterContext::onSymbols(const Symbols& symbols) {
   if (!drawn) GraphicsContext::onSymbols(symbols);
 }
 
-// Fill and outline of a symbol are one path of the page.
+// Fill and outline of a symbol are one path of the page; many discs of one colour are one path of round dots, a tenth
+// as long.
 void PainterContext::drawSymbolsOnPaper(const Symbols& symbols) {
+  const auto toPage = [](double coordinate) { return std::round(coordinate / kPaperStep) * kPaperStep; };
   painter_.save();
+  if (const QColor color = symbols.colorOfPlainDiscs(); color.isValid()) {
+    painter_.setPen(QPen(color, 2 * symbols.outerRadius(), Qt::SolidLine, Qt::RoundCap));
+    QPolygonF dots;
+    for (const std::int64_t i : symbolsOnPaper(symbols, clippedRect())) {
+      const QPointF center = *symbols.center(i);
+      dots.append({toPage(center.x()), toPage(center.y())});
+    }
+    painter_.drawPoints(dots);
+    painter_.restore();
+    return;
+  }
   painter_.setBrush(symbols.fill.isValid() ? QBrush(symbols.fill) : QBrush(Qt::NoBrush));
   painter_.setPen(symbols.hasOutline() ? tracePen(symbols.circle({}), symbols.stroke) : QPen(Qt::NoPen));
   QPainterPath circle;
   circle.addEllipse(QPointF(), symbols.radius, symbols.radius);
-  const auto toPage = [](double coordinate) { return std::round(coordinate / kPaperStep) * kPaperStep; };
   for (const std::int64_t i : symbolsOnPaper(symbols, clippedRect())) {
     const QPointF center = *symbols.center(i);
     painter_.drawPath(circle.translated(toPage(center.x()), toPage(center.y())));

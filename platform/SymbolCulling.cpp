@@ -2,10 +2,11 @@
 
 #include "platform/OpenCells.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <unordered_set>
 
 namespace xov {
 
@@ -14,8 +15,9 @@ namespace {
 // Up to so many symbols a page gets every one that reaches into it.
 constexpr std::size_t kEverySymbol = 4096;
 constexpr std::size_t kMostSymbols = 250000;
+constexpr std::size_t kMostPlainDiscs = 1000000;
 // Of symbols centred in one cell of this size, in points, a page gets the last; the size doubles while more than
-// kMostSymbols are left.
+// the most are left.
 constexpr double kSamePlace = 0.05;
 // The grid in which hidden symbols are found: fine against a symbol, so that few hidden ones are missed, but no finer
 // than a page shows, and bounded in all.
@@ -34,20 +36,22 @@ public:
   TakenPlaces(QPointF origin, double cellSize) : origin_(origin), cellSize_(cellSize) {}
   /// False when an earlier call had a place in the same cell.
   bool take(QPointF place) {
-    const std::uint64_t column = cell(place.x() - origin_.x());
-    const std::uint64_t row = cell(place.y() - origin_.y());
-    return taken_.insert(column << 32 | row).second;
+    const quint64 column = cell(place.x() - origin_.x());
+    const quint64 row = cell(place.y() - origin_.y());
+    const qsizetype before = taken_.size();
+    taken_.insert(column << 32 | row);
+    return taken_.size() > before;
   }
 
 private:
-  std::uint64_t cell(double distance) const {
+  quint64 cell(double distance) const {
     constexpr double kFarthest = 2147483647; // cells, a hundred million points
     return std::uint32_t(std::int64_t(std::floor(std::clamp(distance / cellSize_, -kFarthest, kFarthest))));
   }
 
   QPointF origin_;
   double cellSize_;
-  std::unordered_set<std::uint64_t> taken_;
+  QSet<quint64> taken_;
 };
 
 bool reachesInto(const QRectF& area, QPointF center, double radius) {
@@ -61,8 +65,9 @@ void closeUnder(OpenCells& cells, const CellDisc& disc) {
     cells.close(row, disc.coveredIn(row, cells.columns()));
 }
 
-// From the last symbol to the first, since the later ones cover the earlier; none when more than kMostSymbols show.
-std::optional<std::vector<std::int64_t>> lastToFirst(const Symbols& symbols, const QRectF& area, double samePlace) {
+// From the last symbol to the first, since the later ones cover the earlier; none when more than `most` show.
+std::optional<std::vector<std::int64_t>> lastToFirst(const Symbols& symbols, const QRectF& area, double samePlace,
+                                                     std::size_t most) {
   const double radius = symbols.outerRadius();
   const double cell = cellSize(area, radius);
   OpenCells open(int(std::ceil(area.width() / cell)), int(std::ceil(area.height() / cell)));
@@ -75,7 +80,7 @@ std::optional<std::vector<std::int64_t>> lastToFirst(const Symbols& symbols, con
     const CellDisc disc{inCells.x(), inCells.y(), radius / cell};
     if (!open.anyOpenUnder(disc) || !places.take(*center)) continue;
     closeUnder(open, disc);
-    if (kept.size() == kMostSymbols) return std::nullopt;
+    if (kept.size() == most) return std::nullopt;
     kept.push_back(i);
   }
   return kept;
@@ -92,9 +97,10 @@ std::vector<std::int64_t> symbolsOnPaper(const Symbols& symbols, const QRectF& a
   }
   if (kept.size() <= kEverySymbol || !symbols.coversWhatIsUnder()) return kept;
   double samePlace = kSamePlace;
-  auto showing = lastToFirst(symbols, area, samePlace);
+  const std::size_t most = symbols.colorOfPlainDiscs().isValid() ? kMostPlainDiscs : kMostSymbols;
+  auto showing = lastToFirst(symbols, area, samePlace, most);
   while (!showing)
-    showing = lastToFirst(symbols, area, samePlace *= 2);
+    showing = lastToFirst(symbols, area, samePlace *= 2, most);
   std::reverse(showing->begin(), showing->end());
   return *showing;
 }

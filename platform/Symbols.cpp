@@ -12,6 +12,13 @@ bool Symbols::coversWhatIsUnder() const {
   return fill.isValid() && fill.alpha() == 255 && (!hasOutline() || stroke.alpha() == 255);
 }
 
+QColor Symbols::colorOfPlainDiscs() const {
+  const auto opaque = [](const QColor& color) { return color.isValid() && color.alpha() == 255; };
+  if (!hasOutline()) return opaque(fill) ? fill : QColor();
+  if (!opaque(stroke)) return {};
+  return fill == stroke || lineWidth >= 2 * radius ? stroke : QColor();
+}
+
 std::optional<QPointF> Symbols::center(std::int64_t i) const {
   const double px = double(x[i] - xOrigin) * xScale + xOffset;
   const double py = double(y[i] - yOrigin) * yScale + yOffset;

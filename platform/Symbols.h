@@ -48,6 +48,9 @@ struct XOV_EXPORT Symbols {
   double outerRadius() const { return radius + (hasOutline() ? lineWidth / 2 : 0); }
   /// Whether a symbol leaves nothing to be seen of what lies wholly under it.
   bool coversWhatIsUnder() const;
+  /// The colour of the symbols when each is an opaque disc of one colour, so that their order does not matter: such
+  /// are symbols whose outline meets itself in the middle. An invalid colour otherwise.
+  QColor colorOfPlainDiscs() const;
 
   /// The centre of symbol i; nothing where it is not finite.
   std::optional<QPointF> center(std::int64_t i) const;

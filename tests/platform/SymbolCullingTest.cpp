@@ -114,6 +114,28 @@ TEST_F(SymbolCulling, ofAThirdOfAMillionThatAllShowAtMostAQuarterIsKept) {
   EXPECT_GT(kept.size(), 10000u);
 }
 
+TEST_F(SymbolCulling, ofAThirdOfAMillionDotsThatAllShowEveryOneIsKept) {
+  for (int row = 0; row < 400; ++row) {
+    for (int column = 0; column < 800; ++column)
+      add((column + 0.5) * 0.25, (row + 0.5) * 0.25);
+  }
+  Symbols dots = symbols();
+  dots.radius = 0.05;
+  dots.lineWidth = 0.1;
+  EXPECT_EQ(symbolsOnPaper(dots, kArea).size(), 320000u);
+}
+
+TEST_F(SymbolCulling, dotsOnAPageAreOnePathOfRoundLines) {
+  for (int i = 0; i < 10000; ++i)
+    add((i % 100) * 2 + 1, i / 100 + 0.5);
+  Symbols dots = symbols();
+  dots.radius = 0.25;
+  dots.lineWidth = 0.5;
+  const QByteArray page = pdfPage(kArea, [&](GraphicsContext& context) { context.drawSymbols(dots); });
+  // A circle of four curves has 26 numbers; compressed, a dot's two points come to a few bytes.
+  EXPECT_LT(page.size(), 10000 * 12);
+}
+
 TEST_F(SymbolCulling, symbolsAboutACornerThatTheyDoNotReachAreLeftOut) {
   // Their boxes overlap the page, they themselves do not: √2 · 6 away from its corner.
   for (int i = 0; i < 10000; ++i)

@@ -77,6 +77,28 @@ TEST(Symbols, theInkEndsHalfALineBeyondTheRadius) {
   EXPECT_EQ(symbols.outerRadius(), 4);
 }
 
+TEST(Symbols, areDiscsOfTheOutlinesColourWhereItMeetsInTheMiddle) {
+  const Values values;
+  Symbols symbols = values.symbols();
+  symbols.lineWidth = 8; // from the radius of 4 inwards by 4
+  EXPECT_EQ(symbols.colorOfPlainDiscs(), colors::black);
+  symbols.lineWidth = 7.9;
+  EXPECT_FALSE(symbols.colorOfPlainDiscs().isValid());
+  symbols.fill = colors::black;
+  EXPECT_EQ(symbols.colorOfPlainDiscs(), colors::black);
+  symbols.stroke = QColor(0, 0, 0, 128);
+  EXPECT_FALSE(symbols.colorOfPlainDiscs().isValid());
+}
+
+TEST(Symbols, withoutOutlineAreDiscsOfTheirFill) {
+  const Values values;
+  Symbols symbols = values.symbols();
+  symbols.stroke = QColor();
+  EXPECT_EQ(symbols.colorOfPlainDiscs(), colors::gray);
+  symbols.fill = QColor(0, 0, 0, 128);
+  EXPECT_FALSE(symbols.colorOfPlainDiscs().isValid());
+}
+
 TEST(Symbols, onlyOpaqueSymbolsCoverWhatIsUnder) {
   const Values values;
   Symbols symbols = values.symbols();
