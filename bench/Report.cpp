@@ -24,7 +24,8 @@ QString ratio(const Measurement& m, const std::vector<Measurement>& all) {
 
 QString time(const Measurement& m) {
   if (!m.milliseconds) return QString::asprintf("> %.0f s", m.limitSeconds);
-  return QString::asprintf("%.1f ms", *m.milliseconds);
+  const QString drawing = QString::asprintf("%.1f ms", *m.milliseconds);
+  return m.prepareMilliseconds > 0 ? drawing + QString::asprintf(" (+%.0f)", m.prepareMilliseconds) : drawing;
 }
 
 } // namespace
@@ -66,6 +67,7 @@ QJsonObject json(const std::vector<Measurement>& measurements) {
     row[QStringLiteral("work")] = QString::fromStdString(m.work);
     row[QStringLiteral("engine")] = QString::fromStdString(m.engine);
     if (m.milliseconds) row[QStringLiteral("milliseconds")] = *m.milliseconds;
+    if (m.prepareMilliseconds > 0) row[QStringLiteral("prepareMilliseconds")] = m.prepareMilliseconds;
     row[QStringLiteral("fastest")] = m.fastest;
     row[QStringLiteral("slowest")] = m.slowest;
     row[QStringLiteral("rounds")] = m.rounds;

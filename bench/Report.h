@@ -14,6 +14,7 @@ struct Measurement {
   std::string work;
   std::string engine;
   std::optional<double> milliseconds; ///< median; none when it did not finish
+  double prepareMilliseconds = 0;     ///< of what a library wants done before it can draw
   double fastest = 0;
   double slowest = 0;
   int rounds = 0;

@@ -1,0 +1,195 @@
+#include "bench/Measure.h"
+
+#include "bench/Engines.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <sys/resource.h>
+
+namespace xov::bench {
+
+namespace {
+
+double peakMegabytes() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return double(usage.ru_maxrss) / 1024;
+}
+
+double drawMilliseconds(const Engine& engine, const Work& work) {
+  QElapsedTimer timer;
+  timer.start();
+  engine.draw(work);
+  return double(timer.nsecsElapsed()) / 1e6;
+}
+
+// The same in a process of its own, stopped after the limit.
+Measurement measureAlone(const Engine& engine, const Work& work, double limitSeconds, const QDir& pictures) {
+  Measurement m;
+  m.work = work.name;
+  m.engine = engine.name;
+  m.limitSeconds = limitSeconds;
+  m.sampleMegabytes = double((work.samples.size() + work.xs.size() + work.ys.size()) * sizeof(float)) / 1048576;
+  QProcess process;
+  QStringList arguments = {QStringLiteral("--one"), QString::fromStdString(engine.name + ":" + work.name)};
+  arguments << QStringLiteral("--pictures") << pictures.path();
+  process.start(QCoreApplication::applicationFilePath(), arguments);
+  if (!process.waitForFinished(int(limitSeconds * 1000))) {
+    m.peakMegabytes = peakMegabytesOf(process.processId());
+    process.kill();
+    process.waitForFinished();
+    return m;
+  }
+  const QList<QByteArray> numbers = process.readAllStandardOutput().trimmed().split(' ');
+  if (process.exitCode() != 0 || numbers.size() != 3) return m;
+  m.milliseconds = m.fastest = m.slowest = numbers[0].toDouble();
+  m.rounds = 1;
+  m.peakMegabytes = numbers[1].toDouble();
+  m.fileMegabytes = numbers[2].toDouble() / 1048576;
+  return m;
+}
+
+void setTimes(Measurement& m, std::vector<double> times) {
+  if (times.empty()) return;
+  std::sort(times.begin(), times.end());
+  m.milliseconds = times[times.size() / 2];
+  m.fastest = times.front();
+  m.slowest = times.back();
+  m.rounds = int(times.size());
+}
+
+// Other libraries at a work, in turn with our own engines.
+class Rivals {
+public:
+  Rivals(const std::vector<RivalProgram>& programs, const Work& work, double limitSeconds)
+      : work_(work),
+        limitSeconds_(limitSeconds) {
+    if (work.traces.empty() || programs.empty()) return;
+    const QString samples = folder_.filePath(QStringLiteral("samples"));
+    QFile file(samples);
+    const auto bytes = qint64(work.samples.size() * sizeof(float));
+    if (!file.open(QIODevice::WriteOnly) ||
+        file.write(reinterpret_cast<const char*>(work.samples.data()), bytes) != bytes) {
+      std::fprintf(stderr, "%s: %s\n", qPrintable(samples), qPrintable(file.errorString()));
+      return;
+    }
+    file.close();
+    for (const RivalProgram& program : programs) {
+      auto process = std::make_unique<RivalProcess>(program.name, program.program, work, samples, limitSeconds);
+      if (process->isRunning())
+        processes_.push_back(std::move(process));
+      else
+        std::fprintf(stderr, "%s is left out: %s\n", qPrintable(program.name), qPrintable(process->complaint()));
+    }
+  }
+
+  void draw() {
+    for (const auto& process : processes_) {
+      const auto keep = [&](const char* command) {
+        const std::string key = (process->name() + QLatin1Char(' ') + QLatin1String(command)).toStdString();
+        std::vector<double>& times = times_[key];
+        // What takes seconds is not drawn again and again.
+        if (!times.empty() && times.front() > kSlowMilliseconds) return;
+        if (const auto time = process->ask(QString::fromLatin1(command))) times.push_back(*time);
+      };
+      keep("draw");
+      keep("redraw");
+    }
+  }
+
+  // Writes a page and a picture each, too.
+  void finish(const QDir& pictures, std::vector<Measurement>& measurements) {
+    for (const auto& process : processes_) {
+      for (const char* command : {"draw", "redraw"}) {
+        const std::vector<double>& times =
+            times_[(process->name() + QLatin1Char(' ') + QLatin1String(command)).toStdString()];
+        if (times.empty() && qstrcmp(command, "redraw") == 0) continue;
+        Measurement m = measurement(*process, qstrcmp(command, "redraw") == 0 ? "-redraw" : "");
+        setTimes(m, times);
+        measurements.push_back(m);
+      }
+      const QString picture =
+          pictures.filePath(QString::fromStdString(work_.name) + QLatin1Char('-') + process->name());
+      const bool isPpm = process->name() == QLatin1String("agg");
+      process->ask(QStringLiteral("save ") + picture + (isPpm ? QStringLiteral(".ppm") : QStringLiteral(".png")));
+      if (work_.ratio != 1) continue;
+      const QString page = picture + QStringLiteral(".pdf");
+      if (const auto time = process->ask(QStringLiteral("pdf ") + page)) {
+        Measurement m = measurement(*process, "-pdf");
+        m.fileMegabytes = double(QFileInfo(page).size()) / 1048576;
+        setTimes(m, {*time});
+        measurements.push_back(m);
+      }
+    }
+  }
+
+private:
+  static constexpr double kSlowMilliseconds = 2000;
+
+  Measurement measurement(const RivalProcess& process, const char* suffix) const {
+    Measurement m;
+    m.work = work_.name;
+    m.engine = process.name().toStdString() + suffix;
+    m.limitSeconds = limitSeconds_;
+    m.prepareMilliseconds = process.prepareMilliseconds();
+    m.sampleMegabytes = double(work_.samples.size() * sizeof(float)) / 1048576;
+    m.peakMegabytes = process.peakMegabytes();
+    return m;
+  }
+
+  const Work& work_;
+  double limitSeconds_;
+  QTemporaryDir folder_;
+  std::vector<std::unique_ptr<RivalProcess>> processes_;
+  std::map<std::string, std::vector<double>> times_;
+};
+
+} // namespace
+
+int drawOnce(const std::string& engineName, const std::string& workName, const QString& picture) {
+  const Engine* engine = engineNamed(engineName);
+  const Work work = makeWork(workName);
+  if (engine == nullptr || work.name.empty()) return 2;
+  QElapsedTimer timer;
+  timer.start();
+  const Drawn drawn = engine->draw(work);
+  const double milliseconds = double(timer.nsecsElapsed()) / 1e6;
+  std::printf("%.3f %.1f %lld\n", milliseconds, peakMegabytes(), static_cast<long long>(drawn.fileBytes));
+  if (!picture.isEmpty() && !drawn.image.isNull()) drawn.image.save(picture);
+  return 0;
+}
+
+std::vector<Measurement> measure(const Work& work, const std::vector<RivalProgram>& programs, int rounds,
+                                 double limitSeconds, const QDir& pictures) {
+  std::map<std::string, std::vector<double>> times;
+  std::vector<Measurement> measurements;
+  {
+    Rivals rivals(programs, work, limitSeconds);
+    for (int round = 0; round < rounds; ++round) {
+      for (const Engine& engine : engines()) {
+        if (!engine.slow) times[engine.name].push_back(drawMilliseconds(engine, work));
+      }
+      rivals.draw();
+    }
+    rivals.finish(pictures, measurements);
+  }
+  std::vector<Measurement> own;
+  for (const Engine& engine : engines()) {
+    Measurement m = measureAlone(engine, work, limitSeconds, pictures);
+    if (!engine.slow) setTimes(m, times[engine.name]);
+    own.push_back(m);
+  }
+  measurements.insert(measurements.begin(), own.begin(), own.end());
+  return measurements;
+}
+
+} // namespace xov::bench

@@ -1,0 +1,101 @@
+#include "bench/RivalProcess.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+
+namespace xov::bench {
+
+namespace {
+
+constexpr const char* kPrograms[] = {"rival_qcustomplot", "rival_pyqtgraph.py", "rival_matplotlib.py", "rival_agg",
+                                     "rival_cairo"};
+constexpr const char* kPython = "/usr/bin/python3"; // the one that the system's packages are for
+
+} // namespace
+
+std::vector<RivalProgram> rivalPrograms(const QString& scripts) {
+  std::vector<RivalProgram> found;
+  for (const char* file : kPrograms) {
+    const QString name = QString::fromLatin1(file);
+    const bool isScript = name.endsWith(QLatin1String(".py"));
+    const QString folder = isScript ? scripts : QCoreApplication::applicationDirPath();
+    const QString path = QDir(folder).filePath(name);
+    if (QFileInfo::exists(path)) found.push_back({QFileInfo(name).baseName().mid(6), path});
+  }
+  return found;
+}
+
+double peakMegabytesOf(qint64 process) {
+  QFile status(QStringLiteral("/proc/%1/status").arg(process));
+  if (!status.open(QIODevice::ReadOnly)) return 0;
+  for (const QByteArray& line : status.readAll().split('\n')) {
+    if (line.startsWith("VmHWM:")) return line.mid(6).trimmed().split(' ').first().toDouble() / 1024;
+  }
+  return 0;
+}
+
+RivalProcess::RivalProcess(const QString& name, const QString& program, const Work& work, const QString& samplesFile,
+                           double limitSeconds)
+    : name_(name),
+      limitSeconds_(limitSeconds) {
+  const Trace& first = work.traces.front();
+  QStringList arguments = {samplesFile,
+                           QString::number(work.traces.size()),
+                           QString::number(first.last - first.first),
+                           QString::number(work.size.width()),
+                           QString::number(work.size.height()),
+                           QString::number(work.ratio),
+                           QString::number(first.yScale)};
+  if (program.endsWith(QLatin1String(".py"))) {
+    arguments.prepend(program);
+    process_.start(QString::fromLatin1(kPython), arguments);
+  } else {
+    process_.start(program, arguments);
+  }
+  const auto ready = answer();
+  if (ready && ready->startsWith(QLatin1String("ready "))) {
+    prepared_ = ready->mid(6).toDouble();
+    return;
+  }
+  complaint_ = QString::fromLocal8Bit(process_.readAllStandardError()).trimmed().section(QLatin1Char('\n'), -1);
+  process_.kill();
+  process_.waitForFinished();
+}
+
+RivalProcess::~RivalProcess() {
+  process_.closeWriteChannel();
+  if (!process_.waitForFinished(2000)) process_.kill();
+  process_.waitForFinished();
+}
+
+std::optional<QString> RivalProcess::answer() {
+  QElapsedTimer timer;
+  timer.start();
+  const auto limit = qint64(limitSeconds_ * 1000);
+  while (!process_.canReadLine()) {
+    const qint64 left = limit - timer.elapsed();
+    if (left <= 0 || !process_.waitForReadyRead(int(left))) return std::nullopt;
+  }
+  return QString::fromLocal8Bit(process_.readLine()).trimmed();
+}
+
+std::optional<double> RivalProcess::ask(const QString& command) {
+  if (!isRunning()) return std::nullopt;
+  process_.write(command.toLocal8Bit() + '\n');
+  const auto said = answer();
+  if (!said) {
+    process_.kill();
+    process_.waitForFinished();
+    return std::nullopt;
+  }
+  bool isNumber = false;
+  const double milliseconds = said->toDouble(&isNumber);
+  return isNumber ? std::optional(milliseconds) : std::nullopt;
+}
+
+double RivalProcess::peakMegabytes() const { return peakMegabytesOf(process_.processId()); }
+
+} // namespace xov::bench
