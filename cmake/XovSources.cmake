@@ -33,7 +33,8 @@ function(xov_library)
   target_compile_definitions(xov_objects PRIVATE
     XOV_VERSION="${PROJECT_VERSION}"
     XOV_INSTALLED_RESOURCES="${CMAKE_INSTALL_FULL_DATADIR}/XOV_Graphics/resources"
-    XOV_BUILD_TREE_RESOURCES="${PROJECT_SOURCE_DIR}/resources")
+    XOV_BUILD_TREE_RESOURCES="${PROJECT_SOURCE_DIR}/resources"
+    XOV_CONFIGURED_DATA_ROOT="${XOV_DATA_ROOT}")
   if(XOV_PCH)
     target_precompile_headers(xov_objects PRIVATE ${PROJECT_SOURCE_DIR}/cmake/QtHeaders.h)
   endif()

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace xov {
 
@@ -12,15 +13,37 @@ QString& hostFolder() {
   return folder;
 }
 
+QString& hostDataRoot() {
+  static QString folder;
+  return folder;
+}
+
+QString usersDataRoot() {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  return QDir(data).filePath(QStringLiteral("XOV_Graphics"));
+}
+
 } // namespace
 
 void setHostResourceFolder(const QString& folder) { hostFolder() = folder; }
 
 QString hostResourceFolder() { return hostFolder(); }
 
+void setDataRoot(const QString& folder) { hostDataRoot() = folder; }
+
+QString dataRoot() {
+  for (const QString& folder :
+       {hostDataRoot(), qEnvironmentVariable("XOV_DATA_ROOT"), QStringLiteral(XOV_CONFIGURED_DATA_ROOT)}) {
+    if (!folder.isEmpty()) return folder;
+  }
+  return usersDataRoot();
+}
+
+QString fullSizeResourceFolder() { return QDir(dataRoot()).filePath(QStringLiteral("resources")); }
+
 QString resourcePath(const QString& name) {
   if (name.isEmpty()) return {};
-  const QString folders[] = {hostFolder(), QStringLiteral(XOV_INSTALLED_RESOURCES),
+  const QString folders[] = {hostFolder(), fullSizeResourceFolder(), QStringLiteral(XOV_INSTALLED_RESOURCES),
                              QStringLiteral(XOV_BUILD_TREE_RESOURCES)};
   for (const QString& folder : folders) {
     if (folder.isEmpty()) continue;

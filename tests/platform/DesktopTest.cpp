@@ -1,14 +1,12 @@
 #include "platform/Drag.h"
 #include "platform/Log.h"
 #include "platform/Pasteboard.h"
-#include "platform/Resources.h"
 #include "platform/SavePanel.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -111,18 +109,6 @@ TEST(SavePanel, livesUntilItHasAnsweredWithoutAnyoneKeepingIt) {
   ASSERT_NE(dialog, nullptr);
   static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
   EXPECT_EQ(code, SavePanel::kAccepted);
-}
-
-TEST(Resources, theHostsFolderComesFirst) {
-  QTemporaryDir folder;
-  QFile file(folder.filePath(QStringLiteral("only-here.txt")));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.close();
-  EXPECT_TRUE(resourcePath(QStringLiteral("only-here.txt")).isEmpty());
-  setHostResourceFolder(folder.path());
-  EXPECT_EQ(resourcePath(QStringLiteral("only-here.txt")), QFileInfo(file).absoluteFilePath());
-  setHostResourceFolder(QString());
-  EXPECT_TRUE(resourcePath(QString()).isEmpty());
 }
 
 TEST(Log, hasItsOwnCategoriesThatAHostCanSilence) {
