@@ -1,31 +1,8 @@
 #include "map/plateBoundaryController.h"
 
-#include "map/BoundaryText.h"
-#include "map/TextFile.h"
-#include "platform/Log.h"
-#include "platform/Resources.h"
+#include "map/BoundaryResource.h"
 
 namespace xov {
-
-namespace {
-
-using Reader = void (*)(const QByteArray& text, SegmentCollector& segments);
-
-/// Says in the log why it is false.
-bool loadResource(const char* name, Reader read, SegmentCollector& segments) {
-  const QString path = resourcePath(QString::fromLatin1(name));
-  QString error = QStringLiteral("%1: is not among the resources").arg(QLatin1StringView(name));
-  const bool loaded = !path.isEmpty() && withoutThrowing(&error, [&] {
-    QByteArray text;
-    if (!readTextFile(path, text, &error)) return false;
-    read(text, segments);
-    return true;
-  });
-  if (!loaded) qCWarning(log, "plate boundaries: %s", qUtf8Printable(error));
-  return loaded;
-}
-
-} // namespace
 
 plateBoundaryController::plateBoundaryController() : boundaries_(std::make_shared<XOVPolygonArray>()) {}
 
@@ -35,14 +12,14 @@ void plateBoundaryController::setBoundaries(std::shared_ptr<XOVPolygonArray> bou
 
 bool plateBoundaryController::loadBirdPlateBoundaries() {
   SegmentCollector segments(kBirdSegmentPoints, SegmentCollector::Bounds::NotComputed, *boundaries_);
-  return loadResource("PB2002_boundaries.txt", readBirdBoundaries, segments);
+  return loadBoundaryResource(QStringLiteral("PB2002_boundaries.txt"), readBirdBoundaries, segments);
 }
 
 bool plateBoundaryController::loadUTPlateBoundaries() {
   SegmentCollector segments(kTypedSegmentPoints, SegmentCollector::Bounds::Computed, *boundaries_);
   bool all = true;
   for (const char* const name : {"trench.txt", "ridge.txt", "transform.txt"})
-    all = loadResource(name, readTypedBoundaries, segments) && all;
+    all = loadBoundaryResource(QLatin1StringView(name), readTypedBoundaries, segments) && all;
   return all;
 }
 

@@ -43,6 +43,7 @@ bool isOpaque(const QImage& image) {
 
 // Drops a transparency that is not there; JPEG has none at all, so it gets white paper.
 QImage prepared(const QImage& image, ImageFormat format) {
+  if (!image.hasAlphaChannel()) return image.convertToFormat(QImage::Format_RGB888);
   const QImage argb = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
   if (isOpaque(argb)) return argb.convertToFormat(QImage::Format_RGB888);
   if (format != ImageFormat::Jpeg) return argb.convertToFormat(QImage::Format_ARGB32);
@@ -59,6 +60,26 @@ QImage prepared(const QImage& image, ImageFormat format) {
 
 void report(QString* error, const QString& text) {
   if (error != nullptr) *error = text;
+}
+
+QByteArray encode(const QImage& image, ImageFormat format, int jpegQuality, QString* error) {
+  if (image.isNull()) {
+    report(error, QStringLiteral("there is no picture to write: the view is empty or too large"));
+    return {};
+  }
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  QImageWriter writer(&buffer, formatName(format));
+  if (format == ImageFormat::Tiff) writer.setCompression(kTiffUncompressed);
+  if (format == ImageFormat::TiffLzw) writer.setCompression(kTiffLzw);
+  if (format == ImageFormat::Jpeg) writer.setQuality(jpegQuality);
+  QImage file = prepared(image, format);
+  file.setDotsPerMeterX(image.dotsPerMeterX());
+  file.setDotsPerMeterY(image.dotsPerMeterY());
+  if (writer.write(file)) return bytes;
+  report(error, QStringLiteral("cannot write %1: %2").arg(QLatin1String(formatName(format)), writer.errorString()));
+  return {};
 }
 
 // Why writing failed. A flush that fails leaves the reason with the system only.
@@ -81,23 +102,11 @@ bool isSpecialFile(const QString& path) {
 } // namespace
 
 QByteArray encodeImage(const QImage& image, ImageFormat format, QString* error) {
-  if (image.isNull()) {
-    report(error, QStringLiteral("there is no picture to write: the view is empty or too large"));
-    return {};
-  }
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  QImageWriter writer(&buffer, formatName(format));
-  if (format == ImageFormat::Tiff) writer.setCompression(kTiffUncompressed);
-  if (format == ImageFormat::TiffLzw) writer.setCompression(kTiffLzw);
-  if (format == ImageFormat::Jpeg) writer.setQuality(kJpegQuality);
-  QImage file = prepared(image, format);
-  file.setDotsPerMeterX(image.dotsPerMeterX());
-  file.setDotsPerMeterY(image.dotsPerMeterY());
-  if (writer.write(file)) return bytes;
-  report(error, QStringLiteral("cannot write %1: %2").arg(QLatin1String(formatName(format)), writer.errorString()));
-  return {};
+  return encode(image, format, kJpegQuality, error);
+}
+
+QByteArray encodeJpeg(const QImage& image, int quality, QString* error) {
+  return encode(image, ImageFormat::Jpeg, quality, error);
 }
 
 bool writeFileAtomically(const QString& path, const QByteArray& bytes, QString* error) {

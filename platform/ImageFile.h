@@ -17,6 +17,9 @@ enum class ImageFormat : std::uint8_t { Tiff, TiffLzw, Jpeg, Png };
 /// when the image is null or the format's writer is not installed.
 XOV_EXPORT QByteArray encodeImage(const QImage& image, ImageFormat format, QString* error = nullptr);
 
+/// The bytes of a JPEG file of that quality, from 0 to 100; as encodeImage(), which takes 92.
+XOV_EXPORT QByteArray encodeJpeg(const QImage& image, int quality, QString* error = nullptr);
+
 /// Writes a whole file or nothing: the bytes go to a temporary file beside it that then takes its place. False, with
 /// one line in `error` that names the file, when that fails; a file that stood there stays as it was. Devices and
 /// pipes are written to as they are.

@@ -31,7 +31,7 @@ protected:
   }
 
   QStringList longOptions(const QString& command) {
-    return allMatches(xov({command, "--help"}).out, "^  [^ ]*--([a-z-]+)");
+    return allMatches(xov({command, "--help"}).out, "^  [^ ]*--([a-z0-9-]+)");
   }
 };
 

@@ -1,5 +1,6 @@
 #include "map/plateBoundaryController.h"
 
+#include "map/BoundaryResource.h"
 #include "platform/Resources.h"
 #include "tests/map/LogCatcher.h"
 #include "tests/map/MapPrinting.h"
@@ -115,12 +116,20 @@ TEST_F(PlateBoundaryController, readsTheOtherFilesWhenOneCannotBeRead) {
   EXPECT_EQ(LogCatcher::lines().size(), 1);
 }
 
-TEST_F(PlateBoundaryController, missesAResourceThatIsNowhere) {
-  // The library may bring files of these names itself; then a host without them does not lack them.
-  const bool isBrought = !resourcePath(QStringLiteral("PB2002_boundaries.txt")).isEmpty();
+TEST_F(PlateBoundaryController, hasTheLibrarysBoundariesWhereTheHostBringsNone) {
+  EXPECT_TRUE(controller.loadBirdPlateBoundaries());
+  const std::size_t bySegment = controller.boundaries()->size();
+  EXPECT_GT(bySegment, 0U);
+  EXPECT_TRUE(controller.loadUTPlateBoundaries());
+  EXPECT_GT(controller.boundaries()->size(), bySegment);
+}
+
+TEST(BoundaryResource, thatIsNowhereIsSaidInOneLine) {
+  XOVPolygonArray boundaries;
+  SegmentCollector segments(kBirdSegmentPoints, SegmentCollector::Bounds::NotComputed, boundaries);
   const LogCatcher log;
-  EXPECT_EQ(controller.loadBirdPlateBoundaries(), isBrought);
-  if (isBrought) return;
-  EXPECT_EQ(LogCatcher::lines(), QStringList(QStringLiteral("xov: plate boundaries: PB2002_boundaries.txt: is not "
-                                                            "among the resources")));
+  EXPECT_FALSE(loadBoundaryResource(QStringLiteral("nowhere.txt"), readBirdBoundaries, segments));
+  EXPECT_EQ(LogCatcher::lines(),
+            QStringList(QStringLiteral("xov: plate boundaries: nowhere.txt: is not among the resources")));
+  EXPECT_TRUE(boundaries.empty());
 }

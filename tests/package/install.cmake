@@ -32,7 +32,18 @@ function(expect_runtime_only prefix)
   endif()
 endfunction()
 
+# Maps draw from these where no larger ones were made.
+function(expect_resources prefix)
+  file(GLOB_RECURSE found RELATIVE ${prefix} ${prefix}/*/XOV_Graphics/resources/*)
+  foreach(name IN ITEMS etopo30.i2 natural_wide.jpg PB2002_boundaries.txt)
+    if(NOT found MATCHES "XOV_Graphics/resources/${name}")
+      message(FATAL_ERROR "component Runtime: no ${name} among '${found}'")
+    endif()
+  endforeach()
+endfunction()
+
 install_into(${PREFIX}-runtime --component Runtime)
 expect_runtime_only(${PREFIX}-runtime)
+expect_resources(${PREFIX}-runtime)
 install_into(${PREFIX})
 expect_no_path_of_this_tree(${PREFIX})

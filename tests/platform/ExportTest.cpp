@@ -78,6 +78,16 @@ TEST(ImageFile, jpegPutsTransparencyOnWhite) {
   EXPECT_GE(qRed(read.pixel(8, 8)), 250);
 }
 
+TEST(ImageFile, jpegOfLowerQualityIsSmaller) {
+  QImage image(64, 64, QImage::Format_RGB32);
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x)
+      image.setPixel(x, y, qRgb(x * y % 256, 4 * x, 4 * y));
+  }
+  EXPECT_LT(encodeJpeg(image, 60).size(), encodeJpeg(image, 92).size());
+  EXPECT_EQ(encodeJpeg(image, 92), encodeImage(image, ImageFormat::Jpeg));
+}
+
 TEST(ImageFile, pngKeepsTransparency) {
   QImage half(2, 2, QImage::Format_ARGB32);
   half.fill(QColor(255, 0, 0, 100));

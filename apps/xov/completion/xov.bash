@@ -8,6 +8,7 @@ _xov_options() {
     scatter) echo "-h --help --columns --xlabel --ylabel --diameter $output" ;;
     hist) echo "-h --help --columns --xlabel --ylabel --bins --min --max --remove-mean --dump $output" ;;
     info) echo '-h --help' ;;
+    resources) echo '-h --help --pb2002' ;;
     *) echo '-h --help --version' ;;
   esac
 }
@@ -16,7 +17,7 @@ _xov() {
   local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
   COMPREPLY=()
   if ((COMP_CWORD == 1)) && [[ $word != -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W 'section xy scatter hist info' -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W 'section xy scatter hist info resources' -- "$word")
     return
   fi
   ((COMP_CWORD == 1)) && command=

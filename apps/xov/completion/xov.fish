@@ -1,6 +1,6 @@
 # fish completion for xov
 
-set -l commands section xy scatter hist info
+set -l commands section xy scatter hist info resources
 set -l drawing section xy scatter hist
 set -l tables xy scatter hist
 
@@ -12,11 +12,14 @@ complete -c xov -n "not __fish_seen_subcommand_from $commands" -a xy -d 'Draw tw
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a scatter -d 'Draw two columns of numbers as circles'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a hist -d 'Draw or print a column of numbers as a histogram'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a info -d 'List what seismogram files hold'
+complete -c xov -n "not __fish_seen_subcommand_from $commands" -a resources -d 'List base maps and plate boundaries, or import boundaries'
 
 complete -c xov -n "__fish_seen_subcommand_from $drawing" -s o -l output -r -d 'Write the plot to this file'
 complete -c xov -n "__fish_seen_subcommand_from $drawing" -l size -x -d 'Width and height in points'
 complete -c xov -n "__fish_seen_subcommand_from $drawing" -l scale -x -d 'Pixels a point in pictures'
 complete -c xov -n "__fish_seen_subcommand_from $drawing" -l title -x -d 'Title of the plot'
+
+complete -c xov -n '__fish_seen_subcommand_from resources' -l pb2002 -r -d 'Import the published text of PB2002'
 
 complete -c xov -n '__fish_seen_subcommand_from section' -l gain -x -d 'Enlarge traces by this factor'
 complete -c xov -n '__fish_seen_subcommand_from section' -l zero-lines -d 'Draw a dotted zero line through each trace'

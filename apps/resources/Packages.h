@@ -1,0 +1,38 @@
+#pragma once
+
+#include "seismic/io/Result.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace xov::maker {
+
+/// Says what is being done.
+using Progress = std::function<void(const QString& what)>;
+
+/// Debian packages, downloaded with apt-get and unpacked with dpkg-deb into a folder of their own, never installed.
+class Packages {
+public:
+  /// Packages are looked for in `archive` where it is not empty, and downloaded into `folder` otherwise; they are
+  /// unpacked below `folder`, which is made.
+  Packages(QString folder, QString archive);
+
+  /// Downloads and unpacks a package. An error says in one line why that cannot be.
+  Status unpack(const QString& package, const Progress& progress) const;
+
+  /// The path of a file of an unpacked package.
+  QString path(const QString& package, const QString& file) const;
+
+  /// Takes all away that was downloaded and unpacked.
+  void remove() const;
+
+private:
+  Status download(const QString& package) const;
+
+  QString folder_;
+  QString archive_;
+};
+
+} // namespace xov::maker
