@@ -57,7 +57,7 @@ float seaLight(float light, float metres, float strength) {
 /// The colour of a place, with the colour of the land from space there, how much of it is ice, and the light on it.
 Rgb colourOf(Scheme scheme, float metres, const Rgb& land, float ice, float light) {
   // Ice is smooth, and what is left of the steps between grey values would show on it most.
-  const float onLand = 1 - 0.6F * ice;
+  const float onLand = 1 - 0.75F * ice;
   switch (scheme) {
   case Scheme::Natural:
     if (metres < 0) return lit(tint(kSoftSea, metres), seaLight(light, metres, 0.55F));

@@ -89,10 +89,12 @@ float meanBetween(std::span<const float> values, double from, double to) {
 // How much of a sea floor's shape comes from the grid: from nothing at the coast to this share at depth.
 constexpr double kGridShare = 0.7;
 constexpr double kGridShareDepth = 300;
-// South of this the sea is covered by shelf ice, which stands this high.
-constexpr double kShelfLatitude = -77.5;
+// Shelf ice, which stands this high: flat greys off Antarctica, and south of a latitude all but the deepest water.
 constexpr double kShelfMetres = 30;
-constexpr double kShelfDepth = -1500; // and no deeper water lies under it
+constexpr double kFlatLatitude = -70;
+constexpr double kFlatDepth = -30;
+constexpr double kShelfLatitude = -77.5;
+constexpr double kShelfDepth = -1500;
 // Within this height of sea level, where a few greys stand for all flat coasts, the two agree on where land ends.
 constexpr double kCoastMetres = 40;
 constexpr double kCoastShare = 0.6;
@@ -107,11 +109,16 @@ double seaFloor(double fromPicture, double fromGrid) {
   return (1 - share) * fromPicture + share * std::min(fromGrid, -1.0);
 }
 
+bool isShelfIce(double fromPicture, double latitude) {
+  return (latitude < kFlatLatitude && fromPicture > kFlatDepth) ||
+         (latitude < kShelfLatitude && fromPicture > kShelfDepth);
+}
+
 /// The elevation of a place out of what the picture and the grid say.
 float combined(double fromPicture, double fromGrid, double latitude) {
   double metres = fromPicture;
   if (std::abs(metres) < kCoastMetres) metres = coast(metres, fromGrid);
-  if (latitude < kShelfLatitude && metres > kShelfDepth) metres = std::max(metres, kShelfMetres);
+  if (isShelfIce(fromPicture, latitude)) metres = std::max(metres, kShelfMetres);
   if (metres < 0) return float(seaFloor(metres, fromGrid));
   return float(metres);
 }

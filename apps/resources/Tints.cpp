@@ -20,7 +20,10 @@ constexpr Rgb kLake{0.16F, 0.33F, 0.50F};
 
 constexpr float kPale = 0.7F; // ice is at least as bright
 
-bool isWater(const Rgb& colour) { return colour.blue > colour.red + 0.06F && colour.red < kPale; }
+/// Blue, or the bright green of shallow lakes.
+bool isWater(const Rgb& colour) {
+  return colour.red < kPale && (colour.blue > colour.red + 0.06F || colour.green > colour.red + 0.22F);
+}
 
 /// Whether the sea is within a few pixels.
 bool isCoastal(const Relief& relief, int x, int y) {
