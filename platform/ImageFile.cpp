@@ -90,8 +90,8 @@ QString reasonOf(const QFileDevice& file) {
 }
 
 // A device or a pipe is written to and never replaced.
-bool writeInPlace(QFile& file, const QByteArray& bytes) {
-  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+bool writeInPlace(QFile& file, const FileContents& contents) {
+  return file.open(QIODevice::WriteOnly) && contents(file) && file.flush();
 }
 
 bool isSpecialFile(const QString& path) {
@@ -110,17 +110,21 @@ QByteArray encodeJpeg(const QImage& image, int quality, QString* error) {
 }
 
 bool writeFileAtomically(const QString& path, const QByteArray& bytes, QString* error) {
+  return writeFileAtomically(
+      path, [&bytes](QIODevice& device) { return device.write(bytes) == bytes.size(); }, error);
+}
+
+bool writeFileAtomically(const QString& path, const FileContents& contents, QString* error) {
   if (isSpecialFile(path)) {
     QFile device(path);
-    if (writeInPlace(device, bytes)) return true;
+    if (writeInPlace(device, contents)) return true;
     report(error, QStringLiteral("%1: %2").arg(path, reasonOf(device)));
     return false;
   }
   // The flush comes before the commit: what a full disk leaves in the buffer would otherwise be lost in silence while
   // the file takes its place.
   QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() && file.commit())
-    return true;
+  if (file.open(QIODevice::WriteOnly) && contents(file) && file.flush() && file.commit()) return true;
   report(error, QStringLiteral("%1: %2").arg(path, reasonOf(file)));
   return false;
 }

@@ -7,6 +7,9 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
+
+class QIODevice;
 
 namespace xov {
 
@@ -24,5 +27,11 @@ XOV_EXPORT QByteArray encodeJpeg(const QImage& image, int quality, QString* erro
 /// one line in `error` that names the file, when that fails; a file that stood there stays as it was. Devices and
 /// pipes are written to as they are.
 XOV_EXPORT bool writeFileAtomically(const QString& path, const QByteArray& bytes, QString* error = nullptr);
+
+/// Writes what a file will hold to a device; false when the device does not take it.
+using FileContents = std::function<bool(QIODevice&)>;
+
+/// The same for contents too large to be made first. They are asked for only when the file could be opened.
+XOV_EXPORT bool writeFileAtomically(const QString& path, const FileContents& contents, QString* error = nullptr);
 
 } // namespace xov

@@ -40,4 +40,19 @@ QImage PlanarBitmap::toImage() const {
   return image;
 }
 
+QImage PlanarBitmap::toOpaqueImage() const {
+  if (isNull()) return {};
+  QImage image(width_, height_, QImage::Format_RGB32);
+  if (image.isNull()) return image;
+  const std::uint8_t* red = plane(0).data();
+  const std::uint8_t* green = plane(1).data();
+  const std::uint8_t* blue = plane(2).data();
+  for (int y = 0; y < height_; ++y, red += width_, green += width_, blue += width_) {
+    auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < width_; ++x)
+      line[x] = qRgb(red[x], green[x], blue[x]);
+  }
+  return image;
+}
+
 } // namespace xov

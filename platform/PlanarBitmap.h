@@ -30,6 +30,8 @@ public:
 
   /// The bitmap as an image, for drawing.
   QImage toImage() const;
+  /// The same without regard to the alpha plane: every pixel is opaque.
+  QImage toOpaqueImage() const;
 
 private:
   int width_ = 0;

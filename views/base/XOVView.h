@@ -16,6 +16,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace xov {
@@ -184,7 +185,7 @@ public:
   void writePDFToPasteboard(Pasteboard& pasteboard);
   /// A picture of the whole view at exportPixelRatio() pixels a point.
   QImage snapshot();
-  QImage snapshotFromRect(const QRectF& rect);
+  virtual QImage snapshotFromRect(const QRectF& rect);
 
 protected:
   void contextMenuEvent(QContextMenuEvent* event) override;
@@ -198,6 +199,12 @@ protected:
   void beginAxes(const QRectF& frame);
   void emptyAxisPath();
   void strokeAxisPath();
+
+  /// Opens a save sheet that proposes `stem`_NNN with the extension, NNN being pltCount(), which then counts up. When
+  /// the user is done, and while the view is there, `didEnd` gets the sheet and its return code.
+  void openSaveSheet(const QString& stem, const QString& extension, std::function<void(SavePanel*, int)> didEnd);
+  /// Drags a picture of the view out, centred under the pointer.
+  void dragOut();
 
   QRectF pRect_;
   QRectF iRect_;
@@ -226,9 +233,8 @@ private:
   using SheetEnd = void (XOVView::*)(SavePanel*, int, void*);
   using FileWriter = bool (XOVView::*)(const QString&, QString*);
   void buildMenu();
-  void openSaveSheet(const QString& extension, SheetEnd didEnd);
+  void openPictureSheet(const QString& extension, SheetEnd didEnd);
   void writeSheetFile(const SavePanel* sheet, FileWriter write);
-  void dragOut(QPointF click);
   void updateDataRect() { xyRect_ = limits().rect(); }
   void drawTitleAt(QPointF origin);
 

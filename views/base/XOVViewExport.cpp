@@ -23,26 +23,32 @@ bool writeImage(const QString& path, const QImage& image, ImageFormat format, QS
 
 } // namespace
 
-void XOVView::openSaveSheet(const QString& extension, SheetEnd didEnd) {
+void XOVView::openSaveSheet(const QString& stem, const QString& extension,
+                            std::function<void(SavePanel*, int)> didEnd) {
   const std::shared_ptr<SavePanel> panel = SavePanel::savePanel();
-  const QString name = QString::asprintf("plt_%3.3d.", pltCount_) + extension;
+  const QString name = QString::asprintf("%s_%3.3d.%s", qUtf8Printable(stem), pltCount_, qUtf8Printable(extension));
   ++pltCount_;
   panel->setRequiredFileType(extension);
   // The view may be gone by the time the user answers, and so may the panel's owner.
   panel->beginSheet(QString(), name, window(),
                     [view = QPointer<XOVView>(this), weakPanel = std::weak_ptr<SavePanel>(panel), didEnd](int code) {
                       const std::shared_ptr<SavePanel> sheet = weakPanel.lock();
-                      if (view && sheet) (view.data()->*didEnd)(sheet.get(), code, nullptr);
+                      if (view && sheet) didEnd(sheet.get(), code);
                     });
 }
 
-void XOVView::savePDF(QObject*) { openSaveSheet(QStringLiteral("pdf"), &XOVView::didEndPDFReturnCodeContextInfo); }
+void XOVView::openPictureSheet(const QString& extension, SheetEnd didEnd) {
+  openSaveSheet(QStringLiteral("plt"), extension,
+                [this, didEnd](SavePanel* sheet, int code) { (this->*didEnd)(sheet, code, nullptr); });
+}
 
-void XOVView::saveTIF(QObject*) { openSaveSheet(QStringLiteral("tif"), &XOVView::didEndTIFReturnCodeContextInfo); }
+void XOVView::savePDF(QObject*) { openPictureSheet(QStringLiteral("pdf"), &XOVView::didEndPDFReturnCodeContextInfo); }
 
-void XOVView::savePNG(QObject*) { openSaveSheet(QStringLiteral("png"), &XOVView::didEndPNGReturnCodeContextInfo); }
+void XOVView::saveTIF(QObject*) { openPictureSheet(QStringLiteral("tif"), &XOVView::didEndTIFReturnCodeContextInfo); }
 
-void XOVView::saveJPG(QObject*) { openSaveSheet(QStringLiteral("jpg"), &XOVView::didEndJPGReturnCodeContextInfo); }
+void XOVView::savePNG(QObject*) { openPictureSheet(QStringLiteral("png"), &XOVView::didEndPNGReturnCodeContextInfo); }
+
+void XOVView::saveJPG(QObject*) { openPictureSheet(QStringLiteral("jpg"), &XOVView::didEndJPGReturnCodeContextInfo); }
 
 // The sheet's return code is deliberately taken as accepted. A sheet without a file name leaves nothing to write.
 void XOVView::writeSheetFile(const SavePanel* sheet, FileWriter write) {

@@ -49,7 +49,7 @@ void XOVView::setController(PlotController* controller) { controller_ = PlotCont
 void XOVView::mouseDown(const MouseEvent& event) {
   const QPointF point = convertPointFromWindow(event.locationInWindow);
   if (event.modifierFlags.testFlag(Qt::ShiftModifier)) {
-    dragOut(point);
+    dragOut();
     return;
   }
   if (!containsPoint(iRect_, point) || event.clickCount != 1) return;
@@ -57,7 +57,7 @@ void XOVView::mouseDown(const MouseEvent& event) {
 }
 
 // The picture hangs centred under the pointer, wherever in the view the click was.
-void XOVView::dragOut(QPointF) {
+void XOVView::dragOut() {
   const QImage picture = snapshot();
   if (picture.isNull()) return;
   Pasteboard pasteboard;
