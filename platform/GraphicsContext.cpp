@@ -143,11 +143,13 @@ void GraphicsContext::onSymbols(const Symbols& symbols) {
   for (std::int64_t i = symbols.first; i < symbols.last; ++i) {
     const auto center = symbols.center(i);
     if (!center) continue;
-    const Path circle = symbols.circle(*center);
-    setFillColor(symbols.fill);
-    if (symbols.fill.isValid()) fillPath(circle);
-    setStrokeColor(symbols.stroke);
-    if (symbols.hasOutline()) strokePath(circle);
+    const SymbolLook& look = symbols.look(i);
+    const Path circle = look.circle(*center);
+    setFillColor(look.fill);
+    if (look.fill.isValid()) fillPath(circle);
+    setStrokeColor(look.stroke);
+    for (int stroke = 0; look.hasOutline() && stroke < look.strokes; ++stroke)
+      strokePath(circle);
   }
   restoreState();
 }

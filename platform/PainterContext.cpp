@@ -13,6 +13,7 @@
 
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 namespace xov {
 
@@ -31,6 +32,7 @@ constexpr double kMaxDashes = 20000;
 constexpr qsizetype kChunk = 2048;
 // Coordinates beyond this many pixels would overflow the painter's fixed-point arithmetic.
 constexpr double kPainterLimit = 16000;
+constexpr int kOpaque = 255;
 
 Qt::PenCapStyle qtCap(Path::Cap cap) {
   switch (cap) {
@@ -275,29 +277,42 @@ void PainterContext::onSymbols(const Symbols& symbols) {
   if (!drawn) GraphicsContext::onSymbols(symbols);
 }
 
-// Fill and outline of a symbol are one path of the page; many discs of one colour are one path of round dots, a tenth
-// as long.
+// A symbol of the page, with the painter's pen and brush already its own. An opaque outline shares one path with its
+// fill; a translucent one would let paper show through instead of the fill.
+void PainterContext::drawSymbolOnPaper(const SymbolLook& look, const QPainterPath& circle) {
+  if (look.strokes == 1 && look.stroke.alpha() == kOpaque) return painter_.drawPath(circle);
+  if (look.fill.isValid()) painter_.fillPath(circle, painter_.brush());
+  for (int stroke = 0; look.hasOutline() && stroke < look.strokes; ++stroke)
+    painter_.strokePath(circle, painter_.pen());
+}
+
+// Many discs of one colour are one path of round dots, a tenth as long as a path each.
 void PainterContext::drawSymbolsOnPaper(const Symbols& symbols) {
   const auto toPage = [](double coordinate) { return std::round(coordinate / kPaperStep) * kPaperStep; };
+  const auto placeOf = [&](std::int64_t i) {
+    const QPointF center = *symbols.center(i);
+    return QPointF(toPage(center.x()), toPage(center.y()));
+  };
   painter_.save();
   if (const QColor color = symbols.colorOfPlainDiscs(); color.isValid()) {
     painter_.setPen(QPen(color, 2 * symbols.outerRadius(), Qt::SolidLine, Qt::RoundCap));
     QPolygonF dots;
-    for (const std::int64_t i : symbolsOnPaper(symbols, clippedRect())) {
-      const QPointF center = *symbols.center(i);
-      dots.append({toPage(center.x()), toPage(center.y())});
-    }
+    for (const std::int64_t i : symbolsOnPaper(symbols, clippedRect()))
+      dots.append(placeOf(i));
     painter_.drawPoints(dots);
     painter_.restore();
     return;
   }
-  painter_.setBrush(symbols.fill.isValid() ? QBrush(symbols.fill) : QBrush(Qt::NoBrush));
-  painter_.setPen(symbols.hasOutline() ? tracePen(symbols.circle({}), symbols.stroke) : QPen(Qt::NoPen));
-  QPainterPath circle;
-  circle.addEllipse(QPointF(), symbols.radius, symbols.radius);
+  const SymbolLook* last = nullptr;
   for (const std::int64_t i : symbolsOnPaper(symbols, clippedRect())) {
-    const QPointF center = *symbols.center(i);
-    painter_.drawPath(circle.translated(toPage(center.x()), toPage(center.y())));
+    const SymbolLook& look = symbols.look(i);
+    if (&look != std::exchange(last, &look)) {
+      painter_.setPen(look.hasOutline() ? tracePen(look.circle({}), look.stroke) : QPen(Qt::NoPen));
+      painter_.setBrush(look.fill.isValid() ? QBrush(look.fill) : QBrush(Qt::NoBrush));
+    }
+    QPainterPath circle;
+    circle.addEllipse(placeOf(i), look.radius, look.radius);
+    drawSymbolOnPaper(look, circle);
   }
   painter_.restore();
 }

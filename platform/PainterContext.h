@@ -37,6 +37,7 @@ private:
   QRectF visibleRect(double lineWidth) const;
   QRectF clippedRect() const;
   bool drawUnderClip(const std::function<bool(const PixelTarget&, const QRect& clip)>& draw);
+  void drawSymbolOnPaper(const SymbolLook& look, const QPainterPath& circle);
   void drawSymbolsOnPaper(const Symbols& symbols);
   void strokeShape(const Path& path);
   void strokeTracesOnPixels(const Path& path);

@@ -61,14 +61,22 @@ QString colorText(const QColor& color) {
   return color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb);
 }
 
+QString lookText(const SymbolLook& look) {
+  const QString often = look.strokes == 1 ? QString() : QStringLiteral(" strokes=%1").arg(look.strokes);
+  return QStringLiteral(" %1 %2 w=%3 r=%4")
+             .arg(colorText(look.fill), colorText(look.stroke), number(look.lineWidth), number(look.radius)) +
+         often;
+}
+
 QString symbolsText(const RecordedItem& item) {
   const Symbols& symbols = item.symbols;
   const QString clipped = item.clip ? QStringLiteral(" clip=") + rectText(*item.clip) : QString();
-  QString text = QStringLiteral("symbols %1 %2 w=%3 r=%4%5")
-                     .arg(colorText(symbols.fill), colorText(symbols.stroke), number(symbols.lineWidth),
-                          number(symbols.radius), clipped);
+  const bool alike = symbols.looks == nullptr;
+  QString text = QStringLiteral("symbols") + (alike ? lookText(symbols) : QString()) + clipped;
   for (std::int64_t i = symbols.first; i < symbols.last; ++i) {
-    if (const auto center = symbols.center(i)) text += QLatin1Char(' ') + pointText(*center);
+    const auto center = symbols.center(i);
+    if (!center) continue;
+    text += (alike ? QString() : lookText(symbols.look(i))) + QLatin1Char(' ') + pointText(*center);
   }
   return text;
 }
@@ -84,13 +92,15 @@ std::vector<RecordedItem> RecordedItem::steps() const {
   for (std::int64_t i = symbols.first; i < symbols.last; ++i) {
     const auto center = symbols.center(i);
     if (!center) continue;
-    step.path = symbols.circle(*center);
+    const SymbolLook& look = symbols.look(i);
+    step.path = look.circle(*center);
     step.kind = Kind::Fill;
-    step.color = symbols.fill;
-    if (symbols.fill.isValid()) steps.push_back(step);
+    step.color = look.fill;
+    if (look.fill.isValid()) steps.push_back(step);
     step.kind = Kind::Stroke;
-    step.color = symbols.stroke;
-    if (symbols.hasOutline()) steps.push_back(step);
+    step.color = look.stroke;
+    for (int stroke = 0; look.hasOutline() && stroke < look.strokes; ++stroke)
+      steps.push_back(step);
   }
   return steps;
 }
@@ -168,6 +178,7 @@ QString RecordingContext::toText() const {
 void RecordingContext::clear() {
   items_.clear();
   samples_.clear();
+  looks_.clear();
 }
 
 RecordedItem& RecordingContext::add(RecordedItem::Kind kind) {
@@ -214,6 +225,10 @@ void RecordingContext::onSymbols(const Symbols& symbols) {
   item.symbols = symbols;
   item.symbols.x = keepSamples(symbols.x, symbols.first, symbols.last);
   item.symbols.y = keepSamples(symbols.y, symbols.first, symbols.last);
+  if (symbols.looks != nullptr) {
+    looks_.push_back(std::make_shared<std::vector<SymbolLook>>(symbols.looks, symbols.looks + symbols.last));
+    item.symbols.looks = looks_.back()->data();
+  }
   item.symbols.xOffset += t.dx();
   item.symbols.yOffset += t.dy();
 }

@@ -17,7 +17,7 @@ namespace xov {
 struct XOV_EXPORT RecordedItem {
   enum class Kind : std::uint8_t { Stroke, Fill, Text, Image, Symbols };
   Kind kind = Kind::Stroke;
-  QColor color; ///< stroke, fill or text colour; that of the fill for symbols
+  QColor color; ///< stroke, fill or text colour; for symbols the fill that all have in common
   /// The clip that was in force; none clips nothing. It is the bounding box where the clip was not a rectangle.
   std::optional<QRectF> clip;
   QPainterPath clipPath;
@@ -88,6 +88,7 @@ private:
 
   std::vector<RecordedItem> items_;
   std::vector<std::shared_ptr<const std::vector<float>>> samples_;
+  std::vector<std::shared_ptr<const std::vector<SymbolLook>>> looks_;
 };
 
 } // namespace xov

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 namespace xov {
@@ -54,6 +55,15 @@ private:
   QSet<quint64> taken_;
 };
 
+// The largest radius that cells have to be fine against: that of the smallest symbol.
+double smallestRadius(const Symbols& symbols) {
+  double smallest = symbols.looks == nullptr ? symbols.outerRadius() : std::numeric_limits<double>::infinity();
+  for (std::int64_t i = symbols.first; symbols.looks != nullptr && i < symbols.last; ++i) {
+    if (symbols.looks[i].hasSize()) smallest = std::min(smallest, symbols.looks[i].outerRadius());
+  }
+  return smallest;
+}
+
 bool reachesInto(const QRectF& area, QPointF center, double radius) {
   return center.x() + radius > area.left() && center.x() - radius < area.right() &&
          center.y() + radius > area.top() && center.y() - radius < area.bottom();
@@ -65,22 +75,25 @@ void closeUnder(OpenCells& cells, const CellDisc& disc) {
     cells.close(row, disc.coveredIn(row, cells.columns()));
 }
 
-// From the last symbol to the first, since the later ones cover the earlier; none when more than `most` show.
+// From the last symbol to the first, since the later ones cover the earlier. Symbols that look alike may also stand
+// for others at the same place; of these, none is given when more than `most` show.
 std::optional<std::vector<std::int64_t>> lastToFirst(const Symbols& symbols, const QRectF& area, double samePlace,
                                                      std::size_t most) {
-  const double radius = symbols.outerRadius();
-  const double cell = cellSize(area, radius);
+  const bool alike = symbols.looks == nullptr;
+  const double cell = cellSize(area, smallestRadius(symbols));
   OpenCells open(int(std::ceil(area.width() / cell)), int(std::ceil(area.height() / cell)));
   TakenPlaces places(area.topLeft(), samePlace);
   std::vector<std::int64_t> kept;
   for (std::int64_t i = symbols.last; i-- > symbols.first && open.openCount() > 0;) {
     const auto center = symbols.center(i);
-    if (!center || !reachesInto(area, *center, radius)) continue;
+    const SymbolLook& look = symbols.look(i);
+    if (!center || !reachesInto(area, *center, look.outerRadius())) continue;
     const QPointF inCells = (*center - area.topLeft()) / cell;
-    const CellDisc disc{inCells.x(), inCells.y(), radius / cell};
-    if (!open.anyOpenUnder(disc) || !places.take(*center)) continue;
-    closeUnder(open, disc);
-    if (kept.size() == most) return std::nullopt;
+    CellDisc disc{inCells.x(), inCells.y(), look.outerRadius() / cell};
+    if (!open.anyOpenUnder(disc) || (alike && !places.take(*center))) continue;
+    disc.radius = look.coveringRadius() / cell;
+    if (disc.radius > 0) closeUnder(open, disc);
+    if (alike && kept.size() == most) return std::nullopt;
     kept.push_back(i);
   }
   return kept;
@@ -93,9 +106,9 @@ std::vector<std::int64_t> symbolsOnPaper(const Symbols& symbols, const QRectF& a
   if (symbols.isEmpty() || !(area.width() > 0 && area.height() > 0)) return kept;
   for (std::int64_t i = symbols.first; i < symbols.last; ++i) {
     const auto center = symbols.center(i);
-    if (center && reachesInto(area, *center, symbols.outerRadius())) kept.push_back(i);
+    if (center && reachesInto(area, *center, symbols.look(i).outerRadius())) kept.push_back(i);
   }
-  if (kept.size() <= kEverySymbol || !symbols.coversWhatIsUnder()) return kept;
+  if (kept.size() <= kEverySymbol || (symbols.looks == nullptr && !symbols.coversWhatIsUnder())) return kept;
   double samePlace = kSamePlace;
   const std::size_t most = symbols.colorOfPlainDiscs().isValid() ? kMostPlainDiscs : kMostSymbols;
   auto showing = lastToFirst(symbols, area, samePlace, most);

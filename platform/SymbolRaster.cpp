@@ -36,6 +36,7 @@ struct Ink {
   float red = 0;
   float alpha = 0;
 
+  Ink() = default;
   explicit Ink(const QColor& color) {
     if (!color.isValid()) return;
     // The eight-bit levels that fills and strokes of every other path get.
@@ -102,22 +103,18 @@ public:
       : symbols_(symbols),
         viewToDevice_(viewToDevice),
         clip_(clip),
-        fillInk_(symbols.fill),
-        strokeInk_(symbols.stroke),
+        scale_(std::sqrt(std::abs(viewToDevice.determinant()))),
         open_(clip.width(), clip.height()),
         seen_(std::size_t(clip.width()) * std::size_t(clip.height())) {
-    const double scale = std::sqrt(std::abs(viewToDevice.determinant()));
-    const double halfLine = symbols.hasOutline() ? symbols.lineWidth / 2 : 0;
-    fill_.radius = symbols.radius * scale;
-    outer_.radius = (symbols.radius + halfLine) * scale;
-    inner_.radius = std::max(0.0, (symbols.radius - halfLine) * scale);
+    take(symbols);
   }
 
   void draw() {
     for (std::int64_t i = symbols_.last; i > symbols_.first && open_.openCount() > 0; --i) {
-      if (const auto center = symbols_.center(i - 1)) {
-        drawOne(viewToDevice_.map(*center) - QPointF(clip_.topLeft()));
-      }
+      const auto center = symbols_.center(i - 1);
+      if (!center) continue;
+      if (symbols_.looks != nullptr) take(symbols_.looks[i - 1]);
+      drawOne(viewToDevice_.map(*center) - QPointF(clip_.topLeft()));
     }
   }
 
@@ -137,6 +134,19 @@ public:
   }
 
 private:
+  // What is drawn looks so from now on.
+  void take(const SymbolLook& look) {
+    const double halfLine = look.hasOutline() ? look.lineWidth / 2 : 0;
+    fill_.radius = look.radius * scale_;
+    outer_.radius = (look.radius + halfLine) * scale_;
+    inner_.radius = std::max(0.0, (look.radius - halfLine) * scale_);
+    fillInk_ = Ink(look.fill);
+    strokeInk_ = Ink(look.stroke);
+    strokes_ = look.hasOutline() ? look.strokes : 0;
+    // Behind a ring or a translucent disc, a disc of another look may still show.
+    mayClear_ = symbols_.looks == nullptr || look.coveringRadius() > 0;
+  }
+
   void drawOne(QPointF center) {
     const CellDisc disc{center.x(), center.y(), outer_.radius};
     const CellSpan rows = disc.touchedRows(open_.rows());
@@ -159,7 +169,7 @@ private:
         return seen[column].through < kHidden;
       });
     }
-    if (large && laid <= kFaintest) rememberClear(disc);
+    if (large && mayClear_ && laid <= kFaintest) rememberClear(disc);
   }
 
   void rememberClear(CellDisc disc) {
@@ -182,9 +192,10 @@ private:
   void layBehind(Seen& seen, QPointF center, int column, int row) {
     const CellDistances to(center, column, row);
     if (to.farthestSquared <= inner_.squared()) return seen.layBehind(fillInk_, 1);
-    if (symbols_.hasOutline()) {
+    if (strokes_ > 0) {
       const double line = outer_.coverageOf(column, row, to) - inner_.coverageOf(column, row, to);
-      seen.layBehind(strokeInk_, float(std::clamp(line, 0.0, 1.0)));
+      for (int stroke = 0; stroke < strokes_ && seen.through >= kHidden; ++stroke)
+        seen.layBehind(strokeInk_, float(std::clamp(line, 0.0, 1.0)));
       if (seen.through < kHidden) return;
     }
     seen.layBehind(fillInk_, float(fill_.coverageOf(column, row, to)));
@@ -193,8 +204,11 @@ private:
   const Symbols& symbols_;
   const QTransform viewToDevice_;
   const QRect clip_;
-  const Ink fillInk_;
-  const Ink strokeInk_;
+  const double scale_;
+  Ink fillInk_;
+  Ink strokeInk_;
+  int strokes_ = 0;
+  bool mayClear_ = true;
   Disc fill_;  // up to the middle of the outline
   Disc outer_; // up to its outer edge
   Disc inner_; // up to its inner edge
@@ -213,7 +227,7 @@ bool keepsCircles(const QTransform& t) {
 
 // The pixels that ink can reach.
 QRect inkedPixels(const Symbols& symbols, const QTransform& viewToDevice, const QRect& clip) {
-  const double reach = symbols.outerRadius() * std::sqrt(std::abs(viewToDevice.determinant()));
+  const double scale = std::sqrt(std::abs(viewToDevice.determinant()));
   double left = clip.x() + clip.width();
   double right = clip.x();
   double top = clip.y() + clip.height();
@@ -222,6 +236,7 @@ QRect inkedPixels(const Symbols& symbols, const QTransform& viewToDevice, const 
     const auto center = symbols.center(i);
     if (!center) continue;
     const QPointF at = viewToDevice.map(*center);
+    const double reach = symbols.look(i).outerRadius() * scale;
     left = std::min(left, at.x() - reach);
     right = std::max(right, at.x() + reach);
     top = std::min(top, at.y() - reach);

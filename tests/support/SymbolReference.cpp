@@ -43,20 +43,22 @@ void lay(Pixel& pixel, const QColor& color, double coverage) {
 
 QImage referenceSymbols(const Symbols& symbols, const QTransform& viewToDevice, QSize size) {
   const double scale = std::sqrt(std::abs(viewToDevice.determinant()));
-  const double radius = symbols.radius * scale;
-  const double halfLine = symbols.hasOutline() ? symbols.lineWidth / 2 * scale : 0;
   std::vector<Pixel> pixels(std::size_t(size.width()) * std::size_t(size.height()), Pixel{255, 255, 255, 255});
   for (std::int64_t i = symbols.first; i < symbols.last; ++i) {
     const auto center = symbols.center(i);
     if (!center) continue;
     const QPointF at = viewToDevice.map(*center);
+    const SymbolLook& look = symbols.look(i);
+    const double radius = look.radius * scale;
+    const double halfLine = look.hasOutline() ? look.lineWidth / 2 * scale : 0;
     for (int y = 0; y < size.height(); ++y) {
       for (int x = 0; x < size.width(); ++x) {
         if (std::hypot(x + 0.5 - at.x(), y + 0.5 - at.y()) > radius + halfLine + 1) continue;
         Pixel& pixel = pixels[std::size_t(y) * std::size_t(size.width()) + std::size_t(x)];
         const Coverage coverage = coverageOf(x, y, at, radius, halfLine);
-        lay(pixel, symbols.fill, coverage.fill);
-        if (symbols.hasOutline()) lay(pixel, symbols.stroke, coverage.line);
+        lay(pixel, look.fill, coverage.fill);
+        for (int stroke = 0; look.hasOutline() && stroke < look.strokes; ++stroke)
+          lay(pixel, look.stroke, coverage.line);
       }
     }
   }
