@@ -3,6 +3,7 @@
 #include "seismic/SampledSignal.h"
 #include "seismic/StationObservation.h"
 #include "tests/support/FakeRecord.h"
+#include "views/map/geoMapView.h"
 #include "views/seismic/MultiSeisView.h"
 #include "views/seismic/SeisView01.h"
 #include "views/seismic/SeisView02.h"
@@ -89,6 +90,20 @@ void fill(uniformTimeSeriesView& view) {
   view.setWvfrmArray(data().series);
 }
 
+void fill(geoMapView& view) {
+  view.setupImageDataNROWSNCOLS(
+      std::make_shared<const std::vector<float>>(std::vector<float>{-5000, 100, 2000, 9000}), 2, 2);
+  view.buildSeisColorTable();
+  auto point = std::make_shared<geoMapPoint>();
+  point->setLatLonDepth(20, 100, 30);
+  point->setSymbolSize(0.5f);
+  view.thePoints()->push_back(point);
+  auto vector = std::make_shared<geoMapVector>();
+  vector->setEastValue(10);
+  vector->setScaleFactor(2);
+  view.addTheVector(vector);
+}
+
 // Draws onto all surfaces and returns the picture.
 QImage drawEverywhere(View& view, RecordingContext& recording) {
   const QImage window = view.grab().toImage();
@@ -103,9 +118,9 @@ QImage drawEverywhere(View& view, RecordingContext& recording) {
 template <typename ViewType>
 class Inventory : public ::testing::Test {};
 
-using AllViews =
-    ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView, XOVHistogramView,
-                     MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView, uniformTimeSeriesView>;
+using AllViews = ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView,
+                                  XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView,
+                                  uniformTimeSeriesView, geoMapView>;
 TYPED_TEST_SUITE(Inventory, AllViews);
 
 TYPED_TEST(Inventory, isMadeLaidOutAndDrawnEmpty) {

@@ -2,6 +2,7 @@
 #include "seismic/SampledSignal.h"
 #include "seismic/StationObservation.h"
 #include "tests/views/all/RandomHost.h"
+#include "views/map/geoMapView.h"
 #include "views/seismic/MultiSeisView.h"
 #include "views/seismic/SeisView01.h"
 #include "views/seismic/SeisView02.h"
@@ -136,6 +137,56 @@ Hosted uniformView(RandomHost& host) {
   return hosted;
 }
 
+float degrees(RandomHost& host) { return host.chance(0.8) ? float(host.count(720) - 360) : host.number(); }
+
+void addFeatures(RandomHost& host, geoMapView& view) {
+  for (int n = host.count(200); n > 0; --n) {
+    auto point = std::make_shared<geoMapPoint>();
+    point->setLatLonDepth(degrees(host), degrees(host), host.number());
+    point->setSymbolSize(host.chance(0.8) ? 0.5f : host.number());
+    point->setColorIndex(host.count(40) - 5);
+    point->setAlpha(host.chance(0.8) ? 1 : host.number());
+    view.thePoints()->push_back(host.chance(0.95) ? point : nullptr);
+  }
+  for (int n = host.count(20); n > 0; --n) {
+    auto vector = std::make_shared<geoMapVector>();
+    vector->setLatLonDepth(degrees(host), degrees(host), 0);
+    vector->setEastValue(host.number());
+    vector->setNorthValue(host.number());
+    vector->setScaleFactor(host.number());
+    view.addTheVector(vector);
+  }
+  auto lines = std::make_shared<XOVPolygonArray>();
+  for (int n = host.count(5); n > 0; --n) {
+    auto line = std::make_shared<XOVPolygon>();
+    line->setXp(host.samples(300));
+    line->setYp(host.samples(300));
+    line->setNpts(host.count(400) - 20);
+    lines->push_back(line);
+  }
+  view.addAPolygonSet(lines);
+}
+
+Hosted mapView(RandomHost& host) {
+  Hosted hosted = dressed<geoMapView>(host);
+  auto& view = static_cast<geoMapView&>(*hosted.view);
+  if (host.chance(0.7)) {
+    view.setXLimitsMinMax(float(host.count(360) - 180), float(host.count(360)));
+    view.setYLimitsMinMax(float(-host.count(90)), float(host.count(90)));
+  }
+  if (host.chance(0.7)) {
+    view.setupImageDataNROWSNCOLS(std::make_shared<const std::vector<float>>(host.samples(3000)), host.count(50) - 2,
+                                  host.count(60) - 2);
+  }
+  view.buildGrayScaleColorsNLevels(host.count(30) - 2);
+  view.setVAlignPlot(host.count(4) - 1);
+  view.setShowPlates(host.chance(0.7));
+  view.setShowAxes(host.chance(0.8));
+  view.setHideImage(host.chance(0.2));
+  addFeatures(host, view);
+  return hosted;
+}
+
 const std::vector<std::pair<const char*, Maker>>& makers() {
   static const std::vector<std::pair<const char*, Maker>> all = {
       {"xyPlotView", xyView<xyPlotView>},
@@ -149,6 +200,7 @@ const std::vector<std::pair<const char*, Maker>>& makers() {
       {"wvfrmView", waveformView},
       {"ThreeCompView", threeCompView},
       {"uniformTimeSeriesView", uniformView},
+      {"geoMapView", mapView},
   };
   return all;
 }
