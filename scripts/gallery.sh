@@ -18,6 +18,9 @@ xy-group-velocity|A line plot: group velocity against period|xy xy_group_velocit
 scatter-durations|A scatter plot: duration of earthquakes against magnitude|scatter xy_source_durations.csv --diameter 8 --title '400 made-up earthquakes'
 hist-magnitudes|A histogram: magnitudes, each unit holding a tenth as many as the one below|hist xy_source_durations.csv --title '400 made-up earthquakes'
 hist-durations|A histogram about the mean, its range given|hist xy_source_durations.csv --columns 2 --remove-mean --bins 30 --min -1 --max 1.5 --xlabel 'Logarithm of duration, less the mean' --title '400 made-up earthquakes'
+map-world|A world map: plate boundaries and a made-up catalogue, coloured by depth|map --image 2 --plates types --events map/world_catalogue.csv --title 'Made-up earthquakes of ten years'
+map-pacific|Around the Pacific, on a topography|map --topo --region 120 290 -60 60 --plates types --events map/world_catalogue.csv --title 'Made-up earthquakes of ten years'
+map-regional|A regional map: a made-up fault and velocities beside it|map --image 10 --region -125 -113 31 42 --vectors map/velocities.txt --polygons map/fault.nxy map/network.nxy --title 'Made-up velocities, the longest 35 mm/a'
 ROWS
 }
 

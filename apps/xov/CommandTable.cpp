@@ -2,6 +2,7 @@
 
 #include "apps/xov/HistCommand.h"
 #include "apps/xov/InfoCommand.h"
+#include "apps/xov/MapCommand.h"
 #include "apps/xov/ResourcesCommand.h"
 #include "apps/xov/ScatterCommand.h"
 #include "apps/xov/SectionCommand.h"
@@ -22,6 +23,7 @@ constexpr CommandRow kCommands[] = {
     {"xy", "Draw two columns of numbers as a line", make<XyCommand>},
     {"scatter", "Draw two columns of numbers as circles", make<ScatterCommand>},
     {"hist", "Draw or print a column of numbers as a histogram", make<HistCommand>},
+    {"map", "Draw events, stations, vectors and plate boundaries on a map", make<MapCommand>},
     {"info", "List what seismogram files hold", make<InfoCommand>},
     {"resources", "List base maps and plate boundaries, or import boundaries", make<ResourcesCommand>},
 };

@@ -7,6 +7,8 @@ _xov_options() {
     xy) echo "-h --help --columns --xlabel --ylabel $output" ;;
     scatter) echo "-h --help --columns --xlabel --ylabel --diameter $output" ;;
     hist) echo "-h --help --columns --xlabel --ylabel --bins --min --max --remove-mean --dump $output" ;;
+    map) echo "-h --help --topo --topo-size --topo-extent --image --region --plates --polygons --events --colors" \
+      "--stations --station-columns --vectors --vector-columns --vector-scale --align $output" ;;
     info) echo '-h --help' ;;
     resources) echo '-h --help --pb2002' ;;
     *) echo '-h --help --version' ;;
@@ -17,12 +19,17 @@ _xov() {
   local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
   COMPREPLY=()
   if ((COMP_CWORD == 1)) && [[ $word != -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W 'section xy scatter hist info resources' -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W 'section xy scatter hist map info resources' -- "$word")
     return
   fi
   ((COMP_CWORD == 1)) && command=
   case $previous in
     --sort) mapfile -t COMPREPLY < <(compgen -W 'distance azimuth name' -- "$word"); return ;;
+    --image) mapfile -t COMPREPLY < <(compgen -W '0 1 2 3 4 10' -- "$word"); return ;;
+    --plates) mapfile -t COMPREPLY < <(compgen -W 'bird types' -- "$word"); return ;;
+    --colors) mapfile -t COMPREPLY < <(compgen -W 'seis nogreen polar red' -- "$word"); return ;;
+    --align) mapfile -t COMPREPLY < <(compgen -W 'centre top bottom' -- "$word"); return ;;
+    --region | --topo-size | --topo-extent | --station-columns | --vector-columns | --vector-scale) return ;;
     --gain | --size | --scale | --title | --columns | --xlabel | --ylabel | --diameter | --bins | --min | --max) return ;;
   esac
   if [[ $word == -* ]]; then

@@ -1,7 +1,7 @@
 # fish completion for xov
 
-set -l commands section xy scatter hist info resources
-set -l drawing section xy scatter hist
+set -l commands section xy scatter hist map info resources
+set -l drawing section xy scatter hist map
 set -l tables xy scatter hist
 
 complete -c xov -s h -l help -d 'Print help'
@@ -11,6 +11,7 @@ complete -c xov -n "not __fish_seen_subcommand_from $commands" -a section -d 'Dr
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a xy -d 'Draw two columns of numbers as a line'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a scatter -d 'Draw two columns of numbers as circles'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a hist -d 'Draw or print a column of numbers as a histogram'
+complete -c xov -n "not __fish_seen_subcommand_from $commands" -a map -d 'Draw events, stations, vectors and plate boundaries on a map'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a info -d 'List what seismogram files hold'
 complete -c xov -n "not __fish_seen_subcommand_from $commands" -a resources -d 'List base maps and plate boundaries, or import boundaries'
 
@@ -36,3 +37,19 @@ complete -c xov -n '__fish_seen_subcommand_from hist' -l min -x -d 'Lower end of
 complete -c xov -n '__fish_seen_subcommand_from hist' -l max -x -d 'Upper end of the range of the bins'
 complete -c xov -n '__fish_seen_subcommand_from hist' -l remove-mean -d 'Subtract the mean of the values from them first'
 complete -c xov -n '__fish_seen_subcommand_from hist' -l dump -d 'Print the bins as text'
+
+complete -c xov -n '__fish_seen_subcommand_from map' -l topo -r -d 'Colour elevations of a grid'
+complete -c xov -n '__fish_seen_subcommand_from map' -l topo-size -x -d 'Rows and columns of the grid file'
+complete -c xov -n '__fish_seen_subcommand_from map' -l topo-extent -x -d 'What the grid file covers'
+complete -c xov -n '__fish_seen_subcommand_from map' -l image -x -a '0 1 2 3 4 10' -d 'Background picture'
+complete -c xov -n '__fish_seen_subcommand_from map' -l region -x -d 'What to show'
+complete -c xov -n '__fish_seen_subcommand_from map' -l plates -x -a 'bird types' -d 'Plate boundaries'
+complete -c xov -n '__fish_seen_subcommand_from map' -l polygons -r -d 'NXY files of lines'
+complete -c xov -n '__fish_seen_subcommand_from map' -l events -r -d 'QuakeML or CSV file of earthquakes'
+complete -c xov -n '__fish_seen_subcommand_from map' -l colors -x -a 'seis nogreen polar red' -d 'Colours of depths'
+complete -c xov -n '__fish_seen_subcommand_from map' -l stations -r -d 'File of stations'
+complete -c xov -n '__fish_seen_subcommand_from map' -l station-columns -x -d 'Columns of the stations'
+complete -c xov -n '__fish_seen_subcommand_from map' -l vectors -r -d 'File of vectors'
+complete -c xov -n '__fish_seen_subcommand_from map' -l vector-columns -x -d 'Columns of the vectors'
+complete -c xov -n '__fish_seen_subcommand_from map' -l vector-scale -x -d 'Points a unit'
+complete -c xov -n '__fish_seen_subcommand_from map' -l align -x -a 'centre top bottom' -d 'Where a low map stands'
