@@ -1,5 +1,7 @@
 #include "examples/synthetic/EventSection.h"
+#include "examples/synthetic/RegionalMotion.h"
 #include "examples/synthetic/SyntheticDay.h"
+#include "examples/synthetic/WorldCatalogue.h"
 #include "examples/synthetic/XyTables.h"
 #include "seismic/io/SacWriter.h"
 
@@ -58,9 +60,26 @@ Status writeTables(const QDir& folder) {
   return writeText(folder.filePath(QStringLiteral("xy_source_durations.csv")), synthetic::sourceDurationTable());
 }
 
+Status writeMapData(const QDir& folder) {
+  if (Status made = makeFolder(folder); !made) return made;
+  const struct {
+    const char* name;
+    QByteArray (*text)();
+  } files[] = {{"world_catalogue.csv", synthetic::worldCatalogue},
+               {"velocities.txt", synthetic::regionalVelocityTable},
+               {"fault.nxy", synthetic::regionalFaultLine},
+               {"network.nxy", synthetic::regionalNetworkLine}};
+  for (const auto& file : files) {
+    const QString path = folder.filePath(QString::fromLatin1(file.name));
+    if (Status written = writeText(path, file.text()); !written) return written;
+  }
+  return {};
+}
+
 Status writeExamples(const QDir& folder) {
   if (Status written = writeSection(QDir(folder.filePath(QStringLiteral("section")))); !written) return written;
   if (Status written = writeDay(QDir(folder.filePath(QStringLiteral("day")))); !written) return written;
+  if (Status written = writeMapData(QDir(folder.filePath(QStringLiteral("map")))); !written) return written;
   return writeTables(folder);
 }
 
@@ -70,8 +89,9 @@ int main(int argc, char** argv) {
   constexpr int kFailed = 1;
   constexpr int kWrongUse = 2;
   if (argc != 2 || argv[1][0] == '-' || argv[1][0] == '\0') {
-    std::fputs("usage: xov_examples OUTDIR\nWrites example seismograms, a catalogue and tables into OUTDIR.\n",
-               stderr);
+    std::fputs(
+        "usage: xov_examples OUTDIR\nWrites example seismograms, catalogues, map data and tables into OUTDIR.\n",
+        stderr);
     return kWrongUse;
   }
   const Status written = writeExamples(QDir(QString::fromLocal8Bit(argv[1])));
