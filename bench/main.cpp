@@ -1,5 +1,6 @@
 // xov_bench: times the drawing of long seismograms by this library and by plain QPainter against a scan of the same
 // samples, all in one run and in turn, and reads the peak memory of a process that does nothing else.
+#include "bench/LiveDisplay.h"
 #include "bench/Measure.h"
 #include "bench/Report.h"
 
@@ -45,6 +46,8 @@ int main(int argc, char** argv) {
   }
 
   std::vector<std::string> names = workNames();
+  for (const std::string& name : liveDisplayNames())
+    names.push_back(name);
   if (parser.isSet(QStringLiteral("works"))) {
     names.clear();
     for (const QString& name : parser.value(QStringLiteral("works")).split(QLatin1Char(','))) {
@@ -55,6 +58,11 @@ int main(int argc, char** argv) {
   if (parser.isSet(QStringLiteral("rivals"))) rivals = rivalPrograms(parser.value(QStringLiteral("rivals")));
   std::vector<Measurement> all;
   for (const std::string& name : names) {
+    if (isLiveDisplay(name)) {
+      constexpr int kRedraws = 60;
+      all.push_back(measureLiveDisplay(name, kRedraws));
+      continue;
+    }
     const Work work = makeWork(name);
     if (work.name.empty()) {
       std::fprintf(stderr, "xov_bench: there is no work named %s\n", name.c_str());
@@ -65,7 +73,7 @@ int main(int argc, char** argv) {
     all.insert(all.end(), measured.begin(), measured.end());
     std::fprintf(stderr, "%s", qPrintable(table(measured)));
   }
-  std::printf("%s\n\n%s", qPrintable(machine()), qPrintable(table(all)));
+  std::printf("%s\n\n%s\n%s", qPrintable(machine()), qPrintable(table(all)), qPrintable(frameShares(all)));
   if (parser.isSet(QStringLiteral("json"))) {
     QFile file(parser.value(QStringLiteral("json")));
     if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(json(all)).toJson()) < 0) {

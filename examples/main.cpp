@@ -42,6 +42,19 @@ Status writeSection(const QDir& folder) {
   return {};
 }
 
+Status writePanels(const QDir& folder) {
+  if (Status made = makeFolder(folder); !made) return made;
+  const synthetic::SyntheticEvent event = synthetic::sectionEvent();
+  for (const synthetic::Station& station : synthetic::sectionStations()) {
+    const auto compared = synthetic::modelComparison(event, station);
+    if (!compared) continue;
+    const QString name = folder.filePath(compared->data->labelString());
+    if (Status written = writeSac(*compared->data, name + QStringLiteral(".data.SAC")); !written) return written;
+    if (Status written = writeSac(*compared->model, name + QStringLiteral(".model.SAC")); !written) return written;
+  }
+  return {};
+}
+
 Status writeDay(const QDir& folder) {
   if (Status made = makeFolder(folder); !made) return made;
   int number = 0;
@@ -78,6 +91,7 @@ Status writeMapData(const QDir& folder) {
 
 Status writeExamples(const QDir& folder) {
   if (Status written = writeSection(QDir(folder.filePath(QStringLiteral("section")))); !written) return written;
+  if (Status written = writePanels(QDir(folder.filePath(QStringLiteral("panels")))); !written) return written;
   if (Status written = writeDay(QDir(folder.filePath(QStringLiteral("day")))); !written) return written;
   if (Status written = writeMapData(QDir(folder.filePath(QStringLiteral("map")))); !written) return written;
   return writeTables(folder);

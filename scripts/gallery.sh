@@ -13,6 +13,16 @@ section-vertical|A record section: vertical components of one event at twelve st
 section-zero-lines|The same by name, traces half as high over their zero lines|section section/*.BHZ.SAC --sort name --gain 0.5 --zero-lines
 section-three-components|Three components at one station|section section/XX.HERN.00.BH?.SAC
 section-one|One record with its picks|section section/XX.DOVE.00.BHZ.SAC
+panels|Pairs of records in panels: the first 20 minutes of data, and in red of a model with another rupture|panels panels/*.SAC
+stack-overlay|Records over each other: three stations|stack section/XX.{FINK,RAIL,HERN}.00.BHZ.SAC
+stack-fill|One record, what it encloses filled, from the origin time on|stack section/XX.GULL.00.BHZ.SAC --fill --fixed-x 0 3000
+stack-bands|Records in bands: five components of one station|stack section/XX.KITE.00.BH?.SAC --style bands
+three|Three components of a station with their picks|three section/XX.KITE.00.BH{Z,R,T}.SAC
+three-self-scaled|The same with each trace filling its panel, and peaks|three section/XX.KITE.00.BH?.SAC --components BHZ BHN BHE --self-scaled --peaks
+drum|A drum record of a day: local earthquakes, a distant one, a gap, and markers|drum day/*.SAC --events day/catalogue.csv
+drum-six-hours|The same in rows of six hours at a lower gain over zero lines|drum day/*.SAC --row-duration 21600 --gain 2 --zero-lines --hours --events day/catalogue.csv --mag 5
+monitor|A real-time display, an hour after a large distant earthquake|monitor day/*.SAC --at 2025-03-12T15:00:00 --span 5400 --events day/catalogue.csv
+monitor-left|Three channels that have arrived, minutes counted from the left|monitor section/XX.KITE.00.BH{E,N,Z}.SAC --origin left --span 3600 --zone-name
 xy-travel-times|A line plot: travel times against distance|xy xy_travel_times.txt --xlabel 'Distance (degrees)' --ylabel 'Travel time (s)' --title 'P in IASP91, source at 24 km'
 xy-group-velocity|A line plot: group velocity against period|xy xy_group_velocity.txt --xlabel 'Period (s)' --ylabel 'Group velocity (km/s)' --title 'Rayleigh waves'
 scatter-durations|A scatter plot: duration of earthquakes against magnitude|scatter xy_source_durations.csv --diameter 8 --title '400 made-up earthquakes'

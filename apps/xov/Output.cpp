@@ -62,7 +62,7 @@ QRectF Output::frame() const {
 
 QString Output::titleOr(const QString& fallback) const { return title_ ? QString::fromStdString(*title_) : fallback; }
 
-ExitCode Output::deliver(const MakeView& makeView) const {
+ExitCode Output::deliver(const MakeView& makeView, const BeforeWriting& beforeWriting) const {
   const bool toWindow = file_.empty() && displayPresent();
   Desktop desktop(toWindow ? DesktopUse::Window : DesktopUse::Files);
   const std::unique_ptr<XOVView> view = makeView(frame());
@@ -71,6 +71,7 @@ ExitCode Output::deliver(const MakeView& makeView) const {
     desktop.showUntilClosed(*view, QStringLiteral("xov ") + command);
     return ExitCode::Ok;
   }
+  if (beforeWriting) beforeWriting(*view);
   if (!file_.empty()) return write(*view, QString::fromStdString(file_));
   if (toWindow) complain(QStringLiteral("the display does not answer; writing a file"));
   const QString name = command + QStringLiteral(".png");

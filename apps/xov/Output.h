@@ -47,8 +47,11 @@ public:
   /// Makes the view of a plot, of the frame that it is given.
   using MakeView = std::function<std::unique_ptr<XOVView>(const QRectF& frame)>;
 
+  /// Completes a view before it is written to a file; a window shows it as it was made.
+  using BeforeWriting = std::function<void(XOVView& view)>;
+
   /// Starts Qt, makes the view and shows or writes it. Says what could not be written.
-  ExitCode deliver(const MakeView& makeView) const;
+  ExitCode deliver(const MakeView& makeView, const BeforeWriting& beforeWriting = {}) const;
 
 private:
   QRectF frame() const;

@@ -22,17 +22,21 @@ struct Records {
   ExitCode status = ExitCode::Ok; ///< Failed when something could not be read; that has been said
 };
 
-/// The FILES arguments of a command that takes seismograms.
+/// The FILES arguments of a command that takes seismograms, and its option --channels.
 class RecordInputs {
 public:
-  void addOptions(CLI::App& options);
+  /// `files` is the name of the arguments, with that of an option, if any, which they may follow.
+  void addOptions(CLI::App& options, const char* files = "FILES");
 
-  /// Reads all files, with a progress bar when that takes long. A file that cannot be read is said on standard error
-  /// and left out. When the user named it that makes the status Failed; a folder may hold other files besides.
+  /// Reads all files, with a progress bar when that takes long, and says on standard error what readers note, such as
+  /// damaged records. A file that cannot be read is said there, too, and left out. When the user named it that makes
+  /// the status Failed; a folder may hold other files besides. Of files without a channel that is selected nothing is
+  /// said as long as others have one.
   Records read() const;
 
 private:
   std::vector<std::string> arguments_;
+  std::vector<std::string> channels_;
 };
 
 } // namespace xov::cli

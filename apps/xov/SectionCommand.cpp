@@ -1,6 +1,7 @@
 #include "apps/xov/SectionCommand.h"
 
 #include "apps/xov/RecordOrder.h"
+#include "apps/xov/RecordTexts.h"
 #include "apps/xov/Validators.h"
 #include "views/seismic/MultiSeisView.h"
 
@@ -75,17 +76,6 @@ ExitCode SectionCommand::run() {
     return view;
   });
   return std::max(found.status, delivered);
-}
-
-QString titleOfRecords(const SeismogramArray& records) {
-  QStringList known;
-  if (!records.empty()) {
-    const QString origin = records.front()->oTimeString();
-    known = {records.front()->flinnEngdahlString(), origin.isEmpty() ? origin : origin + QStringLiteral(" UTC")};
-    known.removeAll(QString());
-  }
-  if (!known.isEmpty()) return known.join(QStringLiteral("  "));
-  return records.size() == 1 ? QStringLiteral("1 record") : QStringLiteral("%1 records").arg(records.size());
 }
 
 } // namespace xov::cli

@@ -22,8 +22,4 @@ private:
   std::string order_;
 };
 
-/// The title of a plot of these records: region and origin time of the event as far as the first record, the lowest
-/// one, knows them, else the number of records.
-QString titleOfRecords(const SeismogramArray& records);
-
 } // namespace xov::cli

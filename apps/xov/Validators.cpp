@@ -1,5 +1,7 @@
 #include "apps/xov/Validators.h"
 
+#include "seismic/io/ChannelPatterns.h"
+
 #include <QString>
 
 #include <cmath>
@@ -46,6 +48,27 @@ CLI::Validator wholeNumberFromTo(int min, int max) {
 
 CLI::Validator numberAboveZero() {
   return numberThat(QStringLiteral("a number above 0"), [](double value) { return value > 0; });
+}
+
+CLI::Validator channelPattern() {
+  const auto check = [](const std::string& text) -> std::string {
+    return ChannelPatterns::parse({QString::fromStdString(text)}).error().toStdString();
+  };
+  return CLI::Validator(check, std::string());
+}
+
+QDateTime parsedUtcTime(const std::string& text) {
+  QDateTime time = QDateTime::fromString(QString::fromStdString(text), Qt::ISODateWithMs);
+  if (time.timeSpec() == Qt::LocalTime) time.setTimeSpec(Qt::UTC);
+  return time;
+}
+
+CLI::Validator utcTime() {
+  const auto check = [](const std::string& text) -> std::string {
+    if (parsedUtcTime(text).isValid()) return {};
+    return "found '" + text + "', expected a time as 2011-03-11T05:46:23";
+  };
+  return CLI::Validator(check, std::string());
 }
 
 } // namespace xov::cli

@@ -14,6 +14,7 @@ constexpr double kMagnitude = 6.9;
 constexpr double kDepthKm = 24.0;
 constexpr double kStrikeDeg = 215.0; // along the trench
 constexpr std::uint64_t kSourceSeed = 69;
+constexpr std::uint64_t kModelSeed = 70;
 
 constexpr Station kStations[] = {
     // code, latitude, longitude, counts per nm/s, noise, rotated
@@ -29,6 +30,10 @@ constexpr double kRateHz = 20.0;
 constexpr double kStartS = -60.0;
 constexpr double kEndS = 3900.0;
 constexpr TimeWindow kWindow = {kStartS, kRateHz, std::size_t((kEndS - kStartS) * kRateHz)};
+
+// The part of a record that is compared to a model.
+constexpr double kBeforeArrivalS = 60.0;
+constexpr double kComparedS = 1200.0;
 
 constexpr std::uint64_t kSeedsPerSensor = 16;
 
@@ -139,6 +144,25 @@ std::vector<std::shared_ptr<SacSeismogram>> stationTraces(const SyntheticEvent& 
     append({"BHT", std::fmod(propagationDeg + 90.0, 360.0), 90, "LQ"}, second);
   }
   return traces;
+}
+
+std::optional<ModelComparison> modelComparison(const SyntheticEvent& event, const Station& station) {
+  SacHeader header = headerOf(event, station);
+  const std::optional<ArrivalTimes> arrivals = event.arrivals(header.gcarc);
+  if (!arrivals) return {};
+  const Path path = {header.gcarc, header.az};
+  const double startS = std::floor((arrivals->p - kBeforeArrivalS) * kRateHz) / kRateHz;
+  const TimeWindow window = {startS, kRateHz, std::size_t(kComparedS * kRateHz)};
+  header.b = float(startS);
+  setComponent(header, {"BHZ", 0, 0, "LR"}, *arrivals);
+  const auto trace = [&](const std::vector<double>& motion, const char* label) {
+    header.kuser0 = label;
+    return std::make_shared<SacSeismogram>(header, counts(motion, station.countsPerNmPerS));
+  };
+  std::vector<double> recorded = event.groundMotion(path, window)[Vertical];
+  addNoise(recorded, Sensor::Vertical, station.noiseNmPerS, pathSeed(event.source(), path, RandomPart::SiteNoise));
+  const SyntheticEvent model(Source(kMagnitude, kDepthKm, kStrikeDeg, kModelSeed));
+  return ModelComparison{trace(recorded, "DATA"), trace(model.groundMotion(path, window)[Vertical], "MODEL")};
 }
 
 } // namespace xov::synthetic

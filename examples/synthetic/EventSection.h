@@ -5,7 +5,10 @@
 
 #include <QDateTime>
 
+#include <memory>
+#include <optional>
 #include <span>
+#include <vector>
 
 namespace xov::synthetic {
 
@@ -35,5 +38,13 @@ SyntheticEvent sectionEvent();
 /// before the origin time until the slowest surface waves are gone. The header's reference time is the origin time;
 /// a, t0 and t1 hold P, S and the long-period surface waves (LR, on BHT LQ).
 std::vector<std::shared_ptr<SacSeismogram>> stationTraces(const SyntheticEvent& event, const Station& station);
+
+/// The vertical component of a station in the twenty minutes from a minute before P on, as recorded and as a model of
+/// the same earthquake has it that ruptured otherwise and knows no noise. None where P does not arrive.
+struct ModelComparison {
+  std::shared_ptr<SacSeismogram> data;
+  std::shared_ptr<SacSeismogram> model;
+};
+std::optional<ModelComparison> modelComparison(const SyntheticEvent& event, const Station& station);
 
 } // namespace xov::synthetic

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "seismic/io/Result.h"
 
 #include <QRegularExpression>
@@ -14,16 +15,17 @@ namespace xov {
 using ChannelCodes = std::array<QString, 4>;
 
 /// The codes joined by points, as "II.TLY.00.BHZ".
-QString channelName(const ChannelCodes& codes);
+XOV_EXPORT QString channelName(const ChannelCodes& codes);
 
 /// Patterns that select channels, as SeismogramReadOptions describes them.
-class ChannelPatterns {
+class XOV_EXPORT ChannelPatterns {
 public:
   /// Refuses a pattern of more than four parts and one with a set that is not closed.
   static Result<ChannelPatterns> parse(const QStringList& patterns);
 
   /// Whether one of the patterns, of which there may be none, matches.
   bool select(const ChannelCodes& codes) const;
+  /// Whether there is none, which selects every channel.
   bool isEmpty() const { return patterns_.empty(); }
 
 private:

@@ -36,7 +36,8 @@ protected:
 };
 
 TEST_F(CliDocumentation, knowsItsCommands) {
-  for (const char* command : {"section", "xy", "scatter", "hist", "info"})
+  for (const char* command :
+       {"section", "panels", "stack", "three", "drum", "monitor", "xy", "scatter", "hist", "info"})
     EXPECT_TRUE(commands().contains(command)) << command;
   EXPECT_TRUE(longOptions("section").contains("zero-lines"));
 }
@@ -77,6 +78,8 @@ TEST_F(CliDocumentation, completesWordsInBash) {
     return output->split('\n', Qt::SkipEmptyParts);
   };
   EXPECT_EQ(complete("xov se"), QStringList{"section"});
+  EXPECT_EQ(complete("xov stack --style b"), QStringList{"bands"});
+  EXPECT_EQ(complete("xov monitor --origin l"), QStringList{"left"});
   EXPECT_EQ(complete("xov --v"), QStringList{"--version"});
   EXPECT_EQ(complete("xov section --z"), QStringList{"--zero-lines"});
   EXPECT_EQ(complete("xov section --sort a"), QStringList{"azimuth"});

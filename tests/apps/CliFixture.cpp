@@ -68,9 +68,20 @@ void CliTest::writeRecord(const QString& name, const RecordSpec& spec) {
   std::vector<float> samples(kSamples);
   for (std::size_t i = 0; i < samples.size(); ++i)
     samples[i] = float(1000 * std::sin(double(i) * 0.3));
+  writeRecord(name, SacSeismogram(header, std::move(samples)));
+}
+
+void CliTest::writeRecord(const QString& name, const SacSeismogram& record) {
   QDir(folder_.path()).mkpath(QFileInfo(name).path());
-  const Status status = writeSac(SacSeismogram(header, std::move(samples)), at(name));
+  const Status status = writeSac(record, at(name));
   ASSERT_TRUE(status) << qPrintable(status.error());
+}
+
+std::optional<QString> CliTest::textOfPlot(const QStringList& arguments) {
+  const Outcome outcome = xov(arguments + QStringList{"-o", "plot.pdf"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "");
+  return tool("pdftotext", {"-layout", at("plot.pdf"), "-"});
 }
 
 void CliTest::writeFile(const QString& name, const QByteArray& contents) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "seismic/SacSeismogram.h"
 #include "seismic/Undefined.h"
 
 #include <gtest/gtest.h>
@@ -39,11 +40,15 @@ protected:
   Outcome xov(const QStringList& arguments, const QByteArray& input = {});
   /// Runs a line of sh, in which $XOV is the command.
   Outcome shell(const QString& line);
+  /// Runs the command with -o plot.pdf and gives the text of the plot from the top down; empty where pdftotext is not
+  /// installed. Anything on standard error is a failure.
+  std::optional<QString> textOfPlot(const QStringList& arguments);
   /// The standard output of another program, if it is installed.
   std::optional<QString> tool(const QString& program, const QStringList& arguments);
 
   QString at(const QString& name) const { return folder_.filePath(name); }
   void writeRecord(const QString& name, const RecordSpec& spec = {});
+  void writeRecord(const QString& name, const SacSeismogram& record);
   void writeFile(const QString& name, const QByteArray& contents);
   QByteArray contents(const QString& name) const;
   /// All files in the folder, hidden ones included, sorted.
@@ -55,6 +60,12 @@ protected:
 private:
   Outcome run(const QString& program, const QStringList& arguments, const QByteArray& input);
 };
+
+/// The text of a plot as textOfPlot() gives it; the test is skipped where it cannot be read.
+#define XOV_REQUIRE_TEXT(text, ...)                                                                                  \
+  const auto text##OrNothing = textOfPlot(QStringList(__VA_ARGS__));                                                 \
+  if (!text##OrNothing) GTEST_SKIP() << "pdftotext is not installed";                                                \
+  const QString text = *text##OrNothing
 
 /// The output of a tool that reads what the command wrote; the test is skipped where the tool is not installed.
 #define XOV_REQUIRE_TOOL(text, program, ...)                                                                         \

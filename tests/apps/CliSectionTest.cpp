@@ -14,12 +14,8 @@ protected:
     writeRecord("odd.SAC", {.station = "ODD", .distanceDeg = kUndefinedValue, .azimuthDeg = kUndefinedValue});
   }
 
-  /// The text of the plot, from the top down; empty where pdftotext is not installed.
   std::optional<QString> textOfPlot(const QStringList& options) {
-    const Outcome outcome = xov(QStringList{"section", "-o", "plot.pdf"} + options);
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.err, "");
-    return tool("pdftotext", {"-layout", at("plot.pdf"), "-"});
+    return CliTest::textOfPlot(QStringList{"section"} + options);
   }
 
   /// The stations whose captions a text holds, in its order.

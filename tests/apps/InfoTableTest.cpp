@@ -1,5 +1,5 @@
 #include "apps/xov/InfoCommand.h"
-#include "apps/xov/SectionCommand.h"
+#include "apps/xov/RecordTexts.h"
 #include "seismic/UtcTime.h"
 #include "tests/support/FakeRecord.h"
 

@@ -1,7 +1,9 @@
 // Every class of view: made, laid out, drawn empty and drawn with data, onto every surface.
 #include "platform/RecordingContext.h"
+#include "seismic/Hypocentre.h"
 #include "seismic/SampledSignal.h"
 #include "seismic/StationObservation.h"
+#include "seismic/UtcTime.h"
 #include "tests/support/FakeRecord.h"
 #include "views/map/geoMapView.h"
 #include "views/seismic/MultiSeisView.h"
@@ -10,6 +12,9 @@
 #include "views/seismic/ThreeCompView.h"
 #include "views/seismic/uniformTimeSeriesView.h"
 #include "views/seismic/wvfrmView.h"
+#include "views/timeline/XOVRealTimeDisplayView02.h"
+#include "views/timeline/helicorderView.h"
+#include "views/timeline/realTimeDisplayView01.h"
 #include "views/xy/XOV2DScatterPlotView.h"
 #include "views/xy/XOVChartView.h"
 #include "views/xy/XOVHistogramView.h"
@@ -35,13 +40,20 @@ struct Data {
   std::shared_ptr<SeismogramArray> records = std::make_shared<SeismogramArray>();
   std::shared_ptr<ThreeComponentObservation> observation;
   std::shared_ptr<UniformSignalArray> series = std::make_shared<UniformSignalArray>();
+  QDateTime start = QDateTime(QDate(2011, 3, 11), QTime(5, 0), Qt::UTC);
+  std::shared_ptr<EventOriginArray> events = std::make_shared<EventOriginArray>();
 
   Data() {
     std::vector<float> samples(400);
     for (std::size_t i = 0; i < samples.size(); ++i)
       samples[i] = float(100 * std::sin(double(i) * 0.2));
-    for (int i = 0; i < 4; ++i)
-      records->push_back(std::make_shared<testing::FakeRecord>(samples, 0.1f));
+    for (int i = 0; i < 4; ++i) {
+      const auto record = std::make_shared<testing::FakeRecord>(samples, 0.1f);
+      setReferenceTime(record->header, start);
+      record->reference = std::make_shared<UtcTime>(start);
+      records->push_back(record);
+    }
+    events->push_back(std::make_shared<Hypocentre>(HypocentreValues{.originTime = start.addSecs(20), .Mw = 6}));
     observation = std::make_shared<StationObservation>((*records)[0], (*records)[1], (*records)[2]);
     series->push_back(std::make_shared<SampledSignal>(samples, 0.1f, QStringLiteral("series")));
   }
@@ -104,6 +116,21 @@ void fill(geoMapView& view) {
   view.addTheVector(vector);
 }
 
+void fill(helicorderView& view) {
+  view.setNRows(4);
+  view.setRowDuration(20);
+  view.setWvfrmArray(data().records);
+  view.setTheHypoArray(data().events);
+}
+
+void fill(RealTimeDisplayView& view) {
+  view.setWvfrmsArray(data().records);
+  view.setEventOrigins(data().events);
+  view.setDrawOriginTimes(true);
+  view.setRefDate(data().start.addSecs(40));
+  view.computePlotLimits();
+}
+
 // Draws onto all surfaces and returns the picture.
 QImage drawEverywhere(View& view, RecordingContext& recording) {
   const QImage window = view.grab().toImage();
@@ -118,9 +145,10 @@ QImage drawEverywhere(View& view, RecordingContext& recording) {
 template <typename ViewType>
 class Inventory : public ::testing::Test {};
 
-using AllViews = ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView,
-                                  XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView,
-                                  uniformTimeSeriesView, geoMapView>;
+using AllViews =
+    ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView, XOVHistogramView,
+                     MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView, uniformTimeSeriesView,
+                     helicorderView, realTimeDisplayView01, XOVRealTimeDisplayView02, geoMapView>;
 TYPED_TEST_SUITE(Inventory, AllViews);
 
 TYPED_TEST(Inventory, isMadeLaidOutAndDrawnEmpty) {

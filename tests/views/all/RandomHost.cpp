@@ -1,5 +1,7 @@
 #include "tests/views/all/RandomHost.h"
 
+#include "seismic/UtcTime.h"
+
 #include <cmath>
 #include <limits>
 
@@ -32,6 +34,12 @@ std::vector<float> RandomHost::samples(int most) {
   return values;
 }
 
+QDateTime RandomHost::time() {
+  if (chance(0.05)) return QDateTime(QDate(9999, 12, 31), QTime(23, 59, 59), Qt::UTC);
+  if (chance(0.05)) return QDateTime(QDate(1, 1, 1), QTime(0, 0), Qt::UTC);
+  return QDateTime(QDate(2011, 3, 11), QTime(5, 46, 23), Qt::UTC).addMSecs(count(600000));
+}
+
 std::shared_ptr<SeismogramRecord> RandomHost::record() {
   if (chance(0.05)) return nullptr;
   auto record =
@@ -40,6 +48,11 @@ std::shared_ptr<SeismogramRecord> RandomHost::record() {
   record->network = QStringLiteral("XX");
   record->component = QStringLiteral("BHZ");
   record->file = QStringLiteral("/data/XX.STA.BHZ.sac");
+  if (chance(0.8)) {
+    const QDateTime reference = time();
+    setReferenceTime(record->header, reference);
+    record->reference = std::make_shared<UtcTime>(reference);
+  }
   record->arrivalSeconds = number();
   record->firstArrivalSeconds = chance(0.5) ? 10 : number();
   record->originSeconds = number();

@@ -20,6 +20,8 @@ public:
   /// A plain number most of the time, else zero, a huge or a tiny one, NaN or an infinity.
   float number();
   std::vector<float> samples(int most);
+  /// Within minutes of one moment most of the time, else at the ends of the calendar.
+  QDateTime time();
   std::shared_ptr<SeismogramRecord> record();
   std::shared_ptr<SeismogramArray> records();
   /// From 1 × 1 to 5000 × 5000 points; most of them of a usual size.

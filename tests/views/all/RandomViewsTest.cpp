@@ -1,4 +1,5 @@
 #include "platform/RecordingContext.h"
+#include "seismic/Hypocentre.h"
 #include "seismic/SampledSignal.h"
 #include "seismic/StationObservation.h"
 #include "tests/views/all/RandomHost.h"
@@ -9,6 +10,9 @@
 #include "views/seismic/ThreeCompView.h"
 #include "views/seismic/uniformTimeSeriesView.h"
 #include "views/seismic/wvfrmView.h"
+#include "views/timeline/XOVRealTimeDisplayView02.h"
+#include "views/timeline/helicorderView.h"
+#include "views/timeline/realTimeDisplayView01.h"
 #include "views/xy/XOV2DScatterPlotView.h"
 #include "views/xy/XOVHistogramView.h"
 #include "views/xy/spectrumView.h"
@@ -187,6 +191,54 @@ Hosted mapView(RandomHost& host) {
   return hosted;
 }
 
+// Some of them near a record's reference time, some at no time at all.
+std::shared_ptr<EventOriginArray> events(RandomHost& host) {
+  auto events = std::make_shared<EventOriginArray>();
+  for (int n = host.count(6); n > 0; --n) {
+    HypocentreValues values;
+    if (host.chance(0.9)) values.originTime = host.time();
+    values.Mw = float(host.count(9));
+    values.mb = host.number();
+    values.preferredMagnitude = host.chance(0.5) ? host.number() : float(host.count(9));
+    events->push_back(host.chance(0.9) ? std::make_shared<Hypocentre>(values) : nullptr);
+  }
+  return events;
+}
+
+using PageData = std::pair<std::shared_ptr<SeismogramArray>, std::shared_ptr<EventOriginArray>>;
+
+Hosted drumView(RandomHost& host) {
+  Hosted hosted = dressed<helicorderView>(host);
+  auto& view = static_cast<helicorderView&>(*hosted.view);
+  const PageData page(host.records(), events(host));
+  view.setWvfrmArray(page.first);
+  view.setTheHypoArray(page.second);
+  view.setNRows(host.chance(0.7) ? host.count(30) : host.count(2000000000) - 1000000000);
+  view.setRowDuration(host.chance(0.7) ? float(1 + host.count(100)) : host.number());
+  view.setGainFactor(host.chance(0.7) ? 8 : host.number());
+  view.setMagThreshold(host.chance(0.7) ? 4 : host.number());
+  view.setShowZeroLines(host.chance(0.5));
+  view.setLabelHours(host.chance(0.5));
+  if (host.chance(0.9)) hosted.data = page;
+  return hosted;
+}
+
+template <typename ViewType>
+Hosted liveView(RandomHost& host) {
+  Hosted hosted = dressed<ViewType>(host);
+  auto& view = static_cast<ViewType&>(*hosted.view);
+  const PageData display(host.records(), events(host));
+  view.setWvfrmsArray(display.first);
+  view.setEventOrigins(display.second);
+  view.setDrawOriginTimes(host.chance(0.7));
+  view.setOriginOnRight(host.chance(0.5));
+  if (host.chance(0.9)) view.setRefDate(host.time());
+  if (host.chance(0.3)) view.setWaveformGain(host.number());
+  if (host.chance(0.5)) view.computePlotLimits();
+  if (host.chance(0.9)) hosted.data = display;
+  return hosted;
+}
+
 const std::vector<std::pair<const char*, Maker>>& makers() {
   static const std::vector<std::pair<const char*, Maker>> all = {
       {"xyPlotView", xyView<xyPlotView>},
@@ -201,6 +253,9 @@ const std::vector<std::pair<const char*, Maker>>& makers() {
       {"ThreeCompView", threeCompView},
       {"uniformTimeSeriesView", uniformView},
       {"geoMapView", mapView},
+      {"helicorderView", drumView},
+      {"realTimeDisplayView01", liveView<realTimeDisplayView01>},
+      {"XOVRealTimeDisplayView02", liveView<XOVRealTimeDisplayView02>},
   };
   return all;
 }
@@ -208,7 +263,7 @@ const std::vector<std::pair<const char*, Maker>>& makers() {
 // Whatever a host does, a view draws into a picture, onto paper and into a recording, and gives the same picture
 // twice.
 TEST(RandomViews, drawWhatTheyCanOfAnything) {
-  for (unsigned seed = 0; seed < 300; ++seed) {
+  for (unsigned seed = 0; seed < 400; ++seed) {
     RandomHost host(seed);
     const auto& [name, make] = makers()[seed % makers().size()];
     SCOPED_TRACE(std::string(name) + " with seed " + std::to_string(seed));

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "apps/xov/Messages.h"
+#include "seismic/EventOrigin.h"
+
+#include <memory>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace xov::cli {
+
+/// The events to mark in a plot; none when the user names no file.
+struct MarkedEvents {
+  std::shared_ptr<const EventOriginArray> events = std::make_shared<const EventOriginArray>();
+  ExitCode status = ExitCode::Ok; ///< Failed when the file could not be read; that has been said
+};
+
+/// The option --events of commands that mark origin times.
+class EventInputs {
+public:
+  void addOptions(CLI::App& options);
+
+  /// Reads the file and says on standard error what is noted of it.
+  MarkedEvents read() const;
+
+private:
+  std::string file_;
+};
+
+} // namespace xov::cli

@@ -1,0 +1,140 @@
+#include "bench/LiveDisplay.h"
+
+#include "seismic/realtime/RealTimeFeed.h"
+#include "views/timeline/realTimeDisplayView01.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <sys/resource.h>
+
+namespace xov::bench {
+
+namespace {
+
+struct Display {
+  const char* name;
+  int channels;
+};
+
+constexpr Display kDisplays[] = {{"W7-12", 12}, {"W7-36", 36}};
+
+constexpr QRectF kFrame(0, 0, 1600, 900);
+constexpr double kSpanS = 3600;
+constexpr double kRateHz = 100;
+constexpr double kFramesPerSecond = 60;
+constexpr double kMillisecondsPerSecond = 1000;
+constexpr double kStartS = 1.3e9; // since 1970
+constexpr float kAmplitude = 3;   // a band's half height; noise stays within a third of it
+constexpr double kBytesPerMegabyte = 1048576;
+
+const Display* displayNamed(const std::string& name) {
+  const auto* const found = std::ranges::find(kDisplays, name, [](const Display& d) { return std::string(d.name); });
+  return found == std::end(kDisplays) ? nullptr : found;
+}
+
+SacHeader headerOf(int channel) {
+  SacHeader header;
+  header.knetwk = "XX";
+  header.kstnm = QStringLiteral("S%1").arg(channel);
+  header.kcmpnm = "HHZ";
+  return header;
+}
+
+// Channels that noise arrives at.
+class Source {
+public:
+  explicit Source(int channels) : feed_(kSpanS) {
+    for (int i = 0; i < channels; ++i)
+      headers_.push_back(headerOf(i));
+  }
+
+  RealTimeFeed& feed() { return feed_; }
+
+  /// Lets everything arrive up to that many samples since the start.
+  void arriveUpTo(std::int64_t sample) {
+    std::vector<float> samples(std::size_t(sample - arrived_));
+    for (const SacHeader& header : headers_) {
+      for (float& value : samples)
+        value = noise_(random_);
+      feed_.append(header, kStartS + double(arrived_) / kRateHz, 1 / kRateHz, samples);
+    }
+    arrived_ = sample;
+  }
+
+private:
+  RealTimeFeed feed_;
+  std::vector<SacHeader> headers_;
+  std::mt19937 random_{7};
+  std::uniform_real_distribution<float> noise_{-1, 1};
+  std::int64_t arrived_ = 0;
+};
+
+// One redraw at a time since the start, in milliseconds.
+double redrawMilliseconds(Source& source, realTimeDisplayView01& view, double seconds) {
+  QElapsedTimer timer;
+  timer.start();
+  source.arriveUpTo(std::int64_t(seconds * kRateHz));
+  const QDateTime now = QDateTime::fromMSecsSinceEpoch(qint64((kStartS + seconds) * kMillisecondsPerSecond), Qt::UTC);
+  const RealTimeSpan span = source.feed().show(now, kSpanS, RealTimeEdge::Right);
+  view.setXLimitsMinMax(span.xmin, span.xmax);
+  view.setRefDate(now);
+  const QImage picture = view.pictureOfRect(view.bounds());
+  return picture.isNull() ? 0 : double(timer.nsecsElapsed()) / 1e6;
+}
+
+double peakMegabytes() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return double(usage.ru_maxrss) / 1024;
+}
+
+} // namespace
+
+std::vector<std::string> liveDisplayNames() {
+  std::vector<std::string> names;
+  for (const Display& display : kDisplays)
+    names.emplace_back(display.name);
+  return names;
+}
+
+bool isLiveDisplay(const std::string& name) { return displayNamed(name) != nullptr; }
+
+Measurement measureLiveDisplay(const std::string& name, int redraws) {
+  Measurement measurement;
+  measurement.work = name;
+  measurement.engine = "xov";
+  const Display* const display = displayNamed(name);
+  if (display == nullptr || redraws < 1) return measurement;
+  Source source(display->channels);
+  realTimeDisplayView01 view(kFrame);
+  view.setWvfrmsArray(source.feed().records());
+  view.setYLimitsMinMax(-kAmplitude, kAmplitude);
+  std::vector<double> times;
+  redrawMilliseconds(source, view, kSpanS);
+  for (int i = 1; i <= redraws; ++i)
+    times.push_back(redrawMilliseconds(source, view, kSpanS + i / kFramesPerSecond));
+  std::ranges::sort(times);
+  measurement.milliseconds = times[times.size() / 2];
+  measurement.fastest = times.front();
+  measurement.slowest = times.back();
+  measurement.rounds = redraws;
+  measurement.sampleMegabytes = display->channels * kSpanS * kRateHz * sizeof(float) / kBytesPerMegabyte;
+  measurement.peakMegabytes = peakMegabytes();
+  return measurement;
+}
+
+QString frameShares(const std::vector<Measurement>& measurements) {
+  QString text;
+  for (const Measurement& m : measurements) {
+    if (!isLiveDisplay(m.work) || !m.milliseconds) continue;
+    const double share = *m.milliseconds * kFramesPerSecond / kMillisecondsPerSecond;
+    text += QString::asprintf("%s: a redraw takes %.0f %% of a frame at 60 frames a second\n", m.work.c_str(),
+                              share * 100);
+  }
+  return text;
+}
+
+} // namespace xov::bench

@@ -1,0 +1,105 @@
+#include "apps/xov/DrumPage.h"
+
+#include "tests/apps/TestRecords.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace xov::cli {
+namespace {
+
+QDateTime referenceOf(const SeismogramRecord& record) { return record.mySeisReferenceTime()->nsDate(); }
+
+TEST(DrumPage, startsAtTheWholeHourOfTheEarliestSample) {
+  const Result<DrumPage> page = layOutDrum({makeRecord({.reference = onTheDay(5, 17, 30), .begin = 2})}, 3600);
+  ASSERT_TRUE(page);
+  EXPECT_EQ(referenceOf(*page->pieces[0]), onTheDay(5, 0));
+  EXPECT_EQ(page->pieces[0]->b(), 1052) << "17 min 30 s and 2 s";
+}
+
+TEST(DrumPage, startsOnTheDayBeforeForSamplesBeforeAReferenceAtMidnight) {
+  const Result<DrumPage> page = layOutDrum({makeRecord({.reference = onTheDay(0, 0), .begin = -5})}, 3600);
+  EXPECT_EQ(referenceOf(*page->pieces[0]), onTheDay(0, 0).addSecs(-3600));
+  EXPECT_EQ(page->pieces[0]->b(), 3595);
+  EXPECT_EQ(page->rows, 2) << "the last five samples lie in the new day";
+}
+
+TEST(DrumPage, hasTheRowsThatTheLastSampleNeeds) {
+  const auto rows = [](int count, float interval, double rowSeconds) {
+    return layOutDrum({makeRecord({.interval = interval, .count = count})}, rowSeconds)->rows;
+  };
+  EXPECT_EQ(rows(3600, 1, 3600), 1) << "the last sample is at 3599 s";
+  EXPECT_EQ(rows(3601, 1, 3600), 2) << "the last sample is at 3600 s";
+  EXPECT_EQ(rows(24 * 3600, 1, 3600), 24);
+  EXPECT_EQ(rows(1, 1, 3600), 1);
+  EXPECT_EQ(rows(100, 10, 60), 17) << "990 s";
+  EXPECT_EQ(rows(5000, 1, 1), kMostDrumRows);
+}
+
+TEST(DrumPage, leavesOutWhatLiesBelowItsRows) {
+  const Result<DrumPage> page = layOutDrum({makeRecord({.interval = 10, .count = 1000})}, 3600, 2);
+  EXPECT_EQ(page->rows, 2);
+  ASSERT_EQ(page->pieces.size(), 1U);
+  EXPECT_EQ(page->pieces[0]->npts(), 720) << "0 to 7190 s";
+  EXPECT_FLOAT_EQ(page->pieces[0]->smin(), -499.5F) << "less the mean of 0 ... 999";
+  EXPECT_FLOAT_EQ(page->pieces[0]->smax(), 719 - 499.5F);
+  const Result<DrumPage> first = layOutDrum({makeRecord(), makeRecord({.reference = onTheDay(8, 0)})}, 3600, 2);
+  EXPECT_EQ(first->pieces.size(), 1U) << "the other piece begins below the last row";
+}
+
+TEST(DrumPage, putsPiecesIntoTimeOrderOnOneAxis) {
+  const Result<DrumPage> page =
+      layOutDrum({makeRecord({.reference = onTheDay(6, 10)}), makeRecord({.reference = onTheDay(5, 30)})}, 3600);
+  ASSERT_EQ(page->pieces.size(), 2U);
+  EXPECT_EQ(page->pieces[0]->b(), 1800);
+  EXPECT_EQ(page->pieces[1]->b(), 4200);
+  EXPECT_EQ(referenceOf(*page->pieces[1]), onTheDay(5, 0));
+}
+
+TEST(DrumPage, leavesPiecesOutThatHaveNoTimeOrNoSamples) {
+  const Result<DrumPage> page = layOutDrum(
+      {makeRecord({.reference = QDateTime()}), makeRecord(), makeRecord({.count = 0}), makeRecord({.interval = -1})},
+      3600);
+  EXPECT_EQ(page->pieces.size(), 1U);
+}
+
+// Samples of 1 and -1 in turn, a hundred a minute; in some of the minutes the first two are larger.
+double gainOf(int minutes, int loudMinutes, float loudness) {
+  const auto record = makeRecord({.interval = 0.6F, .count = minutes * 100});
+  for (std::size_t i = 0; i < record->samples().size(); ++i) {
+    const bool isLoud = i % 100 < 2 && i / 100 < std::size_t(loudMinutes);
+    record->samples()[i] = (i % 2 == 0 ? 1.0F : -1.0F) * (isLoud ? loudness : 1);
+  }
+  return layOutDrum({record}, 3600)->gain;
+}
+
+TEST(DrumPage, hasAGainThatKeepsUsualMinutesInTheirRows) {
+  EXPECT_NEAR(gainOf(10, 0, 1), 0.6, 1e-6) << "all minutes are alike";
+  EXPECT_NEAR(gainOf(10, 4, 5), 3, 1e-6) << "the largest sample is five times the usual one";
+  EXPECT_NEAR(gainOf(10, 6, 5), 0.6, 1e-6) << "most minutes are loud";
+  EXPECT_NEAR(gainOf(10, 1, 1000), 8, 1e-6);
+}
+
+TEST(DrumPage, hasAGainForSilence) {
+  const auto record = makeRecord();
+  std::ranges::fill(record->samples(), 3.0F);
+  EXPECT_EQ(layOutDrum({record}, 3600)->gain, 8);
+}
+
+TEST(DrumPage, refusesARecordingWithoutAnyTime) {
+  EXPECT_EQ(layOutDrum({makeRecord({.reference = QDateTime()})}, 3600).error(),
+            "found no record with samples and times, expected a reference time");
+}
+
+TEST(DrumPage, refusesSeveralChannels) {
+  EXPECT_EQ(layOutDrum({makeRecord(), makeRecord({.component = "BHN"}), makeRecord()}, 3600).error(),
+            "found 2 channels, expected one: II.TLY..BHZ, II.TLY..BHN; --channels chooses");
+  SeismogramArray many;
+  for (const char* station : {"A", "B", "C", "D", "E", "F"})
+    many.push_back(makeRecord({.station = station}));
+  EXPECT_TRUE(layOutDrum(many, 3600).error().endsWith("II.E..BHZ, ...; --channels chooses"));
+}
+
+} // namespace
+} // namespace xov::cli

@@ -1,0 +1,38 @@
+#include "apps/xov/PanelsCommand.h"
+#include "tests/apps/TestRecords.h"
+
+#include <gtest/gtest.h>
+
+namespace xov::cli {
+namespace {
+
+TEST(PanelTimes, areTheHeadersWhereAllRecordsBeginTogether) {
+  const PanelTimes times = panelTimes({makeRecord({.begin = 30}), makeRecord({.begin = 30.4F, .count = 21})});
+  EXPECT_EQ(times.min, 30) << "within half a sample";
+  EXPECT_EQ(times.max, 50) << "20 intervals on";
+}
+
+TEST(PanelTimes, countFrom0WhereRecordsBeginApart) {
+  const PanelTimes times = panelTimes({makeRecord({.begin = 30}), makeRecord({.begin = 31})});
+  EXPECT_EQ(times.min, 0);
+  EXPECT_EQ(times.max, 9);
+}
+
+TEST(PanelTimes, haveAWidthWithoutOne) {
+  const PanelTimes times = panelTimes({makeRecord({.begin = 30, .count = 1})});
+  EXPECT_EQ(times.min, 30);
+  EXPECT_EQ(times.max, 31);
+}
+
+TEST(SizeOfPanels, growsByRowsAndColumns) {
+  // A column is 144 and 12 points wide; a row 72 and 12 high, under a header of 52 and over an axis of 44.
+  EXPECT_EQ(sizeOfPanels(1), QSizeF(480, 180));
+  EXPECT_EQ(sizeOfPanels(4), QSizeF(636, 180));
+  EXPECT_EQ(sizeOfPanels(5), QSizeF(480, 264)) << "3 columns of 2 are as wide as the narrowest view";
+  EXPECT_EQ(sizeOfPanels(12), QSizeF(636, 348));
+  EXPECT_EQ(sizeOfPanels(36), QSizeF(12 + 6 * 156, 600)) << "6 rows are the most";
+  EXPECT_LE(sizeOfPanels(1000000).width(), Output::kLargestSize);
+}
+
+} // namespace
+} // namespace xov::cli
