@@ -38,7 +38,7 @@ const Display* displayNamed(const std::string& name) {
 SacHeader headerOf(int channel) {
   SacHeader header;
   header.knetwk = "XX";
-  header.kstnm = QStringLiteral("S%1").arg(channel);
+  header.kstnm = SacText<8>(std::string_view("S" + std::to_string(channel)));
   header.kcmpnm = "HHZ";
   return header;
 }

@@ -1,6 +1,5 @@
 #include "apps/xov/PanelsCommand.h"
 
-#include "apps/xov/TitledView.h"
 #include "apps/xov/Validators.h"
 #include "views/seismic/wvfrmView.h"
 
@@ -17,10 +16,27 @@ constexpr double kColumnStep = 156;
 constexpr double kHeader = 52; // and the 12 points between panels
 constexpr double kLeft = 12;
 // The lowest panel keeps that much of a next one's step: too little for a panel, enough for the axis.
-constexpr double kAxis = 44;
-constexpr double kNarrowest = 480; // for the header
+constexpr double kAxis = 56;
+constexpr double kNarrowest = 640; // for the header and a title
 constexpr std::size_t kMostRows = 6;
+constexpr float kTitleSize = 18;
+constexpr double kTitleInset = 12; // from the right edge
+constexpr double kTitleDrop = 2;
 constexpr std::size_t kColumnsBeforeRows = 4; // so many columns before a further row
+
+// Panels with a title in the upper right corner: the event is written in the left one.
+class PanelsView : public wvfrmView {
+public:
+  using wvfrmView::wvfrmView;
+
+  void drawRect(const QRectF& dirty) override {
+    wvfrmView::drawRect(dirty);
+    setLabelFontSize(kTitleSize);
+    const QRectF b = bounds();
+    drawStringXYHJustVJust(plotTitle(), float(b.x() + b.width() - kTitleInset),
+                           float(b.y() + b.height() - kTitleDrop), 3, 3);
+  }
+};
 
 bool isSameBegin(const SeismogramArray& records) {
   const SeismogramRecord& first = *records.front();
@@ -78,7 +94,7 @@ ExitCode PanelsCommand::run() {
   const auto records = std::make_shared<const SeismogramArray>(std::move(found.records));
   const PanelTimes times = panelTimes(*records);
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
-    auto view = std::make_unique<TitledView<wvfrmView>>(frame);
+    auto view = std::make_unique<PanelsView>(frame);
     view->setWvfrmArray(records);
     view->setMaxAmplitude(float(double(largestAmplitude(*records)) / gain_));
     view->setXLimitsMinMax(times.min, times.max);

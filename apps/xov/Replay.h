@@ -13,7 +13,7 @@ struct ReplaySettings {
   double speed = 1;         ///< recorded seconds a second
   double spanSeconds = 600; ///< on the display
   RealTimeEdge edge = RealTimeEdge::Right;
-  QDateTime start; ///< recorded time at which it starts; that of the first sample when invalid
+  QDateTime start = {}; ///< recorded time at which it starts; that of the first sample when invalid
 };
 
 /// A recording that plays as if it arrived now, on a real-time display.

@@ -33,7 +33,7 @@ constexpr TimeWindow kWindow = {kStartS, kRateHz, std::size_t((kEndS - kStartS) 
 
 // The part of a record that is compared to a model.
 constexpr double kBeforeArrivalS = 60.0;
-constexpr double kComparedS = 1200.0;
+constexpr double kComparedS = 900.0;
 
 constexpr std::uint64_t kSeedsPerSensor = 16;
 
@@ -155,14 +155,14 @@ std::optional<ModelComparison> modelComparison(const SyntheticEvent& event, cons
   const TimeWindow window = {startS, kRateHz, std::size_t(kComparedS * kRateHz)};
   header.b = float(startS);
   setComponent(header, {"BHZ", 0, 0, "LR"}, *arrivals);
-  const auto trace = [&](const std::vector<double>& motion, const char* label) {
-    header.kuser0 = label;
+  header.kuser0 = "P";
+  const auto trace = [&](const std::vector<double>& motion) {
     return std::make_shared<SacSeismogram>(header, counts(motion, station.countsPerNmPerS));
   };
   std::vector<double> recorded = event.groundMotion(path, window)[Vertical];
   addNoise(recorded, Sensor::Vertical, station.noiseNmPerS, pathSeed(event.source(), path, RandomPart::SiteNoise));
   const SyntheticEvent model(Source(kMagnitude, kDepthKm, kStrikeDeg, kModelSeed));
-  return ModelComparison{trace(recorded, "DATA"), trace(model.groundMotion(path, window)[Vertical], "MODEL")};
+  return ModelComparison{trace(recorded), trace(model.groundMotion(path, window)[Vertical])};
 }
 
 } // namespace xov::synthetic

@@ -39,8 +39,9 @@ SyntheticEvent sectionEvent();
 /// a, t0 and t1 hold P, S and the long-period surface waves (LR, on BHT LQ).
 std::vector<std::shared_ptr<SacSeismogram>> stationTraces(const SyntheticEvent& event, const Station& station);
 
-/// The vertical component of a station in the twenty minutes from a minute before P on, as recorded and as a model of
-/// the same earthquake has it that ruptured otherwise and knows no noise. None where P does not arrive.
+/// The vertical component of a station in the fifteen minutes from a minute before P on, as recorded and as a model
+/// of the same earthquake has it that ruptured otherwise and knows no noise. The user's label is P. None where P does
+/// not arrive.
 struct ModelComparison {
   std::shared_ptr<SacSeismogram> data;
   std::shared_ptr<SacSeismogram> model;

@@ -1,5 +1,7 @@
 #include "tests/apps/CliFixture.h"
 
+#include <QRegularExpression>
+
 namespace xov::cli {
 namespace {
 
@@ -27,9 +29,9 @@ TEST_F(CliStack, namesTheFileOfEachBandTheFirstOnTop) {
 
 TEST_F(CliStack, takesFixedAxes) {
   XOV_REQUIRE_TEXT(text, {"stack", "one.SAC", "--fixed-x", "-100", "700", "--fixed-y", "-40000", "40000"});
-  EXPECT_TRUE(text.contains("700")) << qPrintable(text);
-  EXPECT_FALSE(xov({"stack", "one.SAC", "-o", "a.png"}).status);
-  EXPECT_FALSE(xov({"stack", "one.SAC", "-o", "b.png", "--fixed-x", "5", "10"}).status);
+  EXPECT_TRUE(QRegularExpression("0 +200 +400 +600").match(text).hasMatch()) << qPrintable(text);
+  EXPECT_EQ(xov({"stack", "one.SAC", "-o", "a.png"}).status, 0);
+  EXPECT_EQ(xov({"stack", "one.SAC", "-o", "b.png", "--fixed-x", "5", "10"}).status, 0);
   EXPECT_NE(contents("a.png"), contents("b.png"));
 }
 

@@ -25,12 +25,12 @@ TEST(PanelTimes, haveAWidthWithoutOne) {
 }
 
 TEST(SizeOfPanels, growsByRowsAndColumns) {
-  // A column is 144 and 12 points wide; a row 72 and 12 high, under a header of 52 and over an axis of 44.
-  EXPECT_EQ(sizeOfPanels(1), QSizeF(480, 180));
-  EXPECT_EQ(sizeOfPanels(4), QSizeF(636, 180));
-  EXPECT_EQ(sizeOfPanels(5), QSizeF(480, 264)) << "3 columns of 2 are as wide as the narrowest view";
-  EXPECT_EQ(sizeOfPanels(12), QSizeF(636, 348));
-  EXPECT_EQ(sizeOfPanels(36), QSizeF(12 + 6 * 156, 600)) << "6 rows are the most";
+  // A column is 144 and 12 points wide; a row 72 and 12 high, under a header of 52 and over an axis of 56.
+  EXPECT_EQ(sizeOfPanels(1), QSizeF(640, 192));
+  EXPECT_EQ(sizeOfPanels(4), QSizeF(640, 192)) << "4 columns take 636 points, the header more";
+  EXPECT_EQ(sizeOfPanels(5), QSizeF(640, 276)) << "2 rows";
+  EXPECT_EQ(sizeOfPanels(12), QSizeF(640, 360));
+  EXPECT_EQ(sizeOfPanels(36), QSizeF(12 + 6 * 156, 612)) << "6 rows are the most";
   EXPECT_LE(sizeOfPanels(1000000).width(), Output::kLargestSize);
 }
 

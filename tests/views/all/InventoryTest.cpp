@@ -53,7 +53,10 @@ struct Data {
       record->reference = std::make_shared<UtcTime>(start);
       records->push_back(record);
     }
-    events->push_back(std::make_shared<Hypocentre>(HypocentreValues{.originTime = start.addSecs(20), .Mw = 6}));
+    HypocentreValues earthquake;
+    earthquake.originTime = start.addSecs(20);
+    earthquake.Mw = 6;
+    events->push_back(std::make_shared<Hypocentre>(earthquake));
     observation = std::make_shared<StationObservation>((*records)[0], (*records)[1], (*records)[2]);
     series->push_back(std::make_shared<SampledSignal>(samples, 0.1f, QStringLiteral("series")));
   }
