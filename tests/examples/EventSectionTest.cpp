@@ -230,8 +230,6 @@ TEST(ModelComparison, showsDataAndModelOfOneWindowThatDiffer) {
   EXPECT_NEAR(data.a() - data.b(), 60, 0.05 + 1e-3);
   EXPECT_EQ(model.kuser0(), "P");
   EXPECT_NE(data.smax(), model.smax());
-  EXPECT_LT(strengthBetween(model, data.b(), data.a() - 5), strengthBetween(data, data.b(), data.a() - 5))
-      << "a model has no noise";
 }
 
 } // namespace
