@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QByteArrayList>
+
 using namespace xov;
 using namespace xov::maker;
 
