@@ -10,7 +10,6 @@ namespace xov::maker {
 namespace {
 
 constexpr double kHalfCircleDeg = 180;
-constexpr double kFullCircleDeg = 360;
 constexpr double kHairDeg = 1e-4;
 
 bool isWest(const QPointF& point) { return point.x() < 0; }
