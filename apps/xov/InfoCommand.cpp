@@ -2,9 +2,11 @@
 
 #include "apps/xov/TextTable.h"
 #include "seismic/Picks.h"
+#include "seismic/TimeAxis.h"
 
 #include <QDateTime>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -56,6 +58,12 @@ QString startText(const SeismogramRecord& record) {
   return start.isValid() ? start.toUTC().toString(Qt::ISODateWithMs) : QString();
 }
 
+// From the first sample to the last, in double precision: a day does not fit single precision to the millisecond.
+double durationSeconds(const SeismogramRecord& record) {
+  const double interval = intervalSeconds(record);
+  return isDefined(interval) ? interval * std::max(record.npts() - 1, 0) : interval;
+}
+
 QString pickName(int key) {
   if (key == kFirstArrivalKey) return QStringLiteral("a");
   if (key == kEndOfSignalKey) return QStringLiteral("f");
@@ -91,7 +99,7 @@ QStringList infoCells(const SeismogramRecord& record) {
           startText(record),
           QString::number(record.npts()),
           shortest(record.delta()),
-          fixed(double(record.e()) - double(record.b()), kSecondsDecimals),
+          fixed(durationSeconds(record), kSecondsDecimals),
           hasSamples ? shortest(record.smin()) : QString(),
           hasSamples ? shortest(record.smax()) : QString(),
           fixed(double(record.gcarc()), kDegreesDecimals),
