@@ -30,13 +30,13 @@ protected:
   }
 
   /// Opens a window, presses the keys in it and returns the command's exit status.
-  int exitStatusAfter(const QString& keys) {
+  int exitStatusAfter(const QString& keys, const QStringList& arguments = {"section", "a.SAC"}) {
     QProcess command;
     command.setWorkingDirectory(folder_.path());
     command.setProcessEnvironment(environment_);
-    command.start(XOV_COMMAND, {"section", "a.SAC", "--size", "400", "300"});
+    command.start(XOV_COMMAND, arguments + QStringList{"--size", "400", "300"});
     EXPECT_TRUE(command.waitForStarted(kPatienceMs));
-    const Outcome found = shell("xdotool search --sync --onlyvisible --name '^xov section$'");
+    const Outcome found = shell("xdotool search --sync --onlyvisible --name '^xov " + arguments.front() + "$'");
     const QString window = found.out.section('\n', 0, 0);
     EXPECT_NE(window, "");
     geometry_ = shell("xdotool getwindowgeometry " + window).out;
@@ -60,6 +60,12 @@ TEST_F(CliWindow, opensAWindowOfTheSizeThatCtrlQCloses) {
 }
 
 TEST_F(CliWindow, closesOnCtrlW) { EXPECT_EQ(exitStatusAfter("ctrl+w"), 0); }
+
+TEST_F(CliWindow, playsARecordingUntilItIsClosed) {
+  EXPECT_EQ(exitStatusAfter("ctrl+q", {"monitor", "a.SAC", "--speed", "5", "--span", "10"}), 0);
+  EXPECT_TRUE(geometry_.contains("Geometry: 400x300")) << qPrintable(geometry_);
+  EXPECT_EQ(files(), QStringList{"a.SAC"});
+}
 
 TEST_F(CliWindow, opensNoneWhenItWritesAFile) {
   EXPECT_EQ(xov({"section", "a.SAC", "-o", "a.png"}).status, 0);

@@ -1,5 +1,6 @@
 #include "apps/xov/InfoCommand.h"
 #include "apps/xov/RecordTexts.h"
+#include "seismic/SacSeismogram.h"
 #include "seismic/UtcTime.h"
 #include "tests/support/FakeRecord.h"
 
@@ -36,7 +37,18 @@ TEST(InfoTable, leavesUnknownValuesEmpty) {
   FakeRecord r;
   r.distanceDeg = r.azimuthDeg = kUndefinedValue;
   r.deltaSeconds = kUndefinedValue;
-  EXPECT_EQ(infoCells(r), (QStringList{"", "", "", "", "", "0", "", "0.000", "", "", "", "", ""}));
+  EXPECT_EQ(infoCells(r), (QStringList{"", "", "", "", "", "0", "", "", "", "", "", "", ""}));
+}
+
+TEST(InfoTable, givesTheDurationOfADayToTheMillisecond) {
+  constexpr int kDurationColumn = 7;
+  SacHeader header;
+  header.delta = 0.05F;
+  SacFooter precise;
+  precise.b = 0;
+  precise.delta = 0.05;
+  const SacSeismogram day(header, std::vector<float>(1728000), QString(), precise);
+  EXPECT_EQ(infoCells(day)[kDurationColumn], "86399.950") << "1727999 intervals";
 }
 
 TEST(InfoTable, hasNoStartTimeForAnAbsurdBegin) {
