@@ -39,9 +39,9 @@ void SampleBuffer::append(double startSeconds, std::span<const float> piece) {
 
   const std::int64_t newEnd = std::max(end, place + std::ssize(piece));
   const std::int64_t newBegin = std::max(std::min(first_, place), newEnd - capacity_);
-  reframe(newBegin, newEnd);
   const std::int64_t skipped = std::max<std::int64_t>(newBegin - place, 0);
   if (skipped >= std::ssize(piece)) return;
+  reframe(newBegin, newEnd);
   const std::span<const float> kept = piece.subspan(std::size_t(skipped));
   std::ranges::copy(kept, storage_.begin() + std::ptrdiff_t(dropped_) + (place + skipped - newBegin));
 }

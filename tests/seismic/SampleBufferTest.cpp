@@ -145,6 +145,14 @@ TEST(SampleBuffer, survivesAnyTimeAndInterval) {
   EXPECT_EQ(SampleBuffer(-1, -5).capacity(), 1);
 }
 
+TEST(SampleBuffer, makesNoRoomForAPieceThatIsTooOld) {
+  SampleBuffer buffer = halfSeconds(10);
+  buffer.append(1000, Floats{1, 2});
+  buffer.append(990, Floats{3, 4}); // twenty places before, of which ten are kept
+  EXPECT_EQ(contents(buffer), (Floats{1, 2}));
+  EXPECT_EQ(buffer.startSeconds(), 1000);
+}
+
 // Against a table from place to value, which forgets what is older than the newest places.
 TEST(SampleBuffer, agreesWithATableOverRandomPieces) {
   for (std::uint32_t seed = 1; seed <= 20; ++seed) {
