@@ -39,10 +39,12 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
 // Returns the number of arguments that Qt gets, so that it can run before the application's constructor.
 int preparePlatform(DesktopUse use) {
   defaultHandler = qInstallMessageHandler(handleMessage);
+  // What the library says for its hosts is nothing for the user of a command. Of platforms that fail, the one that
+  // works in their place is all that matters.
+  QLoggingCategory::setFilterRules(
+      QStringLiteral("xov.info=false\nxov.cells=false\nqt.qpa.plugin=false\nqt.qpa.xcb=false"));
 #if !defined(Q_OS_MACOS) && !defined(Q_OS_WIN)
   qputenv(kPlatformVariable, platformsFor(use));
-  // Of platforms that fail, the one that works in their place is all that matters.
-  QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.plugin=false\nqt.qpa.xcb=false"));
 #else
   Q_UNUSED(use)
 #endif

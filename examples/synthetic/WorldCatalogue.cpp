@@ -148,8 +148,8 @@ Place placeOn(const std::vector<QPointF>& line, double share) {
     length += degreesBetween(line[i - 1], line[i]);
   double left = share * length;
   std::size_t i = 1;
-  while (i + 1 < line.size() && left > degreesBetween(line[i - 1], line[i]))
-    left -= degreesBetween(line[i - 1], line[i++]);
+  for (; i + 1 < line.size() && left > degreesBetween(line[i - 1], line[i]); ++i)
+    left -= degreesBetween(line[i - 1], line[i]);
   const double piece = degreesBetween(line[i - 1], line[i]);
   const double narrowing = std::cos((line[i - 1].y() + line[i].y()) / 2 * std::numbers::pi / 180);
   const QPointF step = line[i] - line[i - 1];

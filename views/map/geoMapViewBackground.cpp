@@ -5,6 +5,7 @@
 #include "views/map/geoMapView.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace xov {
 
@@ -28,7 +29,8 @@ bool geoMapView::loadTopoImageFromPathNRowsNColsDSmpl(const QString& path, std::
   QString fault;
   std::optional<TopoGrid> grid = readTopoGrid(path, {rows, cols}, dSmpl, fault);
   if (!grid) {
-    qCWarning(log, "topography: %s", qUtf8Printable(fault));
+    // A file that is not there is no news to a host that tries where it may be.
+    if (error == nullptr && QFileInfo::exists(path)) qCWarning(log, "topography: %s", qUtf8Printable(fault));
     return refused(error, fault);
   }
   setupImageDataNROWSNCOLS(std::make_shared<const std::vector<float>>(std::move(grid->values)), grid->rows,

@@ -18,7 +18,8 @@ constexpr QRectF kFrame(64, 84, 504, 252);
 constexpr PlotLimits kFromGreenwich = {0, 360, -90, 90};
 constexpr PlotLimits kFromTheDateLine = {-180, 180, -90, 90};
 
-// The lines of a map that is one point a degree, its zero longitude and latitude at (0, 0).
+// The lines of a map that is one point a degree, its zero longitude and latitude at (0, 0); what is left of a line of
+// a single point draws nothing and does not count.
 std::vector<QPolygonF> lines(const PlotLimits& limits, const test::Points& points) {
   const QRectF frame(limits.xmin, limits.ymin, limits.xmax - limits.xmin, limits.ymax - limits.ymin);
   return MapProjection(frame, limits).line(polygonOf(points)).polylines();
@@ -75,42 +76,44 @@ TEST(MapProjection, turnsLinesEastwardsOnlyOnAMapFromGreenwich) {
 
 TEST(MapLine, joinsThePointsInTheirOrder) {
   EXPECT_EQ(lines(kFromGreenwich, {{10, 5}, {20, 15}, {15, 25}}),
-            std::vector<QPolygonF>{QPolygonF({{10, 5}, {20, 15}, {15, 25}})});
+            std::vector<QPolygonF>{QPolygonF(QList<QPointF>{{10, 5}, {20, 15}, {15, 25}})});
 }
 
 TEST(MapLine, thatCrossesFrom359To1IsBroken) {
   EXPECT_EQ(lines(kFromGreenwich, {{358, 0}, {359, 1}, {1, 2}, {2, 3}}),
-            (std::vector<QPolygonF>{QPolygonF({{358, 0}, {359, 1}}), QPolygonF({{1, 2}, {2, 3}})}));
+            (std::vector<QPolygonF>{QPolygonF(QList<QPointF>{{358, 0}, {359, 1}}),
+                                    QPolygonF(QList<QPointF>{{1, 2}, {2, 3}})}));
 }
 
 TEST(MapLine, goesOnAcrossAJumpOf350AndBreaksBeyond) {
   EXPECT_EQ(lines(kFromGreenwich, {{355, 0}, {5, 0}}).size(), 1U);
   EXPECT_EQ(lines(kFromGreenwich, {{5, 0}, {355, 0}}).size(), 1U);
-  EXPECT_EQ(lines(kFromGreenwich, {{std::nextafter(355.0F, 360.0F), 0}, {5, 0}}).size(), 2U);
-  EXPECT_EQ(lines(kFromGreenwich, {{5, 0}, {std::nextafter(355.0F, 360.0F), 0}}).size(), 2U);
+  EXPECT_EQ(lines(kFromGreenwich, {{std::nextafter(355.0F, 360.0F), 0}, {5, 0}}).size(), 0U);
+  EXPECT_EQ(lines(kFromGreenwich, {{5, 0}, {std::nextafter(355.0F, 360.0F), 0}}).size(), 0U);
 }
 
 TEST(MapLine, isBrokenAtTheDateLineOfAMapThatEndsThere) {
   // 181 is drawn at -179: a jump of 358.
-  EXPECT_EQ(lines(kFromTheDateLine, {{179, 0}, {181, 0}}),
-            (std::vector<QPolygonF>{QPolygonF({QPointF(179, 0)}), QPolygonF({QPointF(-179, 0)})}));
+  EXPECT_EQ(lines(kFromTheDateLine, {{178, 0}, {179, 0}, {181, 0}, {182, 0}}),
+            (std::vector<QPolygonF>{QPolygonF(QList<QPointF>{{178, 0}, {179, 0}}),
+                                    QPolygonF(QList<QPointF>{{-179, 0}, {-178, 0}})}));
 }
 
 TEST(MapLine, goesOnAcrossGreenwichOnAMapThatShowsItInTheMiddle) {
   // 359 is drawn at -1: a jump of 2.
   EXPECT_EQ(lines(kFromTheDateLine, {{359, 0}, {1, 0}}),
-            std::vector<QPolygonF>{QPolygonF({QPointF(-1, 0), QPointF(1, 0)})});
+            std::vector<QPolygonF>{QPolygonF(QList<QPointF>{QPointF(-1, 0), QPointF(1, 0)})});
 }
 
-TEST(MapLine, ofOnePointIsAMoveAndOfNoneNothing) {
-  EXPECT_EQ(lines(kFromGreenwich, {{10, 5}}), std::vector<QPolygonF>{QPolygonF({QPointF(10, 5)})});
+TEST(MapLine, ofOnePointOrNoneDrawsNothing) {
+  EXPECT_TRUE(lines(kFromGreenwich, {{10, 5}}).empty());
   EXPECT_TRUE(MapProjection(kFrame, kFromGreenwich).line(XOVPolygon()).isEmpty());
 }
 
 TEST(MapLine, isBrokenByPointsThatAreNotFinite) {
   EXPECT_EQ(
       lines(kFromGreenwich, {{1, 1}, {2, 2}, {kNan, 3}, {4, 4}, {5, 5}, {6, kNan}, {7, 7}}),
-      (std::vector<QPolygonF>{QPolygonF({{1, 1}, {2, 2}}), QPolygonF({{4, 4}, {5, 5}}), QPolygonF({QPointF(7, 7)})}));
+      (std::vector<QPolygonF>{QPolygonF(QList<QPointF>{{1, 1}, {2, 2}}), QPolygonF(QList<QPointF>{{4, 4}, {5, 5}})}));
 }
 
 TEST(MapLine, takesNoMorePointsThanThereAre) {
@@ -148,6 +151,7 @@ TEST(MapLine, agreesWithAPlainReckoningOverRandomMapsAndLines) {
       expected.back() << at;
       before = lon;
     }
+    std::erase_if(expected, [](const QPolygonF& line) { return line.size() < 2; });
     const std::vector<QPolygonF> found = MapProjection(frame, limits).line(polygonOf(points)).polylines();
     ASSERT_EQ(found.size(), expected.size()) << i;
     for (std::size_t line = 0; line < found.size(); ++line) {

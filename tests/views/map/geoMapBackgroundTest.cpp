@@ -103,6 +103,8 @@ TEST_F(GeoMapBackground, refusesAGridOfAnotherSizeInTheLog) {
   QString error;
   EXPECT_FALSE(view.loadTopoImageFromPathNRowsNColsDSmpl(bad, 2, 2, 1, &error));
   EXPECT_EQ(error, bad + QStringLiteral(": found 6 bytes, expected 8"));
+  EXPECT_TRUE(LogCatcher::lines().isEmpty()) << "the host has the line";
+  EXPECT_FALSE(view.loadTopoImageFromPathNRowsNColsDSmpl(bad, 2, 2, 1));
   EXPECT_EQ(LogCatcher::lines(), QStringList(QStringLiteral("xov: topography: ") + error));
   EXPECT_EQ(*view.imageFloats(), (std::vector<float>{1, 2, 3, 4})) << "and nothing changed";
 }
@@ -163,6 +165,9 @@ TEST_F(GeoMapBackground, missesEtopo5WhereThereIsNone) {
   QString error;
   EXPECT_FALSE(view.loadETOPO5DownSmpl(1, &error));
   EXPECT_EQ(error, files.path("DATA/Grids/etopo5.i2") + QStringLiteral(": there is no such file"));
+  const LogCatcher log;
+  EXPECT_FALSE(view.loadETOPO5DownSmpl(1));
+  EXPECT_TRUE(LogCatcher::lines().isEmpty());
   EXPECT_EQ(view.nr(), 0);
 }
 
