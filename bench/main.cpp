@@ -1,5 +1,6 @@
 // xov_bench: times the drawing of long seismograms by this library and by plain QPainter against a scan of the same
 // samples, all in one run and in turn, and reads the peak memory of a process that does nothing else.
+#include "bench/Grids.h"
 #include "bench/LiveDisplay.h"
 #include "bench/Measure.h"
 #include "bench/Report.h"
@@ -74,6 +75,8 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "%s", qPrintable(table(measured)));
   }
   std::printf("%s\n\n%s\n%s", qPrintable(machine()), qPrintable(table(all)), qPrintable(frameShares(all)));
+  if (!parser.isSet(QStringLiteral("works")))
+    std::printf("\n%s", qPrintable(gridTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
   if (parser.isSet(QStringLiteral("json"))) {
     QFile file(parser.value(QStringLiteral("json")));
     if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(json(all)).toJson()) < 0) {

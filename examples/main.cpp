@@ -1,3 +1,4 @@
+#include "examples/synthetic/ArrayWave.h"
 #include "examples/synthetic/EventSection.h"
 #include "examples/synthetic/RegionalMotion.h"
 #include "examples/synthetic/SyntheticDay.h"
@@ -65,6 +66,25 @@ Status writeDay(const QDir& folder) {
   return writeText(folder.filePath(QStringLiteral("catalogue.csv")), synthetic::dayCatalogue());
 }
 
+Status writeArray(const QDir& folder) {
+  if (Status made = makeFolder(folder); !made) return made;
+  synthetic::PlaneWave wave;
+  wave.noise = 0.4;
+  for (const std::shared_ptr<SacSeismogram>& trace : synthetic::arrayTraces(wave)) {
+    const QString path = folder.filePath(trace->labelString() + QStringLiteral(".SAC"));
+    if (Status written = writeSac(*trace, path); !written) return written;
+  }
+  return {};
+}
+
+Status writeGrids(const QDir& folder) {
+  const QString beams = folder.filePath(QStringLiteral("fk_plane_wave.txt"));
+  if (Status written = writeText(beams, synthetic::beamPowerTable({})); !written) return written;
+  const QString residuals = folder.filePath(QStringLiteral("grid_residuals.txt"));
+  if (Status written = writeText(residuals, synthetic::residualTable()); !written) return written;
+  return writeText(folder.filePath(QStringLiteral("grid_relief.i2")), synthetic::reliefGrid());
+}
+
 Status writeTables(const QDir& folder) {
   const QString times = folder.filePath(QStringLiteral("xy_travel_times.txt"));
   if (Status written = writeText(times, synthetic::travelTimeTable()); !written) return written;
@@ -94,6 +114,8 @@ Status writeExamples(const QDir& folder) {
   if (Status written = writePanels(QDir(folder.filePath(QStringLiteral("panels")))); !written) return written;
   if (Status written = writeDay(QDir(folder.filePath(QStringLiteral("day")))); !written) return written;
   if (Status written = writeMapData(QDir(folder.filePath(QStringLiteral("map")))); !written) return written;
+  if (Status written = writeArray(QDir(folder.filePath(QStringLiteral("array")))); !written) return written;
+  if (Status written = writeGrids(folder); !written) return written;
   return writeTables(folder);
 }
 

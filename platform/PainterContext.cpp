@@ -1,6 +1,7 @@
 #include "platform/PainterContext.h"
 
 #include "platform/CrispLines.h"
+#include "platform/ImageResampling.h"
 #include "platform/LineClip.h"
 #include "platform/SymbolCulling.h"
 #include "platform/SymbolRaster.h"
@@ -348,14 +349,26 @@ void PainterContext::drawLine(const QString& line, QPointF baseline, const TextA
 void PainterContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
   painter_.save();
   painter_.setOpacity(fraction);
-  // Images have y downwards: mirror the target about its own middle.
+  const QTransform matrix = toDevice();
+  if (onPaper()) {
+    const QImage page = imageForPaper(image, source, target.size());
+    drawMirrored(page, target, page.rect());
+  } else if (matrix.type() <= QTransform::TxScale && matrix.m11() > 0 && matrix.m22() < 0) {
+    const ResampledImage shown =
+        resampleImage(image, source, matrix.mapRect(target), QRect(0, 0, target_.width, target_.height));
+    painter_.setTransform(QTransform());
+    painter_.drawImage(shown.topLeft, shown.image);
+  } else {
+    drawMirrored(image, target, source);
+  }
+  painter_.restore();
+}
+
+// Images have y downwards: they are mirrored about the middle of their place.
+void PainterContext::drawMirrored(const QImage& image, const QRectF& target, const QRectF& source) {
   painter_.translate(0, target.top() + target.bottom());
   painter_.scale(1, -1);
-  const QRectF device = toDevice().mapRect(target);
-  const bool shrinks = device.width() < source.width() || device.height() < source.height();
-  painter_.setRenderHint(QPainter::SmoothPixmapTransform, shrinks);
   painter_.drawImage(target, image, source);
-  painter_.restore();
 }
 
 } // namespace xov

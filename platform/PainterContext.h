@@ -43,6 +43,7 @@ private:
   void strokeTracesOnPixels(const Path& path);
   void strokeTracesPointByPoint(const Path& path);
   void strokeTracesOnPaper(const Path& path);
+  void drawMirrored(const QImage& image, const QRectF& target, const QRectF& source);
   void drawLine(const QString& line, QPointF baseline, const TextAttributes& attributes);
 
   QPainter& painter_;

@@ -28,6 +28,15 @@ xy-group-velocity|A line plot: group velocity against period|xy xy_group_velocit
 scatter-durations|A scatter plot: duration of earthquakes against magnitude|scatter xy_source_durations.csv --diameter 8 --title '400 made-up earthquakes'
 hist-magnitudes|A histogram: magnitudes, each unit holding a tenth as many as the one below|hist xy_source_durations.csv --title '400 made-up earthquakes'
 hist-durations|A histogram about the mean, its range given|hist xy_source_durations.csv --columns 2 --remove-mean --bins 30 --min -1 --max 1.5 --xlabel 'Logarithm of duration, less the mean' --title '400 made-up earthquakes'
+grid-palette-0|A grid in palette 0|grid grid_residuals.txt --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 0'
+grid-palette-1|The same in palette 1, its peak marked|grid grid_residuals.txt --palette 1 --peak --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 1'
+grid-palette-2|In palette 2|grid grid_residuals.txt --palette 2 --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 2'
+grid-palette-3|In palette 3, in twelve shades|grid grid_residuals.txt --palette 3 --shades 12 --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 3'
+grid-palette-4|In palette 4|grid grid_residuals.txt --palette 4 --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 4'
+grid-inverted|In palette 0, inverted|grid grid_residuals.txt --inverted --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 0, inverted'
+grid-relief|A headerless grid of elevations|grid grid_relief.i2 --rows 181 --columns 241 --topo --extent -20 -16 63 66 --xlabel 'Longitude' --ylabel 'Latitude' --title 'A made-up island'
+fk-grid|Beam power over slowness, from a grid|fk fk_plane_wave.txt
+fk-recordings|Beam power of the recordings of an array|fk array/*.SAC --band 1 3 --window 12 24
 map-world|A world map: plate boundaries and a made-up catalogue, coloured by depth|map --image 2 --plates types --events map/world_catalogue.csv --title 'Made-up earthquakes of ten years'
 map-pacific|Around the Pacific, on a topography|map --topo --region 120 290 -60 60 --plates types --events map/world_catalogue.csv --title 'Made-up earthquakes of ten years'
 map-regional|A regional map: a made-up fault and velocities beside it|map --image 10 --region -125 -113 31 42 --vectors map/velocities.txt --polygons map/fault.nxy map/network.nxy --title 'Made-up velocities, the longest 35 mm/a'

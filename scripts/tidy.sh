@@ -25,7 +25,7 @@ library_sources() {
 }
 
 own_includes() {
-  grep -rHo '^#include "[^"]*"' --include='*.h' --include='*.cpp' colour graphics map platform seismic views |
+  grep -rHo '^#include "[^"]*"' --include='*.h' --include='*.cpp' colour graphics grid map platform seismic views |
     sed 's|^\([^:]*\):#include "\(.*\)"$|\1 \2|'
 }
 

@@ -1,6 +1,8 @@
 #include "apps/xov/CommandTable.h"
 
 #include "apps/xov/DrumCommand.h"
+#include "apps/xov/FkCommand.h"
+#include "apps/xov/GridCommand.h"
 #include "apps/xov/HistCommand.h"
 #include "apps/xov/InfoCommand.h"
 #include "apps/xov/MapCommand.h"
@@ -34,6 +36,8 @@ constexpr CommandRow kCommands[] = {
     {"scatter", "Draw two columns of numbers as circles", make<ScatterCommand>},
     {"hist", "Draw or print a column of numbers as a histogram", make<HistCommand>},
     {"map", "Draw events, stations, vectors and plate boundaries on a map", make<MapCommand>},
+    {"grid", "Draw a grid of values as a coloured picture", make<GridCommand>},
+    {"fk", "Draw the beam power of an array over slowness", make<FkCommand>},
     {"info", "List what seismogram files hold", make<InfoCommand>},
     {"resources", "List base maps and plate boundaries, or import boundaries", make<ResourcesCommand>},
 };

@@ -127,10 +127,8 @@ private:
 
 } // namespace
 
-void RecordInputs::addOptions(CLI::App& options, const char* files) {
-  options.add_option(files, arguments_, "Seismogram files, folders of them, or patterns in quotes")
-      ->required()
-      ->type_name("");
+void RecordInputs::addOptions(CLI::App& options, const char* files, const char* description) {
+  options.add_option(files, arguments_, description)->required()->type_name("");
   options
       .add_option("--channels", channels_, "Read these channels only: codes with * and ?, as 'BH?' or 'XX.*.00.BHZ'")
       ->type_name("PATTERN[,...]")
@@ -139,8 +137,10 @@ void RecordInputs::addOptions(CLI::App& options, const char* files) {
       ->check(channelPattern());
 }
 
+QStringList RecordInputs::names() const { return texts(arguments_); }
+
 Records RecordInputs::read() const {
-  const InputList inputs = expandInputs(texts(arguments_));
+  const InputList inputs = expandInputs(names());
   Progress progress(QStringLiteral("reading"), std::int64_t(inputs.files.size()));
   Complaints complaints(progress);
   Reading reading({texts(channels_)}, complaints);

@@ -25,8 +25,13 @@ struct Records {
 /// The FILES arguments of a command that takes seismograms, and its option --channels.
 class RecordInputs {
 public:
-  /// `files` is the name of the arguments, with that of an option, if any, which they may follow.
-  void addOptions(CLI::App& options, const char* files = "FILES");
+  /// `files` is the name of the arguments, with that of an option, if any, which they may follow; `description` is
+  /// what help says of them.
+  void addOptions(CLI::App& options, const char* files = "FILES",
+                  const char* description = "Seismogram files, folders of them, or patterns in quotes");
+
+  /// The arguments as the user gave them.
+  QStringList names() const;
 
   /// Reads all files, with a progress bar when that takes long, and says on standard error what readers note, such as
   /// damaged records. A file that cannot be read is said there, too, and left out. When the user named it that makes

@@ -36,8 +36,8 @@ protected:
 };
 
 TEST_F(CliDocumentation, knowsItsCommands) {
-  for (const char* command :
-       {"section", "panels", "stack", "three", "drum", "monitor", "xy", "scatter", "hist", "info"})
+  for (const char* command : {"section", "panels", "stack", "three", "drum", "monitor", "xy", "scatter", "hist",
+                              "map", "grid", "fk", "info", "resources"})
     EXPECT_TRUE(commands().contains(command)) << command;
   EXPECT_TRUE(longOptions("section").contains("zero-lines"));
 }

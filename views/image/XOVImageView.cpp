@@ -104,7 +104,7 @@ void XOVImageView::setupNSImage() {
   iSize_ = QSizeF(nc_, nr_);
   const auto bitmap = makeBitmap();
   if (bitmap) colorPlanes(*bitmap);
-  installBitmap(bitmap);
+  installBitmap(bitmap, bitmap ? bitmap->toOpaqueImage() : QImage());
   qCInfo(log, "setupNSImage Retain Counts: iRep:%u imageFloats:%u", unsigned(iRep_.use_count() - (bitmap ? 1 : 0)),
          unsigned(imageFloats_.use_count()));
 }
@@ -112,11 +112,8 @@ void XOVImageView::setupNSImage() {
 void XOVImageView::updateImagePlanes() {
   if (nr_ <= 0 || nc_ <= 0) return;
   if (iRep_) {
-    const bool shown = showsBitmap();
-    const QImage hostPicture = anImage_;
     colorPlanes(*iRep_);
-    installBitmap(iRep_);
-    if (!shown) anImage_ = hostPicture;
+    if (showsBitmap()) installBitmap(iRep_, iRep_->toOpaqueImage());
   }
   setNeedsDisplay(true);
 }
@@ -137,12 +134,12 @@ void XOVImageView::colorPlanes(PlanarBitmap& bitmap) const {
   colorGridPlanes(heldCells(), gridColoring(), {bitmap.plane(0), bitmap.plane(1), bitmap.plane(2), bitmap.plane(3)});
 }
 
-void XOVImageView::installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap) {
+void XOVImageView::installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, const QImage& picture) {
   iRep_ = bitmap;
   iPlanes_ = {};
   for (int plane = 0; bitmap && plane < PlanarBitmap::kPlanes; ++plane)
     iPlanes_[std::size_t(plane)] = bitmap->plane(plane).data();
-  anImage_ = bitmap ? bitmap->toOpaqueImage() : QImage();
+  anImage_ = picture;
   bitmapPicture_ = anImage_.cacheKey();
 }
 

@@ -156,8 +156,8 @@ protected:
   std::shared_ptr<PlanarBitmap> makeBitmap() const;
   /// Fills the bitmap's planes with the grid's colours.
   void colorPlanes(PlanarBitmap& bitmap) const;
-  /// Makes the bitmap that of the view, with an opaque picture of it; null leaves the view without either.
-  void installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap);
+  /// Makes the bitmap that of the view, with the opaque picture of it; null ones leave the view without.
+  void installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, const QImage& picture);
   /// Strokes the data frame with lines of 2 points in black, and begins axes with tick labels of those attributes.
   void beginFramedAxes(const std::shared_ptr<const TextAttributes>& tickLabels);
   /// Adds an X axis below the frame, with its label, and a Y axis at the left, without one.

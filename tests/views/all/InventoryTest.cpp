@@ -5,6 +5,8 @@
 #include "seismic/StationObservation.h"
 #include "seismic/UtcTime.h"
 #include "tests/support/FakeRecord.h"
+#include "views/image/XOVImageView.h"
+#include "views/image/xovFKImageView.h"
 #include "views/map/geoMapView.h"
 #include "views/seismic/MultiSeisView.h"
 #include "views/seismic/SeisView01.h"
@@ -134,6 +136,11 @@ void fill(RealTimeDisplayView& view) {
   view.computePlotLimits();
 }
 
+void fill(XOVImageView& view) {
+  view.setupImageDataNROWSNCOLS(std::make_shared<const std::vector<float>>(data().y.begin(), data().y.begin() + 4), 2,
+                                2);
+}
+
 // Draws onto all surfaces and returns the picture.
 QImage drawEverywhere(View& view, RecordingContext& recording) {
   const QImage window = view.grab().toImage();
@@ -148,10 +155,10 @@ QImage drawEverywhere(View& view, RecordingContext& recording) {
 template <typename ViewType>
 class Inventory : public ::testing::Test {};
 
-using AllViews =
-    ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView, XOVHistogramView,
-                     MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView, uniformTimeSeriesView,
-                     helicorderView, realTimeDisplayView01, XOVRealTimeDisplayView02, geoMapView>;
+using AllViews = ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView,
+                                  XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView,
+                                  uniformTimeSeriesView, helicorderView, realTimeDisplayView01,
+                                  XOVRealTimeDisplayView02, XOVImageView, xovFKImageView, geoMapView>;
 TYPED_TEST_SUITE(Inventory, AllViews);
 
 TYPED_TEST(Inventory, isMadeLaidOutAndDrawnEmpty) {

@@ -3,6 +3,7 @@
 #include "seismic/SampledSignal.h"
 #include "seismic/StationObservation.h"
 #include "tests/views/all/RandomHost.h"
+#include "views/image/xovFKImageView.h"
 #include "views/map/geoMapView.h"
 #include "views/seismic/MultiSeisView.h"
 #include "views/seismic/SeisView01.h"
@@ -20,6 +21,8 @@
 #include "views/xy/xyScatterPlot.h"
 
 #include <gtest/gtest.h>
+
+#include <QLoggingCategory>
 
 #include <any>
 #include <functional>
@@ -239,6 +242,29 @@ Hosted liveView(RandomHost& host) {
   return hosted;
 }
 
+// A grid that the limits fit or not, with as many values as it needs or others.
+template <typename ViewType>
+Hosted imageView(RandomHost& host) {
+  Hosted hosted = dressed<ViewType>(host);
+  auto& view = static_cast<ViewType&>(*hosted.view);
+  view.setPalette(host.count(8) - 2);
+  view.setNShades(host.chance(0.7) ? host.count(100) : host.count(4) - 2);
+  view.setInverted(host.chance(0.3));
+  view.setUseTopoValues(host.chance(0.5));
+  const auto values = std::make_shared<const std::vector<float>>(host.samples(3000));
+  const int rows = host.chance(0.8) ? host.count(60) : 2000000000;
+  const int cols = host.chance(0.8) ? host.count(60) : host.count(2000000000) - 10;
+  view.setShowAxes(rows <= 0 || cols <= 0 || host.chance(0.8)); // else there is nothing to draw
+  view.setupImageDataNROWSNCOLS(values, rows, cols);
+  if (host.chance(0.3)) view.setMinMax(host.number(), host.number());
+  if (host.chance(0.3)) view.setScaleFactor(host.number());
+  if (host.chance(0.5)) view.updateImagePlanes();
+  if (host.chance(0.5)) view.setXLimitsMinMax(host.number(), host.number());
+  if (host.chance(0.5)) view.setYLimitsMinMax(host.number(), host.number());
+  if (host.chance(0.1)) view.setAnImage(QImage(3, 2, QImage::Format_RGB32));
+  return hosted;
+}
+
 const std::vector<std::pair<const char*, Maker>>& makers() {
   static const std::vector<std::pair<const char*, Maker>> all = {
       {"xyPlotView", xyView<xyPlotView>},
@@ -256,6 +282,8 @@ const std::vector<std::pair<const char*, Maker>>& makers() {
       {"helicorderView", drumView},
       {"realTimeDisplayView01", liveView<realTimeDisplayView01>},
       {"XOVRealTimeDisplayView02", liveView<XOVRealTimeDisplayView02>},
+      {"XOVImageView", imageView<XOVImageView>},
+      {"xovFKImageView", imageView<xovFKImageView>},
   };
   return all;
 }
@@ -263,6 +291,7 @@ const std::vector<std::pair<const char*, Maker>>& makers() {
 // Whatever a host does, a view draws into a picture, onto paper and into a recording, and gives the same picture
 // twice.
 TEST(RandomViews, drawWhatTheyCanOfAnything) {
+  QLoggingCategory::setFilterRules(QStringLiteral("xov.cells.debug=false"));
   for (unsigned seed = 0; seed < 400; ++seed) {
     RandomHost host(seed);
     const auto& [name, make] = makers()[seed % makers().size()];

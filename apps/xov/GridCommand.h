@@ -1,0 +1,53 @@
+#pragma once
+
+#include "apps/xov/Command.h"
+#include "apps/xov/ImageOptions.h"
+#include "apps/xov/Output.h"
+#include "grid/Grid.h"
+#include "seismic/io/Result.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace xov::cli {
+
+/// `xov grid`: a regular grid of values as a coloured picture.
+class GridCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  void checkOptions() const;
+  Result<Grid> read() const;
+  std::unique_ptr<XOVView> makeView(const QRectF& frame, const Grid& grid, const GridFloats& values) const;
+
+  std::string file_;
+  int rows_ = 0;
+  int columns_ = 0;
+  std::string cell_ = "int16";
+  std::string order_ = "little";
+  std::vector<double> extent_;
+  std::optional<double> min_;
+  std::optional<double> max_;
+  bool topo_ = false;
+  bool peak_ = false;
+  std::string xLabel_;
+  std::string yLabel_;
+  ImageOptions image_{0};
+  Output output_{"grid", {720, 540}};
+};
+
+/// The smallest and the largest finite value; none when no value is finite.
+struct ValueEnds {
+  float min = 0;
+  float max = 0;
+};
+std::optional<ValueEnds> finiteEnds(std::span<const float> values);
+
+/// A size for a plot of that many square cells, within bounds.
+QSizeF sizeForCells(int rows, int columns);
+
+} // namespace xov::cli
