@@ -307,7 +307,7 @@ TEST_F(ImageView, cellsKeepSharpEdgesOnPixels) {
   view.setShowAxes(false);
   const QImage picture = view.pictureOfRect(view.bounds());
   // The cells meet at x = 20 + 230 = 250.
-  EXPECT_EQ(picture.pixel(249, 100), qRgb(128, 128, 128)); // value 0 of −1 … 1: level 127
+  EXPECT_EQ(picture.pixel(249, 100), qRgb(255, 255, 255)); // the range is 0 … 1
   EXPECT_EQ(picture.pixel(250, 100), qRgb(0, 0, 0));
 }
 
