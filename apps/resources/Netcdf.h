@@ -20,7 +20,7 @@ struct NetcdfGrid {
 };
 
 /// Reads a variable of two dimensions and single precision out of a file in netCDF's classic format (Rew, R., and
-/// others: NetCDF Users' Guide, "File Format Specification"), and the two double-precision variables that are named
+/// others: NetCDF Users' Guide, Unidata), and the two double-precision variables that are named
 /// as its dimensions. Every count and offset is compared with the length of the file before it is used.
 Result<NetcdfGrid> readNetcdfGrid(const QByteArray& file, const QByteArray& variable);
 
