@@ -25,7 +25,7 @@ private:
   std::optional<std::array<double, 4>> edges_;
   MapRegion region_;
   std::string align_ = "centre";
-  Output output_{"map", {900, 500}};
+  Output output_{"map", {900, 482}};
 };
 
 /// The size of a map view of that width over height, with room for axes and a title: 900 points wide, or less for a

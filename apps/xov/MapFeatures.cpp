@@ -66,7 +66,7 @@ void MapFeatures::addOptions(CLI::App& options) {
   options.add_option("--plates", plates_, "Plate boundaries: bird (PB2002) or types (trenches, ridges, transforms)")
       ->type_name("SET")
       ->check(CLI::IsMember({kBird, kTypes}).description(""));
-  options.add_option("--polygons", polygons_, "NXY files of lines")->type_name("FILE ...");
+  options.add_option("--polygons", polygons_, "NXY files of lines")->type_name("FILE");
   options.add_option("--events", events_, "QuakeML or CSV file of earthquakes: colour by depth, size by magnitude")
       ->type_name("FILE");
   options.add_option("--colors", colors_, "Colours of depths: seis (default), nogreen, polar or red")

@@ -86,9 +86,9 @@ public:
   /// cols of them without a header, from the northernmost row on. Of these every dSmpl-th row and column is taken.
   /// The grid's extent is what the view's limits are now.
   ///
-  /// False, and nothing changed, when the file cannot be read, has another size, or when dSmpl is not 1 to the smaller
-  /// of both counts. One line that says so, with the size and the expected one, goes to `error` where one is given,
-  /// else to the log, unless the file is missing.
+  /// False, and nothing changed, when the file cannot be read, has another size, or when dSmpl is not 1 to the
+  /// smaller of both counts. One line that says so, with the size and the expected one, goes to `error` where one is
+  /// given, else to the log, unless the file is missing.
   bool loadTopoImageFromPathNRowsNColsDSmpl(const QString& path, std::int32_t rows, std::int32_t cols,
                                             std::int32_t dSmpl, QString* error = nullptr);
   /// The same for the global grid ETOPO5 (National Geophysical Data Center, 1988: Data Announcement 88-MGG-02,
