@@ -74,6 +74,7 @@ void FkCommand::addOptions(CLI::App& options) {
       ->type_name("N")
       ->check(wholeNumberFromTo(2, kMostBeamSteps));
   image_.addOptions(options);
+  image_.addTextOption(options);
   output_.addOptions(options);
   options.parse_complete_callback([this] { checkOptions(); });
 }

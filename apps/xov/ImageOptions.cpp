@@ -24,6 +24,9 @@ void ImageOptions::addOptions(CLI::App& options) {
       ->type_name("N")
       ->check(wholeNumberFromTo(1, kMostShades));
   options.add_flag("--inverted", inverted_, "Turn each colour into its complement");
+}
+
+void ImageOptions::addTextOption(CLI::App& options) {
   options.add_option("--xyz", textFile_, "Write the grid to this file as lines of x, y and value, too")
       ->type_name("FILE");
 }

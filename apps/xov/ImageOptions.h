@@ -10,13 +10,15 @@ class App;
 
 namespace xov::cli {
 
-/// How the values of a grid are coloured, with the options that commands for grids share: --palette, --shades,
-/// --inverted, and --xyz for the grid as text.
+/// How the values of a grid are coloured, with the options that commands for grids share: --palette, --shades and
+/// --inverted.
 class ImageOptions {
 public:
   explicit ImageOptions(int palette) : palette_(palette) {}
 
   void addOptions(CLI::App& options);
+  /// --xyz, for the grid as text.
+  void addTextOption(CLI::App& options);
 
   /// Hands palette, shades and inversion to a view, before it gets its grid.
   void apply(XOVImageView& view) const;

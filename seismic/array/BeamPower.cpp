@@ -37,8 +37,8 @@ Result<Band> bandOf(const BeamSearch& search, std::size_t samples) {
                      .arg(hertz(lowest), hertz(highest), hertz(nyquist))};
   Band band;
   band.stepHz = 1 / (double(RealSpectrum::sizeFor(samples)) * search.intervalSeconds);
-  // A frequency that lies on an end, up to rounding, is in the band.
-  constexpr double kRounding = 1e-9;
+  // A frequency that lies on an end, up to the rounding of the interval, is in the band.
+  constexpr double kRounding = 1e-6;
   band.first = std::size_t(std::max(1.0, std::ceil(lowest / band.stepHz * (1 - kRounding))));
   band.last = std::size_t(std::floor(highest / band.stepHz * (1 + kRounding)));
   if (band.first > band.last)

@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::size_t kFewestSamples = 8;
 constexpr std::size_t kMostSamples = std::size_t(1) << 28;
+// Intervals are read from single precision, too.
+constexpr double kRounding = 1e-6;
 constexpr double kTaperShare = 0.05; // of the window, at either end
 // A window may begin this share of a sample before a trace does: times are read from single precision.
 constexpr double kStartTolerance = 0.01;
@@ -45,7 +47,7 @@ Result<BeamWindow> beamWindow(std::span<const ArrayTrace> traces, const BeamSear
   if (!(common > 0)) return Error{QStringLiteral("the traces have no time in common")};
   const double from = std::max(0.0, search.windowFrom);
   const double to = search.windowTo > 0 ? search.windowTo : common;
-  if (!(from < to && to <= common * (1 + 1e-9)))
+  if (!(from < to && to <= common * (1 + kRounding)))
     return Error{QStringLiteral("a window from %1 to %2 s: the traces have 0 to %3 s in common")
                      .arg(from)
                      .arg(to)

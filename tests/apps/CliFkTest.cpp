@@ -67,6 +67,9 @@ TEST_F(CliFk, drawsAGridAndWritesOneThatItCanDraw) {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(QImage(at("again.png")).size(), QSize(608, 600));
+  const Outcome refused = xov({"fk", "beam.txt", "--xyz", "none/beam.txt", "-o", "again.png"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_TRUE(refused.err.startsWith("xov: none/beam.txt: ")) << qPrintable(refused.err);
 }
 
 TEST_F(CliFk, failsInOneLineAndWritesNothing) {

@@ -41,16 +41,22 @@ TEST_F(CliGrid, drawsHeaderlessElevations) {
   EXPECT_EQ(image.pixel(64 + 300, 400 - 50 - 240), qRgb(100, 150, 100));
 }
 
-TEST_F(CliGrid, writesTheCellsAsTextThatItCanRead) {
-  writeFile("values.txt", kGrid);
-  EXPECT_EQ(xov({"grid", "values.txt", "--xyz", "again.txt", "-o", "plot.png"}).status, 0);
-  EXPECT_TRUE(contents("again.txt")
-                  .endsWith("0.000000 1.000000 1.000000\n1.000000 1.000000 2.000000\n"
-                            "0.000000 0.000000 3.000000\n1.000000 0.000000 4.000000\n"));
-  EXPECT_EQ(xov({"grid", "again.txt", "-o", "again.png"}).status, 0);
-  const Outcome refused = xov({"grid", "values.txt", "--xyz", "none/again.txt", "-o", "plot.png"});
-  EXPECT_EQ(refused.status, 1);
-  EXPECT_TRUE(refused.err.startsWith("xov: none/again.txt: ")) << qPrintable(refused.err);
+// The largest of 2 × 3 values is in the middle of the lower row: half across the 404 points of the frame, at its
+// lower edge. The line from the upper half of the frame down to it would be red elsewhere.
+TEST_F(CliGrid, marksThePeakOfAGridThatIsNotSquare) {
+  writeFile("values.txt", "0 1 1\n1 1 2\n2 1 3\n0 0 4\n1 0 9\n2 0 5\n");
+  EXPECT_EQ(xov({"grid", "values.txt", "--peak", "--size", "500", "400", "-o", "plot.png"}).status, 0);
+  const QImage image(at("plot.png"));
+  int red = 0;
+  for (int y = 0; y < 350; ++y) {
+    for (int x = 64; x < 468; ++x) {
+      if (image.pixel(x, y) != qRgb(255, 0, 0)) continue;
+      ++red;
+      EXPECT_LE(x, 266 + 5);
+      EXPECT_GE(y, 350 - 6);
+    }
+  }
+  EXPECT_GT(red, 0);
 }
 
 TEST_F(CliGrid, drawsEveryPaletteAndASingleCell) {

@@ -2,7 +2,7 @@
 
 _xov_options() {
   local output='-o --output --size --scale --title'
-  local image='--palette --shades --inverted --xyz'
+  local image='--palette --shades --inverted'
   case $1 in
     section) echo "-h --help --gain --zero-lines --sort --channels $output" ;;
     panels) echo "-h --help --gain --channels $output" ;;
@@ -16,7 +16,7 @@ _xov_options() {
     map) echo "-h --help --topo --topo-size --topo-extent --image --region --plates --polygons --events --colors" \
       "--stations --station-columns --vectors --vector-columns --vector-scale --align $output" ;;
     grid) echo "-h --help --rows --columns --type --byte-order --extent --min --max --topo --peak --xlabel --ylabel $image $output" ;;
-    fk) echo "-h --help --stations --band --window --limit --steps --channels $image $output" ;;
+    fk) echo "-h --help --stations --band --window --limit --steps --channels --xyz $image $output" ;;
     info) echo '-h --help --channels' ;;
     resources) echo '-h --help --pb2002' ;;
     *) echo '-h --help --version' ;;

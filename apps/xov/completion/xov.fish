@@ -90,7 +90,7 @@ complete -c xov -n '__fish_seen_subcommand_from map' -l align -x -a 'centre top 
 complete -c xov -n "__fish_seen_subcommand_from $images" -l palette -x -a '0 1 2 3 4' -d 'Colours'
 complete -c xov -n "__fish_seen_subcommand_from $images" -l shades -x -d 'Number of colour levels'
 complete -c xov -n "__fish_seen_subcommand_from $images" -l inverted -d 'Turn each colour into its complement'
-complete -c xov -n "__fish_seen_subcommand_from $images" -l xyz -r -d 'Write the grid to this file, too'
+complete -c xov -n '__fish_seen_subcommand_from fk' -l xyz -r -d 'Write the grid to this file, too'
 
 complete -c xov -n '__fish_seen_subcommand_from grid' -l rows -x -d 'Rows of a headerless grid'
 complete -c xov -n '__fish_seen_subcommand_from grid' -l columns -x -d 'Columns of a headerless grid'
