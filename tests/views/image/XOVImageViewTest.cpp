@@ -15,9 +15,9 @@ namespace {
 
 using test::LogCatcher;
 using testing::gridOf;
-using testing::Recording;
 using testing::recorded;
 using testing::recordedStep;
+using testing::Recording;
 
 // 500 × 400 points: pRect is (20, 20, 460, 360), iRect (64, 50, 404, 320).
 const QRectF kFrame(0, 0, 500, 400);

@@ -15,9 +15,9 @@ namespace {
 
 using test::LogCatcher;
 using testing::gridOf;
-using testing::Recording;
 using testing::recorded;
 using testing::recordedStep;
+using testing::Recording;
 
 // 500 × 480 points: pRect is (24, 60, 452, 400), iRect (64, 60, 412, 400).
 const QRectF kFrame(0, 0, 500, 480);
