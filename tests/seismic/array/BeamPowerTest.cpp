@@ -101,7 +101,9 @@ TEST(BeamPower, ofOneLoudStationOfTwoIsAHalf) {
   array.data.resize(2);
   array.traces.resize(2);
   std::fill(array.data[1].begin(), array.data[1].end(), 0.0F);
-  for (const float power : array.beam()->power)
+  const auto beam = array.beam();
+  ASSERT_TRUE(beam) << qPrintable(beam.error());
+  for (const float power : beam->power)
     ASSERT_NEAR(power, 0.5, 1e-6);
 }
 
