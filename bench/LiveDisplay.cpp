@@ -38,7 +38,9 @@ const Display* displayNamed(const std::string& name) {
 SacHeader headerOf(int channel) {
   SacHeader header;
   header.knetwk = "XX";
-  header.kstnm = SacText<8>(std::string_view("S" + std::to_string(channel)));
+  std::string station(1, 'S');
+  station += std::to_string(channel);
+  header.kstnm = SacText<8>(station);
   header.kcmpnm = "HHZ";
   return header;
 }

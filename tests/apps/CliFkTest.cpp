@@ -22,7 +22,8 @@ protected:
     header.stla = latitude;
     header.stlo = longitude;
     header.knetwk = "XX";
-    const std::string code = "A" + std::to_string(number);
+    std::string code(1, 'A');
+    code += std::to_string(number);
     header.kstnm = code.c_str();
     std::vector<float> samples;
     const double early = 0.1 * 111.3195 * double(kPlaces[number][1]) + 0.1 * 110.5743 * double(kPlaces[number][0]);
