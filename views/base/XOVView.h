@@ -202,7 +202,8 @@ protected:
 
   /// Opens a save sheet that proposes `stem`_NNN with the extension, NNN being pltCount(), which then counts up. When
   /// the user is done, and while the view is there, `didEnd` gets the sheet and its return code.
-  void openSaveSheet(const QString& stem, const QString& extension, std::function<void(SavePanel*, int)> didEnd);
+  void openSaveSheet(const QString& stem, const QString& extension,
+                     const std::function<void(SavePanel*, int)>& didEnd);
   /// Drags a picture of the view out, centred under the pointer.
   void dragOut();
 

@@ -24,7 +24,7 @@ bool writeImage(const QString& path, const QImage& image, ImageFormat format, QS
 } // namespace
 
 void XOVView::openSaveSheet(const QString& stem, const QString& extension,
-                            std::function<void(SavePanel*, int)> didEnd) {
+                            const std::function<void(SavePanel*, int)>& didEnd) {
   const std::shared_ptr<SavePanel> panel = SavePanel::savePanel();
   const QString name = QString::asprintf("%s_%3.3d.%s", qUtf8Printable(stem), pltCount_, qUtf8Printable(extension));
   ++pltCount_;
