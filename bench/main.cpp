@@ -21,8 +21,8 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QCommandLineParser parser;
   parser.addHelpOption();
-  parser.addOption(
-      {QStringLiteral("works"), QStringLiteral("Comma-separated names, such as W1,W2@2."), QStringLiteral("names")});
+  parser.addOption({QStringLiteral("works"), QStringLiteral("Comma-separated names, such as W1,W2@2,W4."),
+                    QStringLiteral("names")});
   parser.addOption({QStringLiteral("rounds"), QStringLiteral("Rounds of the quick engines."), QStringLiteral("n"),
                     QStringLiteral("9")});
   parser.addOption({QStringLiteral("limit"), QStringLiteral("Seconds after which a slow engine is stopped."),
@@ -47,12 +47,17 @@ int main(int argc, char** argv) {
   }
 
   std::vector<std::string> names = workNames();
+  bool wantsGrids = true;
   for (const std::string& name : liveDisplayNames())
     names.push_back(name);
   if (parser.isSet(QStringLiteral("works"))) {
     names.clear();
+    wantsGrids = false;
     for (const QString& name : parser.value(QStringLiteral("works")).split(QLatin1Char(','))) {
-      names.push_back(name.toStdString());
+      if (name == QLatin1String("W4"))
+        wantsGrids = true;
+      else
+        names.push_back(name.toStdString());
     }
   }
   std::vector<RivalProgram> rivals;
@@ -75,7 +80,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "%s", qPrintable(table(measured)));
   }
   std::printf("%s\n\n%s\n%s", qPrintable(machine()), qPrintable(table(all)), qPrintable(frameShares(all)));
-  if (!parser.isSet(QStringLiteral("works")))
+  if (wantsGrids)
     std::printf("\n%s", qPrintable(gridTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
   if (parser.isSet(QStringLiteral("json"))) {
     QFile file(parser.value(QStringLiteral("json")));
