@@ -18,6 +18,18 @@ void TraceCoverage::cover(const TraceStrip& strip, const TraceLayers& layers) {
   firstRow_ = rows_;
   lastRow_ = 0;
   sortLayers(layers);
+  int first = rows_, last = 0;
+  for (std::size_t layer = 0; layer < lows_.size(); ++layer) {
+    int top = 0, bottom = 0;
+    findInkedRows(lows_[layer], highs_[layer], strip.subColumns(), rows_, top, bottom);
+    if (top >= bottom) continue;
+    first = std::min(first, top);
+    last = std::max(last, bottom);
+  }
+  if (first >= last) {
+    firstRow_ = lastRow_ = 0;
+    return;
+  }
   for (int column = 0; column < strip.columns; ++column) {
     const int firstSub = column * strip.perColumn;
     if (!addUnion(lows_.data(), highs_.data(), layers.count(), firstSub, strip.perColumn, rows_, changes_.data())) {
@@ -25,9 +37,10 @@ void TraceCoverage::cover(const TraceStrip& strip, const TraceLayers& layers) {
       uniteOneByOne(firstSub, strip.perColumn);
     }
     int top = 0, bottom = 0;
-    finishUnion(changes_.data(), rows_, strip.perColumn, pixels_.data() + column, columns_, top, bottom);
-    firstRow_ = std::min(firstRow_, top);
-    lastRow_ = std::max(lastRow_, bottom);
+    finishUnion(changes_.data() + first, last - first, strip.perColumn,
+                pixels_.data() + std::ptrdiff_t(first) * columns_ + column, columns_, top, bottom);
+    firstRow_ = std::min(firstRow_, first + top);
+    lastRow_ = std::max(lastRow_, first + bottom);
   }
   if (lastRow_ <= firstRow_) firstRow_ = lastRow_ = 0;
 }

@@ -35,8 +35,9 @@ std::optional<double> uniformScale(const QTransform& transform) {
 }
 
 /// Sub-columns a pixel, a multiple of eight. A vertical edge is off by a quarter of one on average, so the more the
-/// better; the work grows with them and with the pen, and few lines leave room for more than many.
-int subColumnsPerPixel(double radius, std::size_t lines) {
+/// better; the work grows with them and with the pen, and few lines leave room for more than many. Where a pixel
+/// holds hundreds of samples its ink has hardly a vertical edge but at bursts, and half as many do.
+int subColumnsPerPixel(double radius, std::size_t lines, double samplesPerPixel) {
   struct Fineness {
     std::size_t lines; // up to this many
     int subColumns;    // with pens up to the radius
@@ -44,10 +45,23 @@ int subColumnsPerPixel(double radius, std::size_t lines) {
   };
   constexpr Fineness kFineness[] = {{4, 64, 2}, {16, 32, 1}, {std::numeric_limits<std::size_t>::max(), 24, 1}};
   constexpr int kCoarsest = 8;
+  constexpr double kManySamples = 128;
+  constexpr int kOfManySamples = 32;
   const Fineness& fineness = *std::find_if(std::begin(kFineness), std::end(kFineness),
                                            [lines](const Fineness& f) { return lines <= f.lines; });
   const double narrower = std::min(fineness.radius / radius, 1.0);
-  return std::max(static_cast<int>(fineness.subColumns * narrower) / 8 * 8, kCoarsest);
+  const int wished =
+      samplesPerPixel < kManySamples ? fineness.subColumns : std::min(fineness.subColumns, kOfManySamples);
+  return std::max(static_cast<int>(wished * narrower) / 8 * 8, kCoarsest);
+}
+
+double samplesPerPixel(const std::vector<TraceProjection>& projections) {
+  double samples = 0, pixels = 0;
+  for (const TraceProjection& projection : projections) {
+    samples += double(projection.last() - projection.first());
+    pixels += projection.column(projection.last() - 1) - projection.column(projection.first());
+  }
+  return samples / std::max(pixels, 1.0);
 }
 
 /// Strips become narrower as the number of lines grows, so that all of a strip's ink stays at hand.
@@ -80,7 +94,8 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
     return true;
   }
 
-  TraceStrip strip{visible.left(), 0, subColumnsPerPixel(radius, projections.size()), visible.height(), radius};
+  TraceStrip strip{visible.left(), 0, 0, visible.height(), radius};
+  strip.perColumn = subColumnsPerPixel(radius, projections.size(), samplesPerPixel(projections));
   strip.columns = std::min(stripColumns(strip.perColumn, projections.size(), radius), visible.width());
   TraceEnvelope envelope(strip);
   TraceLayers layers;

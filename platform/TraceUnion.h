@@ -24,6 +24,10 @@ inline void addEdge(std::int64_t* changes, std::int32_t units, std::int64_t sign
 bool addUnion(const float* const* lows, const float* const* highs, int layers, int firstSub, int count, int rows,
               std::int64_t* changes);
 
+/// The first row and one past the last row, within 0 to `rows`, that intervals of `count` sub-columns reach into;
+/// what the changes of their union can lie in, with the row behind the last. Both 0 where there are none.
+void findInkedRows(const float* low, const float* high, int count, int rows, int& firstRow, int& lastRow);
+
 /// Turns the changes of a column into coverage, 0 to 255, and clears them. Full coverage is `perColumn` sub-columns.
 /// Writes `rows` bytes that lie `stride` apart, from the first row that changes to the last; sets these two.
 void finishUnion(std::int64_t* changes, int rows, int perColumn, std::uint8_t* pixels, int stride, int& firstRow,
