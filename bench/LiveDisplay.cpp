@@ -1,14 +1,15 @@
 #include "bench/LiveDisplay.h"
 
+#include "bench/RivalProcess.h"
 #include "seismic/realtime/RealTimeFeed.h"
 #include "views/timeline/realTimeDisplayView01.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 
 #include <algorithm>
 #include <array>
 #include <random>
-#include <sys/resource.h>
 
 namespace xov::bench {
 
@@ -87,12 +88,6 @@ double redrawMilliseconds(Source& source, realTimeDisplayView01& view, double se
   return picture.isNull() ? 0 : double(timer.nsecsElapsed()) / 1e6;
 }
 
-double peakMegabytes() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return double(usage.ru_maxrss) / 1024;
-}
-
 } // namespace
 
 std::vector<std::string> liveDisplayNames() {
@@ -124,7 +119,7 @@ Measurement measureLiveDisplay(const std::string& name, int redraws) {
   measurement.slowest = times.back();
   measurement.rounds = redraws;
   measurement.sampleMegabytes = display->channels * kSpanS * kRateHz * sizeof(float) / kBytesPerMegabyte;
-  measurement.peakMegabytes = peakMegabytes();
+  measurement.peakMegabytes = peakMegabytesOf(QCoreApplication::applicationPid());
   return measurement;
 }
 

@@ -13,17 +13,10 @@
 #include <cstdio>
 #include <map>
 #include <memory>
-#include <sys/resource.h>
 
 namespace xov::bench {
 
 namespace {
-
-double peakMegabytes() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return double(usage.ru_maxrss) / 1024;
-}
 
 double drawMilliseconds(const Engine& engine, const Work& work) {
   QElapsedTimer timer;
@@ -163,7 +156,8 @@ int drawOnce(const std::string& engineName, const std::string& workName, const Q
   timer.start();
   const Drawn drawn = engine->draw(work);
   const double milliseconds = double(timer.nsecsElapsed()) / 1e6;
-  std::printf("%.3f %.1f %lld\n", milliseconds, peakMegabytes(), static_cast<long long>(drawn.fileBytes));
+  std::printf("%.3f %.1f %lld\n", milliseconds, peakMegabytesOf(QCoreApplication::applicationPid()),
+              static_cast<long long>(drawn.fileBytes));
   if (!picture.isEmpty() && !drawn.image.isNull()) drawn.image.save(picture);
   return 0;
 }

@@ -52,7 +52,8 @@ struct RivalProgram {
 };
 std::vector<RivalProgram> rivalPrograms(const QString& scripts);
 
-/// Peak memory of a running process; 0 when it has ended.
+/// Peak memory of a running process; 0 when it has ended. Unlike getrusage() it leaves out what a parent had when it
+/// started the process.
 double peakMegabytesOf(qint64 process);
 
 } // namespace xov::bench
