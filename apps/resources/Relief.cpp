@@ -214,7 +214,7 @@ float Hillshade::at(int x, int y) const {
   const double factor = relief_.at(x, y) < 0 ? seaFactor_ : landFactor_;
   const double eastward = factor * double(relief_.at(east, y) - relief_.at(west, y)) / (2 * dx);
   const double northward = factor * double(relief_.at(x, north) - relief_.at(x, south)) / (2 * dy);
-  // A light 45 degrees high in the north-west: up, west and north parts 1/√2, 1/2 and 1/2.
+  // A light 45 degrees high in the north-west: 1/√2 upwards, 1/2 westwards and 1/2 northwards.
   const double lit = std::numbers::sqrt2 / 2 + eastward / 2 - northward / 2;
   const double cosine = lit / std::sqrt(1 + eastward * eastward + northward * northward);
   return float(std::max(cosine, 0.0) * std::numbers::sqrt2);

@@ -18,7 +18,7 @@ struct Rgb {
   QRgb rounded() const;
 };
 
-/// From `a` at part 0 to `b` at part 1.
+/// Between two colours: `a` where `part` is 0, `b` where it is 1.
 Rgb mixed(const Rgb& a, const Rgb& b, float part);
 
 /// The colour in light of that strength: 1 leaves it as it is.
