@@ -1,6 +1,6 @@
 #include "platform/TraceUnion.h"
 
-#include "platform/TraceDisc.h"
+#include "platform/TraceScan.h"
 #include "platform/TraceVector.h"
 
 #include <algorithm>
@@ -136,31 +136,6 @@ XOV_INLINE bool addUnionIn8(const float* const* lows, const float* const* highs,
   return true;
 }
 
-template <class Vector>
-XOV_INLINE void rowExtremesWith(const float* low, const float* high, int count, float* extremes) {
-  constexpr int kWidth = kLanes<Vector>;
-  Vector lowest = Vector{} + kNothingLow, highest = Vector{} + kNothingHigh, next;
-  int j = 0;
-  for (; j + kWidth <= count; j += kWidth) {
-    loadVector(low + j, next);
-    keepSmaller(lowest, next);
-    loadVector(high + j, next);
-    keepGreater(highest, next);
-  }
-  extremes[0] = kNothingLow;
-  extremes[1] = kNothingHigh;
-  for (int lane = 0; lane < kWidth; ++lane) {
-    extremes[0] = std::min(extremes[0], float(lowest[lane]));
-    extremes[1] = std::max(extremes[1], float(highest[lane]));
-  }
-  for (; j < count; ++j) {
-    extremes[0] = std::min(extremes[0], low[j]);
-    extremes[1] = std::max(extremes[1], high[j]);
-  }
-}
-XOV_VECTOR_FUNCTION(void, rowExtremes, (const float* low, const float* high, int count, float* extremes),
-                    (low, high, count, extremes))
-
 constexpr std::uint32_t kHalfCoverage = 1U << (kCoverageShift - 1);
 
 /// The running sum of a column's changes down to some row.
@@ -232,11 +207,16 @@ XOV_VECTOR8_FUNCTION(bool, addUnion,
                      (lows, highs, layers, firstSub, count, rows, changes))
 
 void findInkedRows(const float* low, const float* high, int count, int rows, int& firstRow, int& lastRow) {
-  float extremes[2];
-  rowExtremes(low, high, count, extremes);
-  const bool any = extremes[0] < extremes[1] && extremes[1] > 0 && extremes[0] < float(rows);
-  firstRow = any ? static_cast<int>(std::max(extremes[0], 0.0F)) : 0;
-  lastRow = any ? std::min(static_cast<int>(std::min(extremes[1], float(rows))) + 1, rows) : 0;
+  const std::int32_t all[] = {0, count};
+  float top = 0, bottom = 0, unused = 0;
+  if (!findBlockExtremes(low, all, 1, &top, &unused) || !findBlockExtremes(high, all, 1, &unused, &bottom)) {
+    firstRow = 0;
+    lastRow = rows;
+    return;
+  }
+  const bool any = top < bottom && bottom > 0 && top < float(rows);
+  firstRow = any ? static_cast<int>(std::max(top, 0.0F)) : 0;
+  lastRow = any ? std::min(static_cast<int>(std::min(bottom, float(rows))) + 1, rows) : 0;
 }
 
 void finishUnion(std::int64_t* changes, int rows, int perColumn, std::uint8_t* pixels, int stride, int& firstRow,
