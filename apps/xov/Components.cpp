@@ -1,5 +1,7 @@
 #include "apps/xov/Components.h"
 
+#include "apps/xov/RecordTexts.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -23,8 +25,6 @@ bool hasCode(const SeismogramRecord& record, const QString& code) {
 bool hasAnyCode(const SeismogramRecord& record, const QStringList& codes) {
   return std::ranges::any_of(codes, [&](const QString& code) { return hasCode(record, code); });
 }
-
-QString stationOf(const SeismogramRecord& record) { return record.knetwk() + QLatin1Char('.') + record.kstnm(); }
 
 Result<Components> pickByCodes(const SeismogramArray& records, const CodeSets& codes) {
   Components picked;
@@ -63,7 +63,7 @@ Result<Components> pickByDirection(const SeismogramArray& records) {
 Result<Components> ofOneStation(const Components& components) {
   QStringList stations;
   for (const auto& record : components) {
-    if (record) stations.append(stationOf(*record));
+    if (record) stations.append(stationText(*record));
   }
   stations.removeDuplicates();
   if (stations.size() == 1) return components;

@@ -1,10 +1,19 @@
 #include "apps/xov/EventInputs.h"
 
-#include "seismic/io/EventReaders.h"
-
 #include <CLI/CLI.hpp>
 
 namespace xov::cli {
+
+std::optional<EventFile> readEventsOrComplain(const std::string& path) {
+  Result<EventFile> found = readEvents(QString::fromStdString(path));
+  if (!found) {
+    complain(found.error());
+    return {};
+  }
+  for (const QString& note : found->notes)
+    complain(note);
+  return std::move(found).value();
+}
 
 void EventInputs::addOptions(CLI::App& options) {
   options.add_option("--events", file_, "Mark the events of this file: QuakeML or a table, such as CSV")
@@ -13,16 +22,12 @@ void EventInputs::addOptions(CLI::App& options) {
 
 MarkedEvents EventInputs::read() const {
   if (file_.empty()) return {};
-  const Result<EventFile> found = readEvents(QString::fromStdString(file_));
   MarkedEvents marked;
-  if (!found) {
-    complain(found.error());
+  if (const std::optional<EventFile> found = readEventsOrComplain(file_)) {
+    marked.events = std::make_shared<const EventOriginArray>(found->origins());
+  } else {
     marked.status = ExitCode::Failed;
-    return marked;
   }
-  for (const QString& note : found->notes)
-    complain(note);
-  marked.events = std::make_shared<const EventOriginArray>(found->origins());
   return marked;
 }
 

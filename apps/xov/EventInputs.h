@@ -2,8 +2,10 @@
 
 #include "apps/xov/Messages.h"
 #include "seismic/EventOrigin.h"
+#include "seismic/io/EventReaders.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace CLI {
@@ -17,6 +19,9 @@ struct MarkedEvents {
   std::shared_ptr<const EventOriginArray> events = std::make_shared<const EventOriginArray>();
   ExitCode status = ExitCode::Ok; ///< Failed when the file could not be read; that has been said
 };
+
+/// Reads a file of events and says on standard error what is noted of it, or why it cannot be read.
+std::optional<EventFile> readEventsOrComplain(const std::string& path);
 
 /// The option --events of commands that mark origin times.
 class EventInputs {

@@ -6,6 +6,7 @@
 #include "grid/XyzGrid.h"
 #include "platform/Colors.h"
 #include "platform/GraphicsContext.h"
+#include "seismic/Extrema.h"
 
 #include <CLI/CLI.hpp>
 
@@ -57,7 +58,7 @@ void markPeak(XOVImageView& view, const Grid& grid) {
 
 // Colours run from `min` to `max`, or symmetrically about zero where it lies between them and nobody says otherwise.
 void setColorRange(XOVImageView& view, const Grid& grid, std::optional<double> min, std::optional<double> max) {
-  const ValueEnds ends = finiteEnds(grid.values).value_or(ValueEnds());
+  const Extrema ends = finiteExtrema(grid.values);
   const float low = min ? float(*min) : ends.min;
   const float high = max ? float(*max) : ends.max;
   view.setMinMax(low, high);
@@ -68,17 +69,6 @@ void setColorRange(XOVImageView& view, const Grid& grid, std::optional<double> m
 }
 
 } // namespace
-
-std::optional<ValueEnds> finiteEnds(std::span<const float> values) {
-  ValueEnds ends{std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()};
-  for (const float value : values) {
-    if (!std::isfinite(value)) continue;
-    ends.min = std::min(ends.min, value);
-    ends.max = std::max(ends.max, value);
-  }
-  if (ends.min > ends.max) return {};
-  return ends;
-}
 
 QSizeF sizeForCells(int rows, int columns) {
   const double height = std::clamp(kDataWidth * rows / columns, kLeastHeight, kMostHeight);
@@ -152,7 +142,7 @@ std::unique_ptr<XOVView> GridCommand::makeView(const QRectF& frame, const Grid& 
   view->showPeak = peak_;
   image_.apply(*view);
   view->setupImageDataNROWSNCOLS(values, grid.rows, grid.columns);
-  markPeak(*view, grid);
+  if (peak_) markPeak(*view, grid);
   setColorRange(*view, grid, min_, max_);
   view->updateImagePlanes();
   view->setXLabelString(QString::fromStdString(xLabel_));

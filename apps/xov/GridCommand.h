@@ -7,7 +7,6 @@
 #include "seismic/io/Result.h"
 
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -39,13 +38,6 @@ private:
   ImageOptions image_{0};
   Output output_{"grid", {720, 540}};
 };
-
-/// The smallest and the largest finite value; none when no value is finite.
-struct ValueEnds {
-  float min = 0;
-  float max = 0;
-};
-std::optional<ValueEnds> finiteEnds(std::span<const float> values);
 
 /// A size for a plot of that many square cells, within bounds.
 QSizeF sizeForCells(int rows, int columns);

@@ -21,7 +21,6 @@ constexpr int kRegionalPicture = 10;
 constexpr PlotLimits kRegionalExtent = {-130, -105, 30, 52};
 constexpr PlotLimits kPictureExtent = {-180, 360, -90, 90};
 constexpr PlotLimits kGlobe = {0, 360, -90, 90};
-constexpr double kLargestLongitude = 720;
 constexpr int kMostCells = 100000; // a side
 
 constexpr char kDefault[] = "default";

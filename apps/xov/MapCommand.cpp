@@ -11,8 +11,6 @@ namespace xov::cli {
 
 namespace {
 
-constexpr double kLargestLongitude = 720;
-
 // Around the map, as the view lays it out.
 constexpr double kBesides = 96;
 constexpr double kAboveAndBelow = 80;

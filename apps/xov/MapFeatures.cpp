@@ -1,12 +1,12 @@
 #include "apps/xov/MapFeatures.h"
 
 #include "apps/xov/ColumnFile.h"
+#include "apps/xov/EventInputs.h"
 #include "apps/xov/MapEvents.h"
 #include "apps/xov/Messages.h"
 #include "apps/xov/Validators.h"
 #include "map/plateBoundaryController.h"
 #include "platform/Colors.h"
-#include "seismic/io/EventReaders.h"
 
 #include <CLI/CLI.hpp>
 
@@ -119,13 +119,8 @@ bool MapFeatures::addPolygons(geoMapView& view, const MapRegion& region) const {
 
 bool MapFeatures::addEvents(geoMapView& view, const MapRegion& region) const {
   if (events_.empty()) return true;
-  const Result<EventFile> file = readEvents(QString::fromStdString(events_));
-  if (!file) {
-    complain(file.error());
-    return false;
-  }
-  for (const QString& note : file->notes)
-    complain(note);
+  const std::optional<EventFile> file = readEventsOrComplain(events_);
+  if (!file) return false;
   const DepthColors& table = depthColorsNamed(colors_);
   *view.thePoints() = eventPoints(file->events, region, view.theColors()->size(), table.redFirst);
   return true;

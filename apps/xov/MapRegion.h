@@ -8,6 +8,9 @@
 
 namespace xov::cli {
 
+/// Longitudes on the command line may be given in other turns, up to this many degrees east or west.
+inline constexpr double kLargestLongitude = 720;
+
 /// The part of the globe that a map shows, in degrees: its meridians lie in -180 … 360, as those of the map pictures
 /// do, and it is at most the whole globe wide.
 class MapRegion {

@@ -1,5 +1,6 @@
 #include "apps/xov/MonitorCommand.h"
 
+#include "apps/xov/RecordTexts.h"
 #include "apps/xov/Validators.h"
 #include "views/timeline/XOVRealTimeDisplayView02.h"
 #include "views/timeline/realTimeDisplayView01.h"
@@ -41,7 +42,7 @@ QString titleOfChannels(const SeismogramArray& records) {
   QStringList stations;
   for (const auto& record : records) {
     channels.append(record->labelString());
-    stations.append(record->knetwk() + QLatin1Char('.') + record->kstnm());
+    stations.append(stationText(*record));
   }
   channels.removeDuplicates();
   stations.removeDuplicates();

@@ -40,6 +40,8 @@ QString titleOfRecords(const SeismogramArray& records) {
   return records.size() == 1 ? QStringLiteral("1 record") : QStringLiteral("%1 records").arg(records.size());
 }
 
+QString stationText(const SeismogramRecord& record) { return record.knetwk() + QLatin1Char('.') + record.kstnm(); }
+
 QString amplitudeLabel(const SeismogramArray& records) {
   for (const Quantity& quantity : kQuantities) {
     const auto isOfThatKind = [&](const auto& record) { return quantityOf(*record) == quantity.idep; };

@@ -8,6 +8,9 @@ namespace xov::cli {
 /// one, knows them, else the number of records.
 QString titleOfRecords(const SeismogramArray& records);
 
+/// Network and station, joined by a point.
+QString stationText(const SeismogramRecord& record);
+
 /// What amplitudes are, with their unit, as far as all records agree: "Velocity (nm/s)"; else "Amplitude".
 QString amplitudeLabel(const SeismogramArray& records);
 
