@@ -157,9 +157,10 @@ ExitCode GridCommand::run() {
     complain(grid.error());
     return ExitCode::Failed;
   }
-  output_.setDefaultSize(sizeForCells(grid->rows, grid->columns));
-  const auto values = std::make_shared<const std::vector<float>>(grid->values);
-  return output_.deliver([&](const QRectF& frame) { return makeView(frame, *grid, values); });
+  const auto held = std::make_shared<const Grid>(std::move(grid).value());
+  const GridFloats values(held, &held->values);
+  output_.setDefaultSize(sizeForCells(held->rows, held->columns));
+  return output_.deliver([&](const QRectF& frame) { return makeView(frame, *held, values); });
 }
 
 } // namespace xov::cli
