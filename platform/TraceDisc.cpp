@@ -1,9 +1,8 @@
 #include "platform/TraceDisc.h"
 
-#include "platform/TraceVector.h"
-
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace xov {
 
@@ -16,63 +15,136 @@ namespace {
 constexpr double kSmoothDistance = 0.4;
 constexpr double kTipDistance = 0.1;
 
+// By how much the pen's half height may change within a run, in pixels.
+constexpr float kLevelRun = 0.025F;
+constexpr int kMostLevels = 4;
+// Sub-columns that are widened together, so that all of their extremes stay in the fastest cache.
+constexpr int kChunk = 256;
+
 struct Pen {
-  const float* heights;
+  std::span<const TraceDisc::Run> runs;
   int reach;
+  int levels;
   bool even;
   float middleHeight;
 };
 
-/// The ink of one vector of sub-columns.
-template <class Vector>
-XOV_INLINE void widenVector(const Pen& pen, const float* curveLow, const float* curveHigh, float* low, float* high) {
-  Vector lowest = Vector{} + kNothingLow, highest = Vector{} + kNothingHigh, next, other;
-  if (!pen.even) {
-    loadVector(curveLow, lowest);
-    loadVector(curveHigh, highest);
-    lowest -= pen.middleHeight;
-    highest += pen.middleHeight;
-  }
-  const int inner = pen.even ? 0 : 1;
-  for (int k = 0; k < pen.reach; ++k) {
-    loadVector(curveLow - k - inner, next);
-    loadVector(curveLow + k + 1, other);
-    keepSmaller(next, other);
-    next -= pen.heights[k];
-    keepSmaller(lowest, next);
-    loadVector(curveHigh - k - inner, next);
-    loadVector(curveHigh + k + 1, other);
-    keepGreater(next, other);
-    next += pen.heights[k];
-    keepGreater(highest, next);
-  }
-  storeVector(lowest, low);
-  storeVector(highest, high);
-}
+/// Room for the terms of a chunk and for two rows of extremes a level.
+struct Scratch {
+  TraceDisc::Term* terms;
+  float* extremes;
+  int rowSize;
+};
+
+/// Extremes of 2^level neighbours, the first of which is sub-column j, for every level up to the pen's longest run.
+/// Level 0 is the curve itself.
+struct Extremes {
+  const float* low[kMostLevels + 1];
+  const float* high[kMostLevels + 1];
+};
 
 template <class Vector>
-XOV_INLINE void widenCurveWith(const Pen& pen, const float* curveLow, const float* curveHigh, int count, float* low,
-                               float* high) {
+XOV_INLINE void doubleExtremes(const float* low, const float* high, int step, int count, float* lowTo, float* highTo) {
+  for (int j = 0; j < count; j += kLanes<Vector>) {
+    Vector lowest, highest, next;
+    loadVector(low + j, lowest);
+    loadVector(low + j + step, next);
+    keepSmaller(lowest, next);
+    storeVector(lowest, lowTo + j);
+    loadVector(high + j, highest);
+    loadVector(high + j + step, next);
+    keepGreater(highest, next);
+    storeVector(highest, highTo + j);
+  }
+}
+
+/// The ink of some vectors of sub-columns, of which j is the first.
+template <class Vector, int kVectors>
+XOV_INLINE void widenVectors(const Pen& pen, const TraceDisc::Term* terms, const float* curveLow, const float* curveHigh, int j,
+                             float* low, float* high) {
   constexpr int kWidth = kLanes<Vector>;
+  Vector lowest[kVectors], highest[kVectors], next, other;
+  for (int v = 0; v < kVectors; ++v) {
+    lowest[v] = Vector{} + kNothingLow;
+    highest[v] = Vector{} + kNothingHigh;
+    if (pen.even) continue;
+    loadVector(curveLow + j + v * kWidth, lowest[v]);
+    loadVector(curveHigh + j + v * kWidth, highest[v]);
+    lowest[v] -= pen.middleHeight;
+    highest[v] += pen.middleHeight;
+  }
+  for (const TraceDisc::Term* term = terms; term != terms + pen.runs.size(); ++term) {
+    const float* const termLow = term->low + j;
+    const float* const termHigh = term->high + j;
+    for (int v = 0; v < kVectors; ++v) {
+      loadVector(termLow + v * kWidth, next);
+      loadVector(termLow + v * kWidth + term->right, other);
+      keepSmaller(next, other);
+      next -= term->height;
+      keepSmaller(lowest[v], next);
+      loadVector(termHigh + v * kWidth, next);
+      loadVector(termHigh + v * kWidth + term->right, other);
+      keepGreater(next, other);
+      next += term->height;
+      keepGreater(highest[v], next);
+    }
+  }
+  for (int v = 0; v < kVectors; ++v) {
+    storeVector(lowest[v], low + j + v * kWidth);
+    storeVector(highest[v], high + j + v * kWidth);
+  }
+}
+
+/// Widens sub-columns 0 <= j < count, at most kChunk of them.
+template <class Vector>
+XOV_INLINE void widenChunk(const Pen& pen, const float* curveLow, const float* curveHigh, int count, float* low,
+                           float* high, const Scratch& scratch) {
+  constexpr int kWidth = kLanes<Vector>;
+  TraceDisc::Term* const terms = scratch.terms;
+  const int inner = pen.even ? 0 : 1;
+  const int before = pen.reach - 1 + inner;
+  Extremes curve{{curveLow}, {curveHigh}};
+  for (int level = 1; level <= pen.levels; ++level) {
+    const int step = 1 << (level - 1);
+    // What the longer runs leave to be found right of the last sub-column becomes less from level to level.
+    const int found = before + count + pen.reach + 1 - 2 * step;
+    float* const lowTo = scratch.extremes + 2 * (level - 1) * scratch.rowSize;
+    float* const highTo = lowTo + scratch.rowSize;
+    doubleExtremes<Vector>(curve.low[level - 1] - before, curve.high[level - 1] - before, step, found, lowTo, highTo);
+    curve.low[level] = lowTo + before;
+    curve.high[level] = highTo + before;
+  }
+  for (std::size_t r = 0; r < pen.runs.size(); ++r) {
+    const TraceDisc::Run& run = pen.runs[r];
+    const int left = -inner - run.nearest - (1 << run.level) + 1;
+    terms[r] = {curve.low[run.level] + left, curve.high[run.level] + left, run.nearest + 1 - left, run.height};
+  }
   int j = 0;
-  for (; j + kWidth <= count; j += kWidth) {
-    widenVector<Vector>(pen, curveLow + j, curveHigh + j, low + j, high + j);
-  }
+  for (; j + 2 * kWidth <= count; j += 2 * kWidth)
+    widenVectors<Vector, 2>(pen, terms, curveLow, curveHigh, j, low, high);
+  for (; j + kWidth <= count; j += kWidth)
+    widenVectors<Vector, 1>(pen, terms, curveLow, curveHigh, j, low, high);
   if (j == count) return;
-  if (count >= kWidth) { // once more, over the last ones
-    j = count - kWidth;
-    return widenVector<Vector>(pen, curveLow + j, curveHigh + j, low + j, high + j);
-  }
+  // Some of them once more.
+  if (count >= kWidth) return widenVectors<Vector, 1>(pen, terms, curveLow, curveHigh, count - kWidth, low, high);
   float rest[2][kWidth]; // the curves are readable beyond the count, the ink is not writable
-  widenVector<Vector>(pen, curveLow, curveHigh, rest[0], rest[1]);
+  widenVectors<Vector, 1>(pen, terms, curveLow, curveHigh, 0, rest[0], rest[1]);
   std::copy_n(rest[0], count, low);
   std::copy_n(rest[1], count, high);
 }
 
+template <class Vector>
+XOV_INLINE void widenCurveWith(const Pen& pen, const float* curveLow, const float* curveHigh, int count, float* low,
+                               float* high, const Scratch& scratch) {
+  for (int j = 0; j < count; j += kChunk) {
+    widenChunk<Vector>(pen, curveLow + j, curveHigh + j, std::min(kChunk, count - j), low + j, high + j, scratch);
+  }
+}
+
 XOV_VECTOR_FUNCTION(void, widenCurve,
-                    (const Pen& pen, const float* curveLow, const float* curveHigh, int count, float* low,
-                     float* high),
-                    (pen, curveLow, curveHigh, count, low, high))
+                    (const Pen& pen, const float* curveLow, const float* curveHigh, int count, float* low, float* high,
+                     const Scratch& scratch),
+                    (pen, curveLow, curveHigh, count, low, high, scratch))
 
 } // namespace
 
@@ -82,15 +154,37 @@ TraceDisc::TraceDisc(double radius, int perColumn, Curve curve) {
   const int width = std::max(1, static_cast<int>(std::lround(2 * reach)));
   even_ = width % 2 == 0;
   middleHeight_ = static_cast<float>(radius);
-  heights_.resize(static_cast<std::size_t>(width / 2));
-  for (std::size_t k = 0; k < heights_.size(); ++k) {
+  reach_ = width / 2;
+  std::vector<float> heights(static_cast<std::size_t>(reach_));
+  for (std::size_t k = 0; k < heights.size(); ++k) {
     const double distance = double(k) + (even_ ? 0.5 : 1.0) + extraDistance;
-    heights_[k] = static_cast<float>(std::sqrt(std::max(reach * reach - distance * distance, 0.0)) / perColumn);
+    heights[k] = static_cast<float>(std::sqrt(std::max(reach * reach - distance * distance, 0.0)) / perColumn);
   }
+  setRuns(heights);
 }
 
-void TraceDisc::widen(const float* curveLow, const float* curveHigh, int count, float* low, float* high) const {
-  widenCurve({heights_.data(), reach(), even_, middleHeight_}, curveLow, curveHigh, count, low, high);
+/// Takes the longest runs that are level enough, at the mean of their heights. The middle stands alone, since its
+/// height is the width of a level line.
+void TraceDisc::setRuns(const std::vector<float>& heights) {
+  for (int k = 0; k < reach_;) {
+    int level = 0;
+    const auto last = [&](int l) { return static_cast<std::size_t>(k + (1 << l) - 1); };
+    const auto first = static_cast<std::size_t>(k);
+    while (k > 0 && level < kMostLevels && last(level + 1) < heights.size() &&
+           heights[first] - heights[last(level + 1)] <= kLevelRun)
+      ++level;
+    runs_.push_back({k, level, (heights[first] + heights[last(level)]) / 2});
+    levels_ = std::max(levels_, level);
+    k += 1 << level;
+  }
+  terms_.resize(runs_.size());
+  extremes_.resize(static_cast<std::size_t>(2 * levels_ * (kChunk + 2 * reach_ + 2 * kWidestVector)));
+}
+
+void TraceDisc::widen(const float* curveLow, const float* curveHigh, int count, float* low, float* high) {
+  const Pen pen{runs_, reach_, levels_, even_, middleHeight_};
+  const int rowSize = static_cast<int>(extremes_.size()) / std::max(2 * levels_, 1);
+  widenCurve(pen, curveLow, curveHigh, count, low, high, {terms_.data(), extremes_.data(), rowSize});
 }
 
 } // namespace xov

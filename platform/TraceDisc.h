@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/TraceVector.h"
+
+#include <cstddef>
 #include <vector>
 
 namespace xov {
@@ -23,21 +26,41 @@ public:
   TraceDisc(double radius, int perColumn, Curve curve);
 
   /// How many sub-columns to either side the disc reaches.
-  int reach() const { return static_cast<int>(heights_.size()); }
+  int reach() const { return reach_; }
   /// How far left of the sub-columns of ink those of the curve must lie, in sub-columns: 0 or 1/2.
   double curveShift() const { return even_ ? 0.5 : 0.0; }
 
   /// Finds the ink of `count` sub-columns: the largest of curveHigh[j + k] plus the pen's half height at distance k,
   /// the smallest of curveLow[j + k] less it. The curve arrays must be readable reach() further on
   /// both sides, and kSlack beyond that on the right.
-  void widen(const float* curveLow, const float* curveHigh, int count, float* low, float* high) const;
+  void widen(const float* curveLow, const float* curveHigh, int count, float* low, float* high);
 
-  static constexpr int kSlack = 16;
+  static constexpr int kSlack = kWidestVector;
+
+  /// Neighbouring sub-columns where the pen is nearly as high: their extremes are found once for all sub-columns.
+  struct Run {
+    int nearest = 0; ///< the one nearest to the middle, counted outwards
+    int level = 0;   ///< 2^level sub-columns
+    float height = 0;
+  };
+  /// Where a run's extremes lie for sub-column 0: left of the middle, and so much further right of it.
+  struct Term {
+    const float* low = nullptr;
+    const float* high = nullptr;
+    std::ptrdiff_t right = 0;
+    float height = 0;
+  };
 
 private:
+  void setRuns(const std::vector<float>& heights);
+
   bool even_ = false;
-  float middleHeight_ = 0;     // at the middle of an odd pen
-  std::vector<float> heights_; // of the pairs of sub-columns left and right of the middle, outwards
+  int reach_ = 0;
+  int levels_ = 0;         // of the longest run
+  float middleHeight_ = 0; // at the middle of an odd pen
+  std::vector<Run> runs_;  // of the pairs of sub-columns left and right of the middle, outwards
+  std::vector<Term> terms_;
+  std::vector<float> extremes_; // of 2, 4, ... neighbours
 };
 
 } // namespace xov

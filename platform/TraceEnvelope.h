@@ -48,7 +48,7 @@ private:
 
   TraceStrip strip_;
   TraceDisc smooth_, tips_;
-  const TraceDisc* disc_ = nullptr; // the one that suits the curve at hand
+  TraceDisc* disc_ = nullptr; // the one that suits the curve at hand
   int padding_ = 0;                 // sub-columns left and right of the strip that the disc reaches from
   std::vector<float> curveLow_, curveHigh_;
   std::vector<float> fraction_, before_, after_, edges_; // of the curve at the edges between sub-columns

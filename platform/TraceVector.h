@@ -50,6 +50,7 @@ XOV_INLINE void keepGreater(Vector& value, const Vector& other) {
 
 template <class Vector>
 inline constexpr int kLanes = static_cast<int>(sizeof(Vector) / 4);
+inline constexpr int kWidestVector = kLanes<Float16>;
 
 #if XOV_WIDE_VECTORS
 // For the oldest processors the compiler does not see a minimum in a choice of vectors.
