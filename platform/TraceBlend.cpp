@@ -2,15 +2,15 @@
 
 #include "platform/TraceVector.h"
 
+#include <algorithm>
+
 namespace xov {
 
 namespace {
 
-using Bytes16 = std::uint8_t __attribute__((vector_size(16)));
-using Shorts16 = std::uint16_t __attribute__((vector_size(32)));
-using Words4 = std::uint32_t __attribute__((vector_size(16)));
-
-constexpr std::uint32_t kFull = 255;
+constexpr int kFull = 255;
+constexpr int kRowsAhead = 16; // whose pixels are asked for: the rows of a picture lie too far apart to be foreseen
+constexpr int kEveryOther = 0x00FF00FF; // two of a pixel's four channels
 
 /// value / 255, rounded; exact for value <= 255².
 template <class Number>
@@ -19,54 +19,93 @@ XOV_INLINE void divideBy255(Number& value) {
   value = (value + (value >> 8)) >> 8;
 }
 
-XOV_INLINE void blendPixel(std::uint32_t color, std::uint32_t covered, std::uint32_t& pixel) {
-  std::uint32_t result = 0;
-  for (unsigned shift = 0; shift < 32; shift += 8) {
-    std::uint32_t mixed = ((color >> shift) & kFull) * covered + ((pixel >> shift) & kFull) * (kFull - covered);
-    divideBy255(mixed);
-    result |= mixed << shift;
-  }
-  pixel = result;
-}
-
-/// Four pixels at a time; those without ink are left alone, so that a sparse picture costs little.
 template <class Vector>
-XOV_INLINE void blendRowWith(std::uint32_t color, std::uint32_t alpha, const std::uint8_t* coverage, int count,
-                             std::uint32_t* pixels) {
-  const Words4 solid = Words4{} + color;
-  const Shorts16 source = __builtin_convertvector(Bytes16(solid), Shorts16);
-  int i = 0;
-  for (; i + 4 <= count; i += 4) {
-    std::uint32_t four;
-    std::memcpy(&four, coverage + i, sizeof four);
-    if (four == 0) continue;
-    if (four == 0xFFFFFFFFU && alpha == kFull) {
-      storeVector(solid, pixels + i);
-      continue;
+struct Ink {
+  using Words = WordsOf<Vector>;
+  using Shorts = ShortsOf<Vector>;
+
+  Words solid;
+  Shorts even, odd; // channels
+  std::uint16_t alpha;
+
+  XOV_INLINE Ink(std::uint32_t color, std::uint32_t alphaOfInk)
+      : solid(Words{} + static_cast<std::int32_t>(color)),
+        even(Shorts(solid & kEveryOther)),
+        odd(Shorts((solid >> 8) & kEveryOther)),
+        alpha(static_cast<std::uint16_t>(alphaOfInk)) {}
+
+  /// Coverage is 0 to 255 in each lane.
+  XOV_INLINE void blend(const Words& coverage, Words& pixels) const {
+    Shorts covered = Shorts(coverage | coverage << 16);
+    if (alpha != kFull) {
+      covered *= alpha;
+      divideBy255(covered);
     }
-    Words4 spread{coverage[i], coverage[i + 1], coverage[i + 2], coverage[i + 3]};
-    spread |= spread << 8;
-    spread |= spread << 16;
-    Shorts16 covered = __builtin_convertvector(Bytes16(spread), Shorts16);
-    covered *= static_cast<std::uint16_t>(alpha);
-    divideBy255(covered);
-    Bytes16 under;
-    loadVector(pixels + i, under);
-    Shorts16 mixed = source * covered + __builtin_convertvector(under, Shorts16) * (255 - covered);
-    divideBy255(mixed);
-    storeVector(__builtin_convertvector(mixed, Bytes16), pixels + i);
+    const Shorts open = kFull - covered;
+    Shorts mixedEven = even * covered + Shorts(pixels & kEveryOther) * open;
+    Shorts mixedOdd = odd * covered + Shorts((pixels >> 8) & kEveryOther) * open;
+    divideBy255(mixedEven);
+    divideBy255(mixedOdd);
+    pixels = Words(mixedEven) | Words(mixedOdd) << 8;
   }
-  for (; i < count; ++i) {
-    std::uint32_t covered = coverage[i] * alpha;
-    divideBy255(covered);
-    if (covered > 0) blendPixel(color, covered, pixels[i]);
+};
+
+/// The running sums of columns down to some row.
+template <class Vector>
+struct RunningSums {
+  using Words = WordsOf<Vector>;
+  Words inked = {};   // in units of a row of a sub-column
+  Words carried = {}; // the parts of the row before, which that row did not cover
+
+  XOV_INLINE void addRow(std::int32_t* changes) {
+    constexpr int kAbove = 32 - kEdgeShift;
+    Words row;
+    loadVector(changes, row);
+    storeVector(Words{}, changes);
+    const Words part = row << kAbove >> kAbove;
+    inked += ((row - part) >> (kEdgeShift - kRowBits)) - part + carried;
+    carried = part;
   }
+};
+
+template <class Vector>
+XOV_INLINE void layInkWith(std::uint32_t color, std::uint32_t alpha, std::int32_t* changes, RowRange rows,
+                           int perColumn, int columns, std::uint32_t* pixels, std::ptrdiff_t stride) {
+  using Words = WordsOf<Vector>;
+  constexpr int kParts = kInkColumns / kLanes<Vector>;
+  const Ink<Vector> ink(color, alpha);
+  const Words full = Words{} + perColumn * kRowUnit;
+  const float scale = float(kFull) / float(perColumn * kRowUnit);
+  RunningSums<Vector> sums[kParts];
+  changes += std::ptrdiff_t(rows.first) * kInkColumns;
+  for (int row = rows.first; row < rows.last; ++row, changes += kInkColumns, pixels += stride) {
+    std::uint32_t few[kInkColumns]; // pixels that are fewer than the lanes
+    std::uint32_t* const line = columns < kInkColumns ? few : pixels;
+    if (line == few) std::copy_n(pixels, columns, few);
+    __builtin_prefetch(pixels + kRowsAhead * stride, 1);
+    for (int part = 0; part < kParts; ++part) {
+      const int lane = part * kLanes<Vector>;
+      sums[part].addRow(changes + lane);
+      const Words& inked = sums[part].inked;
+      if (laneBits(inked != 0) == 0) continue;
+      if (alpha == kFull && laneBits(inked != full) == 0) {
+        storeVector(ink.solid, line + lane);
+        continue;
+      }
+      Words under;
+      loadVector(line + lane, under);
+      ink.blend(__builtin_convertvector(__builtin_convertvector(inked, Vector) * scale + 0.5F, Words), under);
+      storeVector(under, line + lane);
+    }
+    if (line == few) std::copy_n(few, columns, pixels);
+  }
+  std::fill_n(changes, kInkColumns, 0); // behind the last row
 }
 
-XOV_VECTOR_FUNCTION(void, blendRow,
-                    (std::uint32_t color, std::uint32_t alpha, const std::uint8_t* coverage, int count,
-                     std::uint32_t* pixels),
-                    (color, alpha, coverage, count, pixels))
+XOV_VECTOR8_FUNCTION(void, layInk,
+                     (std::uint32_t color, std::uint32_t alpha, std::int32_t* changes, RowRange rows, int perColumn,
+                      int columns, std::uint32_t* pixels, std::ptrdiff_t stride),
+                     (color, alpha, changes, rows, perColumn, columns, pixels, stride))
 
 } // namespace
 
@@ -74,8 +113,9 @@ TraceInk::TraceInk(const QColor& color)
     : color_(color.rgb()),
       alpha_(static_cast<std::uint32_t>(qAlpha(color.rgba()))) {}
 
-void TraceInk::blend(const std::uint8_t* coverage, int count, std::uint32_t* pixels) const {
-  blendRow(color_, alpha_, coverage, count, pixels);
+void TraceInk::lay(std::int32_t* changes, RowRange rows, int perColumn, int columns, std::uint32_t* pixels,
+                   std::ptrdiff_t stride) const {
+  layInk(color_, alpha_, changes, rows, perColumn, columns, pixels, stride);
 }
 
 } // namespace xov

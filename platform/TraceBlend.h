@@ -1,7 +1,10 @@
 #pragma once
 
+#include "platform/TraceUnion.h"
+
 #include <QColor>
 
+#include <cstddef>
 #include <cstdint>
 
 namespace xov {
@@ -13,8 +16,11 @@ public:
 
   bool isInvisible() const { return alpha_ == 0; }
 
-  /// Lays the ink over `count` pixels; coverage is 0 to 255.
-  void blend(const std::uint8_t* coverage, int count, std::uint32_t* pixels) const;
+  /// Sums the changes of columns of ink (see TraceUnion.h) down to some rows, lays that over as many columns of
+  /// pixels, of which `pixels` is the first in row `rows.first`, and clears the changes in those rows and the one
+  /// behind. Full coverage is `perColumn` sub-columns; rows are `stride` pixels apart.
+  void lay(std::int32_t* changes, RowRange rows, int perColumn, int columns, std::uint32_t* pixels,
+           std::ptrdiff_t stride) const;
 
 private:
   std::uint32_t color_ = 0; // opaque

@@ -2,36 +2,32 @@
 
 #include "platform/TraceLayers.h"
 #include "platform/TraceStrip.h"
+#include "platform/TraceUnion.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace xov {
 
-/// How much of each pixel in a strip is inked, 0 to 255: the union of all layers, exact along the rows.
+/// How much of each pixel is inked: the union of all layers of a strip, exact along the rows, in a few columns of
+/// pixels at a time.
 class TraceCoverage {
 public:
-  TraceCoverage(int columns, int rows);
+  explicit TraceCoverage(int rows);
 
-  /// Replaces the coverage by that of a strip's layers.
-  void cover(const TraceStrip& strip, const TraceLayers& layers);
+  /// Takes the layers of a strip, which must stay as they are until its columns have been united.
+  void take(const TraceLayers& layers);
 
-  /// The strip's pixels of a row, from left to right.
-  const std::uint8_t* row(int row) const { return pixels_.data() + std::size_t(row) * std::size_t(columns_); }
-  /// The rows that may hold ink: firstRow() <= row < lastRow().
-  int firstRow() const { return firstRow_; }
-  int lastRow() const { return lastRow_; }
+  /// Unites the ink of up to kInkColumns columns from `column` on, and returns the rows that may have some. Its
+  /// changes then stand in changes(), and must be cleared by whoever sums them, in those rows and the one behind.
+  RowRange unite(const TraceStrip& strip, int column);
+  std::int32_t* changes() { return changes_.data(); }
 
 private:
-  void sortLayers(const TraceLayers& layers);
-  void uniteOneByOne(int firstSub, int perColumn);
+  void uniteOneByOne(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked);
 
-  int columns_ = 0;
   int rows_ = 0;
-  int firstRow_ = 0;
-  int lastRow_ = 0;
-  std::vector<std::uint8_t> pixels_;
-  std::vector<std::int64_t> changes_; // of the ink in one column of pixels, see TraceUnion.h
+  std::vector<std::int32_t> changes_; // see TraceUnion.h
   std::vector<RowInterval> intervals_;
   struct Layer {
     const float* low = nullptr;

@@ -117,7 +117,7 @@ XOV_INLINE void includeEdgeRowsWith(const float* edges, int blocks, float* low, 
 template <class Vector>
 XOV_INLINE void findShortBlocksWith(const std::int32_t* cuts, const float* before, const float* after,
                                     const float* edges, int blocks, float* low, float* high) {
-  using Ints = std::conditional_t<kLanes<Vector> == 16, Int16, std::conditional_t<kLanes<Vector> == 8, Int8, Int4>>;
+  using Ints = WordsOf<Vector>;
   int k = 1;
   for (; k + kLanes<Vector> < blocks; k += kLanes<Vector>) {
     Vector edge, nextEdge, first, last;
@@ -149,19 +149,19 @@ XOV_INLINE void findShortBlocksWith(const std::int32_t* cuts, const float* befor
   }
 }
 
-XOV_INLINE std::int32_t largestBlockIn8(const std::int32_t* cuts, int blocks) {
-  Int8 most = {};
+template <class Vector>
+XOV_INLINE std::int32_t largestBlockWith(const std::int32_t* cuts, int blocks) {
+  WordsOf<Vector> most = {}, from, to;
   std::int32_t largest = 0;
   int k = 1;
-  for (; k + 8 < blocks; k += 8) {
-    Int8 from, to;
+  for (; k + kLanes<Vector> < blocks; k += kLanes<Vector>) {
     loadVector(cuts + k, from);
     loadVector(cuts + k + 1, to);
     keepGreater(most, to - from);
   }
   for (; k + 1 < blocks; ++k)
     largest = std::max(largest, cuts[k + 1] - cuts[k]);
-  for (int lane = 0; lane < 8; ++lane)
+  for (int lane = 0; lane < kLanes<Vector>; ++lane)
     largest = std::max(largest, most[lane]);
   return largest;
 }
@@ -225,7 +225,7 @@ XOV_VECTOR_FUNCTION(void, findShortBlocks,
                      int blocks, float* low, float* high),
                     (cuts, before, after, edges, blocks, low, high))
 
-XOV_VECTOR8_FUNCTION(std::int32_t, largestBlock, (const std::int32_t* cuts, int blocks), (cuts, blocks))
+XOV_VECTOR_FUNCTION(std::int32_t, largestBlock, (const std::int32_t* cuts, int blocks), (cuts, blocks))
 
 XOV_VECTOR_FUNCTION(float, findOverlap, (const float* low, const float* high, int blocks), (low, high, blocks))
 

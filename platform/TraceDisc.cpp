@@ -44,7 +44,8 @@ struct Extremes {
 };
 
 template <class Vector>
-XOV_INLINE void doubleExtremes(const float* low, const float* high, int step, int count, float* lowTo, float* highTo) {
+XOV_INLINE void doubleExtremes(const float* low, const float* high, int step, int count, float* lowTo,
+                               float* highTo) {
   for (int j = 0; j < count; j += kLanes<Vector>) {
     Vector lowest, highest, next;
     loadVector(low + j, lowest);
@@ -60,8 +61,8 @@ XOV_INLINE void doubleExtremes(const float* low, const float* high, int step, in
 
 /// The ink of some vectors of sub-columns, of which j is the first.
 template <class Vector, int kVectors>
-XOV_INLINE void widenVectors(const Pen& pen, const TraceDisc::Term* terms, const float* curveLow, const float* curveHigh, int j,
-                             float* low, float* high) {
+XOV_INLINE void widenVectors(const Pen& pen, const TraceDisc::Term* terms, const float* curveLow,
+                             const float* curveHigh, int j, float* low, float* high) {
   constexpr int kWidth = kLanes<Vector>;
   Vector lowest[kVectors], highest[kVectors], next, other;
   for (int v = 0; v < kVectors; ++v) {
@@ -142,8 +143,8 @@ XOV_INLINE void widenCurveWith(const Pen& pen, const float* curveLow, const floa
 }
 
 XOV_VECTOR_FUNCTION(void, widenCurve,
-                    (const Pen& pen, const float* curveLow, const float* curveHigh, int count, float* low, float* high,
-                     const Scratch& scratch),
+                    (const Pen& pen, const float* curveLow, const float* curveHigh, int count, float* low,
+                     float* high, const Scratch& scratch),
                     (pen, curveLow, curveHigh, count, low, high, scratch))
 
 } // namespace

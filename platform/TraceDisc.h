@@ -1,15 +1,12 @@
 #pragma once
 
+#include "platform/TraceStrip.h"
 #include "platform/TraceVector.h"
 
 #include <cstddef>
 #include <vector>
 
 namespace xov {
-
-/// Rows of sub-columns that hold nothing: far above any ink and far below it.
-inline constexpr float kNothingLow = 1e30F;
-inline constexpr float kNothingHigh = -1e30F;
 
 /// A round pen on a grid of sub-columns: turns the extremes that a curve takes in every sub-column into the ink of a
 /// disc that follows it.

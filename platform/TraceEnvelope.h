@@ -49,7 +49,7 @@ private:
   TraceStrip strip_;
   TraceDisc smooth_, tips_;
   TraceDisc* disc_ = nullptr; // the one that suits the curve at hand
-  int padding_ = 0;                 // sub-columns left and right of the strip that the disc reaches from
+  int padding_ = 0;           // sub-columns left and right of the strip that the disc reaches from
   std::vector<float> curveLow_, curveHigh_;
   std::vector<float> fraction_, before_, after_, edges_; // of the curve at the edges between sub-columns
   std::vector<std::int32_t> cuts_;

@@ -20,8 +20,7 @@ namespace {
 
 constexpr double kLargestRadius = 64; // pixels; the work for a sub-column grows with the radius
 constexpr double kScaleTolerance = 1e-6;
-constexpr int kWidestStrip = 64; // columns
-constexpr int kNarrowestStrip = 8;
+constexpr int kWidestStrip = 64;      // columns
 constexpr int kLayerBudget = 1 << 17; // intervals of a strip that stay in a fast cache
 
 /// The scale of a transform that keeps x rightwards, may mirror y and scales both alike.
@@ -68,8 +67,8 @@ double samplesPerPixel(const std::vector<TraceProjection>& projections) {
 int stripColumns(int perColumn, std::size_t traces, double radius) {
   const auto lines = static_cast<int>(std::min<std::size_t>(traces, kLayerBudget));
   const int wished = kLayerBudget / (perColumn * std::max(lines, 1));
-  const int narrowest = std::max(kNarrowestStrip, static_cast<int>(2 * radius)); // else most work is done twice
-  return std::clamp(wished, narrowest, std::max(narrowest, kWidestStrip));
+  const int narrowest = std::max(kInkColumns, static_cast<int>(2 * radius)); // else most work is done twice
+  return std::clamp(wished, narrowest, std::max(narrowest, kWidestStrip)) / kInkColumns * kInkColumns;
 }
 
 } // namespace
@@ -97,19 +96,22 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
   TraceStrip strip{visible.left(), 0, 0, visible.height(), radius};
   strip.perColumn = subColumnsPerPixel(radius, projections.size(), samplesPerPixel(projections));
   strip.columns = std::min(stripColumns(strip.perColumn, projections.size(), radius), visible.width());
+  const std::ptrdiff_t pixelsPerLine = target.bytesPerLine / std::ptrdiff_t(sizeof(std::uint32_t));
   TraceEnvelope envelope(strip);
   TraceLayers layers;
-  TraceCoverage coverage(strip.columns, strip.rows);
+  TraceCoverage coverage(strip.rows);
   for (; strip.left <= visible.right(); strip.left += strip.columns) {
     strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
     envelope.moveTo(strip);
     layers.reset(strip.subColumns(), strip.rows);
     for (const TraceProjection& projection : projections)
       envelope.addTrace(projection, layers);
-    coverage.cover(strip, layers);
-    for (int row = coverage.firstRow(); row < coverage.lastRow(); ++row) {
-      uchar* const line = target.bits + (visible.top() + row) * target.bytesPerLine;
-      ink.blend(coverage.row(row), strip.columns, reinterpret_cast<std::uint32_t*>(line) + strip.left);
+    coverage.take(layers);
+    for (int column = 0; column < strip.columns; column += kInkColumns) {
+      const RowRange rows = coverage.unite(strip, column);
+      uchar* const line = target.bits + (visible.top() + rows.first) * target.bytesPerLine;
+      ink.lay(coverage.changes(), rows, strip.perColumn, std::min(kInkColumns, strip.columns - column),
+              reinterpret_cast<std::uint32_t*>(line) + strip.left + column, pixelsPerLine);
     }
   }
   return true;

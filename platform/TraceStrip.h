@@ -2,6 +2,10 @@
 
 namespace xov {
 
+/// Rows of sub-columns that hold nothing: far above any ink and far below it.
+inline constexpr float kNothingLow = 1e30F;
+inline constexpr float kNothingHigh = -1e30F;
+
 /// A few columns of the picture, cut into sub-columns. Ink is found at the middle of each sub-column, exactly along
 /// the rows. Sub-column j lies between left + j / perColumn and left + (j + 1) / perColumn.
 struct TraceStrip {

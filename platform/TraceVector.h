@@ -25,6 +25,8 @@ using Float16 = float __attribute__((vector_size(64)));
 using Int4 = std::int32_t __attribute__((vector_size(16)));
 using Int8 = std::int32_t __attribute__((vector_size(32)));
 using Int16 = std::int32_t __attribute__((vector_size(64)));
+using Shorts8 = std::uint16_t __attribute__((vector_size(16)));
+using Shorts16 = std::uint16_t __attribute__((vector_size(32)));
 using Double4 = double __attribute__((vector_size(32)));
 using Double8 = double __attribute__((vector_size(64)));
 
@@ -52,11 +54,55 @@ template <class Vector>
 inline constexpr int kLanes = static_cast<int>(sizeof(Vector) / 4);
 inline constexpr int kWidestVector = kLanes<Float16>;
 
+/// Vectors of integers that are as wide as one of single-precision numbers.
+template <class Vector>
+struct IntegersOf;
+template <>
+struct IntegersOf<Float4> {
+  using Words = Int4;
+  using Shorts = Shorts8;
+};
+template <>
+struct IntegersOf<Float8> {
+  using Words = Int8;
+  using Shorts = Shorts16;
+};
+template <>
+struct IntegersOf<Float16> {
+  using Words = Int16;
+};
+template <class Vector>
+using WordsOf = typename IntegersOf<Vector>::Words;
+template <class Vector>
+using ShortsOf = typename IntegersOf<Vector>::Shorts;
+
 #if XOV_WIDE_VECTORS
 // For the oldest processors the compiler does not see a minimum in a choice of vectors.
 XOV_INLINE void keepSmaller(Float4& value, const Float4& other) { value = __builtin_ia32_minps(value, other); }
 XOV_INLINE void keepGreater(Float4& value, const Float4& other) { value = __builtin_ia32_maxps(value, other); }
 #endif
+
+/// One bit for each lane of a comparison that holds.
+XOV_INLINE unsigned laneBits(const Int4& mask) {
+#if XOV_WIDE_VECTORS
+  return static_cast<unsigned>(__builtin_ia32_movmskps(Float4(mask)));
+#else
+  unsigned bits = 0;
+  for (int lane = 0; lane < 4; ++lane)
+    bits |= (mask[lane] < 0 ? 1U : 0U) << lane;
+  return bits;
+#endif
+}
+XOV_INLINE unsigned laneBits(const Int8& mask) {
+  return laneBits(__builtin_shufflevector(mask, mask, 0, 1, 2, 3)) |
+         laneBits(__builtin_shufflevector(mask, mask, 4, 5, 6, 7)) << 4;
+}
+
+/// True when a comparison holds in no lane.
+XOV_INLINE bool inNoLane(const Int4& mask) { return laneBits(mask) == 0; }
+XOV_INLINE bool inNoLane(const Int8& mask) {
+  return inNoLane(__builtin_shufflevector(mask, mask, 0, 1, 2, 3) | __builtin_shufflevector(mask, mask, 4, 5, 6, 7));
+}
 
 /// How wide the vectors of the processor at hand are.
 enum class VectorWidth { Baseline, Avx2, Avx512 };
@@ -95,10 +141,10 @@ inline VectorWidth vectorWidth() {
     }                                                                                                                \
     return name##Baseline arguments;                                                                                 \
   }
-/// The same for work that goes on in eight lanes: wider registers do not help it.
+/// The same for work that wider registers than those of eight lanes do not help.
 #define XOV_VECTOR8_FUNCTION(result, name, parameters, arguments)                                                    \
-  static XOV_TARGET_AVX2 result name##Avx2 parameters { return name##In8 arguments; }                                \
-  static result name##Baseline parameters { return name##In8 arguments; }                                            \
+  static XOV_TARGET_AVX2 result name##Avx2 parameters { return name##With<Float8> arguments; }                       \
+  static result name##Baseline parameters { return name##With<Float4> arguments; }                                   \
   result name parameters {                                                                                           \
     return vectorWidth() == VectorWidth::Baseline ? name##Baseline arguments : name##Avx2 arguments;                 \
   }
@@ -106,5 +152,5 @@ inline VectorWidth vectorWidth() {
 #define XOV_VECTOR_FUNCTION(result, name, parameters, arguments)                                                     \
   result name parameters { return name##With<Float4> arguments; }
 #define XOV_VECTOR8_FUNCTION(result, name, parameters, arguments)                                                    \
-  result name parameters { return name##In8 arguments; }
+  result name parameters { return name##With<Float4> arguments; }
 #endif
