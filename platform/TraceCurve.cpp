@@ -27,19 +27,24 @@ XOV_INLINE void toRows(const TraceRows& toRow, Vector& value) {
 }
 
 template <class Vector>
-XOV_INLINE void convertRowsWith(const float* samples, int count, const TraceRows& toRow, float* rows) {
+XOV_INLINE bool findRowsWith(const float* samples, int count, const TraceRows& toRow, float* rows) {
+  Vector value, broken = {}; // x - x is 0 for a number and NaN for everything else, and NaN stays in a sum
+  float rest = 0;
   int i = 0;
   for (; i + kLanes<Vector> <= count; i += kLanes<Vector>) {
-    Vector value;
     loadVector(samples + i, value);
+    broken += value - value;
     toRows(toRow, value);
     storeVector(value, rows + i);
   }
-  for (; i < count; ++i)
+  for (; i < count; ++i) {
+    rest += samples[i] - samples[i];
     rows[i] = toRow(samples[i]);
+  }
+  for (int lane = 0; lane < kLanes<Vector>; ++lane)
+    rest += broken[lane];
+  return rest == 0;
 }
-XOV_VECTOR_FUNCTION(void, convertRows, (const float* samples, int count, const TraceRows& toRow, float* rows),
-                    (samples, count, toRow, rows))
 
 template <class Vector>
 XOV_INLINE void orderRowsWith(const TraceRows& toRow, float* low, float* high, int count) {
@@ -67,24 +72,49 @@ XOV_INLINE void orderRowsWith(const TraceRows& toRow, float* low, float* high, i
   }
 }
 
+/// Lane i becomes number index[i] of the two vectors of numbers that begin at `numbers`.
 template <class Vector>
-XOV_INLINE void blendEdgesWith(const float* before, const float* after, const float* fraction, int blocks,
-                               float* edges) {
-  int k = 1;
-  for (; k + kLanes<Vector> <= blocks; k += kLanes<Vector>) {
-    Vector a, b, part;
-    loadVector(before + k, a);
-    loadVector(after + k, b);
-    loadVector(fraction + k, part);
-    a += part * (b - a);
-    storeVector(a, edges + k);
+XOV_INLINE void lookUp(const float* numbers, const WordsOf<Vector>& index, Vector& result) {
+#if defined(__GNUC__) && !defined(__clang__)
+  if constexpr (kLanes<Vector> > 4) {
+    Vector first, second;
+    loadVector(numbers, first);
+    loadVector(numbers + kLanes<Vector>, second);
+    result = __builtin_shuffle(first, second, index);
+    return;
   }
-  for (; k < blocks; ++k)
-    edges[k] = before[k] + fraction[k] * (after[k] - before[k]);
+#endif
+  for (int lane = 0; lane < kLanes<Vector>; ++lane)
+    result[lane] = numbers[index[lane]];
 }
-XOV_VECTOR_FUNCTION(void, blendEdges,
-                    (const float* before, const float* after, const float* fraction, int blocks, float* edges),
-                    (before, after, fraction, blocks, edges))
+
+template <class Vector>
+XOV_INLINE void findEdgeRowsWith(const float* rows, const std::int32_t* cuts, const float* fraction, int blocks,
+                                 float* before, float* after, float* edges) {
+  constexpr int kWidth = kLanes<Vector>;
+  const std::int32_t end = cuts[blocks];
+  int k = 1;
+  while (k < blocks) {
+    const std::int32_t first = cuts[k] - 1;
+    if (k + kWidth <= blocks && cuts[k + kWidth - 1] - first < 2 * kWidth && first + 2 * kWidth <= end) {
+      WordsOf<Vector> index;
+      Vector a, b, part;
+      loadVector(cuts + k, index);
+      lookUp(rows + first, index - cuts[k], a);
+      lookUp(rows + first, index - first, b);
+      storeVector(a, before + k);
+      storeVector(b, after + k);
+      loadVector(fraction + k, part);
+      storeVector(a + part * (b - a), edges + k);
+      k += kWidth;
+      continue;
+    }
+    before[k] = rows[first];
+    after[k] = rows[first + 1];
+    edges[k] = before[k] + fraction[k] * (after[k] - before[k]);
+    ++k;
+  }
+}
 
 template <class Vector>
 XOV_INLINE void includeEdgeRowsWith(const float* edges, int blocks, float* low, float* high) {
@@ -199,23 +229,16 @@ XOV_INLINE float findOverlapWith(const float* low, const float* high, int blocks
 
 } // namespace
 
-bool findRows(const float* samples, int count, const TraceRows& toRow, float* rows) {
-  if (!allFinite(samples, count)) return false;
-  convertRows(samples, count, toRow, rows);
-  return true;
-}
+XOV_VECTOR_FUNCTION(bool, findRows, (const float* samples, int count, const TraceRows& toRow, float* rows),
+                    (samples, count, toRow, rows))
 
 XOV_VECTOR_FUNCTION(void, orderRows, (const TraceRows& toRow, float* low, float* high, int count),
                     (toRow, low, high, count))
 
-void findEdgeRows(const float* rows, const std::int32_t* cuts, const float* fraction, int blocks, float* before,
-                  float* after, float* edges) {
-  for (int k = 1; k < blocks; ++k) {
-    before[k] = rows[cuts[k] - 1];
-    after[k] = rows[cuts[k]];
-  }
-  blendEdges(before, after, fraction, blocks, edges);
-}
+XOV_VECTOR_FUNCTION(void, findEdgeRows,
+                    (const float* rows, const std::int32_t* cuts, const float* fraction, int blocks, float* before,
+                     float* after, float* edges),
+                    (rows, cuts, fraction, blocks, before, after, edges))
 
 XOV_VECTOR_FUNCTION(void, includeEdgeRows, (const float* edges, int blocks, float* low, float* high),
                     (edges, blocks, low, high))

@@ -12,28 +12,44 @@ namespace {
 // Rounded times may lie this far from their straight piece, in sub-columns, before each is looked up by itself.
 constexpr double kStraightTolerance = 0.125;
 
+// Up to here positions counted from a vector's first one keep a thousandth of a sample in single precision.
+constexpr double kLongestSingle = 8192;
+
+/// The numbers 0, 1, 2, ...
+template <class Vector>
+XOV_INLINE void countUp(Vector& numbers) {
+  for (int lane = 0; lane < kLanes<Vector>; ++lane)
+    numbers[lane] = float(lane);
+}
+
 /// Splits positions start + k · step, 0 <= k < count, into the whole number above, held between two bounds, and how
 /// far the position has come towards it.
 template <class Vector>
 XOV_INLINE void writePositionsWith(double start, double step, int count, std::int32_t lowest, std::int32_t highest,
                                    std::int32_t* index, float* fraction) {
+  constexpr int kWidth = kLanes<Vector>;
+  using Words = WordsOf<Vector>;
+  Vector steps;
+  countUp(steps);
+  steps *= float(step);
+  const bool isShort = step * kWidth < kLongestSingle;
   int k = 0;
-  for (; k + 8 <= count; k += 8) {
-    Double8 position = (Double8{0, 1, 2, 3, 4, 5, 6, 7} + double(k)) * step + start;
-    keepGreater(position, Double8{} + double(lowest - 1));
-    keepSmaller(position, Double8{} + double(highest));
-    Int8 sample = __builtin_convertvector(position, Int8) + 1;
-    keepSmaller(sample, Int8{} + highest);
-    storeVector(sample, index + k);
-    if (fraction == nullptr) continue;
-    const Float8 along = __builtin_convertvector(position - __builtin_convertvector(sample - 1, Double8), Float8);
-    storeVector(along, fraction + k);
-  }
-  for (; k < count; ++k) {
-    const double position = std::clamp(start + k * step, double(lowest - 1), double(highest));
+  while (k < count) {
+    const double first = start + k * step;
+    if (isShort && k + kWidth <= count && first >= lowest - 1 && first + kWidth * step < highest) {
+      const auto whole = static_cast<std::int32_t>(first);
+      const Vector position = steps + float(first - whole);
+      const Words before = __builtin_convertvector(position, Words);
+      storeVector(before + (whole + 1), index + k);
+      if (fraction != nullptr) storeVector(position - __builtin_convertvector(before, Vector), fraction + k);
+      k += kWidth;
+      continue;
+    }
+    const double position = std::clamp(first, double(lowest - 1), double(highest));
     const std::int32_t sample = std::min(static_cast<std::int32_t>(position) + 1, highest);
     index[k] = sample;
     if (fraction != nullptr) fraction[k] = static_cast<float>(position - double(sample - 1));
+    ++k;
   }
 }
 XOV_VECTOR_FUNCTION(void, writePositions,

@@ -186,10 +186,12 @@ bool TraceEnvelope::cutExtremes(const TraceRows& toRow, const float* samples, in
     findShortBlocks(cuts, before_.data(), after_.data(), edges_.data(), blocks, low, high);
     findBlockExtremes(rows_.data(), cuts, 1, low, high);
     findBlockExtremes(rows_.data(), cuts + blocks - 1, 1, low + blocks - 1, high + blocks - 1);
+    includeEdgeRows(edges_.data(), 2, low, high);
+    includeEdgeRows(edges_.data() + blocks - 2, 2, low + blocks - 2, high + blocks - 2);
   } else {
     findBlockExtremes(rows_.data(), cuts, blocks, low, high);
+    includeEdgeRows(edges_.data(), blocks, low, high);
   }
-  includeEdgeRows(edges_.data(), blocks, low, high);
   return true;
 }
 
