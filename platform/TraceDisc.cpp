@@ -15,8 +15,11 @@ namespace {
 constexpr double kSmoothDistance = 0.4;
 constexpr double kTipDistance = 0.1;
 
-// By how much the pen's half height may change within a run, in pixels.
+// By how much the pen's half height may change within a run, in pixels. Tips show little of the outer part of a pen:
+// there it is enough that a run lies near the outline on its two ends together.
 constexpr float kLevelRun = 0.025F;
+constexpr float kNearRun = 0.036F;
+constexpr float kOuterHeight = 0.8F; // of the radius, and below
 constexpr int kMostLevels = 4;
 // Sub-columns that are widened together, so that all of their extremes stay in the fastest cache.
 constexpr int kChunk = 256;
@@ -161,18 +164,24 @@ TraceDisc::TraceDisc(double radius, int perColumn, Curve curve) {
     const double distance = double(k) + (even_ ? 0.5 : 1.0) + extraDistance;
     heights[k] = static_cast<float>(std::sqrt(std::max(reach * reach - distance * distance, 0.0)) / perColumn);
   }
-  setRuns(heights);
+  setRuns(heights, perColumn, curve);
 }
 
 /// Takes the longest runs that are level enough, at the mean of their heights. The middle stands alone, since its
 /// height is the width of a level line.
-void TraceDisc::setRuns(const std::vector<float>& heights) {
+void TraceDisc::setRuns(const std::vector<float>& heights, int perColumn, Curve curve) {
   for (int k = 0; k < reach_;) {
     int level = 0;
     const auto last = [&](int l) { return static_cast<std::size_t>(k + (1 << l) - 1); };
     const auto first = static_cast<std::size_t>(k);
-    while (k > 0 && level < kMostLevels && last(level + 1) < heights.size() &&
-           heights[first] - heights[last(level + 1)] <= kLevelRun)
+    const auto isLevel = [&](int l) {
+      if (last(l) >= heights.size()) return false;
+      const float drop = heights[first] - heights[last(l)], width = float((1 << l) - 1) / float(perColumn);
+      if (drop <= kLevelRun) return true;
+      const bool isOuter = curve == Curve::Tips && heights[first] <= kOuterHeight * middleHeight_;
+      return isOuter && drop * width <= kNearRun * std::hypot(drop, width);
+    };
+    while (k > 0 && level < kMostLevels && isLevel(level + 1))
       ++level;
     runs_.push_back({k, level, (heights[first] + heights[last(level)]) / 2});
     levels_ = std::max(levels_, level);

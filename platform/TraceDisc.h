@@ -49,7 +49,7 @@ public:
   };
 
 private:
-  void setRuns(const std::vector<float>& heights);
+  void setRuns(const std::vector<float>& heights, int perColumn, Curve curve);
 
   bool even_ = false;
   int reach_ = 0;
