@@ -13,16 +13,19 @@ namespace {
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 // Samples that are looked at together for gaps, and then again for extremes: they stay in the fastest cache.
 constexpr std::int64_t kCached = 4096;
+constexpr std::int64_t kCacheLine = 16;
 
-/// Lowest and highest of a block, still in four lanes.
+constexpr int kGroup = 8; // blocks whose lanes are reduced together
+
+/// Lowest and highest of a block, still in eight lanes.
 struct Lanes {
-  Float4 low, high;
+  Float8 low, high;
 };
 
 template <class Vector>
-XOV_INLINE void extremesOfVectors(const float* samples, std::int64_t count, Lanes& lanes) {
+XOV_INLINE void extremesOfVectors(const float* samples, std::int64_t count, Vector& low, Vector& high) {
   constexpr int kWidth = kLanes<Vector>;
-  Vector low, high, next;
+  Vector next;
   loadVector(samples + count - kWidth, low); // the last vector overlaps the one before
   high = low;
   for (std::int64_t i = 0; i + kWidth < count; i += kWidth) {
@@ -30,61 +33,84 @@ XOV_INLINE void extremesOfVectors(const float* samples, std::int64_t count, Lane
     keepSmaller(low, next);
     keepGreater(high, next);
   }
-  Float4 parts[2][kWidth / 4];
-  std::memcpy(parts[0], &low, sizeof low);
-  std::memcpy(parts[1], &high, sizeof high);
-  lanes.low = parts[0][0];
-  lanes.high = parts[1][0];
-  for (int k = 1; k < kWidth / 4; ++k) {
-    keepSmaller(lanes.low, parts[0][k]);
-    keepGreater(lanes.high, parts[1][k]);
-  }
 }
 
 template <class Vector>
 XOV_INLINE void blockLanes(const float* samples, std::int64_t count, Lanes& lanes) {
-  if (count >= 4 * kLanes<Vector>) return extremesOfVectors<Vector>(samples, count, lanes);
-  if (kLanes<Vector> >= 8 && count >= 8) return extremesOfVectors<Float8>(samples, count, lanes);
-  if (count >= 4) return extremesOfVectors<Float4>(samples, count, lanes);
-  lanes.low = Float4{} + kInfinity;
+  if (kLanes<Vector> == 16 && count >= 4 * kLanes<Vector>) {
+    Float16 low, high;
+    extremesOfVectors(samples, count, low, high);
+    lanes.low = __builtin_shufflevector(low, low, 0, 1, 2, 3, 4, 5, 6, 7);
+    lanes.high = __builtin_shufflevector(high, high, 0, 1, 2, 3, 4, 5, 6, 7);
+    keepSmaller(lanes.low, __builtin_shufflevector(low, low, 8, 9, 10, 11, 12, 13, 14, 15));
+    keepGreater(lanes.high, __builtin_shufflevector(high, high, 8, 9, 10, 11, 12, 13, 14, 15));
+    return;
+  }
+  if (count >= kLanes<Float8>) return extremesOfVectors(samples, count, lanes.low, lanes.high);
+  lanes.low = Float8{} + kInfinity;
   lanes.high = -lanes.low;
+  if (count >= kLanes<Float4>) {
+    Float4 low, high;
+    extremesOfVectors(samples, count, low, high);
+    lanes.low = __builtin_shufflevector(low, low, 0, 1, 2, 3, 0, 1, 2, 3);
+    lanes.high = __builtin_shufflevector(high, high, 0, 1, 2, 3, 0, 1, 2, 3);
+    return;
+  }
   for (std::int64_t i = 0; i < count; ++i) {
-    const Float4 sample = Float4{} + samples[i];
+    const Float8 sample = Float8{} + samples[i];
     keepSmaller(lanes.low, sample);
     keepGreater(lanes.high, sample);
   }
 }
 
-/// One number for each of four blocks.
+/// One number for each of eight blocks.
 template <class Keep>
-XOV_INLINE void acrossLanes(const Float4& a, const Float4& b, const Float4& c, const Float4& d, const Keep& keep,
-                            float* result) {
-  Float4 ab = __builtin_shufflevector(a, b, 0, 4, 1, 5), cd = __builtin_shufflevector(c, d, 0, 4, 1, 5);
-  keep(ab, __builtin_shufflevector(a, b, 2, 6, 3, 7));
-  keep(cd, __builtin_shufflevector(c, d, 2, 6, 3, 7));
-  Float4 all = __builtin_shufflevector(ab, cd, 0, 1, 4, 5);
-  keep(all, __builtin_shufflevector(ab, cd, 2, 3, 6, 7));
+XOV_INLINE void acrossLanes(const Float8* blocks, const Keep& keep, float* result) {
+  Float8 pairs[4], fours[2];
+  for (int p = 0; p < 4; ++p) {
+    const Float8 &a = blocks[2 * p], &b = blocks[2 * p + 1];
+    pairs[p] = __builtin_shufflevector(a, b, 0, 8, 1, 9, 4, 12, 5, 13);
+    keep(pairs[p], __builtin_shufflevector(a, b, 2, 10, 3, 11, 6, 14, 7, 15));
+  }
+  for (int f = 0; f < 2; ++f) {
+    const Float8 &a = pairs[2 * f], &b = pairs[2 * f + 1];
+    fours[f] = __builtin_shufflevector(a, b, 0, 1, 8, 9, 4, 5, 12, 13);
+    keep(fours[f], __builtin_shufflevector(a, b, 2, 3, 10, 11, 6, 7, 14, 15));
+  }
+  Float8 all = __builtin_shufflevector(fours[0], fours[1], 0, 1, 2, 3, 8, 9, 10, 11);
+  keep(all, __builtin_shufflevector(fours[0], fours[1], 4, 5, 6, 7, 12, 13, 14, 15));
   storeVector(all, result);
 }
 
 template <class Vector>
-XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts, int blocks, float* lowest,
-                                  float* highest) {
-  const auto smaller = [](Float4& a, const Float4& b) XOV_INLINE_LAMBDA { keepSmaller(a, b); };
-  const auto greater = [](Float4& a, const Float4& b) XOV_INLINE_LAMBDA { keepGreater(a, b); };
-  int k = 0;
-  for (; k + 4 <= blocks; k += 4) {
-    Lanes lanes[4];
-    for (int b = 0; b < 4; ++b)
-      blockLanes<Vector>(samples + cuts[k + b], cuts[k + b + 1] - cuts[k + b], lanes[b]);
-    acrossLanes(lanes[0].low, lanes[1].low, lanes[2].low, lanes[3].low, smaller, lowest + k);
-    acrossLanes(lanes[0].high, lanes[1].high, lanes[2].high, lanes[3].high, greater, highest + k);
-  }
-  for (; k < blocks; ++k) {
-    Lanes lanes;
-    blockLanes<Vector>(samples + cuts[k], cuts[k + 1] - cuts[k], lanes);
-    lowest[k] = std::min(std::min(lanes.low[0], lanes.low[1]), std::min(lanes.low[2], lanes.low[3]));
-    highest[k] = std::max(std::max(lanes.high[0], lanes.high[1]), std::max(lanes.high[2], lanes.high[3]));
+XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts, int blocks, std::int32_t end,
+                                  float* lowest, float* highest) {
+  const auto smaller = [](Float8& a, const Float8& b) XOV_INLINE_LAMBDA { keepSmaller(a, b); };
+  const auto greater = [](Float8& a, const Float8& b) XOV_INLINE_LAMBDA { keepGreater(a, b); };
+  Float8 low[kGroup], high[kGroup];
+  for (int k = 0; k < blocks; k += kGroup) {
+    const int count = std::min(kGroup, blocks - k);
+    for (std::int64_t i = cuts[k] + kCached; i < std::min(cuts[k + count] + kCached, std::int64_t(end)); i += kCacheLine)
+      __builtin_prefetch(samples + i);
+    for (int b = 0; b < count; ++b) {
+      Lanes lanes;
+      blockLanes<Vector>(samples + cuts[k + b], cuts[k + b + 1] - cuts[k + b], lanes);
+      low[b] = lanes.low;
+      high[b] = lanes.high;
+    }
+    if (count == kGroup) {
+      acrossLanes(low, smaller, lowest + k);
+      acrossLanes(high, greater, highest + k);
+      continue;
+    }
+    for (int b = 0; b < count; ++b) {
+      lowest[k + b] = low[b][0];
+      highest[k + b] = high[b][0];
+      for (int lane = 1; lane < kLanes<Float8>; ++lane) {
+        lowest[k + b] = std::min(lowest[k + b], low[b][lane]);
+        highest[k + b] = std::max(highest[k + b], high[b][lane]);
+      }
+    }
   }
 }
 
@@ -127,7 +153,7 @@ XOV_INLINE bool findBlockExtremesWith(const float* samples, const std::int32_t* 
     while (next < blocks && cuts[next + 1] - cuts[done] <= kCached)
       ++next;
     if (!allFiniteWith<Vector>(samples + cuts[done], cuts[next] - cuts[done])) return false;
-    blockExtremesWith<Vector>(samples, cuts + done, next - done, lowest + done, highest + done);
+    blockExtremesWith<Vector>(samples, cuts + done, next - done, cuts[blocks], lowest + done, highest + done);
     done = next;
   }
   return true;
