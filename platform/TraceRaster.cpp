@@ -34,24 +34,29 @@ std::optional<double> uniformScale(const QTransform& transform) {
 }
 
 /// Sub-columns a pixel, a multiple of eight. A vertical edge is off by a quarter of one on average, so the more the
-/// better; the work grows with them and with the pen, and few lines leave room for more than many. Where a pixel
-/// holds hundreds of samples its ink has hardly a vertical edge but at bursts, and half as many do.
+/// better; the work grows with them and with the pen, and few lines leave room for more than many. Where a pixel holds
+/// few samples, much of its ink lies beside a steep edge; where it holds dozens, little does, and less so for a wide
+/// pen.
 int subColumnsPerPixel(double radius, std::size_t lines, double samplesPerPixel) {
   struct Fineness {
-    std::size_t lines; // up to this many
-    int subColumns;    // with pens up to the radius
+    std::size_t lines;      // up to this many
+    double samplesPerPixel; // with fewer than these
+    int subColumns;         // with pens up to the radius
     double radius;
   };
-  constexpr Fineness kFineness[] = {{4, 64, 2}, {16, 32, 1}, {std::numeric_limits<std::size_t>::max(), 24, 1}};
+  constexpr auto kAnyLines = std::numeric_limits<std::size_t>::max();
+  constexpr double kAnySamples = std::numeric_limits<double>::infinity();
+  constexpr Fineness kFineness[] = {{4, 128, 64, 2},
+                                    {kAnyLines, 12, 32, 1},
+                                    {16, kAnySamples, 16, 1},
+                                    {kAnyLines, 128, 24, 2.0 / 3},
+                                    {kAnyLines, kAnySamples, 16, 2.0 / 3}};
   constexpr int kCoarsest = 8;
-  constexpr double kManySamples = 128;
-  constexpr int kOfManySamples = 32;
-  const Fineness& fineness = *std::find_if(std::begin(kFineness), std::end(kFineness),
-                                           [lines](const Fineness& f) { return lines <= f.lines; });
+  const Fineness& fineness = *std::find_if(std::begin(kFineness), std::end(kFineness), [=](const Fineness& f) {
+    return lines <= f.lines && samplesPerPixel < f.samplesPerPixel;
+  });
   const double narrower = std::min(fineness.radius / radius, 1.0);
-  const int wished =
-      samplesPerPixel < kManySamples ? fineness.subColumns : std::min(fineness.subColumns, kOfManySamples);
-  return std::max(static_cast<int>(wished * narrower) / 8 * 8, kCoarsest);
+  return std::max(static_cast<int>(fineness.subColumns * narrower) / 8 * 8, kCoarsest);
 }
 
 double samplesPerPixel(const std::vector<TraceProjection>& projections) {

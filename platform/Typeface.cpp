@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 namespace xov {
 
@@ -14,6 +15,8 @@ namespace {
 // Fonts with Helvetica's advance widths, best first.
 constexpr std::array kHelveticaTwins = {"Helvetica",       "Nimbus Sans", "Nimbus Sans L", "TeX Gyre Heros",
                                         "Liberation Sans", "Arial",       "Arimo"};
+
+constexpr int kKeptLines = 1024;
 
 // A family that several foundries made is listed as "Family [foundry]".
 bool isInstalled(const QString& family) {
@@ -42,22 +45,28 @@ const Typeface& Typeface::forFamily(const QString& family) {
   return *face;
 }
 
-Typeface::Typeface(const QString& family) : font_(installedFamily(family)) {
+Typeface::Typeface(const QString& family) : font_(installedFamily(family)), lines_(kKeptLines) {
   font_.setPixelSize(kDesignSize);
   font_.setHintingPreference(QFont::PreferNoHinting);
   font_.setKerning(false);
   font_.setStyleStrategy(QFont::PreferOutline);
 }
 
-double Typeface::advance(const QString& line) const {
-  return line.isEmpty() ? 0 : QFontMetricsF(font_).horizontalAdvance(line) / kDesignSize;
+const Typeface::Line& Typeface::shaped(const QString& line) const {
+  if (const Line* known = lines_.object(line)) return *known;
+  auto shaped = std::make_unique<Line>();
+  shaped->advance = QFontMetricsF(font_).horizontalAdvance(line) / kDesignSize;
+  shaped->outline.setFillRule(Qt::WindingFill);
+  shaped->outline.addText(0, 0, font_, line);
+  const Line& result = *shaped;
+  lines_.insert(line, shaped.release());
+  return result;
 }
 
+double Typeface::advance(const QString& line) const { return line.isEmpty() ? 0 : shaped(line).advance; }
+
 QPainterPath Typeface::outline(const QString& line) const {
-  QPainterPath path;
-  path.setFillRule(Qt::WindingFill);
-  if (!line.isEmpty()) path.addText(0, 0, font_, line);
-  return path;
+  return line.isEmpty() ? QPainterPath() : shaped(line).outline;
 }
 
 } // namespace xov

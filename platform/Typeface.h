@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCache>
 #include <QFont>
 #include <QPainterPath>
 #include <QString>
@@ -24,9 +25,17 @@ public:
   QPainterPath outline(const QString& line) const;
 
 private:
+  struct Line {
+    double advance = 0;
+    QPainterPath outline;
+  };
+
   explicit Typeface(const QString& family);
+  const Line& shaped(const QString& line) const;
 
   QFont font_;
+  // Live displays draw the same labels many times a second, and finding a glyph's outline costs more than filling it.
+  mutable QCache<QString, Line> lines_;
 };
 
 } // namespace xov
