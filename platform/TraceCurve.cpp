@@ -76,7 +76,7 @@ XOV_INLINE void orderRowsWith(const TraceRows& toRow, float* low, float* high, i
 template <class Vector>
 XOV_INLINE void lookUp(const float* numbers, const WordsOf<Vector>& index, Vector& result) {
 #if defined(__GNUC__) && !defined(__clang__)
-  if constexpr (kLanes<Vector> > 4) {
+  if constexpr (kLanes < Vector >> 4) {
     Vector first, second;
     loadVector(numbers, first);
     loadVector(numbers + kLanes<Vector>, second);
@@ -232,8 +232,8 @@ XOV_INLINE float findOverlapWith(const float* low, const float* high, int blocks
 XOV_VECTOR_FUNCTION(bool, findRows, (const float* samples, int count, const TraceRows& toRow, float* rows),
                     (samples, count, toRow, rows))
 
-XOV_VECTOR_FUNCTION(void, orderRows, (const TraceRows& toRow, float* low, float* high, int count),
-                    (toRow, low, high, count))
+XOV_VECTOR8_FUNCTION(void, orderRows, (const TraceRows& toRow, float* low, float* high, int count),
+                     (toRow, low, high, count))
 
 XOV_VECTOR_FUNCTION(void, findEdgeRows,
                     (const float* rows, const std::int32_t* cuts, const float* fraction, int blocks, float* before,
@@ -243,10 +243,10 @@ XOV_VECTOR_FUNCTION(void, findEdgeRows,
 XOV_VECTOR_FUNCTION(void, includeEdgeRows, (const float* edges, int blocks, float* low, float* high),
                     (edges, blocks, low, high))
 
-XOV_VECTOR_FUNCTION(void, findShortBlocks,
-                    (const std::int32_t* cuts, const float* before, const float* after, const float* edges,
-                     int blocks, float* low, float* high),
-                    (cuts, before, after, edges, blocks, low, high))
+XOV_VECTOR8_FUNCTION(void, findShortBlocks,
+                     (const std::int32_t* cuts, const float* before, const float* after, const float* edges,
+                      int blocks, float* low, float* high),
+                     (cuts, before, after, edges, blocks, low, high))
 
 XOV_VECTOR_FUNCTION(std::int32_t, largestBlock, (const std::int32_t* cuts, int blocks), (cuts, blocks))
 

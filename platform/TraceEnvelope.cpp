@@ -42,17 +42,19 @@ TraceEnvelope::TraceEnvelope(const TraceStrip& strip)
 void TraceEnvelope::moveTo(const TraceStrip& strip) {
   strip_ = strip;
   strip_.curveShift = smooth_.curveShift();
+  roughness_ = {};
 }
 
-void TraceEnvelope::addTrace(const TraceProjection& projection, TraceLayers& layers) {
+void TraceEnvelope::addTrace(const TraceProjection& projection, TraceLayers& layers, bool judged) {
   if (projection.isEmpty()) return;
+  judged_ = judged;
   const double reach = strip_.radius + 2 * strip_.subWidth();
   const std::int64_t inside = projection.firstAtOrAfter(strip_.left - reach);
   const std::int64_t beyond = projection.firstAtOrAfter(strip_.left + strip_.columns + reach);
   // One sample more on either side: the segments that lead in and out.
   const SampleRange window{std::max(inside - 1, projection.first()), std::min(beyond + 1, projection.last())};
-  for (std::int64_t next = window.end; next < std::min(window.end + std::min(window.size(), kForeseen), projection.last());
-       next += kCacheLine) {
+  for (std::int64_t next = window.end;
+       next < std::min(window.end + std::min(window.size(), kForeseen), projection.last()); next += kCacheLine) {
     __builtin_prefetch(projection.samples() + next, 0, 2);
   }
   for (std::int64_t begin = window.begin; begin + 1 < window.end; begin += kLongestWindow) {
@@ -122,6 +124,7 @@ bool TraceEnvelope::addLine(const TraceProjection& projection, TraceLayers& laye
   }
   if (curve.size() > 0 && sparse) addSegments(projection, curve, ink);
   addButts(projection, line, ink);
+  if (judged_) roughness_.include(ink.low + begin, ink.high + begin, end - begin, strip_.rows);
   layers.commit(ink);
   return true;
 }

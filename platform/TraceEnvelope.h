@@ -2,6 +2,7 @@
 
 #include "platform/TraceDisc.h"
 #include "platform/TraceEdges.h"
+#include "platform/TraceFineness.h"
 #include "platform/TraceLayers.h"
 #include "platform/TraceProjection.h"
 #include "platform/TraceStrip.h"
@@ -23,8 +24,11 @@ public:
   /// Moves on to another strip of the same or of a smaller width.
   void moveTo(const TraceStrip& strip);
 
-  /// Adds a trace's ink in the strip to the layers.
-  void addTrace(const TraceProjection& projection, TraceLayers& layers);
+  /// Adds a trace's ink in the strip to the layers. The ink of some traces is enough to judge the strip by.
+  void addTrace(const TraceProjection& projection, TraceLayers& layers, bool judged);
+
+  /// Of the judged ink that was added to the strip.
+  const InkRoughness& roughness() const { return roughness_; }
 
 private:
   struct Line {
@@ -47,6 +51,8 @@ private:
   std::size_t slot(int subColumn) const { return static_cast<std::size_t>(subColumn + padding_ + 2 * reach()); }
 
   TraceStrip strip_;
+  InkRoughness roughness_;
+  bool judged_ = false;
   TraceDisc smooth_, tips_;
   TraceDisc* disc_ = nullptr; // the one that suits the curve at hand
   int padding_ = 0;           // sub-columns left and right of the strip that the disc reaches from

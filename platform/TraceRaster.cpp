@@ -3,14 +3,14 @@
 #include "platform/TraceBlend.h"
 #include "platform/TraceCoverage.h"
 #include "platform/TraceEnvelope.h"
+#include "platform/TraceFineness.h"
 #include "platform/TraceLayers.h"
 #include "platform/TraceProjection.h"
 #include "platform/TraceStrip.h"
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
-#include <limits>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -21,6 +21,7 @@ namespace {
 constexpr double kLargestRadius = 64; // pixels; the work for a sub-column grows with the radius
 constexpr double kScaleTolerance = 1e-6;
 constexpr int kWidestStrip = 64;      // columns
+constexpr std::size_t kJudged = 16;   // traces, by and large, whose ink decides about the fineness of a strip
 constexpr int kLayerBudget = 1 << 17; // intervals of a strip that stay in a fast cache
 
 /// The scale of a transform that keeps x rightwards, may mirror y and scales both alike.
@@ -31,32 +32,6 @@ std::optional<double> uniformScale(const QTransform& transform) {
   const bool turned = std::abs(transform.m12()) > tolerance || std::abs(transform.m21()) > tolerance;
   if (turned || !(std::abs(std::abs(transform.m22()) - scale) <= tolerance)) return std::nullopt;
   return scale;
-}
-
-/// Sub-columns a pixel, a multiple of eight. A vertical edge is off by a quarter of one on average, so the more the
-/// better; the work grows with them and with the pen, and few lines leave room for more than many. Where a pixel holds
-/// few samples, much of its ink lies beside a steep edge; where it holds dozens, little does, and less so for a wide
-/// pen.
-int subColumnsPerPixel(double radius, std::size_t lines, double samplesPerPixel) {
-  struct Fineness {
-    std::size_t lines;      // up to this many
-    double samplesPerPixel; // with fewer than these
-    int subColumns;         // with pens up to the radius
-    double radius;
-  };
-  constexpr auto kAnyLines = std::numeric_limits<std::size_t>::max();
-  constexpr double kAnySamples = std::numeric_limits<double>::infinity();
-  constexpr Fineness kFineness[] = {{4, 128, 64, 2},
-                                    {kAnyLines, 12, 32, 1},
-                                    {16, kAnySamples, 16, 1},
-                                    {kAnyLines, 128, 24, 2.0 / 3},
-                                    {kAnyLines, kAnySamples, 16, 2.0 / 3}};
-  constexpr int kCoarsest = 8;
-  const Fineness& fineness = *std::find_if(std::begin(kFineness), std::end(kFineness), [=](const Fineness& f) {
-    return lines <= f.lines && samplesPerPixel < f.samplesPerPixel;
-  });
-  const double narrower = std::min(fineness.radius / radius, 1.0);
-  return std::max(static_cast<int>(fineness.subColumns * narrower) / 8 * 8, kCoarsest);
 }
 
 double samplesPerPixel(const std::vector<TraceProjection>& projections) {
@@ -98,19 +73,25 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
     return true;
   }
 
-  TraceStrip strip{visible.left(), 0, 0, visible.height(), radius};
-  strip.perColumn = subColumnsPerPixel(radius, projections.size(), samplesPerPixel(projections));
-  strip.columns = std::min(stripColumns(strip.perColumn, projections.size(), radius), visible.width());
   const std::ptrdiff_t pixelsPerLine = target.bytesPerLine / std::ptrdiff_t(sizeof(std::uint32_t));
-  TraceEnvelope envelope(strip);
+  TraceFineness fineness(radius, projections.size(), samplesPerPixel(projections));
+  TraceStrip strip{visible.left(), 0, 0, visible.height(), radius};
+  strip.columns = std::min(stripColumns(fineness.subColumns(), projections.size(), radius), visible.width());
+  const std::size_t judgedEvery = projections.size() / kJudged + 1;
+  std::map<int, TraceEnvelope> envelopes; // by fineness
   TraceLayers layers;
   TraceCoverage coverage(strip.rows);
   for (; strip.left <= visible.right(); strip.left += strip.columns) {
-    strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
-    envelope.moveTo(strip);
-    layers.reset(strip.subColumns(), strip.rows);
-    for (const TraceProjection& projection : projections)
-      envelope.addTrace(projection, layers);
+    for (bool finds = true; finds;) {
+      strip.perColumn = fineness.subColumns();
+      TraceEnvelope& envelope = envelopes.try_emplace(strip.perColumn, strip).first->second;
+      strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
+      envelope.moveTo(strip);
+      layers.reset(strip.subColumns(), strip.rows);
+      for (std::size_t i = 0; i < projections.size(); ++i)
+        envelope.addTrace(projections[i], layers, i % judgedEvery == 0);
+      finds = fineness.refine(envelope.roughness());
+    }
     coverage.take(layers);
     for (int column = 0; column < strip.columns; column += kInkColumns) {
       const RowRange rows = coverage.unite(strip, column);

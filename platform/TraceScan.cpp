@@ -90,7 +90,8 @@ XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts
   Float8 low[kGroup], high[kGroup];
   for (int k = 0; k < blocks; k += kGroup) {
     const int count = std::min(kGroup, blocks - k);
-    for (std::int64_t i = cuts[k] + kCached; i < std::min(cuts[k + count] + kCached, std::int64_t(end)); i += kCacheLine)
+    for (std::int64_t i = cuts[k] + kCached; i < std::min(cuts[k + count] + kCached, std::int64_t(end));
+         i += kCacheLine)
       __builtin_prefetch(samples + i);
     for (int b = 0; b < count; ++b) {
       Lanes lanes;

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+
+namespace xov {
+
+/// What decides how far the ink of a strip is from the exact one: jumps between the rows of neighbouring sub-columns,
+/// which are found to a quarter of a sub-column on average, and how many pixels share that error.
+class InkRoughness {
+public:
+  /// Adds the ink of a line in some sub-columns; what lies outside 0 to `rows` does not count.
+  void include(const float* low, const float* high, int count, int rows);
+
+  /// The mean difference of the inked pixels from the exact ones that is to be expected, in levels of 255.
+  double expectedError() const;
+
+private:
+  double jumps_ = 0; // rows
+  double size_ = 0;  // rows with ink, summed over sub-columns
+};
+
+/// How many sub-columns a pixel is cut into. The more the more exact, and the more work: ink begins with as many as
+/// suit most lines of its kind, and takes more where it turns out to have steep edges.
+class TraceFineness {
+public:
+  /// For a pen of a radius in pixels.
+  TraceFineness(double radius, std::size_t lines, double samplesPerPixel);
+
+  /// A multiple of eight.
+  int subColumns() const { return subColumns_; }
+
+  /// Judges ink that was found with subColumns(). True when it is to be found again with more, which subColumns()
+  /// then is; else subColumns() becomes what suits the next ink if that is alike.
+  bool refine(const InkRoughness& ink);
+
+private:
+  int coarsest_ = 0;
+  int finest_ = 0;
+  int subColumns_ = 0;
+};
+
+} // namespace xov
