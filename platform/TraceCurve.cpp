@@ -96,7 +96,8 @@ XOV_INLINE void findEdgeRowsWith(const float* rows, const std::int32_t* cuts, co
   int k = 1;
   while (k < blocks) {
     const std::int32_t first = cuts[k] - 1;
-    if (k + kWidth <= blocks && cuts[k + kWidth - 1] - first < 2 * kWidth && first + 2 * kWidth <= end) {
+    const bool isNear = kWidth > 4 && k + kWidth <= blocks && cuts[k + kWidth - 1] - first < 2 * kWidth;
+    if (isNear && first + 2 * kWidth <= end) {
       WordsOf<Vector> index;
       Vector a, b, part;
       loadVector(cuts + k, index);

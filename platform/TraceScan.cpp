@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace xov {
 
@@ -15,55 +16,80 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr std::int64_t kCached = 4096;
 constexpr std::int64_t kCacheLine = 16;
 
-constexpr int kGroup = 8; // blocks whose lanes are reduced together
+/// The extremes of a block are left in this many lanes, and as many blocks are then reduced together.
+template <class Vector>
+using LanesOf = std::conditional_t<(kLanes<Vector> > 4), Float8, Float4>;
 
-/// Lowest and highest of a block, still in eight lanes.
-struct Lanes {
-  Float8 low, high;
-};
-
+/// Two of each in turn, since one of these waits longer for the last than for the samples.
 template <class Vector>
 XOV_INLINE void extremesOfVectors(const float* samples, std::int64_t count, Vector& low, Vector& high) {
   constexpr int kWidth = kLanes<Vector>;
-  Vector next;
+  Vector next, otherLow, otherHigh;
   loadVector(samples + count - kWidth, low); // the last vector overlaps the one before
-  high = low;
-  for (std::int64_t i = 0; i + kWidth < count; i += kWidth) {
+  high = otherLow = otherHigh = low;
+  std::int64_t i = 0;
+  for (; i + 2 * kWidth < count; i += 2 * kWidth) {
+    loadVector(samples + i, next);
+    keepSmaller(low, next);
+    keepGreater(high, next);
+    loadVector(samples + i + kWidth, next);
+    keepSmaller(otherLow, next);
+    keepGreater(otherHigh, next);
+  }
+  if (i + kWidth < count) {
     loadVector(samples + i, next);
     keepSmaller(low, next);
     keepGreater(high, next);
   }
+  keepSmaller(low, otherLow);
+  keepGreater(high, otherHigh);
 }
 
 template <class Vector>
-XOV_INLINE void blockLanes(const float* samples, std::int64_t count, Lanes& lanes) {
-  if (kLanes<Vector> == 16 && count >= 4 * kLanes<Vector>) {
-    Float16 low, high;
-    extremesOfVectors(samples, count, low, high);
-    lanes.low = __builtin_shufflevector(low, low, 0, 1, 2, 3, 4, 5, 6, 7);
-    lanes.high = __builtin_shufflevector(high, high, 0, 1, 2, 3, 4, 5, 6, 7);
-    keepSmaller(lanes.low, __builtin_shufflevector(low, low, 8, 9, 10, 11, 12, 13, 14, 15));
-    keepGreater(lanes.high, __builtin_shufflevector(high, high, 8, 9, 10, 11, 12, 13, 14, 15));
-    return;
+XOV_INLINE void blockLanes(const float* samples, std::int64_t count, LanesOf<Vector>& low, LanesOf<Vector>& high) {
+  if constexpr (kLanes<Vector> == 16) {
+    if (count >= 4 * kLanes<Vector>) {
+      Float16 lows, highs;
+      extremesOfVectors(samples, count, lows, highs);
+      low = __builtin_shufflevector(lows, lows, 0, 1, 2, 3, 4, 5, 6, 7);
+      high = __builtin_shufflevector(highs, highs, 0, 1, 2, 3, 4, 5, 6, 7);
+      keepSmaller(low, __builtin_shufflevector(lows, lows, 8, 9, 10, 11, 12, 13, 14, 15));
+      keepGreater(high, __builtin_shufflevector(highs, highs, 8, 9, 10, 11, 12, 13, 14, 15));
+      return;
+    }
   }
-  if (count >= kLanes<Float8>) return extremesOfVectors(samples, count, lanes.low, lanes.high);
-  lanes.low = Float8{} + kInfinity;
-  lanes.high = -lanes.low;
-  if (count >= kLanes<Float4>) {
-    Float4 low, high;
-    extremesOfVectors(samples, count, low, high);
-    lanes.low = __builtin_shufflevector(low, low, 0, 1, 2, 3, 0, 1, 2, 3);
-    lanes.high = __builtin_shufflevector(high, high, 0, 1, 2, 3, 0, 1, 2, 3);
-    return;
+  if (count >= kLanes<LanesOf<Vector>>) return extremesOfVectors(samples, count, low, high);
+  low = LanesOf<Vector>{} + kInfinity;
+  high = -low;
+  if constexpr (kLanes < Vector >> 4) {
+    if (count >= kLanes<Float4>) {
+      Float4 lows, highs;
+      extremesOfVectors(samples, count, lows, highs);
+      low = __builtin_shufflevector(lows, lows, 0, 1, 2, 3, 0, 1, 2, 3);
+      high = __builtin_shufflevector(highs, highs, 0, 1, 2, 3, 0, 1, 2, 3);
+      return;
+    }
   }
   for (std::int64_t i = 0; i < count; ++i) {
-    const Float8 sample = Float8{} + samples[i];
-    keepSmaller(lanes.low, sample);
-    keepGreater(lanes.high, sample);
+    const LanesOf<Vector> sample = LanesOf<Vector>{} + samples[i];
+    keepSmaller(low, sample);
+    keepGreater(high, sample);
   }
 }
 
-/// One number for each of eight blocks.
+/// One number for each of as many blocks as there are lanes.
+template <class Keep>
+XOV_INLINE void acrossLanes(const Float4* blocks, const Keep& keep, float* result) {
+  Float4 pairs[2];
+  for (int p = 0; p < 2; ++p) {
+    const Float4 &a = blocks[2 * p], &b = blocks[2 * p + 1];
+    pairs[p] = __builtin_shufflevector(a, b, 0, 4, 1, 5);
+    keep(pairs[p], __builtin_shufflevector(a, b, 2, 6, 3, 7));
+  }
+  Float4 all = __builtin_shufflevector(pairs[0], pairs[1], 0, 1, 4, 5);
+  keep(all, __builtin_shufflevector(pairs[0], pairs[1], 2, 3, 6, 7));
+  storeVector(all, result);
+}
 template <class Keep>
 XOV_INLINE void acrossLanes(const Float8* blocks, const Keep& keep, float* result) {
   Float8 pairs[4], fours[2];
@@ -85,20 +111,18 @@ XOV_INLINE void acrossLanes(const Float8* blocks, const Keep& keep, float* resul
 template <class Vector>
 XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts, int blocks, std::int32_t end,
                                   float* lowest, float* highest) {
-  const auto smaller = [](Float8& a, const Float8& b) XOV_INLINE_LAMBDA { keepSmaller(a, b); };
-  const auto greater = [](Float8& a, const Float8& b) XOV_INLINE_LAMBDA { keepGreater(a, b); };
-  Float8 low[kGroup], high[kGroup];
+  using Lanes = LanesOf<Vector>;
+  constexpr int kGroup = kLanes<Lanes>;
+  const auto smaller = [](Lanes& a, const Lanes& b) XOV_INLINE_LAMBDA { keepSmaller(a, b); };
+  const auto greater = [](Lanes& a, const Lanes& b) XOV_INLINE_LAMBDA { keepGreater(a, b); };
+  Lanes low[kGroup], high[kGroup];
   for (int k = 0; k < blocks; k += kGroup) {
     const int count = std::min(kGroup, blocks - k);
     for (std::int64_t i = cuts[k] + kCached; i < std::min(cuts[k + count] + kCached, std::int64_t(end));
          i += kCacheLine)
       __builtin_prefetch(samples + i);
-    for (int b = 0; b < count; ++b) {
-      Lanes lanes;
-      blockLanes<Vector>(samples + cuts[k + b], cuts[k + b + 1] - cuts[k + b], lanes);
-      low[b] = lanes.low;
-      high[b] = lanes.high;
-    }
+    for (int b = 0; b < count; ++b)
+      blockLanes<Vector>(samples + cuts[k + b], cuts[k + b + 1] - cuts[k + b], low[b], high[b]);
     if (count == kGroup) {
       acrossLanes(low, smaller, lowest + k);
       acrossLanes(high, greater, highest + k);
@@ -107,7 +131,7 @@ XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts
     for (int b = 0; b < count; ++b) {
       lowest[k + b] = low[b][0];
       highest[k + b] = high[b][0];
-      for (int lane = 1; lane < kLanes<Float8>; ++lane) {
+      for (int lane = 1; lane < kGroup; ++lane) {
         lowest[k + b] = std::min(lowest[k + b], low[b][lane]);
         highest[k + b] = std::max(highest[k + b], high[b][lane]);
       }
