@@ -3,8 +3,11 @@
 #include "platform/Colors.h"
 #include "platform/View.h"
 
+#include <QBuffer>
+#include <QPageLayout>
+#include <QPageSize>
 #include <QPainter>
-#include <QPainterPath>
+#include <QPdfWriter>
 
 #include <algorithm>
 #include <array>
@@ -14,6 +17,7 @@ namespace xov::bench {
 namespace {
 
 constexpr std::size_t kLanes = 32;
+constexpr int kPointsPerInch = 72;
 
 // Keeps the compiler from leaving the scan out.
 volatile float scanResult = 0;
@@ -76,21 +80,13 @@ private:
 
 Drawn drawWithXov(const Work& work) {
   WorkView view(work);
-  return {view.pictureOfRect(view.bounds())};
-}
-
-Drawn drawPdfWithXov(const Work& work) {
-  WorkView view(work);
-  return {QImage(), view.dataWithPDFInsideRect(view.bounds()).size()};
+  if (work.isPage) return {QImage(), view.dataWithPDFInsideRect(view.bounds())};
+  return {view.pictureOfRect(view.bounds()), {}};
 }
 
 // What a Qt program does that knows nothing better: every sample a point.
-Drawn drawWithQPainter(const Work& work, const QPen& pen) {
-  QImage image(work.size * work.ratio, QImage::Format_ARGB32_Premultiplied);
-  image.fill(Qt::white);
-  QPainter painter(&image);
+void paintWithQPainter(const Work& work, QPainter& painter, const QPen& pen) {
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.scale(work.ratio, work.ratio);
   painter.setPen(pen);
   painter.setBrush(QColor(Qt::gray));
   for (std::size_t i = 0; i < work.xs.size(); ++i) {
@@ -103,8 +99,31 @@ Drawn drawWithQPainter(const Work& work, const QPen& pen) {
     trace.forEachPoint([&](QPointF point) { points << QPointF(point.x(), work.size.height() - point.y()); });
     painter.drawPolyline(points);
   }
+}
+
+Drawn drawPageWithQPainter(const Work& work, const QPen& pen) {
+  Drawn drawn;
+  QBuffer buffer(&drawn.file);
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter writer(&buffer);
+  writer.setResolution(kPointsPerInch);
+  writer.setPageLayout(
+      QPageLayout(QPageSize(QSizeF(work.size), QPageSize::Point), QPageLayout::Portrait, QMarginsF()));
+  QPainter painter(&writer);
+  paintWithQPainter(work, painter, pen);
   painter.end();
-  return {image};
+  return drawn;
+}
+
+Drawn drawWithQPainter(const Work& work, const QPen& pen) {
+  if (work.isPage) return drawPageWithQPainter(work, pen);
+  QImage image(work.size * work.ratio, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  painter.scale(work.ratio, work.ratio);
+  paintWithQPainter(work, painter, pen);
+  painter.end();
+  return {image, {}};
 }
 
 Drawn drawPolyline(const Work& work) {
@@ -123,11 +142,10 @@ Drawn drawStroke(const Work& work) {
 
 const std::vector<Engine>& engines() {
   static const std::vector<Engine> all = {
-      {"scan", "one pass over the samples for their extremes", false, scan},
-      {"xov", "XOV Graphics", false, drawWithXov},
-      {"xov-pdf", "XOV Graphics, as a PDF page", false, drawPdfWithXov},
-      {"qpainter-hairline", "QPainter, pen of one device pixel without joins", true, drawPolyline},
-      {"qpainter-stroke", "QPainter, pen of one point with joins", true, drawStroke},
+      {"scan", "one pass over the samples for their extremes", false, true, scan},
+      {"xov", "XOV Graphics", false, true, drawWithXov},
+      {"qpainter-hairline", "QPainter, pen of one device pixel without joins", true, false, drawPolyline},
+      {"qpainter-stroke", "QPainter, pen of one point with joins", true, true, drawStroke},
   };
   return all;
 }

@@ -2,6 +2,7 @@
 
 #include "bench/Works.h"
 
+#include <QByteArray>
 #include <QImage>
 
 #include <functional>
@@ -10,10 +11,10 @@
 
 namespace xov::bench {
 
-/// What drawing gave: pixels, or the size of a file.
+/// What drawing gave: pixels, or the bytes of a file.
 struct Drawn {
   QImage image;
-  qsizetype fileBytes = 0;
+  QByteArray file;
 };
 
 /// One way of drawing a work. `draw` includes all that a redraw costs; for the scan it is one pass over the samples
@@ -21,7 +22,8 @@ struct Drawn {
 struct Engine {
   std::string name;
   std::string description;
-  bool slow = false; ///< drawn once, under a time limit, in a process of its own
+  bool slow = false;   ///< drawn once, under a time limit, in a process of its own
+  bool onPages = true; ///< draws pages, too
   std::function<Drawn(const Work&)> draw;
 };
 

@@ -18,6 +18,10 @@ namespace xov::bench {
 
 namespace {
 
+constexpr double kBytesPerMegabyte = 1048576;
+
+bool draws(const Engine& engine, const Work& work) { return engine.onPages || !work.isPage; }
+
 double drawMilliseconds(const Engine& engine, const Work& work) {
   QElapsedTimer timer;
   timer.start();
@@ -31,7 +35,8 @@ Measurement measureAlone(const Engine& engine, const Work& work, double limitSec
   m.work = work.name;
   m.engine = engine.name;
   m.limitSeconds = limitSeconds;
-  m.sampleMegabytes = double((work.samples.size() + work.xs.size() + work.ys.size()) * sizeof(float)) / 1048576;
+  m.sampleMegabytes =
+      double((work.samples.size() + work.xs.size() + work.ys.size()) * sizeof(float)) / kBytesPerMegabyte;
   QProcess process;
   QStringList arguments = {QStringLiteral("--one"), QString::fromStdString(engine.name + ":" + work.name)};
   arguments << QStringLiteral("--pictures") << pictures.path();
@@ -47,7 +52,7 @@ Measurement measureAlone(const Engine& engine, const Work& work, double limitSec
   m.milliseconds = m.fastest = m.slowest = numbers[0].toDouble();
   m.rounds = 1;
   m.peakMegabytes = numbers[1].toDouble();
-  m.fileMegabytes = numbers[2].toDouble() / 1048576;
+  m.fileMegabytes = numbers[2].toDouble() / kBytesPerMegabyte;
   return m;
 }
 
@@ -63,9 +68,10 @@ void setTimes(Measurement& m, std::vector<double> times) {
 // Other libraries at a work, in turn with our own engines.
 class Rivals {
 public:
-  Rivals(const std::vector<RivalProgram>& programs, const Work& work, double limitSeconds)
+  Rivals(const std::vector<RivalProgram>& programs, const Work& work, double limitSeconds, const QDir& pictures)
       : work_(work),
-        limitSeconds_(limitSeconds) {
+        limitSeconds_(limitSeconds),
+        pictures_(pictures) {
     if (work.traces.empty() || programs.empty()) return;
     const QString samples = folder_.filePath(QStringLiteral("samples"));
     QFile file(samples);
@@ -87,46 +93,46 @@ public:
 
   void draw() {
     for (const auto& process : processes_) {
-      const auto keep = [&](const char* command) {
-        const std::string key = (process->name() + QLatin1Char(' ') + QLatin1String(command)).toStdString();
-        std::vector<double>& times = times_[key];
+      for (const QString& command : commands(*process)) {
+        std::vector<double>& times = times_[keyOf(*process, command)];
         // What takes seconds is not drawn again and again.
-        if (!times.empty() && times.front() > kSlowMilliseconds) return;
-        if (const auto time = process->ask(QString::fromLatin1(command))) times.push_back(*time);
-      };
-      keep("draw");
-      keep("redraw");
+        if (!times.empty() && times.front() > kSlowMilliseconds) continue;
+        if (const auto time = process->ask(command)) times.push_back(*time);
+      }
     }
   }
 
-  // Writes a page and a picture each, too.
-  void finish(const QDir& pictures, std::vector<Measurement>& measurements) {
+  // Writes a picture each, too.
+  void finish(std::vector<Measurement>& measurements) {
     for (const auto& process : processes_) {
-      for (const char* command : {"draw", "redraw"}) {
-        const std::vector<double>& times =
-            times_[(process->name() + QLatin1Char(' ') + QLatin1String(command)).toStdString()];
-        if (times.empty() && qstrcmp(command, "redraw") == 0) continue;
-        Measurement m = measurement(*process, qstrcmp(command, "redraw") == 0 ? "-redraw" : "");
+      for (const QString& command : commands(*process)) {
+        const std::vector<double>& times = times_[keyOf(*process, command)];
+        const bool optional = command != QLatin1String("draw");
+        if (times.empty() && optional) continue;
+        Measurement m = measurement(*process, command == QLatin1String("redraw") ? "-redraw" : "");
+        if (work_.isPage) m.fileMegabytes = double(QFileInfo(pathOf(*process, ".pdf")).size()) / kBytesPerMegabyte;
         setTimes(m, times);
         measurements.push_back(m);
       }
-      const QString picture =
-          pictures.filePath(QString::fromStdString(work_.name) + QLatin1Char('-') + process->name());
       const bool isPpm = process->name() == QLatin1String("agg");
-      process->ask(QStringLiteral("save ") + picture + (isPpm ? QStringLiteral(".ppm") : QStringLiteral(".png")));
-      if (work_.ratio != 1) continue;
-      const QString page = picture + QStringLiteral(".pdf");
-      if (const auto time = process->ask(QStringLiteral("pdf ") + page)) {
-        Measurement m = measurement(*process, "-pdf");
-        m.fileMegabytes = double(QFileInfo(page).size()) / 1048576;
-        setTimes(m, {*time});
-        measurements.push_back(m);
-      }
+      if (!work_.isPage) process->ask(QStringLiteral("save ") + pathOf(*process, isPpm ? ".ppm" : ".png"));
     }
   }
 
 private:
   static constexpr double kSlowMilliseconds = 2000;
+
+  QStringList commands(const RivalProcess& process) const {
+    if (work_.isPage) return {QStringLiteral("pdf ") + pathOf(process, ".pdf")};
+    return {QStringLiteral("draw"), QStringLiteral("redraw")};
+  }
+  QString pathOf(const RivalProcess& process, const char* suffix) const {
+    return pictures_.filePath(QString::fromStdString(work_.name) + QLatin1Char('-') + process.name() +
+                              QLatin1String(suffix));
+  }
+  static std::string keyOf(const RivalProcess& process, const QString& command) {
+    return (process.name() + QLatin1Char(' ') + command).toStdString();
+  }
 
   Measurement measurement(const RivalProcess& process, const char* suffix) const {
     Measurement m;
@@ -134,13 +140,14 @@ private:
     m.engine = process.name().toStdString() + suffix;
     m.limitSeconds = limitSeconds_;
     m.prepareMilliseconds = process.prepareMilliseconds();
-    m.sampleMegabytes = double(work_.samples.size() * sizeof(float)) / 1048576;
+    m.sampleMegabytes = double(work_.samples.size() * sizeof(float)) / kBytesPerMegabyte;
     m.peakMegabytes = process.peakMegabytes();
     return m;
   }
 
   const Work& work_;
   double limitSeconds_;
+  QDir pictures_;
   QTemporaryDir folder_;
   std::vector<std::unique_ptr<RivalProcess>> processes_;
   std::map<std::string, std::vector<double>> times_;
@@ -148,7 +155,7 @@ private:
 
 } // namespace
 
-int drawOnce(const std::string& engineName, const std::string& workName, const QString& picture) {
+int drawOnce(const std::string& engineName, const std::string& workName, const QString& path) {
   const Engine* engine = engineNamed(engineName);
   const Work work = makeWork(workName);
   if (engine == nullptr || work.name.empty()) return 2;
@@ -157,8 +164,11 @@ int drawOnce(const std::string& engineName, const std::string& workName, const Q
   const Drawn drawn = engine->draw(work);
   const double milliseconds = double(timer.nsecsElapsed()) / 1e6;
   std::printf("%.3f %.1f %lld\n", milliseconds, peakMegabytesOf(QCoreApplication::applicationPid()),
-              static_cast<long long>(drawn.fileBytes));
-  if (!picture.isEmpty() && !drawn.image.isNull()) drawn.image.save(picture);
+              static_cast<long long>(drawn.file.size()));
+  if (path.isEmpty()) return 0;
+  if (!drawn.image.isNull()) drawn.image.save(path + QStringLiteral(".png"));
+  QFile page(path + QStringLiteral(".pdf"));
+  if (!drawn.file.isEmpty() && page.open(QIODevice::WriteOnly)) page.write(drawn.file);
   return 0;
 }
 
@@ -167,17 +177,18 @@ std::vector<Measurement> measure(const Work& work, const std::vector<RivalProgra
   std::map<std::string, std::vector<double>> times;
   std::vector<Measurement> measurements;
   {
-    Rivals rivals(programs, work, limitSeconds);
+    Rivals rivals(programs, work, limitSeconds, pictures);
     for (int round = 0; round < rounds; ++round) {
       for (const Engine& engine : engines()) {
-        if (!engine.slow) times[engine.name].push_back(drawMilliseconds(engine, work));
+        if (!engine.slow && draws(engine, work)) times[engine.name].push_back(drawMilliseconds(engine, work));
       }
       rivals.draw();
     }
-    rivals.finish(pictures, measurements);
+    rivals.finish(measurements);
   }
   std::vector<Measurement> own;
   for (const Engine& engine : engines()) {
+    if (!draws(engine, work)) continue;
     Measurement m = measureAlone(engine, work, limitSeconds, pictures);
     if (!engine.slow) setTimes(m, times[engine.name]);
     own.push_back(m);

@@ -5,21 +5,32 @@
 #include <QSysInfo>
 #include <QThread>
 
+#include <algorithm>
+
 namespace xov::bench {
 
 namespace {
 
-std::optional<double> scanTime(const std::vector<Measurement>& all, const std::string& work) {
-  for (const Measurement& m : all) {
-    if (m.work == work && m.engine == "scan") return m.milliseconds;
-  }
-  return std::nullopt;
+const Measurement* scanOf(const Measurement& m, const std::vector<Measurement>& all) {
+  const auto found = std::ranges::find_if(
+      all, [&m](const Measurement& other) { return other.work == m.work && other.engine == "scan"; });
+  return found == all.end() ? nullptr : &*found;
 }
 
 QString ratio(const Measurement& m, const std::vector<Measurement>& all) {
-  const auto scan = scanTime(all, m.work);
-  if (!m.milliseconds || !scan || *scan <= 0) return QStringLiteral("-");
-  return QString::asprintf("%.1f", *m.milliseconds / *scan);
+  const Measurement* const scan = scanOf(m, all);
+  if (!m.milliseconds || scan == nullptr || !scan->milliseconds || *scan->milliseconds <= 0)
+    return QStringLiteral("-");
+  return QString::asprintf("%.1f", *m.milliseconds / *scan->milliseconds);
+}
+
+// A process of ours that only scans holds the samples and Qt.
+QString memory(const Measurement& m, const std::vector<Measurement>& all) {
+  if (m.peakMegabytes <= 0) return QStringLiteral("-");
+  const QString peak = QString::asprintf("%.0f MB", m.peakMegabytes);
+  const Measurement* const scan = scanOf(m, all);
+  if (m.engine != "xov" || scan == nullptr || scan->peakMegabytes <= 0) return peak;
+  return peak + QString::asprintf(" (scan + %.0f)", m.peakMegabytes - scan->peakMegabytes);
 }
 
 QString time(const Measurement& m) {
@@ -53,8 +64,7 @@ QString table(const std::vector<Measurement>& measurements) {
     text += QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 | %7 | %8 |\n")
                 .arg(QString::fromStdString(m.work), QString::fromStdString(m.engine), time(m),
                      m.milliseconds ? QString::asprintf("%.1f-%.1f", m.fastest, m.slowest) : QStringLiteral("-"),
-                     ratio(m, measurements), QString::asprintf("%.0f MB", m.peakMegabytes),
-                     QString::asprintf("%.0f MB", m.sampleMegabytes),
+                     ratio(m, measurements), memory(m, measurements), QString::asprintf("%.0f MB", m.sampleMegabytes),
                      m.fileMegabytes > 0 ? QString::asprintf("%.2f MB", m.fileMegabytes) : QStringLiteral("-"));
   }
   return text;

@@ -27,7 +27,7 @@ struct Measurement {
 /// A line that names processor and system.
 QString machine();
 
-/// The table with ratios to the scan of the same work.
+/// The table with ratios to the scan of the same work, and with the memory that drawing takes beyond it.
 QString table(const std::vector<Measurement>& measurements);
 
 QJsonObject json(const std::vector<Measurement>& measurements);

@@ -26,7 +26,13 @@ const Layout kLayouts[] = {
 constexpr const char* kScatter = "S1";
 constexpr std::size_t kSymbols = 1000000;
 
-constexpr const char* kRatios[] = {"", "@1.5", "@2"};
+constexpr const char* kRatios[] = {"@1.5", "@2"};
+
+struct Page {
+  const char* name;
+  const char* of;
+};
+constexpr Page kPages[] = {{"W5", "W3"}, {"W6", "W1"}, {"S2", kScatter}};
 
 // Standard deviation 1; the same numbers on every machine, which std::normal_distribution does not promise.
 std::vector<float> noise(std::size_t count) {
@@ -45,11 +51,16 @@ std::vector<float> noise(std::size_t count) {
 } // namespace
 
 std::vector<std::string> workNames() {
-  std::vector<std::string> names;
+  std::vector<std::string> drawings;
+  for (const Layout& layout : kLayouts)
+    drawings.emplace_back(layout.name);
+  drawings.emplace_back(kScatter);
+  std::vector<std::string> names = drawings;
+  for (const Page& page : kPages)
+    names.emplace_back(page.name);
   for (const char* ratio : kRatios) {
-    for (const Layout& layout : kLayouts)
-      names.push_back(std::string(layout.name) + ratio);
-    names.push_back(std::string(kScatter) + ratio);
+    for (const std::string& drawing : drawings)
+      names.push_back(drawing + ratio);
   }
   return names;
 }
@@ -73,6 +84,14 @@ Work makeScatter() {
 } // namespace
 
 Work makeWork(const std::string& name) {
+  for (const Page& page : kPages) {
+    if (name != page.name) continue;
+    Work work = makeWork(page.of);
+    work.name = name;
+    work.description = std::string("PDF of ") + page.of;
+    work.isPage = true;
+    return work;
+  }
   Work work;
   const std::string base = name.substr(0, name.find('@'));
   const double ratio = base == name ? 1 : std::atof(name.c_str() + base.size() + 1);

@@ -15,6 +15,7 @@ struct Work {
   std::string description; ///< "drum: 24 rows of 360,000 samples"
   QSize size;              ///< view points
   double ratio = 1;        ///< device pixels a point
+  bool isPage = false;     ///< drawn onto a page of PDF instead of pixels
   std::vector<float> samples;
   std::vector<Trace> traces; ///< refer to `samples`
   std::vector<float> xs;     ///< places of symbols, in view points
@@ -26,8 +27,8 @@ struct Work {
   Work& operator=(Work&&) = default;
 };
 
-/// Names of the works that makeWork() knows, in the order of the report: "W1", "W2", "W3" and the scatter plot "S1",
-/// each also with "@1.5" and "@2" for other pixel ratios.
+/// Names of the works that makeWork() knows, in the order of the report: "W1", "W2", "W3" and the scatter plot "S1";
+/// the pages "W5" of W3, "W6" of W1 and "S2" of S1; and the first four with "@1.5" and "@2" for other pixel ratios.
 std::vector<std::string> workNames();
 
 /// Makes a work with its samples. An unknown name gives a work without a name.

@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
     const QStringList what = parser.value(QStringLiteral("one")).split(QLatin1Char(':'));
     if (what.size() != 2) return 2;
     return drawOnce(what[0].toStdString(), what[1].toStdString(),
-                    pictures.filePath(what[1] + QLatin1Char('-') + what[0] + QStringLiteral(".png")));
+                    pictures.filePath(what[1] + QLatin1Char('-') + what[0]));
   }
 
   std::vector<std::string> names = workNames();
