@@ -124,7 +124,7 @@ bool TraceEnvelope::addLine(const TraceProjection& projection, TraceLayers& laye
   }
   if (curve.size() > 0 && sparse) addSegments(projection, curve, ink);
   addButts(projection, line, ink);
-  if (judged_) roughness_.include(ink.low + begin, ink.high + begin, end - begin, strip_.rows);
+  roughness_.include(ink.low + begin, ink.high + begin, end - begin, strip_.rows, judged_);
   layers.commit(ink);
   return true;
 }

@@ -16,6 +16,10 @@ constexpr int kMost = 96; // of them for pens up to kMostRadius pixels
 constexpr double kMostRadius = 1;
 constexpr double kLimit = 1.05; // levels of 255
 constexpr double kLevels = 255;
+constexpr double kThinPen = 0.5;    // pixels
+constexpr std::size_t kFew = 4;     // lines
+constexpr double kDense = 128;      // samples a pixel
+constexpr double kCrowd = 1.5;      // layers of ink, between which little paper shows
 constexpr double kEdgeError = 0.25; // of a sub-column, on average
 // A curve's rows are exact along a slant, so that errors there mostly cancel, but for about this part.
 constexpr float kOfSlant = 0.2F;
@@ -54,32 +58,66 @@ XOV_INLINE void sumJumpsWith(const float* low, const float* high, int count, flo
     Vector jump = {};
     addJump(lowBefore, lowHere, lowNext, jump);
     addJump(highBefore, highHere, highNext, jump);
-    // A line that begins or ends has no jump there, and above or below the page there is none at all.
-    jump = highBefore > lowBefore ? jump : Vector{};
-    jump = highNext > lowNext ? jump : Vector{};
-    allJumps += highHere > lowHere ? jump : Vector{};
-    allSizes += highHere > lowHere ? highHere - lowHere + 1.0F : Vector{};
+    const Vector extent = highHere - lowHere; // where a line begins or ends, all of it is an edge
+    jump = highBefore > lowBefore ? jump : extent;
+    jump = highNext > lowNext ? jump : extent;
+    allJumps += extent > Vector{} ? jump : Vector{};
+    allSizes += extent > Vector{} ? extent + 1.0F : Vector{};
   }
   for (int lane = 0; lane < kLanes<Vector>; ++lane) {
     jumps += allJumps[lane];
     size += allSizes[lane];
   }
 }
-
 XOV_VECTOR8_FUNCTION(void, sumJumps,
                      (const float* low, const float* high, int count, float bottom, float& jumps, float& size),
                      (low, high, count, bottom, jumps, size))
 
+/// The rows of ink, about: one vector in four is looked at.
+template <class Vector>
+XOV_INLINE float sumInkedWith(const float* low, const float* high, int count, float bottom) {
+  constexpr int kEvery = 4;
+  Vector all = {};
+  int looks = 0;
+  for (int j = 0; j + kLanes<Vector> <= count; j += kEvery * kLanes<Vector>, ++looks) {
+    Vector from, to;
+    loadRows(low + j, bottom, from);
+    loadRows(high + j, bottom, to);
+    to -= from;
+    keepGreater(to, Vector{});
+    all += to;
+  }
+  float inked = 0;
+  for (int lane = 0; lane < kLanes<Vector>; ++lane)
+    inked += all[lane];
+  if (looks > 0) return inked * float(count) / float(looks * kLanes<Vector>);
+  for (int j = 0; j < count; ++j)
+    inked += std::max(std::min(high[j], bottom) - std::max(low[j], 0.0F), 0.0F);
+  return inked;
+}
+XOV_VECTOR8_FUNCTION(float, sumInked, (const float* low, const float* high, int count, float bottom),
+                     (low, high, count, bottom))
+
 } // namespace
 
-void InkRoughness::include(const float* low, const float* high, int count, int rows) {
+void InkRoughness::include(const float* low, const float* high, int count, int rows, bool judged) {
+  inked_ += double(sumInked(low, high, count, float(rows)));
+  if (!judged) return;
   float jumps = 0, size = 0;
   sumJumps(low, high, count, float(rows), jumps, size);
   jumps_ += double(jumps);
   size_ += double(size);
 }
 
-double InkRoughness::expectedError() const { return size_ > 0 ? kLevels * kEdgeError * jumps_ / size_ : 0; }
+bool InkRoughness::isCrowded(double place) const { return inked_ > kCrowd * place; }
+
+double InkRoughness::expectedError(double place) const {
+  if (!(size_ > 0) || !(place > 0)) return 0;
+  const double error = kLevels * kEdgeError * jumps_ / size_;
+  // Other ink that lies anywhere leaves exp(-layers) of the place free: so many of the edges show, on the rest of it.
+  const double layers = std::max(inked_ / place - 1, 0.0);
+  return layers > 0 ? error * layers / std::expm1(layers) : error;
+}
 
 TraceFineness::TraceFineness(double radius, std::size_t lines, double samplesPerPixel) {
   struct Start {
@@ -92,22 +130,25 @@ TraceFineness::TraceFineness(double radius, std::size_t lines, double samplesPer
   constexpr double kAnySamples = std::numeric_limits<double>::infinity();
   // Few lines leave room for more than many do. Where a pixel holds few samples, much of its ink lies beside a steep
   // edge; where it holds dozens, little does, and less so for a wide pen.
-  constexpr Start kStarts[] = {{4, 128, 64, 2},
+  constexpr Start kStarts[] = {{kFew, kDense, 64, 2},
                                {kAnyLines, 12, 40, 1},
-                               {16, 128, 32, 1},
-                               {kAnyLines, 128, 24, 2.0 / 3},
+                               {16, kDense, 32, 1},
+                               {kAnyLines, kDense, 24, 2.0 / 3},
                                {kAnyLines, kAnySamples, 16, 1}};
   const Start& start = *std::find_if(std::begin(kStarts), std::end(kStarts), [=](const Start& s) {
     return lines <= s.lines && samplesPerPixel < s.samplesPerPixel;
   });
   finest_ = roundedDown(kMost * std::min(kMostRadius / radius, 1.0));
-  coarsest_ = std::min(roundedDown(start.subColumns * std::min(start.radius / radius, 1.0)), finest_);
-  subColumns_ = coarsest_;
+  subColumns_ = std::min(roundedDown(start.subColumns * std::min(start.radius / radius, 1.0)), finest_);
+  coarsest_ = subColumns_;
+  const double inCrowd = (samplesPerPixel < kDense ? 2 : 1) * kStep * std::min(kThinPen / radius, 1.0);
+  coarsestInCrowd_ = lines <= kFew ? coarsest_ : std::min(coarsest_, roundedDown(inCrowd));
 }
 
-bool TraceFineness::refine(const InkRoughness& ink) {
-  const double wished = subColumns_ * ink.expectedError() / kLimit;
-  const int needed = std::clamp(roundedDown(std::min(wished, double(kMost)) + kStep - 1), coarsest_, finest_);
+bool TraceFineness::refine(const InkRoughness& ink, double place) {
+  const double wished = subColumns_ * ink.expectedError(place) / kLimit;
+  const int coarsest = ink.isCrowded(place) ? coarsestInCrowd_ : coarsest_;
+  const int needed = std::clamp(roundedDown(std::min(wished, double(kMost)) + kStep - 1), coarsest, finest_);
   const bool isCoarse = needed > subColumns_;
   subColumns_ = needed;
   return isCoarse;

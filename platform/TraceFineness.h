@@ -8,15 +8,21 @@ namespace xov {
 /// which are found to a quarter of a sub-column on average, and how many pixels share that error.
 class InkRoughness {
 public:
-  /// Adds the ink of a line in some sub-columns; what lies outside 0 to `rows` does not count.
-  void include(const float* low, const float* high, int count, int rows);
+  /// Adds the ink of a line in some sub-columns; what lies outside 0 to `rows` does not count. Of many lines only
+  /// some need to be judged by their jumps.
+  void include(const float* low, const float* high, int count, int rows, bool judged = true);
 
-  /// The mean difference of the inked pixels from the exact ones that is to be expected, in levels of 255.
-  double expectedError() const;
+  /// The mean difference of the inked pixels from the exact ones that is to be expected, in levels of 255, when the
+  /// ink is spread over a place of so many rows times sub-columns: where it covers that place several times over,
+  /// most jumps are hidden.
+  double expectedError(double place) const;
+  /// True when the ink covers nearly all of that place.
+  bool isCrowded(double place) const;
 
 private:
   double jumps_ = 0; // rows
-  double size_ = 0;  // rows with ink, summed over sub-columns
+  double size_ = 0;  // rows with ink and those that have part of it, summed over sub-columns
+  double inked_ = 0; // rows of all lines, about
 };
 
 /// How many sub-columns a pixel is cut into. The more the more exact, and the more work: ink begins with as many as
@@ -29,12 +35,14 @@ public:
   /// A multiple of eight.
   int subColumns() const { return subColumns_; }
 
-  /// Judges ink that was found with subColumns(). True when it is to be found again with more, which subColumns()
-  /// then is; else subColumns() becomes what suits the next ink if that is alike.
-  bool refine(const InkRoughness& ink);
+  /// Judges ink that was found with subColumns() in a place of so many rows times sub-columns. True when it is to be
+  /// found again with more, which subColumns() then is; else subColumns() becomes what suits the next ink if that is
+  /// alike.
+  bool refine(const InkRoughness& ink, double place);
 
 private:
   int coarsest_ = 0;
+  int coarsestInCrowd_ = 0;
   int finest_ = 0;
   int subColumns_ = 0;
 };

@@ -90,7 +90,7 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
       layers.reset(strip.subColumns(), strip.rows);
       for (std::size_t i = 0; i < projections.size(); ++i)
         envelope.addTrace(projections[i], layers, i % judgedEvery == 0);
-      finds = fineness.refine(envelope.roughness());
+      finds = fineness.refine(envelope.roughness(), double(strip.subColumns()) * strip.rows);
     }
     coverage.take(layers);
     for (int column = 0; column < strip.columns; column += kInkColumns) {
