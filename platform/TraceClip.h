@@ -23,7 +23,7 @@ public:
   /// Coordinates are rounded to multiples of `grid`; 0 leaves them as they are.
   TraceClip(const QRectF& box, double grid, Shape shape = Shape::Line);
 
-  void add(QPointF point) { passOn(0, point); }
+  void add(QPointF point);
   /// Ends the line: the next point starts another.
   void endLine();
 
@@ -43,12 +43,16 @@ private:
     QPointF crossing(QPointF a, QPointF b) const;
   };
 
+  bool contains(QPointF point) const;
+  void tellSides();
   void passOn(std::size_t index, QPointF point);
   void keep(QPointF point);
   void close();
 
   Shape shape_;
   std::array<Side, 4> sides_;
+  /// The point before, when it lies in the box and so went past every side; the sides do not know it yet.
+  std::optional<QPointF> inside_;
   double grid_ = 0;
   QPolygonF line_;
   std::vector<QPolygonF> lines_;

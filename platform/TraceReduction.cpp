@@ -16,6 +16,8 @@ constexpr double kFarAway = 1e100;              // points; keeps slopes finite
 constexpr std::int64_t kFew = 4;                // samples of a column that are all kept
 constexpr std::int64_t kNear = 8;               // samples that are looked at one by one before the search jumps
 constexpr std::int64_t kLongestBlock = 1 << 20; // samples scanned together; their indices fit 32 bits
+constexpr int kBatch = 256;                     // columns scanned together
+constexpr double kStraight = 0.125;             // columns; how far times may lie from a straight piece
 
 class TraceReducer {
 public:
@@ -41,13 +43,17 @@ public:
 private:
   void reduceGrowing();
   void reduceAny();
+  std::int64_t addDenseColumns(std::int64_t begin, std::int64_t last);
+  int cutColumns(std::int64_t begin, std::int64_t last, double firstEdge, std::int32_t* cuts) const;
   void addColumn(std::int64_t begin, std::int64_t end);
   void addBlock(std::int64_t begin, std::int64_t end);
+  void addExtremes(std::int64_t begin, std::int64_t end, float low, float high);
   void addBroken(std::int64_t begin, std::int64_t end);
   void addPoint(std::int64_t i);
   void addStartOfPiece(std::int64_t inside);
   void addEndOfPiece(std::int64_t beyond);
   std::int64_t nextEdge(std::int64_t begin, std::int64_t guess, std::int64_t end, double edge) const;
+  double columnOf(std::int64_t i) const { return std::floor((projection_.column(i) - origin_) / width_); }
   bool breaks(std::int64_t i) const { return !projection_.isFinite(i) || !std::isfinite(projection_.column(i)); }
 
   const Trace& trace_;
@@ -85,13 +91,57 @@ void TraceReducer::reduceGrowing() {
   std::int64_t size = 1;
   if (shape_ == TraceClip::Shape::Polygon) addStartOfPiece(first);
   while (begin < last) {
-    const double column = std::floor((projection_.column(begin) - origin_) / width_);
+    if (const std::int64_t next = addDenseColumns(begin, last); next > begin) {
+      begin = next;
+      continue;
+    }
+    const double column = columnOf(begin);
     const std::int64_t end = nextEdge(begin, begin + size, last, origin_ + (column + 1) * width_);
     size = end - begin;
     addColumn(begin, end);
     begin = end;
   }
   if (shape_ == TraceClip::Shape::Polygon) addEndOfPiece(last);
+}
+
+/// Cuts from `begin` on at each column's right edge, the first of which is `firstEdge`, as long as the samples lie on
+/// one straight piece. Returns how many columns there are.
+int TraceReducer::cutColumns(std::int64_t begin, std::int64_t last, double firstEdge, std::int32_t* cuts) const {
+  const TimePiece& piece = projection_.pieces()[projection_.pieceAt(begin)];
+  const double spacing = piece.step * projection_.columnsPerTime();
+  const double samples = width_ / spacing; // a column
+  if (!(samples > double(kFew) && samples < double(kLongestBlock))) return 0;
+  const std::int64_t end = std::min({last, piece.first + piece.count, begin + kLongestBlock});
+  if (!projection_.isStraight(begin, end - 1, kStraight * width_)) return 0;
+  const double start =
+      (firstEdge - projection_.columnOfTime(piece.start)) / spacing - double(begin - piece.first);
+  int count = 0;
+  cuts[0] = 0;
+  for (; count < kBatch; ++count) {
+    const double cut = std::ceil(start + count * samples);
+    if (!(cut > cuts[count] && cut < double(end - begin))) break;
+    cuts[count + 1] = static_cast<std::int32_t>(cut);
+  }
+  return count;
+}
+
+/// Columns from `begin` on that hold many samples a constant step apart. Returns where the samples after them begin,
+/// which is `begin` where there are no such columns.
+std::int64_t TraceReducer::addDenseColumns(std::int64_t begin, std::int64_t last) {
+  if (projection_.pieces().empty() || projection_.isOverruled(begin)) return begin;
+  std::int32_t cuts[kBatch + 1];
+  const int columns = cutColumns(begin, last, origin_ + (columnOf(begin) + 1) * width_, cuts);
+  if (columns == 0) return begin;
+  float low[kBatch], high[kBatch];
+  const bool unbroken = projection_.isFinite(begin) &&
+                        findBlockExtremes(projection_.samples() + begin, cuts, columns, low, high);
+  for (int k = 0; k < columns; ++k) {
+    if (unbroken)
+      addExtremes(begin + cuts[k], begin + cuts[k + 1], low[k], high[k]);
+    else
+      addColumn(begin + cuts[k], begin + cuts[k + 1]);
+  }
+  return begin + cuts[columns];
 }
 
 // The piece that reaches into the box from the left begins at its first sample: a straight way from there to the box
@@ -143,10 +193,22 @@ void TraceReducer::addBlock(std::int64_t begin, std::int64_t end) {
     ++begin;
   }
   if (begin == end) return;
+  if (!projection_.isFinite(begin)) return addBroken(begin, end); // also where a clamp leaves no number
   const float* const samples = projection_.samples();
   const std::int32_t cuts[] = {0, static_cast<std::int32_t>(end - begin)};
   float low = 0, high = 0;
   if (!findBlockExtremes(samples + begin, cuts, 1, &low, &high)) return addBroken(begin, end);
+  addExtremes(begin, end, low, high);
+}
+
+/// Samples of one column, none of which breaks the line.
+void TraceReducer::addExtremes(std::int64_t begin, std::int64_t end, float low, float high) {
+  if (end - begin <= kFew) {
+    for (; begin < end; ++begin)
+      addPoint(begin);
+    return;
+  }
+  const float* const samples = projection_.samples();
   std::int64_t lowest = std::find(samples + begin, samples + end, low) - samples;
   std::int64_t highest = std::find(samples + begin, samples + end, high) - samples;
   if (lowest > highest) std::swap(lowest, highest);
