@@ -3,6 +3,7 @@
 #include "platform/CrispLines.h"
 #include "platform/ImageResampling.h"
 #include "platform/LineClip.h"
+#include "platform/PaperTraces.h"
 #include "platform/SymbolCulling.h"
 #include "platform/SymbolRaster.h"
 #include "platform/TraceReduction.h"
@@ -20,8 +21,6 @@ namespace xov {
 
 namespace {
 
-// A trace on paper keeps what a column of a quarter point shows: 288 columns an inch, with full vertical detail.
-constexpr double kPaperColumn = 0.25;
 // Symbols stand on a grid of this many points on paper: shorter files, and a twelfth of a dot at 600 dots an inch.
 constexpr double kPaperStep = 0.01;
 // How far beyond the clip lines are kept, so that ends and joins there do not show: in line widths, and in points.
@@ -119,8 +118,9 @@ PainterContext::PainterContext(QPainter& painter, const QTransform& viewToDevice
   onTransform();
 }
 
-PainterContext::PainterContext(QPainter& painter, const QTransform& viewToDevice)
+PainterContext::PainterContext(QPainter& painter, const QTransform& viewToDevice, PaperTraces* traces)
     : PainterContext(painter, viewToDevice, PixelTarget()) {
+  paperTraces_ = traces;
   painter_.setRenderHint(QPainter::LosslessImageRendering);
 }
 
@@ -249,13 +249,22 @@ void PainterContext::strokeTracesPointByPoint(const Path& path) {
 }
 
 void PainterContext::strokeTracesOnPaper(const Path& path) {
+  if (clippedRect().isEmpty()) return;
   const QRectF visible = visibleRect(path.lineWidth());
+  const QColor& color = state().strokeColor;
+  if (paperTraces_ != nullptr && PaperTraces::canHold(visible, toDevice())) {
+    const QPainterPath marker = paperTraces_->stroke(path.traces(), visible, toDevice(), path.lineWidth(), color);
+    if (marker.isEmpty()) return;
+    painter_.setTransform(QTransform());
+    painter_.fillPath(marker, color);
+    return onTransform();
+  }
   QPainterPath lines;
   for (const Trace& trace : path.traces()) {
-    for (const QPolygonF& line : reduceTrace(trace, kPaperColumn, visible, 0))
+    for (const QPolygonF& line : reduceTrace(trace, kPaperTraceColumn, visible, 0))
       lines.addPolygon(line);
   }
-  if (!lines.isEmpty()) painter_.strokePath(lines, tracePen(path, state().strokeColor));
+  if (!lines.isEmpty()) painter_.strokePath(lines, tracePen(path, color));
 }
 
 void PainterContext::onFill(const Path& path) {
@@ -263,7 +272,7 @@ void PainterContext::onFill(const Path& path) {
   if (!path.traces().empty()) {
     const QRectF visible = visibleRect(0);
     for (const Trace& trace : path.traces()) {
-      for (const QPolygonF& line : traceAreas(trace, kPaperColumn, visible))
+      for (const QPolygonF& line : traceAreas(trace, kPaperTraceColumn, visible))
         shape.addPolygon(line);
     }
   }

@@ -11,13 +11,16 @@ class QPainter;
 
 namespace xov {
 
+class PaperTraces;
+
 /// A graphics context over a QPainter, for pixels and for paper.
 class PainterContext final : public GraphicsContext {
 public:
   /// Pixels: `painter` paints on the image behind `target`, whose memory traces are blended into directly.
   PainterContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target);
-  /// Paper: text stays text, traces are reduced to what a page shows.
-  PainterContext(QPainter& painter, const QTransform& viewToDevice);
+  /// Paper: text stays text, traces are reduced to what a page shows. They go into `traces`, and only their markers
+  /// onto the page, unless it is null.
+  PainterContext(QPainter& painter, const QTransform& viewToDevice, PaperTraces* traces);
 
 protected:
   void onSave() override;
@@ -49,6 +52,7 @@ private:
   QPainter& painter_;
   QTransform viewToDevice_;
   PixelTarget target_;
+  PaperTraces* paperTraces_ = nullptr;
 };
 
 } // namespace xov

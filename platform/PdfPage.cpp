@@ -1,6 +1,8 @@
 #include "platform/PdfPage.h"
 
 #include "platform/PainterContext.h"
+#include "platform/PaperTraces.h"
+#include "platform/PdfFile.h"
 
 #include <QBuffer>
 #include <QPageLayout>
@@ -29,24 +31,39 @@ void fixDate(QByteArray& pdf, const QByteArray& key) {
 // A page holds whole points; a rectangle with a fraction of one gets it on the next whole point.
 QSizeF pageSizeFor(const QRectF& rect) { return {std::ceil(rect.width()), std::ceil(rect.height())}; }
 
+QByteArray paintedPage(const QRectF& rect, const Drawing& draw, PaperTraces* traces) {
+  const QSizeF size = pageSizeFor(rect);
+  QByteArray pdf;
+  QBuffer buffer(&pdf);
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter writer(&buffer);
+  writer.setCreator(QStringLiteral("XOV_Graphics"));
+  writer.setResolution(kPointsPerInch);
+  writer.setPageLayout(QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
+                                   QPageLayout::Portrait, QMarginsF()));
+  QPainter painter(&writer);
+  PainterContext context(painter, QTransform(1, 0, 0, -1, -rect.left(), rect.y() + size.height()), traces);
+  draw(context);
+  painter.end();
+  return pdf;
+}
+
+// The page with its traces; nothing when their markers are not on it as expected.
+QByteArray withTraces(const QByteArray& pdf, PaperTraces& traces) {
+  const std::optional<PdfFile> file = PdfFile::parse(pdf);
+  if (!file) return {};
+  const std::optional<QByteArray> content = traces.insertInto(file->content());
+  return content ? file->withContent(*content) : QByteArray();
+}
+
 } // namespace
 
 QByteArray pdfPage(const QRectF& rect, const Drawing& draw) {
   if (!(rect.width() > 0 && rect.height() > 0)) return {};
-  const QSizeF size = pageSizeFor(rect);
-  QByteArray pdf;
-  {
-    QBuffer buffer(&pdf);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
-    writer.setCreator(QStringLiteral("XOV_Graphics"));
-    writer.setResolution(kPointsPerInch);
-    writer.setPageLayout(QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
-                                     QPageLayout::Portrait, QMarginsF()));
-    QPainter painter(&writer);
-    PainterContext context(painter, QTransform(1, 0, 0, -1, -rect.left(), rect.y() + size.height()));
-    draw(context);
-  }
+  PaperTraces traces;
+  QByteArray pdf = paintedPage(rect, draw, &traces);
+  if (!traces.isEmpty()) pdf = withTraces(pdf, traces);
+  if (pdf.isEmpty()) pdf = paintedPage(rect, draw, nullptr); // all through the painter
   fixDate(pdf, "/CreationDate (D:");
   return pdf;
 }

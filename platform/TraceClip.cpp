@@ -1,20 +1,18 @@
 #include "platform/TraceClip.h"
 
+#include <QtGlobal>
+
 #include <cmath>
-#include <cstdint>
 #include <utility>
 
 namespace xov {
 
 namespace {
 
-constexpr double kLargestRounded = 0x1p52; // grid steps; every larger number is whole
+constexpr double kLargestRounded = 0x1p52; // every larger number is whole
 
-/// The nearest whole number, halves away from zero; the library's own is several times slower without SSE 4.1.
-double nearestWhole(double value) {
-  if (!(std::abs(value) < kLargestRounded)) return value;
-  return static_cast<double>(static_cast<std::int64_t>(value + std::copysign(0.5, value)));
-}
+/// As std::round, which is a slow call on processors of the baseline.
+double nearestWhole(double value) { return std::abs(value) < kLargestRounded ? double(qRound64(value)) : value; }
 
 } // namespace
 
@@ -22,7 +20,9 @@ TraceClip::TraceClip(const QRectF& box, double grid, Shape shape)
     : shape_(shape),
       sides_{Side{true, false, box.left()}, Side{true, true, box.right()}, Side{false, false, box.top()},
              Side{false, true, box.bottom()}},
-      grid_(grid) {}
+      grid_(grid > 0 ? grid : 1),
+      steps_(1 / grid_),
+      rounds_(grid > 0) {}
 
 bool TraceClip::Side::keeps(QPointF point) const {
   const double value = vertical ? point.x() : point.y();
@@ -34,32 +34,33 @@ QPointF TraceClip::Side::crossing(QPointF a, QPointF b) const {
   return {a.x() + (bound - a.y()) / (b.y() - a.y()) * (b.x() - a.x()), bound};
 }
 
-bool TraceClip::contains(QPointF point) const {
-  return sides_[0].bound <= point.x() && point.x() <= sides_[1].bound && sides_[2].bound <= point.y() &&
-         point.y() <= sides_[3].bound;
+bool TraceClip::contains(double x, double y) const {
+  return sides_[0].bound <= x && x <= sides_[1].bound && sides_[2].bound <= y && y <= sides_[3].bound;
 }
 
 void TraceClip::tellSides() {
   if (!inside_) return;
   for (Side& side : sides_)
-    side.before = inside_;
-  inside_.reset();
+    side.before = QPointF(beforeX_, beforeY_);
+  inside_ = false;
 }
 
 // From one point in the box to the next nothing is cut, and no side is asked.
-void TraceClip::add(QPointF point) {
-  const bool contained = contains(point);
+void TraceClip::add(double x, double y) {
+  const bool contained = contains(x, y);
   if (contained && inside_) {
-    inside_ = point;
-    return keep(point);
+    keep(x, y);
+  } else {
+    tellSides();
+    passOn(0, QPointF(x, y));
+    inside_ = contained;
   }
-  tellSides();
-  passOn(0, point);
-  if (contained) inside_ = point;
+  beforeX_ = x;
+  beforeY_ = y;
 }
 
 void TraceClip::passOn(std::size_t index, QPointF point) {
-  if (index == sides_.size()) return keep(point);
+  if (index == sides_.size()) return keep(point.x(), point.y());
   Side& side = sides_[index];
   const bool kept = side.keeps(point);
   if (side.before && side.keeps(*side.before) != kept) passOn(index + 1, side.crossing(*side.before, point));
@@ -68,9 +69,9 @@ void TraceClip::passOn(std::size_t index, QPointF point) {
   if (kept) passOn(index + 1, point);
 }
 
-void TraceClip::keep(QPointF point) {
-  if (grid_ > 0) point = QPointF(nearestWhole(point.x() / grid_) * grid_, nearestWhole(point.y() / grid_) * grid_);
-  if (line_.isEmpty() || line_.last() != point) line_ << point;
+void TraceClip::keep(double x, double y) {
+  const Kept point = rounds_ ? Kept{nearestWhole(x * steps_), nearestWhole(y * steps_)} : Kept{x, y};
+  if (line_.empty() || line_.back().x != point.x || line_.back().y != point.y) line_.push_back(point);
 }
 
 // The way from the last point back to the first; each side hands its crossing on before the next one closes.
@@ -89,7 +90,12 @@ void TraceClip::endLine() {
     side.before.reset();
     side.first.reset();
   }
-  if (line_.size() > 1) lines_.push_back(line_);
+  if (line_.size() > 1) {
+    QPolygonF& line = lines_.emplace_back();
+    line.reserve(qsizetype(line_.size()));
+    for (const Kept& point : line_)
+      line.append(QPointF(point.x * grid_, point.y * grid_));
+  }
   line_.clear();
 }
 

@@ -23,7 +23,7 @@ public:
   /// Coordinates are rounded to multiples of `grid`; 0 leaves them as they are.
   TraceClip(const QRectF& box, double grid, Shape shape = Shape::Line);
 
-  void add(QPointF point);
+  void add(double x, double y);
   /// Ends the line: the next point starts another.
   void endLine();
 
@@ -42,19 +42,27 @@ private:
     bool keeps(QPointF point) const;
     QPointF crossing(QPointF a, QPointF b) const;
   };
+  /// A point that is kept, in steps of the grid.
+  struct Kept {
+    double x = 0;
+    double y = 0;
+  };
 
-  bool contains(QPointF point) const;
+  bool contains(double x, double y) const;
   void tellSides();
   void passOn(std::size_t index, QPointF point);
-  void keep(QPointF point);
+  void keep(double x, double y);
   void close();
 
   Shape shape_;
   std::array<Side, 4> sides_;
-  /// The point before, when it lies in the box and so went past every side; the sides do not know it yet.
-  std::optional<QPointF> inside_;
-  double grid_ = 0;
-  QPolygonF line_;
+  double grid_ = 1;
+  double steps_ = 1; ///< of the grid in a unit
+  bool rounds_ = false;
+  /// The point before lies in the box and so went past every side; the sides do not know it yet.
+  bool inside_ = false;
+  double beforeX_ = 0, beforeY_ = 0;
+  std::vector<Kept> line_;
   std::vector<QPolygonF> lines_;
 };
 

@@ -67,7 +67,7 @@ private:
 
 void TraceReducer::addPoint(std::int64_t i) {
   const double y = std::clamp(trace_.yOf(*trace_.valueAt(i)), -kFarAway, kFarAway);
-  clip_.add({projection_.column(i), y});
+  clip_.add(projection_.column(i), y);
 }
 
 /// The first sample at or right of an edge, begin < i <= end, looked for around a guess first.
@@ -113,8 +113,7 @@ int TraceReducer::cutColumns(std::int64_t begin, std::int64_t last, double first
   if (!(samples > double(kFew) && samples < double(kLongestBlock))) return 0;
   const std::int64_t end = std::min({last, piece.first + piece.count, begin + kLongestBlock});
   if (!projection_.isStraight(begin, end - 1, kStraight * width_)) return 0;
-  const double start =
-      (firstEdge - projection_.columnOfTime(piece.start)) / spacing - double(begin - piece.first);
+  const double start = (firstEdge - projection_.columnOfTime(piece.start)) / spacing - double(begin - piece.first);
   int count = 0;
   cuts[0] = 0;
   for (; count < kBatch; ++count) {
@@ -133,8 +132,8 @@ std::int64_t TraceReducer::addDenseColumns(std::int64_t begin, std::int64_t last
   const int columns = cutColumns(begin, last, origin_ + (columnOf(begin) + 1) * width_, cuts);
   if (columns == 0) return begin;
   float low[kBatch], high[kBatch];
-  const bool unbroken = projection_.isFinite(begin) &&
-                        findBlockExtremes(projection_.samples() + begin, cuts, columns, low, high);
+  const bool unbroken =
+      projection_.isFinite(begin) && findBlockExtremes(projection_.samples() + begin, cuts, columns, low, high);
   for (int k = 0; k < columns; ++k) {
     if (unbroken)
       addExtremes(begin + cuts[k], begin + cuts[k + 1], low[k], high[k]);

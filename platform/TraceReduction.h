@@ -9,6 +9,9 @@
 
 namespace xov {
 
+/// A trace on paper keeps what a column of a quarter point shows: 288 columns an inch, with full vertical detail.
+inline constexpr double kPaperTraceColumn = 0.25;
+
 /// The polylines that stand for a trace on paper, broken at gaps: every point where samples are few, else the first,
 /// lowest, highest and last true sample of each column of `columnWidth` view points, in their order. Coordinates are
 /// rounded to 1/100 point. What lies further than `margin` outside `clip` (view points) is cut off there, exactly; a

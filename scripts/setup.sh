@@ -8,7 +8,7 @@ jobs=$(nproc)
 compile_packages=(
   cmake g++ ninja-build pkg-config
   qt6-base-dev qt6-image-formats-plugins
-  libbenchmark-dev libcli11-dev libgmock-dev libgtest-dev libkissfft-dev libmseed-dev
+  libbenchmark-dev libcli11-dev libdeflate-dev libgmock-dev libgtest-dev libkissfft-dev libmseed-dev
   fonts-urw-base35)
 test_packages=(
   clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
