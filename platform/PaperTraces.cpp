@@ -20,6 +20,8 @@ constexpr double kLargestCoordinate = 1e7;
 constexpr double kLargestEntry = 1e9; // of a transform
 constexpr int kOpaque = 255;
 constexpr qsizetype kLongestNumber = 12; // characters of a coordinate and the space behind it
+// Viewers take several times longer for one path of thousands of segments than for many short ones.
+constexpr qsizetype kSegmentsOfStroke = 256;
 
 // Markers are triangles far to the left of every page, one below the other. No drawing has these corners by chance.
 constexpr int kMarkerX = -314159265;
@@ -80,47 +82,62 @@ bool PaperTraces::canHold(const QRectF& visible, const QTransform& toPage) {
          within(toPage.dy(), kLargestEntry) && toPage.isAffine();
 }
 
-void PaperTraces::addLine(const QPolygonF& line, qint64 originY) {
+void PaperTraces::addPoints(const QPointF* points, qsizetype count, qint64 originY) {
   const qsizetype begin = operators_.size();
-  operators_.resize(begin + line.size() * (2 * kLongestNumber + 2));
+  operators_.resize(begin + count * (2 * kLongestNumber + 2));
   char* out = operators_.data() + begin;
   const auto write = [&out](qint64 number) {
     out = std::to_chars(out, out + kLongestNumber, number).ptr;
     *out++ = ' ';
   };
-  char op = 'm';
-  for (const QPointF& at : line) {
-    write(qRound64(at.x() * kStepsPerPoint));
-    write(qRound64(at.y() * kStepsPerPoint) - originY);
-    *out++ = op;
+  for (qsizetype i = 0; i < count; ++i) {
+    write(qRound64(points[i].x() * kStepsPerPoint));
+    write(qRound64(points[i].y() * kStepsPerPoint) - originY);
+    *out++ = i == 0 ? 'm' : 'l';
     *out++ = '\n';
-    op = 'l';
   }
   operators_.truncate(out - operators_.constData());
 }
 
-// Opaque traces are stroked one by one, each about its own height: shorter numbers, and paths that viewers are quick
-// to stroke. The ink of translucent ones must not double where they cross, so they stay one path.
+// Where one stroke ends and the next begins they share a segment, so that the joins at its two ends are drawn.
+void PaperTraces::addStrokes(const QPolygonF& line, qint64 originY) {
+  for (qsizetype first = 0; first + 1 < line.size(); first += kSegmentsOfStroke) {
+    const qsizetype count = std::min(kSegmentsOfStroke + 2, line.size() - first);
+    addPoints(line.constData() + first, count, originY);
+    operators_ += "S\n";
+    if (first + count == line.size()) break;
+  }
+}
+
+void PaperTraces::addApart(const std::vector<QPolygonF>& lines, qint64& originY) {
+  const qint64 height = qRound64(lines.front().first().y() * kStepsPerPoint);
+  if (height != originY) operators_ += "1 0 0 1 0 " + QByteArray::number(height - originY) + " cm\n";
+  originY = height;
+  for (const QPolygonF& line : lines)
+    addStrokes(line, originY);
+}
+
+// Opaque traces are stroked piece by piece, each about its own height: shorter numbers, and paths that viewers are
+// quick to stroke. The ink of translucent ones must not double where it overlaps, so they stay one path.
 QPainterPath PaperTraces::stroke(const std::vector<Trace>& traces, const QRectF& visible, const QTransform& toPage,
                                  double lineWidth, const QColor& color) {
   const bool apart = color.alpha() == kOpaque;
   const qsizetype begin = operators_.size();
   operators_ += strokeState(toPage, lineWidth, color);
-  const qsizetype first = operators_.size();
+  bool shows = false;
   qint64 originY = 0;
   for (const Trace& trace : traces) {
     const std::vector<QPolygonF> lines = reduceTrace(trace, kPaperTraceColumn, visible, 0);
     if (lines.empty()) continue;
+    shows = true;
     if (apart) {
-      const qint64 height = qRound64(lines.front().first().y() * kStepsPerPoint);
-      operators_ += "1 0 0 1 0 " + QByteArray::number(height - originY) + " cm\n";
-      originY = height;
+      addApart(lines, originY);
+      continue;
     }
     for (const QPolygonF& line : lines)
-      addLine(line, originY);
-    if (apart) operators_ += "S\n";
+      addPoints(line.constData(), line.size(), 0);
   }
-  if (operators_.size() == first) {
+  if (!shows) {
     operators_.truncate(begin);
     return {};
   }

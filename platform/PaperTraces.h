@@ -35,7 +35,9 @@ public:
   std::optional<QByteArray> insertInto(const QByteArray& content);
 
 private:
-  void addLine(const QPolygonF& line, qint64 originY);
+  void addPoints(const QPointF* points, qsizetype count, qint64 originY);
+  void addStrokes(const QPolygonF& line, qint64 originY);
+  void addApart(const std::vector<QPolygonF>& lines, qint64& originY);
 
   QByteArray operators_;
   std::vector<qsizetype> ends_; ///< of the operators that each marker stands for

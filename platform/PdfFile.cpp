@@ -77,7 +77,7 @@ bool PdfFile::readTable() {
     if (!place || digits.size() != kPlace || *place > *table) return false;
     objects_.push_back(*place);
   }
-  return true;
+  return rows_.end <= tablePlace_.begin;
 }
 
 bool PdfFile::readContent() {
@@ -95,6 +95,8 @@ bool PdfFile::readContent() {
   stream_.begin = digits.end + before.size();
   if (!size || *size > file_.size() - stream_.begin) return false;
   stream_.end = stream_.begin + *size;
+  const bool lengthIsOutside = length_.end <= stream_.begin || stream_.end <= length_.begin;
+  if (!lengthIsOutside || std::max(length_.end, stream_.end) > table_) return false;
   content_ = unpacked(QByteArrayView(file_).sliced(stream_.begin, *size));
   return !content_.isEmpty();
 }
