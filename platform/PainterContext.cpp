@@ -255,8 +255,11 @@ void PainterContext::strokeTracesOnPaper(const Path& path) {
   if (paperTraces_ != nullptr && PaperTraces::canHold(visible, toDevice())) {
     const QPainterPath marker = paperTraces_->stroke(path.traces(), visible, toDevice(), path.lineWidth(), color);
     if (marker.isEmpty()) return;
+    // The painter's opacity holds for strokes, too; a colour's own only for what it fills.
     painter_.setTransform(QTransform());
-    painter_.fillPath(marker, color);
+    painter_.setOpacity(color.alphaF());
+    painter_.fillPath(marker, QColor(color.rgb()));
+    painter_.setOpacity(1);
     return onTransform();
   }
   QPainterPath lines;
