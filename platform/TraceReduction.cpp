@@ -17,6 +17,7 @@ constexpr std::int64_t kFew = 4;                // samples of a column that are 
 constexpr std::int64_t kNear = 8;               // samples that are looked at one by one before the search jumps
 constexpr std::int64_t kLongestBlock = 1 << 20; // samples scanned together; their indices fit 32 bits
 constexpr int kBatch = 256;                     // columns scanned together
+constexpr double kTie = 1e-6;                   // samples; closer to an edge than this, the sample itself is asked
 constexpr double kStraight = 0.125;             // columns; how far times may lie from a straight piece
 
 class TraceReducer {
@@ -117,7 +118,10 @@ int TraceReducer::cutColumns(std::int64_t begin, std::int64_t last, double first
   int count = 0;
   cuts[0] = 0;
   for (; count < kBatch; ++count) {
-    const double cut = std::ceil(start + count * samples);
+    const double position = start + count * samples;
+    double cut = std::ceil(position - kTie);
+    const bool mayTie = cut > 0 && cut < position + kTie && cut < double(end - begin);
+    if (mayTie && projection_.column(begin + static_cast<std::int64_t>(cut)) < firstEdge + count * width_) ++cut;
     if (!(cut > cuts[count] && cut < double(end - begin))) break;
     cuts[count + 1] = static_cast<std::int32_t>(cut);
   }

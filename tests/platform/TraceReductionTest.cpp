@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -201,4 +203,88 @@ TEST(TraceReduction, copesWithAbsurdDescriptions) {
   EXPECT_TRUE(reduceTrace(trace, double(kNan), clip, 1).empty());
   EXPECT_TRUE(reduceTrace(trace, 0.25, QRectF(), 0).empty());
   EXPECT_TRUE(reduceTrace(Trace(), 0.25, clip, 1).empty());
+}
+
+namespace {
+
+/// The rule spelled out: four points of each column with more than four samples, all points of the others; to 1/100
+/// and without repeats.
+QPolygonF reducedByTheRule(const Trace& trace, double width) {
+  const std::vector<QPointF> points = trace.points();
+  QPolygonF line;
+  const auto add = [&line](QPointF point) {
+    const QPointF rounded(std::round(point.x() * 100) / 100, std::round(point.y() * 100) / 100);
+    if (line.isEmpty() || line.last() != rounded) line << rounded;
+  };
+  for (std::size_t begin = 0, end = 0; begin < points.size(); begin = end) {
+    while (end < points.size() && std::floor(points[end].x() / width) == std::floor(points[begin].x() / width))
+      ++end;
+    const auto lower = [&points](std::size_t a, std::size_t b) { return points[a].y() < points[b].y(); };
+    std::vector<std::size_t> kept(end - begin);
+    std::iota(kept.begin(), kept.end(), begin);
+    if (kept.size() > 4) {
+      const std::size_t lowest = *std::min_element(kept.begin(), kept.end(), lower);
+      const std::size_t highest = *std::max_element(kept.begin(), kept.end(), lower);
+      kept = {begin, std::min(lowest, highest), std::max(lowest, highest), end - 1};
+    }
+    for (const std::size_t i : kept)
+      add(points[i]);
+  }
+  return line;
+}
+
+} // namespace
+
+TEST(TraceReduction, denseColumnsFollowTheRuleWhateverTheTimes) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE(::testing::Message() << "seed " << seed);
+  const std::vector<float> samples = noise(60000, 10, seed);
+  std::vector<float> stretched(samples.size()); // steps of a sixteenth to an eighth
+  for (std::size_t i = 1; i < stretched.size(); ++i)
+    stretched[i] = stretched[i - 1] + (i / 100 % 2 == 0 ? 0.0625F : 0.125F);
+  const TraceTime times[] = {
+      TraceTime::uniform(0, 0.0625F),         // exact
+      TraceTime::accumulated(0.01F, 0.0625F), // rounded, by another amount in each power of two
+      TraceTime::accumulated(-100, 0.1F),     // through 0
+      TraceTime::explicitValues(stretched.data()),
+  };
+  for (const TraceTime& time : times) {
+    Trace trace = traceOf(samples, 0.25); // a column of 0.25 points has 16, 10 or 8 samples
+    trace.time = time;
+    const QPolygonF line = onePolyline(reduceTrace(trace, 0.25, QRectF(-200, -1000, 4000, 2000), 0));
+    const QPolygonF expected = reducedByTheRule(trace, 0.25);
+    ASSERT_EQ(line.size(), expected.size()) << time.start;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+      ASSERT_NEAR(line[i].x(), expected[i].x(), 1e-9) << i;
+      ASSERT_NEAR(line[i].y(), expected[i].y(), 1e-9) << i;
+    }
+  }
+}
+
+TEST(TraceReduction, aGapAmongDenseColumnsBreaksTheLineThereOnly) {
+  const std::vector<float> whole = noise(20000, 10, 7);
+  std::vector<float> broken = whole;
+  broken[12345] = kNan;
+  const QRectF clip(0, -1000, 400, 2000);
+  const QPolygonF line = onePolyline(reduceTrace(traceOf(whole, 0.015625), 0.25, clip, 0)); // 16 samples a column
+  const std::vector<QPolygonF> pieces = reduceTrace(traceOf(broken, 0.015625), 0.25, clip, 0);
+  ASSERT_EQ(pieces.size(), 2U);
+  // Sample 12345 lies in column 771, x = 192.75 to 193; the gap is at x = 192.89.
+  const auto outside = [](const QPolygonF& all, double from, double to) {
+    QPolygonF rest;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(rest),
+                 [=](QPointF point) { return point.x() >= from && point.x() < to; });
+    return rest;
+  };
+  EXPECT_EQ(outside(pieces[0], 0, 192.75), outside(line, 0, 192.75));
+  EXPECT_EQ(outside(pieces[1], 193, 400), outside(line, 193, 400));
+  EXPECT_NEAR(pieces[0].last().x(), 12344 * 0.015625, 0.0051);
+  EXPECT_NEAR(pieces[1].first().x(), 12346 * 0.015625, 0.0051);
+}
+
+TEST(TraceReduction, aClampWithoutNumbersLeavesNothing) {
+  const std::vector<float> samples = noise(5000, 10, 7);
+  Trace trace = traceOf(samples, 0.01);
+  trace.clampLow = std::numeric_limits<float>::infinity();
+  EXPECT_TRUE(reduceTrace(trace, 0.25, QRectF(0, -100, 100, 200), 0).empty());
 }
