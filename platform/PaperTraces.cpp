@@ -13,7 +13,7 @@ namespace xov {
 
 namespace {
 
-// Lines are written in whole steps of this many points, the grid that they are reduced to.
+// Lines are written in whole steps of the grid that they are reduced to.
 constexpr double kStepsPerPoint = 100;
 // Readers may hold coordinates in single precision or 32 bits.
 constexpr double kLargestCoordinate = 1e7;

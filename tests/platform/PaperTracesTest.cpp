@@ -71,20 +71,26 @@ void strokeInto(PaperTraces& traces, const QColor& color) {
   EXPECT_FALSE(traces.stroke({smallTrace()}, visible, QTransform(1, 0, 0, -1, 0, 100), 1, color).isEmpty());
 }
 
-/// The page as another program draws it.
-QImage drawnByCairo(const QByteArray& pdf, int dotsPerInch) {
+/// What another program says of the page, which must be nothing on its standard error; `arguments` follow the file.
+QByteArray said(const QString& program, const QStringList& options, const QByteArray& pdf,
+                const QStringList& arguments) {
   const QTemporaryDir folder;
   QFile file(folder.filePath(QStringLiteral("page.pdf")));
   EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size());
   file.close();
   QProcess tool;
-  const QString stem = folder.filePath(QStringLiteral("page"));
-  tool.start(QStringLiteral("pdftocairo"),
-             {QStringLiteral("-png"), QStringLiteral("-singlefile"), QStringLiteral("-r"),
-              QString::number(dotsPerInch), file.fileName(), stem});
+  tool.start(program, options + QStringList{file.fileName()} + arguments);
   EXPECT_TRUE(tool.waitForFinished(60000)) << qPrintable(tool.errorString());
   EXPECT_EQ(tool.readAllStandardError(), "");
-  return QImage(stem + QStringLiteral(".png")).convertToFormat(QImage::Format_RGB32);
+  return tool.readAllStandardOutput();
+}
+
+/// The page as another program draws it.
+QImage drawnByCairo(const QByteArray& pdf, int dotsPerInch) {
+  const QStringList options{QStringLiteral("-png"), QStringLiteral("-singlefile"), QStringLiteral("-r"),
+                            QString::number(dotsPerInch)};
+  const QByteArray png = said(QStringLiteral("pdftocairo"), options, pdf, {QStringLiteral("-")});
+  return QImage::fromData(png).convertToFormat(QImage::Format_RGB32);
 }
 
 void fillPage(GraphicsContext& context) {
@@ -246,6 +252,24 @@ TEST(PaperTraces, aTranslucentTraceIsOnePath) {
   // 1000 points: 3 strokes of 257 segments, each sharing one with the next, and one of the rest (3 · 256 + 231 =
   // 999); 999 points: the same, one segment less; and the small trace.
   EXPECT_EQ(strokes(QColor(0, 0, 255)), 4 + 4 + 1);
+}
+
+TEST(PaperTraces, besideTracesTextStaysText) {
+  const QByteArray pdf = pdfPage(kPage, [](GraphicsContext& context) {
+    context.strokePath(smallPath());
+    context.drawText(QStringLiteral("Station HERN"), {60, 40}, TextAttributes::helvetica(14));
+    context.strokePath(smallPath());
+  });
+  EXPECT_EQ(said(QStringLiteral("pdftotext"), {}, pdf, {QStringLiteral("-")}).simplified(), "Station HERN");
+}
+
+TEST(PaperTraces, theSameTracesGiveTheSameBytes) {
+  const auto draw = [](GraphicsContext& context) {
+    context.strokePath(smallPath(0.7));
+    context.setColor(QColor(0, 0, 255, 128));
+    context.strokePath(smallPath());
+  };
+  EXPECT_EQ(pdfPage(kPage, draw), pdfPage(kPage, draw));
 }
 
 TEST(PaperTraces, strokesOfOneLineShareASegment) {
