@@ -20,8 +20,7 @@ constexpr double kLargestCoordinate = 1e7;
 constexpr double kLargestEntry = 1e9; // of a transform
 constexpr int kOpaque = 255;
 constexpr qsizetype kLongestNumber = 12; // characters of a coordinate and the space behind it
-// Viewers take several times longer for one path of thousands of segments than for many short ones.
-constexpr qsizetype kSegmentsOfStroke = 256;
+constexpr std::size_t kSegmentsOfStroke = 256;
 
 // Markers are triangles far to the left of every page, one below the other. No drawing has these corners by chance.
 constexpr int kMarkerX = -314159265;
@@ -72,6 +71,10 @@ QByteArray strokeState(const QTransform& toPage, double lineWidth, const QColor&
 
 } // namespace
 
+PaperTraces::Step PaperTraces::stepOf(QPointF point) {
+  return {qRound64(point.x() * kStepsPerPoint), qRound64(point.y() * kStepsPerPoint)};
+}
+
 bool PaperTraces::canHold(const QRectF& visible, const QTransform& toPage) {
   const auto within = [](double value, double largest) { return std::abs(value) <= largest; }; // false for NaN
   const double largest = kLargestCoordinate / kStepsPerPoint;
@@ -82,66 +85,68 @@ bool PaperTraces::canHold(const QRectF& visible, const QTransform& toPage) {
          within(toPage.dy(), kLargestEntry) && toPage.isAffine();
 }
 
-void PaperTraces::addPoints(const QPointF* points, qsizetype count, qint64 originY) {
+void PaperTraces::addPoints(std::span<const QPointF> points, Step origin) {
   const qsizetype begin = operators_.size();
-  operators_.resize(begin + count * (2 * kLongestNumber + 2));
+  operators_.resize(begin + qsizetype(points.size()) * (2 * kLongestNumber + 2));
   char* out = operators_.data() + begin;
   const auto write = [&out](qint64 number) {
     out = std::to_chars(out, out + kLongestNumber, number).ptr;
     *out++ = ' ';
   };
-  for (qsizetype i = 0; i < count; ++i) {
-    write(qRound64(points[i].x() * kStepsPerPoint));
-    write(qRound64(points[i].y() * kStepsPerPoint) - originY);
-    *out++ = i == 0 ? 'm' : 'l';
+  char op = 'm';
+  for (const QPointF& point : points) {
+    const Step at = stepOf(point);
+    write(at.x - origin.x);
+    write(at.y - origin.y);
+    *out++ = op;
     *out++ = '\n';
+    op = 'l';
   }
   operators_.truncate(out - operators_.constData());
 }
 
-// Where one stroke ends and the next begins they share a segment, so that the joins at its two ends are drawn.
-void PaperTraces::addStrokes(const QPolygonF& line, qint64 originY) {
-  for (qsizetype first = 0; first + 1 < line.size(); first += kSegmentsOfStroke) {
-    const qsizetype count = std::min(kSegmentsOfStroke + 2, line.size() - first);
-    addPoints(line.constData() + first, count, originY);
-    operators_ += "S\n";
-    if (first + count == line.size()) break;
+// About its own start and height, which makes the numbers short.
+void PaperTraces::addStroke(std::span<const QPointF> points) {
+  const auto [low, high] = std::minmax_element(points.begin(), points.end(),
+                                               [](const QPointF& a, const QPointF& b) { return a.y() < b.y(); });
+  const Step origin = stepOf({points.front().x(), (low->y() + high->y()) / 2});
+  operators_ += "q\n1 0 0 1 " + QByteArray::number(origin.x) + ' ' + QByteArray::number(origin.y) + " cm\n";
+  addPoints(points, origin);
+  operators_ += "S\nQ\n";
+}
+
+// Viewers are quick to draw short strokes. Where one ends and the next begins they share a segment, so that the joins
+// at its two ends are drawn.
+void PaperTraces::addStrokes(const QPolygonF& line) {
+  for (std::span<const QPointF> rest(line); rest.size() > 1;) {
+    const std::span<const QPointF> stroke = rest.first(std::min(kSegmentsOfStroke + 2, rest.size()));
+    addStroke(stroke);
+    if (stroke.size() == rest.size()) break;
+    rest = rest.subspan(kSegmentsOfStroke);
   }
 }
 
-void PaperTraces::addApart(const std::vector<QPolygonF>& lines, qint64& originY) {
-  const qint64 height = qRound64(lines.front().first().y() * kStepsPerPoint);
-  if (height != originY) operators_ += "1 0 0 1 0 " + QByteArray::number(height - originY) + " cm\n";
-  originY = height;
-  for (const QPolygonF& line : lines)
-    addStrokes(line, originY);
-}
-
-// Opaque traces are stroked piece by piece, each about its own height: shorter numbers, and paths that viewers are
-// quick to stroke. The ink of translucent ones must not double where it overlaps, so they stay one path.
+// The ink of translucent traces must not double where it overlaps, so they stay one path.
 QPainterPath PaperTraces::stroke(const std::vector<Trace>& traces, const QRectF& visible, const QTransform& toPage,
                                  double lineWidth, const QColor& color) {
-  const bool apart = color.alpha() == kOpaque;
+  const bool isOpaque = color.alpha() == kOpaque;
   const qsizetype begin = operators_.size();
   operators_ += strokeState(toPage, lineWidth, color);
   bool shows = false;
-  qint64 originY = 0;
   for (const Trace& trace : traces) {
-    const std::vector<QPolygonF> lines = reduceTrace(trace, kPaperTraceColumn, visible, 0);
-    if (lines.empty()) continue;
-    shows = true;
-    if (apart) {
-      addApart(lines, originY);
-      continue;
+    for (const QPolygonF& line : reduceTrace(trace, kPaperTraceColumn, visible, 0)) {
+      shows = true;
+      if (isOpaque)
+        addStrokes(line);
+      else
+        addPoints(line, {});
     }
-    for (const QPolygonF& line : lines)
-      addPoints(line.constData(), line.size(), 0);
   }
   if (!shows) {
     operators_.truncate(begin);
     return {};
   }
-  operators_ += apart ? "Q\n" : "S\nQ\n";
+  operators_ += isOpaque ? "Q\n" : "S\nQ\n";
   ends_.push_back(operators_.size());
   return markerShape(qsizetype(ends_.size()) - 1);
 }

@@ -10,6 +10,7 @@
 #include <QTransform>
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace xov {
@@ -35,9 +36,16 @@ public:
   std::optional<QByteArray> insertInto(const QByteArray& content);
 
 private:
-  void addPoints(const QPointF* points, qsizetype count, qint64 originY);
-  void addStrokes(const QPolygonF& line, qint64 originY);
-  void addApart(const std::vector<QPolygonF>& lines, qint64& originY);
+  /// A point of the grid that lines are written on.
+  struct Step {
+    qint64 x = 0;
+    qint64 y = 0;
+  };
+
+  static Step stepOf(QPointF point);
+  void addPoints(std::span<const QPointF> points, Step origin);
+  void addStroke(std::span<const QPointF> points);
+  void addStrokes(const QPolygonF& line);
 
   QByteArray operators_;
   std::vector<qsizetype> ends_; ///< of the operators that each marker stands for

@@ -45,6 +45,7 @@ QByteArray paintedPage(const QRectF& rect, const Drawing& draw, PaperTraces* tra
   PainterContext context(painter, QTransform(1, 0, 0, -1, -rect.left(), rect.y() + size.height()), traces);
   draw(context);
   painter.end();
+  fixDate(pdf, "/CreationDate (D:");
   return pdf;
 }
 
@@ -64,7 +65,6 @@ QByteArray pdfPage(const QRectF& rect, const Drawing& draw) {
   QByteArray pdf = paintedPage(rect, draw, &traces);
   if (!traces.isEmpty()) pdf = withTraces(pdf, traces);
   if (pdf.isEmpty()) pdf = paintedPage(rect, draw, nullptr); // all through the painter
-  fixDate(pdf, "/CreationDate (D:");
   return pdf;
 }
 

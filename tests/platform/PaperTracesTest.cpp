@@ -45,10 +45,11 @@ Path smallPath(double width = 1) {
   return path;
 }
 
-/// smallTrace() in hundredths of a point, about its first height of 23 points, on a page of 100 points' height.
+/// smallTrace() in hundredths of a point, about its first x and its middle height (23 + 44) / 2 = 33.5, on a page of
+/// 100 points' height.
 QByteArray smallOperators(const QByteArray& color, const QByteArray& width) {
   return "q\n0.01 0 0 -0.01 0 100 cm\n" + color + " RG\n" + width +
-         " w 0 J 1 j [] 0 d\n1 0 0 1 0 2300 cm\n0 0 m\n1000 900 l\n2000 300 l\n3000 2100 l\nS\nQ\n";
+         " w 0 J 1 j [] 0 d\nq\n1 0 0 1 0 3350 cm\n0 -1050 m\n1000 -150 l\n2000 -750 l\n3000 1050 l\nS\nQ\nQ\n";
 }
 
 QByteArray contentOf(const QByteArray& pdf) {
@@ -284,9 +285,12 @@ TEST(PaperTraces, strokesOfOneLineShareASegment) {
   Path path;
   path.appendTrace(trace);
   const QByteArray content = contentOfPage([&](GraphicsContext& context) { context.strokePath(path); });
-  // About the first height, 51 points; point i lies at 50 i steps, even ones at 0, odd ones 200 steps below.
-  EXPECT_TRUE(content.contains("12800 0 l\n12850 -200 l\nS\n12800 0 m\n12850 -200 l\n12900 0 l\nS\nQ\n"))
-      << content.right(300).constData();
+  // About a height of 50 points; point i lies at 50 i steps, even ones 100 steps above, odd ones below. The second
+  // stroke counts from point 256.
+  const QByteArray end = "12800 100 l\n12850 -100 l\nS\nQ\n";
+  const QByteArray next = "q\n1 0 0 1 12800 5000 cm\n0 100 m\n50 -100 l\n100 100 l\nS\nQ\nQ\n";
+  EXPECT_TRUE(content.contains("q\n1 0 0 1 0 5000 cm\n0 100 m\n50 -100 l\n")) << content.left(600).constData();
+  EXPECT_TRUE(content.contains(end + next)) << content.right(300).constData();
 }
 
 TEST(PaperTraces, wherePainterAndMarkersDisagreeThePainterDrawsItAll) {
