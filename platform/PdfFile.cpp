@@ -14,7 +14,7 @@ constexpr qsizetype kPlace = 10;          // digits of a place in it
 constexpr qsizetype kMostDigits = 15;     // of any number
 constexpr qsizetype kUsualRatio = 8;      // of operators to their packed form
 constexpr qsizetype kLargestRatio = 2048; // zlib reaches half of it
-// The fastest level packs the numbers of traces no worse than zlib's usual one, in a tenth of the time.
+// The fastest level: the usual one, 6, makes pages of traces 4 to 12 % smaller and takes five times as long.
 constexpr int kLevel = 1;
 
 /// A zlib stream, which is what a page's content is packed as; empty without memory.
