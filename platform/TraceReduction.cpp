@@ -13,6 +13,10 @@ namespace {
 
 constexpr double kGrid = 0.01;                  // points
 constexpr double kFarAway = 1e100;              // points; keeps slopes finite
+constexpr float kAlone = 0.75F;                 // of a column's range that a spike is away from its neighbours
+constexpr std::int64_t kLooks = 8;              // at a curve, to see whether it only rises or falls
+constexpr double kLeap = 0.5;                   // of the way, between two looks
+constexpr double kBend = 0.02;                  // points that a curve may be away from its chord
 constexpr std::int64_t kFew = 4;                // samples of a column that are all kept
 constexpr std::int64_t kNear = 8;               // samples that are looked at one by one before the search jumps
 constexpr std::int64_t kLongestBlock = 1 << 20; // samples scanned together; their indices fit 32 bits
@@ -48,6 +52,8 @@ private:
   int cutColumns(std::int64_t begin, std::int64_t last, double firstEdge, std::int32_t* cuts) const;
   void addColumn(std::int64_t begin, std::int64_t end);
   void addBlock(std::int64_t begin, std::int64_t end);
+  bool standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, float range) const;
+  void addCurve(std::int64_t from, std::int64_t to);
   void addExtremes(std::int64_t begin, std::int64_t end, float low, float high);
   void addBroken(std::int64_t begin, std::int64_t end);
   void addPoint(std::int64_t i);
@@ -219,9 +225,50 @@ void TraceReducer::addExtremes(std::int64_t begin, std::int64_t end, float low, 
   // Between a column's lowest and highest sample a stroke covers the fill, and leaving them out makes a fill of dense
   // data several times faster.
   if (shape_ == TraceClip::Shape::Polygon) return addPoint(end - 1);
-  if (lowest > begin) addPoint(lowest);
-  if (highest > lowest) addPoint(highest);
-  if (end - 1 > highest) addPoint(end - 1);
+  std::int64_t done = begin;
+  const auto keep = [&](std::int64_t i) {
+    if (i <= done) return;
+    addCurve(done, i);
+    addPoint(i);
+    done = i;
+  };
+  for (const std::int64_t extreme : {lowest, highest}) {
+    const bool isSpike = standsAlone(extreme, begin, end, high - low);
+    if (isSpike) keep(extreme - 1);
+    keep(extreme);
+    if (isSpike) keep(std::min(extreme + 1, end - 1));
+  }
+  keep(end - 1);
+}
+
+/// True for an extreme of a column that its neighbours are far from: without them a spike would be as wide as the
+/// column.
+bool TraceReducer::standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, float range) const {
+  if (double(range) * std::abs(trace_.yScale) < width_) return false;
+  const auto isFar = [&](std::int64_t neighbour) {
+    return neighbour < begin || neighbour >= end ||
+           std::abs(trace_.samples[neighbour] - trace_.samples[i]) > kAlone * range;
+  };
+  return isFar(i - 1) && isFar(i + 1);
+}
+
+/// Points between two that are kept, where the curve between them only rises or falls, in no great leaps, and bends
+/// on its way.
+void TraceReducer::addCurve(std::int64_t from, std::int64_t to) {
+  const std::int64_t count = to - from;
+  if (count < kLooks) return;
+  const auto value = [&](std::int64_t i) { return double(trace_.samples[i]); };
+  const double rise = value(to) - value(from);
+  const auto isLeap = [rise](double step) { return step * rise < 0 || std::abs(step) > kLeap * std::abs(rise); };
+  for (std::int64_t look = 0; look < kLooks; ++look) {
+    if (isLeap(value(from + count * (look + 1) / kLooks) - value(from + count * look / kLooks))) return;
+  }
+  const std::int64_t middle = from + count / 2;
+  const double chord = value(from) + rise * double(middle - from) / double(count);
+  if (!(std::abs(value(middle) - chord) * std::abs(trace_.yScale) > kBend)) return;
+  constexpr std::int64_t kParts = 4;
+  for (std::int64_t part = 1; part < kParts; ++part)
+    addPoint(from + count * part / kParts);
 }
 
 /// Few samples, or samples between gaps.

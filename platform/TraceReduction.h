@@ -13,9 +13,11 @@ namespace xov {
 inline constexpr double kPaperTraceColumn = 0.25;
 
 /// The polylines that stand for a trace on paper, broken at gaps: every point where samples are few, else the first,
-/// lowest, highest and last true sample of each column of `columnWidth` view points, in their order. Coordinates are
-/// rounded to 1/100 point. What lies further than `margin` outside `clip` (view points) is cut off there, exactly; a
-/// line that leaves and comes back runs along that border in between, so that its fill inside stays the same.
+/// lowest, highest and last true sample of each column of `columnWidth` view points, in their order; with the two
+/// neighbours of an extreme that stands alone, and with points on the way where the curve only rises or falls between
+/// these and bends. Coordinates are rounded to 1/100 point. What lies further than `margin` outside `clip` (view
+/// points) is cut off there, exactly; a line that leaves and comes back runs along that border in between, so that
+/// its fill inside stays the same.
 ///
 /// Works for every description; times that do not grow only cost more. A line of a single point is left out.
 std::vector<QPolygonF> reduceTrace(const Trace& trace, double columnWidth, const QRectF& clip, double margin);

@@ -24,25 +24,25 @@ using LanesOf = std::conditional_t<(kLanes<Vector> > 4), Float8, Float4>;
 template <class Vector>
 XOV_INLINE void extremesOfVectors(const float* samples, std::int64_t count, Vector& low, Vector& high) {
   constexpr int kWidth = kLanes<Vector>;
-  Vector next, otherLow, otherHigh;
+  Vector next, oddLow, oddHigh;
   loadVector(samples + count - kWidth, low); // the last vector overlaps the one before
-  high = otherLow = otherHigh = low;
+  high = oddLow = oddHigh = low;
   std::int64_t i = 0;
   for (; i + 2 * kWidth < count; i += 2 * kWidth) {
     loadVector(samples + i, next);
     keepSmaller(low, next);
     keepGreater(high, next);
     loadVector(samples + i + kWidth, next);
-    keepSmaller(otherLow, next);
-    keepGreater(otherHigh, next);
+    keepSmaller(oddLow, next);
+    keepGreater(oddHigh, next);
   }
   if (i + kWidth < count) {
     loadVector(samples + i, next);
     keepSmaller(low, next);
     keepGreater(high, next);
   }
-  keepSmaller(low, otherLow);
-  keepGreater(high, otherHigh);
+  keepSmaller(low, oddLow);
+  keepGreater(high, oddHigh);
 }
 
 template <class Vector>

@@ -1,6 +1,7 @@
 #include "platform/TraceRaster.h"
 
 #include "tests/support/TraceReference.h"
+#include "tests/support/TraceSignals.h"
 
 #include <gtest/gtest.h>
 
@@ -52,46 +53,6 @@ Trace traceOf(const std::vector<float>& samples, double pointsPerSample, double 
   return trace;
 }
 
-/// What a trace may look like: the value at x points for sample i, `perPoint` of them to a point.
-struct Signal {
-  const char* name;
-  std::function<float(double x, std::size_t i, double perPoint, std::mt19937& random)> value;
-};
-
-float normal(std::mt19937& random, double deviation) {
-  return std::normal_distribution<float>(0, float(deviation))(random);
-}
-
-const std::vector<Signal>& signalKinds() {
-  static const std::vector<Signal> kinds{
-      {"noise of 0.05 points", [](double, std::size_t, double, std::mt19937& r) { return normal(r, 0.05); }},
-      {"noise of 1 point", [](double, std::size_t, double, std::mt19937& r) { return normal(r, 1); }},
-      {"noise of 15 points", [](double, std::size_t, double, std::mt19937& r) { return normal(r, 15); }},
-      {"burst", [](double x, std::size_t, double,
-                   std::mt19937& r) { return normal(r, 0.1 + 12 * std::exp(-std::pow(x - 35, 2) / 90)); }},
-      {"sine", [](double x, std::size_t, double, std::mt19937&) { return float(17 * std::sin(0.4 * x)); }},
-      {"steps", [](double x, std::size_t, double, std::mt19937&) { return std::fmod(x, 17.3) < 8 ? 13.3F : -11.1F; }},
-      {"single spikes",
-       [](double, std::size_t i, double perPoint, std::mt19937&) {
-         return i % std::size_t(std::max(3.0, 13.7 * perPoint)) == std::size_t(2 + perPoint) ? 19.0F : 0.37F;
-       }},
-      {"flat line", [](double, std::size_t, double, std::mt19937&) { return 0.3137F; }},
-      {"gaps",
-       [](double x, std::size_t i, double, std::mt19937& r) {
-         const float value = normal(r, 5);
-         return int(1.7 * x) % 9 == 4 || i % 37 == 13 ? kNan : value;
-       }},
-  };
-  return kinds;
-}
-
-std::vector<float> samplesOf(const Signal& signal, double perPoint, std::mt19937& random) {
-  std::vector<float> samples(std::size_t(std::max(3.0, perPoint * (kWidth - 3))));
-  for (std::size_t i = 0; i < samples.size(); ++i)
-    samples[i] = signal.value(double(i) / perPoint, i, perPoint, random);
-  return samples;
-}
-
 int inkedPixels(const QImage& picture) {
   int inked = 0;
   for (int y = 0; y < picture.height(); ++y) {
@@ -115,11 +76,12 @@ TEST_P(TraceRasterPicture, equalsTheReferenceForEverySignalAndDensity) {
   for (const double perPixel : {0.3, 0.5, 2.0, 10.0, 50.0, 400.0}) {
     for (const Signal& signal : signalKinds()) {
       SCOPED_TRACE(::testing::Message() << signal.name << ", " << perPixel << " samples a pixel");
-      const std::vector<float> samples = samplesOf(signal, perPixel * ratio, random);
+      const std::vector<float> samples = samplesOf(signal, perPixel * ratio, kWidth - 3, random);
       const Trace trace = traceOf(samples, 1 / (perPixel * ratio));
       QImage picture = whitePicture(ratio);
       ASSERT_TRUE(stroke(picture, {&trace, 1}, ratio, 1));
-      // With 16 × 16 places a pixel the reference itself is two levels off on slanted edges, with 53 × 53 half a one; and 53 shares no factor with any fineness.
+      // With 16 × 16 places a pixel the reference itself is two levels off on slanted edges, with 53 × 53 half a one;
+      // and 53 shares no factor with any fineness.
       constexpr int kGrid = 53;
       const std::vector<double> expected =
           referenceCoverage({&trace, 1}, viewToDevice(ratio), 1, picture.width(), picture.height(), kGrid);
@@ -141,7 +103,7 @@ TEST(TraceRaster, aLineOfManyIsAsExactAsOne) {
   for (const double perPixel : {3.0, 30.0, 300.0}) {
     for (const Signal& signal : signalKinds()) {
       SCOPED_TRACE(::testing::Message() << signal.name << ", " << perPixel << " samples a pixel");
-      const std::vector<float> samples = samplesOf(signal, perPixel, random);
+      const std::vector<float> samples = samplesOf(signal, perPixel, kWidth - 3, random);
       const std::vector<float> farAway(samples.size(), 1e6F);
       std::vector<Trace> traces(kLines, traceOf(farAway, 1 / perPixel));
       traces.front().samples = samples.data();
@@ -164,7 +126,7 @@ TEST(TraceRaster, linesThinnerThanAPixelAndWidePensEqualTheReference) {
       for (const Signal& signal : signalKinds()) {
         SCOPED_TRACE(::testing::Message()
                      << signal.name << ", " << perPixel << " samples a pixel, width " << lineWidth);
-        const std::vector<float> samples = samplesOf(signal, perPixel, random);
+        const std::vector<float> samples = samplesOf(signal, perPixel, kWidth - 3, random);
         const Trace trace = traceOf(samples, 1 / perPixel);
         QImage picture = whitePicture(1);
         ASSERT_TRUE(stroke(picture, {&trace, 1}, 1, lineWidth));

@@ -12,6 +12,7 @@
 #include <limits>
 #include <numeric>
 #include <random>
+#include <set>
 #include <vector>
 
 using namespace xov;
@@ -135,11 +136,53 @@ TEST(TraceReduction, keepsTheFirstValueAndTheClamp) {
   std::vector<float> samples(100, 3.0F);
   samples[50] = 9;
   samples[0] = kNan;
-  Trace trace = traceOf(samples, 0.005);
+  Trace trace = traceOf(samples, 0.01);
   trace.firstValue = 7.0F;
   trace.clampHigh = 4.0F;
   EXPECT_EQ(onePolyline(reduceTrace(trace, 1, QRectF(-1, -1, 100, 100), 1)),
-            (QPolygonF{{0, 7}, {0.01, 3}, {0.25, 4}, {0.5, 3}}));
+            (QPolygonF{{0, 7}, {0.01, 3}, {0.49, 3}, {0.5, 4}, {0.51, 3}, {0.99, 3}}));
+}
+
+// Without its neighbours the spike would be a triangle from the column's first sample to its last.
+TEST(TraceReduction, aSpikeKeepsItsNeighbours) {
+  std::vector<float> samples(200, 0.0F);
+  samples[30] = 5;
+  samples[170] = -5;
+  EXPECT_EQ(
+      onePolyline(reduceTrace(traceOf(samples, 0.01), 1, QRectF(-1, -10, 100, 20), 1)),
+      (QPolygonF{
+          {0, 0}, {0.29, 0}, {0.3, 5}, {0.31, 0}, {0.99, 0}, {1, 0}, {1.69, 0}, {1.7, -5}, {1.71, 0}, {1.99, 0}}));
+}
+
+// It is a tenth of a point high in a column of one.
+TEST(TraceReduction, aSpikeThatIsLowerThanAColumnIsWideDoesNot) {
+  std::vector<float> samples(100, 0.0F);
+  samples[30] = 0.1F;
+  EXPECT_EQ(onePolyline(reduceTrace(traceOf(samples, 0.01), 1, QRectF(-1, -10, 100, 20), 1)),
+            (QPolygonF{{0, 0}, {0.3, 0.1}, {0.99, 0}}));
+}
+
+// A wave of 100 samples in columns of 50: each holds an extreme, and chords from it to the column's ends would lie up
+// to a fifth of the height away: sin 45° - 1/2.
+TEST(TraceReduction, aSmoothCurveKeepsItsBend) {
+  constexpr double kHeight = 3, kStep = 6.283185307179586 / 100;
+  std::vector<float> samples(1000);
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = float(kHeight * std::sin(kStep * double(i)));
+  const QPolygonF line = onePolyline(reduceTrace(traceOf(samples, 0.01), 0.5, QRectF(-1, -10, 100, 20), 1));
+  EXPECT_LE(line.size(), 20 * (4 + 2 * 3));
+  double worst = 0;
+  qsizetype next = 1;
+  for (std::size_t i = 0; i < samples.size(); ++i) {
+    const double x = 0.01 * double(i);
+    while (next + 1 < line.size() && line[next].x() < x)
+      ++next;
+    const QPointF a = line[next - 1], b = line[next];
+    const double y = a.y() + (x - a.x()) / (b.x() - a.x()) * (b.y() - a.y());
+    worst = std::max(worst, std::abs(y - double(samples[i])));
+  }
+  // Parts of 25 / 4 samples: at most 1 - cos of half of one, and the rounding to 1/100.
+  EXPECT_LE(worst, kHeight * (1 - std::cos(kStep * 3.5)) + 0.01);
 }
 
 TEST(TraceReduction, everyColumnKeepsItsExtremes) {
@@ -148,7 +191,7 @@ TEST(TraceReduction, everyColumnKeepsItsExtremes) {
   constexpr std::size_t kColumn = 64; // samples of 1/8 point in a column of 8 points
   const std::vector<float> samples = noise(100 * kColumn, 10, seed);
   const QPolygonF line = onePolyline(reduceTrace(traceOf(samples, 0.125), 8, QRectF(0, -100, 800, 200), 1));
-  EXPECT_LE(line.size(), 4 * 100);
+  EXPECT_LE(line.size(), 8 * 100); // with the neighbours of extremes that stand alone
   std::vector<double> low(100, 1e9), high(100, -1e9);
   for (const QPointF& point : line) {
     const auto index = std::size_t(std::lround(point.x() / 0.125)); // the rounding to 1/100 is less than half a step
@@ -164,11 +207,32 @@ TEST(TraceReduction, everyColumnKeepsItsExtremes) {
   }
 }
 
-TEST(TraceReduction, looksLikeAllPointsAt600DotsAnInch) {
+namespace {
+
+std::vector<float> spikes() {
+  std::vector<float> samples(600, 0.02F);
+  for (std::size_t i = 17; i < samples.size(); i += 97)
+    samples[i] = i % 2 == 0 ? 3.1F : -2.7F;
+  return samples;
+}
+
+std::vector<float> wave(double period) {
+  std::vector<float> samples(600);
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = float(3.2 * std::sin(6.283185307179586 / period * double(i)));
+  return samples;
+}
+
+} // namespace
+
+class PaperPicture : public ::testing::TestWithParam<int> {};
+
+TEST_P(PaperPicture, looksLikeAllPointsAt600DotsAnInch) {
   const unsigned seed = std::random_device{}();
   SCOPED_TRACE(::testing::Message() << "seed " << seed);
   constexpr double kDots = 600.0 / 72;
-  const std::vector<float> samples = noise(600, 1.2F, seed);
+  const std::vector<float> kinds[] = {noise(600, 1.2F, seed), noise(600, 0.1F, seed), spikes(), wave(160), wave(40)};
+  const std::vector<float>& samples = kinds[GetParam()];
   Trace trace = traceOf(samples, 0.012); // 21 samples a quarter point
   trace.yOffset = 4;
   constexpr int kWidth = 50, kHeight = 66;
@@ -185,6 +249,10 @@ TEST(TraceReduction, looksLikeAllPointsAt600DotsAnInch) {
   ASSERT_GT(inked, 500);
   EXPECT_LE(difference / inked, 2.0);
 }
+
+constexpr const char* kKinds[] = {"noise", "quietNoise", "spikes", "slowWave", "fastWave"};
+INSTANTIATE_TEST_SUITE_P(Signals, PaperPicture, ::testing::Range(0, int(std::size(kKinds))),
+                         [](const auto& kind) { return std::string(kKinds[kind.param]); });
 
 TEST(TraceReduction, copesWithAbsurdDescriptions) {
   const float largest = std::numeric_limits<float>::max();
@@ -207,7 +275,15 @@ TEST(TraceReduction, copesWithAbsurdDescriptions) {
 
 namespace {
 
-/// The rule spelled out: four points of each column with more than four samples, all points of the others; to 1/100
+/// True for an extreme whose neighbours in its column are more than three quarters of the column's range away, which
+/// is a quarter point or more.
+bool isSpike(const std::vector<QPointF>& points, std::size_t i, std::size_t begin, std::size_t end, double range) {
+  const auto isFar = [&](std::size_t other) { return std::abs(points[other].y() - points[i].y()) > 0.75 * range; };
+  return range >= 0.25 && (i == begin || isFar(i - 1)) && (i + 1 == end || isFar(i + 1));
+}
+
+/// The rule for noise spelled out: four points of each column with more than four samples and the neighbours of
+/// spikes, all points of the others; to 1/100
 /// and without repeats.
 QPolygonF reducedByTheRule(const Trace& trace, double width) {
   const std::vector<QPointF> points = trace.points();
@@ -225,7 +301,14 @@ QPolygonF reducedByTheRule(const Trace& trace, double width) {
     if (kept.size() > 4) {
       const std::size_t lowest = *std::min_element(kept.begin(), kept.end(), lower);
       const std::size_t highest = *std::max_element(kept.begin(), kept.end(), lower);
-      kept = {begin, std::min(lowest, highest), std::max(lowest, highest), end - 1};
+      const double range = points[highest].y() - points[lowest].y();
+      std::set<std::size_t> indices{begin, lowest, highest, end - 1};
+      for (const std::size_t extreme : {lowest, highest}) {
+        if (!isSpike(points, extreme, begin, end, range)) continue;
+        if (extreme > begin) indices.insert(extreme - 1);
+        if (extreme + 1 < end) indices.insert(extreme + 1);
+      }
+      kept.assign(indices.begin(), indices.end());
     }
     for (const std::size_t i : kept)
       add(points[i]);
