@@ -5,6 +5,7 @@
 #include "platform/TraceVector.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace xov {
@@ -13,14 +14,25 @@ namespace {
 
 constexpr float kLargest = std::numeric_limits<float>::max();
 
+/// True when no value needs to be held in bounds before it becomes a row: without a clamp, and with an origin so
+/// small that no difference from it is too large.
+bool isUnbounded(const TraceRows& toRow) {
+  constexpr float kSmallOrigin = 1e30F;
+  return toRow.low <= -kLargest && toRow.high >= kLargest && std::abs(toRow.valueOrigin) <= kSmallOrigin;
+}
+
 /// TraceRows for a vector.
 template <class Vector>
-XOV_INLINE void toRows(const TraceRows& toRow, Vector& value) {
-  keepGreater(value, Vector{} + toRow.low);
-  keepSmaller(value, Vector{} + toRow.high);
+XOV_INLINE void toRows(const TraceRows& toRow, bool unbounded, Vector& value) {
+  if (!unbounded) {
+    keepGreater(value, Vector{} + toRow.low);
+    keepSmaller(value, Vector{} + toRow.high);
+  }
   value -= toRow.valueOrigin;
-  keepGreater(value, Vector{} - kLargest);
-  keepSmaller(value, Vector{} + kLargest);
+  if (!unbounded) {
+    keepGreater(value, Vector{} - kLargest);
+    keepSmaller(value, Vector{} + kLargest);
+  }
   value = (value - toRow.middle) * toRow.scale + toRow.offset;
   keepGreater(value, Vector{} - kFarRow);
   keepSmaller(value, Vector{} + kFarRow);
@@ -28,13 +40,14 @@ XOV_INLINE void toRows(const TraceRows& toRow, Vector& value) {
 
 template <class Vector>
 XOV_INLINE bool findRowsWith(const float* samples, int count, const TraceRows& toRow, float* rows) {
+  const bool unbounded = isUnbounded(toRow);
   Vector value, broken = {}; // x - x is 0 for a number and NaN for everything else, and NaN stays in a sum
   float rest = 0;
   int i = 0;
   for (; i + kLanes<Vector> <= count; i += kLanes<Vector>) {
     loadVector(samples + i, value);
     broken += value - value;
-    toRows(toRow, value);
+    toRows(toRow, unbounded, value);
     storeVector(value, rows + i);
   }
   for (; i < count; ++i) {
@@ -48,14 +61,15 @@ XOV_INLINE bool findRowsWith(const float* samples, int count, const TraceRows& t
 
 template <class Vector>
 XOV_INLINE void orderRowsWith(const TraceRows& toRow, float* low, float* high, int count) {
+  const bool unbounded = isUnbounded(toRow);
   int k = 0;
   for (; k + kLanes<Vector> <= count; k += kLanes<Vector>) {
     Vector a, b;
     loadVector(low + k, a);
     loadVector(high + k, b);
     const auto empty = a > b;
-    toRows(toRow, a);
-    toRows(toRow, b);
+    toRows(toRow, unbounded, a);
+    toRows(toRow, unbounded, b);
     Vector lower = a, upper = a;
     keepSmaller(lower, b);
     keepGreater(upper, b);

@@ -19,7 +19,8 @@ constexpr double kDense = 4;
 constexpr float kSmoothOverlap = 0.25F;
 // Samples that are looked at together; indices inside such a stretch fit 32 bits.
 constexpr std::int64_t kLongestWindow = std::int64_t(1) << 28;
-// Samples of a trace's next strip that are asked for while this one is at hand; the processor foresees the rest.
+// Up to so many samples of a trace's next strip are asked for while this one is at hand. More than these the
+// processor foresees by itself.
 constexpr std::int64_t kForeseen = 2048;
 constexpr std::int64_t kCacheLine = 16; // samples
 
@@ -53,9 +54,10 @@ void TraceEnvelope::addTrace(const TraceProjection& projection, TraceLayers& lay
   const std::int64_t beyond = projection.firstAtOrAfter(strip_.left + strip_.columns + reach);
   // One sample more on either side: the segments that lead in and out.
   const SampleRange window{std::max(inside - 1, projection.first()), std::min(beyond + 1, projection.last())};
-  for (std::int64_t next = window.end;
-       next < std::min(window.end + std::min(window.size(), kForeseen), projection.last()); next += kCacheLine) {
-    __builtin_prefetch(projection.samples() + next, 0, 2);
+  if (window.size() <= kForeseen) {
+    const std::int64_t end = std::min(window.end + window.size(), projection.last());
+    for (std::int64_t next = window.end; next < end; next += kCacheLine)
+      __builtin_prefetch(projection.samples() + next, 0, 2);
   }
   for (std::int64_t begin = window.begin; begin + 1 < window.end; begin += kLongestWindow) {
     addWindow(projection, layers, {begin, std::min(window.end, begin + kLongestWindow + 1)});

@@ -111,6 +111,17 @@ public:
     return true;
   }
 
+  /// Adds the intervals of a layer that is the only one.
+  XOV_INLINE void addAlone(const Vector& low, const Vector& high) {
+    const Words live = low < high;
+    const unsigned liveLanes = laneBits(live);
+    if (liveLanes == 0) return;
+    keepSmaller(lowest_, live ? low : lowest_);
+    keepGreater(highest_, live ? high : highest_);
+    const Vector none = {}; // where nothing is, far rows would not fit their units
+    addIntervals(changes_, live ? low : none, live ? high : none, liveLanes);
+  }
+
   /// Lets the intervals of some lanes go.
   XOV_INLINE void letGo(unsigned lanes) {
     const Words held = high_ >= Vector{};
@@ -145,6 +156,15 @@ XOV_INLINE bool addUnionWith(const float* const* lows, const float* const* highs
   const Vector top = {}, bottom = Vector{} + float(rows);
   LaneUnion<Vector> all(changes);
   for (int j = firstSub; j < firstSub + count; j += kLanes<Vector>) {
+    if (layers == 1) { // as of a path of one line
+      Vector low, high;
+      loadVector(lows[0] + j, low);
+      loadVector(highs[0] + j, high);
+      keepGreater(low, top);
+      keepSmaller(high, bottom);
+      all.addAlone(low, high);
+      continue;
+    }
     all.reset();
     for (int layer = 0; layer < layers; ++layer) {
       Vector low, high;
