@@ -13,6 +13,7 @@
 #include <QPainterPathStroker>
 #include <QPen>
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 #include <utility>
@@ -101,6 +102,11 @@ QPen tracePen(const Path& path, const QColor& color) {
   return QPen(color, path.lineWidth(), Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
 }
 
+void fillPixels(const PixelTarget& target, QRgb color) {
+  for (int row = 0; row < target.height; ++row)
+    std::fill_n(reinterpret_cast<QRgb*>(target.bits + row * target.bytesPerLine), target.width, color);
+}
+
 bool withinPainterLimits(const QPainterPath& deviceShape) {
   const QRectF box = deviceShape.controlPointRect();
   return std::abs(box.left()) < kPainterLimit && std::abs(box.right()) < kPainterLimit &&
@@ -112,7 +118,8 @@ bool withinPainterLimits(const QPainterPath& deviceShape) {
 PainterContext::PainterContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target)
     : painter_(painter),
       viewToDevice_(viewToDevice),
-      target_(target) {
+      target_(target),
+      isUncleared_(!onPaper()) {
   painter_.setRenderHint(QPainter::Antialiasing);
   painter_.setRenderHint(QPainter::SmoothPixmapTransform, false);
   onTransform();
@@ -122,6 +129,33 @@ PainterContext::PainterContext(QPainter& painter, const QTransform& viewToDevice
     : PainterContext(painter, viewToDevice, PixelTarget()) {
   paperTraces_ = traces;
   painter_.setRenderHint(QPainter::LosslessImageRendering);
+}
+
+PainterContext::~PainterContext() { clearOnce(); }
+
+void PainterContext::clearOnce() {
+  if (!isUncleared_) return;
+  isUncleared_ = false;
+  fillPixels(target_, 0);
+}
+
+/// True for a rectangle that every pixel lies inside of, drawn without a clip.
+bool PainterContext::fillsAll(const QPainterPath& shape) const {
+  constexpr int kCorners = 5; // the first one twice
+  constexpr double kRounding = 1e-6;
+  const QTransform matrix = toDevice();
+  if (state().clipRect || !state().clipIsRect || matrix.type() > QTransform::TxScale) return false;
+  if (shape.elementCount() != kCorners) return false;
+  double area = 0; // as large as its box only for a rectangle
+  for (int i = 0; i < kCorners; ++i) {
+    const QPainterPath::Element a = shape.elementAt(i), b = shape.elementAt((i + 1) % kCorners);
+    if (a.isCurveTo() || (i > 0 && a.isMoveTo())) return false;
+    area += (a.x * b.y - b.x * a.y) / 2;
+  }
+  const QRectF box = shape.controlPointRect();
+  const QRectF pixels = matrix.mapRect(box).adjusted(-kRounding, -kRounding, kRounding, kRounding);
+  return std::abs(area) >= box.width() * box.height() * (1 - kRounding) &&
+         pixels.contains(QRectF(0, 0, target_.width, target_.height));
 }
 
 void PainterContext::onSave() { painter_.save(); }
@@ -149,6 +183,7 @@ QRectF PainterContext::visibleRect(double lineWidth) const {
 }
 
 void PainterContext::onStroke(const Path& path) {
+  clearOnce();
   if (path.shape().elementCount() > 0) strokeShape(path);
   if (path.traces().empty()) return;
   if (onPaper()) {
@@ -279,11 +314,18 @@ void PainterContext::onFill(const Path& path) {
         shape.addPolygon(line);
     }
   }
+  const QColor& color = state().fillColor;
+  if (isUncleared_ && color.alpha() == kOpaque && fillsAll(shape)) {
+    isUncleared_ = false;
+    return fillPixels(target_, color.rgb());
+  }
+  clearOnce();
   shape.setFillRule(path.windingRule() == Path::Winding::NonZero ? Qt::WindingFill : Qt::OddEvenFill);
-  painter_.fillPath(shape, state().fillColor);
+  painter_.fillPath(shape, color);
 }
 
 void PainterContext::onSymbols(const Symbols& symbols) {
+  clearOnce();
   if (onPaper()) return drawSymbolsOnPaper(symbols);
   const bool drawn = drawUnderClip(
       [&](const PixelTarget& pixels, const QRect& clip) { return paintSymbols(pixels, symbols, toDevice(), clip); });
@@ -331,6 +373,7 @@ void PainterContext::drawSymbolsOnPaper(const Symbols& symbols) {
 }
 
 void PainterContext::onText(const QString& text, QPointF position, const TextAttributes& attributes) {
+  clearOnce();
   const QStringList lines = text.split(QLatin1Char('\n'));
   double baseline = position.y() + double(lines.size() - 1) * attributes.lineHeight() + attributes.descent();
   for (const QString& line : lines) {
@@ -359,6 +402,7 @@ void PainterContext::drawLine(const QString& line, QPointF baseline, const TextA
 }
 
 void PainterContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
+  clearOnce();
   painter_.save();
   painter_.setOpacity(fraction);
   const QTransform matrix = toDevice();

@@ -16,11 +16,15 @@ class PaperTraces;
 /// A graphics context over a QPainter, for pixels and for paper.
 class PainterContext final : public GraphicsContext {
 public:
-  /// Pixels: `painter` paints on the image behind `target`, whose memory traces are blended into directly.
+  /// Pixels: `painter` paints on the image behind `target`, whose memory traces are blended into directly. What the
+  /// memory holds at first is cleared.
   PainterContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target);
   /// Paper: text stays text, traces are reduced to what a page shows. They go into `traces`, and only their markers
   /// onto the page, unless it is null.
   PainterContext(QPainter& painter, const QTransform& viewToDevice, PaperTraces* traces);
+  PainterContext(const PainterContext&) = delete;
+  PainterContext& operator=(const PainterContext&) = delete;
+  ~PainterContext() override;
 
 protected:
   void onSave() override;
@@ -36,6 +40,8 @@ protected:
 
 private:
   bool onPaper() const { return target_.bits == nullptr; }
+  void clearOnce();
+  bool fillsAll(const QPainterPath& shape) const;
   QTransform toDevice() const { return state().transform * viewToDevice_; }
   QRectF visibleRect(double lineWidth) const;
   QRectF clippedRect() const;
@@ -53,6 +59,7 @@ private:
   QTransform viewToDevice_;
   PixelTarget target_;
   PaperTraces* paperTraces_ = nullptr;
+  bool isUncleared_ = false; // until something is drawn: mostly a view's background, which needs no clearing
 };
 
 } // namespace xov

@@ -17,7 +17,6 @@ constexpr double kLargestSide = 32767;
 QImage drawOnImage(QSize size, double ratio, const QTransform& viewToDevice, const Drawing& draw) {
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
   if (image.isNull()) return image;
-  image.fill(Qt::transparent);
   const PixelTarget target{image.bits(), image.bytesPerLine(), image.width(), image.height()};
   {
     QPainter painter(&image);

@@ -10,7 +10,7 @@ namespace xov {
 // parts of a row, and its edges, never add up to more than one for each sub-column.
 
 /// Columns of pixels that are kept together: the changes of a row lie side by side.
-inline constexpr int kInkColumns = 16;
+inline constexpr int kInkColumns = 32;
 /// Sub-columns of a pixel for which the sums have room.
 inline constexpr int kMostSubColumns = 256;
 

@@ -10,6 +10,8 @@
 #include <QMouseEvent>
 #include <QTest>
 
+#include <functional>
+
 namespace xov {
 namespace {
 
@@ -28,6 +30,61 @@ TEST(View, boundsAreTheFramesSizeFromZero) {
   EXPECT_EQ(View({30, 40, 200, 100}).bounds(), QRectF(0, 0, 200, 100));
   EXPECT_EQ(View({0, 0, -5, 10}).bounds(), QRectF(0, 0, 0, 10));
   EXPECT_EQ(View({0, 0, std::nan(""), 10}).bounds(), QRectF(0, 0, 0, 10));
+}
+
+/// What a view of 60 × 40 points draws, from memory that held something else before.
+QImage drawn(const std::function<void(GraphicsContext&)>& draw) {
+  { const QImage before(60, 40, QImage::Format_ARGB32_Premultiplied); }
+  DrawingView view({0, 0, 60, 40}, [&](const QRectF&) { draw(GraphicsContext::current()); });
+  return view.pictureOfRect(view.bounds());
+}
+
+TEST(View, aPictureOfNothingIsTransparent) {
+  const QImage picture = drawn([](GraphicsContext&) {});
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x)
+      ASSERT_EQ(picture.pixel(x, y), 0U);
+  }
+}
+
+TEST(View, whatABackgroundDoesNotReachIsTransparent) {
+  const QImage half = drawn([](GraphicsContext& context) {
+    context.setColor(colors::red);
+    context.fillRect({0, 0, 30, 40});
+  });
+  EXPECT_EQ(pixelAt(half, 29, 20), 0xffff0000);
+  EXPECT_EQ(pixelAt(half, 30, 20), 0U);
+  const QImage clipped = drawn([](GraphicsContext& context) {
+    context.clipToRect({0, 0, 30, 40});
+    context.setColor(colors::red);
+    context.fillRect({0, 0, 60, 40});
+  });
+  EXPECT_EQ(clipped, half);
+}
+
+TEST(View, aBackgroundWithTheCornersOfADiamondIsNotARectangle) {
+  const QImage picture = drawn([](GraphicsContext& context) {
+    Path diamond;
+    diamond.moveTo({30, 0});
+    diamond.lineTo({60, 20});
+    diamond.lineTo({30, 40});
+    diamond.lineTo({0, 20});
+    diamond.close();
+    context.setColor(colors::red);
+    context.fillPath(diamond);
+  });
+  EXPECT_EQ(pixelAt(picture, 30, 20), 0xffff0000);
+  EXPECT_EQ(pixelAt(picture, 0, 0), 0U);
+}
+
+// Half of red, as a premultiplied colour.
+TEST(View, aTranslucentBackgroundLiesOnNothing) {
+  const QImage picture = drawn([](GraphicsContext& context) {
+    context.setColor(QColor(255, 0, 0, 128));
+    context.fillRect({0, 0, 60, 40});
+  });
+  EXPECT_EQ(qAlpha(picture.pixel(30, 20)), 128);
+  EXPECT_EQ(qGreen(picture.pixel(30, 20)), 0);
 }
 
 TEST(View, theWindowShowsWhatAnExportHolds) {
