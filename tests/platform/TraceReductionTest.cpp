@@ -19,6 +19,7 @@ using namespace xov;
 
 namespace {
 
+constexpr int kGrid = 29; // places of the reference along a pixel's side
 const float kNan = std::numeric_limits<float>::quiet_NaN();
 
 Trace traceOf(const std::vector<float>& samples, double xScale = 1) {
@@ -56,7 +57,7 @@ std::vector<double> coverageOf(const std::vector<QPolygonF>& lines, double scale
   }
   Trace trace = traceOf(values);
   trace.time = TraceTime::explicitValues(times.data());
-  return referenceCoverage({&trace, 1}, QTransform::fromScale(scale, scale), 1, width, height, 16);
+  return referenceCoverage({&trace, 1}, QTransform::fromScale(scale, scale), 1, width, height, kGrid);
 }
 
 } // namespace
@@ -209,15 +210,17 @@ TEST(TraceReduction, everyColumnKeepsItsExtremes) {
 
 namespace {
 
+constexpr std::size_t kPaperSamples = 2400;
+
 std::vector<float> spikes() {
-  std::vector<float> samples(600, 0.02F);
+  std::vector<float> samples(kPaperSamples, 0.02F);
   for (std::size_t i = 17; i < samples.size(); i += 97)
     samples[i] = i % 2 == 0 ? 3.1F : -2.7F;
   return samples;
 }
 
 std::vector<float> wave(double period) {
-  std::vector<float> samples(600);
+  std::vector<float> samples(kPaperSamples);
   for (std::size_t i = 0; i < samples.size(); ++i)
     samples[i] = float(3.2 * std::sin(6.283185307179586 / period * double(i)));
   return samples;
@@ -231,15 +234,16 @@ TEST_P(PaperPicture, looksLikeAllPointsAt600DotsAnInch) {
   const unsigned seed = std::random_device{}();
   SCOPED_TRACE(::testing::Message() << "seed " << seed);
   constexpr double kDots = 600.0 / 72;
-  const std::vector<float> kinds[] = {noise(600, 1.2F, seed), noise(600, 0.1F, seed), spikes(), wave(160), wave(40)};
+  const std::vector<float> kinds[] = {noise(kPaperSamples, 1.2F, seed), noise(kPaperSamples, 0.1F, seed), spikes(),
+                                      wave(160), wave(40)};
   const std::vector<float>& samples = kinds[GetParam()];
   Trace trace = traceOf(samples, 0.012); // 21 samples a quarter point
   trace.yOffset = 4;
-  constexpr int kWidth = 50, kHeight = 66;
+  constexpr int kWidth = 200, kHeight = 66;
   const std::vector<double> all =
-      referenceCoverage({&trace, 1}, QTransform::fromScale(kDots, kDots), 1, kWidth, kHeight, 16);
+      referenceCoverage({&trace, 1}, QTransform::fromScale(kDots, kDots), 1, kWidth, kHeight, kGrid);
   const std::vector<double> reduced =
-      coverageOf(reduceTrace(trace, 0.25, QRectF(-1, -1, 20, 20), 1), kDots, kWidth, kHeight);
+      coverageOf(reduceTrace(trace, 0.25, QRectF(-1, -1, 40, 20), 1), kDots, kWidth, kHeight);
   double difference = 0;
   int inked = 0;
   for (std::size_t i = 0; i < all.size(); ++i) {
