@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kGrid = 0.01;                  // points
 constexpr double kFarAway = 1e100;              // points; keeps slopes finite
-constexpr float kAlone = 0.75F;                 // of a column's range that a spike is away from its neighbours
+constexpr double kAlone = 0.75;                 // of a column's range that a spike is away from its neighbours
 constexpr std::int64_t kLooks = 8;              // at a curve, to see whether it only rises or falls
 constexpr double kLeap = 0.5;                   // of the way, between two looks
 constexpr double kBend = 0.02;                  // points that a curve may be away from its chord
@@ -52,7 +52,7 @@ private:
   int cutColumns(std::int64_t begin, std::int64_t last, double firstEdge, std::int32_t* cuts) const;
   void addColumn(std::int64_t begin, std::int64_t end);
   void addBlock(std::int64_t begin, std::int64_t end);
-  bool standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, float range) const;
+  bool standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, double range) const;
   void addCurve(std::int64_t from, std::int64_t to);
   void addExtremes(std::int64_t begin, std::int64_t end, float low, float high);
   void addBroken(std::int64_t begin, std::int64_t end);
@@ -233,7 +233,7 @@ void TraceReducer::addExtremes(std::int64_t begin, std::int64_t end, float low, 
     done = i;
   };
   for (const std::int64_t extreme : {lowest, highest}) {
-    const bool isSpike = standsAlone(extreme, begin, end, high - low);
+    const bool isSpike = standsAlone(extreme, begin, end, double(high) - double(low));
     if (isSpike) keep(extreme - 1);
     keep(extreme);
     if (isSpike) keep(std::min(extreme + 1, end - 1));
@@ -243,11 +243,11 @@ void TraceReducer::addExtremes(std::int64_t begin, std::int64_t end, float low, 
 
 /// True for an extreme of a column that its neighbours are far from: without them a spike would be as wide as the
 /// column.
-bool TraceReducer::standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, float range) const {
-  if (double(range) * std::abs(trace_.yScale) < width_) return false;
+bool TraceReducer::standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, double range) const {
+  if (range * std::abs(trace_.yScale) < width_) return false;
+  const auto value = [&](std::int64_t k) { return double(trace_.samples[k]); };
   const auto isFar = [&](std::int64_t neighbour) {
-    return neighbour < begin || neighbour >= end ||
-           std::abs(trace_.samples[neighbour] - trace_.samples[i]) > kAlone * range;
+    return neighbour < begin || neighbour >= end || std::abs(value(neighbour) - value(i)) > kAlone * range;
   };
   return isFar(i - 1) && isFar(i + 1);
 }

@@ -286,8 +286,24 @@ bool isSpike(const std::vector<QPointF>& points, std::size_t i, std::size_t begi
   return range >= 0.25 && (i == begin || isFar(i - 1)) && (i + 1 == end || isFar(i + 1));
 }
 
-/// The rule for noise spelled out: four points of each column with more than four samples and the neighbours of
-/// spikes, all points of the others; to 1/100
+/// The points on the way between two that are kept: three, where nine looks at the curve only rise or only fall, none
+/// of them by more than half of the way, and it bends by more than 1/50 point. Noise looks like that by chance.
+std::vector<std::size_t> pointsOfBend(const std::vector<QPointF>& points, std::size_t from, std::size_t to) {
+  const std::size_t count = to - from;
+  const double rise = points[to].y() - points[from].y();
+  if (count < 8) return {};
+  for (std::size_t look = 0; look < 8; ++look) {
+    const double step = points[from + count * (look + 1) / 8].y() - points[from + count * look / 8].y();
+    if (step * rise < 0 || std::abs(step) > std::abs(rise) / 2) return {};
+  }
+  const std::size_t middle = from + count / 2;
+  const double chord = points[from].y() + rise * double(middle - from) / double(count);
+  if (std::abs(points[middle].y() - chord) <= 0.02) return {};
+  return {from + count / 4, from + count / 2, from + count * 3 / 4};
+}
+
+/// The rule spelled out: four points of each column with more than four samples and the neighbours of
+/// spikes and what bends between them, all points of the others; to 1/100
 /// and without repeats.
 QPolygonF reducedByTheRule(const Trace& trace, double width) {
   const std::vector<QPointF> points = trace.points();
@@ -311,6 +327,11 @@ QPolygonF reducedByTheRule(const Trace& trace, double width) {
         if (!isSpike(points, extreme, begin, end, range)) continue;
         if (extreme > begin) indices.insert(extreme - 1);
         if (extreme + 1 < end) indices.insert(extreme + 1);
+      }
+      const std::vector<std::size_t> corners(indices.begin(), indices.end());
+      for (std::size_t k = 1; k < corners.size(); ++k) {
+        for (const std::size_t i : pointsOfBend(points, corners[k - 1], corners[k]))
+          indices.insert(i);
       }
       kept.assign(indices.begin(), indices.end());
     }
