@@ -29,7 +29,6 @@ constexpr double kFramesPerSecond = 60;
 constexpr double kMillisecondsPerSecond = 1000;
 constexpr double kStartS = 1.3e9; // since 1970
 constexpr float kAmplitude = 3;   // a band's half height; noise stays within a third of it
-constexpr double kBytesPerMegabyte = 1048576;
 
 const Display* displayNamed(const std::string& name) {
   const auto* const found = std::ranges::find(kDisplays, name, [](const Display& d) { return std::string(d.name); });

@@ -18,8 +18,6 @@ namespace xov::bench {
 
 namespace {
 
-constexpr double kBytesPerMegabyte = 1048576;
-
 bool draws(const Engine& engine, const Work& work) { return engine.onPages || !work.isPage; }
 
 double drawMilliseconds(const Engine& engine, const Work& work) {

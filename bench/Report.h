@@ -9,6 +9,8 @@
 
 namespace xov::bench {
 
+inline constexpr double kBytesPerMegabyte = 1048576;
+
 /// What one engine needed for one work.
 struct Measurement {
   std::string work;

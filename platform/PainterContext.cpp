@@ -144,7 +144,7 @@ bool PainterContext::fillsAll(const QPainterPath& shape) const {
   constexpr int kCorners = 5; // the first one twice
   constexpr double kRounding = 1e-6;
   const QTransform matrix = toDevice();
-  if (state().clipRect || !state().clipIsRect || matrix.type() > QTransform::TxScale) return false;
+  if (state().clipRect || matrix.type() > QTransform::TxScale) return false;
   if (shape.elementCount() != kCorners) return false;
   double area = 0; // as large as its box only for a rectangle
   for (int i = 0; i < kCorners; ++i) {

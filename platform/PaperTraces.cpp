@@ -14,7 +14,7 @@ namespace xov {
 namespace {
 
 // Lines are written in whole steps of the grid that they are reduced to.
-constexpr double kStepsPerPoint = 100;
+constexpr double kStepsPerPoint = 1 / kPaperTraceGrid;
 // Readers may hold coordinates in single precision or 32 bits.
 constexpr double kLargestCoordinate = 1e7;
 constexpr double kLargestEntry = 1e9; // of a transform
@@ -62,7 +62,7 @@ QByteArray decimal(double value) {
 
 /// The state in which lines are stroked; a unit of their coordinates is then a step.
 QByteArray strokeState(const QTransform& toPage, double lineWidth, const QColor& color) {
-  const double step = 1 / kStepsPerPoint;
+  const double step = kPaperTraceGrid;
   return "q\n" + decimal(toPage.m11() * step) + decimal(toPage.m12() * step) + decimal(toPage.m21() * step) +
          decimal(toPage.m22() * step) + decimal(toPage.dx()) + decimal(toPage.dy()) + "cm\n" + decimal(color.redF()) +
          decimal(color.greenF()) + decimal(color.blueF()) + "RG\n" + decimal(lineWidth * kStepsPerPoint) +

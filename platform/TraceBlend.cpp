@@ -87,8 +87,8 @@ XOV_INLINE void layInkWith(std::uint32_t color, std::uint32_t alpha, std::int32_
       const int lane = part * kLanes<Vector>;
       sums[part].addRow(changes + lane);
       const Words& inked = sums[part].inked;
-      if (laneBits(inked != 0) == 0) continue;
-      if (alpha == kFull && laneBits(inked != full) == 0) {
+      if (inNoLane(inked != 0)) continue;
+      if (alpha == kFull && inNoLane(inked != full)) {
         storeVector(ink.solid, line + lane);
         continue;
       }

@@ -54,9 +54,7 @@ XOV_INLINE bool findRowsWith(const float* samples, int count, const TraceRows& t
     rest += samples[i] - samples[i];
     rows[i] = toRow(samples[i]);
   }
-  for (int lane = 0; lane < kLanes<Vector>; ++lane)
-    rest += broken[lane];
-  return rest == 0;
+  return rest + sumOfLanes(broken) == 0;
 }
 
 template <class Vector>
@@ -90,16 +88,14 @@ XOV_INLINE void orderRowsWith(const TraceRows& toRow, float* low, float* high, i
 template <class Vector>
 XOV_INLINE void lookUp(const float* numbers, const WordsOf<Vector>& index, Vector& result) {
 #if defined(__GNUC__) && !defined(__clang__)
-  if constexpr (kLanes < Vector >> 4) {
-    Vector first, second;
-    loadVector(numbers, first);
-    loadVector(numbers + kLanes<Vector>, second);
-    result = __builtin_shuffle(first, second, index);
-    return;
-  }
-#endif
+  Vector first, second;
+  loadVector(numbers, first);
+  loadVector(numbers + kLanes<Vector>, second);
+  result = __builtin_shuffle(first, second, index);
+#else
   for (int lane = 0; lane < kLanes<Vector>; ++lane)
     result[lane] = numbers[index[lane]];
+#endif
 }
 
 template <class Vector>
@@ -231,10 +227,8 @@ XOV_INLINE float findOverlapWith(const float* low, const float* high, int blocks
     keepGreater(size, Vector{});
     shares += size;
   }
-  for (int lane = 0; lane < kLanes<Vector>; ++lane) {
-    extent += extents[lane];
-    share += shares[lane];
-  }
+  extent += sumOfLanes(extents);
+  share += sumOfLanes(shares);
   for (; k < blocks; ++k) {
     extent += std::max(high[k] - low[k], 0.0F);
     share += std::max(std::min(high[k], high[k - 1]) - std::max(low[k], low[k - 1]), 0.0F);

@@ -24,6 +24,9 @@ constexpr int kMostLevels = 4;
 // Sub-columns that are widened together, so that all of their extremes stay in the fastest cache.
 constexpr int kChunk = 256;
 
+/// Room for the extremes of a chunk and those that its ends reach.
+int rowSize(int reach) { return kChunk + 2 * reach + 2 * kWidestVector; }
+
 struct Pen {
   std::span<const TraceDisc::Run> runs;
   int reach;
@@ -36,7 +39,6 @@ struct Pen {
 struct Scratch {
   TraceDisc::Term* terms;
   float* extremes;
-  int rowSize;
 };
 
 /// Extremes of 2^level neighbours, the first of which is sub-column j, for every level up to the pen's longest run.
@@ -107,13 +109,14 @@ XOV_INLINE void widenChunk(const Pen& pen, const float* curveLow, const float* c
   TraceDisc::Term* const terms = scratch.terms;
   const int inner = pen.even ? 0 : 1;
   const int before = pen.reach - 1 + inner;
+  const int row = rowSize(pen.reach);
   Extremes curve{{curveLow}, {curveHigh}};
   for (int level = 1; level <= pen.levels; ++level) {
     const int step = 1 << (level - 1);
     // What the longer runs leave to be found right of the last sub-column becomes less from level to level.
     const int found = before + count + pen.reach + 1 - 2 * step;
-    float* const lowTo = scratch.extremes + 2 * (level - 1) * scratch.rowSize;
-    float* const highTo = lowTo + scratch.rowSize;
+    float* const lowTo = scratch.extremes + 2 * (level - 1) * row;
+    float* const highTo = lowTo + row;
     doubleExtremes<Vector>(curve.low[level - 1] - before, curve.high[level - 1] - before, step, found, lowTo, highTo);
     curve.low[level] = lowTo + before;
     curve.high[level] = highTo + before;
@@ -188,13 +191,12 @@ void TraceDisc::setRuns(const std::vector<float>& heights, int perColumn, Curve 
     k += 1 << level;
   }
   terms_.resize(runs_.size());
-  extremes_.resize(static_cast<std::size_t>(2 * levels_ * (kChunk + 2 * reach_ + 2 * kWidestVector)));
+  extremes_.resize(static_cast<std::size_t>(2 * levels_ * rowSize(reach_)));
 }
 
 void TraceDisc::widen(const float* curveLow, const float* curveHigh, int count, float* low, float* high) {
   const Pen pen{runs_, reach_, levels_, even_, middleHeight_};
-  const int rowSize = static_cast<int>(extremes_.size()) / std::max(2 * levels_, 1);
-  widenCurve(pen, curveLow, curveHigh, count, low, high, {terms_.data(), extremes_.data(), rowSize});
+  widenCurve(pen, curveLow, curveHigh, count, low, high, {terms_.data(), extremes_.data()});
 }
 
 } // namespace xov

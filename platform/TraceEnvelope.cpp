@@ -2,6 +2,7 @@
 
 #include "platform/TraceCurve.h"
 #include "platform/TraceScan.h"
+#include "platform/TraceVector.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,7 +23,6 @@ constexpr std::int64_t kLongestWindow = std::int64_t(1) << 28;
 // Up to so many samples of a trace's next strip are asked for while this one is at hand. More than these the
 // processor foresees by itself.
 constexpr std::int64_t kForeseen = 2048;
-constexpr std::int64_t kCacheLine = 16; // samples
 
 } // namespace
 

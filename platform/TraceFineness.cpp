@@ -64,10 +64,8 @@ XOV_INLINE void sumJumpsWith(const float* low, const float* high, int count, flo
     allJumps += extent > Vector{} ? jump : Vector{};
     allSizes += extent > Vector{} ? extent + 1.0F : Vector{};
   }
-  for (int lane = 0; lane < kLanes<Vector>; ++lane) {
-    jumps += allJumps[lane];
-    size += allSizes[lane];
-  }
+  jumps += sumOfLanes(allJumps);
+  size += sumOfLanes(allSizes);
 }
 XOV_VECTOR8_FUNCTION(void, sumJumps,
                      (const float* low, const float* high, int count, float bottom, float& jumps, float& size),
@@ -87,9 +85,7 @@ XOV_INLINE float sumInkedWith(const float* low, const float* high, int count, fl
     keepGreater(to, Vector{});
     all += to;
   }
-  float inked = 0;
-  for (int lane = 0; lane < kLanes<Vector>; ++lane)
-    inked += all[lane];
+  float inked = sumOfLanes(all);
   if (looks > 0) return inked * float(count) / float(looks * kLanes<Vector>);
   for (int j = 0; j < count; ++j)
     inked += std::max(std::min(high[j], bottom) - std::max(low[j], 0.0F), 0.0F);

@@ -82,16 +82,16 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
   TraceLayers layers;
   TraceCoverage coverage(strip.rows);
   for (; strip.left <= visible.right(); strip.left += strip.columns) {
-    for (bool finds = true; finds;) {
+    strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
+    TraceEnvelope* envelope = nullptr;
+    do {
       strip.perColumn = fineness.subColumns();
-      TraceEnvelope& envelope = envelopes.try_emplace(strip.perColumn, strip).first->second;
-      strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
-      envelope.moveTo(strip);
+      envelope = &envelopes.try_emplace(strip.perColumn, strip).first->second;
+      envelope->moveTo(strip);
       layers.reset(strip.subColumns(), strip.rows);
       for (std::size_t i = 0; i < projections.size(); ++i)
-        envelope.addTrace(projections[i], layers, i % judgedEvery == 0);
-      finds = fineness.refine(envelope.roughness(), double(strip.subColumns()) * strip.rows);
-    }
+        envelope->addTrace(projections[i], layers, i % judgedEvery == 0);
+    } while (fineness.refine(envelope->roughness(), double(strip.subColumns()) * strip.rows));
     coverage.take(layers);
     for (int column = 0; column < strip.columns; column += kInkColumns) {
       const RowRange rows = coverage.unite(strip, column);

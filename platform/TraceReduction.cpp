@@ -11,7 +11,6 @@ namespace xov {
 
 namespace {
 
-constexpr double kGrid = 0.01;                  // points
 constexpr double kFarAway = 1e100;              // points; keeps slopes finite
 constexpr double kAlone = 0.75;                 // of a column's range that a spike is away from its neighbours
 constexpr std::int64_t kLooks = 8;              // at a curve, to see whether it only rises or falls
@@ -34,7 +33,7 @@ public:
         origin_(origin),
         box_(box),
         shape_(shape),
-        clip_(box, kGrid, shape) {}
+        clip_(box, kPaperTraceGrid, shape) {}
 
   std::vector<QPolygonF> reduce() {
     if (projection_.isEmpty()) return {};
@@ -173,15 +172,15 @@ void TraceReducer::addEndOfPiece(std::int64_t beyond) {
 /// Times in any order: samples that follow each other in the same column go together.
 void TraceReducer::reduceAny() {
   std::int64_t begin = projection_.first();
-  const auto columnOf = [this](std::int64_t i) {
+  const auto shownColumnOf = [this](std::int64_t i) {
     return std::floor((std::clamp(projection_.column(i), box_.left(), box_.right()) - origin_) / width_);
   };
   while (begin < projection_.last()) {
     std::int64_t end = begin + 1;
     if (std::isfinite(projection_.column(begin))) {
       const bool outside = projection_.column(begin) < box_.left() || projection_.column(begin) > box_.right();
-      const double column = columnOf(begin);
-      while (!outside && end < projection_.last() && columnOf(end) == column)
+      const double column = shownColumnOf(begin);
+      while (!outside && end < projection_.last() && shownColumnOf(end) == column)
         ++end;
     }
     addColumn(begin, end);

@@ -11,6 +11,8 @@ namespace xov {
 
 /// A trace on paper keeps what a column of a quarter point shows: 288 columns an inch, with full vertical detail.
 inline constexpr double kPaperTraceColumn = 0.25;
+/// Its points stand on a grid of this many points.
+inline constexpr double kPaperTraceGrid = 0.01;
 
 /// The polylines that stand for a trace on paper, broken at gaps: every point where samples are few, else the first,
 /// lowest, highest and last true sample of each column of `columnWidth` view points, in their order; with the two

@@ -14,11 +14,10 @@ namespace {
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 // Samples that are looked at together for gaps, and then again for extremes: they stay in the fastest cache.
 constexpr std::int64_t kCached = 4096;
-constexpr std::int64_t kCacheLine = 16;
 
 /// The extremes of a block are left in this many lanes, and as many blocks are then reduced together.
 template <class Vector>
-using LanesOf = std::conditional_t<(kLanes<Vector> > 4), Float8, Float4>;
+using LanesOf = std::conditional_t<kLanes<Vector> == 4, Float4, Float8>;
 
 /// Two of each in turn, since one of these waits longer for the last than for the samples.
 template <class Vector>
@@ -61,7 +60,7 @@ XOV_INLINE void blockLanes(const float* samples, std::int64_t count, LanesOf<Vec
   if (count >= kLanes<LanesOf<Vector>>) return extremesOfVectors(samples, count, low, high);
   low = LanesOf<Vector>{} + kInfinity;
   high = -low;
-  if constexpr (kLanes < Vector >> 4) {
+  if constexpr (kLanes<Vector> != 4) {
     if (count >= kLanes<Float4>) {
       Float4 lows, highs;
       extremesOfVectors(samples, count, lows, highs);
@@ -163,9 +162,7 @@ XOV_INLINE bool allFiniteWith(const float* samples, std::int64_t count) {
   for (; i < count; ++i)
     rest += samples[i] - samples[i];
   broken[0] += (broken[1] + broken[2]) + broken[3];
-  for (int lane = 0; lane < kWidth; ++lane)
-    rest += broken[0][lane];
-  return rest == 0;
+  return rest + sumOfLanes(broken[0]) == 0;
 }
 
 /// Blocks are checked for gaps and scanned in groups whose samples stay in the cache.
@@ -189,8 +186,6 @@ XOV_INLINE bool findBlockExtremesWith(const float* samples, const std::int32_t* 
 XOV_VECTOR_FUNCTION(bool, findBlockExtremes,
                     (const float* samples, const std::int32_t* cuts, int blocks, float* lowest, float* highest),
                     (samples, cuts, blocks, lowest, highest))
-
-XOV_VECTOR_FUNCTION(bool, allFinite, (const float* samples, std::int64_t count), (samples, count))
 
 std::int64_t findFinite(const float* samples, std::int64_t begin, std::int64_t end, bool finite) {
   while (begin < end && std::isfinite(samples[begin]) != finite)

@@ -11,9 +11,6 @@ namespace xov {
 /// undefined, when a sample is not finite.
 bool findBlockExtremes(const float* samples, const std::int32_t* cuts, int blocks, float* lowest, float* highest);
 
-/// True when no sample is infinite or NaN.
-bool allFinite(const float* samples, std::int64_t count);
-
 /// The first index i, begin <= i < end, whose sample is finite or is not, as asked; `end` when there is none.
 std::int64_t findFinite(const float* samples, std::int64_t begin, std::int64_t end, bool finite);
 

@@ -156,22 +156,21 @@ XOV_INLINE bool addUnionWith(const float* const* lows, const float* const* highs
   const Vector top = {}, bottom = Vector{} + float(rows);
   LaneUnion<Vector> all(changes);
   for (int j = firstSub; j < firstSub + count; j += kLanes<Vector>) {
-    if (layers == 1) { // as of a path of one line
-      Vector low, high;
-      loadVector(lows[0] + j, low);
-      loadVector(highs[0] + j, high);
+    Vector low, high;
+    const auto load = [&](int layer) XOV_INLINE_LAMBDA {
+      loadVector(lows[layer] + j, low);
+      loadVector(highs[layer] + j, high);
       keepGreater(low, top);
       keepSmaller(high, bottom);
+    };
+    if (layers == 1) { // as of a path of one line, which nothing can join
+      load(0);
       all.addAlone(low, high);
       continue;
     }
     all.reset();
     for (int layer = 0; layer < layers; ++layer) {
-      Vector low, high;
-      loadVector(lows[layer] + j, low);
-      loadVector(highs[layer] + j, high);
-      keepGreater(low, top);
-      keepSmaller(high, bottom);
+      load(layer);
       if (!all.take(low, high)) return false;
     }
     all.letGo(kAllLanes<Vector>);

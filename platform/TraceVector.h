@@ -27,8 +27,6 @@ using Int8 = std::int32_t __attribute__((vector_size(32)));
 using Int16 = std::int32_t __attribute__((vector_size(64)));
 using Shorts8 = std::uint16_t __attribute__((vector_size(16)));
 using Shorts16 = std::uint16_t __attribute__((vector_size(32)));
-using Double4 = double __attribute__((vector_size(32)));
-using Double8 = double __attribute__((vector_size(64)));
 
 template <class Vector, class Element>
 XOV_INLINE void loadVector(const Element* from, Vector& to) {
@@ -53,6 +51,8 @@ XOV_INLINE void keepGreater(Vector& value, const Vector& other) {
 template <class Vector>
 inline constexpr int kLanes = static_cast<int>(sizeof(Vector) / 4);
 inline constexpr int kWidestVector = kLanes<Float16>;
+/// Single-precision numbers that come from memory together.
+inline constexpr std::int64_t kCacheLine = 16;
 
 /// Vectors of integers that are as wide as one of single-precision numbers.
 template <class Vector>
@@ -98,6 +98,14 @@ XOV_INLINE unsigned laneBits(const Int8& mask) {
          laneBits(__builtin_shufflevector(mask, mask, 4, 5, 6, 7)) << 4;
 }
 
+template <class Vector>
+XOV_INLINE float sumOfLanes(const Vector& value) {
+  float sum = 0;
+  for (int lane = 0; lane < kLanes<Vector>; ++lane)
+    sum += value[lane];
+  return sum;
+}
+
 /// True when a comparison holds in no lane.
 XOV_INLINE bool inNoLane(const Int4& mask) { return laneBits(mask) == 0; }
 XOV_INLINE bool inNoLane(const Int8& mask) {
@@ -141,7 +149,8 @@ inline VectorWidth vectorWidth() {
     }                                                                                                                \
     return name##Baseline arguments;                                                                                 \
   }
-/// The same for work that wider registers than those of eight lanes do not help.
+/// The same for work that wider registers than those of eight lanes do not help, such as choices between lanes: the
+/// compiler takes those apart for the widest.
 #define XOV_VECTOR8_FUNCTION(result, name, parameters, arguments)                                                    \
   static XOV_TARGET_AVX2 result name##Avx2 parameters { return name##With<Float8> arguments; }                       \
   static result name##Baseline parameters { return name##With<Float4> arguments; }                                   \

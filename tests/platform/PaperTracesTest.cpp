@@ -5,6 +5,7 @@
 #include "platform/PdfFile.h"
 #include "platform/PdfPage.h"
 #include "platform/Picture.h"
+#include "tests/support/TraceSignals.h"
 
 #include <gtest/gtest.h>
 
@@ -97,15 +98,6 @@ QImage drawnByCairo(const QByteArray& pdf, int dotsPerInch) {
 void fillPage(GraphicsContext& context) {
   context.setColor(colors::white);
   context.fillRect(kPage);
-}
-
-std::vector<float> noise(std::size_t count, float deviation, unsigned seed) {
-  std::mt19937 random(seed);
-  std::normal_distribution<float> normal(0, deviation);
-  std::vector<float> samples(count);
-  for (float& sample : samples)
-    sample = normal(random);
-  return samples;
 }
 
 TEST(PaperTraces, insertionKeepsTheRestOfTheContent) {

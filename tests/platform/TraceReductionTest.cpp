@@ -1,6 +1,7 @@
 #include "platform/TraceReduction.h"
 
 #include "tests/support/TraceReference.h"
+#include "tests/support/TraceSignals.h"
 
 #include <gtest/gtest.h>
 
@@ -28,15 +29,6 @@ Trace traceOf(const std::vector<float>& samples, double xScale = 1) {
   trace.last = std::int64_t(samples.size());
   trace.xScale = xScale;
   return trace;
-}
-
-std::vector<float> noise(std::size_t count, float deviation, unsigned seed) {
-  std::mt19937 random(seed);
-  std::normal_distribution<float> normal(0, deviation);
-  std::vector<float> samples(count);
-  for (float& sample : samples)
-    sample = normal(random);
-  return samples;
 }
 
 QPolygonF onePolyline(const std::vector<QPolygonF>& lines) {

@@ -46,4 +46,13 @@ std::vector<float> samplesOf(const Signal& signal, double perPoint, double point
   return samples;
 }
 
+std::vector<float> noise(std::size_t count, float deviation, unsigned seed) {
+  std::mt19937 random(seed);
+  std::normal_distribution<float> distribution(0, deviation);
+  std::vector<float> samples(count);
+  for (float& sample : samples)
+    sample = distribution(random);
+  return samples;
+}
+
 } // namespace xov

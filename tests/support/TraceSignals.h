@@ -21,4 +21,7 @@ std::vector<float> samplesOf(const Signal& signal, double perPoint, double point
 
 float normal(std::mt19937& random, double deviation);
 
+/// White noise.
+std::vector<float> noise(std::size_t count, float deviation, unsigned seed);
+
 } // namespace xov
