@@ -1,7 +1,7 @@
 #include "bench/Engines.h"
 
-#include "platform/Colors.h"
-#include "platform/View.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/View.h"
 
 #include <QBuffer>
 #include <QPageLayout>

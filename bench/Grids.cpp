@@ -1,7 +1,7 @@
 #include "bench/Grids.h"
 
-#include "colour/GridColors.h"
-#include "views/image/xovFKImageView.h"
+#include "XOV_Graphics/colour/GridColors.h"
+#include "XOV_Graphics/views/image/xovFKImageView.h"
 
 #include <QElapsedTimer>
 #include <QLoggingCategory>

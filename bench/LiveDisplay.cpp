@@ -1,8 +1,8 @@
 #include "bench/LiveDisplay.h"
 
+#include "XOV_Graphics/seismic/realtime/RealTimeFeed.h"
+#include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
 #include "bench/RivalProcess.h"
-#include "seismic/realtime/RealTimeFeed.h"
-#include "views/timeline/realTimeDisplayView01.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

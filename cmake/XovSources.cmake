@@ -28,7 +28,7 @@ function(xov_library)
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
-  target_include_directories(xov_objects PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+  target_include_directories(xov_objects PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
   target_link_libraries(xov_objects PUBLIC Qt6::Widgets PRIVATE xov_options ${links})
   target_compile_definitions(xov_objects PRIVATE
     XOV_VERSION="${PROJECT_VERSION}"
@@ -42,7 +42,7 @@ function(xov_library)
   add_library(XOV_Graphics SHARED)
   add_library(XOV::Graphics ALIAS XOV_Graphics)
   target_sources(XOV_Graphics PUBLIC
-    FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${headers})
+    FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src FILES ${headers})
   set_target_properties(XOV_Graphics PROPERTIES
     EXPORT_NAME Graphics
     VERSION ${PROJECT_VERSION}
@@ -50,8 +50,7 @@ function(xov_library)
     VERIFY_INTERFACE_HEADER_SETS ${XOV_TESTS})
   target_compile_features(XOV_Graphics INTERFACE cxx_std_20)
   target_include_directories(XOV_Graphics INTERFACE
-    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
-    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/XOV_Graphics>)
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   target_link_libraries(XOV_Graphics PUBLIC Qt6::Widgets PRIVATE $<BUILD_INTERFACE:xov_objects> ${links}
     $<BUILD_INTERFACE:xov_options>)
 

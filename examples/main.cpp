@@ -4,11 +4,11 @@
 #include "examples/synthetic/SyntheticDay.h"
 #include "examples/synthetic/WorldCatalogue.h"
 #include "examples/synthetic/XyTables.h"
-#include "seismic/io/SacWriter.h"
 
 #include <QDir>
 #include <QSaveFile>
 
+#include <XOV_Graphics/seismic/io/sac/SacWriter.h>
 #include <cstdio>
 
 // Writes the example data: xov_examples OUTDIR. The same files, byte for byte, at every run.

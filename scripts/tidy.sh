@@ -25,8 +25,8 @@ library_sources() {
 }
 
 own_includes() {
-  grep -rHo '^#include "[^"]*"' --include='*.h' --include='*.cpp' colour graphics grid map platform seismic views |
-    sed 's|^\([^:]*\):#include "\(.*\)"$|\1 \2|'
+  grep -rHo '^#include "[^"]*"' --include='*.h' --include='*.cpp' src |
+    sed 's|^\([^:]*\):#include "\(.*\)"$|\1 src/\2|'
 }
 
 # Each source, followed by all headers of ours that it reaches, one line a source.

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "seismic/io/Result.h"
-
 #include <QByteArray>
 
+#include <XOV_Graphics/base/Result.h>
 #include <cstdint>
 #include <vector>
 

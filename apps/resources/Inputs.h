@@ -4,8 +4,8 @@
 #include "apps/resources/ElevationGrid.h"
 #include "apps/resources/Packages.h"
 #include "apps/resources/Pictures.h"
-#include "seismic/io/Result.h"
 
+#include <XOV_Graphics/base/Result.h>
 #include <memory>
 #include <optional>
 

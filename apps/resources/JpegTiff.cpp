@@ -1,9 +1,8 @@
 #include "apps/resources/JpegTiff.h"
 
-#include "platform/ImageFile.h"
-
 #include <QtEndian>
 
+#include <XOV_Graphics/platform/ImageFile.h>
 #include <array>
 #include <cstdint>
 #include <vector>

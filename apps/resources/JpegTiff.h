@@ -1,9 +1,9 @@
 #pragma once
 
-#include "seismic/io/Result.h"
-
 #include <QByteArray>
 #include <QImage>
+
+#include <XOV_Graphics/base/Result.h>
 
 namespace xov::maker {
 

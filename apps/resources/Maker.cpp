@@ -1,12 +1,13 @@
 #include "apps/resources/Maker.h"
 
 #include "apps/resources/JpegTiff.h"
-#include "platform/ImageFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <XOV_Graphics/base/WholeFile.h>
+#include <XOV_Graphics/platform/ImageFile.h>
 #include <algorithm>
 #include <string_view>
 

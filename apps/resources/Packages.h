@@ -1,10 +1,9 @@
 #pragma once
 
-#include "seismic/io/Result.h"
-
 #include <QString>
 #include <QStringList>
 
+#include <XOV_Graphics/base/Result.h>
 #include <functional>
 
 namespace xov::maker {

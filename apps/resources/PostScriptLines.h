@@ -1,9 +1,10 @@
 #pragma once
 
 #include "apps/resources/BoundarySegments.h"
-#include "seismic/io/Result.h"
 
 #include <QByteArray>
+
+#include <XOV_Graphics/base/Result.h>
 
 namespace xov::maker {
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "apps/resources/ElevationGrid.h"
-#include "seismic/io/Result.h"
 
 #include <QImage>
 
+#include <XOV_Graphics/base/Result.h>
 #include <array>
 #include <vector>
 

@@ -2,13 +2,13 @@
 //   xov_resources                  full size, below the data root, where they are not there yet
 //   xov_resources --small FOLDER   the small ones that come with the library
 #include "apps/resources/Maker.h"
-#include "platform/Resources.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
 
+#include <XOV_Graphics/base/Resources.h>
 #include <cstdio>
 #include <exception>
 

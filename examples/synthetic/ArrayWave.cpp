@@ -1,10 +1,10 @@
 #include "examples/synthetic/ArrayWave.h"
 
 #include "examples/synthetic/Random.h"
-#include "seismic/array/RecordArray.h"
 
 #include <QtEndian>
 
+#include <XOV_Graphics/seismic/array/RecordArray.h>
 #include <algorithm>
 #include <array>
 #include <cmath>

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "seismic/SacSeismogram.h"
-
 #include <QByteArray>
 
+#include <XOV_Graphics/seismic/SacSeismogram.h>
 #include <memory>
 #include <vector>
 

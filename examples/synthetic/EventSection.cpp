@@ -1,8 +1,8 @@
 #include "examples/synthetic/EventSection.h"
 
 #include "examples/synthetic/SiteNoise.h"
-#include "seismic/Geodesy.h"
 
+#include <XOV_Graphics/seismic/Geodesy.h>
 #include <cmath>
 #include <string_view>
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "examples/synthetic/SyntheticEvent.h"
-#include "seismic/SacSeismogram.h"
 
 #include <QDateTime>
 
+#include <XOV_Graphics/seismic/SacSeismogram.h>
 #include <memory>
 #include <optional>
 #include <span>

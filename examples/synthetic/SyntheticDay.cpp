@@ -3,10 +3,10 @@
 #include "examples/synthetic/LocalEvent.h"
 #include "examples/synthetic/SiteNoise.h"
 #include "examples/synthetic/SyntheticEvent.h"
-#include "seismic/Geodesy.h"
 
 #include <QLocale>
 
+#include <XOV_Graphics/seismic/Geodesy.h>
 #include <algorithm>
 #include <cmath>
 #include <numbers>

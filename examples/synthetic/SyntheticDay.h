@@ -1,10 +1,9 @@
 #pragma once
 
-#include "seismic/SacSeismogram.h"
-
 #include <QByteArray>
 #include <QDateTime>
 
+#include <XOV_Graphics/seismic/SacSeismogram.h>
 #include <span>
 
 namespace xov::synthetic {

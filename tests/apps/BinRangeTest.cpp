@@ -1,4 +1,4 @@
-#include "apps/xov/HistCommand.h"
+#include "apps/xov/commands/HistCommand.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "tests/apps/CliFixture.h"
 
-#include "seismic/io/SacWriter.h"
+#include "XOV_Graphics/seismic/io/sac/SacWriter.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "seismic/SacSeismogram.h"
-#include "seismic/Undefined.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/Undefined.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "seismic/io/SacWriter.h"
+#include "XOV_Graphics/seismic/io/sac/SacWriter.h"
 #include "tests/apps/CliFixture.h"
 
 #include <QImage>

@@ -1,4 +1,4 @@
-#include "apps/xov/ColumnFile.h"
+#include "apps/xov/inputs/ColumnFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "apps/xov/CommonAxis.h"
+#include "apps/xov/inputs/CommonAxis.h"
 
 #include "tests/apps/TestRecords.h"
 

@@ -1,4 +1,4 @@
-#include "apps/xov/Components.h"
+#include "apps/xov/inputs/Components.h"
 
 #include "tests/apps/TestRecords.h"
 

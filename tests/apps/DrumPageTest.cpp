@@ -1,4 +1,4 @@
-#include "apps/xov/DrumPage.h"
+#include "apps/xov/inputs/DrumPage.h"
 
 #include "tests/apps/TestRecords.h"
 

@@ -1,4 +1,4 @@
-#include "apps/xov/GridWindow.h"
+#include "apps/xov/map/GridWindow.h"
 
 #include <gtest/gtest.h>
 

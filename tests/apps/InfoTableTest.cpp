@@ -1,7 +1,7 @@
-#include "apps/xov/InfoCommand.h"
-#include "apps/xov/RecordTexts.h"
-#include "seismic/SacSeismogram.h"
-#include "seismic/UtcTime.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/UtcTime.h"
+#include "apps/xov/commands/InfoCommand.h"
+#include "apps/xov/inputs/RecordTexts.h"
 #include "tests/support/FakeRecord.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "apps/xov/Inputs.h"
+#include "apps/xov/inputs/Inputs.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "apps/xov/MapEvents.h"
+#include "apps/xov/map/MapEvents.h"
 
-#include "seismic/Undefined.h"
+#include "XOV_Graphics/seismic/Undefined.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "apps/xov/MapRegion.h"
+#include "apps/xov/map/MapRegion.h"
 
-#include "views/map/MapProjection.h"
+#include "XOV_Graphics/views/map/MapProjection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "apps/xov/Means.h"
+#include "apps/xov/inputs/Means.h"
 
 #include "tests/apps/TestRecords.h"
 

@@ -1,4 +1,4 @@
-#include "apps/xov/PanelsCommand.h"
+#include "apps/xov/commands/PanelsCommand.h"
 #include "tests/apps/TestRecords.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "apps/xov/Progress.h"
+#include "apps/xov/terminal/Progress.h"
 
 #include <gtest/gtest.h>
 

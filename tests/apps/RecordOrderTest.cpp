@@ -1,4 +1,4 @@
-#include "apps/xov/RecordOrder.h"
+#include "apps/xov/inputs/RecordOrder.h"
 
 #include "tests/support/FakeRecord.h"
 

@@ -1,7 +1,7 @@
-#include "apps/xov/RecordTexts.h"
+#include "apps/xov/inputs/RecordTexts.h"
 
-#include "apps/xov/MonitorCommand.h"
-#include "apps/xov/StackCommand.h"
+#include "apps/xov/commands/MonitorCommand.h"
+#include "apps/xov/commands/StackCommand.h"
 #include "tests/apps/TestRecords.h"
 
 #include <gtest/gtest.h>

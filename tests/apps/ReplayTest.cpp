@@ -1,7 +1,7 @@
-#include "apps/xov/Replay.h"
+#include "apps/xov/inputs/Replay.h"
 
+#include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
 #include "tests/apps/TestRecords.h"
-#include "views/timeline/realTimeDisplayView01.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
 
 #include <QDateTime>
 

@@ -1,4 +1,4 @@
-#include "apps/xov/TextTable.h"
+#include "apps/xov/terminal/TextTable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "apps/xov/Validators.h"
+#include "apps/xov/inputs/Validators.h"
 
 #include <gtest/gtest.h>
 

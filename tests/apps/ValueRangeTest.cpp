@@ -1,4 +1,4 @@
-#include "apps/xov/ValueRange.h"
+#include "apps/xov/inputs/ValueRange.h"
 
 #include <gtest/gtest.h>
 

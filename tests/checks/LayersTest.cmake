@@ -24,47 +24,48 @@ function(expect name wanted)
 endfunction()
 
 set(painter "#include <QPainter>")
-set(view platform/View.h "${painter}")
+set(lib src/XOV_Graphics)
+set(view ${lib}/platform/View.h "${painter}")
 
-tree(${view} views/base/Base.h "#include \"platform/View.h\"" views/xy/Xy.h "#include <QString>"
-  views/time/Time.h "#include \"views/base/Base.h\"\n#include \"views/xy/Xy.h\"\nclass Time : public Xy {}"
+tree(${view} ${lib}/views/base/Base.h "#include \"XOV_Graphics/platform/View.h\"" ${lib}/views/xy/Xy.h "#include <QString>"
+  ${lib}/views/time/Time.h "#include \"XOV_Graphics/views/base/Base.h\"\n#include \"XOV_Graphics/views/xy/Xy.h\"\nclass Time : public Xy {}"
   apps/xov/main.cpp "#include <XOV_Graphics/views/xy/Xy.h>")
 expect("a tree in order" nothing)
 
-tree(${view} graphics/Axis.cpp "${painter}")
-expect("a painter above the platform" "graphics/Axis.cpp: includes <QPainter>")
+tree(${view} ${lib}/graphics/Axis.cpp "${painter}")
+expect("a painter above the platform" "src/XOV_Graphics/graphics/Axis.cpp: includes <QPainter>")
 
-tree(${view} graphics/Axis.cpp "#  include <QtGui/QPainter>")
-expect("a painter by its long name" "graphics/Axis.cpp: includes <QtGui/QPainter>")
+tree(${view} ${lib}/graphics/Axis.cpp "#  include <QtGui/QPainter>")
+expect("a painter by its long name" "src/XOV_Graphics/graphics/Axis.cpp: includes <QtGui/QPainter>")
 
-tree(${view} seismic/Io.h "#include <QtWidgets>")
-expect("an umbrella header" "seismic/Io.h: includes <QtWidgets>")
+tree(${view} ${lib}/seismic/Io.h "#include <QtWidgets>")
+expect("an umbrella header" "src/XOV_Graphics/seismic/Io.h: includes <QtWidgets>")
 
-tree(${view} views/xy/Xy.cpp "#include <QPainterPath>")
+tree(${view} ${lib}/views/xy/Xy.cpp "#include <QPainterPath>")
 expect("a painter path is geometry" nothing)
 
-tree(${view} seismic/Io.h "#include \"platform/View.h\"")
-expect("a model that paints" "seismic/Io.h: includes \"platform/View.h\", but seismic/")
+tree(${view} ${lib}/seismic/Io.h "#include \"XOV_Graphics/platform/View.h\"")
+expect("a model that paints" "src/XOV_Graphics/seismic/Io.h: includes \"platform/View.h\", but seismic/")
 
-tree(platform/View.h "#include \"graphics/Axis.h\"" graphics/Axis.h "")
-expect("an arrow upwards" "platform/View.h: includes \"graphics/Axis.h\", but platform/")
+tree(${lib}/platform/View.h "#include \"XOV_Graphics/graphics/Axis.h\"" ${lib}/graphics/Axis.h "")
+expect("an arrow upwards" "src/XOV_Graphics/platform/View.h: includes \"graphics/Axis.h\", but platform/")
 
-tree(graphics/Axis.cpp "#include \"Axis.h\"" graphics/Axis.h "")
+tree(${lib}/graphics/Axis.cpp "#include \"Axis.h\"" ${lib}/graphics/Axis.h "")
 expect("a path that does not start at the root" "includes \"Axis.h\", which is no file")
 
-tree(views/xy/Xy.h "" views/time/Time.h "#include \"views/xy/Xy.h\"\nclass Time : public XyPlus {}")
-expect("a view that borrows from another folder" "views/time/Time.h: includes \"views/xy/Xy.h\" of another")
+tree(${lib}/views/xy/Xy.h "" ${lib}/views/time/Time.h "#include \"XOV_Graphics/views/xy/Xy.h\"\nclass Time : public XyPlus {}")
+expect("a view that borrows from another folder" "src/XOV_Graphics/views/time/Time.h: includes \"views/xy/Xy.h\" of another")
 
-tree(views/xy/Xy.h "" views/base/Base.h "#include \"views/xy/Xy.h\"\nclass Base : public Xy {}")
-expect("the base on top of a view" "views/base/Base.h: includes \"views/xy/Xy.h\" of another")
+tree(${lib}/views/xy/Xy.h "" ${lib}/views/base/Base.h "#include \"XOV_Graphics/views/xy/Xy.h\"\nclass Base : public Xy {}")
+expect("the base on top of a view" "src/XOV_Graphics/views/base/Base.h: includes \"views/xy/Xy.h\" of another")
 
-tree(platform/Picture.h "" apps/xov/main.cpp "#include \"platform/Picture.h\"")
+tree(${lib}/platform/Picture.h "" apps/xov/main.cpp "#include \"XOV_Graphics/platform/Picture.h\"")
 expect("a program with a private header" "main.cpp: includes \"platform/Picture.h\", which is not a public")
 
-tree(platform/Picture.h "" platform/View.h "#include \"platform/Picture.h\"")
-expect("a public header with a private one" "platform/View.h: is public but includes")
+tree(${lib}/platform/Picture.h "" ${lib}/platform/View.h "#include \"XOV_Graphics/platform/Picture.h\"")
+expect("a public header with a private one" "src/XOV_Graphics/platform/View.h: is public but includes")
 
-tree(seismic/A.h "#include \"seismic/io/B.h\"" seismic/io/B.h "#include \"seismic/A.h\"" ${view})
+tree(${lib}/seismic/A.h "#include \"XOV_Graphics/seismic/io/B.h\"" ${lib}/seismic/io/B.h "#include \"XOV_Graphics/seismic/A.h\"" ${view})
 expect("a circle" "in a circle: seismic/io>seismic, seismic>seismic/io")
 
 string(REPEAT "int x\n" 500 long)

@@ -1,6 +1,6 @@
 #include "tests/colour/ColorReckoning.h"
 
-#include "colour/ColorValues.h"
+#include "XOV_Graphics/colour/ColorValues.h"
 
 #include <cmath>
 #include <limits>

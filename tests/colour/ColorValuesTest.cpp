@@ -1,4 +1,4 @@
-#include "colour/ColorValues.h"
+#include "XOV_Graphics/colour/ColorValues.h"
 
 #include "tests/colour/ColorReckoning.h"
 

@@ -1,6 +1,6 @@
-#include "colour/GridColors.h"
+#include "XOV_Graphics/colour/GridColors.h"
 
-#include "colour/ColorValues.h"
+#include "XOV_Graphics/colour/ColorValues.h"
 #include "tests/colour/ColorReckoning.h"
 
 #include <gtest/gtest.h>

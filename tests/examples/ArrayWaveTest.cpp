@@ -1,7 +1,7 @@
 #include "examples/synthetic/ArrayWave.h"
 
-#include "grid/XyzGrid.h"
-#include "seismic/array/RecordArray.h"
+#include "XOV_Graphics/grid/XyzGrid.h"
+#include "XOV_Graphics/seismic/array/RecordArray.h"
 
 #include <gtest/gtest.h>
 

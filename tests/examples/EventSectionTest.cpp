@@ -1,7 +1,7 @@
 #include "examples/synthetic/EventSection.h"
 
-#include "seismic/io/SacReader.h"
-#include "seismic/io/SacWriter.h"
+#include "XOV_Graphics/seismic/io/sac/SacReader.h"
+#include "XOV_Graphics/seismic/io/sac/SacWriter.h"
 #include "tests/examples/Measures.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
+#include "XOV_Graphics/map/XOVPolygon.h"
+#include "XOV_Graphics/seismic/io/events/EventReaders.h"
 #include "examples/synthetic/RegionalMotion.h"
 #include "examples/synthetic/WorldCatalogue.h"
-#include "map/XOVPolygon.h"
-#include "seismic/io/EventReaders.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "examples/synthetic/SyntheticDay.h"
 
+#include "XOV_Graphics/seismic/Geodesy.h"
 #include "examples/synthetic/LocalEvent.h"
 #include "examples/synthetic/SyntheticEvent.h"
-#include "seismic/Geodesy.h"
 #include "tests/examples/Measures.h"
 
 #include <gtest/gtest.h>

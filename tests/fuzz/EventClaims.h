@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Claims.h"
-#include "seismic/io/EventReaders.h"
+#include "XOV_Graphics/seismic/io/events/EventReaders.h"
 
 namespace xov::fuzz {
 

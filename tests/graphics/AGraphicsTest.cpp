@@ -1,4 +1,4 @@
-#include "graphics/AGraphics.h"
+#include "XOV_Graphics/graphics/AGraphics.h"
 
 #include "AxisFixture.h"
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "AxisPrinting.h"
-#include "graphics/AGraphics.h"
-#include "graphics/LinearAxis.h"
-#include "platform/Path.h"
-#include "platform/RecordingContext.h"
-#include "platform/TextAttributes.h"
+#include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/graphics/LinearAxis.h"
+#include "XOV_Graphics/platform/Path.h"
+#include "XOV_Graphics/platform/RecordingContext.h"
+#include "XOV_Graphics/platform/TextAttributes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "graphics/LinearAxis.h"
+#include "XOV_Graphics/graphics/LinearAxis.h"
 
 #include <ostream>
 

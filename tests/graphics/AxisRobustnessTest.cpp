@@ -1,5 +1,5 @@
 #include "AxisFixture.h"
-#include "graphics/SinglePrecision.h"
+#include "XOV_Graphics/base/SinglePrecision.h"
 
 #include <algorithm>
 #include <cmath>

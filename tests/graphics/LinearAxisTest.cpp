@@ -1,4 +1,4 @@
-#include "graphics/LinearAxis.h"
+#include "XOV_Graphics/graphics/LinearAxis.h"
 
 #include "AxisPrinting.h"
 

@@ -1,4 +1,4 @@
-#include "grid/RawGrid.h"
+#include "XOV_Graphics/grid/RawGrid.h"
 
 #include "tests/seismic/TemporaryFiles.h"
 

@@ -1,4 +1,4 @@
-#include "grid/XyzGrid.h"
+#include "XOV_Graphics/grid/XyzGrid.h"
 
 #include "tests/map/CommaLocale.h"
 #include "tests/seismic/TemporaryFiles.h"

@@ -1,7 +1,7 @@
 // A lack of memory, made by this program's own allocation: the next block of a certain size is refused.
 
-#include "map/BoundaryText.h"
-#include "map/XOVPolygon.h"
+#include "XOV_Graphics/map/BoundaryText.h"
+#include "XOV_Graphics/map/XOVPolygon.h"
 #include "tests/map/LogCatcher.h"
 #include "tests/map/MapPrinting.h"
 

@@ -1,6 +1,6 @@
 // The boundary readers against the C library's own lines and numbers, over random texts.
 
-#include "map/BoundaryText.h"
+#include "XOV_Graphics/map/BoundaryText.h"
 #include "tests/map/MapPrinting.h"
 
 #include <gtest/gtest.h>

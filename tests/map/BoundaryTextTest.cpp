@@ -1,4 +1,4 @@
-#include "map/BoundaryText.h"
+#include "XOV_Graphics/map/BoundaryText.h"
 
 #include "tests/map/CommaLocale.h"
 #include "tests/map/LogCatcher.h"

@@ -1,5 +1,5 @@
-#include "map/geoMapPoint.h"
-#include "map/geoMapVector.h"
+#include "XOV_Graphics/map/geoMapPoint.h"
+#include "XOV_Graphics/map/geoMapVector.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "map/XOVPolygon.h"
+#include "XOV_Graphics/map/XOVPolygon.h"
 #include "tests/seismic/TemporaryFiles.h"
 
 #include <ostream>

@@ -1,5 +1,5 @@
-#include "map/NxyText.h"
-#include "map/XOVPolygon.h"
+#include "XOV_Graphics/map/NxyText.h"
+#include "XOV_Graphics/map/XOVPolygon.h"
 #include "tests/map/CommaLocale.h"
 #include "tests/map/MapPrinting.h"
 

@@ -1,6 +1,6 @@
-#include "map/NxyText.h"
+#include "XOV_Graphics/map/NxyText.h"
 
-#include "map/XOVPolygon.h"
+#include "XOV_Graphics/map/XOVPolygon.h"
 #include "tests/map/MapPrinting.h"
 
 #include <gtest/gtest.h>

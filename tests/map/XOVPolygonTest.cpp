@@ -1,4 +1,4 @@
-#include "map/XOVPolygon.h"
+#include "XOV_Graphics/map/XOVPolygon.h"
 
 #include "tests/map/MapPrinting.h"
 

@@ -1,7 +1,7 @@
-#include "map/plateBoundaryController.h"
+#include "XOV_Graphics/map/plateBoundaryController.h"
 
-#include "map/BoundaryResource.h"
-#include "platform/Resources.h"
+#include "XOV_Graphics/base/Resources.h"
+#include "XOV_Graphics/map/BoundaryResource.h"
 #include "tests/map/LogCatcher.h"
 #include "tests/map/MapPrinting.h"
 

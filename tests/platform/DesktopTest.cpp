@@ -1,7 +1,7 @@
-#include "platform/Drag.h"
-#include "platform/Log.h"
-#include "platform/Pasteboard.h"
-#include "platform/SavePanel.h"
+#include "XOV_Graphics/base/Log.h"
+#include "XOV_Graphics/platform/Drag.h"
+#include "XOV_Graphics/platform/Pasteboard.h"
+#include "XOV_Graphics/platform/SavePanel.h"
 
 #include <gtest/gtest.h>
 

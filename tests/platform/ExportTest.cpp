@@ -1,7 +1,8 @@
-#include "platform/Colors.h"
-#include "platform/ImageFile.h"
-#include "platform/PdfPage.h"
-#include "platform/PlanarBitmap.h"
+#include "XOV_Graphics/base/WholeFile.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/ImageFile.h"
+#include "XOV_Graphics/platform/PlanarBitmap.h"
+#include "XOV_Graphics/platform/surface/PdfPage.h"
 #include "tests/support/Pixels.h"
 
 #include <gtest/gtest.h>

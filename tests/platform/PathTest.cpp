@@ -1,4 +1,4 @@
-#include "platform/Path.h"
+#include "XOV_Graphics/platform/Path.h"
 
 #include <gtest/gtest.h>
 

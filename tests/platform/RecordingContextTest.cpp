@@ -1,6 +1,6 @@
-#include "platform/RecordingContext.h"
+#include "XOV_Graphics/platform/RecordingContext.h"
 
-#include "platform/Colors.h"
+#include "XOV_Graphics/platform/Colors.h"
 #include "tests/support/Pixels.h"
 
 #include <gtest/gtest.h>

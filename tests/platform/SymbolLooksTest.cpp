@@ -1,8 +1,8 @@
 // Symbols that each have a look of their own.
 
-#include "platform/Colors.h"
-#include "platform/RecordingContext.h"
-#include "platform/SymbolCulling.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/RecordingContext.h"
+#include "XOV_Graphics/platform/symbol/SymbolCulling.h"
 #include "tests/support/Pixels.h"
 #include "tests/support/SymbolReference.h"
 

@@ -1,7 +1,7 @@
-#include "platform/Symbols.h"
+#include "XOV_Graphics/platform/Symbols.h"
 
-#include "platform/Colors.h"
-#include "platform/RecordingContext.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/RecordingContext.h"
 #include "tests/support/Pixels.h"
 
 #include <gtest/gtest.h>

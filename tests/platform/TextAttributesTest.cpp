@@ -1,7 +1,7 @@
-#include "platform/TextAttributes.h"
+#include "XOV_Graphics/platform/TextAttributes.h"
 
-#include "platform/Colors.h"
-#include "platform/Typeface.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/surface/Typeface.h"
 
 #include <gtest/gtest.h>
 

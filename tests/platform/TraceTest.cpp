@@ -1,4 +1,4 @@
-#include "platform/Trace.h"
+#include "XOV_Graphics/platform/Trace.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "map/plateBoundaryController.h"
-#include "platform/Resources.h"
+#include "XOV_Graphics/base/Resources.h"
+#include "XOV_Graphics/map/plateBoundaryController.h"
 
 #include <gtest/gtest.h>
 

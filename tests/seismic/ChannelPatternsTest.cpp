@@ -1,4 +1,4 @@
-#include "seismic/io/ChannelPatterns.h"
+#include "XOV_Graphics/seismic/ChannelPatterns.h"
 
 #include "TemporaryFiles.h"
 

@@ -1,4 +1,4 @@
-#include "seismic/Extrema.h"
+#include "XOV_Graphics/seismic/Extrema.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "seismic/Geodesy.h"
+#include "XOV_Graphics/seismic/Geodesy.h"
 
 #include "TemporaryFiles.h"
 

@@ -1,4 +1,4 @@
-#include "seismic/MagnitudeScale.h"
+#include "XOV_Graphics/seismic/MagnitudeScale.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "seismic/MonthDate.h"
+#include "XOV_Graphics/seismic/MonthDate.h"
 
 #include <climits>
 #include <gtest/gtest.h>

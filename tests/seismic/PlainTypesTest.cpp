@@ -1,10 +1,10 @@
 #include "TemporaryFiles.h"
-#include "seismic/Hypocentre.h"
-#include "seismic/Picks.h"
-#include "seismic/SacSeismogram.h"
-#include "seismic/SampledSignal.h"
-#include "seismic/StationObservation.h"
-#include "seismic/UtcTime.h"
+#include "XOV_Graphics/seismic/Hypocentre.h"
+#include "XOV_Graphics/seismic/Picks.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/SampledSignal.h"
+#include "XOV_Graphics/seismic/StationObservation.h"
+#include "XOV_Graphics/seismic/UtcTime.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
 
 #include "TemporaryFiles.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "seismic/SacSeismogram.h"
-#include "seismic/io/Result.h"
-#include "seismic/io/SeismogramFile.h"
+#include "XOV_Graphics/base/Result.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/SeismogramFile.h"
 
 #include <gtest/gtest.h>
 

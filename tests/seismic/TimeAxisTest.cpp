@@ -1,4 +1,4 @@
-#include "seismic/TimeAxis.h"
+#include "XOV_Graphics/seismic/TimeAxis.h"
 
 #include "SeismogramTexts.h"
 #include "TemporaryFiles.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "seismic/SacHeader.h"
-#include "seismic/SeismogramRecord.h"
-#include "seismic/Undefined.h"
+#include "XOV_Graphics/seismic/SacHeader.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+#include "XOV_Graphics/seismic/Undefined.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Picture.h"
-#include "platform/View.h"
+#include "XOV_Graphics/platform/View.h"
+#include "XOV_Graphics/platform/surface/Picture.h"
 
 #include <QImage>
 

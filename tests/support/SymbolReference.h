@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Symbols.h"
+#include "XOV_Graphics/platform/Symbols.h"
 
 #include <QImage>
 #include <QTransform>

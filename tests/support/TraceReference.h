@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Trace.h"
+#include "XOV_Graphics/platform/Trace.h"
 
 #include <QImage>
 #include <QTransform>

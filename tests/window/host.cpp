@@ -1,6 +1,6 @@
 // A small host program for the window test: a record section in a window, whose controller prints what it is told.
-#include "seismic/SacSeismogram.h"
-#include "views/seismic/MultiSeisView.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/views/seismic/MultiSeisView.h"
 
 #include <QApplication>
 #include <QMainWindow>

@@ -1,6 +1,6 @@
 #include "apps/resources/BoundaryFiles.h"
 
-#include "map/BoundaryText.h"
+#include "XOV_Graphics/map/BoundaryText.h"
 #include "tests/map/MapPrinting.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Whatever the bytes are, the readers of plate boundaries give segments that hold together, none larger than it may
 // be, and no more points than the text has lines.
 
-#include "map/BoundaryText.h"
+#include "XOV_Graphics/map/BoundaryText.h"
 #include "tests/fuzz/Claims.h"
 
 #include <QLoggingCategory>

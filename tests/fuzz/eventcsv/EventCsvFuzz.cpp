@@ -2,7 +2,7 @@
 // error.
 
 #include "../EventClaims.h"
-#include "seismic/io/EventTable.h"
+#include "XOV_Graphics/seismic/io/events/EventTable.h"
 
 #include <cstdint>
 

@@ -2,8 +2,8 @@
 // channel have one time axis and come in time order, and a selection gives a part of what all channels give.
 
 #include "../Claims.h"
-#include "seismic/SacSeismogram.h"
-#include "seismic/io/MiniSeedReader.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedReader.h"
 
 #include <cmath>
 #include <cstdint>

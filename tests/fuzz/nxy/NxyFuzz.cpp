@@ -1,8 +1,8 @@
 // Whatever the bytes are, the NXY reader gives finite points or one line of error, and points that it gives can be
 // written and read back.
 
-#include "map/NxyText.h"
-#include "map/XOVPolygon.h"
+#include "XOV_Graphics/map/NxyText.h"
+#include "XOV_Graphics/map/XOVPolygon.h"
 #include "tests/fuzz/Claims.h"
 
 #include <cmath>

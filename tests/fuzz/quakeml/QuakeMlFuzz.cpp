@@ -1,7 +1,7 @@
 // Whatever the bytes are, the event readers give events with a time and numbers in range, or one line of error.
 
 #include "../EventClaims.h"
-#include "seismic/io/QuakeMl.h"
+#include "XOV_Graphics/seismic/io/events/QuakeMl.h"
 
 #include <QBuffer>
 

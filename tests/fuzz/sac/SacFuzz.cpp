@@ -1,8 +1,8 @@
 // Whatever the bytes are, the SAC reader gives a trace or one line of error, and every trace that it gives can be
 // written in each form and read back with the same samples.
 
-#include "seismic/io/SacReader.h"
-#include "seismic/io/SacWriter.h"
+#include "XOV_Graphics/seismic/io/sac/SacReader.h"
+#include "XOV_Graphics/seismic/io/sac/SacWriter.h"
 
 #include <QBuffer>
 

@@ -1,8 +1,8 @@
 // Whatever the bytes are, the readers of grids give a whole grid or one line of error. The first byte decides: below
 // 16 the rest is a headerless grid of that many rows, else all of it is text.
 
-#include "grid/RawGrid.h"
-#include "grid/XyzGrid.h"
+#include "XOV_Graphics/grid/RawGrid.h"
+#include "XOV_Graphics/grid/XyzGrid.h"
 #include "tests/fuzz/Claims.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "seismic/array/ArrayOffsets.h"
+#include "XOV_Graphics/seismic/array/ArrayOffsets.h"
 
 #include <gtest/gtest.h>
 

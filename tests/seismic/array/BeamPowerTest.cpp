@@ -1,4 +1,4 @@
-#include "seismic/array/BeamPower.h"
+#include "XOV_Graphics/seismic/array/BeamPower.h"
 
 #include <gtest/gtest.h>
 

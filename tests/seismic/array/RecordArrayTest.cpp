@@ -1,6 +1,6 @@
-#include "seismic/array/RecordArray.h"
+#include "XOV_Graphics/seismic/array/RecordArray.h"
 
-#include "seismic/UtcTime.h"
+#include "XOV_Graphics/seismic/UtcTime.h"
 #include "tests/support/FakeRecord.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "seismic/array/StationTable.h"
+#include "XOV_Graphics/seismic/array/StationTable.h"
 
 #include "tests/seismic/TemporaryFiles.h"
 

@@ -1,6 +1,6 @@
 #include "tests/views/all/RandomHost.h"
 
-#include "seismic/UtcTime.h"
+#include "XOV_Graphics/seismic/UtcTime.h"
 
 #include <cmath>
 #include <limits>

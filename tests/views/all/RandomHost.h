@@ -1,7 +1,7 @@
 #pragma once
 
+#include "XOV_Graphics/views/base/XOVView.h"
 #include "tests/support/FakeRecord.h"
-#include "views/base/XOVView.h"
 
 #include <memory>
 #include <random>

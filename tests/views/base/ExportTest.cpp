@@ -1,5 +1,5 @@
-#include "platform/Colors.h"
-#include "views/base/XOVView.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/XOVView.h"
 
 #include <gtest/gtest.h>
 

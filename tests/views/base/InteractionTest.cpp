@@ -1,5 +1,5 @@
-#include "platform/Drag.h"
-#include "views/base/XOVView.h"
+#include "XOV_Graphics/platform/Drag.h"
+#include "XOV_Graphics/views/base/XOVView.h"
 
 #include <gtest/gtest.h>
 

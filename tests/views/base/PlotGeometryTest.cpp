@@ -1,4 +1,4 @@
-#include "views/base/PlotGeometry.h"
+#include "XOV_Graphics/views/base/PlotGeometry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "views/base/XOVView.h"
+#include "XOV_Graphics/views/base/XOVView.h"
 
-#include "platform/Colors.h"
-#include "platform/RecordingContext.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/RecordingContext.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "views/image/GridGeometry.h"
+#include "XOV_Graphics/views/image/GridGeometry.h"
 
 #include <gtest/gtest.h>
 

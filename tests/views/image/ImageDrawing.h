@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/RecordingContext.h"
-#include "platform/View.h"
-#include "views/image/XOVImageView.h"
+#include "XOV_Graphics/platform/RecordingContext.h"
+#include "XOV_Graphics/platform/View.h"
+#include "XOV_Graphics/views/image/XOVImageView.h"
 
 #include <memory>
 #include <vector>

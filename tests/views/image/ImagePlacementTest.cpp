@@ -1,4 +1,4 @@
-#include "views/image/ImagePlacement.h"
+#include "XOV_Graphics/views/image/ImagePlacement.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "views/image/XOVImageView.h"
+#include "XOV_Graphics/views/image/XOVImageView.h"
 
-#include "colour/ColorValues.h"
-#include "platform/Colors.h"
+#include "XOV_Graphics/colour/ColorValues.h"
+#include "XOV_Graphics/platform/Colors.h"
 #include "tests/map/LogCatcher.h"
 #include "tests/views/image/ImageDrawing.h"
 

@@ -1,5 +1,5 @@
+#include "XOV_Graphics/views/image/XOVImageView.h"
 #include "tests/views/image/ImageDrawing.h"
-#include "views/image/XOVImageView.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "views/image/XyzText.h"
+#include "XOV_Graphics/views/image/XyzText.h"
 
 #include "tests/map/CommaLocale.h"
 

@@ -1,8 +1,8 @@
-#include "views/image/xovFKImageView.h"
+#include "XOV_Graphics/views/image/xovFKImageView.h"
 
-#include "colour/ColorValues.h"
-#include "platform/Colors.h"
-#include "platform/Drag.h"
+#include "XOV_Graphics/colour/ColorValues.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/Drag.h"
 #include "tests/map/LogCatcher.h"
 #include "tests/views/image/ImageDrawing.h"
 

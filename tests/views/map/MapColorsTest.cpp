@@ -1,4 +1,4 @@
-#include "views/map/MapColors.h"
+#include "XOV_Graphics/views/map/MapColors.h"
 
 #include <gtest/gtest.h>
 

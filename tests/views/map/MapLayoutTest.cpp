@@ -1,4 +1,4 @@
-#include "views/map/MapLayout.h"
+#include "XOV_Graphics/views/map/MapLayout.h"
 
 #include <gtest/gtest.h>
 

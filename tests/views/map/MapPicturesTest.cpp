@@ -1,6 +1,6 @@
-#include "views/map/MapPictures.h"
+#include "XOV_Graphics/views/map/MapPictures.h"
 
-#include "platform/Resources.h"
+#include "XOV_Graphics/base/Resources.h"
 #include "tests/seismic/TemporaryFiles.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "views/map/MapPoints.h"
+#include "XOV_Graphics/views/map/MapPoints.h"
 
 #include <gtest/gtest.h>
 

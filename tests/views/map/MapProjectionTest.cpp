@@ -1,4 +1,4 @@
-#include "views/map/MapProjection.h"
+#include "XOV_Graphics/views/map/MapProjection.h"
 
 #include "tests/map/MapPrinting.h"
 

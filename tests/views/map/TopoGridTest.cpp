@@ -1,4 +1,4 @@
-#include "views/map/TopoGrid.h"
+#include "XOV_Graphics/views/map/TopoGrid.h"
 
 #include "tests/seismic/TemporaryFiles.h"
 

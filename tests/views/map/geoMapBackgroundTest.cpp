@@ -1,8 +1,8 @@
-#include "platform/Resources.h"
+#include "XOV_Graphics/base/Resources.h"
+#include "XOV_Graphics/views/map/geoMapView.h"
 #include "tests/map/LogCatcher.h"
 #include "tests/seismic/TemporaryFiles.h"
 #include "tests/views/xy/XYDrawing.h"
-#include "views/map/geoMapView.h"
 
 #include <gtest/gtest.h>
 

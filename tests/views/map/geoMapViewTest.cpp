@@ -1,6 +1,6 @@
-#include "views/map/geoMapView.h"
+#include "XOV_Graphics/views/map/geoMapView.h"
 
-#include "platform/Colors.h"
+#include "XOV_Graphics/platform/Colors.h"
 #include "tests/map/LogCatcher.h"
 #include "tests/map/MapPrinting.h"
 #include "tests/views/xy/XYDrawing.h"

@@ -1,4 +1,4 @@
-#include "views/seismic/Captions.h"
+#include "XOV_Graphics/views/seismic/Captions.h"
 
 #include "SeisDrawing.h"
 

@@ -1,8 +1,8 @@
-#include "views/seismic/MultiSeisView.h"
+#include "XOV_Graphics/views/seismic/MultiSeisView.h"
 
 #include "SeisDrawing.h"
-#include "graphics/AGraphics.h"
-#include "platform/Colors.h"
+#include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/platform/Colors.h"
 
 #include <gtest/gtest.h>
 

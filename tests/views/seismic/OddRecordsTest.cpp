@@ -1,14 +1,14 @@
 // What a host may hand over by mistake must never stop a view, and must not spoil what else it shows.
 #include "SeisDrawing.h"
-#include "platform/Colors.h"
-#include "seismic/SampledSignal.h"
-#include "seismic/StationObservation.h"
-#include "views/seismic/MultiSeisView.h"
-#include "views/seismic/SeisView01.h"
-#include "views/seismic/SeisView02.h"
-#include "views/seismic/ThreeCompView.h"
-#include "views/seismic/uniformTimeSeriesView.h"
-#include "views/seismic/wvfrmView.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/seismic/SampledSignal.h"
+#include "XOV_Graphics/seismic/StationObservation.h"
+#include "XOV_Graphics/views/seismic/MultiSeisView.h"
+#include "XOV_Graphics/views/seismic/SeisView01.h"
+#include "XOV_Graphics/views/seismic/SeisView02.h"
+#include "XOV_Graphics/views/seismic/ThreeCompView.h"
+#include "XOV_Graphics/views/seismic/uniformTimeSeriesView.h"
+#include "XOV_Graphics/views/seismic/wvfrmView.h"
 
 #include <gtest/gtest.h>
 

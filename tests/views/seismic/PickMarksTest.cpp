@@ -1,7 +1,7 @@
-#include "views/seismic/PickMarks.h"
+#include "XOV_Graphics/views/seismic/PickMarks.h"
 
 #include "SeisDrawing.h"
-#include "platform/Colors.h"
+#include "XOV_Graphics/platform/Colors.h"
 
 #include <gtest/gtest.h>
 

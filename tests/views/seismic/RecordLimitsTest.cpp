@@ -1,4 +1,4 @@
-#include "views/seismic/RecordLimits.h"
+#include "XOV_Graphics/views/seismic/RecordLimits.h"
 
 #include "SeisDrawing.h"
 

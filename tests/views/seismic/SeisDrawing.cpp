@@ -1,6 +1,6 @@
 #include "SeisDrawing.h"
 
-#include "graphics/AGraphics.h"
+#include "XOV_Graphics/graphics/AGraphics.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/RecordingContext.h"
-#include "platform/TextAttributes.h"
-#include "seismic/SeismogramRecord.h"
+#include "XOV_Graphics/platform/RecordingContext.h"
+#include "XOV_Graphics/platform/TextAttributes.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+#include "XOV_Graphics/views/base/XOVView.h"
 #include "tests/support/FakeRecord.h"
-#include "views/base/XOVView.h"
 
 #include <QLineF>
 

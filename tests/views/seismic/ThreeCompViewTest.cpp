@@ -1,8 +1,8 @@
-#include "views/seismic/ThreeCompView.h"
+#include "XOV_Graphics/views/seismic/ThreeCompView.h"
 
 #include "SeisDrawing.h"
-#include "platform/Colors.h"
-#include "seismic/StationObservation.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/seismic/StationObservation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "views/seismic/TraceWindow.h"
+#include "XOV_Graphics/views/seismic/TraceWindow.h"
 
 #include "SeisDrawing.h"
 

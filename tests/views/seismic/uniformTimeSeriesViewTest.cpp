@@ -1,8 +1,8 @@
-#include "views/seismic/uniformTimeSeriesView.h"
+#include "XOV_Graphics/views/seismic/uniformTimeSeriesView.h"
 
 #include "SeisDrawing.h"
-#include "platform/Colors.h"
-#include "seismic/SampledSignal.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/seismic/SampledSignal.h"
 
 #include <gtest/gtest.h>
 

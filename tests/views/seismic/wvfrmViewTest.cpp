@@ -1,7 +1,7 @@
-#include "views/seismic/wvfrmView.h"
+#include "XOV_Graphics/views/seismic/wvfrmView.h"
 
 #include "SeisDrawing.h"
-#include "platform/Colors.h"
+#include "XOV_Graphics/platform/Colors.h"
 
 #include <gtest/gtest.h>
 

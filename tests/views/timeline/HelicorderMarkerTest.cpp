@@ -1,4 +1,4 @@
-#include "views/timeline/HelicorderMarker.h"
+#include "XOV_Graphics/views/timeline/HelicorderMarker.h"
 
 #include "TimelineDrawing.h"
 

@@ -1,4 +1,4 @@
-#include "views/timeline/HelicorderRows.h"
+#include "XOV_Graphics/views/timeline/HelicorderRows.h"
 
 #include "TimelineDrawing.h"
 

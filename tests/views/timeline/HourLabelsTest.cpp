@@ -1,4 +1,4 @@
-#include "views/timeline/HourLabels.h"
+#include "XOV_Graphics/views/timeline/HourLabels.h"
 
 #include "TimelineDrawing.h"
 

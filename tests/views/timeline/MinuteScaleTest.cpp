@@ -1,4 +1,4 @@
-#include "views/timeline/MinuteScale.h"
+#include "XOV_Graphics/views/timeline/MinuteScale.h"
 
 #include "TimelineDrawing.h"
 

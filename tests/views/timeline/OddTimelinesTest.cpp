@@ -1,7 +1,7 @@
 #include "TimelineDrawing.h"
-#include "views/timeline/XOVRealTimeDisplayView02.h"
-#include "views/timeline/helicorderView.h"
-#include "views/timeline/realTimeDisplayView01.h"
+#include "XOV_Graphics/views/timeline/XOVRealTimeDisplayView02.h"
+#include "XOV_Graphics/views/timeline/helicorderView.h"
+#include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "views/timeline/PageStart.h"
+#include "XOV_Graphics/views/timeline/PageStart.h"
 
 #include "TimelineDrawing.h"
 

@@ -1,4 +1,4 @@
-#include "views/timeline/ReferenceTexts.h"
+#include "XOV_Graphics/views/timeline/ReferenceTexts.h"
 
 #include "TimelineDrawing.h"
 

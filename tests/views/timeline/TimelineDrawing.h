@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Colors.h"
-#include "seismic/EventOrigin.h"
-#include "seismic/UtcTime.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/seismic/EventOrigin.h"
+#include "XOV_Graphics/seismic/UtcTime.h"
 #include "tests/support/FakeRecord.h"
 #include "tests/views/seismic/SeisDrawing.h"
 

@@ -1,4 +1,4 @@
-#include "views/timeline/helicorderView.h"
+#include "XOV_Graphics/views/timeline/helicorderView.h"
 
 #include "TimelineDrawing.h"
 

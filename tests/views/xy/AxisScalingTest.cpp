@@ -1,4 +1,4 @@
-#include "views/xy/AxisScaling.h"
+#include "XOV_Graphics/views/xy/AxisScaling.h"
 
 #include "tests/views/xy/XYDrawing.h"
 

@@ -1,4 +1,4 @@
-#include "views/xy/HistogramBars.h"
+#include "XOV_Graphics/views/xy/HistogramBars.h"
 
 #include <gtest/gtest.h>
 

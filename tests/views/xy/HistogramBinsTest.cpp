@@ -1,4 +1,4 @@
-#include "views/xy/HistogramBins.h"
+#include "XOV_Graphics/views/xy/HistogramBins.h"
 
 #include "tests/views/xy/XYDrawing.h"
 

@@ -1,6 +1,6 @@
-#include "views/xy/XOV2DScatterPlotView.h"
+#include "XOV_Graphics/views/xy/XOV2DScatterPlotView.h"
 
-#include "platform/Colors.h"
+#include "XOV_Graphics/platform/Colors.h"
 #include "tests/support/Pixels.h"
 #include "tests/views/xy/XYDrawing.h"
 

@@ -1,7 +1,7 @@
-#include "views/xy/XOVChartView.h"
+#include "XOV_Graphics/views/xy/XOVChartView.h"
 
+#include "XOV_Graphics/views/base/XOVView.h"
 #include "tests/views/xy/XYDrawing.h"
-#include "views/base/XOVView.h"
 
 #include <gtest/gtest.h>
 

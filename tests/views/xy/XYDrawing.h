@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/RecordingContext.h"
-#include "platform/View.h"
+#include "XOV_Graphics/platform/RecordingContext.h"
+#include "XOV_Graphics/platform/View.h"
 
 #include <QPainterPath>
 

@@ -1,6 +1,6 @@
-#include "views/xy/xyPlotView.h"
+#include "XOV_Graphics/views/xy/xyPlotView.h"
 
-#include "platform/Colors.h"
+#include "XOV_Graphics/platform/Colors.h"
 #include "tests/views/xy/XYDrawing.h"
 
 #include <gtest/gtest.h>

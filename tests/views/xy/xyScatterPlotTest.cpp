@@ -1,6 +1,6 @@
-#include "views/xy/xyScatterPlot.h"
+#include "XOV_Graphics/views/xy/xyScatterPlot.h"
 
-#include "platform/Colors.h"
+#include "XOV_Graphics/platform/Colors.h"
 #include "tests/views/xy/XYDrawing.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,49 @@
+#include "apps/xov/commands/CommandTable.h"
+
+#include "apps/xov/commands/DrumCommand.h"
+#include "apps/xov/commands/FkCommand.h"
+#include "apps/xov/commands/GridCommand.h"
+#include "apps/xov/commands/HistCommand.h"
+#include "apps/xov/commands/InfoCommand.h"
+#include "apps/xov/commands/MapCommand.h"
+#include "apps/xov/commands/MonitorCommand.h"
+#include "apps/xov/commands/PanelsCommand.h"
+#include "apps/xov/commands/ResourcesCommand.h"
+#include "apps/xov/commands/ScatterCommand.h"
+#include "apps/xov/commands/SectionCommand.h"
+#include "apps/xov/commands/StackCommand.h"
+#include "apps/xov/commands/ThreeCommand.h"
+#include "apps/xov/commands/XyCommand.h"
+
+namespace xov::cli {
+
+namespace {
+
+template <typename T>
+std::unique_ptr<Command> make() {
+  return std::make_unique<T>();
+}
+
+// A new command: its own file, and a row here.
+constexpr CommandRow kCommands[] = {
+    {"section", "Draw seismograms as a record section", make<SectionCommand>},
+    {"panels", "Draw pairs of seismograms in small panels", make<PanelsCommand>},
+    {"stack", "Draw seismograms over each other or in bands", make<StackCommand>},
+    {"three", "Draw the three components of a station", make<ThreeCommand>},
+    {"drum", "Draw a continuous recording in rows", make<DrumCommand>},
+    {"monitor", "Play recordings on a real-time display", make<MonitorCommand>},
+    {"xy", "Draw two columns of numbers as a line", make<XyCommand>},
+    {"scatter", "Draw two columns of numbers as circles", make<ScatterCommand>},
+    {"hist", "Draw or print a column of numbers as a histogram", make<HistCommand>},
+    {"map", "Draw events, stations, vectors and plate boundaries on a map", make<MapCommand>},
+    {"grid", "Draw a grid of values as a coloured picture", make<GridCommand>},
+    {"fk", "Draw the beam power of an array over slowness", make<FkCommand>},
+    {"info", "List what seismogram files hold", make<InfoCommand>},
+    {"resources", "List base maps and plate boundaries, or import boundaries", make<ResourcesCommand>},
+};
+
+} // namespace
+
+std::span<const CommandRow> commandTable() { return kCommands; }
+
+} // namespace xov::cli

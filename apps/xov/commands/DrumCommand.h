@@ -1,0 +1,30 @@
+#pragma once
+
+#include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/EventInputs.h"
+#include "apps/xov/inputs/Records.h"
+#include "apps/xov/output/Output.h"
+
+#include <optional>
+
+namespace xov::cli {
+
+/// `xov drum`: a continuous recording in rows, as a drum recorder draws it.
+class DrumCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  RecordInputs inputs_;
+  EventInputs events_;
+  Output output_{"drum", {900, 900}};
+  std::optional<int> rows_;
+  double rowSeconds_ = 3600;
+  std::optional<double> gain_;
+  double smallestMagnitude_ = 4;
+  bool zeroLines_ = false;
+  bool hours_ = false;
+};
+
+} // namespace xov::cli

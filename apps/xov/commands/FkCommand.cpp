@@ -1,0 +1,167 @@
+#include "apps/xov/commands/FkCommand.h"
+
+#include "apps/xov/inputs/Validators.h"
+#include "apps/xov/inputs/ValueRange.h"
+#include "apps/xov/output/TitledView.h"
+#include "apps/xov/terminal/Progress.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+#include <XOV_Graphics/grid/XyzGrid.h>
+#include <XOV_Graphics/seismic/array/RecordArray.h>
+#include <XOV_Graphics/views/image/xovFKImageView.h>
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr double kMostSlowness = 100; // s/km
+constexpr double kMostHz = 1e6;
+constexpr double kMostSeconds = 1e9;
+constexpr float kTitleSize = 13; // what fits above the view's data frame
+constexpr double kDegreesPerRadian = 180 / std::numbers::pi;
+
+Grid gridOf(const BeamPower& beam) {
+  Grid grid;
+  grid.rows = beam.steps;
+  grid.columns = beam.steps;
+  grid.values = beam.power;
+  grid.xmin = grid.ymin = -beam.slownessLimit;
+  grid.xmax = grid.ymax = beam.slownessLimit;
+  return grid;
+}
+
+} // namespace
+
+QString beamTitle(const BeamPower& beam) {
+  const auto peak = std::max_element(beam.power.begin(), beam.power.end());
+  const auto index = std::int32_t(peak - beam.power.begin());
+  const double east = beam.slowness(index % beam.steps);
+  const double north = beam.slowness(beam.steps - 1 - index / beam.steps);
+  const double slowness = std::hypot(east, north);
+  const QString power = QStringLiteral("power %1").arg(double(*peak), 0, 'f', 2);
+  const QString band = QStringLiteral("%1-%2 Hz").arg(beam.lowestHz, 0, 'g', 3).arg(beam.highestHz, 0, 'g', 3);
+  // At zero slowness the wave comes from straight below.
+  if (slowness < beam.slownessLimit / (beam.steps - 1)) return QStringLiteral("from below, %1, %2").arg(power, band);
+  const double azimuth = std::atan2(east, north) * kDegreesPerRadian;
+  return QStringLiteral("back azimuth %1°, %2 km/s, %3, %4")
+      .arg(azimuth < 0 ? azimuth + 360 : azimuth, 0, 'f', 0)
+      .arg(1 / slowness, 0, 'f', 1)
+      .arg(power, band);
+}
+
+void FkCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options, "FILES", "A grid of powers as lines of x, y and power, or the recordings of an array");
+  options.add_option("--stations", stations_, "Lines of a station code, its latitude and its longitude")
+      ->type_name("FILE");
+  options.add_option("--band", band_, "Lowest and highest frequency in Hz (default: 4 periods to half of Nyquist)")
+      ->type_name("F1 F2")
+      ->expected(2)
+      ->check(numberFromTo(0, kMostHz));
+  options.add_option("--window", window_, "Time to use, in seconds after the last recording begins (default: all)")
+      ->type_name("T1 T2")
+      ->expected(2)
+      ->check(numberFromTo(0, kMostSeconds));
+  options.add_option("--limit", limit_, "Largest slowness of the grid in s/km (default 0.5)")
+      ->type_name("S")
+      ->check(numberFromTo(1e-6, kMostSlowness));
+  options.add_option("--steps", steps_, "Slownesses along each axis (default 101)")
+      ->type_name("N")
+      ->check(wholeNumberFromTo(2, kMostBeamSteps));
+  image_.addOptions(options);
+  image_.addTextOption(options);
+  output_.addOptions(options);
+  options.parse_complete_callback([this] { checkOptions(); });
+}
+
+void FkCommand::checkOptions() const {
+  for (const auto& [option, range] : {std::pair("--band", &band_), {"--window", &window_}}) {
+    if (!range->empty() && !((*range)[0] < (*range)[1]))
+      throw CLI::ValidationError(option, "expected the second number above the first");
+  }
+}
+
+// The grid that the only file holds, where it is one; a file of recordings is not.
+std::optional<Grid> FkCommand::readGrid() {
+  const QStringList names = inputs_.names();
+  if (names.size() != 1 || !stations_.empty() || !QFileInfo(names[0]).isFile()) return {};
+  Result<Grid> grid = readXyzGrid(names[0]);
+  if (grid) return std::move(grid).value();
+  gridError_ = grid.error();
+  return {};
+}
+
+std::optional<BeamPower> FkCommand::analyse() {
+  StationTable places;
+  if (!stations_.empty()) {
+    const Result<StationTable> table = readStationTable(QString::fromStdString(stations_));
+    if (!table) {
+      complain(table.error());
+      return {};
+    }
+    places = *table;
+  }
+  const Records found = inputs_.read();
+  if (found.records.empty() && !gridError_.isEmpty()) complain(gridError_);
+  if (found.status != ExitCode::Ok || found.records.empty()) return {};
+  const Result<RecordArray> array = arrayOfRecords(found.records, found.files, places);
+  if (!array) {
+    complain(array.error());
+    return {};
+  }
+  BeamSearch search;
+  search.intervalSeconds = array->intervalSeconds;
+  search.slownessLimit = limit_;
+  search.steps = steps_;
+  if (!band_.empty()) {
+    search.lowestHz = band_[0];
+    search.highestHz = band_[1];
+  }
+  if (!window_.empty()) {
+    search.windowFrom = window_[0];
+    search.windowTo = window_[1];
+  }
+  std::optional<Progress> progress;
+  Result<BeamPower> beam = beamPower(array->traces, search, [&](std::int64_t done, std::int64_t total) {
+    if (!progress) progress.emplace(QStringLiteral("forming beams"), total);
+    progress->advanceTo(done);
+  });
+  progress.reset();
+  if (!beam) {
+    complain(beam.error());
+    return {};
+  }
+  return std::move(beam).value();
+}
+
+ExitCode FkCommand::draw(const Grid& grid, const QString& title) {
+  const auto values = std::make_shared<const std::vector<float>>(grid.values);
+  bool written = true;
+  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+    auto view = std::make_unique<TitledView<xovFKImageView>>(frame);
+    const ValueRange x = nonEmptyRange(nearestFinite(grid.xmin), nearestFinite(grid.xmax));
+    const ValueRange y = nonEmptyRange(nearestFinite(grid.ymin), nearestFinite(grid.ymax));
+    view->setXLimitsMinMax(x.min, x.max);
+    view->setYLimitsMinMax(y.min, y.max);
+    image_.apply(*view);
+    view->setupImageDataNROWSNCOLS(values, grid.rows, grid.columns);
+    view->setTitleFontSize(kTitleSize);
+    view->setTitle(output_.titleOr(title));
+    written = image_.writeText(*view);
+    return view;
+  });
+  return written ? delivered : ExitCode::Failed;
+}
+
+ExitCode FkCommand::run() {
+  if (const auto grid = readGrid()) return draw(*grid, QFileInfo(inputs_.names()[0]).fileName());
+  const auto beam = analyse();
+  return beam ? draw(gridOf(*beam), beamTitle(*beam)) : ExitCode::Failed;
+}
+
+} // namespace xov::cli

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/Records.h"
+#include "apps/xov/output/ImageOptions.h"
+#include "apps/xov/output/Output.h"
+
+#include <XOV_Graphics/grid/Grid.h>
+#include <XOV_Graphics/seismic/array/BeamPower.h>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace xov::cli {
+
+/// `xov fk`: the beam power of an array over slowness, from a grid or from the array's recordings.
+class FkCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  void checkOptions() const;
+  std::optional<Grid> readGrid();
+  std::optional<BeamPower> analyse();
+  ExitCode draw(const Grid& grid, const QString& title);
+
+  RecordInputs inputs_;
+  QString gridError_; // why the only file is no grid
+  std::string stations_;
+  std::vector<double> band_;
+  std::vector<double> window_;
+  double limit_ = 0.5;
+  int steps_ = 101;
+  ImageOptions image_{3};
+  Output output_{"fk", {608, 600}};
+};
+
+/// The back azimuth, apparent velocity and power of the largest power, in one line.
+QString beamTitle(const BeamPower& beam);
+
+} // namespace xov::cli

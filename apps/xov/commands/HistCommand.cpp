@@ -1,0 +1,95 @@
+#include "apps/xov/commands/HistCommand.h"
+
+#include "apps/xov/inputs/Validators.h"
+#include "apps/xov/inputs/ValueRange.h"
+#include "apps/xov/output/Desktop.h"
+#include "apps/xov/output/TitledView.h"
+
+#include <CLI/CLI.hpp>
+
+#include <XOV_Graphics/views/xy/XOVHistogramView.h>
+#include <algorithm>
+#include <cmath>
+#include <new>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr double kFarthestBin = 1e30; // beyond, the width of a range may be too large for single precision
+
+void removeWhatIsNotFinite(std::vector<float>& values) {
+  std::erase_if(values, [](float value) { return !std::isfinite(value); });
+}
+
+} // namespace
+
+BinRange binRange(float lowest, float highest, std::int32_t bins, std::optional<double> min,
+                  std::optional<double> max) {
+  if (min && max) return {float(*min), float(*max)};
+  if (max) return {std::min(lowest, nonEmptyRange(float(*max), float(*max)).min), float(*max)};
+  const float lower = min ? float(*min) : lowest;
+  const ValueRange values = nonEmptyRange(lower, std::max(lower, highest));
+  const double binWidth = (double(values.max) - double(values.min)) / bins;
+  return {min ? lower : values.min, nearestFinite(double(values.max) + binWidth)};
+}
+
+void HistCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options);
+  options.add_option("--bins", bins_, "Number of bins (default 20)")
+      ->type_name("N")
+      ->check(wholeNumberFromTo(1, XOVHistogramView::kMostBins));
+  options.add_option("--min", min_, "Lower end of the range of the bins (default: the smallest value)")
+      ->type_name("V")
+      ->check(numberFromTo(-kFarthestBin, kFarthestBin));
+  options.add_option("--max", max_, "Upper end of the range of the bins (default: one bin above the largest value)")
+      ->type_name("V")
+      ->check(numberFromTo(-kFarthestBin, kFarthestBin));
+  options.add_flag("--remove-mean", removeMean_, "Subtract the mean of the values from them first");
+  options.add_flag("--dump", dump_, "Print the bins as text; draw only if there is -o, too");
+  output_.addOptions(options);
+  options.parse_complete_callback([this] { checkRange(); });
+}
+
+// Compared as the view will see them.
+void HistCommand::checkRange() const {
+  if (min_ && max_ && !(float(*min_) < float(*max_)))
+    throw CLI::ValidationError("--max", "expected a number above that of --min");
+}
+
+std::unique_ptr<XOVHistogramView> HistCommand::makeView(const QRectF& frame, const ColumnData& data) const {
+  const std::vector<float>& values = data.columns[0];
+  auto view = std::make_unique<TitledView<XOVHistogramView>>(frame);
+  // Neither fails for numbers of values and bins that come this far, unless memory runs out.
+  if (!view->setValuesNPts(values.data(), std::int32_t(values.size()))) throw std::bad_alloc();
+  if (removeMean_) view->removeMeanFromValues();
+  const BinRange range = binRange(view->minValue(), view->maxValue(), bins_, min_, max_);
+  view->setNBinsMinMax(bins_, range.min, range.max);
+  if (!view->binValues()) throw std::bad_alloc();
+  view->setXLabelString(inputs_.xLabelOr(data.names[0]));
+  view->setYLabelString(inputs_.yLabelOr(QStringLiteral("Count")));
+  view->setTitle(output_.titleOr(inputs_.title()));
+  return view;
+}
+
+ExitCode HistCommand::run() {
+  std::optional<ColumnData> data = inputs_.read();
+  if (!data) return ExitCode::Failed;
+  removeWhatIsNotFinite(data->columns[0]);
+  if (data->columns[0].empty()) {
+    inputs_.complainOf(QStringLiteral("holds no finite numbers to draw"));
+    return ExitCode::Failed;
+  }
+  if (dump_ && !output_.toFile()) {
+    const Desktop desktop(DesktopUse::Files); // a view wants one, drawn or not
+    print(makeView(QRectF(), *data)->description());
+    return ExitCode::Ok;
+  }
+  return output_.deliver([&](const QRectF& frame) {
+    auto view = makeView(frame, *data);
+    if (dump_) print(view->description());
+    return view;
+  });
+}
+
+} // namespace xov::cli

@@ -1,0 +1,89 @@
+#include "apps/xov/commands/MapCommand.h"
+
+#include "apps/xov/inputs/Validators.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace xov::cli {
+
+namespace {
+
+// Around the map, as the view lays it out.
+constexpr double kBesides = 96;
+constexpr double kAboveAndBelow = 80;
+constexpr double kWidth = 900;
+constexpr double kSmallestWidth = 400;
+constexpr double kLargestHeight = 700;
+constexpr double kSmallestHeight = 240;
+
+struct Align {
+  const char* name;
+  std::int32_t code;
+};
+constexpr Align kAligns[] = {{"centre", 0}, {"top", 1}, {"bottom", 2}};
+
+std::vector<std::string> alignNames() {
+  std::vector<std::string> names;
+  for (const Align& align : kAligns)
+    names.emplace_back(align.name);
+  return names;
+}
+
+std::int32_t alignCode(const std::string& name) {
+  const auto* const found =
+      std::find_if(std::begin(kAligns), std::end(kAligns), [&](const Align& align) { return name == align.name; });
+  return found == std::end(kAligns) ? 0 : found->code;
+}
+
+} // namespace
+
+QSizeF mapViewSize(double widthOverHeight) {
+  const double height =
+      std::clamp(std::round((kWidth - kBesides) / widthOverHeight + kAboveAndBelow), kSmallestHeight, kLargestHeight);
+  const double width =
+      std::clamp(std::round((height - kAboveAndBelow) * widthOverHeight + kBesides), kSmallestWidth, kWidth);
+  return {width, height};
+}
+
+void MapCommand::addOptions(CLI::App& options) {
+  background_.addOptions(options);
+  options.add_option("--region", edges_, "What to show, in degrees (default: the globe, 0 360 -90 90)")
+      ->type_name("W E S N")
+      ->check(numberFromTo(-kLargestLongitude, kLargestLongitude));
+  features_.addOptions(options);
+  options.add_option("--align", align_, "Where a map stands that is lower than its place: centre, top or bottom")
+      ->type_name("PLACE")
+      ->check(CLI::IsMember(alignNames()).description(""));
+  output_.addOptions(options);
+  options.parse_complete_callback([this] { findRegion(); });
+}
+
+void MapCommand::findRegion() {
+  region_ = background_.region();
+  std::string problem;
+  if (edges_) {
+    const std::optional<MapRegion> region = MapRegion::fromEdges(*edges_, problem);
+    if (!region) throw CLI::ValidationError("--region", problem);
+    region_ = *region;
+  }
+  background_.checkRegion(region_);
+  output_.setDefaultSize(mapViewSize(region_.widthOverHeight()));
+}
+
+ExitCode MapCommand::run() {
+  bool all = true;
+  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+    auto view = std::make_unique<geoMapView>(frame);
+    all = background_.show(*view, region_);
+    all = features_.show(*view, region_) && all;
+    view->setVAlignPlot(alignCode(align_));
+    view->setTitle(output_.titleOr(features_.title()));
+    return view;
+  });
+  return all ? delivered : ExitCode::Failed;
+}
+
+} // namespace xov::cli

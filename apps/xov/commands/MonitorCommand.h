@@ -1,0 +1,38 @@
+#pragma once
+
+#include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/EventInputs.h"
+#include "apps/xov/inputs/Records.h"
+#include "apps/xov/inputs/Replay.h"
+#include "apps/xov/output/Output.h"
+
+#include <string>
+
+namespace xov::cli {
+
+/// `xov monitor`: a real-time display of recorded seismograms, played as if they arrived now.
+class MonitorCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  ReplaySettings settings() const;
+  std::unique_ptr<RealTimeDisplayView> makeView(const QRectF& frame) const;
+
+  RecordInputs inputs_;
+  EventInputs events_;
+  Output output_{"monitor", {1000, 600}};
+  double speed_ = 1;
+  double spanSeconds_ = 600;
+  double gain_ = 1;
+  std::string origin_;
+  std::string at_;
+  bool zoneName_ = false;
+};
+
+/// What the channels of a display are called together: the name of the only one, the station when there is only one,
+/// else their number.
+QString titleOfChannels(const SeismogramArray& records);
+
+} // namespace xov::cli

@@ -1,0 +1,107 @@
+#include "apps/xov/commands/PanelsCommand.h"
+
+#include "apps/xov/inputs/Validators.h"
+
+#include <XOV_Graphics/views/seismic/wvfrmView.h>
+#include <algorithm>
+#include <cmath>
+
+namespace xov::cli {
+
+namespace {
+
+// Of the view: a panel with the space to the next one, what is above the first panel, and the space at the left.
+constexpr double kPanelStep = 84;
+constexpr double kColumnStep = 156;
+constexpr double kHeader = 52; // and the 12 points between panels
+constexpr double kLeft = 12;
+// The lowest panel keeps that much of a next one's step: too little for a panel, enough for the axis.
+constexpr double kAxis = 56;
+constexpr double kNarrowest = 640; // for the header and a title
+constexpr std::size_t kMostRows = 6;
+constexpr float kTitleSize = 18;
+constexpr double kTitleInset = 12; // from the right edge
+constexpr double kTitleDrop = 2;
+constexpr std::size_t kColumnsBeforeRows = 4; // so many columns before a further row
+
+// Panels with a title in the upper right corner: the event is written in the left one.
+class PanelsView : public wvfrmView {
+public:
+  using wvfrmView::wvfrmView;
+
+  void drawRect(const QRectF& dirty) override {
+    wvfrmView::drawRect(dirty);
+    setLabelFontSize(kTitleSize);
+    const QRectF b = bounds();
+    drawStringXYHJustVJust(plotTitle(), float(b.x() + b.width() - kTitleInset),
+                           float(b.y() + b.height() - kTitleDrop), 3, 3);
+  }
+};
+
+bool isSameBegin(const SeismogramArray& records) {
+  const SeismogramRecord& first = *records.front();
+  return std::ranges::all_of(
+      records, [&](const auto& record) { return std::abs(record->b() - first.b()) <= std::abs(first.delta()) / 2; });
+}
+
+// The largest amplitude of all, which a panel's half height stands for at gain 1; never 0.
+float largestAmplitude(const SeismogramArray& records) {
+  float largest = 0;
+  for (const auto& record : records)
+    largest = std::max(largest, record->absMax());
+  return largest > 0 ? largest : 1;
+}
+
+} // namespace
+
+QSizeF sizeOfPanels(std::size_t panels) {
+  const std::size_t rows =
+      std::clamp<std::size_t>((panels + kColumnsBeforeRows - 1) / kColumnsBeforeRows, 1, kMostRows);
+  const std::size_t columns = std::max<std::size_t>((panels + rows - 1) / rows, 1);
+  return {std::clamp(kLeft + kColumnStep * double(columns), kNarrowest, Output::kLargestSize),
+          kHeader + kPanelStep * double(rows) + kAxis};
+}
+
+PanelTimes panelTimes(const SeismogramArray& records) {
+  if (records.empty()) return {};
+  double longest = 0;
+  for (const auto& record : records)
+    longest = std::max(longest, double(record->delta()) * std::max(record->npts() - 1, 0));
+  const float min = isSameBegin(records) ? records.front()->b() : 0;
+  const float max = float(double(min) + longest);
+  return {min, min < max && std::isfinite(max) ? max : min + 1};
+}
+
+void PanelsCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options);
+  options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
+      ->type_name("G")
+      ->check(numberAboveZero());
+  output_.addOptions(options);
+}
+
+ExitCode PanelsCommand::run() {
+  Records found = inputs_.read();
+  if (found.records.size() < 2) {
+    if (!found.records.empty()) complain(found.files.front() + QStringLiteral(": found one record, expected pairs"));
+    return ExitCode::Failed;
+  }
+  if (found.records.size() % 2 == 1) {
+    complain(found.files.back() + QStringLiteral(": the last record has no partner; not drawn"));
+    found.records.pop_back();
+  }
+  output_.setDefaultSize(sizeOfPanels(found.records.size() / 2));
+  const auto records = std::make_shared<const SeismogramArray>(std::move(found.records));
+  const PanelTimes times = panelTimes(*records);
+  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+    auto view = std::make_unique<PanelsView>(frame);
+    view->setWvfrmArray(records);
+    view->setMaxAmplitude(float(double(largestAmplitude(*records)) / gain_));
+    view->setXLimitsMinMax(times.min, times.max);
+    view->setTitle(output_.titleOr(QString()));
+    return view;
+  });
+  return std::max(found.status, delivered);
+}
+
+} // namespace xov::cli

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/Records.h"
+#include "apps/xov/output/Output.h"
+
+namespace xov::cli {
+
+/// `xov panels`: pairs of seismograms in small panels, the first of a pair black, the second red over it.
+class PanelsCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  RecordInputs inputs_;
+  Output output_{"panels", {}};
+  double gain_ = 1;
+};
+
+/// A view of this size holds that many panels in columns of about equal length, with their time axes, and no room
+/// that is empty.
+QSizeF sizeOfPanels(std::size_t panels);
+
+/// The times at the left and right edge of all panels. Traces start at the left edge whatever their begin time is:
+/// that is the time there when all records agree on it to half a sample, else 0. The longest record fills a panel.
+struct PanelTimes {
+  float min = 0;
+  float max = 1;
+};
+PanelTimes panelTimes(const SeismogramArray& records);
+
+} // namespace xov::cli

@@ -1,0 +1,124 @@
+#include "apps/xov/commands/ResourcesCommand.h"
+
+#include "apps/resources/BoundaryFiles.h"
+#include "apps/xov/terminal/TextTable.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+
+#include <XOV_Graphics/base/Resources.h>
+#include <XOV_Graphics/base/WholeFile.h>
+
+namespace xov::cli {
+
+namespace {
+
+using namespace xov::maker;
+
+constexpr int kCellBytes = 2;
+constexpr qint64 kLargestText = 64 << 20; // the published text has 150 kB
+
+QString bytesOf(const QString& path) { return QString::number(QFileInfo(path).size()); }
+
+QStringList gridCells(const Resource& resource) {
+  const QString full =
+      QDir(dataRoot())
+          .filePath(QStringLiteral("%1/%2").arg(QLatin1StringView(kGridFolder), QLatin1StringView(resource.name)));
+  if (QFileInfo(full).size() == qint64(resource.width) * resource.height * kCellBytes)
+    return {QStringLiteral("full"), QString::number(resource.width), QString::number(resource.height), bytesOf(full),
+            full};
+  const QString small = resourcePath(QLatin1StringView(kSmallGridName));
+  if (small.isEmpty()) return {QStringLiteral("missing")};
+  return {QStringLiteral("small"), QString::number(resource.smallWidth), QString::number(resource.smallHeight),
+          bytesOf(small), small};
+}
+
+QStringList pictureCells(const Resource& resource, const QString& path) {
+  const QSize size = QImageReader(path).size();
+  if (!size.isValid()) return {QStringLiteral("unreadable"), {}, {}, bytesOf(path), path};
+  const bool isFull = size.width() >= resource.width && size.height() >= resource.height;
+  return {isFull ? QStringLiteral("full") : QStringLiteral("small"), QString::number(size.width()),
+          QString::number(size.height()), bytesOf(path), path};
+}
+
+QString firstLine(const QString& path) {
+  constexpr qint64 kLongest = 1024;
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readLine(kLongest)) : QString();
+}
+
+QStringList textCells(const Resource& resource, const QString& path) {
+  const QString title = firstLine(path);
+  QString edition =
+      title.contains(QLatin1StringView(kThinnedMark)) ? QStringLiteral("thinned") : QStringLiteral("full");
+  if (resource.kind == ResourceKind::BoundariesOfModel)
+    edition = areDerivedBoundaries(title.toLatin1()) ? QStringLiteral("derived") : QStringLiteral("published");
+  return {edition, {}, {}, bytesOf(path), path};
+}
+
+QString table() {
+  TextTable table;
+  table.addColumn(QStringLiteral("resource"));
+  table.addColumn(QStringLiteral("version"));
+  for (const char* number : {"width", "height", "bytes"})
+    table.addColumn(QString::fromLatin1(number), TextTable::Align::Right);
+  table.addColumn(QStringLiteral("file"));
+  for (const Resource& resource : kResources)
+    table.addRow(resourceCells(resource));
+  return table.text();
+}
+
+/// Puts the boundaries of a published text below the data root.
+ExitCode import(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) {
+    complain(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    return ExitCode::Failed;
+  }
+  const Result<QByteArray> text = importedBoundaries(file.read(kLargestText));
+  if (!text) {
+    complain(QStringLiteral("%1: not the published text of PB2002: %2").arg(path, text.error()));
+    return ExitCode::Failed;
+  }
+  const QString folder = fullSizeResourceFolder();
+  const QString target = QDir(folder).filePath(QLatin1StringView(kModelName));
+  QDir().mkpath(folder);
+  QString error;
+  if (!writeFileAtomically(target, *text, &error)) {
+    complain(error);
+    return ExitCode::Failed;
+  }
+  print(QStringLiteral("%1: %2 segments\n").arg(target).arg(text->count("***\n")));
+  return ExitCode::Ok;
+}
+
+} // namespace
+
+QStringList resourceCells(const Resource& resource) {
+  const QString name = QLatin1StringView(resource.name);
+  const QString path = resourcePath(name);
+  if (resource.kind == ResourceKind::Grid) return QStringList(name) + gridCells(resource);
+  if (path.isEmpty()) return {name, QStringLiteral("missing")};
+  return QStringList(name) +
+         (resource.kind == ResourceKind::Picture ? pictureCells(resource, path) : textCells(resource, path));
+}
+
+void ResourcesCommand::addOptions(CLI::App& options) {
+  options
+      .add_option("--pb2002", published_,
+                  "Import the published text of the plate boundaries PB2002; until then, generalised boundaries of "
+                  "another source stand in for them")
+      ->type_name("FILE");
+}
+
+ExitCode ResourcesCommand::run() {
+  if (!published_.empty()) return import(QString::fromStdString(published_));
+  print(table());
+  return ExitCode::Ok;
+}
+
+} // namespace xov::cli

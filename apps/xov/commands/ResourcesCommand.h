@@ -1,0 +1,28 @@
+#pragma once
+
+#include "apps/resources/ResourceTable.h"
+#include "apps/xov/commands/Command.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <string>
+
+namespace xov::cli {
+
+/// `xov resources`: which base maps and plate boundaries there are, or the import of boundaries.
+class ResourcesCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  std::string published_;
+};
+
+/// The cells of a resource as the library finds it: its file's name; "full", "small", "thinned", "derived"
+/// (boundaries that stand in for PB2002), "published" or "missing"; width and height in pixels or grid cells, bytes,
+/// path. What does not apply is empty.
+QStringList resourceCells(const maker::Resource& resource);
+
+} // namespace xov::cli

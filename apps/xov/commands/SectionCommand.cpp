@@ -1,0 +1,81 @@
+#include "apps/xov/commands/SectionCommand.h"
+
+#include "apps/xov/inputs/RecordOrder.h"
+#include "apps/xov/inputs/RecordTexts.h"
+#include "apps/xov/inputs/Validators.h"
+
+#include <XOV_Graphics/views/seismic/MultiSeisView.h>
+#include <algorithm>
+#include <vector>
+
+namespace xov::cli {
+
+namespace {
+
+// The view's factor at gain 1. It divides: the largest excursion of all then reaches two thirds of a strip's height
+// from its zero line, into the strip of its neighbour. A record on its own stays within the frame.
+constexpr double kViewGain = 1.5;
+constexpr double kViewGainOfOne = 2;
+
+// Labels of picks rise a tenth of a strip above it: beyond the upper edge of a taller view of one record, and into
+// the title of a lower one.
+constexpr QSizeF kSizeOfOne(900, 480);
+
+struct Order {
+  const char* name;
+  RecordOrder order;
+};
+
+constexpr Order kOrders[] = {
+    {"distance", RecordOrder::Distance},
+    {"azimuth", RecordOrder::Azimuth},
+    {"name", RecordOrder::Name},
+};
+
+std::vector<std::string> orderNames() {
+  std::vector<std::string> names;
+  for (const Order& row : kOrders)
+    names.emplace_back(row.name);
+  return names;
+}
+
+RecordOrder orderNamed(const std::string& name) {
+  const auto* row =
+      std::find_if(std::begin(kOrders), std::end(kOrders), [&](const Order& o) { return o.name == name; });
+  return row == std::end(kOrders) ? RecordOrder::Given : row->order;
+}
+
+} // namespace
+
+void SectionCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options);
+  options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
+      ->type_name("G")
+      ->check(numberAboveZero());
+  options.add_flag("--zero-lines", zeroLines_, "Draw a dotted zero line through each trace");
+  options.add_option("--sort", order_, "Order from the bottom up: distance, azimuth or name")
+      ->type_name("ORDER")
+      ->check(CLI::IsMember(orderNames()).description(""));
+  output_.addOptions(options);
+}
+
+ExitCode SectionCommand::run() {
+  Records found = inputs_.read();
+  if (found.records.empty()) return ExitCode::Failed;
+  const bool one = found.records.size() == 1;
+  if (one) output_.setDefaultSize(kSizeOfOne);
+  sortRecords(found.records, orderNamed(order_));
+  const auto records = std::make_shared<const SeismogramArray>(std::move(found.records));
+  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+    auto view = std::make_unique<MultiSeisView>(frame);
+    view->setWvfrmsArray(records);
+    view->setPlotGainFactor(float((one ? kViewGainOfOne : kViewGain) / gain_));
+    view->setShowZeroLine(zeroLines_);
+    view->setXLabelString(QStringLiteral("Time (s)"));
+    view->setTitle(output_.titleOr(titleOfRecords(*records)));
+    return view;
+  });
+  return std::max(found.status, delivered);
+}
+
+} // namespace xov::cli

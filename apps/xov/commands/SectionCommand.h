@@ -1,0 +1,25 @@
+#pragma once
+
+#include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/Records.h"
+#include "apps/xov/output/Output.h"
+
+#include <string>
+
+namespace xov::cli {
+
+/// `xov section`: seismograms as a record section, the first one at the bottom.
+class SectionCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  RecordInputs inputs_;
+  Output output_{"section", {900, 600}};
+  double gain_ = 1;
+  bool zeroLines_ = false;
+  std::string order_;
+};
+
+} // namespace xov::cli

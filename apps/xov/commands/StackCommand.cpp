@@ -1,0 +1,107 @@
+#include "apps/xov/commands/StackCommand.h"
+
+#include "apps/xov/inputs/CommonAxis.h"
+#include "apps/xov/inputs/RecordTexts.h"
+#include "apps/xov/inputs/Validators.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QHash>
+
+#include <XOV_Graphics/seismic/SacSeismogram.h>
+#include <XOV_Graphics/views/seismic/SeisView01.h>
+#include <XOV_Graphics/views/seismic/SeisView02.h>
+#include <algorithm>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr char kBands[] = "bands";
+constexpr double kFarthestLimit = 1e30; // beyond, the width of a range may be too large for single precision
+
+CLI::Option* addRange(CLI::App& options, const char* name, std::vector<double>& range, const char* what) {
+  return options.add_option(name, range, what)
+      ->type_name("MIN MAX")
+      ->expected(2)
+      ->check(numberFromTo(-kFarthestLimit, kFarthestLimit));
+}
+
+// Compared as the view will see them.
+void checkRange(const char* name, const std::vector<double>& range) {
+  if (!range.empty() && !(float(range[0]) < float(range[1])))
+    throw CLI::ValidationError(name, "expected MIN below MAX");
+}
+
+std::shared_ptr<SeismogramRecord> withPath(const SeismogramRecord& record, const QString& path) {
+  const SacHeader header = record.GetSacHeader() ? *record.GetSacHeader() : SacHeader();
+  const float* const samples = record.GetSacSeis();
+  return std::make_shared<SacSeismogram>(header, std::vector<float>(samples, samples + record.npts()), path);
+}
+
+} // namespace
+
+SeismogramArray captionedByChannel(SeismogramArray records) {
+  QHash<QString, int> uses;
+  for (const auto& record : records)
+    ++uses[record->path()];
+  for (auto& record : records) {
+    if (uses.value(record->path()) > 1) record = withPath(*record, record->labelString());
+  }
+  return records;
+}
+
+void StackCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options);
+  options.add_option("--style", style_, "Traces over each other (overlay, the default) or in a band each (bands)")
+      ->type_name("STYLE")
+      ->check(CLI::IsMember(std::vector<std::string>{"overlay", kBands}).description(""));
+  options.add_flag("--fill", fill_, "Fill what overlaid traces enclose");
+  addRange(options, "--fixed-x", fixedX_, "Ends of the time axis in seconds (default: those of the records)");
+  addRange(options, "--fixed-y", fixedY_, "Ends of the amplitude axis (default: the extremes of the records)");
+  output_.addOptions(options);
+  options.parse_complete_callback([this] { checkOptions(); });
+}
+
+void StackCommand::checkOptions() const {
+  checkRange("--fixed-x", fixedX_);
+  checkRange("--fixed-y", fixedY_);
+  if (fill_ && style_ == kBands) throw CLI::ValidationError("--fill", "works with --style overlay only");
+}
+
+std::unique_ptr<StackedSeisView> StackCommand::makeView(const QRectF& frame) const {
+  if (style_ == kBands) {
+    auto view = std::make_unique<SeisView02>(frame);
+    view->setplotStyle(SeisView02::kBands);
+    return view;
+  }
+  auto view = std::make_unique<SeisView01>(frame);
+  view->setFillPositive(fill_);
+  return view;
+}
+
+ExitCode StackCommand::run() {
+  Records found = inputs_.read();
+  if (found.records.empty()) return ExitCode::Failed;
+  const auto records =
+      std::make_shared<const SeismogramArray>(captionedByChannel(onCommonAxis(std::move(found.records))));
+  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+    auto view = makeView(frame);
+    view->setWvfrmsArray(records);
+    if (!fixedX_.empty()) {
+      view->setXLimitsMinMax(float(fixedX_[0]), float(fixedX_[1]));
+      view->set_fixedXAxisRange(true);
+    }
+    if (!fixedY_.empty()) {
+      view->setYLimitsMinMax(float(fixedY_[0]), float(fixedY_[1]));
+      view->set_fixedYAxisRange(true);
+    }
+    view->setXLabelString(QStringLiteral("Time (s)"));
+    view->setYLabelString(amplitudeLabel(*records));
+    view->setTitle(output_.titleOr(titleOfRecords(*records)));
+    return view;
+  });
+  return std::max(found.status, delivered);
+}
+
+} // namespace xov::cli

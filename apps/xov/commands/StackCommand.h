@@ -1,0 +1,38 @@
+#pragma once
+
+#include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/Records.h"
+#include "apps/xov/output/Output.h"
+
+#include <string>
+#include <vector>
+
+namespace xov {
+class StackedSeisView;
+}
+
+namespace xov::cli {
+
+/// `xov stack`: seismograms over each other or in a band each, on one time and one amplitude scale.
+class StackCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  void checkOptions() const;
+  std::unique_ptr<StackedSeisView> makeView(const QRectF& frame) const;
+
+  RecordInputs inputs_;
+  Output output_{"stack", {900, 600}};
+  std::string style_;
+  bool fill_ = false;
+  std::vector<double> fixedX_; // both ends, or not given
+  std::vector<double> fixedY_;
+};
+
+/// The records as a view of bands takes them, which captions each with the last part of its path: a record that has
+/// its path in common with others gets the name of its channel instead. Records must not be null.
+SeismogramArray captionedByChannel(SeismogramArray records);
+
+} // namespace xov::cli

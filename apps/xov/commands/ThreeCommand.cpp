@@ -1,0 +1,66 @@
+#include "apps/xov/commands/ThreeCommand.h"
+
+#include "apps/xov/inputs/CommonAxis.h"
+#include "apps/xov/inputs/Components.h"
+#include "apps/xov/output/TitledView.h"
+
+#include <CLI/CLI.hpp>
+
+#include <XOV_Graphics/seismic/StationObservation.h>
+#include <XOV_Graphics/views/seismic/ThreeCompView.h>
+#include <algorithm>
+
+namespace xov::cli {
+
+namespace {
+
+std::shared_ptr<ThreeComponentObservation> observation(const Components& components) {
+  SeismogramArray present(components.begin(), components.end());
+  std::erase(present, nullptr);
+  const SeismogramArray aligned = onCommonAxis(present);
+  auto next = aligned.begin();
+  Components placed;
+  for (std::size_t i = 0; i < components.size(); ++i) {
+    if (components[i]) placed[i] = *next++;
+  }
+  return std::make_shared<StationObservation>(placed[0], placed[1], placed[2]);
+}
+
+} // namespace
+
+void ThreeCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options);
+  options
+      .add_option("--components", components_,
+                  "Codes of the vertical, radial and transverse component, as BHZ BHR BHT or Z 1 2")
+      ->type_name("V R T")
+      ->expected(3);
+  options.add_flag("--self-scaled", selfScaled_, "Let each trace fill its panel");
+  options.add_flag("--peaks", peaks_, "Print the largest amplitude of each trace");
+  output_.addOptions(options);
+}
+
+ExitCode ThreeCommand::run() {
+  const Records found = inputs_.read();
+  if (found.records.empty()) return ExitCode::Failed;
+  QStringList codes;
+  for (const std::string& code : components_)
+    codes.append(QString::fromStdString(code));
+  const Result<Components> components = pickComponents(found.records, codes);
+  if (!components) {
+    complain(components.error() + QStringLiteral("; --channels and --components choose others"));
+    return ExitCode::Failed;
+  }
+  const auto shown = observation(*components);
+  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+    auto view = std::make_unique<TitledView<ThreeCompView>>(frame);
+    view->setObservation(shown);
+    view->setSelfScaled(selfScaled_);
+    view->setShowMaxAmplitude(peaks_);
+    view->setTitle(output_.titleOr(QString()));
+    return view;
+  });
+  return std::max(found.status, delivered);
+}
+
+} // namespace xov::cli

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/Records.h"
+#include "apps/xov/output/Output.h"
+
+#include <string>
+#include <vector>
+
+namespace xov::cli {
+
+/// `xov three`: the three components of a station under each other.
+class ThreeCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  RecordInputs inputs_;
+  Output output_{"three", {900, 600}};
+  std::vector<std::string> components_; // codes; not given, or three
+  bool selfScaled_ = false;
+  bool peaks_ = false;
+};
+
+} // namespace xov::cli

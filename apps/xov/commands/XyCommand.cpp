@@ -1,0 +1,42 @@
+#include "apps/xov/commands/XyCommand.h"
+
+#include "apps/xov/inputs/ValueRange.h"
+#include "apps/xov/output/TitledView.h"
+
+#include <CLI/CLI.hpp>
+
+#include <XOV_Graphics/views/xy/xyPlotView.h>
+#include <algorithm>
+#include <limits>
+
+namespace xov::cli {
+
+void XyCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options);
+  output_.addOptions(options);
+}
+
+ExitCode XyCommand::run() {
+  const std::optional<ColumnData> data = inputs_.read();
+  if (!data) return ExitCode::Failed;
+  const std::vector<float>& x = data->columns[0];
+  const std::vector<float>& y = data->columns[1];
+  const auto limits = limitsOfPoints(x, y);
+  if (!limits) {
+    inputs_.complainOf(QStringLiteral("holds no finite numbers to draw"));
+    return ExitCode::Failed;
+  }
+  return output_.deliver([&](const QRectF& frame) {
+    auto view = std::make_unique<TitledView<xyPlotView>>(frame);
+    view->setDataPointersXY(x, y);
+    view->setNpts(std::int32_t(std::min<std::size_t>(x.size(), std::numeric_limits<std::int32_t>::max())));
+    view->setXLimitsMinMax(limits->xmin, limits->xmax);
+    view->setYLimitsMinMax(limits->ymin, limits->ymax);
+    view->setXLabelString(inputs_.xLabelOr(data->names[0]));
+    view->setYLabelString(inputs_.yLabelOr(data->names[1]));
+    view->setTitle(output_.titleOr(inputs_.title()));
+    return view;
+  });
+}
+
+} // namespace xov::cli

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/ColumnInputs.h"
+#include "apps/xov/output/Output.h"
+
+namespace xov::cli {
+
+/// `xov xy`: two columns of numbers as a line.
+class XyCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  ColumnInputs inputs_{{"1", "2"}, "X Y"};
+  Output output_{"xy", {600, 500}};
+};
+
+} // namespace xov::cli

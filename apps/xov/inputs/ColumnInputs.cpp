@@ -1,0 +1,61 @@
+#include "apps/xov/inputs/ColumnInputs.h"
+
+#include "apps/xov/terminal/Messages.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+namespace xov::cli {
+
+namespace {
+
+QString textOr(const std::optional<std::string>& given, const QString& fallback) {
+  return given ? QString::fromStdString(*given) : fallback;
+}
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words)
+    text += text.empty() ? word : " " + word;
+  return text;
+}
+
+} // namespace
+
+void ColumnInputs::addOptions(CLI::App& options) {
+  options.add_option("FILE", file_, "Text or CSV file of columns, or - for standard input")
+      ->required()
+      ->type_name("");
+  options.add_option("--columns", columns_, "What to draw, by number or heading (default " + joined(columns_) + ")")
+      ->type_name(names_)
+      ->type_size(int(columns_.size()))
+      ->expected(1);
+  options.add_option("--xlabel", xLabel_, "Label of the X axis (default: the column's heading)")->type_name("TEXT");
+  options.add_option("--ylabel", yLabel_, "Label of the Y axis (default: " + std::string(yDefault_) + ")")
+      ->type_name("TEXT");
+}
+
+std::optional<ColumnData> ColumnInputs::read() const {
+  QStringList wanted;
+  for (const std::string& column : columns_)
+    wanted.append(QString::fromStdString(column));
+  Result<ColumnData> data = readColumns(QString::fromStdString(file_), wanted);
+  if (data) return std::move(*data);
+  complain(data.error());
+  return {};
+}
+
+void ColumnInputs::complainOf(const QString& what) const {
+  complain(QString::fromStdString(file_) + QStringLiteral(": ") + what);
+}
+
+QString ColumnInputs::xLabelOr(const QString& fallback) const { return textOr(xLabel_, fallback); }
+
+QString ColumnInputs::yLabelOr(const QString& fallback) const { return textOr(yLabel_, fallback); }
+
+QString ColumnInputs::title() const {
+  return file_ == "-" ? QString() : QFileInfo(QString::fromStdString(file_)).completeBaseName();
+}
+
+} // namespace xov::cli

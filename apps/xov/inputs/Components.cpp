@@ -1,0 +1,90 @@
+#include "apps/xov/inputs/Components.h"
+
+#include "apps/xov/inputs/RecordTexts.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr const char* kNames[] = {"vertical", "radial", "transverse"};
+
+/// The codes of each component.
+using CodeSets = std::array<QStringList, 3>;
+
+const CodeSets kDirections = {QStringList{"Z"}, QStringList{"R", "N", "1"}, QStringList{"T", "E", "2"}};
+const CodeSets kNumbers = {QStringList{"1"}, QStringList{"2"}, QStringList{"3"}};
+
+bool hasCode(const SeismogramRecord& record, const QString& code) {
+  return record.kcmpnm().endsWith(code, Qt::CaseInsensitive);
+}
+
+bool hasAnyCode(const SeismogramRecord& record, const QStringList& codes) {
+  return std::ranges::any_of(codes, [&](const QString& code) { return hasCode(record, code); });
+}
+
+Result<Components> pickByCodes(const SeismogramArray& records, const CodeSets& codes) {
+  Components picked;
+  for (std::size_t i = 0; i < picked.size(); ++i) {
+    for (const auto& record : records) {
+      if (!hasAnyCode(*record, codes[i])) continue;
+      if (picked[i])
+        return Error{QStringLiteral("found %1 and %2, expected one %3 component")
+                         .arg(picked[i]->labelString(), record->labelString(), QLatin1String(kNames[i]))};
+      picked[i] = record;
+    }
+  }
+  if (!picked[0] && !picked[1] && !picked[2])
+    return Error{
+        QStringLiteral("found %1, expected components that end in %2, %3 or %4")
+            .arg(records.front()->labelString(), codes[0].join('/'), codes[1].join('/'), codes[2].join('/'))};
+  return picked;
+}
+
+bool allArePicked(const Components& components, std::size_t count) {
+  return std::size_t(std::ranges::count_if(components, [](const auto& record) { return record != nullptr; })) ==
+         count;
+}
+
+// What the last character of the components says; each record must have a place.
+Result<Components> pickByDirection(const SeismogramArray& records) {
+  const bool vertical = std::ranges::any_of(records, [](const auto& r) { return hasAnyCode(*r, kDirections[0]); });
+  const bool third = std::ranges::any_of(records, [](const auto& r) { return hasAnyCode(*r, kNumbers[2]); });
+  Result<Components> picked = pickByCodes(records, !vertical && third ? kNumbers : kDirections);
+  if (picked && !allArePicked(*picked, records.size()))
+    return Error{QStringLiteral("found %1 records, expected a component that ends in Z, R/N/1 or T/E/2 of each")
+                     .arg(records.size())};
+  return picked;
+}
+
+Result<Components> ofOneStation(const Components& components) {
+  QStringList stations;
+  for (const auto& record : components) {
+    if (record) stations.append(stationText(*record));
+  }
+  stations.removeDuplicates();
+  if (stations.size() == 1) return components;
+  return Error{QStringLiteral("found components of %1, expected one station").arg(stations.join(" and "))};
+}
+
+} // namespace
+
+Result<Components> pickComponents(const SeismogramArray& records, const QStringList& codes) {
+  if (records.empty()) return Error{QStringLiteral("found no record, expected components")};
+  if (!codes.isEmpty()) {
+    CodeSets sets;
+    for (qsizetype i = 0; i < std::min<qsizetype>(codes.size(), qsizetype(sets.size())); ++i)
+      sets[std::size_t(i)] = {codes[i]};
+    const Result<Components> picked = pickByCodes(records, sets);
+    return picked ? ofOneStation(*picked) : picked;
+  }
+  const Result<Components> picked = pickByDirection(records);
+  if (picked) return ofOneStation(*picked);
+  if (records.size() == 3) return Components{records[0], records[1], records[2]};
+  return picked;
+}
+
+} // namespace xov::cli

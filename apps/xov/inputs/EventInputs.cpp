@@ -1,0 +1,34 @@
+#include "apps/xov/inputs/EventInputs.h"
+
+#include <CLI/CLI.hpp>
+
+namespace xov::cli {
+
+std::optional<EventFile> readEventsOrComplain(const std::string& path) {
+  Result<EventFile> found = readEvents(QString::fromStdString(path));
+  if (!found) {
+    complain(found.error());
+    return {};
+  }
+  for (const QString& note : found->notes)
+    complain(note);
+  return std::move(found).value();
+}
+
+void EventInputs::addOptions(CLI::App& options) {
+  options.add_option("--events", file_, "Mark the events of this file: QuakeML or a table, such as CSV")
+      ->type_name("FILE");
+}
+
+MarkedEvents EventInputs::read() const {
+  if (file_.empty()) return {};
+  MarkedEvents marked;
+  if (const std::optional<EventFile> found = readEventsOrComplain(file_)) {
+    marked.events = std::make_shared<const EventOriginArray>(found->origins());
+  } else {
+    marked.status = ExitCode::Failed;
+  }
+  return marked;
+}
+
+} // namespace xov::cli

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "apps/xov/terminal/Messages.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <XOV_Graphics/seismic/SeismogramRecord.h>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace xov::cli {
+
+/// The seismograms that were read, in the order of the command line.
+struct Records {
+  SeismogramArray records;
+  QStringList files;              ///< for each record, the file it came from, named as the user did
+  ExitCode status = ExitCode::Ok; ///< Failed when something could not be read; that has been said
+};
+
+/// The FILES arguments of a command that takes seismograms, and its option --channels.
+class RecordInputs {
+public:
+  /// `files` is the name of the arguments, with that of an option, if any, which they may follow; `description` is
+  /// what help says of them.
+  void addOptions(CLI::App& options, const char* files = "FILES",
+                  const char* description = "Seismogram files, folders of them, or patterns in quotes");
+
+  /// The arguments as the user gave them.
+  QStringList names() const;
+
+  /// Reads all files, with a progress bar when that takes long, and says on standard error what readers note, such as
+  /// damaged records. A file that cannot be read is said there, too, and left out. When the user named it that makes
+  /// the status Failed; a folder may hold other files besides. Of files without a channel that is selected nothing is
+  /// said as long as others have one.
+  Records read() const;
+
+private:
+  std::vector<std::string> arguments_;
+  std::vector<std::string> channels_;
+};
+
+} // namespace xov::cli

@@ -1,0 +1,73 @@
+#include "apps/xov/inputs/Validators.h"
+
+#include <QString>
+
+#include <XOV_Graphics/seismic/ChannelPatterns.h>
+#include <cmath>
+#include <optional>
+
+namespace xov::cli {
+
+namespace {
+
+std::optional<double> finiteNumber(const std::string& text) {
+  bool ok = false;
+  const double value = QString::fromStdString(text).toDouble(&ok);
+  if (!ok || !std::isfinite(value)) return {};
+  return value;
+}
+
+template <typename Accepts>
+CLI::Validator numberThat(const QString& expected, Accepts accepts) {
+  const auto check = [expected, accepts](const std::string& text) -> std::string {
+    const std::optional<double> value = finiteNumber(text);
+    if (value && accepts(*value)) return {};
+    return QStringLiteral("found '%1', expected %2").arg(QString::fromStdString(text), expected).toStdString();
+  };
+  return CLI::Validator(check, std::string());
+}
+
+} // namespace
+
+CLI::Validator numberFromTo(double min, double max) {
+  return numberThat(QStringLiteral("a number from %1 to %2").arg(min).arg(max),
+                    [min, max](double value) { return value >= min && value <= max; });
+}
+
+CLI::Validator wholeNumberFromTo(int min, int max) {
+  const QString expected = QStringLiteral("a whole number from %1 to %2").arg(min).arg(max);
+  const auto check = [=](const std::string& text) -> std::string {
+    bool ok = false;
+    const int value = QString::fromStdString(text).toInt(&ok);
+    if (ok && value >= min && value <= max) return {};
+    return QStringLiteral("found '%1', expected %2").arg(QString::fromStdString(text), expected).toStdString();
+  };
+  return CLI::Validator(check, std::string());
+}
+
+CLI::Validator numberAboveZero() {
+  return numberThat(QStringLiteral("a number above 0"), [](double value) { return value > 0; });
+}
+
+CLI::Validator channelPattern() {
+  const auto check = [](const std::string& text) -> std::string {
+    return ChannelPatterns::parse({QString::fromStdString(text)}).error().toStdString();
+  };
+  return CLI::Validator(check, std::string());
+}
+
+QDateTime parsedUtcTime(const std::string& text) {
+  QDateTime time = QDateTime::fromString(QString::fromStdString(text), Qt::ISODateWithMs);
+  if (time.timeSpec() == Qt::LocalTime) time.setTimeSpec(Qt::UTC);
+  return time;
+}
+
+CLI::Validator utcTime() {
+  const auto check = [](const std::string& text) -> std::string {
+    if (parsedUtcTime(text).isValid()) return {};
+    return "found '" + text + "', expected a time as 2011-03-11T05:46:23";
+  };
+  return CLI::Validator(check, std::string());
+}
+
+} // namespace xov::cli

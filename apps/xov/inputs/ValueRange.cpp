@@ -1,0 +1,55 @@
+#include "apps/xov/inputs/ValueRange.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr float kWidening = 0.05F; // of the value, to both sides
+constexpr float kWideningAboutZero = 1;
+
+// Of no values at all, the lower end is above the upper one.
+ValueRange finiteRange(std::span<const float> values) {
+  constexpr float kInfinity = std::numeric_limits<float>::infinity();
+  ValueRange range{kInfinity, -kInfinity};
+  for (const float value : values) {
+    if (!std::isfinite(value)) continue;
+    range.min = std::min(range.min, value);
+    range.max = std::max(range.max, value);
+  }
+  return range;
+}
+
+} // namespace
+
+float nearestFinite(double value) {
+  constexpr double kLargest = double(std::numeric_limits<float>::max());
+  return float(std::clamp(value, -kLargest, kLargest));
+}
+
+ValueRange nonEmptyRange(float min, float max) {
+  if (min < max) return {min, max};
+  const float margin = min == 0 ? kWideningAboutZero : std::abs(min) * kWidening;
+  return {min - margin, max + margin};
+}
+
+std::optional<PlotLimits> limitsOfPoints(std::span<const float> x, std::span<const float> y) {
+  const ValueRange xRange = finiteRange(x);
+  const ValueRange yRange = finiteRange(y);
+  if (!(xRange.min <= xRange.max) || !(yRange.min <= yRange.max)) return {};
+  const ValueRange xs = nonEmptyRange(xRange.min, xRange.max);
+  const ValueRange ys = nonEmptyRange(yRange.min, yRange.max);
+  return PlotLimits{xs.min, xs.max, ys.min, ys.max};
+}
+
+PlotLimits widenedBy(const PlotLimits& limits, double share) {
+  const double x = share * (double(limits.xmax) - double(limits.xmin));
+  const double y = share * (double(limits.ymax) - double(limits.ymin));
+  return {nearestFinite(limits.xmin - x), nearestFinite(limits.xmax + x), nearestFinite(limits.ymin - y),
+          nearestFinite(limits.ymax + y)};
+}
+
+} // namespace xov::cli

@@ -1,0 +1,165 @@
+#include "apps/xov/map/MapBackground.h"
+
+#include "apps/xov/inputs/Validators.h"
+#include "apps/xov/map/GridWindow.h"
+#include "apps/xov/terminal/Messages.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+#include <XOV_Graphics/base/Resources.h>
+#include <algorithm>
+#include <cmath>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr int kWorldPicture = 2;
+constexpr int kRegionalPicture = 10;
+constexpr PlotLimits kRegionalExtent = {-130, -105, 30, 52};
+constexpr PlotLimits kPictureExtent = {-180, 360, -90, 90};
+constexpr PlotLimits kGlobe = {0, 360, -90, 90};
+constexpr int kMostCells = 100000; // a side
+
+constexpr char kDefault[] = "default";
+constexpr char kGivenAlone[] = "true"; // what the parser stores for an option without its value
+constexpr char kSmallGrid[] = "etopo30.i2";
+
+std::string limitsText(const PlotLimits& l) {
+  return QStringLiteral("%1 %2 %3 %4").arg(l.xmin).arg(l.xmax).arg(l.ymin).arg(l.ymax).toStdString();
+}
+
+// A grid of the globe is twice as wide as it is high: 2 · rows² cells of two bytes.
+std::optional<int> rowsOfGlobe(qint64 bytes) {
+  const qint64 rows = std::llround(std::sqrt(double(bytes) / 4));
+  if (rows < 1 || rows > kMostCells || 4 * rows * rows != bytes) return {};
+  return int(rows);
+}
+
+} // namespace
+
+void MapBackground::addOptions(CLI::App& options) {
+  CLI::Option* topo =
+      options.add_option("--topo", topo_, "Colour elevations: a grid file, or 'default' for the library's own grid")
+          ->type_name("FILE")
+          ->expected(0, 1);
+  topoOption_ = topo;
+  options.add_option("--topo-size", topoSize_, "Rows and columns of the grid file (default: twice as wide as high)")
+      ->type_name("R C")
+      ->check(wholeNumberFromTo(1, kMostCells))
+      ->needs(topo);
+  options.add_option("--topo-extent", topoExtent_, "What the grid file covers, in degrees (default 0 360 -90 90)")
+      ->type_name("W E S N")
+      ->check(numberFromTo(-kLargestLongitude, kLargestLongitude))
+      ->needs(topo);
+  options.add_option("--image", image_, "Background picture: 1, 2, 3, 4, 10, or 0 for none (default 2)")
+      ->type_name("N")
+      ->check(CLI::IsMember({0, 1, 2, 3, 4, 10}).description(""))
+      ->excludes(topo);
+}
+
+bool MapBackground::hasTopo() const { return topoOption_ != nullptr && topoOption_->count() > 0; }
+
+PlotLimits MapBackground::extent() const {
+  if (hasTopo() && topoExtent_) {
+    const auto& [west, east, south, north] = *topoExtent_;
+    return {float(west), float(east), float(south), float(north)};
+  }
+  if (hasTopo()) return kGlobe;
+  return image_ == kRegionalPicture ? kRegionalExtent : kPictureExtent;
+}
+
+MapRegion MapBackground::region() const {
+  const PlotLimits all = extent();
+  return all.xmax - all.xmin < kGlobe.xmax ? MapRegion(all) : MapRegion();
+}
+
+void MapBackground::checkRegion(const MapRegion& region) const {
+  const PlotLimits all = extent();
+  if (!(all.xmin < all.xmax && all.ymin < all.ymax))
+    throw CLI::ValidationError("--topo-extent", "found " + limitsText(all) + ", expected W below E and S below N");
+  const bool isGlobal = all.xmax - all.xmin >= kGlobe.xmax;
+  PlotLimits outer = all;
+  if (isGlobal) {
+    outer.xmin = kPictureExtent.xmin;
+    outer.xmax = kPictureExtent.xmax;
+  }
+  if (!region.liesWithin(outer))
+    throw CLI::ValidationError("--region", "found " + limitsText(region.limits()) + ", expected a part of " +
+                                               limitsText(outer) + ", which the background covers");
+}
+
+bool MapBackground::loadTopoFile(geoMapView& view, QString& error) const {
+  const QString path = QString::fromStdString(topo_);
+  auto [rows, columns] = topoSize_;
+  if (rows == 0 && QFileInfo(path).isFile()) {
+    const qint64 bytes = QFileInfo(path).size();
+    rows = rowsOfGlobe(bytes).value_or(0);
+    columns = 2 * rows;
+    if (rows == 0) {
+      error = QStringLiteral("%1: found %2 bytes, which is no grid of 16-bit cells that is twice as wide as high; "
+                             "give its rows and columns with --topo-size")
+                  .arg(path)
+                  .arg(bytes);
+      return false;
+    }
+  }
+  return view.loadTopoImageFromPathNRowsNColsDSmpl(path, std::max(rows, 1), std::max(columns, 1), 1, &error);
+}
+
+// The grid of the data root, or else the small one that comes with the library.
+bool MapBackground::loadTopo(geoMapView& view, QString& error) const {
+  const bool isDefault = topo_ == kDefault || topo_ == kGivenAlone || topo_.empty();
+  if (!isDefault) return loadTopoFile(view, error);
+  if (view.loadETOPO5DownSmpl(1, &error)) return true;
+  const QString small = resourcePath(QString::fromLatin1(kSmallGrid));
+  const int rows = small.isEmpty() ? 0 : rowsOfGlobe(QFileInfo(small).size()).value_or(0);
+  return rows > 0 && view.loadTopoImageFromPathNRowsNColsDSmpl(small, rows, 2 * rows, 1, &error);
+}
+
+// The view shows the regional picture from its western to its eastern edge whatever the limits are: here it gets the
+// columns that the region has.
+bool MapBackground::loadPicture(geoMapView& view, const MapRegion& region) const {
+  const int index = image_.value_or(kWorldPicture);
+  QString error;
+  if (index == kNoPicture) return true;
+  if (!view.loadImageWithIndex(index, &error)) {
+    complain(error);
+    return !image_; // nobody has asked for the default picture
+  }
+  if (index != kRegionalPicture) return true;
+  const QImage whole = view.anImage();
+  const double perDegree = whole.width() / double(kRegionalExtent.xmax - kRegionalExtent.xmin);
+  const int left = int(std::lround(double(region.limits().xmin - kRegionalExtent.xmin) * perDegree));
+  const int right = int(std::lround(double(region.limits().xmax - kRegionalExtent.xmin) * perDegree));
+  view.setAnImage(whole.copy(left, 0, std::max(1, right - left), whole.height()));
+  return true;
+}
+
+bool MapBackground::show(geoMapView& view, const MapRegion& region) const {
+  const PlotLimits& limits = region.limits();
+  const auto setLimits = [&](const PlotLimits& to) {
+    view.setXLimitsMinMax(to.xmin, to.xmax);
+    view.setYLimitsMinMax(to.ymin, to.ymax);
+  };
+  QString error;
+  bool shown = true;
+  if (!hasTopo()) {
+    shown = loadPicture(view, region);
+  } else if (!loadTopo(view, error)) {
+    complain(error);
+    shown = false;
+  } else {
+    // The view places a grid only within its own meridians; this one begins where the region does.
+    GridWindow window = cutGrid(*view.imageFloats(), view.nr(), view.nc(), extent(), limits);
+    setLimits(window.extent);
+    view.setupImageDataNROWSNCOLS(std::make_shared<const std::vector<float>>(std::move(window.values)), window.rows,
+                                  window.columns);
+  }
+  setLimits(limits);
+  return shown;
+}
+
+} // namespace xov::cli

@@ -1,0 +1,182 @@
+#include "apps/xov/map/MapFeatures.h"
+
+#include "apps/xov/inputs/ColumnFile.h"
+#include "apps/xov/inputs/EventInputs.h"
+#include "apps/xov/inputs/Validators.h"
+#include "apps/xov/map/MapEvents.h"
+#include "apps/xov/terminal/Messages.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+#include <XOV_Graphics/map/plateBoundaryController.h>
+#include <XOV_Graphics/platform/Colors.h>
+#include <algorithm>
+#include <cmath>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr char kBird[] = "bird";
+constexpr char kTypes[] = "types";
+constexpr double kLargestVectorScale = 1e9;
+constexpr double kLongestVector = 50;     // points
+constexpr float kStationSize = 2.5F / 12; // a radius of 2.5 points
+constexpr float kFootSize = 1.5F / 12;
+const QColor kLines = QColor::fromRgbF(0.75F, 0.05F, 0.1F, 0.9F); // seen on land, on sea, and on paper
+
+std::optional<ColumnData> readOrComplain(const std::string& path, const std::vector<std::string>& columns) {
+  QStringList wanted;
+  for (const std::string& column : columns)
+    wanted.append(QString::fromStdString(column));
+  Result<ColumnData> data = readColumns(QString::fromStdString(path), wanted);
+  if (data) return std::move(*data);
+  complain(data.error());
+  return {};
+}
+
+// The index of a colour that the view's table then has in addition.
+int addColor(geoMapView& view, const QColor& color) {
+  view.theColors()->push_back(color);
+  return int(view.theColors()->size()) - 1;
+}
+
+void addPoint(geoMapView& view, float lon, float lat, float size, int colorIndex) {
+  auto point = std::make_shared<geoMapPoint>();
+  point->setLatLonDepth(lat, lon, 0);
+  point->setSymbolSize(size);
+  point->setColorIndex(colorIndex);
+  view.thePoints()->push_back(std::move(point));
+}
+
+void addLines(geoMapView& view, const std::shared_ptr<XOVPolygonArray>& lines, const MapRegion& region) {
+  for (const std::shared_ptr<XOVPolygon>& line : *lines) {
+    for (float& lon : line->xp())
+      lon = region.lineLongitude(lon);
+  }
+  view.addAPolygonSet(lines);
+  view.setShowPlates(true);
+}
+
+} // namespace
+
+void MapFeatures::addOptions(CLI::App& options) {
+  options.add_option("--plates", plates_, "Plate boundaries: bird (PB2002) or types (trenches, ridges, transforms)")
+      ->type_name("SET")
+      ->check(CLI::IsMember({kBird, kTypes}).description(""));
+  options.add_option("--polygons", polygons_, "NXY files of lines")->type_name("FILE");
+  options.add_option("--events", events_, "QuakeML or CSV file of earthquakes: colour by depth, size by magnitude")
+      ->type_name("FILE");
+  options.add_option("--colors", colors_, "Colours of depths: seis (default), nogreen, polar or red")
+      ->type_name("TABLE")
+      ->check(CLI::IsMember(depthColorNames()).description(""));
+  CLI::Option* stations =
+      options.add_option("--stations", stations_, "Text or CSV file of stations")->type_name("FILE");
+  options.add_option("--station-columns", stationColumns_, "Their columns, by number or heading (default 1 2)")
+      ->type_name("LON LAT")
+      ->type_size(2)
+      ->expected(1)
+      ->needs(stations);
+  CLI::Option* vectors = options.add_option("--vectors", vectors_, "Text or CSV file of vectors")->type_name("FILE");
+  options.add_option("--vector-columns", vectorColumns_, "Their columns, by number or heading (default 1 2 3 4)")
+      ->type_name("LON LAT EAST NORTH")
+      ->type_size(4)
+      ->expected(1)
+      ->needs(vectors);
+  options.add_option("--vector-scale", vectorScale_, "Points a unit (default: the longest vector is 50 points long)")
+      ->type_name("S")
+      ->check(numberFromTo(-kLargestVectorScale, kLargestVectorScale))
+      ->needs(vectors);
+}
+
+bool MapFeatures::addPlates(geoMapView& view, const MapRegion& region) const {
+  if (plates_.empty()) return true;
+  plateBoundaryController controller;
+  // What is missing stands in the log, which goes where complaints do.
+  const bool loaded = plates_ == kBird ? controller.loadBirdPlateBoundaries() : controller.loadUTPlateBoundaries();
+  addLines(view, controller.boundaries(), region);
+  return loaded;
+}
+
+bool MapFeatures::addPolygons(geoMapView& view, const MapRegion& region) const {
+  const auto lines = std::make_shared<XOVPolygonArray>();
+  bool all = true;
+  for (const std::string& path : polygons_) {
+    auto polygon = std::make_shared<XOVPolygon>();
+    QString error;
+    if (polygon->loadNXYFromPath(QString::fromStdString(path), &error)) {
+      lines->push_back(std::move(polygon));
+    } else {
+      complain(error);
+      all = false;
+    }
+  }
+  if (!lines->empty()) addLines(view, lines, region);
+  return all;
+}
+
+bool MapFeatures::addEvents(geoMapView& view, const MapRegion& region) const {
+  if (events_.empty()) return true;
+  const std::optional<EventFile> file = readEventsOrComplain(events_);
+  if (!file) return false;
+  const DepthColors& table = depthColorsNamed(colors_);
+  *view.thePoints() = eventPoints(file->events, region, view.theColors()->size(), table.redFirst);
+  return true;
+}
+
+bool MapFeatures::addStations(geoMapView& view, const MapRegion& region) const {
+  if (stations_.empty()) return true;
+  const std::optional<ColumnData> data = readOrComplain(stations_, stationColumns_);
+  if (!data) return false;
+  const int color = addColor(view, colors::black);
+  for (std::size_t i = 0; i < data->columns[0].size(); ++i)
+    addPoint(view, region.symbolLongitude(data->columns[0][i]), data->columns[1][i], kStationSize, color);
+  return true;
+}
+
+// A dot marks the foot of each: the lines have no heads.
+bool MapFeatures::addVectors(geoMapView& view, const MapRegion& region) const {
+  if (vectors_.empty()) return true;
+  const std::optional<ColumnData> data = readOrComplain(vectors_, vectorColumns_);
+  if (!data) return false;
+  const auto& columns = data->columns;
+  const auto scale = float(vectorScale_.value_or(fittingVectorScale(columns[2], columns[3])));
+  const int color = addColor(view, colors::black);
+  for (std::size_t i = 0; i < columns[0].size(); ++i) {
+    auto vector = std::make_shared<geoMapVector>();
+    vector->setLatLonDepth(columns[1][i], region.symbolLongitude(columns[0][i]), 0);
+    vector->setEastValue(columns[2][i]);
+    vector->setNorthValue(columns[3][i]);
+    vector->setScaleFactor(scale);
+    addPoint(view, vector->lon(), vector->lat(), kFootSize, color);
+    view.addTheVector(vector);
+  }
+  return true;
+}
+
+bool MapFeatures::show(geoMapView& view, const MapRegion& region) const {
+  view.setPlateBoundaryColor(kLines);
+  depthColorsNamed(colors_).build(view);
+  bool all = addPlates(view, region);
+  all = addPolygons(view, region) && all;
+  all = addEvents(view, region) && all;
+  all = addStations(view, region) && all;
+  return addVectors(view, region) && all;
+}
+
+QString MapFeatures::title() const {
+  return events_.empty() ? QString() : QFileInfo(QString::fromStdString(events_)).completeBaseName();
+}
+
+double fittingVectorScale(const std::vector<float>& east, const std::vector<float>& north) {
+  double longest = 0;
+  for (std::size_t i = 0; i < std::min(east.size(), north.size()); ++i) {
+    const double length = std::hypot(double(east[i]), double(north[i]));
+    if (std::isfinite(length)) longest = std::max(longest, length);
+  }
+  return longest > 0 ? kLongestVector / longest : 1;
+}
+
+} // namespace xov::cli

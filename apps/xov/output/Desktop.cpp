@@ -1,0 +1,82 @@
+#include "apps/xov/output/Desktop.h"
+
+#include <QLoggingCategory>
+#include <QShortcut>
+
+#include <clocale>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr char kPlatformVariable[] = "QT_QPA_PLATFORM";
+const QString kOffscreen = QStringLiteral("offscreen");
+
+// Platforms that Qt tries one after the other. The one without windows always works: a display that does not answer
+// ends in a picture and not in an abort, and files need no display to begin with.
+QByteArray platformsFor(DesktopUse use) {
+  QByteArrayList platforms;
+  const QByteArray chosen = qgetenv(kPlatformVariable);
+  if (!chosen.isEmpty()) {
+    platforms.append(chosen);
+  } else {
+    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY")) platforms.append("wayland");
+    if (qEnvironmentVariableIsSet("DISPLAY")) platforms.append("xcb");
+  }
+  const bool windows = use == DesktopUse::Window && displayPresent();
+  platforms.insert(windows ? platforms.size() : 0, kOffscreen.toLatin1());
+  return platforms.join(';');
+}
+
+QtMessageHandler defaultHandler = nullptr;
+
+// Where nobody is logged in, as under cron, Qt says at every start that it makes do with another folder for what
+// this program never needs.
+void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  if (!message.startsWith(QLatin1String("QStandardPaths: "))) defaultHandler(type, context, message);
+}
+
+// Returns the number of arguments that Qt gets, so that it can run before the application's constructor.
+int preparePlatform(DesktopUse use) {
+  defaultHandler = qInstallMessageHandler(handleMessage);
+  // What the library says for its hosts is nothing for the user of a command. Of platforms that fail, the one that
+  // works in their place is all that matters.
+  QLoggingCategory::setFilterRules(
+      QStringLiteral("xov.info=false\nxov.cells=false\nqt.qpa.plugin=false\nqt.qpa.xcb=false"));
+#if !defined(Q_OS_MACOS) && !defined(Q_OS_WIN)
+  qputenv(kPlatformVariable, platformsFor(use));
+#else
+  Q_UNUSED(use)
+#endif
+  return 1;
+}
+
+} // namespace
+
+bool displayPresent() {
+#if defined(Q_OS_MACOS) || defined(Q_OS_WIN)
+  return qEnvironmentVariable(kPlatformVariable) != kOffscreen;
+#else
+  if (qEnvironmentVariable(kPlatformVariable).startsWith(kOffscreen)) return false;
+  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#endif
+}
+
+Desktop::Desktop(DesktopUse use) : argc_(preparePlatform(use)), application_(argc_, argv_) {
+  // Qt takes over the user's locale; numbers in plots keep their decimal point.
+  std::setlocale(LC_NUMERIC, "C");
+}
+
+bool Desktop::hasWindows() const { return QGuiApplication::platformName() != kOffscreen; }
+
+void Desktop::showUntilClosed(XOVView& view, const QString& title) {
+  view.setWindowTitle(title);
+  for (const char* keys : {"Ctrl+Q", "Ctrl+W"}) {
+    auto* shortcut = new QShortcut(QKeySequence(QLatin1String(keys)), &view);
+    QObject::connect(shortcut, &QShortcut::activated, &view, &QWidget::close);
+  }
+  view.show();
+  QApplication::exec();
+}
+
+} // namespace xov::cli

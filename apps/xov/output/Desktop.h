@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QApplication>
+
+#include <XOV_Graphics/views/base/XOVView.h>
+#include <cstdint>
+
+namespace xov::cli {
+
+/// What a command wants of the desktop.
+enum class DesktopUse : std::uint8_t {
+  Files,  ///< draws into files only: works without a display, and does not talk to one
+  Window, ///< opens a window where there is a display
+};
+
+/// True when the environment names a display that windows could open on. An environment that asks for Qt's offscreen
+/// platform has none.
+bool displayPresent();
+
+/// Qt's application object for the rest of the command; exists at most once, before any view.
+class Desktop {
+public:
+  explicit Desktop(DesktopUse use);
+
+  /// False when no window can be seen, because none was wanted or the display does not answer.
+  bool hasWindows() const;
+
+  /// Shows the view as a window and returns when it is closed, which Ctrl+Q and Ctrl+W do too.
+  void showUntilClosed(XOVView& view, const QString& title);
+
+private:
+  // Qt keeps references to both. It gets the program's name alone: the rest of the command line is not its own.
+  int argc_;
+  char name_[4] = "xov";
+  char* argv_[2] = {name_, nullptr};
+  QApplication application_;
+};
+
+} // namespace xov::cli

@@ -1,0 +1,48 @@
+#include "apps/xov/output/ImageOptions.h"
+
+#include "apps/xov/inputs/Validators.h"
+#include "apps/xov/terminal/Messages.h"
+
+namespace xov::cli {
+
+namespace {
+
+constexpr int kPalettes = 5;
+constexpr int kMostShades = 256;
+
+} // namespace
+
+void ImageOptions::addOptions(CLI::App& options) {
+  options
+      .add_option("--palette", palette_,
+                  "Colours: 0 grey, 1 red to blue through white, 2 rainbow from red, 3 rainbow from blue, 4 dark red "
+                  "to blue through white (default " +
+                      std::to_string(palette_) + ")")
+      ->type_name("N")
+      ->check(wholeNumberFromTo(0, kPalettes - 1));
+  options.add_option("--shades", shades_, "Number of colour levels (default 64)")
+      ->type_name("N")
+      ->check(wholeNumberFromTo(1, kMostShades));
+  options.add_flag("--inverted", inverted_, "Turn each colour into its complement");
+}
+
+void ImageOptions::addTextOption(CLI::App& options) {
+  options.add_option("--xyz", textFile_, "Write the grid to this file as lines of x, y and value, too")
+      ->type_name("FILE");
+}
+
+void ImageOptions::apply(XOVImageView& view) const {
+  view.setPalette(palette_);
+  view.setNShades(shades_);
+  view.setInverted(inverted_);
+}
+
+bool ImageOptions::writeText(XOVImageView& view) const {
+  if (textFile_.empty()) return true;
+  QString error;
+  if (view.writeXYZToFile(QString::fromStdString(textFile_), &error)) return true;
+  complain(error);
+  return false;
+}
+
+} // namespace xov::cli

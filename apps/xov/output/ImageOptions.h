@@ -1,0 +1,34 @@
+#pragma once
+
+#include <XOV_Graphics/views/image/XOVImageView.h>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace xov::cli {
+
+/// How the values of a grid are coloured, with the options that commands for grids share: --palette, --shades and
+/// --inverted.
+class ImageOptions {
+public:
+  explicit ImageOptions(int palette) : palette_(palette) {}
+
+  void addOptions(CLI::App& options);
+  /// --xyz, for the grid as text.
+  void addTextOption(CLI::App& options);
+
+  /// Hands palette, shades and inversion to a view, before it gets its grid.
+  void apply(XOVImageView& view) const;
+  /// Writes the text of the view's grid where the user wants it. False, which has been said, when that fails.
+  bool writeText(XOVImageView& view) const;
+
+private:
+  int palette_;
+  int shades_ = 64;
+  bool inverted_ = false;
+  std::string textFile_;
+};
+
+} // namespace xov::cli

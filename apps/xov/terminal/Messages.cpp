@@ -1,0 +1,36 @@
+#include "apps/xov/terminal/Messages.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace xov::cli {
+
+QString printable(const QString& text) {
+  QString clean = text;
+  for (QChar& c : clean) {
+    if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+      c = QLatin1Char('?');
+  }
+  return clean;
+}
+
+void complain(const QString& text) {
+  const QByteArray line = "xov: " + printable(text).toUtf8() + '\n';
+  std::fwrite(line.constData(), 1, std::size_t(line.size()), stderr);
+}
+
+void print(const QString& text) {
+  const QByteArray bytes = text.toUtf8();
+  std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
+}
+
+ExitCode finishStandardOutput() {
+  errno = 0;
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return ExitCode::Ok;
+  const QString reason = errno != 0 ? QString::fromLocal8Bit(std::strerror(errno)) : QStringLiteral("write error");
+  complain(QStringLiteral("standard output: ") + reason);
+  return ExitCode::Failed;
+}
+
+} // namespace xov::cli

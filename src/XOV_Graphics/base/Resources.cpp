@@ -1,0 +1,56 @@
+#include "XOV_Graphics/base/Resources.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace xov {
+
+namespace {
+
+QString& hostFolder() {
+  static QString folder;
+  return folder;
+}
+
+QString& hostDataRoot() {
+  static QString folder;
+  return folder;
+}
+
+QString usersDataRoot() {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  return QDir(data).filePath(QStringLiteral("XOV_Graphics"));
+}
+
+} // namespace
+
+void setHostResourceFolder(const QString& folder) { hostFolder() = folder; }
+
+QString hostResourceFolder() { return hostFolder(); }
+
+void setDataRoot(const QString& folder) { hostDataRoot() = folder; }
+
+QString dataRoot() {
+  for (const QString& folder :
+       {hostDataRoot(), qEnvironmentVariable("XOV_DATA_ROOT"), QStringLiteral(XOV_CONFIGURED_DATA_ROOT)}) {
+    if (!folder.isEmpty()) return folder;
+  }
+  return usersDataRoot();
+}
+
+QString fullSizeResourceFolder() { return QDir(dataRoot()).filePath(QStringLiteral("resources")); }
+
+QString resourcePath(const QString& name) {
+  if (name.isEmpty()) return {};
+  const QString folders[] = {hostFolder(), fullSizeResourceFolder(), QStringLiteral(XOV_INSTALLED_RESOURCES),
+                             QStringLiteral(XOV_BUILD_TREE_RESOURCES)};
+  for (const QString& folder : folders) {
+    if (folder.isEmpty()) continue;
+    const QFileInfo file(QDir(folder).filePath(name));
+    if (file.isFile() && file.isReadable()) return file.absoluteFilePath();
+  }
+  return {};
+}
+
+} // namespace xov

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+
+#include <QString>
+
+namespace xov {
+
+/// The folder in which the host program keeps its own resources; searched first. Empty (the default) means none.
+XOV_EXPORT void setHostResourceFolder(const QString& folder);
+XOV_EXPORT QString hostResourceFolder();
+
+/// The folder for data that is too large to come with the library and is made or imported later:
+///   <data root>/DATA/Grids/etopo5.i2   the ETOPO5 grid
+///   <data root>/resources/             full-size pictures and boundary texts, named as the library's small ones
+/// It is the first of these that is not empty: what the host program sets here, the environment variable
+/// XOV_DATA_ROOT, the data root that the library was configured with, and the folder XOV_Graphics below the user's
+/// data folder ($XDG_DATA_HOME, or ~/.local/share). So a library in its build tree and an installed one find the same
+/// files, and a user needs no rights to make them. Nothing says that the folder exists.
+XOV_EXPORT void setDataRoot(const QString& folder);
+XOV_EXPORT QString dataRoot();
+
+/// The folder below the data root whose files stand in for the library's small ones of the same names.
+XOV_EXPORT QString fullSizeResourceFolder();
+
+/// The path of the resource file of that name (with its extension): the host's resource folder, then the full-size
+/// resources below the data root, then the library's installed share/XOV_Graphics/resources, then the tree that the
+/// library was built from. Empty when no folder has it.
+XOV_EXPORT QString resourcePath(const QString& name);
+
+} // namespace xov

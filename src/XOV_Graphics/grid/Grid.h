@@ -1,0 +1,22 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace xov {
+
+/// Values on a regular grid, row after row from the one with the largest y, each row from the smallest x on.
+struct XOV_EXPORT Grid {
+  std::int32_t rows = 0;
+  std::int32_t columns = 0;
+  std::vector<float> values;
+  /// The places of the outermost columns and rows; from 0 to the last column and row where the file does not tell.
+  double xmin = 0;
+  double xmax = 0;
+  double ymin = 0;
+  double ymax = 0;
+};
+
+} // namespace xov

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/platform/Path.h"
+#include "XOV_Graphics/platform/Symbols.h"
+#include "XOV_Graphics/platform/TextAttributes.h"
+
+#include <QColor>
+#include <QImage>
+#include <QPainterPath>
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+#include <QTransform>
+
+#include <optional>
+#include <vector>
+
+namespace xov {
+
+/// What saveState() keeps: colours, transform and clip.
+struct XOV_EXPORT GraphicsState {
+  QColor fillColor = QColor::fromRgbF(0, 0, 0);
+  QColor strokeColor = QColor::fromRgbF(0, 0, 0);
+  /// From the coordinates that drawing calls use to view points.
+  QTransform transform;
+  /// The clip in view points; none clips nothing. `clipRect` is its bounding box, and the whole of it while
+  /// `clipIsRect` holds.
+  std::optional<QRectF> clipRect;
+  bool clipIsRect = true;
+  QPainterPath clipPath;
+};
+
+/// The surface that views draw on: a window, a picture, a page or a recording, all through the same calls.
+/// Coordinates are view points with y upwards; 72 points make an inch on paper.
+///
+/// During a drawing pass current() is the surface being drawn on. Outside a pass it is a context that ignores every
+/// call, so that drawing operations of a view may be called at any time. Main thread only.
+class XOV_EXPORT GraphicsContext {
+public:
+  virtual ~GraphicsContext();
+  GraphicsContext(const GraphicsContext&) = delete;
+  GraphicsContext& operator=(const GraphicsContext&) = delete;
+
+  static GraphicsContext& current();
+
+  /// Makes a context the current one for its own lifetime; passes nest. When it ends, the context's state is as it
+  /// was before, even if the drawing saved and restored unevenly.
+  class XOV_EXPORT Pass {
+  public:
+    explicit Pass(GraphicsContext& context);
+    ~Pass();
+    Pass(const Pass&) = delete;
+    Pass& operator=(const Pass&) = delete;
+
+  private:
+    GraphicsContext& context_;
+    GraphicsContext* previous_;
+    std::size_t depth_;
+  };
+
+  void saveState();
+  /// Brings back the state of the matching saveState(); without one it does nothing.
+  void restoreState();
+
+  /// Prepends a transform: later drawing goes through it first. A transform with a non-finite entry is ignored.
+  void concat(const QTransform& transform);
+  /// Narrows the clip. A rectangle of negative size counts as empty, one that is not finite clips nothing.
+  void clipToRect(const QRectF& rect);
+  void clipToPath(const Path& path);
+
+  /// Sets both the fill and the stroke colour.
+  void setColor(const QColor& color);
+  void setFillColor(const QColor& color);
+  void setStrokeColor(const QColor& color);
+
+  /// Strokes a path with its own width, cap, join and dashes in the stroke colour.
+  void strokePath(const Path& path);
+  /// Fills a path under its winding rule in the fill colour. Each unbroken piece of a trace is closed and filled,
+  /// too; where more than four samples share a quarter of a point, only the first and the last of them count, since a
+  /// stroke of the trace covers what lies between.
+  void fillPath(const Path& path);
+  /// Strokes the outline of a rectangle, line width 1.
+  void strokeRect(const QRectF& rect);
+  void fillRect(const QRectF& rect);
+  /// Fills and strokes each symbol, one after the other, in the symbols' own colours.
+  void drawSymbols(const Symbols& symbols);
+  /// Draws text, one line below the other at line feeds, with the lower left corner of its box at `position`.
+  void drawText(const QString& text, QPointF position, const TextAttributes& attributes);
+  /// Draws the part `source` of an image (pixels, from its upper left corner, y downwards) into `target` (view
+  /// points). Cells larger than a device pixel keep sharp edges; smaller ones are averaged. `fraction` is the
+  /// opacity.
+  void drawImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction = 1);
+
+  const GraphicsState& state() const { return states_.back(); }
+  std::size_t stateDepth() const { return states_.size(); }
+
+protected:
+  GraphicsContext();
+
+  // The surface: what a kind of context does with each call. state() is up to date when these are called.
+  virtual void onSave() {}
+  virtual void onRestore() {}
+  virtual void onTransform() {}
+  virtual void onClipRect(const QRectF&) {}
+  virtual void onClipPath(const Path&) {}
+  virtual void onStroke(const Path&) {}
+  virtual void onFill(const Path&) {}
+  /// Fills and strokes the circles one by one; overridden where there is a faster way to the same picture.
+  virtual void onSymbols(const Symbols& symbols);
+  virtual void onText(const QString&, QPointF, const TextAttributes&) {}
+  virtual void onImage(const QImage&, const QRectF&, const QRectF&, double) {}
+
+private:
+  void narrowClip(const QPainterPath& path, bool isRect);
+
+  std::vector<GraphicsState> states_;
+};
+
+} // namespace xov

@@ -1,0 +1,289 @@
+#include "XOV_Graphics/platform/RecordingContext.h"
+
+#include <QtMath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+QString number(double value) {
+  QString text = QString::number(value, 'f', 3);
+  while (text.endsWith(QLatin1Char('0')))
+    text.chop(1);
+  if (text.endsWith(QLatin1Char('.'))) text.chop(1);
+  return text == QLatin1String("-0") ? QStringLiteral("0") : text;
+}
+
+QString pointText(QPointF point) { return QStringLiteral("(%1,%2)").arg(number(point.x()), number(point.y())); }
+
+QString rectText(const QRectF& rect) {
+  return QStringLiteral("[%1,%2 %3x%4]")
+      .arg(number(rect.x()), number(rect.y()), number(rect.width()), number(rect.height()));
+}
+
+QString polylinesText(const Path& path) {
+  QStringList lines;
+  for (const QPolygonF& line : path.polylines()) {
+    QStringList points;
+    for (const QPointF& point : line)
+      points << pointText(point);
+    lines << points.join(QLatin1Char('-'));
+  }
+  return lines.join(QLatin1Char(' '));
+}
+
+QString capText(Path::Cap cap) {
+  switch (cap) {
+  case Path::Cap::Round:
+    return QStringLiteral(" cap=round");
+  case Path::Cap::Square:
+    return QStringLiteral(" cap=square");
+  case Path::Cap::Butt:
+    break;
+  }
+  return {};
+}
+
+QString strokeText(const Path& path) {
+  QString text = QStringLiteral(" w=%1").arg(number(path.lineWidth())) + capText(path.lineCap());
+  if (path.dashes().empty()) return text;
+  QStringList dashes;
+  for (double length : path.dashes())
+    dashes << number(length);
+  return text + QStringLiteral(" dash=%1+%2").arg(dashes.join(QLatin1Char(',')), number(path.dashPhase()));
+}
+
+QString colorText(const QColor& color) {
+  if (!color.isValid()) return QStringLiteral("none");
+  return color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb);
+}
+
+QString lookText(const SymbolLook& look) {
+  const QString often = look.strokes == 1 ? QString() : QStringLiteral(" strokes=%1").arg(look.strokes);
+  return QStringLiteral(" %1 %2 w=%3 r=%4")
+             .arg(colorText(look.fill), colorText(look.stroke), number(look.lineWidth), number(look.radius)) +
+         often;
+}
+
+QString symbolsText(const RecordedItem& item) {
+  const Symbols& symbols = item.symbols;
+  const QString clipped = item.clip ? QStringLiteral(" clip=") + rectText(*item.clip) : QString();
+  const bool alike = symbols.looks == nullptr;
+  QString text = QStringLiteral("symbols") + (alike ? lookText(symbols) : QString()) + clipped;
+  for (std::int64_t i = symbols.first; i < symbols.last; ++i) {
+    const auto center = symbols.center(i);
+    if (!center) continue;
+    text += (alike ? QString() : lookText(symbols.look(i))) + QLatin1Char(' ') + pointText(*center);
+  }
+  return text;
+}
+
+} // namespace
+
+std::vector<RecordedItem> RecordedItem::steps() const {
+  if (kind != Kind::Symbols) return {*this};
+  std::vector<RecordedItem> steps;
+  RecordedItem step;
+  step.clip = clip;
+  step.clipPath = clipPath;
+  for (std::int64_t i = symbols.first; i < symbols.last; ++i) {
+    const auto center = symbols.center(i);
+    if (!center) continue;
+    const SymbolLook& look = symbols.look(i);
+    step.path = look.circle(*center);
+    step.kind = Kind::Fill;
+    step.color = look.fill;
+    if (look.fill.isValid()) steps.push_back(step);
+    step.kind = Kind::Stroke;
+    step.color = look.stroke;
+    for (int stroke = 0; look.hasOutline() && stroke < look.strokes; ++stroke)
+      steps.push_back(step);
+  }
+  return steps;
+}
+
+std::vector<QLineF> RecordedItem::segments() const {
+  std::vector<QLineF> segments;
+  for (const QPolygonF& line : path.polylines()) {
+    for (qsizetype i = 1; i < line.size(); ++i)
+      segments.emplace_back(line[i - 1], line[i]);
+  }
+  return segments;
+}
+
+QString RecordedItem::toText() const {
+  const QString ink = color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb);
+  const QString clipped = clip ? QStringLiteral(" clip=") + rectText(*clip) : QString();
+  switch (kind) {
+  case Kind::Stroke:
+    return QStringLiteral("stroke %1%2%3 %4").arg(ink, strokeText(path), clipped, polylinesText(path));
+  case Kind::Fill:
+    return QStringLiteral("fill %1%2 %3").arg(ink, clipped, polylinesText(path));
+  case Kind::Text: {
+    QString line = QStringLiteral("text %1 %2 %3%4 at %5")
+                       .arg(ink, attributes.family(), number(attributes.pointSize()), clipped, pointText(position));
+    if (angleDegrees != 0) line += QStringLiteral(" angle=%1").arg(number(angleDegrees));
+    QString quoted = text;
+    quoted.replace(QLatin1Char('\n'), QLatin1String("\\n"));
+    return line + QStringLiteral(" \"%1\"").arg(quoted);
+  }
+  case Kind::Symbols:
+    return symbolsText(*this);
+  case Kind::Image:
+    break;
+  }
+  return QStringLiteral("image %1x%2%3 part %4 at %5 fraction=%6")
+      .arg(QString::number(image.width()), QString::number(image.height()), clipped, rectText(source),
+           rectText(target), number(fraction));
+}
+
+RecordingContext::~RecordingContext() = default;
+
+std::vector<RecordedItem> RecordingContext::itemsOf(RecordedItem::Kind kind) const {
+  std::vector<RecordedItem> found;
+  const auto isWanted = [kind](const RecordedItem& item) { return item.kind == kind; };
+  for (const RecordedItem& item : items_) {
+    if (isWanted(item)) found.push_back(item);
+    if (item.kind != RecordedItem::Kind::Symbols) continue;
+    const std::vector<RecordedItem> steps = item.steps();
+    std::copy_if(steps.begin(), steps.end(), std::back_inserter(found), isWanted);
+  }
+  return found;
+}
+
+QStringList RecordingContext::strings() const {
+  QStringList strings;
+  for (const RecordedItem& item : texts())
+    strings << item.text;
+  return strings;
+}
+
+std::optional<RecordedItem> RecordingContext::textReading(const QString& text) const {
+  const auto found = std::find_if(items_.begin(), items_.end(), [&](const RecordedItem& item) {
+    return item.kind == RecordedItem::Kind::Text && item.text == text;
+  });
+  return found == items_.end() ? std::nullopt : std::optional(*found);
+}
+
+QString RecordingContext::toText() const {
+  QString text;
+  for (const RecordedItem& item : items_)
+    text += item.toText() + QLatin1Char('\n');
+  return text;
+}
+
+void RecordingContext::clear() {
+  items_.clear();
+  samples_.clear();
+  looks_.clear();
+}
+
+RecordedItem& RecordingContext::add(RecordedItem::Kind kind) {
+  RecordedItem& item = items_.emplace_back();
+  item.kind = kind;
+  item.color = kind == RecordedItem::Kind::Fill ? state().fillColor : state().strokeColor;
+  item.clip = state().clipRect;
+  if (!state().clipIsRect) item.clipPath = state().clipPath;
+  return item;
+}
+
+// Copies the samples first to last into a buffer of their own and returns where sample 0 would stand in it.
+const float* RecordingContext::keepSamples(const float* samples, std::int64_t first, std::int64_t last) {
+  auto copy = std::make_shared<std::vector<float>>(std::size_t(last), 0.0f);
+  std::copy(samples + first, samples + last, copy->begin() + first);
+  samples_.push_back(copy);
+  return copy->data();
+}
+
+Path RecordingContext::keep(const Path& path) {
+  Path kept = path.transformed(state().transform);
+  std::vector<Trace> traces = kept.traces();
+  kept.removeTraces();
+  for (Trace& trace : traces) {
+    trace.samples = keepSamples(trace.samples, trace.first, trace.last);
+    if (trace.time.rule == TraceTime::Rule::Explicit && trace.time.values != nullptr) {
+      trace.time.values = keepSamples(trace.time.values, trace.first, trace.last);
+    }
+    kept.appendTrace(trace);
+  }
+  return kept;
+}
+
+void RecordingContext::onStroke(const Path& path) { add(RecordedItem::Kind::Stroke).path = keep(path); }
+
+void RecordingContext::onFill(const Path& path) { add(RecordedItem::Kind::Fill).path = keep(path); }
+
+void RecordingContext::onSymbols(const Symbols& symbols) {
+  // Under any other transform than a move the circles change size or shape: each is then recorded as it comes out.
+  const QTransform& t = state().transform;
+  if (t.type() > QTransform::TxTranslate) return GraphicsContext::onSymbols(symbols);
+  RecordedItem& item = add(RecordedItem::Kind::Symbols);
+  item.color = symbols.fill;
+  item.symbols = symbols;
+  item.symbols.x = keepSamples(symbols.x, symbols.first, symbols.last);
+  item.symbols.y = keepSamples(symbols.y, symbols.first, symbols.last);
+  if (symbols.looks != nullptr) {
+    looks_.push_back(std::make_shared<std::vector<SymbolLook>>(symbols.looks, symbols.looks + symbols.last));
+    item.symbols.looks = looks_.back()->data();
+  }
+  item.symbols.xOffset += t.dx();
+  item.symbols.yOffset += t.dy();
+}
+
+void RecordingContext::onText(const QString& text, QPointF position, const TextAttributes& attributes) {
+  RecordedItem& item = add(RecordedItem::Kind::Text);
+  item.text = text;
+  item.attributes = attributes;
+  item.color = attributes.effectiveColor();
+  item.transform = state().transform;
+  item.origin = position;
+  item.position = state().transform.map(position);
+  item.angleDegrees = qRadiansToDegrees(std::atan2(state().transform.m12(), state().transform.m11()));
+}
+
+void RecordingContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
+  RecordedItem& item = add(RecordedItem::Kind::Image);
+  item.image = image;
+  item.transform = state().transform;
+  item.drawnTarget = target;
+  item.target = state().transform.mapRect(target);
+  item.source = source;
+  item.fraction = fraction;
+}
+
+void RecordingContext::replay(GraphicsContext& onto) const {
+  for (const RecordedItem& item : items_) {
+    onto.saveState();
+    if (!item.clipPath.isEmpty()) {
+      onto.clipToPath(Path::fromShape(item.clipPath));
+    } else if (item.clip) {
+      onto.clipToRect(*item.clip);
+    }
+    onto.setColor(item.color);
+    switch (item.kind) {
+    case RecordedItem::Kind::Stroke:
+      onto.strokePath(item.path);
+      break;
+    case RecordedItem::Kind::Fill:
+      onto.fillPath(item.path);
+      break;
+    case RecordedItem::Kind::Symbols:
+      onto.drawSymbols(item.symbols);
+      break;
+    case RecordedItem::Kind::Text:
+      onto.concat(item.transform);
+      onto.drawText(item.text, item.origin, item.attributes);
+      break;
+    case RecordedItem::Kind::Image:
+      onto.concat(item.transform);
+      onto.drawImage(item.image, item.drawnTarget, item.source, item.fraction);
+      break;
+    }
+    onto.restoreState();
+  }
+}
+
+} // namespace xov

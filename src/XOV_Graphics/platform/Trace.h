@@ -1,0 +1,78 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+
+#include <QPointF>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace xov {
+
+/// How the time of a sample follows from its index. All times are single precision, in the trace's own unit
+/// (seconds, as a rule).
+struct XOV_EXPORT TraceTime {
+  enum class Rule : std::uint8_t {
+    Uniform,     ///< t(i) = start + step · i, the product and the sum each rounded to single precision
+    Accumulated, ///< t(first) = start, t(i + 1) = t(i) + step, rounded to single precision at every sample
+    Explicit,    ///< t(i) = values[i]
+  };
+  Rule rule = Rule::Uniform;
+  float start = 0;
+  float step = 1;
+  const float* values = nullptr; ///< borrowed; only for Rule::Explicit, indexed like the samples
+
+  static TraceTime uniform(float start, float step) { return {Rule::Uniform, start, step, nullptr}; }
+  static TraceTime accumulated(float start, float step) { return {Rule::Accumulated, start, step, nullptr}; }
+  static TraceTime explicitValues(const float* values) { return {Rule::Explicit, 0, 0, values}; }
+};
+
+/// A polyline through evenly or unevenly sampled data, described instead of spelled out: a Path that holds a Trace
+/// costs the same for ten samples and for ten million.
+///
+/// Sample i, first <= i < last, lies at
+///     x = (t(i) - tOrigin) · xScale + xOffset
+///     y = (v(i) - vOrigin) · yScale + yOffset
+/// in view points; both differences are taken in single precision, the rest in double. v(i) is samples[i] held
+/// inside [clampLow, clampHigh] where those are set; a value that is not finite breaks the line, and so does a time
+/// that is not finite. `firstValue`, where set, stands for v(first) and is not clamped.
+///
+/// The samples are borrowed: they must stay alive and unchanged until the path has been stroked.
+struct XOV_EXPORT Trace {
+  const float* samples = nullptr;
+  std::int64_t first = 0;
+  std::int64_t last = 0; ///< one past the last sample; last <= first is an empty trace
+
+  TraceTime time;
+  float tOrigin = 0;
+  double xScale = 1;
+  double xOffset = 0;
+
+  float vOrigin = 0;
+  double yScale = 1;
+  double yOffset = 0;
+  std::optional<float> clampLow;
+  std::optional<float> clampHigh;
+  std::optional<float> firstValue;
+
+  bool isEmpty() const { return samples == nullptr || last <= first; }
+  std::int64_t size() const { return isEmpty() ? 0 : last - first; }
+
+  /// The value of sample i after clamping, first <= i < last; nothing where the sample breaks the line.
+  std::optional<float> valueAt(std::int64_t i) const;
+
+  /// The view x of a time and the view y of a clamped value.
+  double xOf(float time) const;
+  double yOf(float value) const;
+
+  /// Calls `visit` with the position of every sample from first to last, in order. A sample that breaks the line is
+  /// passed with a NaN coordinate.
+  void forEachPoint(const std::function<void(QPointF)>& visit) const;
+
+  /// The positions of all samples; 16 bytes a sample.
+  std::vector<QPointF> points() const;
+};
+
+} // namespace xov

@@ -1,0 +1,162 @@
+#include "XOV_Graphics/platform/View.h"
+
+#include "XOV_Graphics/platform/surface/PdfPage.h"
+#include "XOV_Graphics/platform/surface/Picture.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QStyleHints>
+
+#include <algorithm>
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+// A resize counts as ended when nothing has changed for this long.
+constexpr int kLiveResizeMs = 150;
+constexpr double kMinPixelRatio = 0.1;
+constexpr double kMaxPixelRatio = 32;
+constexpr int kLargestWidget = 16777215; // QWIDGETSIZE_MAX
+
+QRect widgetGeometry(const QRectF& frame) {
+  const auto whole = [](double value, int low) {
+    return std::isfinite(value) ? int(std::lround(std::clamp(value, double(low), double(kLargestWidget)))) : 0;
+  };
+  return {whole(frame.x(), -kLargestWidget), whole(frame.y(), -kLargestWidget), whole(frame.width(), 0),
+          whole(frame.height(), 0)};
+}
+
+} // namespace
+
+View::View(const QRectF& frame, QWidget* parent) : QWidget(parent) {
+  setGeometry(widgetGeometry(frame));
+  setMouseTracking(true);
+  liveResizeTimer_.setSingleShot(true);
+  liveResizeTimer_.setInterval(kLiveResizeMs);
+  connect(&liveResizeTimer_, &QTimer::timeout, this, [this] { viewDidEndLiveResize(); });
+}
+
+View::~View() = default;
+
+void View::drawRect(const QRectF&) {}
+
+void View::drawInto(GraphicsContext& context) {
+  const GraphicsContext::Pass pass(context);
+  drawRect(bounds());
+}
+
+void View::setNeedsDisplay(bool needed) {
+  if (needed) update();
+}
+
+void View::viewDidEndLiveResize() {}
+
+QByteArray View::dataWithPDFInsideRect(const QRectF& rect) {
+  return pdfPage(rect, [this](GraphicsContext& context) { drawInto(context); });
+}
+
+QImage View::pictureOfRect(const QRectF& rect) {
+  return picture(rect, exportPixelRatio(), [this](GraphicsContext& context) { drawInto(context); });
+}
+
+double View::exportPixelRatio() const {
+  const double ratio = exportPixelRatio_ > 0 ? exportPixelRatio_ : devicePixelRatioF();
+  return std::clamp(ratio, kMinPixelRatio, kMaxPixelRatio);
+}
+
+void View::setExportPixelRatio(double ratio) { exportPixelRatio_ = std::isfinite(ratio) ? std::max(0.0, ratio) : 0; }
+
+QPointF View::convertPointFromWindow(QPointF locationInWindow) const {
+  const QPointF local = mapFrom(window(), locationInWindow);
+  return {local.x(), height() - local.y()};
+}
+
+QPointF View::convertPointToWindow(QPointF viewPoint) const {
+  return mapTo(window(), QPointF(viewPoint.x(), height() - viewPoint.y()));
+}
+
+void View::resetCursorRects() {}
+
+void View::addCursorRect(const QRectF& rect, const QCursor& cursor) { cursorRects_.push_back({rect, cursor}); }
+
+// The cursor itself waits for the next movement, so that setting rectangles up anew does not make it flicker.
+void View::discardCursorRects() { cursorRects_.clear(); }
+
+void View::mouseDown(const MouseEvent&) {}
+
+// Draws into a picture whose pixels are those of the screen, and puts that on the window: the window shows exactly
+// what an export of the same pixel ratio holds.
+void View::paintEvent(QPaintEvent* event) {
+  const double ratio = devicePixelRatioF();
+  const QRectF dirty = event->rect();
+  const QRectF area(dirty.x(), height() - dirty.y() - dirty.height(), dirty.width(), dirty.height());
+  const QPointF corner = QPointF(mapTo(window(), QPoint(0, 0))) * ratio;
+  QPainter painter(this);
+  const AlignedPicture drawn = alignedPicture(
+      area, bounds(), ratio, {corner.x() - std::floor(corner.x()), corner.y() - std::floor(corner.y())},
+      [&](GraphicsContext& context) {
+        const GraphicsContext::Pass pass(context);
+        drawRect(area);
+      });
+  painter.drawImage(drawn.topLeft, drawn.image);
+}
+
+void View::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (isVisible()) liveResizeTimer_.start();
+  discardCursorRects();
+  resetCursorRects();
+}
+
+void View::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  discardCursorRects();
+  resetCursorRects();
+}
+
+void View::mousePressEvent(QMouseEvent* event) { press(event); }
+
+void View::mouseDoubleClickEvent(QMouseEvent* event) { press(event); }
+
+void View::press(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) {
+    event->ignore();
+    return;
+  }
+  const QPointF inWindow = mapTo(window(), event->position());
+  mouseDown({inWindow, event->modifiers(), countClick(event->position())});
+}
+
+// Presses near each other within the double click time count up; the window system only knows single and double.
+int View::countClick(QPointF position) {
+  const QStyleHints* hints = QGuiApplication::styleHints();
+  const bool near = (position - lastClick_).manhattanLength() <= hints->mouseDoubleClickDistance();
+  const bool soon = sinceLastClick_.isValid() && sinceLastClick_.elapsed() <= hints->mouseDoubleClickInterval();
+  clickCount_ = near && soon ? clickCount_ + 1 : 1;
+  lastClick_ = position;
+  sinceLastClick_.start();
+  return clickCount_;
+}
+
+void View::mouseMoveEvent(QMouseEvent* event) {
+  const QPointF point(event->position().x(), height() - event->position().y());
+  const auto hit = std::find_if(cursorRects_.begin(), cursorRects_.end(),
+                                [&](const CursorRect& area) { return area.rect.contains(point); });
+  if (hit == cursorRects_.end()) {
+    unsetCursor();
+  } else {
+    setCursor(hit->cursor);
+  }
+  event->ignore();
+}
+
+void View::leaveEvent(QEvent* event) {
+  unsetCursor();
+  QWidget::leaveEvent(event);
+}
+
+} // namespace xov

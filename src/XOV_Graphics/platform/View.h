@@ -1,0 +1,98 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/platform/GraphicsContext.h"
+
+#include <QByteArray>
+#include <QCursor>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QTimer>
+#include <QWidget>
+
+#include <vector>
+
+namespace xov {
+
+/// A press of a mouse button, as a view is told of it.
+struct XOV_EXPORT MouseEvent {
+  /// In the coordinates of the view's window, in logical pixels from its upper left corner, y downwards.
+  QPointF locationInWindow;
+  Qt::KeyboardModifiers modifierFlags;
+  /// 1 for a single click, 2 for the second of a double click, and so on.
+  int clickCount = 1;
+};
+
+/// A widget that draws in view points: y upwards from the lower left corner, one point a logical pixel on screen and
+/// 1/72 inch on paper. Subclasses override drawRect(); the same drawing then serves the window, pictures of any pixel
+/// ratio, PDF and recordings.
+class XOV_EXPORT View : public QWidget {
+public:
+  /// A view of the frame's size (rounded to whole points, negative sizes as 0) at the frame's place in its parent.
+  explicit View(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  ~View() override;
+
+  /// (0, 0, width, height).
+  QRectF bounds() const { return {0, 0, double(width()), double(height())}; }
+
+  /// Draws the view; called with the area that needs it. The base draws nothing.
+  virtual void drawRect(const QRectF& dirty);
+  /// Draws the whole view onto a context, in a pass of its own.
+  void drawInto(GraphicsContext& context);
+
+  /// Asks for a redraw of the window.
+  void setNeedsDisplay(bool needed = true);
+
+  /// True from a change of the window's size until shortly after the last one of a series.
+  bool inLiveResize() const { return liveResizeTimer_.isActive(); }
+  /// Called once after a series of size changes. The base does nothing.
+  virtual void viewDidEndLiveResize();
+
+  /// The part of the view inside a rectangle as a one-page PDF of that size in points: vector drawing, text that can
+  /// be selected, fonts embedded. The same drawing gives the same bytes. Empty for an empty rectangle.
+  QByteArray dataWithPDFInsideRect(const QRectF& rect);
+  /// The part of the view inside a rectangle, at exportPixelRatio() pixels a point; transparent where nothing is
+  /// drawn. A null image when the rectangle is empty or memory does not allow it.
+  QImage pictureOfRect(const QRectF& rect);
+
+  /// Pixels a point of pictures: that of the screen which the view is on, unless set. Clamped to 0.1 … 32.
+  double exportPixelRatio() const;
+  /// 0 returns to the screen's.
+  void setExportPixelRatio(double ratio);
+
+  QPointF convertPointFromWindow(QPointF locationInWindow) const;
+  QPointF convertPointToWindow(QPointF viewPoint) const;
+
+  /// Called when cursor rectangles must be set up anew. The base adds none.
+  virtual void resetCursorRects();
+  void addCursorRect(const QRectF& rect, const QCursor& cursor);
+  void discardCursorRects();
+
+  virtual void mouseDown(const MouseEvent& event);
+
+protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+
+private:
+  struct CursorRect {
+    QRectF rect;
+    QCursor cursor;
+  };
+  void press(QMouseEvent* event);
+  int countClick(QPointF position);
+
+  QTimer liveResizeTimer_;
+  std::vector<CursorRect> cursorRects_;
+  double exportPixelRatio_ = 0;
+  QElapsedTimer sinceLastClick_;
+  QPointF lastClick_;
+  int clickCount_ = 0;
+};
+
+} // namespace xov

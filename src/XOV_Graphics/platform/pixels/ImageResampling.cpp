@@ -1,0 +1,169 @@
+#include "XOV_Graphics/platform/pixels/ImageResampling.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+namespace xov {
+
+namespace {
+
+constexpr std::size_t kChannels = 4;
+constexpr double kPointsPerInch = 72;
+// A cell on paper is made of pixels of this resolution: a viewer that smooths blurs its edges by no more than that.
+constexpr double kCellsPerInch = 300;
+// Pictures finer than this show no more on paper.
+constexpr double kFinestPerInch = 600;
+constexpr double kLargestPaperSide = 4096;
+
+/// The image pixels that a row or column of device pixels takes, from `first` on, and the weight of each.
+struct Taps {
+  int first = 0;
+  std::size_t weightsAt = 0;
+  int count = 0;
+};
+
+/// One direction: for each device pixel from `begin` on its taps.
+struct AxisTaps {
+  AxisTaps(double sourceFrom, double sourceLength, int sourcePixels, double deviceFrom, double deviceLength, int low,
+           int high);
+
+  int begin = 0;
+  std::vector<Taps> taps;
+  std::vector<float> weights;
+
+private:
+  void addAverage(double from, double to, double perPixel, int pixels);
+};
+
+AxisTaps::AxisTaps(double sourceFrom, double sourceLength, int sourcePixels, double deviceFrom, double deviceLength,
+                   int low, int high)
+    : begin(int(std::clamp(std::floor(deviceFrom), double(low), double(high)))) {
+  const double deviceTo = deviceFrom + deviceLength;
+  const int end = int(std::clamp(std::ceil(deviceTo), double(begin), double(high)));
+  const double perPixel = sourceLength / deviceLength;
+  for (int pixel = begin; pixel < end; ++pixel) {
+    const double from = std::max(double(pixel), deviceFrom);
+    const double to = std::min(double(pixel) + 1, deviceTo);
+    if (perPixel > 1) {
+      addAverage(sourceFrom + (from - deviceFrom) * perPixel, sourceFrom + (to - deviceFrom) * perPixel, perPixel,
+                 sourcePixels);
+      continue;
+    }
+    const double middle = std::clamp(pixel + 0.5, from, to);
+    const double place = std::floor(sourceFrom + (middle - deviceFrom) * perPixel);
+    taps.push_back({int(std::clamp(place, 0.0, double(sourcePixels - 1))), weights.size(), 1});
+    weights.push_back(float(to - from));
+  }
+}
+
+void AxisTaps::addAverage(double from, double to, double perPixel, int pixels) {
+  const int first = int(std::clamp(std::floor(from), 0.0, double(pixels - 1)));
+  const int last = int(std::clamp(std::ceil(to), double(first) + 1, double(pixels)));
+  taps.push_back({first, weights.size(), last - first});
+  for (int pixel = first; pixel < last; ++pixel) {
+    const double overlap = std::min(to, pixel + 1.0) - std::max(from, double(pixel));
+    weights.push_back(float(std::max(0.0, overlap) / perPixel));
+  }
+}
+
+using Sums = std::vector<std::array<float, kChannels>>;
+
+void addRow(const QRgb* pixels, float weight, Sums& sums) {
+  for (std::size_t x = 0; x < sums.size(); ++x) {
+    for (std::size_t channel = 0; channel < kChannels; ++channel)
+      sums[x][channel] += weight * float((pixels[x] >> (8 * channel)) & 0xff);
+  }
+}
+
+QRgb average(const Sums& sums, const Taps& taps, const float* weights) {
+  std::array<float, kChannels> total{};
+  for (int i = 0; i < taps.count; ++i) {
+    for (std::size_t channel = 0; channel < kChannels; ++channel)
+      total[channel] += weights[i] * sums[std::size_t(taps.first + i)][channel];
+  }
+  QRgb pixel = 0;
+  for (std::size_t channel = 0; channel < kChannels; ++channel)
+    pixel |= QRgb(std::min(255.0F, total[channel] + 0.5F)) << (8 * channel);
+  return pixel;
+}
+
+bool isFourBytes(const QImage& image) {
+  return image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_ARGB32_Premultiplied;
+}
+
+// The taps of a direction, counted from the first image pixel that any of them uses.
+int shiftToFirst(AxisTaps& axis, int& pixels) {
+  int first = pixels;
+  int last = 0;
+  for (const Taps& taps : axis.taps) {
+    first = std::min(first, taps.first);
+    last = std::max(last, taps.first + taps.count);
+  }
+  for (Taps& taps : axis.taps)
+    taps.first -= first;
+  pixels = last - first;
+  return first;
+}
+
+void fillRow(const QImage& pixels, const AxisTaps& x, const AxisTaps& y, int row, Sums& sums, QRgb* out) {
+  std::fill(sums.begin(), sums.end(), std::array<float, kChannels>{});
+  const Taps& rows = y.taps[std::size_t(row)];
+  for (int i = 0; i < rows.count; ++i)
+    addRow(reinterpret_cast<const QRgb*>(pixels.constScanLine(rows.first + i)),
+           y.weights[rows.weightsAt + std::size_t(i)], sums);
+  for (std::size_t column = 0; column < x.taps.size(); ++column)
+    out[column] = average(sums, x.taps[column], &x.weights[x.taps[column].weightsAt]);
+}
+
+// Rows that show the same image row need no second reckoning.
+bool sameRow(const AxisTaps& y, int row) {
+  const Taps& now = y.taps[std::size_t(row)];
+  const Taps& before = y.taps[std::size_t(row) - 1];
+  return now.count == 1 && before.count == 1 && now.first == before.first &&
+         y.weights[now.weightsAt] == y.weights[before.weightsAt];
+}
+
+} // namespace
+
+ResampledImage resampleImage(const QImage& image, const QRectF& source, const QRectF& device, const QRect& visible) {
+  if (image.isNull() || source.isEmpty() || device.isEmpty() || visible.isEmpty()) return {};
+  AxisTaps x(source.x(), source.width(), image.width(), device.x(), device.width(), visible.left(),
+             visible.right() + 1);
+  AxisTaps y(source.y(), source.height(), image.height(), device.y(), device.height(), visible.top(),
+             visible.bottom() + 1);
+  if (x.taps.empty() || y.taps.empty()) return {};
+  QSize used = image.size();
+  const int left = shiftToFirst(x, used.rwidth());
+  const int top = shiftToFirst(y, used.rheight());
+  QImage pixels = left == 0 && top == 0 && used == image.size() ? image : image.copy(QRect(QPoint(left, top), used));
+  if (!isFourBytes(pixels)) pixels = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+  QImage out(int(x.taps.size()), int(y.taps.size()), QImage::Format_ARGB32_Premultiplied);
+  if (pixels.isNull() || out.isNull()) return {};
+  Sums sums(std::size_t(used.width()));
+  for (int row = 0; row < out.height(); ++row) {
+    auto* line = reinterpret_cast<QRgb*>(out.scanLine(row));
+    if (row > 0 && sameRow(y, row)) {
+      std::copy_n(reinterpret_cast<const QRgb*>(out.constScanLine(row - 1)), out.width(), line);
+    } else {
+      fillRow(pixels, x, y, row, sums, line);
+    }
+  }
+  return {out, QPoint(x.begin, y.begin)};
+}
+
+QImage imageForPaper(const QImage& image, const QRectF& source, const QSizeF& size) {
+  const auto side = [](double pixels, double points) {
+    const double finest = std::ceil(points * kFinestPerInch / kPointsPerInch);
+    if (pixels > finest) return std::max(1.0, finest);
+    const double perPixel = std::floor(points * kCellsPerInch / kPointsPerInch / pixels);
+    const double most = std::floor(kLargestPaperSide / pixels);
+    return std::max(1.0, std::round(pixels * std::max(1.0, std::min(perPixel, most))));
+  };
+  const QSizeF pixels(side(source.width(), size.width()), side(source.height(), size.height()));
+  return resampleImage(image, source, QRectF(QPointF(), pixels), QRect(QPoint(), pixels.toSize())).image;
+}
+
+} // namespace xov

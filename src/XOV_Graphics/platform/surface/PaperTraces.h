@@ -1,0 +1,54 @@
+#pragma once
+
+#include "XOV_Graphics/platform/Trace.h"
+
+#include <QByteArray>
+#include <QColor>
+#include <QPainterPath>
+#include <QPolygonF>
+#include <QRectF>
+#include <QTransform>
+
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace xov {
+
+/// The traces of a PDF page, as operators of its content. Millions of lines go several times faster straight into the
+/// file than through a painter: the painter fills a small marker in their place, out of sight and in their colour and
+/// clip, and insertInto() then puts them where the markers are.
+class PaperTraces {
+public:
+  /// False for coordinates that a page cannot hold in whole hundredths of a point: traces inside `visible`, in the
+  /// coordinates of a path, must go through the painter.
+  static bool canHold(const QRectF& visible, const QTransform& toPage);
+
+  /// Takes traces to be stroked with round joins and butt ends, as much of them as `visible` shows. Returns what the
+  /// painter is to fill with `color` in the page's own coordinates; empty when nothing shows.
+  QPainterPath stroke(const std::vector<Trace>& traces, const QRectF& visible, const QTransform& toPage,
+                      double lineWidth, const QColor& color);
+
+  bool isEmpty() const { return ends_.empty(); }
+
+  /// The page's content with the traces in place of their markers, and takes them; nothing when the markers are not
+  /// there one by one as they were handed out.
+  std::optional<QByteArray> insertInto(const QByteArray& content);
+
+private:
+  /// A point of the grid that lines are written on.
+  struct Step {
+    qint64 x = 0;
+    qint64 y = 0;
+  };
+
+  static Step stepOf(QPointF point);
+  void addPoints(std::span<const QPointF> points, Step origin);
+  void addStroke(std::span<const QPointF> points);
+  void addStrokes(const QPolygonF& line);
+
+  QByteArray operators_;
+  std::vector<qsizetype> ends_; ///< of the operators that each marker stands for
+};
+
+} // namespace xov

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "XOV_Graphics/platform/GraphicsContext.h"
+
+#include <QImage>
+#include <QPointF>
+#include <QRectF>
+
+#include <functional>
+
+namespace xov {
+
+using Drawing = std::function<void(GraphicsContext&)>;
+
+/// Draws the part of a view inside `rect` (view points) into an image of `rect` × `ratio` pixels, rounded to whole
+/// ones, with its pixel ratio and resolution (72 · ratio dots an inch) set. Transparent where nothing is drawn. A
+/// null image for an empty rectangle and where memory does not allow it.
+QImage picture(const QRectF& rect, double ratio, const Drawing& draw);
+
+/// A picture of part of a window, on the screen's own pixels.
+struct AlignedPicture {
+  QImage image;
+  /// Where its upper left corner goes, in widget coordinates (y downwards).
+  QPointF topLeft;
+};
+
+/// Draws `area` (view points) of a view of those bounds whose upper left corner lies `cornerInPixels` into a pixel of
+/// the screen, as it may where the pixel ratio is not a whole number.
+AlignedPicture alignedPicture(const QRectF& area, const QRectF& bounds, double ratio, QPointF cornerInPixels,
+                              const Drawing& draw);
+
+} // namespace xov

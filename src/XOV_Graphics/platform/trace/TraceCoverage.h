@@ -1,0 +1,41 @@
+#pragma once
+
+#include "XOV_Graphics/platform/trace/TraceLayers.h"
+#include "XOV_Graphics/platform/trace/TraceStrip.h"
+#include "XOV_Graphics/platform/trace/TraceUnion.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace xov {
+
+/// How much of each pixel is inked: the union of all layers of a strip, exact along the rows, in a few columns of
+/// pixels at a time.
+class TraceCoverage {
+public:
+  explicit TraceCoverage(int rows);
+
+  /// Takes the layers of a strip, which must stay as they are until its columns have been united.
+  void take(const TraceLayers& layers);
+
+  /// Unites the ink of up to kInkColumns columns from `column` on, and returns the rows that may have some. Its
+  /// changes then stand in changes(), and must be cleared by whoever sums them, in those rows and the one behind.
+  RowRange unite(const TraceStrip& strip, int column);
+  std::int32_t* changes() { return changes_.data(); }
+
+private:
+  void uniteOneByOne(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked);
+
+  int rows_ = 0;
+  std::vector<std::int32_t> changes_; // see TraceUnion.h
+  std::vector<RowInterval> intervals_;
+  struct Layer {
+    const float* low = nullptr;
+    const float* high = nullptr;
+    float place = 0;
+  };
+  std::vector<Layer> order_;
+  std::vector<const float*> lows_, highs_;
+};
+
+} // namespace xov

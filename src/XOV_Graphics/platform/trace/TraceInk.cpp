@@ -1,0 +1,121 @@
+#include "XOV_Graphics/platform/trace/TraceInk.h"
+
+#include "XOV_Graphics/base/Lanes.h"
+
+#include <algorithm>
+
+namespace xov {
+
+namespace {
+
+constexpr int kFull = 255;
+constexpr int kRowsAhead = 16; // whose pixels are asked for: the rows of a picture lie too far apart to be foreseen
+constexpr int kEveryOther = 0x00FF00FF; // two of a pixel's four channels
+
+/// value / 255, rounded; exact for value <= 255².
+template <class Number>
+XOV_INLINE void divideBy255(Number& value) {
+  value += 128;
+  value = (value + (value >> 8)) >> 8;
+}
+
+template <class Vector>
+struct Ink {
+  using Words = WordsOf<Vector>;
+  using Shorts = ShortsOf<Vector>;
+
+  Words solid;
+  Shorts even, odd; // channels
+  std::uint16_t alpha;
+
+  XOV_INLINE Ink(std::uint32_t color, std::uint32_t alphaOfInk)
+      : solid(Words{} + static_cast<std::int32_t>(color)),
+        even(Shorts(solid & kEveryOther)),
+        odd(Shorts((solid >> 8) & kEveryOther)),
+        alpha(static_cast<std::uint16_t>(alphaOfInk)) {}
+
+  /// Coverage is 0 to 255 in each lane.
+  XOV_INLINE void blend(const Words& coverage, Words& pixels) const {
+    Shorts covered = Shorts(coverage | coverage << 16);
+    if (alpha != kFull) {
+      covered *= alpha;
+      divideBy255(covered);
+    }
+    const Shorts open = kFull - covered;
+    Shorts mixedEven = even * covered + Shorts(pixels & kEveryOther) * open;
+    Shorts mixedOdd = odd * covered + Shorts((pixels >> 8) & kEveryOther) * open;
+    divideBy255(mixedEven);
+    divideBy255(mixedOdd);
+    pixels = Words(mixedEven) | Words(mixedOdd) << 8;
+  }
+};
+
+/// The running sums of columns down to some row.
+template <class Vector>
+struct RunningSums {
+  using Words = WordsOf<Vector>;
+  Words inked = {};   // in units of a row of a sub-column
+  Words carried = {}; // the parts of the row before, which that row did not cover
+
+  XOV_INLINE void addRow(std::int32_t* changes) {
+    constexpr int kAbove = 32 - kEdgeShift;
+    Words row;
+    loadVector(changes, row);
+    storeVector(Words{}, changes);
+    const Words part = row << kAbove >> kAbove;
+    inked += ((row - part) >> (kEdgeShift - kRowBits)) - part + carried;
+    carried = part;
+  }
+};
+
+template <class Vector>
+XOV_INLINE void layInkWith(std::uint32_t color, std::uint32_t alpha, std::int32_t* changes, RowRange rows,
+                           int perColumn, int columns, std::uint32_t* pixels, std::ptrdiff_t stride) {
+  using Words = WordsOf<Vector>;
+  constexpr int kParts = kInkColumns / kLanes<Vector>;
+  const Ink<Vector> ink(color, alpha);
+  const Words full = Words{} + perColumn * kRowUnit;
+  const float scale = float(kFull) / float(perColumn * kRowUnit);
+  RunningSums<Vector> sums[kParts];
+  changes += std::ptrdiff_t(rows.first) * kInkColumns;
+  for (int row = rows.first; row < rows.last; ++row, changes += kInkColumns, pixels += stride) {
+    std::uint32_t few[kInkColumns]; // pixels that are fewer than the lanes
+    std::uint32_t* const line = columns < kInkColumns ? few : pixels;
+    if (line == few) std::copy_n(pixels, columns, few);
+    __builtin_prefetch(pixels + kRowsAhead * stride, 1);
+    for (int part = 0; part < kParts; ++part) {
+      const int lane = part * kLanes<Vector>;
+      sums[part].addRow(changes + lane);
+      const Words& inked = sums[part].inked;
+      if (inNoLane(inked != 0)) continue;
+      if (alpha == kFull && inNoLane(inked != full)) {
+        storeVector(ink.solid, line + lane);
+        continue;
+      }
+      Words under;
+      loadVector(line + lane, under);
+      ink.blend(__builtin_convertvector(__builtin_convertvector(inked, Vector) * scale + 0.5F, Words), under);
+      storeVector(under, line + lane);
+    }
+    if (line == few) std::copy_n(few, columns, pixels);
+  }
+  std::fill_n(changes, kInkColumns, 0); // behind the last row
+}
+
+XOV_VECTOR8_FUNCTION(void, layInk,
+                     (std::uint32_t color, std::uint32_t alpha, std::int32_t* changes, RowRange rows, int perColumn,
+                      int columns, std::uint32_t* pixels, std::ptrdiff_t stride),
+                     (color, alpha, changes, rows, perColumn, columns, pixels, stride))
+
+} // namespace
+
+TraceInk::TraceInk(const QColor& color)
+    : color_(color.rgb()),
+      alpha_(static_cast<std::uint32_t>(qAlpha(color.rgba()))) {}
+
+void TraceInk::lay(std::int32_t* changes, RowRange rows, int perColumn, int columns, std::uint32_t* pixels,
+                   std::ptrdiff_t stride) const {
+  layInk(color_, alpha_, changes, rows, perColumn, columns, pixels, stride);
+}
+
+} // namespace xov

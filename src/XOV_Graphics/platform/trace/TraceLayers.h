@@ -1,0 +1,56 @@
+#pragma once
+
+#include "XOV_Graphics/platform/trace/TraceSegment.h"
+
+#include <vector>
+
+namespace xov {
+
+/// The ink of all unbroken lines in a strip, still apart: in each layer every sub-column holds at most one interval
+/// of rows. Lines that lie apart from each other along x share a layer.
+class TraceLayers {
+public:
+  /// Forgets everything and takes the width of a strip.
+  void reset(int subColumns, int rows);
+
+  int count() const { return static_cast<int>(usedUntil_.size()); }
+  int subColumns() const { return subColumns_; }
+
+  /// Room for a line in sub-columns begin <= j < end, which the caller fills and then commits.
+  InkRows acquire(int begin, int end);
+  void commit(const InkRows& ink);
+
+  const float* low(int layer) const { return values_.data() + 2 * offset(layer); }
+  const float* high(int layer) const { return low(layer) + subColumns_; }
+
+  /// A sub-column that the layer's last line covers.
+  int middle(int layer) const { return middles_[static_cast<std::size_t>(layer)]; }
+
+private:
+  std::size_t offset(int layer) const {
+    return static_cast<std::size_t>(layer) * static_cast<std::size_t>(subColumns_);
+  }
+  float* lowOf(int layer) { return values_.data() + 2 * offset(layer); }
+  int addLayer();
+  void insert(int subColumn, float from, float to);
+  void compact();
+
+  int subColumns_ = 0;
+  int rows_ = 0;
+  int capacity_ = 0;
+  std::vector<float> values_;
+  std::vector<int> usedUntil_; // the first free sub-column of each layer
+  std::vector<int> middles_;
+  std::vector<float> scratch_; // the ink of a short line on its way into the layers
+};
+
+/// Intervals of rows of one sub-column.
+struct RowInterval {
+  float low = 0;
+  float high = 0;
+};
+
+/// Sorts intervals and joins those that touch or lie less than `gap` apart; returns how many remain, at the front.
+int uniteIntervals(RowInterval* intervals, int count, float gap);
+
+} // namespace xov

@@ -1,0 +1,126 @@
+#include "XOV_Graphics/platform/trace/TraceProjection.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace xov {
+
+namespace {
+
+constexpr float kLargest = std::numeric_limits<float>::max();
+constexpr double kFarColumn = 1e100;        // beyond every picture, and its square is still a number
+constexpr double kLargestMiddle = 1e30;     // a sample less this cannot overflow single precision
+constexpr double kSingleRounding = 0x1p-24; // of a single-precision number, relative to it
+
+float single(double value) { return static_cast<float>(std::clamp(value, -double(kLargest), double(kLargest))); }
+
+} // namespace
+
+float RowMap::operator()(float value) const {
+  // Comparisons with the bound first take the bound when the value is NaN: the result is always a number.
+  const float held = std::min(high, std::max(low, value));
+  const float difference = std::min(kLargest, std::max(-kLargest, held - valueOrigin)) - middle;
+  return std::min(kFarRow, std::max(-kFarRow, difference * scale + offset));
+}
+
+TraceProjection::TraceProjection(const Trace& trace, const QTransform& viewToDevice, double clipTop,
+                                 double clipHeight)
+    : trace_(trace),
+      timeline_(trace),
+      columnScale_(trace.xScale * viewToDevice.m11()),
+      columnOffset_(trace.xOffset * viewToDevice.m11() + viewToDevice.dx()),
+      first_(timeline_.first()),
+      last_(timeline_.last()) {
+  const bool drawable = std::isfinite(columnScale_) && std::isfinite(columnOffset_) && std::isfinite(trace.tOrigin) &&
+                        std::isfinite(trace.vOrigin) && std::isfinite(trace.yScale * viewToDevice.m22()) &&
+                        std::isfinite(trace.yOffset * viewToDevice.m22() + viewToDevice.dy());
+  if (!drawable) last_ = first_;
+  if (last_ > first_ && !isFinite(first_)) ++first_;
+  if (isEmpty()) return;
+  grows_ = !timeline_.decreases() && !timeline_.hasGaps() && columnScale_ >= 0;
+  setRows(viewToDevice, clipTop, clipHeight);
+}
+
+void TraceProjection::setRows(const QTransform& viewToDevice, double clipTop, double clipHeight) {
+  const double scale = trace_.yScale * viewToDevice.m22();
+  const double offset = trace_.yOffset * viewToDevice.m22() + viewToDevice.dy() - clipTop;
+  const double wished = (clipHeight / 2 - offset) / scale;
+  const double middle = std::abs(wished) < kLargestMiddle ? double(static_cast<float>(wished)) : 0.0;
+  rows_.low = trace_.clampLow.value_or(-kLargest);
+  rows_.high = trace_.clampHigh.value_or(kLargest);
+  rows_.valueOrigin = trace_.vOrigin;
+  rows_.middle = static_cast<float>(middle);
+  rows_.scale = single(scale);
+  rows_.offset = single(std::clamp(middle * scale + offset, -double(kFarRow), double(kFarRow)));
+}
+
+double TraceProjection::column(std::int64_t i) const {
+  const float difference = std::clamp(timeline_.time(i) - trace_.tOrigin, -kLargest, kLargest);
+  return std::clamp(double(difference) * columnScale_ + columnOffset_, -kFarColumn, kFarColumn);
+}
+
+float TraceProjection::row(std::int64_t i) const {
+  if (!isOverruled(i)) return rows_(trace_.samples[i]);
+  RowMap unclamped = rows_;
+  unclamped.low = -kLargest;
+  unclamped.high = kLargest;
+  return unclamped(*trace_.firstValue);
+}
+
+double TraceProjection::columnOfTime(double t) const {
+  return std::clamp((t - double(trace_.tOrigin)) * columnScale_ + columnOffset_, -kFarColumn, kFarColumn);
+}
+
+std::int64_t TraceProjection::firstAtOrAfter(double wanted) const {
+  std::int64_t low = first_, high = last_;
+  // The straight pieces point close to the place; a few looks left and right of it then bracket it.
+  if (!pieces().empty() && columnScale_ > 0 && high > low) {
+    const double t = (wanted - columnOffset_) / columnScale_ + double(trace_.tOrigin);
+    const auto after = std::partition_point(pieces().begin(), pieces().end(),
+                                            [t](const TimePiece& piece) { return piece.start < t; });
+    if (after != pieces().begin()) {
+      const TimePiece& piece = *(after - 1);
+      const double steps = piece.step > 0 ? (t - piece.start) / piece.step : 0.0;
+      const auto guess = piece.first + static_cast<std::int64_t>(std::clamp(steps, 0.0, double(piece.count)));
+      for (std::int64_t reach = 2; reach < high - low; reach *= 8) {
+        const std::int64_t left = std::clamp(guess - reach, low, high - 1);
+        const std::int64_t right = std::clamp(guess + reach, low, high - 1);
+        const bool leftIsBefore = left == low || column(left) < wanted;
+        const bool rightIsAfter = right == high - 1 || column(right) >= wanted;
+        if (leftIsBefore && rightIsAfter) {
+          low = left;
+          if (right != high - 1) high = right;
+          break;
+        }
+      }
+    }
+  }
+  while (low < high) {
+    const std::int64_t middle = low + (high - low) / 2;
+    if (column(middle) < wanted)
+      low = middle + 1;
+    else
+      high = middle;
+  }
+  return low;
+}
+
+bool TraceProjection::isStraight(std::int64_t a, std::int64_t b, double tolerance) const {
+  if (pieces().empty()) return false;
+  const double origin = double(trace_.tOrigin);
+  const double largest =
+      std::max(std::abs(double(timeline_.time(a)) - origin), std::abs(double(timeline_.time(b)) - origin));
+  if (largest > double(kLargest)) return false;
+  return (timeline_.pieceError(a, b) + kSingleRounding * largest) * columnScale_ <= tolerance;
+}
+
+bool TraceProjection::isDense(std::int64_t a, std::int64_t b, double spacing) const {
+  if (!isStraight(a, b, spacing)) return false;
+  for (std::size_t p = pieceAt(a); p < pieces().size() && pieces()[p].first <= b; ++p) {
+    if (pieces()[p].count > 1 && pieces()[p].step * columnScale_ > spacing) return false;
+  }
+  return true;
+}
+
+} // namespace xov

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "XOV_Graphics/platform/Trace.h"
+#include "XOV_Graphics/platform/trace/TraceTimeline.h"
+
+#include <QTransform>
+
+#include <cstdint>
+
+namespace xov {
+
+/// From a sample's value to the row it lies on, in single precision, with the origin moved to the picture so that
+/// nothing that shows is lost to rounding:
+///     row = ((v held inside [low, high]) - valueOrigin - middle) · scale + offset
+struct RowMap {
+  float low = 0;
+  float high = 0;
+  float valueOrigin = 0;
+  float middle = 0;
+  float scale = 0;
+  float offset = 0;
+
+  float operator()(float value) const;
+};
+
+/// Rows further away than this are the same as infinitely far; it keeps slopes and differences finite.
+inline constexpr float kFarRow = 1e15F;
+
+/// A trace as it lies on the picture: columns and rows in device pixels, rows counted downwards from the clip's top.
+class TraceProjection {
+public:
+  /// `viewToDevice` must scale alike along both axes and may only mirror y.
+  TraceProjection(const Trace& trace, const QTransform& viewToDevice, double clipTop, double clipHeight);
+
+  /// False when columns do not grow with the index; such a trace must be stroked another way.
+  bool grows() const { return grows_; }
+  /// Nothing can show: no two samples in a row, or a scale that is not a number.
+  bool isEmpty() const { return last_ - first_ < 2; }
+
+  std::int64_t first() const { return first_; }
+  std::int64_t last() const { return last_; }
+  /// The samples as the host holds them, indexed like the trace. The first one may be overruled: see row().
+  const float* samples() const { return trace_.samples; }
+  const RowMap& rows() const { return rows_; }
+
+  /// True unless sample i breaks the line.
+  bool isFinite(std::int64_t i) const { return trace_.valueAt(i).has_value(); }
+  /// True when the value of sample i is not the one in samples().
+  bool isOverruled(std::int64_t i) const { return i == trace_.first && trace_.firstValue.has_value(); }
+  double column(std::int64_t i) const;
+  float row(std::int64_t i) const;
+
+  /// The first sample at or right of a column; last() when there is none.
+  std::int64_t firstAtOrAfter(double wanted) const;
+
+  /// The straight pieces that columns follow, see TraceTimeline.
+  const std::vector<TimePiece>& pieces() const { return timeline_.pieces(); }
+  std::size_t pieceAt(std::int64_t i) const { return timeline_.pieceAt(i); }
+  /// The column of time t without the rounding of t - tOrigin.
+  double columnOfTime(double t) const;
+  double columnsPerTime() const { return columnScale_; }
+  /// True when the columns of samples a <= i <= b lie within `tolerance` of the straight pieces.
+  bool isStraight(std::int64_t a, std::int64_t b, double tolerance) const;
+  /// True when the columns of samples a <= i <= b are straight and each lies at most `spacing` from the next.
+  bool isDense(std::int64_t a, std::int64_t b, double spacing) const;
+
+private:
+  void setRows(const QTransform& viewToDevice, double clipTop, double clipHeight);
+
+  Trace trace_;
+  TraceTimeline timeline_;
+  RowMap rows_;
+  double columnScale_ = 1;
+  double columnOffset_ = 0;
+  std::int64_t first_ = 0;
+  std::int64_t last_ = 0;
+  bool grows_ = true;
+};
+
+} // namespace xov

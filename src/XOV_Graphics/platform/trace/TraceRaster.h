@@ -1,0 +1,33 @@
+#pragma once
+
+#include "XOV_Graphics/platform/Trace.h"
+
+#include <QColor>
+#include <QRect>
+#include <QTransform>
+
+#include <span>
+
+namespace xov {
+
+/// The pixels that traces are stroked onto: 32 bits a pixel, premultiplied ARGB (or RGB with the top byte 255).
+struct PixelTarget {
+  uchar* bits = nullptr;
+  qsizetype bytesPerLine = 0;
+  int width = 0;
+  int height = 0;
+};
+
+/// Strokes all traces as ONE path, with round joins and butt ends, exactly: the ink is the union of all their
+/// segments, so it never doubles where traces overlap, and it is blended once.
+///
+/// `lineWidth` is in view points; `viewToDevice` maps view points to pixels. Only pixels inside `clip` (device
+/// pixels) change. Returns false and draws nothing when the description does not fit this rasteriser (rotation or
+/// shear, unequal scales along x and y, times that do not grow with the index, a line too wide): the caller then
+/// strokes the points the general way.
+///
+/// One pass over the samples; working memory is bounded by the picture's size.
+bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, const QTransform& viewToDevice,
+                  const QRect& clip, double lineWidth, const QColor& color);
+
+} // namespace xov

@@ -1,0 +1,312 @@
+#include "XOV_Graphics/platform/trace/TraceReduction.h"
+
+#include "XOV_Graphics/platform/trace/TraceClip.h"
+#include "XOV_Graphics/platform/trace/TraceProjection.h"
+#include "XOV_Graphics/platform/trace/TraceScan.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+constexpr double kFarAway = 1e100;              // points; keeps slopes finite
+constexpr double kAlone = 0.75;                 // of a column's range that a spike is away from its neighbours
+constexpr std::int64_t kLooks = 8;              // at a curve, to see whether it only rises or falls
+constexpr double kLeap = 0.5;                   // of the way, between two looks
+constexpr double kBend = 0.02;                  // points that a curve may be away from its chord
+constexpr std::int64_t kFew = 4;                // samples of a column that are all kept
+constexpr std::int64_t kNear = 8;               // samples that are looked at one by one before the search jumps
+constexpr std::int64_t kLongestBlock = 1 << 20; // samples scanned together; their indices fit 32 bits
+constexpr int kBatch = 256;                     // columns scanned together
+constexpr double kTie = 1e-6;                   // samples; closer to an edge than this, the sample itself is asked
+constexpr double kStraight = 0.125;             // columns; how far times may lie from a straight piece
+
+class TraceReducer {
+public:
+  /// Columns are counted from `origin`; `box` is what may show.
+  TraceReducer(const Trace& trace, double columnWidth, double origin, const QRectF& box, TraceClip::Shape shape)
+      : trace_(trace),
+        projection_(trace, QTransform(), 0, 0),
+        width_(columnWidth),
+        origin_(origin),
+        box_(box),
+        shape_(shape),
+        clip_(box, kPaperTraceGrid, shape) {}
+
+  std::vector<QPolygonF> reduce() {
+    if (projection_.isEmpty()) return {};
+    if (projection_.grows())
+      reduceGrowing();
+    else
+      reduceAny();
+    return clip_.takeLines();
+  }
+
+private:
+  void reduceGrowing();
+  void reduceAny();
+  std::int64_t addDenseColumns(std::int64_t begin, std::int64_t last);
+  int cutColumns(std::int64_t begin, std::int64_t last, double firstEdge, std::int32_t* cuts) const;
+  void addColumn(std::int64_t begin, std::int64_t end);
+  void addBlock(std::int64_t begin, std::int64_t end);
+  bool standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, double range) const;
+  void addCurve(std::int64_t from, std::int64_t to);
+  void addExtremes(std::int64_t begin, std::int64_t end, float low, float high);
+  void addBroken(std::int64_t begin, std::int64_t end);
+  void addPoint(std::int64_t i);
+  void addStartOfPiece(std::int64_t inside);
+  void addEndOfPiece(std::int64_t beyond);
+  std::int64_t nextEdge(std::int64_t begin, std::int64_t guess, std::int64_t end, double edge) const;
+  double columnOf(std::int64_t i) const { return std::floor((projection_.column(i) - origin_) / width_); }
+  bool breaks(std::int64_t i) const { return !projection_.isFinite(i) || !std::isfinite(projection_.column(i)); }
+
+  const Trace& trace_;
+  TraceProjection projection_;
+  double width_;
+  double origin_;
+  QRectF box_;
+  TraceClip::Shape shape_;
+  TraceClip clip_;
+};
+
+void TraceReducer::addPoint(std::int64_t i) {
+  const double y = std::clamp(trace_.yOf(*trace_.valueAt(i)), -kFarAway, kFarAway);
+  clip_.add(projection_.column(i), y);
+}
+
+/// The first sample at or right of an edge, begin < i <= end, looked for around a guess first.
+std::int64_t TraceReducer::nextEdge(std::int64_t begin, std::int64_t guess, std::int64_t end, double edge) const {
+  std::int64_t i = std::clamp(guess, begin + 1, end);
+  std::int64_t looks = 0;
+  for (; i > begin + 1 && projection_.column(i - 1) >= edge; --i) {
+    if (++looks > kNear) return std::clamp(projection_.firstAtOrAfter(edge), begin + 1, end);
+  }
+  for (; i < end && projection_.column(i) < edge; ++i) {
+    if (++looks > kNear) return std::clamp(projection_.firstAtOrAfter(edge), begin + 1, end);
+  }
+  return i;
+}
+
+void TraceReducer::reduceGrowing() {
+  // One sample more on either side: the segments that lead into the box and out of it.
+  const std::int64_t first = std::max(projection_.firstAtOrAfter(box_.left()) - 1, projection_.first());
+  const std::int64_t last = std::min(projection_.firstAtOrAfter(box_.right()) + 1, projection_.last());
+  std::int64_t begin = first;
+  std::int64_t size = 1;
+  if (shape_ == TraceClip::Shape::Polygon) addStartOfPiece(first);
+  while (begin < last) {
+    if (const std::int64_t next = addDenseColumns(begin, last); next > begin) {
+      begin = next;
+      continue;
+    }
+    const double column = columnOf(begin);
+    const std::int64_t end = nextEdge(begin, begin + size, last, origin_ + (column + 1) * width_);
+    size = end - begin;
+    addColumn(begin, end);
+    begin = end;
+  }
+  if (shape_ == TraceClip::Shape::Polygon) addEndOfPiece(last);
+}
+
+/// Cuts from `begin` on at each column's right edge, the first of which is `firstEdge`, as long as the samples lie on
+/// one straight piece. Returns how many columns there are.
+int TraceReducer::cutColumns(std::int64_t begin, std::int64_t last, double firstEdge, std::int32_t* cuts) const {
+  const TimePiece& piece = projection_.pieces()[projection_.pieceAt(begin)];
+  const double spacing = piece.step * projection_.columnsPerTime();
+  const double samples = width_ / spacing; // a column
+  if (!(samples > double(kFew) && samples < double(kLongestBlock))) return 0;
+  const std::int64_t end = std::min({last, piece.first + piece.count, begin + kLongestBlock});
+  if (!projection_.isStraight(begin, end - 1, kStraight * width_)) return 0;
+  const double start = (firstEdge - projection_.columnOfTime(piece.start)) / spacing - double(begin - piece.first);
+  int count = 0;
+  cuts[0] = 0;
+  for (; count < kBatch; ++count) {
+    const double position = start + count * samples;
+    double cut = std::ceil(position - kTie);
+    const bool mayTie = cut > 0 && cut < position + kTie && cut < double(end - begin);
+    if (mayTie && projection_.column(begin + static_cast<std::int64_t>(cut)) < firstEdge + count * width_) ++cut;
+    if (!(cut > cuts[count] && cut < double(end - begin))) break;
+    cuts[count + 1] = static_cast<std::int32_t>(cut);
+  }
+  return count;
+}
+
+/// Columns from `begin` on that hold many samples a constant step apart. Returns where the samples after them begin,
+/// which is `begin` where there are no such columns.
+std::int64_t TraceReducer::addDenseColumns(std::int64_t begin, std::int64_t last) {
+  if (projection_.pieces().empty() || projection_.isOverruled(begin)) return begin;
+  std::int32_t cuts[kBatch + 1];
+  const int columns = cutColumns(begin, last, origin_ + (columnOf(begin) + 1) * width_, cuts);
+  if (columns == 0) return begin;
+  float low[kBatch], high[kBatch];
+  const bool unbroken =
+      projection_.isFinite(begin) && findBlockExtremes(projection_.samples() + begin, cuts, columns, low, high);
+  for (int k = 0; k < columns; ++k) {
+    if (unbroken)
+      addExtremes(begin + cuts[k], begin + cuts[k + 1], low[k], high[k]);
+    else
+      addColumn(begin + cuts[k], begin + cuts[k + 1]);
+  }
+  return begin + cuts[columns];
+}
+
+// The piece that reaches into the box from the left begins at its first sample: a straight way from there to the box
+// winds about nothing inside. Only a polygon needs it, since its last side leads back there.
+void TraceReducer::addStartOfPiece(std::int64_t inside) {
+  std::int64_t start = inside;
+  while (start > projection_.first() && !breaks(start - 1))
+    --start;
+  if (start < inside) addPoint(start);
+}
+
+// The same on the right.
+void TraceReducer::addEndOfPiece(std::int64_t beyond) {
+  std::int64_t end = beyond;
+  while (end < projection_.last() && !breaks(end))
+    ++end;
+  if (end > beyond) addPoint(end - 1);
+}
+
+/// Times in any order: samples that follow each other in the same column go together.
+void TraceReducer::reduceAny() {
+  std::int64_t begin = projection_.first();
+  const auto shownColumnOf = [this](std::int64_t i) {
+    return std::floor((std::clamp(projection_.column(i), box_.left(), box_.right()) - origin_) / width_);
+  };
+  while (begin < projection_.last()) {
+    std::int64_t end = begin + 1;
+    if (std::isfinite(projection_.column(begin))) {
+      const bool outside = projection_.column(begin) < box_.left() || projection_.column(begin) > box_.right();
+      const double column = shownColumnOf(begin);
+      while (!outside && end < projection_.last() && shownColumnOf(end) == column)
+        ++end;
+    }
+    addColumn(begin, end);
+    begin = end;
+  }
+}
+
+void TraceReducer::addColumn(std::int64_t begin, std::int64_t end) {
+  if (end - begin <= kFew) return addBroken(begin, end);
+  for (; begin < end; begin += kLongestBlock)
+    addBlock(begin, std::min(end, begin + kLongestBlock));
+}
+
+/// Samples of one column, of which few may break the line.
+void TraceReducer::addBlock(std::int64_t begin, std::int64_t end) {
+  if (projection_.isOverruled(begin)) {
+    addPoint(begin);
+    ++begin;
+  }
+  if (begin == end) return;
+  if (!projection_.isFinite(begin)) return addBroken(begin, end); // also where a clamp leaves no number
+  const float* const samples = projection_.samples();
+  const std::int32_t cuts[] = {0, static_cast<std::int32_t>(end - begin)};
+  float low = 0, high = 0;
+  if (!findBlockExtremes(samples + begin, cuts, 1, &low, &high)) return addBroken(begin, end);
+  addExtremes(begin, end, low, high);
+}
+
+/// Samples of one column, none of which breaks the line.
+void TraceReducer::addExtremes(std::int64_t begin, std::int64_t end, float low, float high) {
+  if (end - begin <= kFew) {
+    for (; begin < end; ++begin)
+      addPoint(begin);
+    return;
+  }
+  const float* const samples = projection_.samples();
+  std::int64_t lowest = std::find(samples + begin, samples + end, low) - samples;
+  std::int64_t highest = std::find(samples + begin, samples + end, high) - samples;
+  if (lowest > highest) std::swap(lowest, highest);
+  addPoint(begin);
+  // Between a column's lowest and highest sample a stroke covers the fill, and leaving them out makes a fill of dense
+  // data several times faster.
+  if (shape_ == TraceClip::Shape::Polygon) return addPoint(end - 1);
+  std::int64_t done = begin;
+  const auto keep = [&](std::int64_t i) {
+    if (i <= done) return;
+    addCurve(done, i);
+    addPoint(i);
+    done = i;
+  };
+  for (const std::int64_t extreme : {lowest, highest}) {
+    const bool isSpike = standsAlone(extreme, begin, end, double(high) - double(low));
+    if (isSpike) keep(extreme - 1);
+    keep(extreme);
+    if (isSpike) keep(std::min(extreme + 1, end - 1));
+  }
+  keep(end - 1);
+}
+
+/// True for an extreme of a column that its neighbours are far from: without them a spike would be as wide as the
+/// column.
+bool TraceReducer::standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, double range) const {
+  if (range * std::abs(trace_.yScale) < width_) return false;
+  const auto value = [&](std::int64_t k) { return double(trace_.samples[k]); };
+  const auto isFar = [&](std::int64_t neighbour) {
+    return neighbour < begin || neighbour >= end || std::abs(value(neighbour) - value(i)) > kAlone * range;
+  };
+  return isFar(i - 1) && isFar(i + 1);
+}
+
+/// Points between two that are kept, where the curve between them only rises or falls, in no great leaps, and bends
+/// on its way.
+void TraceReducer::addCurve(std::int64_t from, std::int64_t to) {
+  const std::int64_t count = to - from;
+  if (count < kLooks) return;
+  const auto value = [&](std::int64_t i) { return double(trace_.samples[i]); };
+  const double rise = value(to) - value(from);
+  const auto isLeap = [rise](double step) { return step * rise < 0 || std::abs(step) > kLeap * std::abs(rise); };
+  for (std::int64_t look = 0; look < kLooks; ++look) {
+    if (isLeap(value(from + count * (look + 1) / kLooks) - value(from + count * look / kLooks))) return;
+  }
+  const std::int64_t middle = from + count / 2;
+  const double chord = value(from) + rise * double(middle - from) / double(count);
+  if (!(std::abs(value(middle) - chord) * std::abs(trace_.yScale) > kBend)) return;
+  constexpr std::int64_t kParts = 4;
+  for (std::int64_t part = 1; part < kParts; ++part)
+    addPoint(from + count * part / kParts);
+}
+
+/// Few samples, or samples between gaps.
+void TraceReducer::addBroken(std::int64_t begin, std::int64_t end) {
+  while (begin < end) {
+    if (breaks(begin)) {
+      clip_.endLine();
+      ++begin;
+      continue;
+    }
+    std::int64_t stop = begin + 1;
+    while (stop < end && !breaks(stop))
+      ++stop;
+    if (stop - begin > kFew)
+      addBlock(begin, stop);
+    else
+      for (; begin < stop; ++begin)
+        addPoint(begin);
+    begin = stop;
+  }
+}
+
+std::vector<QPolygonF> reduceInside(const Trace& trace, double columnWidth, double origin, const QRectF& box,
+                                    TraceClip::Shape shape) {
+  if (!(columnWidth > 0) || trace.isEmpty() || !(box.width() > 0) || !(box.height() > 0)) return {};
+  return TraceReducer(trace, columnWidth, origin, box, shape).reduce();
+}
+
+} // namespace
+
+std::vector<QPolygonF> reduceTrace(const Trace& trace, double columnWidth, const QRectF& clip, double margin) {
+  const QRectF inside = clip.normalized();
+  return reduceInside(trace, columnWidth, inside.left(), inside.adjusted(-margin, -margin, margin, margin),
+                      TraceClip::Shape::Line);
+}
+
+std::vector<QPolygonF> traceAreas(const Trace& trace, double columnWidth, const QRectF& clip) {
+  const QRectF inside = clip.normalized();
+  return reduceInside(trace, columnWidth, inside.left(), inside, TraceClip::Shape::Polygon);
+}
+
+} // namespace xov

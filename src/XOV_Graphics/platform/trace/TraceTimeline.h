@@ -1,0 +1,61 @@
+#pragma once
+
+#include "XOV_Graphics/platform/Trace.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace xov {
+
+/// Consecutive samples whose times lie a constant step apart: t(i) = start + (i - first) · step, for
+/// first <= i < first + count.
+struct TimePiece {
+  std::int64_t first = 0;
+  std::int64_t count = 0;
+  double start = 0;
+  double step = 0;
+};
+
+/// The times of a trace's samples, reachable at any index without walking there.
+///
+/// Adding a constant in single precision moves by the same amount at every step while the sum stays inside one power
+/// of two: both ends lie on the same grid, so the rounding is the same each time. An accumulated time is therefore a
+/// few straight pieces, at most a handful for each power of two that it crosses, and they are exact.
+class TraceTimeline {
+public:
+  explicit TraceTimeline(const Trace& trace);
+
+  /// The samples that have a finite time are first() <= i < last(); explicit times may have gaps in between.
+  std::int64_t first() const { return first_; }
+  std::int64_t last() const { return last_; }
+
+  /// The time of sample i, exactly as TraceTime describes it; first() <= i < last().
+  float time(std::int64_t i) const;
+
+  /// True when some time lies before the time of an earlier sample.
+  bool decreases() const { return decreases_; }
+  /// True when an explicit time between first() and last() is not finite.
+  bool hasGaps() const { return hasGaps_; }
+
+  /// The straight pieces, in order and without gaps between them; none for explicit times. A uniform time is one
+  /// piece, which its rounded times follow within pieceError().
+  const std::vector<TimePiece>& pieces() const { return pieces_; }
+  /// The index into pieces() of the piece that holds sample i.
+  std::size_t pieceAt(std::int64_t i) const;
+  /// How far, at most, the rounded times of samples a <= i <= b are from their pieces.
+  double pieceError(std::int64_t a, std::int64_t b) const;
+
+private:
+  void setUniform();
+  void setAccumulated();
+  void setExplicit();
+
+  TraceTime time_;
+  std::int64_t first_ = 0;
+  std::int64_t last_ = 0;
+  bool decreases_ = false;
+  bool hasGaps_ = false;
+  std::vector<TimePiece> pieces_;
+};
+
+} // namespace xov

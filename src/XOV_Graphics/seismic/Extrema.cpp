@@ -1,0 +1,61 @@
+#include "XOV_Graphics/seismic/Extrema.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace xov {
+
+namespace {
+
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+// Independent running extremes, so that the compiler may keep them in one vector register each.
+constexpr std::size_t kLanes = 16;
+
+// A comparison with NaN is false, so with the new value on the left a NaN never replaces a running extreme; this is
+// also the order of operands of the processor's own minimum and maximum instructions.
+float lower(float value, float running) { return value < running ? value : running; }
+float higher(float value, float running) { return value > running ? value : running; }
+
+Extrema extremaWithoutNaN(std::span<const float> values) {
+  std::array<float, kLanes> low;
+  std::array<float, kLanes> high;
+  low.fill(kInfinity);
+  high.fill(-kInfinity);
+  std::size_t i = 0;
+  for (; i + kLanes <= values.size(); i += kLanes) {
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+      low[lane] = lower(values[i + lane], low[lane]);
+      high[lane] = higher(values[i + lane], high[lane]);
+    }
+  }
+  for (; i < values.size(); ++i) {
+    low[0] = lower(values[i], low[0]);
+    high[0] = higher(values[i], high[0]);
+  }
+  return {*std::min_element(low.begin(), low.end()), *std::max_element(high.begin(), high.end())};
+}
+
+Extrema extremaWithoutInfinities(std::span<const float> values) {
+  Extrema extrema{kInfinity, -kInfinity};
+  for (const float value : values) {
+    if (!std::isfinite(value)) continue;
+    extrema.min = lower(value, extrema.min);
+    extrema.max = higher(value, extrema.max);
+  }
+  return extrema;
+}
+
+} // namespace
+
+Extrema finiteExtrema(std::span<const float> values) {
+  Extrema extrema = extremaWithoutNaN(values);
+  if (std::isfinite(extrema.min) && std::isfinite(extrema.max)) return extrema;
+  extrema = extremaWithoutInfinities(values);
+  if (extrema.min > extrema.max) return {};
+  return extrema;
+}
+
+} // namespace xov

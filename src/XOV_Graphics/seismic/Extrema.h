@@ -1,0 +1,19 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+
+#include <span>
+
+namespace xov {
+
+/// Smallest and largest value of a series.
+struct XOV_EXPORT Extrema {
+  float min = 0;
+  float max = 0;
+};
+
+/// The extremes of the finite values; both 0 when there is none. One pass over the data, a second one only when it
+/// holds an infinity.
+XOV_EXPORT Extrema finiteExtrema(std::span<const float> values);
+
+} // namespace xov

@@ -1,0 +1,194 @@
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+
+#include "XOV_Graphics/seismic/Geodesy.h"
+#include "XOV_Graphics/seismic/Picks.h"
+#include "XOV_Graphics/seismic/UtcTime.h"
+
+#include <QFileInfo>
+#include <QLocale>
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace xov {
+
+namespace {
+
+struct Pick {
+  float SacHeader::*time;
+  SacText<8> SacHeader::*label;
+};
+
+// In the order of the pick keys.
+constexpr Pick kPicks[] = {
+    {&SacHeader::t0, &SacHeader::kt0}, {&SacHeader::t1, &SacHeader::kt1}, {&SacHeader::t2, &SacHeader::kt2},
+    {&SacHeader::t3, &SacHeader::kt3}, {&SacHeader::t4, &SacHeader::kt4}, {&SacHeader::t5, &SacHeader::kt5},
+    {&SacHeader::t6, &SacHeader::kt6}, {&SacHeader::t7, &SacHeader::kt7}, {&SacHeader::t8, &SacHeader::kt8},
+    {&SacHeader::t9, &SacHeader::kt9}, {&SacHeader::a, &SacHeader::ka},   {&SacHeader::f, &SacHeader::kf},
+};
+static_assert(std::size(kPicks) == std::size_t(kEndOfSignalKey) + 1);
+static_assert(kFirstArrivalKey == kTimePickCount && kEndOfSignalKey == kFirstArrivalKey + 1);
+
+const Pick* pickWithKey(int key) { return key >= 0 && key <= kEndOfSignalKey ? &kPicks[key] : nullptr; }
+
+// Programs that add up single-precision intervals miss the end by more than a sample in long files.
+constexpr double kEndTolerance = 1e-4;
+
+constexpr double kLargestFloat = double(std::numeric_limits<float>::max());
+
+/// The stored end time where it is plausible, else the computed one.
+double endTime(double stored, double b, double delta, int npts) {
+  if (!(delta > 0) || npts < 1) return b;
+  const double duration = double(npts - 1) * delta;
+  const double tolerance = std::max(delta, kEndTolerance * duration);
+  return isDefined(stored) && std::abs(stored - (b + duration)) <= tolerance ? stored : b + duration;
+}
+
+constexpr double kMillisecondsPerSecond = 1000.0;
+constexpr qint64 kMillisecondsPerTenth = 100;
+// A century: an offset beyond it is damage, not an origin time.
+constexpr double kLongestOffsetSeconds = 3.2e9;
+
+QString originTimeText(const QDateTime& reference, double offsetSeconds) {
+  if (!reference.isValid() || !isDefined(offsetSeconds) || std::abs(offsetSeconds) > kLongestOffsetSeconds) return {};
+  const qint64 offset = std::llround(offsetSeconds * kMillisecondsPerSecond);
+  const qint64 exact = reference.toMSecsSinceEpoch() + offset;
+  // Rounds half up, also before 1970.
+  const qint64 shifted = exact + kMillisecondsPerTenth / 2;
+  const qint64 remainder = ((shifted % kMillisecondsPerTenth) + kMillisecondsPerTenth) % kMillisecondsPerTenth;
+  const QDateTime rounded = QDateTime::fromMSecsSinceEpoch(shifted - remainder, Qt::UTC);
+  const qint64 tenths = rounded.time().msec() / kMillisecondsPerTenth;
+  return QLocale::c().toString(rounded, QStringLiteral("yyyy/MM/dd HH:mm:ss.")) + QString::number(tenths);
+}
+
+float definedOr(float stored, double computed) { return isDefined(stored) ? stored : float(computed); }
+
+/// Distance and directions from the coordinates, unset where they are.
+GreatCircle computedGeometry(const SacFooter& at) {
+  if (!isGeographicPoint(at.evla, at.evlo) || !isGeographicPoint(at.stla, at.stlo))
+    return {kUndefinedValue, kUndefinedValue, kUndefinedValue};
+  return greatCircle(at.evla, at.evlo, at.stla, at.stlo);
+}
+
+} // namespace
+
+SacSeismogram::SacSeismogram() : SacSeismogram(SacHeader(), {}) {}
+
+SacSeismogram::SacSeismogram(const SacHeader& header, std::vector<float> samples, QString path,
+                             std::optional<SacFooter> precise)
+    : header_(header),
+      samples_(std::move(samples)),
+      path_(std::move(path)) {
+  if (precise) {
+    precise_ = *precise;
+    refineHeader(header_, precise_);
+  } else {
+    precise_ = footerFromHeader(header_);
+  }
+  if (!isDefined(header_.b)) {
+    header_.b = 0;
+    precise_.b = 0;
+  }
+  fitHeaderToSamples();
+  referenceTime_ = std::make_shared<UtcTime>(referenceTime(header_));
+}
+
+SacSeismogram::~SacSeismogram() = default;
+
+void SacSeismogram::fitHeaderToSamples() {
+  header_.npts = int(std::min(samples_.size(), std::size_t(std::numeric_limits<int>::max())));
+  precise_.e = endTime(precise_.e, precise_.b, precise_.delta, header_.npts);
+  header_.e = float(std::clamp(precise_.e, -kLargestFloat, kLargestFloat));
+  ComputeExtrema();
+}
+
+void SacSeismogram::setSamples(std::vector<float> samples) {
+  samples_ = std::move(samples);
+  precise_.e = kUndefinedValue;
+  fitHeaderToSamples();
+}
+
+std::span<float> SacSeismogram::samples() { return samples_; }
+
+std::span<const float> SacSeismogram::samples() const { return samples_; }
+
+const SacFooter& SacSeismogram::preciseValues() const { return precise_; }
+
+const float* SacSeismogram::GetSacSeis() const { return samples_.data(); }
+
+int SacSeismogram::npts() const { return header_.npts; }
+
+float SacSeismogram::delta() const { return header_.delta; }
+
+float SacSeismogram::b() const { return header_.b; }
+
+float SacSeismogram::e() const { return header_.e; }
+
+float SacSeismogram::a() const { return header_.a; }
+
+float SacSeismogram::smin() const { return extrema_.min; }
+
+float SacSeismogram::smax() const { return extrema_.max; }
+
+float SacSeismogram::absMax() const { return std::max(std::abs(extrema_.min), std::abs(extrema_.max)); }
+
+void SacSeismogram::ComputeExtrema() {
+  extrema_ = finiteExtrema(samples_);
+  header_.depmin = extrema_.min;
+  header_.depmax = extrema_.max;
+}
+
+QString SacSeismogram::kstnm() const { return header_.kstnm.text(); }
+
+QString SacSeismogram::knetwk() const { return header_.knetwk.text(); }
+
+QString SacSeismogram::kcmpnm() const { return header_.kcmpnm.text(); }
+
+QString SacSeismogram::khole() const { return header_.khole.text(); }
+
+QString SacSeismogram::kuser0() const { return header_.kuser0.text(); }
+
+float SacSeismogram::gcarc() const { return definedOr(header_.gcarc, computedGeometry(precise_).distanceDeg); }
+
+float SacSeismogram::azimuth() const { return definedOr(header_.az, computedGeometry(precise_).azimuthDeg); }
+
+float SacSeismogram::backazimuth() const { return definedOr(header_.baz, computedGeometry(precise_).backAzimuthDeg); }
+
+float SacSeismogram::evdp() const { return header_.evdp; }
+
+QString SacSeismogram::flinnEngdahlString() const { return coordinatesText(precise_.evla, precise_.evlo); }
+
+QString SacSeismogram::flinnEngdahlGeographicRegion() const { return flinnEngdahlString(); }
+
+QString SacSeismogram::oTimeString() const { return originTimeText(referenceTime_->nsDate(), precise_.o); }
+
+float SacSeismogram::originTimeOffset() const { return header_.o; }
+
+float SacSeismogram::pTime() const { return header_.a; }
+
+float SacSeismogram::timePickKey(int key) const {
+  const Pick* pick = pickWithKey(key);
+  return pick ? header_.*pick->time : kUndefinedValue;
+}
+
+QString SacSeismogram::pickLabelWithKey(int key) const {
+  const Pick* pick = pickWithKey(key);
+  const QString label = pick ? (header_.*pick->label).text() : QString();
+  return label.isEmpty() ? QString::fromLatin1(kUndefinedLabel) : label;
+}
+
+std::shared_ptr<SeisTime> SacSeismogram::mySeisReferenceTime() const { return referenceTime_; }
+
+const SacHeader* SacSeismogram::GetSacHeader() const { return &header_; }
+
+QString SacSeismogram::labelString() const {
+  const QStringList codes{knetwk(), kstnm(), khole(), kcmpnm()};
+  if (codes.join(QString()).isEmpty()) return QFileInfo(path_).fileName();
+  return codes.join(QLatin1Char('.'));
+}
+
+QString SacSeismogram::path() const { return path_; }
+
+} // namespace xov

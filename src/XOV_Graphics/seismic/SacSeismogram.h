@@ -1,0 +1,106 @@
+#pragma once
+
+#include "XOV_Graphics/seismic/Extrema.h"
+#include "XOV_Graphics/seismic/SacFooter.h"
+#include "XOV_Graphics/seismic/SacHeader.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+
+#include <optional>
+#include <span>
+
+namespace xov {
+
+/// A trace held in memory: samples, and a SAC header for everything else. Readers return it, and a host without files
+/// fills a header and hands it over with its samples:
+///
+///     SacHeader header;
+///     header.delta = 0.05F;
+///     header.b = 0;
+///     header.kstnm = "TLY";
+///     auto trace = std::make_shared<SacSeismogram>(header, samples);
+///
+/// A record is valid whatever the header holds; unset values come back as the interface says.
+class XOV_EXPORT SacSeismogram : public SeismogramRecord {
+public:
+  /// An empty trace with an unset header.
+  SacSeismogram();
+
+  /// Takes over the samples. Of the header, npts, depmin and depmax are set to fit them (at most 2147483647 samples
+  /// are seen), b to 0 where it is not set, and e to b + (npts - 1) · delta where it is not set or not within reach
+  /// of that time (one sample, or a ten-thousandth of the duration). `path` is the file that the trace came from.
+  /// With `precise`, its double-precision values replace those of the header.
+  explicit SacSeismogram(const SacHeader& header, std::vector<float> samples, QString path = {},
+                         std::optional<SacFooter> precise = {});
+  ~SacSeismogram() override;
+
+  /// Takes over other samples, sets npts, e, depmin and depmax to fit them and computes the extremes.
+  void setSamples(std::vector<float> samples);
+  /// The samples, which may be changed in place. Send ComputeExtrema() afterwards.
+  std::span<float> samples();
+  std::span<const float> samples() const;
+  /// The header's times and coordinates in double precision: as given to the constructor, else the header's own.
+  const SacFooter& preciseValues() const;
+
+  const float* GetSacSeis() const override;
+  int npts() const override;
+  /// Sample interval as the header has it, also when that is unset or not positive.
+  float delta() const override;
+  float b() const override;
+  float e() const override;
+  float a() const override;
+
+  /// Smallest finite sample; 0 when there is none.
+  float smin() const override;
+  /// Largest finite sample; 0 when there is none.
+  float smax() const override;
+  /// The larger of |smin| and |smax|.
+  float absMax() const override;
+  void ComputeExtrema() override;
+
+  /// Text fields without padding; empty when unset.
+  QString kstnm() const override;
+  QString knetwk() const override;
+  QString kcmpnm() const override;
+  QString khole() const override;
+  QString kuser0() const override;
+
+  /// Distance and directions as the header has them. Where it has not, and it has the coordinates of event and
+  /// station, they come from greatCircle().
+  float gcarc() const override;
+  float azimuth() const override;
+  float backazimuth() const override;
+  /// Depth as the header has it: km by the format's definition, though files with metres exist.
+  float evdp() const override;
+  /// The event's coordinates as text (coordinatesText()), since no table of the regions is at hand; empty when they
+  /// are not set.
+  QString flinnEngdahlString() const override;
+  QString flinnEngdahlGeographicRegion() const override;
+  /// Reference time plus origin time offset, rounded to a tenth of a second, as "2011/03/11 05:46:23.7" (UTC). Empty
+  /// when either is unknown.
+  QString oTimeString() const override;
+
+  float originTimeOffset() const override;
+  float pTime() const override;
+  float timePickKey(int key) const override;
+  QString pickLabelWithKey(int key) const override;
+
+  std::shared_ptr<SeisTime> mySeisReferenceTime() const override;
+  const SacHeader* GetSacHeader() const override;
+
+  /// Network, station, location and component joined by points, as "II.TLY.00.BHZ" (a missing one is left empty);
+  /// where all four are missing, the name of the file without its folders.
+  QString labelString() const override;
+  QString path() const override;
+
+private:
+  void fitHeaderToSamples();
+
+  SacHeader header_;
+  SacFooter precise_;
+  std::vector<float> samples_;
+  QString path_;
+  Extrema extrema_;
+  std::shared_ptr<SeisTime> referenceTime_;
+};
+
+} // namespace xov

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+
+#include <QDateTime>
+
+#include <optional>
+
+namespace xov {
+
+/// When a record's first sample was taken, in seconds since 1970 (UTC); nothing when its reference time is unknown.
+/// In double precision where the record has it.
+XOV_EXPORT std::optional<double> startSeconds(const SeismogramRecord& record);
+
+/// The record's sample interval in seconds, in double precision where the record has it.
+XOV_EXPORT double intervalSeconds(const SeismogramRecord& record);
+
+/// The record with all its times (samples, origin, picks) counted from `reference`, to the millisecond: a copy, or
+/// the record itself when it counts from there already or when one of the two times is unknown.
+XOV_EXPORT std::shared_ptr<SeismogramRecord> onTimeAxis(const std::shared_ptr<SeismogramRecord>& record,
+                                                        const QDateTime& reference);
+
+/// The pieces of a recording as a page of rows takes them, which has one time axis for all: sorted by their starts,
+/// with all times counted from the reference time of the first. Records whose time is unknown come last, as they are;
+/// null ones are left out.
+XOV_EXPORT SeismogramArray consecutivePieces(SeismogramArray records);
+
+} // namespace xov

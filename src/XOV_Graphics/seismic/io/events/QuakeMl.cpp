@@ -1,0 +1,219 @@
+#include "XOV_Graphics/seismic/io/events/QuakeMl.h"
+
+#include "XOV_Graphics/base/LeftOut.h"
+#include "XOV_Graphics/base/TimeText.h"
+#include "XOV_Graphics/seismic/MagnitudeScale.h"
+#include "XOV_Graphics/seismic/io/events/EventNumbers.h"
+
+#include <QXmlStreamReader>
+
+#include <algorithm>
+
+namespace xov {
+
+namespace {
+
+constexpr double kKilometresPerMetre = 1e-3;
+
+struct Origin {
+  QString id;
+  QDateTime time;
+  float latitudeDeg = kUndefinedValue;
+  float longitudeDeg = kUndefinedValue;
+  float depthKm = kUndefinedValue;
+  QString problem; ///< the first; empty when the origin can be used
+};
+
+struct Magnitude {
+  QString id;
+  EventMagnitude magnitude;
+};
+
+struct Event {
+  QString preferredOrigin;
+  QString preferredMagnitude;
+  std::vector<Origin> origins;
+  std::vector<Magnitude> magnitudes;
+  QString name;
+  bool isNamedAfterRegion = false;
+  QString problem;
+};
+
+class QuakeMlParser {
+public:
+  QuakeMlParser(QIODevice& device, const QString& name) : xml_(&device), name_(name), leftOut_(name, "event") {}
+
+  Result<EventFile> run() {
+    readDocument();
+    if (xml_.hasError())
+      return Error{name_ + ": line " + QString::number(xml_.lineNumber()) + ": " + xml_.errorString().simplified()};
+    if (leftOut_.isAll()) return leftOut_.error();
+    file_.notes = leftOut_.notes();
+    return std::move(file_);
+  }
+
+private:
+  void readDocument() {
+    while (!xml_.atEnd()) {
+      const QXmlStreamReader::TokenType token = xml_.readNext();
+      if (token == QXmlStreamReader::DTD && !xml_.entityDeclarations().isEmpty()) {
+        xml_.raiseError(QStringLiteral("the document declares entities, which QuakeML has none of"));
+      } else if (token == QXmlStreamReader::StartElement) {
+        if (xml_.name() == QLatin1String("quakeml")) {
+          readChildren("eventParameters", [&] { readChildren("event", [&] { readEvent(); }); });
+        } else {
+          xml_.raiseError("found <" + xml_.name().toString() + ">, expected <quakeml>");
+        }
+      }
+    }
+  }
+
+  /// Calls `read` at each child element of that name, which it must read to its end, and skips the others.
+  template <typename Read>
+  void readChildren(const char* name, Read read) {
+    while (xml_.readNextStartElement()) {
+      if (xml_.name() == QLatin1String(name)) {
+        read();
+      } else {
+        xml_.skipCurrentElement();
+      }
+    }
+  }
+
+  QString text() { return xml_.readElementText(QXmlStreamReader::SkipChildElements).trimmed(); }
+
+  /// The text of the element <value> in the current one.
+  QString value() {
+    QString found;
+    readChildren("value", [&] { found = text(); });
+    return found;
+  }
+
+  QString id() const { return xml_.attributes().value(QLatin1String("publicID")).toString(); }
+
+  void readEvent() {
+    const qint64 line = xml_.lineNumber();
+    Event event;
+    while (xml_.readNextStartElement()) {
+      const QStringView element = xml_.name();
+      if (element == QLatin1String("preferredOriginID")) {
+        event.preferredOrigin = text();
+      } else if (element == QLatin1String("preferredMagnitudeID")) {
+        event.preferredMagnitude = text();
+      } else if (element == QLatin1String("description")) {
+        readDescription(event);
+      } else if (element == QLatin1String("origin")) {
+        event.origins.push_back(readOrigin());
+      } else if (element == QLatin1String("magnitude")) {
+        readMagnitude(event);
+      } else {
+        xml_.skipCurrentElement();
+      }
+    }
+    if (!xml_.hasError()) addEvent(std::move(event), line);
+  }
+
+  void readDescription(Event& event) {
+    QString described;
+    QString type;
+    while (xml_.readNextStartElement()) {
+      if (xml_.name() == QLatin1String("text")) {
+        described = text();
+      } else if (xml_.name() == QLatin1String("type")) {
+        type = text();
+      } else {
+        xml_.skipCurrentElement();
+      }
+    }
+    const bool isRegion = type == QLatin1String("region name") || type == QLatin1String("Flinn-Engdahl region");
+    if (described.isEmpty() || !(event.name.isEmpty() || (isRegion && !event.isNamedAfterRegion))) return;
+    event.name = described;
+    event.isNamedAfterRegion = isRegion;
+  }
+
+  Origin readOrigin() {
+    Origin origin;
+    origin.id = id();
+    const auto note = [&](const QString& problem) {
+      if (origin.problem.isEmpty()) origin.problem = problem;
+    };
+    while (xml_.readNextStartElement()) {
+      const QStringView element = xml_.name();
+      if (element == QLatin1String("time")) {
+        const QString written = value();
+        if (const auto time = parseUtcTime(written)) {
+          origin.time = *time;
+        } else {
+          note(unreadableTime(written));
+        }
+      } else if (element == QLatin1String("latitude")) {
+        note(takeEventNumber(kEventLatitude, value(), 1, origin.latitudeDeg));
+      } else if (element == QLatin1String("longitude")) {
+        note(takeEventNumber(kEventLongitude, value(), 1, origin.longitudeDeg));
+      } else if (element == QLatin1String("depth")) {
+        note(takeEventNumber(kEventDepthKm, value(), kKilometresPerMetre, origin.depthKm));
+      } else {
+        xml_.skipCurrentElement();
+      }
+    }
+    if (!origin.time.isValid()) note(QStringLiteral("an origin without a time"));
+    return origin;
+  }
+
+  void readMagnitude(Event& event) {
+    Magnitude found{id(), {}};
+    while (xml_.readNextStartElement()) {
+      if (xml_.name() == QLatin1String("mag")) {
+        const QString problem = takeEventNumber(kEventMagnitude, value(), 1, found.magnitude.value);
+        if (event.problem.isEmpty()) event.problem = problem;
+      } else if (xml_.name() == QLatin1String("type")) {
+        found.magnitude.type = text();
+      } else {
+        xml_.skipCurrentElement();
+      }
+    }
+    if (isDefined(found.magnitude.value)) event.magnitudes.push_back(found);
+  }
+
+  /// The preferred origin, else the first without a problem, else the first; null when there is none.
+  static const Origin* bestOrigin(const Event& event) {
+    const std::vector<Origin>& origins = event.origins;
+    const auto preferred = std::ranges::find(origins, event.preferredOrigin, &Origin::id);
+    if (!event.preferredOrigin.isEmpty() && preferred != origins.end()) return &*preferred;
+    const auto sound = std::ranges::find_if(origins, &QString::isEmpty, &Origin::problem);
+    if (sound != origins.end()) return &*sound;
+    return origins.empty() ? nullptr : &origins.front();
+  }
+
+  void addEvent(Event event, qint64 line) {
+    const Origin* const origin = bestOrigin(event);
+    if (!origin) event.problem = QStringLiteral("an event without an origin");
+    if (origin && event.problem.isEmpty()) event.problem = origin->problem;
+    leftOut_.count(line, event.problem);
+    if (!event.problem.isEmpty()) return;
+    HypocentreValues values;
+    values.originTime = origin->time;
+    values.latitudeDeg = origin->latitudeDeg;
+    values.longitudeDeg = origin->longitudeDeg;
+    values.depthKm = origin->depthKm;
+    values.name = event.name;
+    const auto preferred = std::ranges::find(event.magnitudes, event.preferredMagnitude, &Magnitude::id);
+    std::vector<EventMagnitude> magnitudes;
+    std::ranges::transform(event.magnitudes, std::back_inserter(magnitudes), &Magnitude::magnitude);
+    const bool hasPreferred = !event.preferredMagnitude.isEmpty() && preferred != event.magnitudes.end();
+    setMagnitudes(values, std::move(magnitudes),
+                  hasPreferred ? std::optional(std::size_t(preferred - event.magnitudes.begin())) : std::nullopt);
+    file_.events.push_back(std::make_shared<Hypocentre>(std::move(values)));
+  }
+
+  QXmlStreamReader xml_;
+  QString name_;
+  LeftOut leftOut_;
+  EventFile file_;
+};
+
+} // namespace
+
+Result<EventFile> readQuakeMl(QIODevice& device, const QString& name) { return QuakeMlParser(device, name).run(); }
+
+} // namespace xov

@@ -1,0 +1,267 @@
+#include "XOV_Graphics/seismic/io/mseed/MiniSeed.h"
+
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedSamples.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace xov {
+
+namespace {
+
+constexpr std::int64_t kMicrosecondsPerMillisecond = 1000;
+constexpr qsizetype kMostNamedChannels = 8; // in a note
+
+/// An unbroken piece of a channel: its records, in time order, and their samples one after the other.
+struct Piece {
+  std::vector<std::size_t> records;
+  std::vector<float> samples;
+};
+
+/// Where the samples of a record go.
+struct Place {
+  std::size_t piece = 0;
+  std::size_t first = 0;
+  bool isFilled = false;
+};
+
+std::int64_t millisecondsBefore(std::int64_t us) {
+  return us / kMicrosecondsPerMillisecond - (us % kMicrosecondsPerMillisecond < 0 ? 1 : 0);
+}
+
+SacText<8> sacText(const QString& text) { return SacText<8>(std::string_view(text.toStdString())); }
+
+/// Turns the records of an index into traces.
+class Assembly {
+public:
+  Assembly(FileWindow& file, MiniSeedIndex& index, QString path)
+      : file_(file),
+        index_(index),
+        path_(std::move(path)),
+        places_(index.records.size()) {}
+
+  SeismogramArray run() {
+    std::vector<std::vector<std::size_t>> recordsOf(index_.channels.size());
+    for (std::size_t i = 0; i < index_.records.size(); ++i)
+      recordsOf[record(i).channel].push_back(i);
+    for (std::vector<std::size_t>& records : recordsOf)
+      plan(inOrder(std::move(records)));
+    decode();
+    SeismogramArray traces;
+    auto piece = pieces_.begin();
+    for (std::size_t channel = 0; channel < index_.channels.size(); ++channel) {
+      std::vector<Stretch> stretches;
+      for (; piece != pieces_.end() && channelOf(*piece) == channel; ++piece)
+        appendStretches(*piece, stretches);
+      appendTraces(channel, stretches, traces);
+    }
+    return traces;
+  }
+
+  qint64 repeatedCount() const { return repeatedCount_; }
+
+private:
+  const IndexedRecord& record(std::size_t i) const { return index_.records[i]; }
+  std::size_t channelOf(const Piece& piece) const { return record(piece.records.front()).channel; }
+
+  /// The records of a channel in time order, each of those that are there more than once just once.
+  std::vector<std::size_t> inOrder(std::vector<std::size_t> order) {
+    const auto identity = [&](std::size_t i) {
+      return std::make_tuple(record(i).span.startUs, record(i).contents, record(i).length);
+    };
+    std::ranges::stable_sort(order, {}, identity);
+    const auto isRepeated = [&](std::size_t left, std::size_t right) { return identity(left) == identity(right); };
+    const auto end = std::unique(order.begin(), order.end(), isRepeated);
+    repeatedCount_ += order.end() - end;
+    order.erase(end, order.end());
+    std::ranges::sort(order, {}, [&](std::size_t i) { return std::make_pair(record(i).span.startUs, i); });
+    return order;
+  }
+
+  /// Plans the pieces of a channel.
+  void plan(const std::vector<std::size_t>& order) {
+    std::vector<RecordSpan> spans;
+    spans.reserve(order.size());
+    for (const std::size_t i : order)
+      spans.push_back(record(i).span);
+    for (const std::vector<std::size_t>& joined : joinRecords(spans)) {
+      Piece piece;
+      std::size_t count = 0;
+      for (const std::size_t ordinal : joined) {
+        const std::size_t i = order[ordinal];
+        piece.records.push_back(i);
+        places_[i] = {pieces_.size(), count, false};
+        count += std::size_t(record(i).span.sampleCount);
+      }
+      piece.samples.resize(count);
+      pieces_.push_back(std::move(piece));
+    }
+  }
+
+  /// Fills the samples of all pieces in one walk through the file.
+  void decode() {
+    std::vector<std::size_t> wanted;
+    for (const Piece& piece : pieces_)
+      wanted.insert(wanted.end(), piece.records.begin(), piece.records.end());
+    std::ranges::sort(wanted);
+    MiniSeedSamples samples;
+    for (const std::size_t i : wanted) {
+      const Status status = decodeRecord(samples, i);
+      places_[i].isFilled = bool(status);
+      if (!status) index_.damagedRecords.add(record(i).offset, status.error());
+    }
+  }
+
+  Status decodeRecord(MiniSeedSamples& samples, std::size_t i) {
+    const IndexedRecord& indexed = record(i);
+    const QByteArrayView view = file_.at(indexed.offset, std::max<qsizetype>(indexed.length, kMiniSeedChainBytes));
+    const MiniSeedFinding finding = findMiniSeedRecord(view, view.size());
+    // The file may have changed since its headers were read.
+    if (finding.kind != MiniSeedFinding::Kind::Record || finding.record.length != indexed.length ||
+        finding.record.sampleCount != indexed.span.sampleCount)
+      return Error{QStringLiteral("the file has changed while it was read")};
+    std::vector<float>& all = pieces_[places_[i].piece].samples;
+    return samples.decode(finding.record, view.first(indexed.length),
+                          std::span(all).subspan(places_[i].first, std::size_t(indexed.span.sampleCount)));
+  }
+
+  /// A stretch of a piece without a record that could not be decoded.
+  struct Stretch {
+    std::vector<RecordSpan> records;
+    std::vector<float> samples;
+  };
+
+  /// Takes the piece's samples.
+  void appendStretches(Piece& piece, std::vector<Stretch>& all) {
+    const auto isFilled = [&](std::size_t i) { return places_[i].isFilled; };
+    if (std::ranges::all_of(piece.records, isFilled)) {
+      Stretch& stretch = all.emplace_back();
+      for (const std::size_t i : piece.records)
+        stretch.records.push_back(record(i).span);
+      stretch.samples = std::move(piece.samples);
+      return;
+    }
+    bool open = false;
+    for (const std::size_t i : piece.records) {
+      if (isFilled(i)) {
+        Stretch& stretch = open ? all.back() : all.emplace_back();
+        stretch.records.push_back(record(i).span);
+        const auto first = piece.samples.begin() + std::ptrdiff_t(places_[i].first);
+        stretch.samples.insert(stretch.samples.end(), first, first + record(i).span.sampleCount);
+      }
+      open = isFilled(i);
+    }
+  }
+
+  SacHeader channelHeader(std::size_t channel) const {
+    const auto& [network, station, location, component] = index_.channels[channel];
+    SacHeader header;
+    header.knetwk = sacText(network);
+    header.kstnm = sacText(station);
+    header.khole = sacText(location);
+    header.kcmpnm = sacText(component);
+    header.iftype = kSacTimeSeries;
+    header.leven = 1;
+    return header;
+  }
+
+  /// Takes the stretches' samples.
+  void appendTraces(std::size_t channel, std::vector<Stretch>& stretches, SeismogramArray& traces) const {
+    if (stretches.empty()) return;
+    std::ranges::stable_sort(stretches, {}, [](const Stretch& stretch) { return stretch.records.front().startUs; });
+    const std::int64_t referenceMs = millisecondsBefore(stretches.front().records.front().startUs);
+    SacHeader header = channelHeader(channel);
+    setReferenceTime(header, QDateTime::fromMSecsSinceEpoch(referenceMs, Qt::UTC));
+    for (Stretch& stretch : stretches) {
+      const PieceTimes times = pieceTimes(stretch.records, referenceMs);
+      header.b = float(times.b);
+      header.delta = float(times.delta);
+      SacFooter precise = footerFromHeader(header);
+      precise.b = times.b;
+      precise.delta = times.delta;
+      traces.push_back(std::make_shared<SacSeismogram>(header, std::move(stretch.samples), path_, precise));
+    }
+  }
+
+  FileWindow& file_;
+  MiniSeedIndex& index_;
+  QString path_;
+  std::vector<Place> places_; // of every record of the index
+  std::vector<Piece> pieces_;
+  qint64 repeatedCount_ = 0;
+};
+
+QString placeText(const LossTally& losses) {
+  const QString place = "the first at byte " + QString::number(losses.firstOffset);
+  return losses.firstProblem.isEmpty() ? place : place + ": " + losses.firstProblem;
+}
+
+QString counted(qint64 count, const char* singular, const char* plural) {
+  return QString::number(count) + QLatin1Char(' ') + QLatin1String(count == 1 ? singular : plural);
+}
+
+QStringList lossNotes(const MiniSeedIndex& index, qint64 repeatedCount, const QString& name) {
+  QStringList notes;
+  if (const LossTally& damaged = index.damagedRecords; damaged.count > 0)
+    notes.append(name + ": " + QString::number(damaged.count) + " of " +
+                 counted(index.recordCount, "record", "records") + " left out, " + placeText(damaged));
+  if (const LossTally& stray = index.strayBytes; stray.count > 0)
+    notes.append(name + ": " + counted(stray.count, "byte", "bytes") + " between records left out, " +
+                 placeText(stray));
+  if (repeatedCount > 0)
+    notes.append(name + ": " + counted(repeatedCount, "record", "records") + " left out that the file holds twice");
+  return notes;
+}
+
+QString selectionNote(const MiniSeedIndex& index, const QString& name) {
+  QStringList names;
+  for (const ChannelCodes& codes : index.passedOver) {
+    if (names.size() == kMostNamedChannels) {
+      names.append(QStringLiteral("..."));
+      break;
+    }
+    names.append(channelName(codes));
+  }
+  return name + ": no channel is selected of " + names.join(QStringLiteral(", "));
+}
+
+Error nothingRead(const MiniSeedIndex& index, const QString& name) {
+  if (index.recordCount == 0) return Error{name + ": found no record of miniSEED 2"};
+  const QString count = counted(index.recordCount, "record", "records");
+  if (index.damagedRecords.count == 0) return Error{name + ": found no samples in " + count};
+  return Error{name + ": found nothing to read in " + count + "; damaged " +
+               QString::number(index.damagedRecords.count) + ", " + placeText(index.damagedRecords)};
+}
+
+bool isFullSeed(QByteArrayView head) { return head.startsWith("000001V "); }
+
+bool isMiniSeed3(QByteArrayView head) { return head.startsWith(QByteArrayView("MS\x03")); }
+
+} // namespace
+
+bool isMiniSeed(QByteArrayView head) {
+  return isFullSeed(head) || isMiniSeed3(head) || findMiniSeedStart(head, 0) < head.size();
+}
+
+Result<SeismogramFile> readMiniSeedDevice(QIODevice& device, const QString& name, const QString& path,
+                                          const SeismogramReadOptions& options) {
+  const Result<ChannelPatterns> patterns = ChannelPatterns::parse(options.channels);
+  if (!patterns) return Error{patterns.error()};
+  FileWindow file(device);
+  if (isMiniSeed3(file.at(0, kMiniSeedHeaderBytes))) return Error{name + ": found miniSEED 3, expected miniSEED 2"};
+  MiniSeedIndex index = indexMiniSeed(file, *patterns);
+  if (!index.isReadable) return Error{name + ": cannot be read: " + device.errorString()};
+
+  SeismogramFile found;
+  Assembly assembly(file, index, path);
+  found.records = assembly.run();
+  found.notes = lossNotes(index, assembly.repeatedCount(), name);
+  if (found.records.empty()) {
+    if (!index.channels.empty() || index.passedOver.empty()) return nothingRead(index, name);
+    found.notes.append(selectionNote(index, name));
+  }
+  return found;
+}
+
+} // namespace xov

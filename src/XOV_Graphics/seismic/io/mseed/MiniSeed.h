@@ -1,0 +1,20 @@
+#pragma once
+
+#include "XOV_Graphics/base/Result.h"
+#include "XOV_Graphics/seismic/SeismogramFile.h"
+
+#include <QByteArrayView>
+#include <QIODevice>
+
+namespace xov {
+
+/// Whether a file that begins so holds miniSEED: a record at the start or further on, the control headers that full
+/// SEED begins with, or a record of miniSEED 3.
+bool isMiniSeed(QByteArrayView head);
+
+/// Reads a miniSEED file from a device, which can be sequentially read twice. Errors and notes call it `name`; the
+/// records get `path`.
+Result<SeismogramFile> readMiniSeedDevice(QIODevice& device, const QString& name, const QString& path,
+                                          const SeismogramReadOptions& options);
+
+} // namespace xov

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "XOV_Graphics/base/FileWindow.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedPieces.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedRecord.h"
+
+namespace xov {
+
+/// Counts losses of one kind and keeps the first of them in the file.
+struct LossTally {
+  qint64 count = 0;
+  qint64 firstOffset = -1;
+  QString firstProblem;
+
+  void add(qint64 offset, const QString& problem, qint64 amount = 1);
+};
+
+/// A record with samples and where it lies in the file.
+struct IndexedRecord {
+  qint64 offset = 0;
+  std::size_t channel = 0;
+  int length = 0;
+  RecordSpan span;
+  std::size_t contents = 0; ///< hash of everything but the sequence number
+};
+
+/// What a miniSEED file holds, by its headers.
+struct MiniSeedIndex {
+  std::vector<ChannelCodes> channels;   ///< those selected, as they first appear
+  std::vector<ChannelCodes> passedOver; ///< those not selected, as they first appear
+  std::vector<IndexedRecord> records;   ///< those of the selected channels that hold samples, by offset
+  qint64 recordCount = 0;               ///< of all records, also damaged ones
+  LossTally damagedRecords;
+  LossTally strayBytes;   ///< bytes that belong to no record
+  bool isReadable = true; ///< false when the device failed before its end
+};
+
+/// Walks through a file from record to record.
+MiniSeedIndex indexMiniSeed(FileWindow& file, const ChannelPatterns& patterns);
+
+} // namespace xov

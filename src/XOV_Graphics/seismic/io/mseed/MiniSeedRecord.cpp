@@ -1,0 +1,293 @@
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedRecord.h"
+
+#include "XOV_Graphics/seismic/io/sac/SacChecks.h"
+
+#include <QDate>
+#include <QtEndian>
+
+#include <algorithm>
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+constexpr qsizetype kQualityByte = 6;
+constexpr qsizetype kCodesByte = 8;
+constexpr qsizetype kYearByte = 20;
+constexpr qsizetype kDayByte = 22;
+constexpr qsizetype kHourByte = 24;
+constexpr qsizetype kMinuteByte = 25;
+constexpr qsizetype kSecondByte = 26;
+constexpr qsizetype kFractionByte = 28;
+constexpr qsizetype kSampleCountByte = 30;
+constexpr qsizetype kRateFactorByte = 32;
+constexpr qsizetype kRateMultiplierByte = 34;
+constexpr qsizetype kActivityByte = 36;
+constexpr qsizetype kCorrectionByte = 40;
+constexpr qsizetype kDataOffsetByte = 44;
+constexpr qsizetype kChainByte = 46;
+
+constexpr int kCorrectionApplied = 0x02;
+constexpr int kFractionsPerSecond = 10000;
+constexpr std::int64_t kMicrosecondsPerFraction = 100;
+constexpr std::int64_t kMicrosecondsPerSecond = 1000000;
+constexpr std::int64_t kSecondsPerDay = 86400;
+
+// Years that digital recordings can be of; in the other byte order they are none.
+constexpr int kFirstYear = 1900;
+constexpr int kLastYear = 2100;
+constexpr int kLongestYear = 366;
+
+constexpr int kRateBlockette = 100;
+constexpr int kFormatBlockette = 1000;
+constexpr int kTimingBlockette = 1001;
+constexpr qsizetype kBlocketteHeaderBytes = 4;
+constexpr qsizetype kKnownBlocketteBytes = 8; // of those three, as far as they are read
+constexpr int kMostBlockettes = 255;          // the fixed header counts them in a byte
+
+constexpr int kShortestExponent = 7;
+constexpr int kLongestExponent = 20;
+static_assert(kLongestMiniSeedRecord == qsizetype(1) << kLongestExponent);
+constexpr qsizetype kShortestRecord = qsizetype(1) << kShortestExponent;
+
+// Beyond these, intervals and ends of records leave the numbers that hold them; no instrument comes near.
+constexpr double kLowestRateHz = 1e-6;
+constexpr double kHighestRateHz = 1e9;
+
+constexpr int kSteimFrameBytes = 64;
+constexpr int kSteimFrameWords = 15;      // of 16; the first one says what the others hold
+constexpr int kSteimIntegrationWords = 2; // of the first frame: its first and its last sample
+
+/// An encoding: how many bytes a sample takes, or for those in frames, how many samples a word holds at most.
+struct EncodingRow {
+  MiniSeedEncoding encoding;
+  const char* name;
+  int sampleBytes;
+  int samplesPerWord;
+};
+
+using Encoding = MiniSeedEncoding;
+constexpr EncodingRow kEncodings[] = {
+    {Encoding::Text, "text", 0, 0},
+    {Encoding::Int16, "16-bit integers", 2, 0},
+    {Encoding::Int32, "32-bit integers", 4, 0},
+    {Encoding::Float32, "32-bit floats", 4, 0},
+    {Encoding::Float64, "64-bit floats", 8, 0},
+    {Encoding::Steim1, "Steim1", 0, 4},
+    {Encoding::Steim2, "Steim2", 0, 7},
+    {Encoding::Geoscope24, "GEOSCOPE 24-bit", 3, 0},
+    {Encoding::Geoscope16Gain3, "GEOSCOPE 16-bit, 3-bit gain", 2, 0},
+    {Encoding::Geoscope16Gain4, "GEOSCOPE 16-bit, 4-bit gain", 2, 0},
+    {Encoding::Cdsn, "CDSN", 2, 0},
+    {Encoding::Sro, "SRO", 2, 0},
+    {Encoding::Dwwssn, "DWWSSN", 2, 0},
+};
+
+const EncodingRow* encodingRow(int number) {
+  for (const EncodingRow& row : kEncodings) {
+    if (int(row.encoding) == number) return &row;
+  }
+  return nullptr;
+}
+
+/// How many samples fit into that many bytes.
+int roomFor(const EncodingRow& row, int bytes) {
+  if (row.sampleBytes > 0) return bytes / row.sampleBytes;
+  const int words = bytes / kSteimFrameBytes * kSteimFrameWords - kSteimIntegrationWords;
+  return std::max(words, 0) * row.samplesPerWord;
+}
+
+/// The numbers of a header in its byte order.
+class HeaderNumbers {
+public:
+  HeaderNumbers(QByteArrayView bytes, QSysInfo::Endian order) : bytes_(bytes), order_(order) {}
+
+  template <typename Number>
+  Number at(qsizetype byte) const {
+    const char* const place = bytes_.data() + byte;
+    return order_ == QSysInfo::BigEndian ? qFromBigEndian<Number>(place) : qFromLittleEndian<Number>(place);
+  }
+  int byteAt(qsizetype byte) const { return static_cast<unsigned char>(bytes_[byte]); }
+  qsizetype size() const { return bytes_.size(); }
+
+private:
+  QByteArrayView bytes_;
+  QSysInfo::Endian order_;
+};
+
+bool hasPossibleDate(const HeaderNumbers& header) {
+  const int year = header.at<std::uint16_t>(kYearByte);
+  const int day = header.at<std::uint16_t>(kDayByte);
+  return year >= kFirstYear && year <= kLastYear && day >= 1 && day <= kLongestYear;
+}
+
+/// The order in which the date can be one; big-endian, the usual one, where both do.
+std::optional<QSysInfo::Endian> headerOrder(QByteArrayView bytes) {
+  for (const QSysInfo::Endian order : {QSysInfo::BigEndian, QSysInfo::LittleEndian}) {
+    if (hasPossibleDate({bytes, order})) return order;
+  }
+  return {};
+}
+
+bool isSequenceByte(char c) { return (c >= '0' && c <= '9') || c == ' ' || c == '\0'; }
+bool isCodeByte(char c) { return (c >= ' ' && c <= '~') || c == '\0'; }
+bool isQuality(char c) { return c == 'D' || c == 'R' || c == 'Q' || c == 'M'; }
+
+bool hasPossibleTime(const HeaderNumbers& header) {
+  return header.byteAt(kHourByte) <= 23 && header.byteAt(kMinuteByte) <= 59 && header.byteAt(kSecondByte) <= 60;
+}
+
+/// What the three blockettes that matter say.
+struct Blockettes {
+  std::optional<qsizetype> format; ///< where blockette 1000 begins
+  double rateHz = 0;
+  int microseconds = 0;
+};
+
+/// Walks the chain; gives the problem it has, if any.
+QString readBlockettes(const HeaderNumbers& header, Blockettes& found) {
+  qsizetype place = header.at<std::uint16_t>(kChainByte);
+  for (int count = 0; place != 0; ++count) {
+    const QString where = "blockette at byte " + QString::number(place);
+    if (place < kMiniSeedHeaderBytes || place > header.size() - kKnownBlocketteBytes)
+      return where + ": lies outside of the record";
+    if (count == kMostBlockettes) return where + ": more than " + QString::number(kMostBlockettes) + " blockettes";
+    const int type = header.at<std::uint16_t>(place);
+    const qsizetype next = header.at<std::uint16_t>(place + 2);
+    if (type == kFormatBlockette) {
+      if (found.format) return where + ": a second blockette 1000";
+      found.format = place;
+    } else if (type == kRateBlockette) {
+      found.rateHz = double(header.at<float>(place + kBlocketteHeaderBytes));
+    } else if (type == kTimingBlockette) {
+      found.microseconds = std::int16_t(header.at<std::int8_t>(place + kBlocketteHeaderBytes + 1)); // signed
+    }
+    if (next != 0 && next < place + kBlocketteHeaderBytes) return where + ": the next one is not behind it";
+    place = next;
+  }
+  return found.format ? QString() : QStringLiteral("no blockette 1000, which says how its samples are stored");
+}
+
+/// The rate of factor and multiplier: a negative one divides.
+double nominalRate(int factor, int multiplier) {
+  if (factor == 0) return 0;
+  const double base = factor > 0 ? factor : -1.0 / factor;
+  if (multiplier == 0) return base;
+  return multiplier > 0 ? base * multiplier : -base / multiplier;
+}
+
+/// The time of the first sample; its problem, if any.
+QString readStart(const HeaderNumbers& header, int microseconds, std::int64_t& startUs) {
+  const int year = header.at<std::uint16_t>(kYearByte);
+  const int day = header.at<std::uint16_t>(kDayByte);
+  const int fraction = header.at<std::uint16_t>(kFractionByte);
+  const QDate newYear(year, 1, 1);
+  if (day > newYear.daysInYear())
+    return "day at byte 22: found " + QString::number(day) + ", but " + QString::number(year) + " has " +
+           QString::number(newYear.daysInYear());
+  if (fraction >= kFractionsPerSecond)
+    return "fraction of a second at byte 28: found " + QString::number(fraction) + ", expected less than 10000";
+  const std::int64_t days = QDate(1970, 1, 1).daysTo(newYear) + day - 1;
+  const int clock = (header.byteAt(kHourByte) * 60 + header.byteAt(kMinuteByte)) * 60 + header.byteAt(kSecondByte);
+  startUs =
+      (days * kSecondsPerDay + clock) * kMicrosecondsPerSecond + fraction * kMicrosecondsPerFraction + microseconds;
+  if ((header.byteAt(kActivityByte) & kCorrectionApplied) == 0)
+    startUs += header.at<std::int32_t>(kCorrectionByte) * kMicrosecondsPerFraction;
+  return {};
+}
+
+/// Reads what tells how the samples are stored, and checks that they fit; gives the problem, if any.
+QString readFormat(const HeaderNumbers& header, const Blockettes& blockettes, MiniSeedRecord& record) {
+  const qsizetype format = *blockettes.format;
+  const int number = header.byteAt(format + kBlocketteHeaderBytes);
+  const EncodingRow* const row = encodingRow(number);
+  if (!row) return "encoding: found " + QString::number(number) + ", which is not known";
+  record.encoding = row->encoding;
+  record.dataOrder =
+      header.byteAt(format + kBlocketteHeaderBytes + 1) == 0 ? QSysInfo::LittleEndian : QSysInfo::BigEndian;
+  record.dataOffset = header.at<std::uint16_t>(kDataOffsetByte);
+  if (record.sampleCount == 0 || record.encoding == Encoding::Text) return {};
+  if (!(record.rateHz >= kLowestRateHz && record.rateHz <= kHighestRateHz))
+    return "sample rate: found " + numberText(record.rateHz) + " Hz, expected a number above 0";
+  if (record.dataOffset < kMiniSeedHeaderBytes || record.dataOffset > record.length)
+    return "samples: begin at byte " + QString::number(record.dataOffset) + " of " + QString::number(record.length);
+  const int room = roomFor(*row, record.length - record.dataOffset);
+  if (record.sampleCount > room)
+    return "number of samples: found " + QString::number(record.sampleCount) + ", but " +
+           QString::number(record.length) + " bytes have room for " + QString::number(room) + " as " + row->name;
+  return {};
+}
+
+/// Reads the record's length; gives the problem it has, if any, and then leaves the length 0.
+QString readLength(const HeaderNumbers& header, qsizetype format, qint64 remaining, int& length) {
+  const int exponent = header.byteAt(format + kBlocketteHeaderBytes + 2);
+  if (exponent < kShortestExponent || exponent > kLongestExponent)
+    return "record length: found 2 to the power of " + QString::number(exponent) + ", expected 7 to 20";
+  const int claimed = 1 << exponent;
+  if (claimed > remaining)
+    return "the file ends after " + QString::number(remaining) + " of " + QString::number(claimed) + " bytes";
+  length = claimed;
+  return {};
+}
+
+QString readRecord(const HeaderNumbers& header, qint64 remaining, MiniSeedRecord& record) {
+  Blockettes blockettes;
+  if (QString problem = readBlockettes(header, blockettes); !problem.isEmpty()) return problem;
+  if (QString problem = readLength(header, *blockettes.format, remaining, record.length); !problem.isEmpty())
+    return problem;
+  record.sampleCount = header.at<std::uint16_t>(kSampleCountByte);
+  record.rateHz = blockettes.rateHz > 0 ? blockettes.rateHz
+                                        : nominalRate(header.at<std::int16_t>(kRateFactorByte),
+                                                      header.at<std::int16_t>(kRateMultiplierByte));
+  if (QString problem = readStart(header, blockettes.microseconds, record.startUs); !problem.isEmpty())
+    return problem;
+  return readFormat(header, blockettes, record);
+}
+
+} // namespace
+
+ChannelCodes channelCodes(const MiniSeedRecord& record) {
+  const auto text = [&](int first, int count) {
+    return QString::fromLatin1(record.codes.data() + first, count).trimmed();
+  };
+  return {text(10, 2), text(0, 5), text(5, 2), text(7, 3)};
+}
+
+bool beginsMiniSeedRecord(QByteArrayView bytes) {
+  if (bytes.size() < kMiniSeedHeaderBytes || !isQuality(bytes[kQualityByte])) return false;
+  const char reserved = bytes[kQualityByte + 1];
+  const QByteArrayView sequence = bytes.first(kQualityByte);
+  const QByteArrayView codes = bytes.sliced(kCodesByte, kYearByte - kCodesByte);
+  return (reserved == ' ' || reserved == '\0') && std::all_of(sequence.begin(), sequence.end(), isSequenceByte) &&
+         std::all_of(codes.begin(), codes.end(), isCodeByte) && headerOrder(bytes) &&
+         hasPossibleTime({bytes, QSysInfo::BigEndian});
+}
+
+MiniSeedFinding findMiniSeedRecord(QByteArrayView bytes, qint64 remaining) {
+  MiniSeedFinding finding;
+  if (!beginsMiniSeedRecord(bytes)) return finding;
+  const HeaderNumbers header(bytes, *headerOrder(bytes));
+  MiniSeedRecord& record = finding.record;
+  std::replace_copy(bytes.begin() + kCodesByte, bytes.begin() + kYearByte, record.codes.begin(), '\0', ' ');
+  finding.problem = readRecord(header, remaining, record);
+  finding.kind = finding.problem.isEmpty() ? MiniSeedFinding::Kind::Record : MiniSeedFinding::Kind::Damaged;
+  return finding;
+}
+
+qsizetype findMiniSeedStart(QByteArrayView bytes, qsizetype from) {
+  for (qsizetype at = from; at + kMiniSeedHeaderBytes <= bytes.size(); ++at) {
+    if (beginsMiniSeedRecord(bytes.sliced(at))) return at;
+  }
+  return bytes.size();
+}
+
+qsizetype findRecordInside(QByteArrayView bytes) {
+  for (qsizetype at = kShortestRecord; at + kMiniSeedHeaderBytes <= bytes.size(); at += kShortestRecord) {
+    // Its own length does not matter: it may be as wrong as that of the record around it.
+    if (findMiniSeedRecord(bytes.sliced(at), kLongestMiniSeedRecord).kind == MiniSeedFinding::Kind::Record) return at;
+  }
+  return 0;
+}
+
+} // namespace xov

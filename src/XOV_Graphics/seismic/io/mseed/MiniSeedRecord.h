@@ -1,0 +1,93 @@
+#pragma once
+
+#include "XOV_Graphics/seismic/ChannelPatterns.h"
+
+#include <QByteArrayView>
+#include <QSysInfo>
+
+#include <cstdint>
+
+namespace xov {
+
+/// A miniSEED 2 record is 2^7 to 2^20 bytes long: a fixed header of 48 bytes, a chain of blockettes, and samples. In
+/// the fixed header, by byte:
+///
+///      0  sequence number, six digits          30  number of samples
+///      6  D, R, Q or M                         32  sample rate factor, 34 multiplier
+///      8  station, 13 location,                36  activity flags: bit 1 when the correction is applied
+///         15 channel, 18 network               40  time correction in 0.1 ms
+///     20  start: year, day of the year,        44  where the samples begin
+///         hour, minute, second, -, 0.1 ms      46  where the first blockette begins, 0 for none
+///
+/// A blockette starts with its type and the place of the next one (0 after the last), two bytes each. Blockette 1000
+/// is required: encoding at byte 4, byte order of the samples at 5 (0 little-endian), log2 of the record's length at
+/// 6. Blockette 100 has a sample rate that refines the header's (a float at byte 4), blockette 1001 the microseconds
+/// of the start (a signed byte at 5). The header is in either byte order, which the year and day give away.
+///
+/// Source: SEED Reference Manual, version 2.4 (FDSN, 2012), chapter 8 and appendix G.
+
+/// How samples are stored, by the numbers of blockette 1000.
+enum class MiniSeedEncoding : std::uint8_t {
+  Text = 0,
+  Int16 = 1,
+  Int32 = 3,
+  Float32 = 4,
+  Float64 = 5,
+  Steim1 = 10,
+  Steim2 = 11,
+  Geoscope24 = 12,
+  Geoscope16Gain3 = 13,
+  Geoscope16Gain4 = 14,
+  Cdsn = 16,
+  Sro = 30,
+  Dwwssn = 32,
+};
+
+inline constexpr qsizetype kMiniSeedHeaderBytes = 48;
+inline constexpr qsizetype kLongestMiniSeedRecord = qsizetype(1) << 20;
+/// Further than this the blockettes cannot lie: their places are numbers of two bytes.
+inline constexpr qsizetype kMiniSeedChainBytes = (qsizetype(1) << 16) + 8;
+
+/// What the header of a record says, all of it checked.
+struct MiniSeedRecord {
+  std::array<char, 12> codes{}; ///< station 5, location 2, channel 3, network 2, padded with blanks
+  std::int64_t startUs = 0;     ///< time of the first sample, microseconds since 1970
+  double rateHz = 0;            ///< above 0 and finite when there are samples
+  int sampleCount = 0;          ///< 0 to 65535; as many fit into the record, unless they are text
+  int length = 0;               ///< of the record in bytes
+  int dataOffset = 0;           ///< of the samples in the record
+  MiniSeedEncoding encoding = MiniSeedEncoding::Text;
+  QSysInfo::Endian dataOrder = QSysInfo::BigEndian;
+};
+
+/// The codes without padding.
+ChannelCodes channelCodes(const MiniSeedRecord& record);
+
+/// What was found where a record may begin.
+struct MiniSeedFinding {
+  enum class Kind : std::uint8_t {
+    Nothing, ///< no record begins here
+    Damaged, ///< a record that cannot be read; `record` has its length where that is known, else 0
+    Record,
+  };
+  Kind kind = Kind::Nothing;
+  MiniSeedRecord record;
+  QString problem; ///< of a damaged record
+};
+
+/// Whether `bytes` begin as a record does: sequence number, quality, codes and a time that all can be.
+bool beginsMiniSeedRecord(QByteArrayView bytes);
+
+/// Reads and checks the header at the start of `bytes`, which are either the rest of the file or so many that the
+/// blockettes must lie in them; `remaining` is how many bytes the file has from here on.
+MiniSeedFinding findMiniSeedRecord(QByteArrayView bytes, qint64 remaining);
+
+/// Where the next record begins in `bytes` from `from` on, if one does; it has blockette 1000 and its whole header.
+/// Else the end.
+qsizetype findMiniSeedStart(QByteArrayView bytes, qsizetype from);
+
+/// Where another record begins inside of one that claims to be as long as `bytes`: its length is wrong then. 0 where
+/// none does.
+qsizetype findRecordInside(QByteArrayView bytes);
+
+} // namespace xov

@@ -1,0 +1,160 @@
+#include "XOV_Graphics/seismic/io/sac/SacBinary.h"
+
+#include "XOV_Graphics/base/InputFile.h"
+#include "XOV_Graphics/seismic/io/sac/SacChecks.h"
+
+#include <QtEndian>
+
+#include <array>
+#include <cstring>
+
+namespace xov {
+
+namespace {
+
+constexpr qint64 kHeaderBytes = sizeof(SacHeader);
+constexpr qint64 kFooterBytes = sizeof(SacFooter);
+constexpr qint64 kSampleBytes = sizeof(float);
+constexpr qsizetype kWordCount = kSacFloatCount + kSacIntegerCount;
+constexpr qsizetype kVersionOffset = offsetof(SacHeader, nvhdr);
+
+static_assert(kWordCount * kSacWordBytes == offsetof(SacHeader, kstnm));
+
+using HeaderBytes = std::array<char, sizeof(SacHeader)>;
+using FooterBytes = std::array<char, sizeof(SacFooter)>;
+
+/// Turns words of `Size` bytes in place from one byte order to that of this machine, or back.
+template <int Size>
+void convert(void* words, qsizetype count, QSysInfo::Endian order) {
+  if (order != QSysInfo::ByteOrder) qbswap<Size>(words, count, words);
+}
+
+bool isVersion(std::int32_t value) { return value >= kSacOldestVersion && value <= kSacVersion7; }
+
+QString hexText(QByteArrayView bytes) { return QString::fromLatin1(bytes.toByteArray().toHex(' ')); }
+
+/// Reads the header and makes sure that all its claims hold but those on size.
+Result<SacHeader> readHeader(QIODevice& device, const QString& name, QSysInfo::Endian& order) {
+  HeaderBytes raw;
+  const qint64 size = device.size();
+  if (size == 0) return Error{name + ": the file is empty, expected a SAC header of 632 bytes"};
+  if (size < kHeaderBytes || !readFully(device, raw))
+    return sacError(name, "header", QString::number(size) + " bytes", QString::number(kHeaderBytes));
+  const std::optional<QSysInfo::Endian> found = sacByteOrder({raw.data(), qsizetype(raw.size())});
+  if (!found)
+    return sacError(name, sacPlace("nvhdr", std::size_t(kVersionOffset), SacPlaces::Bytes),
+                    "bytes " + hexText({raw.data() + kVersionOffset, kSacWordBytes}), "6 or 7 in either byte order");
+  order = *found;
+  convert<kSacWordBytes>(raw.data(), kWordCount, order);
+  SacHeader header;
+  std::memcpy(&header, raw.data(), raw.size());
+  if (Status status = checkSacHeader(header, name, SacPlaces::Bytes); !status) return Error{status.error()};
+  return header;
+}
+
+/// Makes sure that the file is as long as its header says.
+Status checkSize(const SacHeader& header, qint64 size, const QString& name) {
+  const qint64 dataBytes = size - kHeaderBytes;
+  if (header.npts > dataBytes / kSampleBytes)
+    return Error{name + ": " + sacPlace("npts", offsetof(SacHeader, npts), SacPlaces::Bytes) + ": found " +
+                 QString::number(header.npts) + ", but the file holds " + QString::number(dataBytes / kSampleBytes) +
+                 " samples"};
+  const qint64 footerOffset = kHeaderBytes + header.npts * kSampleBytes;
+  if (header.nvhdr == kSacVersion7 && size - footerOffset < kFooterBytes)
+    return sacError(name, "footer at byte " + QString::number(footerOffset),
+                    QString::number(size - footerOffset) + " bytes", QString::number(kFooterBytes));
+  return {};
+}
+
+std::optional<SacFooter> readFooter(QIODevice& device, QSysInfo::Endian order) {
+  FooterBytes raw;
+  if (!readFully(device, raw)) return {};
+  convert<sizeof(double)>(raw.data(), qsizetype(raw.size() / sizeof(double)), order);
+  SacFooter footer;
+  std::memcpy(&footer, raw.data(), raw.size());
+  return footer;
+}
+
+/// Checks delta and b where they count: in the footer, if it sets them, else in the header.
+Status checkTimes(const SacHeader& header, const std::optional<SacFooter>& footer, const QString& name) {
+  const double unset = kUndefinedValue;
+  const std::size_t footerOffset = std::size_t(kHeaderBytes + header.npts * kSampleBytes);
+  double delta = header.delta;
+  double b = header.b;
+  QString deltaPlace = sacPlace("delta", offsetof(SacHeader, delta), SacPlaces::Bytes);
+  QString bPlace = sacPlace("b", offsetof(SacHeader, b), SacPlaces::Bytes);
+  if (footer && footer->delta != unset) {
+    delta = footer->delta;
+    deltaPlace = sacPlace("footer delta", footerOffset + offsetof(SacFooter, delta), SacPlaces::Bytes);
+  }
+  if (footer && footer->b != unset) {
+    b = footer->b;
+    bPlace = sacPlace("footer b", footerOffset + offsetof(SacFooter, b), SacPlaces::Bytes);
+  }
+  return checkSacTimes(delta, deltaPlace, b, bPlace, name);
+}
+
+bool writeFully(QIODevice& device, const void* bytes, std::size_t count) {
+  return device.write(static_cast<const char*>(bytes), qint64(count)) == qint64(count);
+}
+
+bool writeSamples(QIODevice& device, std::span<const float> samples, QSysInfo::Endian order) {
+  if (order == QSysInfo::ByteOrder) return writeFully(device, samples.data(), samples.size_bytes());
+  constexpr std::size_t kChunk = 16384; // 64 KiB: fits the processor's caches
+  std::vector<float> chunk(std::min(kChunk, samples.size()));
+  while (!samples.empty()) {
+    const std::size_t count = std::min(kChunk, samples.size());
+    qbswap<kSampleBytes>(samples.data(), qsizetype(count), chunk.data());
+    if (!writeFully(device, chunk.data(), count * sizeof(float))) return false;
+    samples = samples.subspan(count);
+  }
+  return true;
+}
+
+} // namespace
+
+std::optional<QSysInfo::Endian> sacByteOrder(QByteArrayView head) {
+  if (head.size() < kVersionOffset + kSacWordBytes) return {};
+  const char* const version = head.data() + kVersionOffset;
+  if (isVersion(qFromLittleEndian<std::int32_t>(version))) return QSysInfo::LittleEndian;
+  if (isVersion(qFromBigEndian<std::int32_t>(version))) return QSysInfo::BigEndian;
+  return {};
+}
+
+Result<std::shared_ptr<SacSeismogram>> readSacBinary(QIODevice& device, const QString& name, const QString& path) {
+  QSysInfo::Endian order = QSysInfo::ByteOrder;
+  const Result<SacHeader> header = readHeader(device, name, order);
+  if (!header) return Error{header.error()};
+  if (Status status = checkSize(*header, device.size(), name); !status) return Error{status.error()};
+
+  std::vector<float> samples(std::size_t(header->npts));
+  if (!readFully(device, {reinterpret_cast<char*>(samples.data()), samples.size() * sizeof(float)}))
+    return Error{name + ": cannot be read: " + device.errorString()};
+  convert<sizeof(float)>(samples.data(), qsizetype(samples.size()), order);
+
+  std::optional<SacFooter> footer;
+  if (header->nvhdr == kSacVersion7) {
+    footer = readFooter(device, order);
+    if (!footer) return Error{name + ": cannot be read: " + device.errorString()};
+  }
+  if (Status status = checkTimes(*header, footer, name); !status) return Error{status.error()};
+  return std::make_shared<SacSeismogram>(*header, std::move(samples), path, footer);
+}
+
+Status writeSacBinary(QIODevice& device, const SacHeader& header, std::span<const float> samples,
+                      const SacFooter& footer, QSysInfo::Endian order, const QString& name) {
+  HeaderBytes headerBytes;
+  std::memcpy(headerBytes.data(), &header, headerBytes.size());
+  convert<kSacWordBytes>(headerBytes.data(), kWordCount, order);
+  FooterBytes footerBytes;
+  std::memcpy(footerBytes.data(), &footer, footerBytes.size());
+  convert<sizeof(double)>(footerBytes.data(), qsizetype(footerBytes.size() / sizeof(double)), order);
+
+  const bool written = writeFully(device, headerBytes.data(), headerBytes.size()) &&
+                       writeSamples(device, samples, order) &&
+                       (header.nvhdr != kSacVersion7 || writeFully(device, footerBytes.data(), footerBytes.size()));
+  if (!written) return Error{name + ": cannot be written: " + device.errorString()};
+  return {};
+}
+
+} // namespace xov

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "XOV_Graphics/base/Result.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+
+#include <QByteArrayView>
+#include <QIODevice>
+#include <QSysInfo>
+
+#include <memory>
+#include <optional>
+
+namespace xov {
+
+/// The binary form of a SAC file: the header (632 bytes), npts four-byte floats, and for header version 7 the footer
+/// (176 bytes); all of it in one byte order, which the header version at byte 304 gives away. Bytes that follow are
+/// ignored.
+
+/// The byte order of a binary SAC header: the one in which byte 304 holds a version, 1 to 7. Nothing when neither
+/// does, or when `head` ends before.
+std::optional<QSysInfo::Endian> sacByteOrder(QByteArrayView head);
+
+/// Reads the binary form from a device at its start. Only what the device's size warrants is allocated.
+Result<std::shared_ptr<SacSeismogram>> readSacBinary(QIODevice& device, const QString& name, const QString& path);
+
+/// Writes the binary form, with the footer when header.nvhdr is 7. `header` goes out as it is.
+Status writeSacBinary(QIODevice& device, const SacHeader& header, std::span<const float> samples,
+                      const SacFooter& footer, QSysInfo::Endian order, const QString& name);
+
+} // namespace xov

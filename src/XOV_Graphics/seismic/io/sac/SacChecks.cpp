@@ -1,0 +1,103 @@
+#include "XOV_Graphics/seismic/io/sac/SacChecks.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace xov {
+
+namespace {
+
+constexpr int kValuesPerLine = 5;
+constexpr double kLargestFloat = double(std::numeric_limits<float>::max());
+
+struct FileType {
+  std::int32_t iftype;
+  const char* meaning;
+};
+
+constexpr FileType kOtherFileTypes[] = {
+    {kSacRealImaginary, "a spectrum of real and imaginary parts"},
+    {kSacAmplitudePhase, "a spectrum of amplitude and phase"},
+    {kSacXY, "x-y data"},
+    {kSacXYZ, "x-y-z data"},
+};
+
+const char* fileTypeMeaning(std::int32_t iftype) {
+  for (const FileType& type : kOtherFileTypes) {
+    if (type.iftype == iftype) return type.meaning;
+  }
+  return "an unknown type";
+}
+
+QByteArrayView withoutPlus(QByteArrayView text) {
+  const bool plusBeforeNumber = text.size() > 1 && text[0] == '+' && text[1] != '-';
+  return plusBeforeNumber ? text.sliced(1) : text;
+}
+
+/// Parses the whole text or returns an error.
+template <typename Number>
+std::errc parseWhole(QByteArrayView text, Number& value) {
+  const char* const end = text.data() + text.size();
+  const auto [stop, problem] = std::from_chars(text.data(), end, value);
+  return stop == end ? problem : std::errc::invalid_argument;
+}
+
+} // namespace
+
+QString sacPlace(const char* field, std::size_t byteOffset, SacPlaces places) {
+  const int word = int(byteOffset) / kSacWordBytes;
+  // Both blocks fill whole lines, so the lines count on through the integers.
+  const QString where = places == SacPlaces::Bytes ? " at byte " + QString::number(byteOffset)
+                                                   : " on line " + QString::number(word / kValuesPerLine + 1);
+  return QLatin1String(field) + where;
+}
+
+Error sacError(const QString& name, const QString& place, const QString& found, const QString& expected) {
+  return {name + ": " + place + ": found " + found + ", expected " + expected};
+}
+
+QString numberText(double value) { return QString::number(value, 'g', 9); }
+
+Status checkSacHeader(const SacHeader& header, const QString& name, SacPlaces places) {
+  if (header.nvhdr != kSacVersion6 && header.nvhdr != kSacVersion7)
+    return sacError(name, sacPlace("nvhdr", offsetof(SacHeader, nvhdr), places), QString::number(header.nvhdr),
+                    "6 or 7");
+  if (header.iftype != kSacTimeSeries && header.iftype != kSacUndefinedInteger)
+    return sacError(name, sacPlace("iftype", offsetof(SacHeader, iftype), places),
+                    QString::number(header.iftype) + " (" + fileTypeMeaning(header.iftype) + ")",
+                    "1 (a time series)");
+  if (header.leven == 0)
+    return sacError(name, sacPlace("leven", offsetof(SacHeader, leven), places), "0 (uneven spacing)",
+                    "1 (even spacing)");
+  if (header.npts < 0)
+    return sacError(name, sacPlace("npts", offsetof(SacHeader, npts), places), QString::number(header.npts),
+                    "0 or more");
+  return {};
+}
+
+Status checkSacTimes(double delta, const QString& deltaPlace, double b, const QString& bPlace, const QString& name) {
+  const bool deltaFits = delta > 0 && delta <= kLargestFloat && float(delta) > 0;
+  if (!deltaFits) return sacError(name, deltaPlace, numberText(delta), "a finite number above 0");
+  if (!(std::abs(b) <= kLargestFloat)) return sacError(name, bPlace, numberText(b), "a finite number");
+  return {};
+}
+
+std::optional<float> parseFloat(QByteArrayView text) {
+  const QByteArrayView number = withoutPlus(text);
+  float value = 0;
+  const std::errc problem = parseWhole(number, value);
+  if (problem == std::errc()) return value;
+  if (problem != std::errc::result_out_of_range) return {};
+  double wide = 0;
+  const bool tiny = parseWhole(number, wide) == std::errc() && std::abs(wide) < 1;
+  return tiny ? std::optional<float>(0.0F) : std::nullopt;
+}
+
+std::optional<std::int32_t> parseInteger(QByteArrayView text) {
+  std::int32_t value = 0;
+  if (parseWhole(withoutPlus(text), value) != std::errc()) return {};
+  return value;
+}
+
+} // namespace xov

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "XOV_Graphics/seismic/realtime/RealTimeSeismogram.h"
+
+namespace xov {
+
+/// The edge of a display that its reference instant lies on.
+enum class RealTimeEdge : std::uint8_t { Left, Right };
+
+/// The time span that a display shows, on the time axis that counts from `base`.
+struct XOV_EXPORT RealTimeSpan {
+  QDateTime base;
+  float xmin = 0;
+  float xmax = 0;
+};
+
+/// The span of `seconds` that ends, or begins, at `reference`. The base is the last whole minute before the middle of
+/// the span: times stay within half the span and a minute of 0, where single precision is finest, on both sides
+/// alike, which keeps what accumulates while a trace is drawn smallest. For an hour, b, xmin and xmax are off by 0.07
+/// ms at most. The base moves with the reference, a minute at a time.
+XOV_EXPORT RealTimeSpan realTimeSpan(const QDateTime& reference, double seconds, RealTimeEdge edge);
+
+/// Channels as they arrive, each with a buffer of its own. Not tied to any source or clock.
+///
+///     view.setWvfrmsArray(feed.records());                     // once
+///     feed.append(header, start, delta, samples);              // whenever samples arrive
+///     const RealTimeSpan span = feed.show(now, 3600, edge);    // for each redraw
+///     view.setXLimitsMinMax(span.xmin, span.xmax);
+///     view.setRefDate(now);
+class XOV_EXPORT RealTimeFeed {
+public:
+  /// Buffers hold the latest `seconds` of each channel.
+  explicit RealTimeFeed(double seconds);
+
+  /// The channel with the codes of `header`; a new one, without samples, when there is none yet. Stays where it is.
+  RealTimeSeismogram& channel(const SacHeader& header);
+  /// Puts samples into the channel with the codes of `header`.
+  void append(const SacHeader& header, double startSeconds, double deltaSeconds, std::span<const float> samples);
+
+  /// The channels, in the order in which they first appeared: one array, which grows with them.
+  std::shared_ptr<const SeismogramArray> records() const { return records_; }
+
+  /// Moves all channels to the time axis of realTimeSpan() and gives that.
+  RealTimeSpan show(const QDateTime& reference, double seconds, RealTimeEdge edge);
+
+private:
+  double seconds_;
+  QDateTime base_;
+  std::vector<std::shared_ptr<RealTimeSeismogram>> channels_;
+  std::shared_ptr<SeismogramArray> records_ = std::make_shared<SeismogramArray>();
+};
+
+} // namespace xov

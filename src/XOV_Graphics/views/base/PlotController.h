@@ -1,0 +1,41 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+
+#include <QPointF>
+
+#include <memory>
+
+namespace xov {
+
+/// What a host program gives a plot view to be told of mouse positions. A view keeps only a guarded reference: a
+/// controller may be destroyed at any time, and its views then tell no one.
+class XOV_EXPORT PlotController {
+public:
+  PlotController();
+  virtual ~PlotController();
+  PlotController(const PlotController&) = delete;
+  PlotController& operator=(const PlotController&) = delete;
+
+  /// A single click inside the data frame, in data coordinates.
+  virtual void handleClickedMousePosition(QPointF position) = 0;
+  /// The pointer's position inside the data frame, in data coordinates, at every tick while tracking is on.
+  virtual void handleTrackedMousePosition(QPointF position) = 0;
+
+private:
+  friend class PlotControllerReference;
+  std::shared_ptr<PlotController*> self_;
+};
+
+/// A reference to a controller that turns to nullptr when the controller is destroyed.
+class XOV_EXPORT PlotControllerReference {
+public:
+  PlotControllerReference() = default;
+  explicit PlotControllerReference(PlotController* controller);
+  PlotController* get() const;
+
+private:
+  std::weak_ptr<PlotController*> controller_;
+};
+
+} // namespace xov

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+
+#include <QDateTime>
+#include <QPointF>
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+
+namespace xov {
+
+/// The four data limits of a plot, single precision as the data are.
+struct XOV_EXPORT PlotLimits {
+  float xmin = 0;
+  float xmax = 0;
+  float ymin = 0;
+  float ymax = 0;
+
+  /// (xmin, ymin, xmax − xmin, ymax − ymin); the differences are taken in single precision.
+  QRectF rect() const;
+};
+
+/// The data coordinates of a point of a view whose data frame is `frame`: the limits' differences in single
+/// precision, the rest in double. Not finite for a frame without width or height.
+XOV_EXPORT QPointF viewToData(QPointF point, const QRectF& frame, const PlotLimits& limits);
+
+/// The point of a view at data coordinates; the inverse of viewToData().
+XOV_EXPORT QPointF dataToView(QPointF data, const QRectF& frame, const PlotLimits& limits);
+
+/// Whether a point lies in a rectangle or on any of its four edges. Nothing lies in one of negative size.
+XOV_EXPORT bool containsPoint(const QRectF& rect, QPointF point);
+
+/// The lower left corner of a text box of that size that is placed at (x, y): hjust 1 left, 2 centred, 3 right; vjust
+/// 2 centred, 3 hanging below y, anything else standing on y.
+XOV_EXPORT QPointF alignedTextOrigin(QPointF at, QSizeF size, int hjust, int vjust);
+
+/// The same for text that is then turned about that corner, made for 90 degrees: the box's height counts along x and
+/// its width along y.
+XOV_EXPORT QPointF rotatedTextOrigin(QPointF at, QSizeF size, int hjust, int vjust);
+
+/// A date as plots are stamped with it: "2011-03-11 05:46:23 +0000", local time with the zone's offset.
+XOV_EXPORT QString timeStampText(const QDateTime& dateTime);
+
+} // namespace xov

@@ -1,0 +1,253 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/platform/Pasteboard.h"
+#include "XOV_Graphics/platform/Path.h"
+#include "XOV_Graphics/platform/SavePanel.h"
+#include "XOV_Graphics/platform/TextAttributes.h"
+#include "XOV_Graphics/platform/View.h"
+#include "XOV_Graphics/views/base/PlotController.h"
+#include "XOV_Graphics/views/base/PlotGeometry.h"
+
+#include <QMenu>
+#include <QPointer>
+#include <QString>
+#include <QTimer>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace xov {
+
+/// The base of the plot views. It holds the layout rectangles, data limits, titles and labels with their text
+/// attributes, draws aligned and rotated text, reports mouse positions in data coordinates to the host's controller,
+/// and saves, copies and drags out what a view shows. It draws nothing by itself.
+///
+/// Coordinates are view points, y upwards from the lower left. No setter asks for a redraw: the host calls
+/// setNeedsDisplay() when it has set what it wants. Main thread only.
+class XOV_EXPORT XOVView : public View {
+public:
+  static constexpr std::size_t kLabelBufferSize = 64;
+  /// minYRange() while it is not set.
+  static constexpr float kUnsetRange = -12345.0f;
+
+  /// Sets the fonts, an empty axis path, the contextual menu and the defaults of every field. Does not lay out.
+  explicit XOVView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  ~XOVView() override;
+
+  // Layout.
+
+  /// The outer plotting rectangle, in view points; zero before the first layout.
+  QRectF pRect() const { return pRect_; }
+  /// The data frame: axes are drawn around it, clicks inside it are reported.
+  QRectF iRect() const { return iRect_; }
+  /// pRect (20, 20, width − 40, height − 40) and iRect (50, 50, width − 80, height − 80) of the bounds; sizes may
+  /// turn out negative. Subclasses lay out in their own way.
+  virtual void computeRects();
+  /// Lays out anew and redraws when the user has finished resizing.
+  void viewDidEndLiveResize() override;
+
+  // Data limits.
+
+  float xmin() const { return xmin_; }
+  float xmax() const { return xmax_; }
+  float ymin() const { return ymin_; }
+  float ymax() const { return ymax_; }
+  /// The limits of a third dimension, the values of a grid.
+  float zmin() const { return zmin_; }
+  float zmax() const { return zmax_; }
+  /// Limits are taken as given, whatever their order and the fixed-range flags; each setter rewrites xyRect().
+  void setXmin(float value);
+  void setXmax(float value);
+  void setYmin(float value);
+  void setYmax(float value);
+  void setXLimitsMinMax(float min, float max);
+  void setYLimitsMinMax(float min, float max);
+  /// (xmin, ymin, xmax − xmin, ymax − ymin) as of the last limit setter.
+  QRectF xyRect() const { return xyRect_; }
+  PlotLimits limits() const { return {xmin_, xmax_, ymin_, ymax_}; }
+  /// The smallest Y range for views that scale to their data; kUnsetRange when unset.
+  float minYRange() const { return minYRange_; }
+  void setMinYRange(float range) { minYRange_ = range; }
+  /// Whether views that compute limits from data keep the host's X or Y limits.
+  bool _fixedXAxisRange() const { return fixedXAxisRange_; }
+  void set_fixedXAxisRange(bool fixed) { fixedXAxisRange_ = fixed; }
+  bool _fixedYAxisRange() const { return fixedYAxisRange_; }
+  void set_fixedYAxisRange(bool fixed) { fixedYAxisRange_ = fixed; }
+  /// Margins for subclasses; the base does not read them.
+  const std::array<float, 4>& margins() const { return margins_; }
+
+  // Titles and labels.
+
+  QString plotTitle() const { return plotTitle_; }
+  void setTitle(const QString& title) { plotTitle_ = title; }
+  QString xLabelString() const { return xLabelString_; }
+  void setXLabelString(const QString& label) { xLabelString_ = label; }
+  QString yLabelString() const { return yLabelString_; }
+  void setYLabelString(const QString& label) { yLabelString_ = label; }
+  /// Fonts and colours of axis and tick labels (Helvetica 18), the title (18), the view size (12) and the time stamp
+  /// (9, gray). The attributes are shared: a change is seen by every later drawing.
+  const std::shared_ptr<TextAttributes>& labelAttributes() const { return labelAttributes_; }
+  const std::shared_ptr<TextAttributes>& titleAttributes() const { return titleAttributes_; }
+  const std::shared_ptr<TextAttributes>& sizeLabelAttributes() const { return sizeLabelAttributes_; }
+  const std::shared_ptr<TextAttributes>& timeStampAttributes() const { return timeStampAttributes_; }
+  /// Replaces the font by Helvetica of that size and keeps the colour.
+  void setLabelFontSize(float size);
+  void setTitleFontSize(float size);
+  void setTitleColor(const QColor& color);
+  /// Whether a subclass draws the time stamp and the title.
+  bool _timeStamp() const { return timeStamp_; }
+  void set_timeStamp(bool show) { timeStamp_ = show; }
+  bool _showPlotTitle() const { return showPlotTitle_; }
+  void set_showPlotTitle(bool show) { showPlotTitle_ = show; }
+  /// Stored for hosts; dragging with the plain mouse shows nothing.
+  bool _showZoomRect() const { return showZoomRect_; }
+  void set_showZoomRect(bool show) { showZoomRect_ = show; }
+
+  /// The path that axes are gathered in before they are stroked.
+  const std::shared_ptr<Path>& xAxisPath() const { return xAxisPath_; }
+  void setXAxisPath(const std::shared_ptr<Path>& path) { xAxisPath_ = path; }
+  /// The text handed to the axis functions, at most kLabelBufferSize − 1 bytes.
+  const char* xLabel() const { return xLabel_.data(); }
+
+  // Drawing into the current graphics context.
+
+  /// Draws with labelAttributes at (x, y): hjust 1 left, 2 centre, 3 right; vjust 1 (and any other) bottom, 2 centre,
+  /// 3 top.
+  void drawStringXYHJustVJust(const QString& string, float x, float y, int hjust, int vjust);
+  /// Draws turned anticlockwise about the text's lower left corner. Made for 90 degrees: the text's height counts
+  /// along x and its width along y.
+  void drawRotatedStringXYHJustVJustAngle(const QString& string, float x, float y, int hjust, int vjust, float angle);
+  /// The title inside the data frame, 24 points from its right side and two text heights below its top.
+  void drawTitle();
+  /// The title 4 points above the data frame, centred.
+  void drawTitleTopCentered();
+  /// The local date and time in the lower right corner.
+  void drawTimeStamp();
+  /// The data frame with its size in inches in the middle.
+  void drawViewSize();
+  /// A black line around the bounds.
+  void strokeBounds();
+  /// Fills the bounds with the current colour.
+  void fillBounds();
+  void fillWithColorStrokeColor(const QColor& fill, const QColor& stroke);
+
+  // Mouse.
+
+  /// The controller is not owned and may go away at any time; nullptr takes it out.
+  void setController(PlotController* controller);
+  PlotController* controller() const { return controller_.get(); }
+  /// A click with Shift drags a picture of the view out; a single click inside iRect() is reported to the controller
+  /// in data coordinates. Everything else does nothing.
+  void mouseDown(const MouseEvent& event) override;
+  bool _trackMouse() const { return trackMouse_; }
+  /// Starts a timer that reports the pointer to the controller, or stops the one started last. Starting twice leaves
+  /// two running.
+  void set_trackMouse(bool track);
+  /// Seconds between reports; a new interval takes effect when tracking is next switched on.
+  double _mouseTrackInterval() const { return mouseTrackInterval_; }
+  void set_mouseTrackInterval(double seconds) { mouseTrackInterval_ = seconds; }
+  QTimer* _mouseTrackTimer() const { return mouseTrackTimer_; }
+  /// Stores a timer without starting or stopping it.
+  void set_mouseTrackTimer(QTimer* timer) { mouseTrackTimer_ = timer; }
+  /// Reports the pointer's position, if it is inside iRect(), to the controller.
+  void handleTrackedMousePosition();
+  /// A crosshair over pRect().
+  void resetCursorRects() override;
+  /// "Save To PDF", "Save To TIF", "Save To PNG", "Save To JPG", "Copy As PDF".
+  QMenu* contextualMenu() const { return contextualMenu_; }
+
+  // Export.
+
+  /// Each opens a save sheet that proposes plt_NNN with its extension, NNN being pltCount(), which then counts up;
+  /// the file is written when the sheet ends, to the sheet's file name, whether it was accepted or not.
+  void savePDF(QObject* sender = nullptr);
+  void saveTIF(QObject* sender = nullptr);
+  void savePNG(QObject* sender = nullptr);
+  void saveJPG(QObject* sender = nullptr);
+  void didEndPDFReturnCodeContextInfo(SavePanel* sheet, int returnCode, void* contextInfo);
+  void didEndTIFReturnCodeContextInfo(SavePanel* sheet, int returnCode, void* contextInfo);
+  void didEndPNGReturnCodeContextInfo(SavePanel* sheet, int returnCode, void* contextInfo);
+  void didEndJPGReturnCodeContextInfo(SavePanel* sheet, int returnCode, void* contextInfo);
+  /// How many save sheets this view has opened.
+  std::int32_t pltCount() const { return pltCount_; }
+
+  /// Writes the view, or leaves an existing file as it was: false, with one line in `error` that names the file.
+  bool writePDFToFile(const QString& path, QString* error = nullptr);
+  bool writeTIFToFile(const QString& path, QString* error = nullptr);
+  bool writeJPGToFile(const QString& path, QString* error = nullptr);
+  bool writePNGToFile(const QString& path, QString* error = nullptr);
+
+  /// Puts a PDF of the view on the clipboard.
+  void copy(QObject* sender = nullptr);
+  void writePDFToPasteboard(Pasteboard& pasteboard);
+  /// A picture of the whole view at exportPixelRatio() pixels a point.
+  QImage snapshot();
+  virtual QImage snapshotFromRect(const QRectF& rect);
+
+protected:
+  void contextMenuEvent(QContextMenuEvent* event) override;
+
+  /// Fills the xLabel buffer, cut so that the axis functions can append their power of ten.
+  void setXLabel(const QString& text);
+  /// White paper with a black line around it, the start of most views' drawing.
+  void drawPaper();
+  /// Resets the axis functions and hands them the emptied axis path, labelAttributes and a data frame to draw around,
+  /// with lines of 0.75 points.
+  void beginAxes(const QRectF& frame);
+  void emptyAxisPath();
+  void strokeAxisPath();
+
+  /// Opens a save sheet that proposes `stem`_NNN with the extension, NNN being pltCount(), which then counts up. When
+  /// the user is done, and while the view is there, `didEnd` gets the sheet and its return code.
+  void openSaveSheet(const QString& stem, const QString& extension,
+                     const std::function<void(SavePanel*, int)>& didEnd);
+  /// Drags a picture of the view out, centred under the pointer.
+  void dragOut();
+
+  QRectF pRect_;
+  QRectF iRect_;
+  QRectF xyRect_;
+  std::shared_ptr<TextAttributes> labelAttributes_;
+  std::shared_ptr<TextAttributes> sizeLabelAttributes_;
+  std::shared_ptr<TextAttributes> titleAttributes_;
+  std::shared_ptr<TextAttributes> timeStampAttributes_;
+  QString plotTitle_;
+  QString yLabelString_;
+  QString xLabelString_;
+  bool fixedXAxisRange_ = false;
+  bool fixedYAxisRange_ = false;
+  float xmin_ = 0;
+  float xmax_ = 0;
+  float ymin_ = 0;
+  float ymax_ = 0;
+  float zmin_ = 0;
+  float zmax_ = 0;
+  float minYRange_ = kUnsetRange;
+  std::array<float, 4> margins_{};
+  std::shared_ptr<Path> xAxisPath_;
+  std::array<char, kLabelBufferSize> xLabel_{};
+
+private:
+  using SheetEnd = void (XOVView::*)(SavePanel*, int, void*);
+  using FileWriter = bool (XOVView::*)(const QString&, QString*);
+  void buildMenu();
+  void openPictureSheet(const QString& extension, SheetEnd didEnd);
+  void writeSheetFile(const SavePanel* sheet, FileWriter write);
+  void updateDataRect() { xyRect_ = limits().rect(); }
+  void drawTitleAt(QPointF origin);
+
+  std::int32_t pltCount_ = 0;
+  QMenu* contextualMenu_ = nullptr;
+  bool timeStamp_ = false;
+  bool showZoomRect_ = false;
+  bool showPlotTitle_ = false;
+  bool trackMouse_ = false;
+  double mouseTrackInterval_;
+  QPointer<QTimer> mouseTrackTimer_;
+  PlotControllerReference controller_;
+};
+
+} // namespace xov

@@ -1,0 +1,50 @@
+#include "XOV_Graphics/views/image/ImagePlacement.h"
+
+#include "XOV_Graphics/base/SinglePrecision.h"
+
+namespace xov {
+
+namespace {
+
+// Cells from the lower or left edge on.
+struct CellRange {
+  int first = 0;
+  int count = 0;
+};
+
+// Both axes follow the same rule, except that at equal upper limits X counts cells and Y takes the whole picture.
+CellRange cellsAlong(float min, float max, float imageMin, bool endsInside, float cell, std::int32_t count) {
+  if (!(cell > 0)) return {0, count};
+  CellRange range{0, count};
+  if (min > imageMin) range.first = towardZero((min - imageMin) / cell);
+  if (endsInside) range.count = towardZero((max - min) / cell);
+  return range;
+}
+
+} // namespace
+
+QRectF selectedCells(const PlotLimits& limits, const ImageExtent& image, std::int32_t nr, std::int32_t nc) {
+  const CellRange x = cellsAlong(limits.xmin, limits.xmax, image.xmin, image.xmax >= limits.xmax, image.dx, nc);
+  const CellRange y = cellsAlong(limits.ymin, limits.ymax, image.ymin, image.ymax > limits.ymax, image.dy, nr);
+  return QRectF(x.first, y.first, x.count, y.count);
+}
+
+std::optional<ImagePlacement> placeImage(const QRectF& selected, const QRectF& held, const QSize& pixels,
+                                         const QRectF& frame) {
+  if (selected.isEmpty() || held.isEmpty() || pixels.isEmpty() || frame.isEmpty()) return {};
+  const QRectF shown = selected.intersected(held);
+  if (shown.isEmpty()) return {};
+  const double xScale = frame.width() / selected.width();
+  const double yScale = frame.height() / selected.height();
+  const QRectF target(frame.x() + (shown.x() - selected.x()) * xScale,
+                      frame.y() + (shown.y() - selected.y()) * yScale, shown.width() * xScale,
+                      shown.height() * yScale);
+  const double xPixels = pixels.width() / held.width();
+  const double yPixels = pixels.height() / held.height();
+  const double fromTop = held.y() + held.height() - (shown.y() + shown.height());
+  const QRectF source((shown.x() - held.x()) * xPixels, fromTop * yPixels, shown.width() * xPixels,
+                      shown.height() * yPixels);
+  return ImagePlacement{source, target};
+}
+
+} // namespace xov

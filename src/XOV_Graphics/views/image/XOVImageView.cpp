@@ -1,0 +1,243 @@
+#include "XOV_Graphics/views/image/XOVImageView.h"
+
+#include "XOV_Graphics/base/Log.h"
+#include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/GraphicsContext.h"
+#include "XOV_Graphics/views/image/GridGeometry.h"
+#include "XOV_Graphics/views/image/ImagePlacement.h"
+
+#include <cmath>
+#include <new>
+
+namespace xov {
+
+namespace {
+
+constexpr double kPlotMargin = 20;
+constexpr double kFrameLeft = 64;
+constexpr double kFrameBottom = 50;
+constexpr double kFrameNarrower = 56; // than the plotting rectangle
+constexpr double kFrameLower = 40;
+
+constexpr double kFrameLineWidth = 2;
+constexpr double kTickLabelSize = 18;
+constexpr double kXLabelDrop = 24;
+constexpr float kYLabelLeft = 36;
+
+constexpr double kLeaderInset = 1;
+constexpr double kPeakRadius = 4.5;
+
+} // namespace
+
+XOVImageView::XOVImageView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {
+  setXLimitsMinMax(0, 360);
+  setYLimitsMinMax(-90, 90);
+  qCInfo(log, "In initWithFrame");
+  QAction* item = contextualMenu()->addAction(QStringLiteral("Save to XYZ"));
+  connect(item, &QAction::triggered, this, [this, item] { saveXYZ(item); });
+}
+
+XOVImageView::~XOVImageView() = default;
+
+void XOVImageView::setupImageDataNROWSNCOLS(const GridFloats& floats, std::int32_t rows, std::int32_t cols) {
+  setImageFloats(floats);
+  nr_ = rows;
+  nc_ = cols;
+  xminImage_ = xmin_;
+  yminImage_ = ymin_;
+  xmaxImage_ = xmax_;
+  ymaxImage_ = ymax_;
+  dxImage_ = (xmax_ - xmin_) / float(nc_);
+  dyImage_ = (ymax_ - ymin_) / float(nr_);
+  computeMinMax();
+  computeScaleFactor();
+  setupNSImage();
+  setNeedsDisplay(true);
+}
+
+void XOVImageView::setImageNRowsNCols(std::int32_t, std::int32_t) {}
+
+std::span<const float> XOVImageView::heldCells() const {
+  return imageFloats_ ? GridValues::held(*imageFloats_, nr_, nc_).values : std::span<const float>();
+}
+
+void XOVImageView::computeMinMax() {
+  if (const auto range = gridRange(heldCells())) {
+    minValue_ = range->lowest;
+    maxValue_ = range->highest;
+  }
+}
+
+void XOVImageView::computeScaleFactor() {
+  scaleFactor_ = maxValue_;
+  if (minValue_ < 0 && maxValue_ > 0) {
+    if (-minValue_ > maxValue_) {
+      maxValue_ = -minValue_;
+    } else {
+      minValue_ = -maxValue_;
+    }
+    scaleFactor_ = 2 * maxValue_;
+  }
+  if (scaleFactor_ == 0) scaleFactor_ = 1;
+}
+
+void XOVImageView::setMinMax(float min, float max) {
+  minValue_ = min;
+  maxValue_ = max;
+  computeScaleFactor();
+}
+
+GridColoring XOVImageView::gridColoring() const {
+  GridColoring coloring;
+  coloring.meaning = useTopoValues_ ? CellMeaning::Elevation : CellMeaning::Value;
+  coloring.nShades = nShades_;
+  coloring.palette = palette_;
+  coloring.minValue = minValue_;
+  coloring.scaleFactor = scaleFactor_;
+  coloring.inverted = inverted_;
+  return coloring;
+}
+
+void XOVImageView::setupNSImage() {
+  if (nr_ <= 0 || nc_ <= 0) return;
+  iSize_ = QSizeF(nc_, nr_);
+  const auto bitmap = makeBitmap();
+  if (bitmap) colorPlanes(*bitmap);
+  installBitmap(bitmap, bitmap ? bitmap->toOpaqueImage() : QImage());
+  qCInfo(log, "setupNSImage Retain Counts: iRep:%u imageFloats:%u", unsigned(iRep_.use_count() - (bitmap ? 1 : 0)),
+         unsigned(imageFloats_.use_count()));
+}
+
+void XOVImageView::updateImagePlanes() {
+  if (nr_ <= 0 || nc_ <= 0) return;
+  if (iRep_) {
+    colorPlanes(*iRep_);
+    if (showsBitmap()) installBitmap(iRep_, iRep_->toOpaqueImage());
+  }
+  setNeedsDisplay(true);
+}
+
+std::shared_ptr<PlanarBitmap> XOVImageView::makeBitmap() const {
+  if (!imageFloats_) return nullptr;
+  const GridValues grid = GridValues::held(*imageFloats_, nr_, nc_);
+  try {
+    auto bitmap = std::make_shared<PlanarBitmap>(grid.columns, grid.rows);
+    if (!bitmap->isNull()) return bitmap;
+  } catch (const std::bad_alloc&) {
+    qCWarning(log, "no memory for a picture of %d rows and %d columns", nr_, nc_);
+  }
+  return nullptr;
+}
+
+void XOVImageView::colorPlanes(PlanarBitmap& bitmap) const {
+  colorGridPlanes(heldCells(), gridColoring(), {bitmap.plane(0), bitmap.plane(1), bitmap.plane(2), bitmap.plane(3)});
+}
+
+void XOVImageView::installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, const QImage& picture) {
+  iRep_ = bitmap;
+  iPlanes_ = {};
+  for (int plane = 0; bitmap && plane < PlanarBitmap::kPlanes; ++plane)
+    iPlanes_[std::size_t(plane)] = bitmap->plane(plane).data();
+  anImage_ = picture;
+  bitmapPicture_ = anImage_.cacheKey();
+}
+
+void XOVImageView::computeImagePeakLocation() {
+  if (!imageFloats_) return;
+  const GridValues grid = GridValues::held(*imageFloats_, nr_, nc_);
+  if (const auto peak = findPeak(GridNodes(limits(), nr_, nc_), grid)) setMaxPointXY(peak->x, peak->y);
+}
+
+void XOVImageView::setMaxPointXY(float x, float y) {
+  xZmax_ = x;
+  yZmax_ = y;
+}
+
+void XOVImageView::setMinPointXY(float x, float y) {
+  xZmin_ = x;
+  yZmin_ = y;
+}
+
+void XOVImageView::computeRects() {
+  const QRectF b = bounds();
+  pRect_ = {kPlotMargin, kPlotMargin, b.width() - 2 * kPlotMargin, b.height() - 2 * kPlotMargin};
+  iRect_ = {kFrameLeft, kFrameBottom, pRect_.width() - kFrameNarrower, pRect_.height() - kFrameLower};
+  if (!showAxes_) iRect_ = pRect_;
+}
+
+void XOVImageView::drawRect(const QRectF&) {
+  computeRects();
+  if (inLiveResize()) {
+    drawViewSize();
+    return;
+  }
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  context.setColor(colors::white);
+  drawImage();
+  drawAxes();
+  context.restoreState();
+}
+
+void XOVImageView::drawImage() {
+  if (nr_ <= 0 || nc_ <= 0) return;
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  context.setColor(colors::white);
+  context.fillRect(iRect_);
+  const ImageExtent extent{xminImage_, xmaxImage_, yminImage_, ymaxImage_, dxImage_, dyImage_};
+  // A picture of a grid that is not all there lacks the lower rows, or the end of its only row.
+  const QSize size = showsBitmap() ? anImage_.size() : QSize(nc_, nr_);
+  const QRectF held(0, nr_ - size.height(), size.width(), size.height());
+  if (const auto place = placeImage(selectedCells(limits(), extent, nr_, nc_), held, anImage_.size(), iRect_))
+    context.drawImage(anImage_, place->target, place->source);
+  context.restoreState();
+}
+
+void XOVImageView::beginFramedAxes(const std::shared_ptr<const TextAttributes>& tickLabels) {
+  GraphicsContext& context = GraphicsContext::current();
+  context.setColor(colors::black);
+  Path frame = Path::rect(iRect_);
+  frame.setLineWidth(kFrameLineWidth);
+  context.strokePath(frame);
+  beginAxes(iRect_);
+  ASetTickLabelAttributes(tickLabels);
+}
+
+void XOVImageView::addAxes(const QString& label, float interval) {
+  setXLabel(label);
+  ADrawAxis(xLabel_, 1, 3, 2, xmin_, xmax_, interval);
+  std::array<char, kLabelBufferSize> yLabel{};
+  ADrawAxis(yLabel, 2, 1, 2, ymin_, ymax_, interval);
+}
+
+void XOVImageView::drawAxes() {
+  if (!showAxes_) return;
+  const auto tickLabels = std::make_shared<TextAttributes>(TextAttributes::helvetica(kTickLabelSize));
+  beginFramedAxes(tickLabels);
+  addAxes(QStringLiteral(" "), 0);
+  drawStringXYHJustVJust(xLabelString_, float(iRect_.x() + 0.5 * iRect_.width()), float(iRect_.y() - kXLabelDrop), 2,
+                         3);
+  drawRotatedStringXYHJustVJustAngle(yLabelString_, kYLabelLeft, float(iRect_.y() + 0.5 * iRect_.height()), 2, 2, 90);
+  strokeAxisPath();
+}
+
+void XOVImageView::drawMaxLocation() {
+  if (!(xmin_ <= xZmax_ && xZmax_ <= xmax_ && ymin_ <= yZmax_ && yZmax_ <= ymax_)) return;
+  const QPointF peak = dataToView({xZmax_, yZmax_}, iRect_, limits());
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  context.setColor(colors::red);
+  Path leaders;
+  leaders.moveTo({iRect_.x() + kLeaderInset, peak.y()});
+  leaders.lineTo(peak);
+  leaders.lineTo({peak.x(), iRect_.y() + kLeaderInset});
+  context.strokePath(leaders);
+  Path circle;
+  circle.appendOval({peak.x() - kPeakRadius, peak.y() - kPeakRadius, 2 * kPeakRadius, 2 * kPeakRadius});
+  context.strokePath(circle);
+  context.restoreState();
+}
+
+} // namespace xov

@@ -1,0 +1,204 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/colour/GridColors.h"
+#include "XOV_Graphics/platform/PlanarBitmap.h"
+#include "XOV_Graphics/views/base/XOVView.h"
+
+#include <QImage>
+#include <QSizeF>
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace xov {
+
+/// The values of a grid, row after row from the top. A view keeps the buffer; it is not changed while a view has it.
+using GridFloats = std::shared_ptr<const std::vector<float>>;
+using GridInts = std::shared_ptr<const std::vector<std::int32_t>>;
+
+/// A regular grid of values as a coloured picture inside the data frame, with linear axes. The host sets the limits,
+/// which are the grid's extent in the world, and then hands the grid over with setupImageDataNROWSNCOLS(); narrower
+/// limits set afterwards show the part of the picture that they select, in whole cells. The first row of the grid is
+/// at the top. Settings that change colours show after updateImagePlanes(), which keeps the picture's size.
+///
+/// A grid of `nr` rows and `nc` columns needs nr × nc values. Where the buffer holds fewer, the whole rows that it
+/// does hold are shown, in their place; a row count or column count that is not positive means no picture.
+class XOV_EXPORT XOVImageView : public XOVView {
+public:
+  /// Red, green, blue, alpha and one that is not used: one byte a cell each, rows from the top.
+  using Planes = std::array<std::uint8_t*, 5>;
+
+  /// Limits of the whole globe, x 0 … 360 and y −90 … 90, and "Save to XYZ" in the contextual menu.
+  explicit XOVImageView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  ~XOVImageView() override;
+
+  // The grid.
+
+  /// Takes a grid whose extent is the view's limits, computes range, scale and picture and asks for a redraw.
+  void setupImageDataNROWSNCOLS(const GridFloats& floats, std::int32_t rows, std::int32_t cols);
+  GridFloats imageFloats() const { return imageFloats_; }
+  void setImageFloats(const GridFloats& floats) { imageFloats_ = floats; }
+  /// Kept for hosts; the view does not read it.
+  GridInts imageInts() const { return imageInts_; }
+  void setImageInts(const GridInts& ints) { imageInts_ = ints; }
+  std::int32_t nr() const { return nr_; }
+  std::int32_t nc() const { return nc_; }
+  /// Changes nothing, on purpose: only setupImageDataNROWSNCOLS() changes the size of the grid.
+  void setImageNRowsNCols(std::int32_t nRows, std::int32_t nCols);
+  /// Kept for hosts, 0 at first.
+  std::int32_t floatOrIntData() const { return floatOrIntData_; }
+  /// The extent of the grid or picture in the world, and the size of a cell there.
+  float xminImage() const { return xminImage_; }
+  float xmaxImage() const { return xmaxImage_; }
+  float yminImage() const { return yminImage_; }
+  float ymaxImage() const { return ymaxImage_; }
+  float dxImage() const { return dxImage_; }
+  float dyImage() const { return dyImage_; }
+
+  // Values to colours.
+
+  /// The value at the beginning and at the end of the colours, and the distance that spans them.
+  float minValue() const { return minValue_; }
+  float maxValue() const { return maxValue_; }
+  float scaleFactor() const { return scaleFactor_; }
+  /// maxValue is the largest value of the grid, minValue the smallest one, but never above the negative of the first
+  /// value. Values that are not a number do not count; without any other both stay.
+  void computeMinMax();
+  /// The scale is maxValue, 1 in place of 0. Where the range lies on both sides of zero it is first made symmetric
+  /// about it, and the scale is all of its width.
+  virtual void computeScaleFactor();
+  /// Sets both and computes the scale.
+  void setMinMax(float min, float max);
+  void setScaleFactor(float factor) { scaleFactor_ = factor; }
+  /// As in getColorValues(); 64 shades of palette 0, grey, at first.
+  std::int32_t nShades() const { return nShades_; }
+  void setNShades(std::int32_t shades) { nShades_ = shades; }
+  std::int32_t palette() const { return palette_; }
+  void setPalette(std::int32_t palette) { palette_ = palette; }
+  /// Whether colours turn into 255 minus themselves; off at first.
+  bool inverted() const { return inverted_; }
+  void setInverted(bool inverted) { inverted_ = inverted; }
+  /// Whether values are elevations in metres with colours of their own, as at first, whatever range, palette and
+  /// shades are.
+  bool useTopoValues() const { return useTopoValues_; }
+  void setUseTopoValues(bool use) { useTopoValues_ = use; }
+
+  // The picture.
+
+  /// Makes bitmap and picture anew. Nothing changes while the grid has no rows or columns.
+  virtual void setupNSImage();
+  /// Colours the bitmap anew and asks for a redraw. A picture set with setAnImage() stays.
+  void updateImagePlanes();
+  /// The picture that is drawn, opaque. A picture of the host's has the nominal size of nc × nr cells, in as many
+  /// pixels as it likes.
+  QImage anImage() const { return anImage_; }
+  void setAnImage(const QImage& image) { anImage_ = image; }
+  /// (nc, nr) as of the last setupNSImage().
+  QSizeF iSize() const { return iSize_; }
+  /// The bitmap behind the picture of a grid, none before setupNSImage(); its alpha plane holds 1 everywhere.
+  std::shared_ptr<const PlanarBitmap> iRep() const { return iRep_; }
+  const Planes& iPlanes() const { return iPlanes_; }
+  /// For maps: whether the picture is left out. This view does not look at it.
+  bool hideImage() const { return hideImage_; }
+  void setHideImage(bool hide) { hideImage_ = hide; }
+
+  // The peak.
+
+  /// Finds the first of the grid's largest values and keeps its place; without any value above −1e30 the place stays.
+  /// The value of a cell is looked up with the number of rows as the stride, which is exact for square grids only.
+  void computeImagePeakLocation();
+  float xZmax() const { return xZmax_; }
+  float yZmax() const { return yZmax_; }
+  void setMaxPointXY(float x, float y);
+  /// The place of the smallest value, which only the host sets.
+  float xZmin() const { return xZmin_; }
+  float yZmin() const { return yZmin_; }
+  void setMinPointXY(float x, float y);
+
+  // Drawing.
+
+  /// Whether there are axes and room for them; on at first.
+  bool showAxes() const { return showAxes_; }
+  void setShowAxes(bool show) { showAxes_ = show; }
+  /// pRect (20, 20, width − 40, height − 40) and iRect (64, 50, width − 96, height − 80); without axes iRect is
+  /// pRect.
+  void computeRects() override;
+  /// Lays out and draws the picture and its axes, on the paper that is there; only the view's size while it is being
+  /// resized.
+  void drawRect(const QRectF& dirty) override;
+  /// White paper in the data frame, and the part of the picture that the limits select on it.
+  virtual void drawImage();
+  virtual void drawAxes();
+  /// Red lines from the left and the lower axis to the peak, and a circle around it, if it lies within the limits.
+  /// This view's drawRect() does not draw it.
+  void drawMaxLocation();
+
+  // Export.
+
+  /// Opens a save sheet that proposes xyz_NNN.txt, NNN being pltCount(), which then counts up.
+  void saveXYZ(QObject* sender = nullptr);
+  /// Writes the grid where the sheet says if it was accepted; tells nobody when that fails.
+  void didEndSaveXYZReturnCodeContextInfo(SavePanel* sheet, int returnCode, void* contextInfo);
+  /// Writes a line "x y value" for each cell below three lines of limits and range, and computes minValue and
+  /// maxValue anew for them. False, with one line in `error`, when there is no grid or the file cannot be written,
+  /// which then is left as it was.
+  bool writeXYZToFile(const QString& path, QString* error = nullptr);
+
+protected:
+  /// How cells become colours.
+  virtual GridColoring gridColoring() const;
+  /// The values of the grid that the buffer holds, row after row; empty without a grid.
+  std::span<const float> heldCells() const;
+  /// A bitmap for the held part of the grid; null, said in the log, when memory does not allow it.
+  std::shared_ptr<PlanarBitmap> makeBitmap() const;
+  /// Fills the bitmap's planes with the grid's colours.
+  void colorPlanes(PlanarBitmap& bitmap) const;
+  /// Makes the bitmap that of the view, with the opaque picture of it; null ones leave the view without.
+  void installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, const QImage& picture);
+  /// Strokes the data frame with lines of 2 points in black, and begins axes with tick labels of those attributes.
+  void beginFramedAxes(const std::shared_ptr<const TextAttributes>& tickLabels);
+  /// Adds an X axis below the frame, with its label, and a Y axis at the left, without one.
+  void addAxes(const QString& label, float interval);
+
+  GridFloats imageFloats_;
+  GridInts imageInts_;
+  std::int32_t nr_ = 0;
+  std::int32_t nc_ = 0;
+  std::int32_t nShades_ = 64;
+  std::int32_t palette_ = 0;
+  std::int32_t floatOrIntData_ = 0;
+  float minValue_ = 0;
+  float maxValue_ = 0;
+  float scaleFactor_ = 1;
+  float xZmax_ = 0;
+  float yZmax_ = 0;
+  float xZmin_ = 0;
+  float yZmin_ = 0;
+  float zMin_ = 0; // kept for subclasses, like zMax_ and c_
+  float zMax_ = 0;
+  float xminImage_ = 0;
+  float xmaxImage_ = 0;
+  float yminImage_ = 0;
+  float ymaxImage_ = 0;
+  float dxImage_ = 0;
+  float dyImage_ = 0;
+  QImage anImage_;
+  std::shared_ptr<PlanarBitmap> iRep_;
+  QSizeF iSize_;
+  Planes iPlanes_{};
+  std::int32_t c_ = 0;
+  bool showAxes_ = true;
+  bool inverted_ = false;
+  bool hideImage_ = false;
+  bool useTopoValues_ = true;
+
+private:
+  bool showsBitmap() const { return iRep_ && !anImage_.isNull() && anImage_.cacheKey() == bitmapPicture_; }
+
+  std::int64_t bitmapPicture_ = 0; // the key of the picture that shows the bitmap
+};
+
+} // namespace xov

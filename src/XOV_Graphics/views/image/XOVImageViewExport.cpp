@@ -1,0 +1,34 @@
+#include "XOV_Graphics/base/WholeFile.h"
+#include "XOV_Graphics/views/image/XOVImageView.h"
+#include "XOV_Graphics/views/image/XyzText.h"
+
+#include <QIODevice>
+
+namespace xov {
+
+void XOVImageView::saveXYZ(QObject*) {
+  openSaveSheet(QStringLiteral("xyz"), QStringLiteral("txt"),
+                [this](SavePanel* sheet, int code) { didEndSaveXYZReturnCodeContextInfo(sheet, code, nullptr); });
+}
+
+void XOVImageView::didEndSaveXYZReturnCodeContextInfo(SavePanel* sheet, int returnCode, void*) {
+  if (sheet == nullptr || returnCode != SavePanel::kAccepted || sheet->filename().isEmpty()) return;
+  writeXYZToFile(sheet->filename());
+}
+
+bool XOVImageView::writeXYZToFile(const QString& path, QString* error) {
+  if (!imageFloats_) {
+    if (error != nullptr) *error = QStringLiteral("%1: the view has no grid").arg(path);
+    return false;
+  }
+  return writeFileAtomically(
+      path,
+      [this](QIODevice& device) {
+        computeMinMax();
+        return writeXyzText(device, limits(), {minValue_, maxValue_}, GridNodes(limits(), nr_, nc_),
+                            GridValues::held(*imageFloats_, nr_, nc_));
+      },
+      error);
+}
+
+} // namespace xov

@@ -1,0 +1,149 @@
+#include "XOV_Graphics/views/image/xovFKImageView.h"
+
+#include "XOV_Graphics/base/Log.h"
+#include "XOV_Graphics/colour/ColorValues.h"
+#include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/GraphicsContext.h"
+
+namespace xov {
+
+namespace {
+
+constexpr double kMarginSide = 24;
+constexpr double kMarginBottom = 60;
+constexpr double kNarrower = 48;
+constexpr double kLower = 80;
+constexpr double kYAxisRoom = 40;
+
+constexpr double kTickLabelSize = 18;
+constexpr float kYLabelLeft = 36;
+
+constexpr double kCircleVelocities[] = {32, 16, 8, 6, 4, 3, 2}; // km/s
+
+float tickInterval(float range) {
+  if (range > 0.4F) return 0.1F;
+  return range > 0.2F ? 0.05F : 0.025F;
+}
+
+} // namespace
+
+xovFKImageView::xovFKImageView(const QRectF& frame, QWidget* parent) : XOVImageView(frame, parent) {}
+
+xovFKImageView::~xovFKImageView() = default;
+
+void xovFKImageView::computeScaleFactor() {
+  scaleFactor_ = maxValue_ - minValue_;
+  if (scaleFactor_ == 0) scaleFactor_ = 1;
+}
+
+// A power is shown by its share of the range, from zero on: the lowest power is not subtracted.
+GridColoring xovFKImageView::gridColoring() const {
+  GridColoring coloring = XOVImageView::gridColoring();
+  coloring.meaning = CellMeaning::Value;
+  coloring.minValue = 0;
+  return coloring;
+}
+
+void xovFKImageView::setupNSImage() {
+  if (nr_ <= 0 || nc_ <= 0) return;
+  iSize_ = QSizeF(nc_, nr_);
+  const auto bitmap = makeBitmap();
+  if (bitmap) colorPlanes(*bitmap);
+  logCells();
+  const QImage image = bitmap ? bitmap->toOpaqueImage() : QImage();
+  const auto logHolds = [&] {
+    const bool installed = !image.isNull() && anImage_.cacheKey() == image.cacheKey();
+    qCInfo(log, "setupNSImage Retain Counts: iRep:%d image:%d", int(bitmap.use_count()), installed ? 2 : 1);
+  };
+  logHolds();
+  installBitmap(bitmap, image);
+  logHolds();
+}
+
+void xovFKImageView::logCells() const {
+  if (!cellLog().isDebugEnabled()) return;
+  for (const float power : heldCells()) {
+    const float share = power / scaleFactor_;
+    std::uint32_t red = 0;
+    std::uint32_t green = 0;
+    std::uint32_t blue = 0;
+    getColorValues(nShades_, palette_, &red, &green, &blue, nullptr, share);
+    qCDebug(cellLog, "%f %d %d %d", double(share), int(red), int(green), int(blue));
+  }
+}
+
+void xovFKImageView::computeRects() {
+  const QRectF b = bounds();
+  pRect_ = {kMarginSide, kMarginBottom, b.width() - kNarrower, b.height() - kLower};
+  iRect_ = {pRect_.x() + kYAxisRoom, pRect_.y(), pRect_.width() - kYAxisRoom, pRect_.height()};
+  if (!showAxes_) iRect_ = pRect_;
+}
+
+void xovFKImageView::drawRect(const QRectF&) {
+  computeRects();
+  if (inLiveResize()) {
+    drawViewSize();
+    return;
+  }
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  context.setColor(colors::white);
+  fillBounds();
+  drawImage();
+  drawAxes();
+  drawPhaseVelocityCircles();
+  drawZeroGrid();
+  computeImagePeakLocation();
+  drawMaxLocation();
+  context.restoreState();
+}
+
+void xovFKImageView::drawAxes() {
+  if (!showAxes_) return;
+  const auto tickLabels = std::make_shared<TextAttributes>(TextAttributes::helvetica(kTickLabelSize));
+  beginFramedAxes(tickLabels);
+  addAxes(QStringLiteral("East Slowness (s/km)"), tickInterval(xmax_ - xmin_));
+  drawRotatedStringXYHJustVJustAngle(QStringLiteral("North Slowness (s/km)"), kYLabelLeft,
+                                     float(pRect_.y() + 0.5 * pRect_.height()), 2, 2, 90);
+  strokeAxisPath();
+}
+
+void xovFKImageView::drawZeroGrid() {
+  const QPointF zero = dataToView({0, 0}, iRect_, limits());
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  context.setColor(colors::black);
+  Path lines;
+  lines.moveTo({iRect_.x(), zero.y()});
+  lines.lineTo({iRect_.x() + iRect_.width(), zero.y()});
+  lines.moveTo({zero.x(), iRect_.y()});
+  lines.lineTo({zero.x(), iRect_.y() + iRect_.height()});
+  context.strokePath(lines);
+  context.restoreState();
+}
+
+// One path: each circle is joined to the one before along the line of zero north slowness.
+void xovFKImageView::drawPhaseVelocityCircles() {
+  const QPointF zero = dataToView({0, 0}, iRect_, limits());
+  const double pointsPerSlowness = iRect_.width() / double(xmax_ - xmin_);
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  context.setColor(colors::black);
+  Path circles;
+  for (const double velocity : kCircleVelocities)
+    circles.appendArc(zero, pointsPerSlowness / velocity, 0, 360);
+  context.clipToRect(iRect_);
+  context.strokePath(circles);
+  context.restoreState();
+}
+
+void xovFKImageView::mouseDown(const MouseEvent& event) {
+  if (event.modifierFlags.testFlag(Qt::ShiftModifier)) dragOut();
+}
+
+QImage xovFKImageView::snapshotFromRect(const QRectF& rect) {
+  return pictureOfRect(rect).convertToFormat(QImage::Format_RGB888);
+}
+
+} // namespace xov

@@ -1,0 +1,137 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/map/XOVPolygon.h"
+#include "XOV_Graphics/map/geoMapPoint.h"
+#include "XOV_Graphics/map/geoMapVector.h"
+#include "XOV_Graphics/views/image/XOVImageView.h"
+
+#include <QColor>
+#include <QImage>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace xov {
+
+/// What a map shows; views share these with the host. Null entries are left out.
+using GeoMapPointArray = std::vector<std::shared_ptr<geoMapPoint>>;
+using GeoMapVectorArray = std::vector<std::shared_ptr<geoMapVector>>;
+/// Colours that points choose from by their colour index.
+using MapColorArray = std::vector<QColor>;
+/// Sets of lines, such as the boundaries of a plateBoundaryController.
+using XOVPolygonSets = std::vector<std::shared_ptr<XOVPolygonArray>>;
+
+/// A map in longitude and latitude, the view's x and y limits in degrees: a topography or a picture at the back, then
+/// plate boundaries, symbols and vectors, and a title. The map keeps its shape: at the middle latitude both axes have
+/// the same scale.
+///
+/// Longitudes are -180 … 180 or 0 … 360, as the limits and the data like. On a map that reaches beyond 180 degrees,
+/// negative longitudes of data stand for those 360 degrees further east; lines on a map that begins west of Greenwich
+/// take longitudes beyond 180 degrees for those 360 degrees further west.
+class XOV_EXPORT geoMapView : public XOVImageView {
+public:
+  /// The whole globe from Greenwich on, without anything on it.
+  explicit geoMapView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  ~geoMapView() override;
+
+  // What the map shows. The arrays are never null; setting null makes an empty one. They are shared: what the host
+  // adds to them appears in the next drawing.
+
+  const std::shared_ptr<GeoMapPointArray>& thePoints() const { return thePoints_; }
+  void setThePoints(std::shared_ptr<GeoMapPointArray> points);
+  const std::shared_ptr<GeoMapVectorArray>& theVectors() const { return theVectors_; }
+  void setTheVectors(std::shared_ptr<GeoMapVectorArray> vectors);
+  /// Null is not added.
+  void addTheVector(const std::shared_ptr<geoMapVector>& vector);
+  /// Takes out every entry that is this vector.
+  void removeTheVector(const std::shared_ptr<geoMapVector>& vector);
+  const XOVPolygonSets& thePolygonSets() const { return thePolygonSets_; }
+  /// Null is not added.
+  void addAPolygonSet(std::shared_ptr<XOVPolygonArray> polygons);
+
+  // How it shows it.
+
+  /// Whether the polygon sets are drawn; off at first.
+  bool showPlates() const { return showPlates_; }
+  void setShowPlates(bool show) { showPlates_ = show; }
+  /// The colour of the polygons: black of opacity 1/2 at first.
+  QColor plateBoundaryColor() const { return plateBoundaryColor_; }
+  void setPlateBoundaryColor(const QColor& color) { plateBoundaryColor_ = color; }
+  /// Whether every point has an outline, also one without a colour; on at first. Points with a colour index have one
+  /// anyway, and then a second one over it.
+  bool outlinePointsWithNoData() const { return outlinePointsWithNoData_; }
+  void setOutlinePointsWithNoData(bool outline) { outlinePointsWithNoData_ = outline; }
+  /// Where a map stands that is lower than its place: 0 in the middle, as at first, 1 at the top, 2 at the bottom.
+  std::int32_t vAlignPlot() const { return vAlignPlot_; }
+  void setVAlignPlot(std::int32_t align) { vAlignPlot_ = align; }
+  /// Where the map was last laid out, in view points.
+  QRectF mapRect() const { return iRect_; }
+
+  const std::shared_ptr<MapColorArray>& theColors() const { return theColors_; }
+  void setTheColors(std::shared_ptr<MapColorArray> colors);
+  /// Makes theColors() a ramp of n colours from red to white; at most 1,048,576.
+  void buildGrayScaleColorsNLevels(std::int32_t n);
+  /// ... 16 colours from blue through cyan and yellow to red.
+  void buildNoGreenColorTable();
+  /// ... 21 colours from dark red through yellow and green to blue.
+  void buildSeisColorTable();
+  /// ... 21 colours from blue over near-white to red.
+  void buildPolarColorTable();
+
+  // The background.
+
+  /// Shows a grid of elevations in metres from a file of signed 16-bit integers in the machine's byte order: rows ×
+  /// cols of them without a header, from the northernmost row on. Of these every dSmpl-th row and column is taken.
+  /// The grid's extent is what the view's limits are now.
+  ///
+  /// False, and nothing changed, when the file cannot be read, has another size, or when dSmpl is not 1 to the
+  /// smaller of both counts. One line that says so, with the size and the expected one, goes to `error` where one is
+  /// given, else to the log, unless the file is missing.
+  bool loadTopoImageFromPathNRowsNColsDSmpl(const QString& path, std::int32_t rows, std::int32_t cols,
+                                            std::int32_t dSmpl, QString* error = nullptr);
+  /// The same for the global grid ETOPO5 (National Geophysical Data Center, 1988: Data Announcement 88-MGG-02,
+  /// Digital relief of the surface of the earth), 2160 rows by 4320 columns of five arc-minutes in
+  /// DATA/Grids/etopo5.i2 below dataRoot(). Its extent is 0 … 360 and -90 … 90 whatever the limits are.
+  bool loadETOPO5DownSmpl(std::int32_t factor, QString* error = nullptr);
+  /// Shows a picture of the resources: 1 a satellite picture, 2 natural and 3 relief colours, 4 another satellite
+  /// picture, each -180 … 360 and -90 … 90; 10 the western United States in grey, -130 … -105 and 30 … 52. The
+  /// grid's values stay as they are.
+  ///
+  /// False, with one line in `error` where one is given, and nothing changed, for any other index and when the
+  /// picture is missing or damaged.
+  bool loadImageWithIndex(std::int32_t index, QString* error = nullptr);
+
+  // Drawing.
+
+  /// Lays out as the base view and then fits the map into iRect, centred from left to right.
+  void computeRects() override;
+  /// Everything on white paper: the background unless hideImage(), axes, polygons, points, vectors, title, time
+  /// stamp. Only the view's size while it is being resized.
+  void drawRect(const QRectF& dirty) override;
+  /// Ticks every 10 to 90 degrees by the map's width, without titles.
+  void drawAxes() override;
+  void drawPolygons();
+  /// Circles of 12 · symbolSize points radius: filled in the colour of their index, of their own opacity, and
+  /// outlined. An index beyond theColors() leaves the outline only.
+  void drawPoints();
+  /// Lines from the vectors' feet, scaleFactor points a unit.
+  void drawVectors();
+  /// A picture of the whole view.
+  QImage getImageOfView();
+
+private:
+  void setImageExtent(const PlotLimits& extent, float dx, float dy);
+
+  std::shared_ptr<GeoMapPointArray> thePoints_;
+  std::shared_ptr<MapColorArray> theColors_;
+  std::shared_ptr<GeoMapVectorArray> theVectors_;
+  XOVPolygonSets thePolygonSets_;
+  std::int32_t vAlignPlot_ = 0;
+  bool showPlates_ = false;
+  bool outlinePointsWithNoData_ = true;
+  QColor plateBoundaryColor_;
+};
+
+} // namespace xov

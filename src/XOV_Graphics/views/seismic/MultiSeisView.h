@@ -1,0 +1,66 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/views/seismic/PickedSeismogramView.h"
+
+#include <array>
+#include <memory>
+
+namespace xov {
+
+/// A record section: one horizontal strip a record, the first at the bottom, all on one time axis and one amplitude
+/// scale that the gain factor divides. Each strip carries a caption with station, network, component, distance and
+/// azimuth, the record's picks, a red tick at its first arrival and, on request, a dotted zero line.
+///
+/// The time span and amplitude range are computed from the records at every draw.
+///
+/// A pick's line runs from the zero line up to 0.6 of a slot above it; its label stands to its right. The picks T0 to
+/// T9 carry the labels stored with them, the first arrival is always "A".
+class XOV_EXPORT MultiSeisView : public PickedSeismogramView {
+public:
+  /// The zero line's dashes in points: with round caps, a row of dots 2.51 points apart.
+  static constexpr std::array<double, 2> dashes = {0.01, 2.5};
+
+  explicit MultiSeisView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  ~MultiSeisView() override;
+
+  /// The records, kept without owning them: a host that lets the array go gets an empty view. Null records leave
+  /// their strip empty.
+  void setWvfrmsArray(const std::shared_ptr<const SeismogramArray>& records) { wvfrmsArray_ = records; }
+  std::shared_ptr<const SeismogramArray> wvfrmsArray() const { return wvfrmsArray_.lock(); }
+  /// Dotted light grey lines through the strips; off at first.
+  bool showZeroLine() const { return showZeroLine_; }
+  void setShowZeroLine(bool show) { showZeroLine_ = show; }
+  /// Divides the amplitude scale: larger values draw smaller traces. 1.5 at first, which lets neighbours overlap.
+  float plotGainFactor() const { return plotGainFactor_; }
+  void setPlotGainFactor(float factor) { plotGainFactor_ = factor; }
+  /// Stored; traces of this view are not filled.
+  void setFillNegative(bool fill) { fillNegative_ = fill; }
+  bool fillNegative() const { return fillNegative_; }
+  void setFillPositive(bool fill) { fillPositive_ = fill; }
+  bool fillPositive() const { return fillPositive_; }
+
+  /// pRect and iRect (20, 60, width − 40, height − 100).
+  void computeRects() override;
+  /// Sets the four limits from the records, whatever the fixed-range flags say; without records nothing changes.
+  virtual void computePlotLimits();
+  void drawRect(const QRectF& dirty) override;
+  /// Red ticks at the first-arrival times of all records, unset ones included, which lie far to the left.
+  virtual void drawPicks();
+
+protected:
+  std::weak_ptr<const SeismogramArray> wvfrmsArray_;
+  bool fillNegative_ = false;
+  bool fillPositive_ = false;
+  bool showZeroLine_ = false;
+  float plotGainFactor_ = 1.5f;
+
+private:
+  void drawStrips(const SeismogramArray& records);
+  void drawZeroLine(double center);
+  void drawCaption(const SeismogramRecord& record, double center);
+  Trace traceOf(const SeismogramRecord& record, double center, double slot) const;
+  void drawTimeAxis();
+};
+
+} // namespace xov

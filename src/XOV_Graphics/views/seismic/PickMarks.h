@@ -1,0 +1,64 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+
+#include <QColor>
+#include <QLineF>
+#include <QRectF>
+#include <QString>
+
+#include <vector>
+
+namespace xov {
+
+/// Which picks carry the label that is stored with them; the others always carry their default: "A" for the first
+/// arrival, "T0" to "T9" for the keys 0 to 9. The origin is always "Origin" and the end of the signal "F".
+struct XOV_EXPORT PickLabelRule {
+  bool storedForFirstArrival = false;
+  bool storedForKeys = false;
+};
+
+/// A length that depends on the height of a panel.
+struct XOV_EXPORT PanelLength {
+  double share = 0;  ///< of the panel's height
+  double points = 0; ///< added to it
+
+  double of(const QRectF& panel) const { return share * panel.height() + points; }
+};
+
+/// How a view marks picks over a panel: a vertical line with a label.
+struct XOV_EXPORT PickStyle {
+  enum class LabelPlace {
+    CenteredAbove, ///< centred on the line, standing `labelBelow` below the panel's top
+    RightOfLine,   ///< 4 points to the right of the line, its top `labelBelow` below the panel's top
+  };
+  PickLabelRule labels{};
+  PanelLength lineAbove{}; ///< from the panel's bottom up to the line's lower end
+  PanelLength lineBelow{}; ///< from the panel's top down to its upper end
+  PanelLength labelBelow{};
+  LabelPlace labelPlace = LabelPlace::CenteredAbove;
+};
+
+/// A pick that falls into a view's time window.
+struct XOV_EXPORT PickMark {
+  float time = 0;
+  QColor color;
+  QString label;
+};
+
+/// The picks of a record that are set and lie within xmin … xmax, in drawing order: origin (blue), first arrival, end
+/// of the signal, keys 0 to 9 (dark grey).
+XOV_EXPORT std::vector<PickMark> visiblePicks(const SeismogramRecord& record, float xmin, float xmax,
+                                              PickLabelRule rule);
+
+/// Where a time lies along a panel whose width stands for xmin … xmax. Not finite where the limits are equal.
+XOV_EXPORT double pickX(const QRectF& panel, float time, float xmin, float xmax);
+
+/// The line of a pick at `x`, from its lower to its upper end.
+XOV_EXPORT QLineF pickLine(const QRectF& panel, double x, const PickStyle& style);
+
+/// The lower left corner of the label, of that size, of a pick at `x`.
+XOV_EXPORT QPointF pickLabelOrigin(const QRectF& panel, double x, QSizeF size, const PickStyle& style);
+
+} // namespace xov

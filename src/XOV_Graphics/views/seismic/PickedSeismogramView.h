@@ -1,0 +1,30 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/views/seismic/PickMarks.h"
+#include "XOV_Graphics/views/seismic/SeismogramView.h"
+
+namespace xov {
+
+/// A seismogram view that marks picks: origin time, first arrival, end of the signal and the picks T0 to T9, each a
+/// vertical line with a label. Where the line reaches and where the label stands is a matter of the PickStyle.
+class XOV_EXPORT PickedSeismogramView : public SeismogramView {
+public:
+  ~PickedSeismogramView() override;
+
+  /// The picks of a record that are set and lie in xmin … xmax, both ends included, over a panel. Nothing for a null
+  /// record.
+  virtual void drawPicksSeis(const QRectF& rect, const SeismogramRecord* record);
+  /// The line of one pick in the current colour.
+  virtual void drawPickForRectTime(const QRectF& rect, float time);
+  /// The label of one pick in the colour of labelAttributes(). Leaves the system's label font in them.
+  virtual void drawPickLabelForRectLabelAtTime(const QRectF& rect, const QString& label, float time);
+
+protected:
+  PickedSeismogramView(const PickStyle& picks, const QRectF& frame, QWidget* parent);
+
+private:
+  PickStyle picks_;
+};
+
+} // namespace xov

@@ -1,0 +1,96 @@
+#include "XOV_Graphics/views/seismic/SeisView02.h"
+
+#include "XOV_Graphics/base/SinglePrecision.h"
+#include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/seismic/Captions.h"
+#include "XOV_Graphics/views/seismic/TraceWindow.h"
+
+namespace xov {
+
+namespace {
+
+constexpr double kCaptionInset = 18; // from the upper left corner
+constexpr double kTitleOffset = 2;   // from the left edge of the view, in font sizes
+
+} // namespace
+
+SeisView02::SeisView02(const QRectF& frame, QWidget* parent) : StackedSeisView(frame, parent) {}
+
+SeisView02::~SeisView02() = default;
+
+QRectF SeisView02::bandRect(const QRectF& frame, std::size_t index, std::size_t count) {
+  const double band = frame.height() / double(count);
+  return {frame.x(), frame.y() + frame.height() - double(index + 1) * band, frame.width(), band};
+}
+
+void SeisView02::drawRect(const QRectF&) {
+  GraphicsContext& context = GraphicsContext::current();
+  context.setColor(colors::white);
+  fillBounds();
+  context.setColor(colors::black);
+  const auto records = wvfrmsArray();
+  if (!records || records->empty()) return;
+  computeRects();
+  computePlotLimits();
+  // Without this each draw would add one more rectangle.
+  discardCursorRects();
+  resetCursorRects();
+  context.saveState();
+  context.strokeRect(pRect_);
+  for (std::size_t i = 0; i < records->size(); ++i) {
+    const QRectF rect = plotStyle_ == kBands ? bandRect(pRect_, i, records->size()) : pRect_;
+    const SeismogramRecord* const record = (*records)[i].get();
+    drawSeismogramInRect(record, rect);
+    drawLabelForSignalInRect(record, rect);
+  }
+  drawAxesOnRect(pRect_);
+  drawTitleTopCentered();
+  context.restoreState();
+}
+
+void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRectF& rect) {
+  if (record == nullptr) return;
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  if (record->delta() <= 0) return;
+  const TraceWindow window = windowStartingAtLimit(*record, xmin_, xmax_);
+  Trace trace;
+  trace.samples = record->GetSacSeis();
+  trace.first = window.first;
+  trace.last = window.last;
+  if (!trace.isEmpty()) {
+    trace.time = TraceTime::accumulated(window.firstTime, record->delta());
+    trace.tOrigin = xmin_;
+    trace.xScale = timeScale(rect);
+    trace.xOffset = rect.x();
+    trace.vOrigin = ymin_;
+    trace.yScale = rect.height() / double(ymax_ - ymin_);
+    trace.yOffset = rect.y();
+    trace.clampLow = ymin_;
+    trace.clampHigh = ymax_;
+    trace.firstValue = trace.samples[trace.first];
+    strokeTrace(trace, rect, record->smin(), record->smax());
+  }
+  context.restoreState();
+}
+
+void SeisView02::drawLabelForSignalInRect(const SeismogramRecord* record, const QRectF& rect) {
+  if (record == nullptr) return;
+  drawStringXYHJustVJust(fileCaption(record->path()), float(rect.x() + kCaptionInset),
+                         float(rect.y() + rect.height() - kCaptionInset), 1, 3);
+}
+
+void SeisView02::drawAxesOnRect(const QRectF& rect) {
+  const double fontSize = labelAttributes_->pointSize();
+  beginAxes(rect);
+  ASetYAxisPowerFlag(1);
+  ASetFontSize(towardZero(float(fontSize)));
+  addTimeAxis(xLabelString_);
+  if (plotStyle_ == kOverlay) addAmplitudeAxis(QString());
+  strokeAxisPath();
+  drawRotatedStringXYHJustVJustAngle(yLabelString_, float(bounds().x() + kTitleOffset * fontSize),
+                                     float(rect.y() + rect.height() / 2), 1, 2, 90);
+}
+
+} // namespace xov

@@ -1,0 +1,88 @@
+#include "XOV_Graphics/views/seismic/SeismogramView.h"
+
+#include "XOV_Graphics/graphics/AGraphics.h"
+
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+// Codes of ADrawAxis().
+constexpr int kXAxis = 1;
+constexpr int kYAxis = 2;
+constexpr int kLeftSide = 1;
+constexpr int kBottomSide = 3;
+constexpr int kWithLabels = 2;
+constexpr float kAutomaticInterval = 0;
+
+// The frame of an axis is kept in 16 bits; beyond them it would wrap around into the picture.
+constexpr double kAxisReach = 32767;
+
+} // namespace
+
+SeismogramView::SeismogramView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {}
+
+SeismogramView::~SeismogramView() = default;
+
+void SeismogramView::takeLimits(const RecordLimits& found, FixedRanges fixed) {
+  const bool keep = fixed == FixedRanges::Kept;
+  if (!keep || !fixedXAxisRange_) {
+    xmin_ = found.tmin;
+    xmax_ = found.tmax;
+  }
+  if (!keep || !fixedYAxisRange_) {
+    ymin_ = found.amin;
+    ymax_ = found.amax;
+  }
+}
+
+bool SeismogramView::settleTrace(Trace& trace, const QRectF& panel, float lowest, float highest) {
+  if (!(panel.width() > 0) || !(panel.height() > 0) || !std::isfinite(trace.xScale)) return false;
+  if (std::isfinite(trace.yScale)) return true;
+  trace.yScale = 0;
+  return lowest == trace.vOrigin && highest == trace.vOrigin;
+}
+
+void SeismogramView::strokeTrace(Trace trace, const QRectF& panel, float lowest, float highest) {
+  if (!settleTrace(trace, panel, lowest, highest)) return;
+  Path path;
+  path.appendTrace(trace);
+  GraphicsContext::current().strokePath(path);
+}
+
+void SeismogramView::strokeLine(QPointF from, QPointF to) {
+  Path line;
+  line.moveTo(from);
+  line.lineTo(to);
+  GraphicsContext::current().strokePath(line);
+}
+
+void SeismogramView::strokeDottedLine(QPointF from, QPointF to, double width, const std::vector<double>& dashes) {
+  Path line;
+  line.moveTo(from);
+  line.lineTo(to);
+  line.setLineWidth(width);
+  line.setLineCap(Path::Cap::Round);
+  line.setDashes(dashes, 0);
+  GraphicsContext::current().strokePath(line);
+}
+
+void SeismogramView::addTimeAxis(const QString& label) {
+  setXLabel(label);
+  ADrawAxis(xLabel_, kXAxis, kBottomSide, kWithLabels, xmin_, xmax_, kAutomaticInterval);
+}
+
+void SeismogramView::addAmplitudeAxis(const QString& label) {
+  setXLabel(label);
+  ADrawAxis(xLabel_, kYAxis, kLeftSide, kWithLabels, ymin_, ymax_, kAutomaticInterval);
+}
+
+void SeismogramView::drawTimeAxisUnder(double left, double right, double bottom) {
+  if (!(std::abs(left) <= kAxisReach && std::abs(right) <= kAxisReach && std::abs(bottom) <= kAxisReach)) return;
+  beginAxes({left, bottom, right - left, 0});
+  addTimeAxis(QStringLiteral("Time (s)"));
+  strokeAxisPath();
+}
+
+} // namespace xov

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+#include "XOV_Graphics/views/base/XOVView.h"
+#include "XOV_Graphics/views/seismic/RecordLimits.h"
+
+#include <vector>
+
+namespace xov {
+
+/// What the seismogram views have in common: limits from records, traces in panels, dotted lines and the way that
+/// axes are drawn. It draws nothing by itself.
+class XOV_EXPORT SeismogramView : public XOVView {
+public:
+  ~SeismogramView() override;
+
+protected:
+  explicit SeismogramView(const QRectF& frame, QWidget* parent);
+
+  enum class FixedRanges {
+    Kept,        ///< axes with a fixed range keep the host's limits
+    Overwritten, ///< all limits are set
+  };
+  void takeLimits(const RecordLimits& found, FixedRanges fixed);
+
+  /// Points a second of a panel whose width stands for xmin … xmax.
+  double timeScale(const QRectF& panel) const { return panel.width() / double(xmax_ - xmin_); }
+
+  /// Whether a trace with samples from `lowest` to `highest` can be drawn into a panel. A panel without room and a
+  /// scale that is not finite leave it out. Equal limits make an infinite scale of amplitudes: samples at the origin
+  /// of the scale then still lie on their line, so a trace that has no others is drawn flat.
+  static bool settleTrace(Trace& trace, const QRectF& panel, float lowest, float highest);
+  /// Strokes one trace in the current colour, or leaves it out as settleTrace() says.
+  static void strokeTrace(Trace trace, const QRectF& panel, float lowest, float highest);
+
+  static void strokeLine(QPointF from, QPointF to);
+  /// A line of dots, round at the ends, in the current colour: lengths of dashes and gaps in turn, in points.
+  static void strokeDottedLine(QPointF from, QPointF to, double width, const std::vector<double>& dashes);
+
+  /// Adds the X axis along the bottom edge, xmin … xmax, with its label to the axes begun with beginAxes().
+  void addTimeAxis(const QString& label);
+  /// Adds the Y axis along the left edge, ymin … ymax, with its label.
+  void addAmplitudeAxis(const QString& label);
+  /// Draws the axis "Time (s)" along the line from `left` to `right` at the height `bottom`, which is the lower edge
+  /// of a panel. Beyond 32767 points, which axes do not reach, nothing is drawn.
+  void drawTimeAxisUnder(double left, double right, double bottom);
+};
+
+} // namespace xov

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/views/seismic/SeismogramView.h"
+
+#include <memory>
+
+namespace xov {
+
+/// A seismogram view that shows any number of records on one time and one amplitude scale inside a frame with full
+/// axes. It draws nothing by itself.
+class XOV_EXPORT StackedSeisView : public SeismogramView {
+public:
+  ~StackedSeisView() override;
+
+  /// The records, kept without owning them: a host that lets the array go gets an empty view. Null records and
+  /// records without samples draw nothing.
+  void setWvfrmsArray(const std::shared_ptr<const SeismogramArray>& records) { wvfrmsArray_ = records; }
+  std::shared_ptr<const SeismogramArray> wvfrmsArray() const { return wvfrmsArray_.lock(); }
+  /// Stored; it has no effect on the drawing.
+  bool fillNegative() const { return fillNegative_; }
+  void setFillNegative(bool fill) { fillNegative_ = fill; }
+  /// Off at first. What it does is up to the subclass.
+  bool fillPositive() const { return fillPositive_; }
+  void setFillPositive(bool fill) { fillPositive_ = fill; }
+
+  /// pRect and iRect (80, 60, width − 120, height − 100).
+  void computeRects() override;
+  /// Sets the limits from the records as recordLimits() says, but keeps those of time while _fixedXAxisRange() is on
+  /// and those of amplitude while _fixedYAxisRange() is. Without records nothing changes.
+  virtual void computePlotLimits();
+
+protected:
+  StackedSeisView(const QRectF& frame, QWidget* parent);
+
+  std::weak_ptr<const SeismogramArray> wvfrmsArray_;
+  bool fillNegative_ = false;
+  bool fillPositive_ = false;
+};
+
+} // namespace xov

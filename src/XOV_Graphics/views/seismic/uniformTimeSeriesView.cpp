@@ -1,0 +1,67 @@
+#include "XOV_Graphics/views/seismic/uniformTimeSeriesView.h"
+
+#include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/platform/Colors.h"
+
+namespace xov {
+
+namespace {
+
+constexpr double kLeftMargin = 24;
+constexpr double kRightMargin = 12;
+constexpr double kBottomMargin = 48;
+constexpr double kTopMargin = 12;
+constexpr float kFontSize = 12;
+constexpr double kCaptionInset = 4;
+constexpr double kCaptionRise = 12;
+
+} // namespace
+
+uniformTimeSeriesView::uniformTimeSeriesView(const QRectF& frame, QWidget* parent) : SeismogramView(frame, parent) {}
+
+uniformTimeSeriesView::~uniformTimeSeriesView() = default;
+
+void uniformTimeSeriesView::drawRect(const QRectF&) {
+  drawPaper();
+  const auto series = wvfrmArray_; // kept, should a drawing step replace it
+  if (!series || series->empty()) return;
+  setLabelFontSize(kFontSize);
+  AInitGraphLib();
+  const QRectF b = bounds();
+  const QRectF panel(b.x() + kLeftMargin, b.y() + kBottomMargin, b.width() - kLeftMargin - kRightMargin,
+                     b.height() - kTopMargin - kBottomMargin);
+  iRect_ = panel;
+  pRect_ = panel;
+  drawTitle();
+  for (std::size_t i = 0; i < series->size(); ++i) {
+    GraphicsContext::current().setColor(colors::black);
+    drawsignalSignal(panel, (*series)[i].get());
+    drawLabelForSignalSignal(panel, (*series)[i].get());
+    if (i == 0) drawTimeAxisUnder(panel.x(), panel.x() + panel.width(), panel.y());
+  }
+}
+
+void uniformTimeSeriesView::drawsignalSignal(const QRectF& rect, const UniformSignal* series) {
+  if (series == nullptr) return;
+  if (ymin_ == ymax_) {
+    ymin_ = series->min();
+    ymax_ = series->max();
+  }
+  Trace trace;
+  trace.samples = series->dataPointer();
+  trace.last = series->npts();
+  trace.time = TraceTime::uniform(0, 1);
+  trace.xScale = timeScale(rect) * double(series->delta());
+  trace.xOffset = rect.x();
+  trace.yScale = rect.height() / double(ymax_ - ymin_);
+  trace.yOffset = rect.y();
+  strokeTrace(trace, rect, series->min(), series->max());
+}
+
+void uniformTimeSeriesView::drawLabelForSignalSignal(const QRectF& rect, const UniformSignal* series) {
+  if (series == nullptr) return;
+  drawStringXYHJustVJust(series->description(), float(rect.x() + rect.width() - kCaptionInset),
+                         float(rect.y() + rect.height() + kCaptionRise), 3, 3);
+}
+
+} // namespace xov

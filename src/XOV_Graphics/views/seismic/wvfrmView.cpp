@@ -1,0 +1,86 @@
+#include "XOV_Graphics/views/seismic/wvfrmView.h"
+
+#include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/seismic/Captions.h"
+#include "XOV_Graphics/views/seismic/WvfrmPanels.h"
+
+namespace xov {
+
+namespace {
+
+constexpr float kFontSize = 12;
+constexpr double kHeaderLeft = 12;
+constexpr double kHeaderDrop = 2;
+constexpr double kCaptionInset = 4;
+constexpr double kCaptionRise = 12;
+
+constexpr double kPickInset = 42;
+constexpr double kPickLabelRise = 4; // above the line's upper end
+
+constexpr PickStyle kPicks = {
+    .lineAbove = {.points = kPickInset},
+    .lineBelow = {.points = kPickInset},
+    .labelBelow = {.points = kPickInset - kPickLabelRise},
+};
+
+} // namespace
+
+wvfrmView::wvfrmView(const QRectF& frame, QWidget* parent) : PickedSeismogramView(kPicks, frame, parent) {}
+
+wvfrmView::~wvfrmView() = default;
+
+void wvfrmView::drawRect(const QRectF&) {
+  drawPaper();
+  const auto records = wvfrmArray();
+  if (!records || records->empty()) return;
+  setLabelFontSize(kFontSize);
+  AInitGraphLib();
+  if (records->size() > 1 && (*records)[1]) drawHeader(*(*records)[1]);
+  std::size_t first = 0;
+  for (const WvfrmPanel& panel : layOutWvfrmPanels(bounds(), records->size() / 2)) {
+    drawPair(panel.rect, (*records)[first].get(), (*records)[first + 1].get());
+    if (panel.endsColumn) drawTimeAxisUnder(panel.rect.x(), panel.rect.x() + panel.rect.width(), panel.rect.y());
+    first += 2;
+  }
+}
+
+void wvfrmView::drawHeader(const SeismogramRecord& record) {
+  const QRectF b = bounds();
+  drawStringXYHJustVJust(eventCaption(record), float(b.x() + kHeaderLeft), float(b.y() + b.height() - kHeaderDrop), 1,
+                         3);
+}
+
+void wvfrmView::drawPair(const QRectF& rect, const SeismogramRecord* black, const SeismogramRecord* red) {
+  GraphicsContext& context = GraphicsContext::current();
+  const double center = rect.y() + rect.height() / 2;
+  context.setColor(colors::lightGray);
+  strokeLine({rect.x(), center}, {rect.x() + rect.width(), center});
+  context.setColor(colors::black);
+  drawSeisSeis(rect, black);
+  context.setColor(colors::red);
+  drawSeisSeis(rect, red);
+  drawLabelForSeisSeis(rect, red);
+}
+
+void wvfrmView::drawSeisSeis(const QRectF& rect, const SeismogramRecord* record) {
+  if (record == nullptr) return;
+  Trace trace;
+  trace.samples = record->GetSacSeis();
+  trace.last = record->npts();
+  trace.time = TraceTime::uniform(0, 1);
+  trace.xScale = timeScale(rect) * double(record->delta());
+  trace.xOffset = rect.x();
+  trace.yScale = rect.height() / double(2 * maxAmplitude_);
+  trace.yOffset = rect.y() + rect.height() / 2;
+  strokeTrace(trace, rect, record->smin(), record->smax());
+}
+
+void wvfrmView::drawLabelForSeisSeis(const QRectF& rect, const SeismogramRecord* record) {
+  if (record == nullptr) return;
+  const auto y = float(rect.y() + rect.height() + kCaptionRise);
+  drawStringXYHJustVJust(azimuthCaption(*record), float(rect.x() + rect.width() - kCaptionInset), y, 3, 3);
+  drawStringXYHJustVJust(distanceCaption(*record), float(rect.x() + kCaptionInset), y, 1, 3);
+}
+
+} // namespace xov

@@ -1,0 +1,52 @@
+#include "XOV_Graphics/views/timeline/HourLabels.h"
+
+#include "XOV_Graphics/base/SinglePrecision.h"
+
+#include <QStringList>
+
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+constexpr double kLabelGap = 8; // to the left of the rows
+constexpr int kSecondsPerHour = 3600;
+constexpr int kHoursPerDay = 24;
+constexpr double kMillisecondsPerSecond = 1000;
+constexpr double kLongestPageMs = 1e15; // 30,000 years
+
+// Invalid when the date lies too far off.
+QDateTime dateAfter(const QDateTime& start, double seconds) {
+  const double milliseconds = std::floor(seconds * kMillisecondsPerSecond);
+  if (!(std::abs(milliseconds) < kLongestPageMs)) return {};
+  return start.addMSecs(std::int64_t(milliseconds));
+}
+
+} // namespace
+
+std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& reference,
+                                  const QDateTime& startTime) {
+  std::vector<HourLabel> labels;
+  if (!reference.isValid()) return labels;
+  const std::int64_t firstHour = startTime.isValid() ? startTime.time().hour() : 0;
+  const std::int64_t hoursPerRow = towardZero(page.rowDuration) / kSecondsPerHour;
+  const double wholeTop = std::trunc(page.top());
+  for (const std::int32_t row : page.markedRows()) {
+    const QDate date = dateAfter(reference, double(row) * double(page.rowDuration)).date();
+    if (!date.isValid()) continue;
+    const int hour = int((firstHour + row * hoursPerRow) % kHoursPerDay);
+    const QString text = QString::asprintf(" %2.2d/%2.2d %2.2d", date.month(), date.day(), hour);
+    labels.push_back({{page.rect.x() - kLabelGap, wholeTop - (row + 0.5) * page.rowHeight()}, text});
+  }
+  return labels;
+}
+
+QString pageTitle(const SeismogramRecord& record) {
+  const auto reference = record.mySeisReferenceTime();
+  const QString date = reference ? QString::fromLatin1(reference->YMDcString()) : QString();
+  return date + QStringLiteral(" - ") +
+         QStringList{record.knetwk(), record.kstnm(), record.khole(), record.kcmpnm()}.join(QLatin1Char(' '));
+}
+
+} // namespace xov

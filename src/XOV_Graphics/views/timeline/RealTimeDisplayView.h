@@ -1,0 +1,86 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/seismic/EventOrigin.h"
+#include "XOV_Graphics/views/seismic/SeisView01.h"
+#include "XOV_Graphics/views/timeline/ReferenceTexts.h"
+
+#include <QColor>
+#include <QDateTime>
+
+#include <memory>
+
+namespace xov {
+
+/// What the real-time displays have in common: a stack of channels over a time span that ends, or begins, at a
+/// reference instant, the present moment in a scrolling display. Each trace has a band of its own, the first at the
+/// bottom, with its label on the side away from the reference edge; minutes count from that edge, over which the
+/// instant is written in UTC and in local time, and events are marked at their origin times.
+///
+/// The time span is the host's xmin … xmax, in the traces' own seconds, and the amplitude range its ymin … ymax:
+/// drawing does not change them, computePlotLimits() takes them from the records. The reference instant is the time
+/// xmax when it lies on the right, else xmin; the view relates it to events only, keeping the traces' times in step
+/// with it is up to the host.
+class XOV_EXPORT RealTimeDisplayView : public SeisView01 {
+public:
+  ~RealTimeDisplayView() override;
+
+  /// The reference instant, in any zone; none, that is invalid, at first: then nothing is written and no event
+  /// marked.
+  QDateTime refDate() const { return refDate_; }
+  void setRefDate(const QDateTime& date) { refDate_ = date; }
+  /// The events that may be marked, kept without owning them. Null events and those without a time are not marked.
+  void setEventOrigins(const std::shared_ptr<const EventOriginArray>& events) { eventOrigins_ = events; }
+  std::shared_ptr<const EventOriginArray> eventOrigins() const { return eventOrigins_.lock(); }
+  /// Multiplies the traces; 1 at first: then ymax − ymin fills a band.
+  float waveformGain() const { return waveformGain_; }
+  void setWaveformGain(float gain) { waveformGain_ = gain; }
+  /// Whether the reference instant lies on the right edge of the plot, as it does at first, or on the left one.
+  bool originOnRight() const { return originOnRight_; }
+  void setOriginOnRight(bool onRight) { originOnRight_ = onRight; }
+  /// Whether events are marked; off at first.
+  bool drawOriginTimes() const { return drawOriginTimes_; }
+  void setDrawOriginTimes(bool draw) { drawOriginTimes_ = draw; }
+  /// The colour that the view is filled with; white at first.
+  QColor backGroundColor() const { return backGroundColor_; }
+  void setBackGroundColor(const QColor& color) { backGroundColor_ = color; }
+  /// The colour of the traces; black at first.
+  QColor drawingColor() const { return drawingColor_; }
+  void setDrawingColor(const QColor& color) { drawingColor_ = color; }
+
+  /// pRect and iRect (60, 84, width − 140, height − 144).
+  void computeRects() override;
+  /// Lays out and draws everything; without records only the background.
+  void drawRect(const QRectF& dirty) override;
+  /// Lays out, then draws each trace and its label, cut at the plotting rectangle. Leaves a label font of 14 points
+  /// and grey labels behind.
+  virtual void drawTheSeismograms();
+  /// The texts of the reference instant, the dotted line down its edge and the title, which is grey. Label and title
+  /// colours are black after it.
+  virtual void drawLabels();
+  /// The minutes from the reference edge on, along the lower edge.
+  virtual void drawMinuteMarks();
+  /// A vertical line at the origin time of every event in the time span.
+  virtual void drawOriginTimeMarkers();
+  /// Yellow below magnitude 5, orange below 6, else (also for a magnitude that is not a number) red; half
+  /// transparent.
+  virtual QColor colorForMagnitude(float magnitude) const;
+  /// How refDate() is written.
+  virtual ReferenceTexts referenceTexts() const = 0;
+
+protected:
+  RealTimeDisplayView(const QRectF& frame, QWidget* parent);
+
+  QDateTime refDate_;
+  std::weak_ptr<const EventOriginArray> eventOrigins_;
+  float waveformGain_ = 1;
+  bool originOnRight_ = true;
+  bool drawOriginTimes_ = false;
+  QColor backGroundColor_;
+  QColor drawingColor_;
+
+private:
+  void drawBandLabel(const SeismogramRecord& record, double upperEdge);
+};
+
+} // namespace xov

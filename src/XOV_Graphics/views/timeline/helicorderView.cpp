@@ -1,0 +1,156 @@
+#include "XOV_Graphics/views/timeline/helicorderView.h"
+
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/timeline/HelicorderMarker.h"
+#include "XOV_Graphics/views/timeline/HelicorderPage.h"
+#include "XOV_Graphics/views/timeline/HelicorderRows.h"
+#include "XOV_Graphics/views/timeline/HourLabels.h"
+#include "XOV_Graphics/views/timeline/MinuteScale.h"
+#include "XOV_Graphics/views/timeline/PageStart.h"
+
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+constexpr double kTitleLeft = 72;
+constexpr double kTitleDrop = 2;
+constexpr double kZeroLineWidth = 0.5;
+constexpr float kHourFontSize = 12;
+constexpr float kLabelFontSize = 18;
+constexpr float kBelowAllAmplitudes = -1.0e20f;
+
+PageStart startOf(const SeismogramArray& pieces) {
+  return pageStart(pieces.front() ? pieces.front()->GetSacHeader() : nullptr);
+}
+
+} // namespace
+
+helicorderView::helicorderView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {}
+
+helicorderView::~helicorderView() = default;
+
+void helicorderView::drawRect(const QRectF& dirty) {
+  GraphicsContext& context = GraphicsContext::current();
+  context.setColor(colors::white);
+  fillBounds();
+  const auto pieces = wvfrmArray();
+  if (!pieces || pieces->empty()) return;
+  const PageStart start = startOf(*pieces);
+  setStartTime(start.hour);
+  setPlotDuration(double(float(nRows_) * rowDuration_));
+  context.saveState();
+  pRect_ = helicorderRect(bounds());
+  iRect_ = pRect_;
+  setMaxAmplitude(getAbsMaxAmplitude());
+  if (pieces->front()) drawPageTitle(*pieces->front());
+  if (showZeroLines_) drawZeroLines();
+  drawSeismicPhases(dirty);
+  drawTraces(*pieces, start.offset);
+  xmin_ = 0;
+  xmax_ = rowDuration_;
+  drawMinuteMarks();
+  drawHourLabels();
+  context.restoreState();
+}
+
+void helicorderView::drawPageTitle(const SeismogramRecord& record) {
+  const QRectF b = bounds();
+  labelAttributes_->setColor(colors::gray);
+  drawStringXYHJustVJust(pageTitle(record), float(b.x() + kTitleLeft), float(b.y() + b.height() - kTitleDrop), 1, 3);
+}
+
+void helicorderView::drawZeroLines() {
+  const HelicorderPage page{pRect_, nRows_, rowDuration_};
+  Path lines;
+  for (const std::int32_t row : page.markedRows()) {
+    const double y = page.zeroLine(row);
+    lines.moveTo({pRect_.x(), y});
+    lines.lineTo({pRect_.x() + pRect_.width(), y});
+  }
+  lines.setLineWidth(kZeroLineWidth);
+  GraphicsContext& context = GraphicsContext::current();
+  context.setColor(colors::lightGray);
+  context.strokePath(lines);
+}
+
+// The rows of a piece are one path: where they overlap, ink does not double.
+void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
+  const HelicorderPage page{pRect_, nRows_, rowDuration_};
+  const auto scale = amplitudeScale(gainFactor_, page.rowHeight(), maxAmplitude_);
+  if (!scale || !page.holdsTraces()) return;
+  const double reach = std::abs(double(gainFactor_)) / 2;
+  GraphicsContext& context = GraphicsContext::current();
+  for (std::size_t k = 0; k < pieces.size(); ++k) {
+    const SeismogramRecord* const piece = pieces[k].get();
+    if (piece == nullptr) continue;
+    const PieceTimes times{piece->b() + offset, piece->delta(), piece->npts()};
+    Path rows;
+    for (const Trace& trace : rowTraces(page, times, piece->GetSacSeis(), *scale, reach))
+      rows.appendTrace(trace);
+    context.setColor(k % 2 == 1 ? colors::red : colors::black);
+    context.strokePath(rows);
+  }
+}
+
+void helicorderView::drawSeismicPhases(const QRectF&) {
+  const auto pieces = wvfrmArray();
+  const auto events = theHypos();
+  if (!pieces || pieces->empty() || !events || events->empty()) return;
+  const HelicorderPage page{pRect_, nRows_, rowDuration_};
+  const PageTime time{startTime_, plotDuration_, startOf(*pieces).offset};
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  for (const auto& event : *events) {
+    if (!event) continue;
+    const auto marker = helicorderMarker(page, time, *event, magThreshold_);
+    if (!marker) continue;
+    Path line;
+    line.moveTo(marker->line.p1());
+    line.lineTo(marker->line.p2());
+    line.setLineWidth(marker->width);
+    context.setColor(marker->color);
+    context.strokePath(line);
+  }
+  xmin_ = 0;
+  xmax_ = rowDuration_;
+  drawMinuteMarks();
+  context.restoreState();
+}
+
+void helicorderView::drawMinuteMarks() {
+  MinuteSpan span;
+  span.rect = pRect_;
+  span.seconds = xmax_ - xmin_;
+  span.viewBottom = bounds().y();
+  span.unit = labelHours_ ? MinuteSpan::Unit::Hours : MinuteSpan::Unit::Minutes;
+  drawMinuteScale(*this, layOutMinuteScale(pageMinutes(), span));
+}
+
+void helicorderView::drawHourLabels() {
+  const auto pieces = wvfrmArray();
+  const PageStart start = pieces && !pieces->empty() ? startOf(*pieces) : PageStart();
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  labelAttributes_->setColor(colors::lightGray);
+  setLabelFontSize(kHourFontSize);
+  for (const HourLabel& label : hourLabels({pRect_, nRows_, rowDuration_}, start.reference, startTime_))
+    drawStringXYHJustVJust(label.text, float(label.place.x()), float(label.place.y()), 3, 2);
+  setLabelFontSize(kLabelFontSize);
+  context.restoreState();
+}
+
+float helicorderView::getAbsMaxAmplitude() {
+  float largest = kBelowAllAmplitudes;
+  const auto pieces = wvfrmArray();
+  if (!pieces) return largest;
+  for (const auto& piece : *pieces) {
+    if (piece) piece->ComputeExtrema();
+    const float amplitude = piece ? piece->absMax() : 0;
+    if (amplitude > largest) largest = amplitude;
+  }
+  return largest;
+}
+
+} // namespace xov

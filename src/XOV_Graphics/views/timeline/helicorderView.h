@@ -1,0 +1,99 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/seismic/EventOrigin.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+#include "XOV_Graphics/views/base/XOVView.h"
+
+#include <QDateTime>
+
+#include <cstdint>
+#include <memory>
+
+namespace xov {
+
+/// A continuous recording as a drum recorder draws it: rows of rowDuration() seconds from the top of the page down,
+/// each with its stretch of the trace around its own zero line, a minute scale along the bottom, date and hour beside
+/// each row, and vertical markers where events of some size began.
+///
+/// The recording comes in pieces, such as those on both sides of a gap. The page starts at the whole hour (UTC) that
+/// contains the reference time of the first piece, and the times of all pieces count from that reference time. Pieces
+/// alternate in black and red. Amplitudes scale to the largest sample of all; with a gain above 1 large ones run into
+/// the neighbouring rows, as nothing is cut: samples before the page lie in rows above it, those after it below.
+///
+/// Event markers carry the reference time's offset into its hour once more, so they stand that much after the origin
+/// time, in rows and beyond the page.
+class XOV_EXPORT helicorderView : public XOVView {
+public:
+  explicit helicorderView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  ~helicorderView() override;
+
+  /// The pieces of one channel, kept without owning them: a host that lets the array go gets a white page. The first
+  /// one gives the page its start and title. Null pieces draw nothing.
+  void setWvfrmArray(const std::shared_ptr<const SeismogramArray>& pieces) { wvfrmArray_ = pieces; }
+  std::shared_ptr<const SeismogramArray> wvfrmArray() const { return wvfrmArray_.lock(); }
+  /// The events, kept without owning them. Null events and those without a date are not marked.
+  void setTheHypoArray(const std::shared_ptr<const EventOriginArray>& events) { theHypos_ = events; }
+  std::shared_ptr<const EventOriginArray> theHypos() const { return theHypos_.lock(); }
+
+  /// The largest absolute sample of all pieces, as of the last draw.
+  float maxAmplitude() const { return maxAmplitude_; }
+  void setMaxAmplitude(float amplitude) { maxAmplitude_ = amplitude; }
+  /// 1 lets the largest sample touch the edges of its row; 8 at first.
+  float gainFactor() const { return gainFactor_; }
+  void setGainFactor(float gain) { gainFactor_ = gain; }
+  /// Seconds a row; 3600 at first. Traces are drawn only while it is positive.
+  float rowDuration() const { return rowDuration_; }
+  void setRowDuration(float seconds) { rowDuration_ = seconds; }
+  /// Rows on the page; 24 at first. Beyond 2048 zero lines and labels thin out, and traces end.
+  std::int32_t nRows() const { return nRows_; }
+  void setNRows(std::int32_t rows) { nRows_ = rows; }
+  /// Where the page starts, as of the last draw; invalid when that is not known.
+  QDateTime startTime() const { return startTime_; }
+  void setStartTime(const QDateTime& time) { startTime_ = time; }
+  /// Seconds that the page covers, nRows() · rowDuration(), as of the last draw.
+  double plotDuration() const { return plotDuration_; }
+  void setPlotDuration(double seconds) { plotDuration_ = seconds; }
+  /// Thin lines through the rows; off at first.
+  bool showZeroLines() const { return showZeroLines_; }
+  void setShowZeroLines(bool show) { showZeroLines_ = show; }
+  /// Events are marked when mb, Ms or Mw reaches it; 4 at first.
+  float magThreshold() const { return magThreshold_; }
+  void setMagThreshold(float magnitude) { magThreshold_ = magnitude; }
+  /// Whether the time scale counts hours instead of minutes; off at first.
+  bool labelHours() const { return labelHours_; }
+  void setLabelHours(bool hours) { labelHours_ = hours; }
+
+  /// Draws the page. Sets startTime(), plotDuration(), maxAmplitude(), pRect and iRect (both the rectangle of rows
+  /// and scale), xmin to 0 and xmax to rowDuration(). Without pieces the page is white.
+  void drawRect(const QRectF& dirty) override;
+  /// The markers of all events between startTime() and plotDuration() later, and the time scale. Without pieces or
+  /// without events nothing.
+  virtual void drawSeismicPhases(const QRectF& rect);
+  /// The time scale under the rows, xmin to xmax.
+  virtual void drawMinuteMarks();
+  /// Date and hour to the left of each row. Leaves a label font of 18 points and light grey labels behind.
+  virtual void drawHourLabels();
+  /// The largest absolute sample of all pieces, computed anew; −1.0e20 without pieces.
+  virtual float getAbsMaxAmplitude();
+
+protected:
+  std::weak_ptr<const SeismogramArray> wvfrmArray_;
+  std::weak_ptr<const EventOriginArray> theHypos_;
+  float maxAmplitude_ = 0;
+  float gainFactor_ = 8;
+  float rowDuration_ = 3600;
+  std::int32_t nRows_ = 24;
+  QDateTime startTime_;
+  double plotDuration_ = 0;
+  bool showZeroLines_ = false;
+  float magThreshold_ = 4;
+  bool labelHours_ = false;
+
+private:
+  void drawPageTitle(const SeismogramRecord& record);
+  void drawZeroLines();
+  void drawTraces(const SeismogramArray& pieces, float offset);
+};
+
+} // namespace xov

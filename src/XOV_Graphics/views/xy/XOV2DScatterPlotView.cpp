@@ -1,0 +1,62 @@
+#include "XOV_Graphics/views/xy/XOV2DScatterPlotView.h"
+
+#include "XOV_Graphics/views/xy/XYAxes.h"
+#include "XOV_Graphics/views/xy/XYPlotFrame.h"
+
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+constexpr float kDefaultDiameter = 12;
+
+} // namespace
+
+XOV2DScatterPlotView::XOV2DScatterPlotView(const QRectF& frame, QWidget* parent)
+    : XOVView(frame, parent),
+      symbolDiameter_(kDefaultDiameter) {}
+
+XOV2DScatterPlotView::~XOV2DScatterPlotView() = default;
+
+void XOV2DScatterPlotView::setXpYpNpts(const Buffer& x, const Buffer& y, std::int32_t npts) {
+  xp_ = x;
+  yp_ = y;
+  npts_ = npts;
+}
+
+std::span<const float> XOV2DScatterPlotView::readable(const Buffer& buffer) const {
+  if (!xp_ || !yp_) return {};
+  return std::span<const float>(*buffer).first(readablePoints(npts_, xp_->size(), yp_->size()));
+}
+
+void XOV2DScatterPlotView::computePlotLimits() {
+  if (xPoints().empty()) return;
+  const PlotLimits extremes = dataExtremes(xPoints(), yPoints());
+  xmin_ = extremes.xmin;
+  xmax_ = extremes.xmax;
+  ymin_ = extremes.ymin;
+  ymax_ = extremes.ymax;
+}
+
+void XOV2DScatterPlotView::computeDataRanges() { XOV2DScatterPlotView::computePlotLimits(); }
+
+void XOV2DScatterPlotView::drawRect(const QRectF&) {
+  drawPaper();
+  if (npts_ <= 0) return;
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  pRect_ = xyFrame(bounds());
+  context.strokeRect(pRect_);
+  iRect_ = pRect_;
+  const double radius = std::abs(double(symbolDiameter_)) / 2;
+  drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), radius), pRect_);
+  context.restoreState();
+  drawAxes();
+}
+
+void XOV2DScatterPlotView::drawAxes() {
+  XYAxes::draw(*this, pRect_, {xmin_, xmax_, xLabelString_}, {ymin_, ymax_, yLabelString_});
+}
+
+} // namespace xov

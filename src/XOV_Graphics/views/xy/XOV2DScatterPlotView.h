@@ -1,0 +1,63 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/views/base/XOVView.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace xov {
+
+/// A scatter plot of the host's own buffers: a gray circle with a black outline at each pair of values but the first,
+/// inside a frame with the view's axis labels. Ranges are labelled as they are, whatever their size.
+///
+/// The view keeps the buffers alive; the host may change what they hold and ask for a redraw. Pairs with a value that
+/// is not finite are left out; a count beyond the buffers draws the pairs that are there.
+class XOV_EXPORT XOV2DScatterPlotView : public XOVView {
+public:
+  using Buffer = std::shared_ptr<std::vector<float>>;
+
+  explicit XOV2DScatterPlotView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  ~XOV2DScatterPlotView() override;
+
+  void setXpYpNpts(const Buffer& x, const Buffer& y, std::int32_t npts);
+  const Buffer& xp() const { return xp_; }
+  void setXp(const Buffer& x) { xp_ = x; }
+  const Buffer& yp() const { return yp_; }
+  void setYp(const Buffer& y) { yp_ = y; }
+  /// How many points are used; nothing is drawn while it is not positive.
+  std::int32_t npts() const { return npts_; }
+  void setNpts(std::int32_t npts) { npts_ = npts; }
+  /// The diameter of the circles, in view points; the sign does not matter. 0 and values that are not finite draw no
+  /// circles.
+  float symbolDiameter() const { return symbolDiameter_; }
+  void setSymbolDiameter(float diameter) { symbolDiameter_ = diameter; }
+
+  /// Sets the limits to the extremes of the points, whatever the fixed-range flags say, and leaves xyRect() alone.
+  /// Without points nothing changes.
+  virtual void computePlotLimits();
+  /// The same.
+  virtual void computeDataRanges();
+
+  void drawRect(const QRectF& dirty) override;
+  /// Draws both axes and their labels around pRect(). Leaves the label font at 14 points.
+  virtual void drawAxes();
+
+protected:
+  /// The points that can be read: npts(), or fewer where the buffers end before.
+  std::span<const float> xPoints() const { return readable(xp_); }
+  std::span<const float> yPoints() const { return readable(yp_); }
+
+  Buffer xp_;
+  Buffer yp_;
+  float symbolDiameter_;
+  std::int32_t npts_ = 0;
+
+private:
+  friend struct XYAxes;
+  std::span<const float> readable(const Buffer& buffer) const;
+};
+
+} // namespace xov

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/platform/View.h"
+#include "XOV_Graphics/views/xy/ChartItems.h"
+
+#include <QRectF>
+
+namespace xov {
+
+/// A plain view that keeps limits, a list of data and a plotting rectangle for a subclass to draw; it draws nothing
+/// by itself.
+class XOV_EXPORT XOVChartView : public View {
+public:
+  /// An empty frame, limits 0 to 1 in both directions, an empty list, and pRect() as the view's bounds, thus empty.
+  XOVChartView();
+  /// All limits 0, no list, an empty pRect().
+  explicit XOVChartView(const QRectF& frame, QWidget* parent = nullptr);
+  ~XOVChartView() override;
+
+  float xmin() const { return xmin_; }
+  float xmax() const { return xmax_; }
+  float ymin() const { return ymin_; }
+  float ymax() const { return ymax_; }
+  /// The list itself, which the host may change; null where there is none.
+  const ChartItemList& dataArray() const { return dataArray_; }
+  QRectF pRect() const { return pRect_; }
+
+protected:
+  float xmin_ = 0;
+  float xmax_ = 0;
+  float ymin_ = 0;
+  float ymax_ = 0;
+  ChartItemList dataArray_;
+  QRectF pRect_;
+};
+
+} // namespace xov

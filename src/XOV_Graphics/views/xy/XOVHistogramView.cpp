@@ -1,0 +1,181 @@
+#include "XOV_Graphics/views/xy/XOVHistogramView.h"
+
+#include "XOV_Graphics/base/NumberText.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/GraphicsContext.h"
+#include "XOV_Graphics/views/xy/HistogramBars.h"
+#include "XOV_Graphics/views/xy/XYAxes.h"
+
+#include <algorithm>
+#include <new>
+#include <string>
+
+namespace xov {
+
+namespace {
+
+constexpr double kHeadroom = 1.05; // the Y axis ends that much above the highest bar
+constexpr std::int32_t kAboveAllCounts = 1000000000;
+
+// A buffer of n values; null when memory does not allow it.
+template <typename T>
+std::shared_ptr<std::vector<T>> makeBuffer(std::int32_t n) {
+  try {
+    return std::make_shared<std::vector<T>>(std::size_t(n));
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+// A number of the dump, at least nine characters wide.
+std::string dumped(float value) {
+  constexpr std::size_t kWidth = 9;
+  constexpr int kDecimals = 3;
+  const std::string text = exponentText(value, kDecimals, Sign::WhenNegative);
+  return std::string(kWidth - std::min(kWidth, text.size()), ' ') + text;
+}
+
+} // namespace
+
+XOVHistogramView::XOVHistogramView(const QRectF& frame, QWidget* parent)
+    : XOVView(frame, parent),
+      barFillColor_(colors::lightGray) {}
+
+XOVHistogramView::~XOVHistogramView() = default;
+
+bool XOVHistogramView::setValuesNPts(const float* values, std::int32_t count) {
+  if (count < 0 || (values == nullptr && count > 0)) return false;
+  const Values buffer = makeBuffer<float>(count);
+  if (!buffer) return false;
+  std::copy_n(values, count, buffer->begin());
+  const ValueExtremes extremes = valueExtremes(*buffer);
+  minValue_ = extremes.min;
+  maxValue_ = extremes.max;
+  nValues_ = count;
+  setValues(buffer);
+  return true;
+}
+
+std::span<float> XOVHistogramView::readableValues() const {
+  if (!values_ || nValues_ < 1) return {};
+  return std::span(*values_).first(std::min(std::size_t(nValues_), values_->size()));
+}
+
+std::span<const std::int32_t> XOVHistogramView::readableCounts() const {
+  if (!counts_) return {};
+  return *counts_;
+}
+
+void XOVHistogramView::removeMeanFromValues() {
+  const std::span<float> values = readableValues();
+  if (values.empty()) return;
+  float sum = 0;
+  for (const float value : values)
+    sum += value;
+  const float mean = sum / float(values.size());
+  for (float& value : values)
+    value -= mean;
+  minValue_ -= mean;
+  maxValue_ -= mean;
+}
+
+void XOVHistogramView::setNBinsMinMax(std::int32_t nBins, float min, float max) {
+  nBins_ = nBins;
+  minBinValue_ = min;
+  maxBinValue_ = max;
+  computebinWidth();
+}
+
+void XOVHistogramView::computebinWidth() { binWidth_ = HistogramBins::widthFor(nBins_, minBinValue_, maxBinValue_); }
+
+void XOVHistogramView::computeNBinsFor(float width) {
+  if (width == 0) return;
+  nBins_ = HistogramBins::countFor(width, minBinValue_, maxBinValue_);
+}
+
+bool XOVHistogramView::binValues() {
+  const std::span<const float> values = readableValues();
+  if (values.empty()) return false;
+  computebinWidth();
+  if (nBins_ < 1 || nBins_ > kMostBins) return false;
+  const Counts counts = makeBuffer<std::int32_t>(nBins_);
+  if (!counts) return false;
+  const HistogramBins bins{nBins_, minBinValue_, maxBinValue_, binWidth_};
+  for (const float value : values) {
+    if (const auto bin = bins.indexOf(value)) ++(*counts)[std::size_t(*bin)];
+  }
+  maxCount_ = -kAboveAllCounts;
+  minCount_ = kAboveAllCounts;
+  for (const std::int32_t count : *counts) {
+    maxCount_ = std::max(maxCount_, count);
+    minCount_ = std::min(minCount_, count);
+  }
+  setCounts(counts);
+  return true;
+}
+
+void XOVHistogramView::drawRect(const QRectF&) {
+  fillWithColorStrokeColor(colors::white, colors::darkGray);
+  if (!counts_) return;
+  computeRects();
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  if (!fixedXAxisRange_) {
+    xmin_ = minBinValue_;
+    xmax_ = maxBinValue_;
+  }
+  if (!fixedYAxisRange_) {
+    ymin_ = 0;
+    ymax_ = float(kHeadroom * maxCount_);
+  }
+  drawHHistogram();
+  drawAxes();
+  context.restoreState();
+}
+
+void XOVHistogramView::fillAndStroke(const Path& bars, const QColor& fill) {
+  GraphicsContext& context = GraphicsContext::current();
+  context.setColor(fill);
+  context.fillPath(bars);
+  context.setColor(colors::black);
+  context.strokePath(bars);
+}
+
+void XOVHistogramView::drawHHistogram() {
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  const HistogramBins bins{nBins_, minBinValue_, maxBinValue_, binWidth_};
+  fillAndStroke(HistogramBars{bins, readableCounts(), maxCount_, iRect_, limits()}.overValues(), barFillColor_);
+  context.restoreState();
+}
+
+void XOVHistogramView::drawVHistogram() {
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  const HistogramBins bins{nBins_, minBinValue_, maxBinValue_, binWidth_};
+  const HistogramBars bars{bins, readableCounts(), maxCount_, iRect_, limits()};
+  context.strokePath(bars.baseline());
+  fillAndStroke(bars.besideFrame(), colors::gray);
+  context.restoreState();
+}
+
+void XOVHistogramView::drawAxes() {
+  XYAxes::draw(*this, iRect_, scaledAxis(xmin_, xmax_, xLabelString_), scaledAxis(ymin_, ymax_, yLabelString_));
+}
+
+QString XOVHistogramView::description() const {
+  std::string text = "nValues = " + std::to_string(nValues_) + ", minValue = " + dumped(minBinValue_) +
+                     " maxValue = " + dumped(maxBinValue_) + "\n";
+  text += "nBins = " + std::to_string(nBins_) + ", binWidth = " + dumped(binWidth_) + "\n";
+  if (nBins_ > 0) text += "leftEdge rightEdge Count\n";
+  const std::span<const std::int32_t> counts = readableCounts();
+  const std::string edges = dumped(minBinValue_) + ' ' + dumped(minBinValue_ + binWidth_) + ' ';
+  const std::size_t bins = std::size_t(std::max(0, nBins_));
+  const std::size_t listed = nBins_ <= kMostBins ? bins : std::min(bins, counts.size());
+  for (std::size_t bin = 0; bin < listed; ++bin) {
+    text += edges + std::to_string(bin < counts.size() ? counts[bin] : 0) + '\n';
+  }
+  return QString::fromStdString(text);
+}
+
+} // namespace xov

@@ -1,0 +1,88 @@
+#include "XOV_Graphics/views/xy/XYPlotFrame.h"
+
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/GraphicsContext.h"
+
+#include <algorithm>
+
+namespace xov {
+
+namespace {
+
+constexpr double kFrameMargin = 60; // left, right and bottom
+constexpr double kFrameTop = 40;
+constexpr float kBeyondData = 1e25f;
+
+void widen(float value, float& low, float& high) {
+  if (low > value) low = value;
+  if (value > high) high = value;
+}
+
+} // namespace
+
+QRectF xyFrame(const QRectF& bounds) {
+  return {kFrameMargin, kFrameMargin, bounds.width() - 2 * kFrameMargin, bounds.height() - kFrameMargin - kFrameTop};
+}
+
+std::size_t readablePoints(std::int32_t npts, std::size_t xCount, std::size_t yCount) {
+  return npts <= 0 ? 0 : std::min({std::size_t(npts), xCount, yCount});
+}
+
+PlotLimits dataExtremes(std::span<const float> x, std::span<const float> y) {
+  PlotLimits limits{kBeyondData, -kBeyondData, kBeyondData, -kBeyondData};
+  for (const float value : x)
+    widen(value, limits.xmin, limits.xmax);
+  for (const float value : y)
+    widen(value, limits.ymin, limits.ymax);
+  return limits;
+}
+
+XYScale xyScale(const QRectF& frame, const PlotLimits& limits) {
+  return {float(frame.width() / double(limits.xmax - limits.xmin)),
+          float(frame.height() / double(limits.ymax - limits.ymin))};
+}
+
+Trace xyLine(std::span<const float> x, std::span<const float> y, const QRectF& frame, const PlotLimits& limits) {
+  const XYScale scale = xyScale(frame, limits);
+  Trace line;
+  line.samples = y.data();
+  line.last = std::int64_t(std::min(x.size(), y.size()));
+  line.time = TraceTime::explicitValues(x.data());
+  line.tOrigin = limits.xmin;
+  line.xScale = scale.x;
+  line.xOffset = frame.x();
+  line.vOrigin = limits.ymin;
+  line.yScale = scale.y;
+  line.yOffset = frame.y();
+  return line;
+}
+
+Symbols xySymbols(std::span<const float> x, std::span<const float> y, const QRectF& frame, const PlotLimits& limits,
+                  double radius) {
+  const XYScale scale = xyScale(frame, limits);
+  Symbols symbols;
+  symbols.x = x.data();
+  symbols.y = y.data();
+  symbols.first = 1;
+  symbols.last = std::int64_t(std::min(x.size(), y.size()));
+  symbols.xOrigin = limits.xmin;
+  symbols.xScale = scale.x;
+  symbols.xOffset = frame.x();
+  symbols.yOrigin = limits.ymin;
+  symbols.yScale = scale.y;
+  symbols.yOffset = frame.y();
+  symbols.radius = radius;
+  symbols.fill = colors::gray;
+  symbols.stroke = colors::black;
+  return symbols;
+}
+
+void drawInsideFrame(const Symbols& symbols, const QRectF& frame) {
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  context.clipToRect(frame);
+  context.drawSymbols(symbols);
+  context.restoreState();
+}
+
+} // namespace xov

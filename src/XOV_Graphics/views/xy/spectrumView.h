@@ -1,0 +1,42 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/views/base/XOVView.h"
+#include "XOV_Graphics/views/xy/ChartItems.h"
+
+namespace xov {
+
+/// A panel that keeps a list of spectra and the wish for logarithmic axes, for a host that draws them. It draws a
+/// white background with a gray edge, whatever it holds.
+class XOV_EXPORT spectrumView : public XOVView {
+public:
+  /// An empty frame, an empty list, both axes logarithmic.
+  spectrumView();
+  /// No list, so that adding spectra does nothing, and both switches off.
+  explicit spectrumView(const QRectF& frame, QWidget* parent = nullptr);
+  ~spectrumView() override;
+
+  /// The list itself, which the host may change; null where there is none.
+  const ChartItemList& theSpectra() const { return theSpectra_; }
+  void setTheSpectra(const ChartItemList& spectra) { theSpectra_ = spectra; }
+  /// Appends to the list. Without a list, or without an object, nothing happens.
+  void addToTheSpectra(const QVariant& spectrum);
+  /// Removes every item that equals this one.
+  void removeFromTheSpectra(const QVariant& spectrum);
+
+  /// Whether the frequency axis is wanted logarithmic.
+  bool logX() const { return logX_; }
+  void setLogX(bool logarithmic) { logX_ = logarithmic; }
+  /// Whether the amplitude axis is wanted logarithmic.
+  bool logY() const { return logY_; }
+  void setLogY(bool logarithmic) { logY_ = logarithmic; }
+
+  void drawRect(const QRectF& dirty) override;
+
+protected:
+  ChartItemList theSpectra_;
+  bool logX_ = false;
+  bool logY_ = false;
+};
+
+} // namespace xov

@@ -1,0 +1,75 @@
+#include "XOV_Graphics/views/xy/xyPlotView.h"
+
+#include "XOV_Graphics/views/xy/XYAxes.h"
+#include "XOV_Graphics/views/xy/XYPlotFrame.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace xov {
+
+xyPlotView::xyPlotView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {}
+
+xyPlotView::~xyPlotView() = default;
+
+void xyPlotView::setDataPointersXY(std::span<const float> x, std::span<const float> y) {
+  xp_.assign(x.begin(), x.end());
+  yp_.assign(y.begin(), y.end());
+}
+
+void xyPlotView::appendDataPointersXY(std::span<const float> x, std::span<const float> y) {
+  xp_.insert(xp_.end(), x.begin(), x.end());
+  yp_.insert(yp_.end(), y.begin(), y.end());
+}
+
+void xyPlotView::incrementNpts(std::int32_t count) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  npts_ = std::int32_t(std::clamp<std::int64_t>(std::int64_t(npts_) + count, Limits::min(), Limits::max()));
+}
+
+std::span<const float> xyPlotView::xPoints() const {
+  return std::span(xp_).first(readablePoints(npts_, xp_.size(), yp_.size()));
+}
+
+std::span<const float> xyPlotView::yPoints() const {
+  return std::span(yp_).first(readablePoints(npts_, xp_.size(), yp_.size()));
+}
+
+bool xyPlotView::scanLimits() {
+  if (xPoints().empty()) return false;
+  const PlotLimits extremes = dataExtremes(xPoints(), yPoints());
+  xmin_ = extremes.xmin;
+  xmax_ = extremes.xmax;
+  ymin_ = extremes.ymin;
+  ymax_ = extremes.ymax;
+  return true;
+}
+
+void xyPlotView::computePlotLimits() { scanLimits(); }
+
+QRectF xyPlotView::computeDataRanges() { return scanLimits() ? limits().rect() : QRectF(); }
+
+void xyPlotView::drawRect(const QRectF&) {
+  drawPaper();
+  if (npts_ <= 0) return;
+  GraphicsContext& context = GraphicsContext::current();
+  context.saveState();
+  pRect_ = xyFrame(bounds());
+  context.strokeRect(pRect_);
+  iRect_ = pRect_;
+
+  Path path;
+  path.appendTrace(xyLine(xPoints(), yPoints(), pRect_, limits()));
+  context.saveState();
+  context.clipToRect(pRect_);
+  context.strokePath(path);
+  context.restoreState();
+  context.restoreState();
+  drawAxes();
+}
+
+void xyPlotView::drawAxes() {
+  XYAxes::draw(*this, pRect_, scaledAxis(xmin_, xmax_, xLabelString_), scaledAxis(ymin_, ymax_, yLabelString_));
+}
+
+} // namespace xov

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/views/xy/xyPlotView.h"
+
+namespace xov {
+
+/// A scatter plot of moment against rise time: a gray circle of 12 points with a black outline at each pair of
+/// samples but the first. The axis titles are fixed, "Moment" and "Rise Time (s)", and ranges are labelled as they
+/// are; the label strings of the view are not used.
+///
+/// Data and counts as in xyPlotView. Pairs with a value that is not finite are left out.
+class XOV_EXPORT xyScatterPlot : public xyPlotView {
+public:
+  explicit xyScatterPlot(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  ~xyScatterPlot() override;
+
+  /// Sets the limits to the extremes of the points, widened by 5 % of the range on both sides; a single value is not
+  /// widened. Without points nothing changes. computeDataRanges() does not widen.
+  void computePlotLimits() override;
+
+  /// Lays out pRect() alone; iRect() stays as it was.
+  void drawRect(const QRectF& dirty) override;
+
+private:
+  void drawTitledAxes();
+};
+
+} // namespace xov

@@ -1,0 +1,55 @@
+#include "XOV_Graphics/base/TimeText.h"
+
+#include "tests/seismic/TemporaryFiles.h"
+
+#include <gtest/gtest.h>
+
+using namespace xov;
+
+namespace {
+
+/// The time that a text stands for, written in one way; empty when it stands for none.
+QString read(const char* text) {
+  const std::optional<QDateTime> time = parseUtcTime(QString::fromLatin1(text));
+  return time ? time->toString(Qt::ISODateWithMs) : QString();
+}
+
+} // namespace
+
+TEST(TimeText, isReadInTheFormsOfCatalogues) {
+  const QString expected = QStringLiteral("2011-03-11T05:46:24.120Z");
+  for (const char* text :
+       {"2011-03-11T05:46:24.12Z", "2011-03-11T05:46:24.120", "2011-03-11 05:46:24.12", "2011/03/11 05:46:24.12",
+        "20110311T05:46:24.120000Z", " 2011-03-11T5:46:24.12 UTC ", "2011-03-11t05:46:24.12gmt"})
+    EXPECT_EQ(read(text), expected) << text;
+}
+
+TEST(TimeText, countsWhatIsMissingAsZero) {
+  EXPECT_EQ(read("2011-03-11T05:46Z"), QStringLiteral("2011-03-11T05:46:00.000Z"));
+  EXPECT_EQ(read("2011-03-11T05:46:24."), QStringLiteral("2011-03-11T05:46:24.000Z"));
+  EXPECT_EQ(read("2011-03-11"), QStringLiteral("2011-03-11T00:00:00.000Z"));
+}
+
+TEST(TimeText, isRoundedToTheMillisecond) {
+  EXPECT_EQ(read("2011-12-31T23:59:59.9994"), QStringLiteral("2011-12-31T23:59:59.999Z"));
+  EXPECT_EQ(read("2011-12-31T23:59:59.9995"), QStringLiteral("2012-01-01T00:00:00.000Z"));
+  EXPECT_EQ(read("2011-01-01T00:00:00.000499999999"), QStringLiteral("2011-01-01T00:00:00.000Z"));
+}
+
+TEST(TimeText, turnsOffsetsIntoUtc) {
+  EXPECT_EQ(read("2011-03-11T14:46:24+09:00"), QStringLiteral("2011-03-11T05:46:24.000Z"));
+  EXPECT_EQ(read("2011-03-10T23:16:24-0630"), QStringLiteral("2011-03-11T05:46:24.000Z"));
+  EXPECT_EQ(read("2011-03-11T14:46:24+09"), QStringLiteral("2011-03-11T05:46:24.000Z"));
+}
+
+TEST(TimeText, countsALeapSecondAsTheNextMinute) {
+  EXPECT_EQ(read("2016-12-31T23:59:60.5Z"), QStringLiteral("2017-01-01T00:00:00.500Z"));
+}
+
+TEST(TimeText, thatIsNoMomentIsRefused) {
+  for (const char* text :
+       {"", "yesterday", "2011-03", "2011-13-01", "2011-02-29", "2011-03-11T24:00", "2011-03-11T05:60",
+        "2011-03-11T05:46:61", "2011-03-11T05:46:24 7", "11-03-2011", "2011-03/11", "0000-01-01",
+        "2011-03-11T05:46:24+1", "9999-12-31T23:59:59.9999", "2011-03-11T05:46:24.0000000000001"})
+    EXPECT_EQ(read(text), QString()) << text;
+}
