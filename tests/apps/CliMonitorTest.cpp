@@ -1,5 +1,5 @@
 #include "tests/apps/CliFixture.h"
-#include "tests/apps/TestRecords.h"
+#include "tests/support/TestRecords.h"
 
 #include <QRegularExpression>
 

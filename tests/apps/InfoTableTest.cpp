@@ -1,7 +1,6 @@
 #include "XOV_Graphics/seismic/SacSeismogram.h"
 #include "XOV_Graphics/seismic/UtcTime.h"
 #include "apps/xov/commands/InfoCommand.h"
-#include "apps/xov/inputs/RecordTexts.h"
 #include "tests/support/FakeRecord.h"
 
 #include <gtest/gtest.h>
@@ -82,27 +81,6 @@ TEST(InfoTable, hasALineForEachRecordWithItsFile) {
   EXPECT_TRUE(lines[1].startsWith("II ")) << qPrintable(lines[1]);
   EXPECT_TRUE(lines[1].endsWith("  one.SAC")) << qPrintable(lines[1]);
   EXPECT_TRUE(lines[2].endsWith("  two.SAC")) << qPrintable(lines[2]);
-}
-
-TEST(SectionTitle, namesTheEventOfTheFirstRecord) {
-  auto r = record();
-  r->region = "NEAR EAST COAST OF HONSHU";
-  r->originTime = "2011/03/11 05:46:23.7";
-  EXPECT_EQ(titleOfRecords({r, record()}), "NEAR EAST COAST OF HONSHU  2011/03/11 05:46:23.7 UTC");
-}
-
-TEST(SectionTitle, makesDoWithWhatIsKnown) {
-  auto r = record();
-  r->region = "FIJI";
-  EXPECT_EQ(titleOfRecords({r}), "FIJI");
-  r->region.clear();
-  r->originTime = "2011/03/11 05:46:23.7";
-  EXPECT_EQ(titleOfRecords({r}), "2011/03/11 05:46:23.7 UTC");
-}
-
-TEST(SectionTitle, countsRecordsOfAnUnknownEvent) {
-  EXPECT_EQ(titleOfRecords({record(), record()}), "2 records");
-  EXPECT_EQ(titleOfRecords({record()}), "1 record");
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "apps/xov/commands/PanelsCommand.h"
-#include "tests/apps/TestRecords.h"
+#include "tests/support/TestRecords.h"
 
 #include <gtest/gtest.h>
 

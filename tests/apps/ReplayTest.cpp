@@ -1,7 +1,7 @@
 #include "apps/xov/inputs/Replay.h"
 
 #include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
-#include "tests/apps/TestRecords.h"
+#include "tests/support/TestRecords.h"
 
 #include <gtest/gtest.h>
 

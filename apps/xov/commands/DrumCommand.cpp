@@ -1,9 +1,10 @@
 #include "apps/xov/commands/DrumCommand.h"
 
-#include "apps/xov/inputs/DrumPage.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/TitledView.h"
 
+#include <XOV_Graphics/seismic/prepare/DrumPage.h>
+#include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/views/timeline/helicorderView.h>
 #include <algorithm>
 
@@ -44,7 +45,8 @@ ExitCode DrumCommand::run() {
   if (found.records.empty()) return ExitCode::Failed;
   Result<DrumPage> page = layOutDrum(found.records, rowSeconds_, rows_);
   if (!page) {
-    complain(page.error());
+    const bool several = channelsOf(found.records).size() > 1;
+    complain(several ? page.error() + QStringLiteral("; --channels chooses") : page.error());
     return ExitCode::Failed;
   }
   const MarkedEvents marked = events_.read();

@@ -5,7 +5,7 @@
 #include <QDateTime>
 
 #include <XOV_Graphics/seismic/Picks.h>
-#include <XOV_Graphics/seismic/TimeAxis.h>
+#include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <algorithm>
 #include <charconv>
 #include <cmath>

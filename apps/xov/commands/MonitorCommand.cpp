@@ -1,11 +1,11 @@
 #include "apps/xov/commands/MonitorCommand.h"
 
-#include "apps/xov/inputs/RecordTexts.h"
 #include "apps/xov/inputs/Validators.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/views/timeline/XOVRealTimeDisplayView02.h>
 #include <XOV_Graphics/views/timeline/realTimeDisplayView01.h>
 #include <algorithm>
@@ -36,19 +36,6 @@ void play(const std::shared_ptr<Replay>& replay, RealTimeDisplayView& view) {
 }
 
 } // namespace
-
-QString titleOfChannels(const SeismogramArray& records) {
-  QStringList channels;
-  QStringList stations;
-  for (const auto& record : records) {
-    channels.append(record->labelString());
-    stations.append(stationText(*record));
-  }
-  channels.removeDuplicates();
-  stations.removeDuplicates();
-  if (channels.size() == 1) return channels.front();
-  return stations.size() == 1 ? stations.front() : QStringLiteral("%1 channels").arg(channels.size());
-}
 
 void MonitorCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options, "FILES,--replay");

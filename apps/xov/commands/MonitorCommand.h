@@ -31,8 +31,4 @@ private:
   bool zoneName_ = false;
 };
 
-/// What the channels of a display are called together: the name of the only one, the station when there is only one,
-/// else their number.
-QString titleOfChannels(const SeismogramArray& records);
-
 } // namespace xov::cli

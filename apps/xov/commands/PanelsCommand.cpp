@@ -2,6 +2,7 @@
 
 #include "apps/xov/inputs/Validators.h"
 
+#include <XOV_Graphics/seismic/prepare/Amplitudes.h>
 #include <XOV_Graphics/views/seismic/wvfrmView.h>
 #include <algorithm>
 #include <cmath>
@@ -42,14 +43,6 @@ bool isSameBegin(const SeismogramArray& records) {
   const SeismogramRecord& first = *records.front();
   return std::ranges::all_of(
       records, [&](const auto& record) { return std::abs(record->b() - first.b()) <= std::abs(first.delta()) / 2; });
-}
-
-// The largest amplitude of all, which a panel's half height stands for at gain 1; never 0.
-float largestAmplitude(const SeismogramArray& records) {
-  float largest = 0;
-  for (const auto& record : records)
-    largest = std::max(largest, record->absMax());
-  return largest > 0 ? largest : 1;
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 #include "apps/xov/commands/SectionCommand.h"
 
-#include "apps/xov/inputs/RecordOrder.h"
-#include "apps/xov/inputs/RecordTexts.h"
 #include "apps/xov/inputs/Validators.h"
 
+#include <XOV_Graphics/seismic/prepare/RecordOrder.h>
+#include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/views/seismic/MultiSeisView.h>
 #include <algorithm>
 #include <vector>

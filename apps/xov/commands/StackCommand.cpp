@@ -1,14 +1,11 @@
 #include "apps/xov/commands/StackCommand.h"
 
-#include "apps/xov/inputs/CommonAxis.h"
-#include "apps/xov/inputs/RecordTexts.h"
 #include "apps/xov/inputs/Validators.h"
 
 #include <CLI/CLI.hpp>
 
-#include <QHash>
-
-#include <XOV_Graphics/seismic/SacSeismogram.h>
+#include <XOV_Graphics/seismic/prepare/CommonAxis.h>
+#include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/views/seismic/SeisView01.h>
 #include <XOV_Graphics/views/seismic/SeisView02.h>
 #include <algorithm>
@@ -33,23 +30,7 @@ void checkRange(const char* name, const std::vector<double>& range) {
     throw CLI::ValidationError(name, "expected MIN below MAX");
 }
 
-std::shared_ptr<SeismogramRecord> withPath(const SeismogramRecord& record, const QString& path) {
-  const SacHeader header = record.GetSacHeader() ? *record.GetSacHeader() : SacHeader();
-  const float* const samples = record.GetSacSeis();
-  return std::make_shared<SacSeismogram>(header, std::vector<float>(samples, samples + record.npts()), path);
-}
-
 } // namespace
-
-SeismogramArray captionedByChannel(SeismogramArray records) {
-  QHash<QString, int> uses;
-  for (const auto& record : records)
-    ++uses[record->path()];
-  for (auto& record : records) {
-    if (uses.value(record->path()) > 1) record = withPath(*record, record->labelString());
-  }
-  return records;
-}
 
 void StackCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);

@@ -31,8 +31,4 @@ private:
   std::vector<double> fixedY_;
 };
 
-/// The records as a view of bands takes them, which captions each with the last part of its path: a record that has
-/// its path in common with others gets the name of its channel instead. Records must not be null.
-SeismogramArray captionedByChannel(SeismogramArray records);
-
 } // namespace xov::cli

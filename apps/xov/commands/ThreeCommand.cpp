@@ -1,32 +1,14 @@
 #include "apps/xov/commands/ThreeCommand.h"
 
-#include "apps/xov/inputs/CommonAxis.h"
-#include "apps/xov/inputs/Components.h"
 #include "apps/xov/output/TitledView.h"
 
 #include <CLI/CLI.hpp>
 
-#include <XOV_Graphics/seismic/StationObservation.h>
+#include <XOV_Graphics/seismic/prepare/Components.h>
 #include <XOV_Graphics/views/seismic/ThreeCompView.h>
 #include <algorithm>
 
 namespace xov::cli {
-
-namespace {
-
-std::shared_ptr<ThreeComponentObservation> observation(const Components& components) {
-  SeismogramArray present(components.begin(), components.end());
-  std::erase(present, nullptr);
-  const SeismogramArray aligned = onCommonAxis(present);
-  auto next = aligned.begin();
-  Components placed;
-  for (std::size_t i = 0; i < components.size(); ++i) {
-    if (components[i]) placed[i] = *next++;
-  }
-  return std::make_shared<StationObservation>(placed[0], placed[1], placed[2]);
-}
-
-} // namespace
 
 void ThreeCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
@@ -46,12 +28,12 @@ ExitCode ThreeCommand::run() {
   QStringList codes;
   for (const std::string& code : components_)
     codes.append(QString::fromStdString(code));
-  const Result<Components> components = pickComponents(found.records, codes);
+  const Result<ThreeComponents> components = pickComponents(found.records, codes);
   if (!components) {
     complain(components.error() + QStringLiteral("; --channels and --components choose others"));
     return ExitCode::Failed;
   }
-  const auto shown = observation(*components);
+  const auto shown = observationOf(*components);
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<ThreeCompView>>(frame);
     view->setObservation(shown);

@@ -1,7 +1,6 @@
 #include "apps/xov/inputs/Replay.h"
 
-#include "apps/xov/inputs/Means.h"
-
+#include <XOV_Graphics/seismic/prepare/Amplitudes.h>
 #include <algorithm>
 #include <cmath>
 
@@ -24,15 +23,12 @@ Replay::Replay(const SeismogramArray& recorded, std::shared_ptr<const EventOrigi
                const ReplaySettings& settings)
     : events_(std::move(events)),
       settings_(settings),
-      recorded_(withoutMeans(recorded)),
+      recorded_(withoutMeans(recorded, MeanOf::Channel)),
       replayer_(recorded_, options(settings)),
       feed_(settings.spanSeconds) {}
 
 void Replay::attachTo(RealTimeDisplayView& view) {
-  float largest = 0;
-  for (const auto& record : recorded_)
-    largest = std::max(largest, record->absMax());
-  if (largest == 0) largest = 1;
+  const float largest = largestAmplitude(recorded_);
   view.setWvfrmsArray(feed_.records());
   view.setEventOrigins(events_);
   view.setDrawOriginTimes(true);

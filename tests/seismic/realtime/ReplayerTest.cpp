@@ -1,6 +1,6 @@
 #include "XOV_Graphics/seismic/realtime/Replayer.h"
 
-#include "XOV_Graphics/seismic/TimeAxis.h"
+#include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 #include "tests/seismic/SeismogramTexts.h"
 #include "tests/seismic/TemporaryFiles.h"
 

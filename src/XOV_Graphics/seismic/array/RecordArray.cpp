@@ -2,7 +2,9 @@
 
 #include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/seismic/Geodesy.h"
-#include "XOV_Graphics/seismic/SacHeader.h"
+#include "XOV_Graphics/seismic/prepare/RecordCopy.h"
+#include "XOV_Graphics/seismic/prepare/RecordTexts.h"
+#include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 
 #include <QDateTime>
 #include <QSet>
@@ -19,23 +21,14 @@ namespace {
 constexpr double kSameInterval = 1e-5;
 constexpr double kMsPerSecond = 1000;
 
-QString stationOf(const SeismogramRecord& record) { return record.knetwk() + QLatin1Char('.') + record.kstnm(); }
-
 std::optional<StationPlace> placeOf(const SeismogramRecord& record, const StationTable& places) {
-  for (const QString& key : {stationOf(record), record.kstnm()}) {
+  for (const QString& key : {stationText(record), record.kstnm()}) {
     if (const auto found = places.constFind(key); found != places.constEnd()) return *found;
   }
-  const SacHeader* header = record.GetSacHeader();
-  if (header == nullptr || header->stla == kUndefinedValue || header->stlo == kUndefinedValue) return {};
-  if (!isGeographicPoint(header->stla, header->stlo)) return {};
-  return StationPlace{header->stla, header->stlo};
-}
-
-QDateTime referenceOf(const SeismogramRecord& record) {
-  const auto time = record.mySeisReferenceTime();
-  if (!time) return {};
-  time->updateNSDate();
-  return time->nsDate();
+  const SacHeader& header = headerOf(record);
+  if (header.stla == kUndefinedValue || header.stlo == kUndefinedValue) return {};
+  if (!isGeographicPoint(header.stla, header.stlo)) return {};
+  return StationPlace{header.stla, header.stlo};
 }
 
 Result<RecordArray> make(const SeismogramArray& records, const QStringList& names, const StationTable& places) {
@@ -55,20 +48,19 @@ Result<RecordArray> make(const SeismogramArray& records, const QStringList& name
                        .arg(interval)
                        .arg(array.intervalSeconds)
                        .arg(names.value(0)));
-    const QString station = stationOf(record);
+    const QString station = stationText(record);
     if (stations.contains(station))
       return fault(QStringLiteral("a second record of station %1, expected one for each").arg(station));
     stations.insert(station);
     const auto place = placeOf(record, places);
     if (!place) return fault(QStringLiteral("station %1 has no coordinates").arg(station));
     found.push_back(*place);
-    const QDateTime reference = referenceOf(record);
+    const QDateTime reference = referenceTimeOf(record);
     if (i == 0) first = reference;
     if (reference.isValid() != first.isValid())
       return fault(QStringLiteral("only some of the records have a reference time"));
     const double later = reference.isValid() ? double(first.msecsTo(reference)) / kMsPerSecond : 0;
-    const auto count = std::size_t(record.GetSacSeis() == nullptr ? 0 : std::max(0, record.npts()));
-    array.traces.push_back({name, {record.GetSacSeis(), count}, later + double(record.b()), {}});
+    array.traces.push_back({name, samplesOf(record), later + double(record.b()), {}});
   }
   const std::vector<StationOffset> offsets = stationOffsets(found);
   for (std::size_t i = 0; i < offsets.size(); ++i)

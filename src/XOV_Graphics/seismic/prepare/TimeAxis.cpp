@@ -1,6 +1,6 @@
-#include "XOV_Graphics/seismic/TimeAxis.h"
+#include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 
-#include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/prepare/RecordCopy.h"
 
 #include <algorithm>
 
@@ -10,22 +10,6 @@ namespace {
 
 constexpr double kMillisecondsPerSecond = 1000;
 
-QDateTime referenceDate(const SeismogramRecord& record) {
-  const std::shared_ptr<SeisTime> time = record.mySeisReferenceTime();
-  if (!time) return {};
-  time->updateNSDate();
-  return time->nsDate();
-}
-
-/// The header's values in double precision.
-SacFooter preciseValues(const SeismogramRecord& record) {
-  if (const auto* const trace = dynamic_cast<const SacSeismogram*>(&record)) return trace->preciseValues();
-  SacFooter precise = record.GetSacHeader() ? footerFromHeader(*record.GetSacHeader()) : SacFooter();
-  precise.b = double(record.b());
-  precise.delta = double(record.delta());
-  return precise;
-}
-
 constexpr double SacFooter::*kTimes[] = {&SacFooter::b,  &SacFooter::e,  &SacFooter::o,  &SacFooter::a,
                                          &SacFooter::t0, &SacFooter::t1, &SacFooter::t2, &SacFooter::t3,
                                          &SacFooter::t4, &SacFooter::t5, &SacFooter::t6, &SacFooter::t7,
@@ -33,29 +17,34 @@ constexpr double SacFooter::*kTimes[] = {&SacFooter::b,  &SacFooter::e,  &SacFoo
 
 } // namespace
 
-std::optional<double> startSeconds(const SeismogramRecord& record) {
-  const QDateTime reference = referenceDate(record);
-  if (!reference.isValid()) return {};
-  return double(reference.toMSecsSinceEpoch()) / kMillisecondsPerSecond + preciseValues(record).b;
+QDateTime referenceTimeOf(const SeismogramRecord& record) {
+  const std::shared_ptr<SeisTime> time = record.mySeisReferenceTime();
+  if (!time) return {};
+  time->updateNSDate();
+  return time->nsDate();
 }
 
-double intervalSeconds(const SeismogramRecord& record) { return preciseValues(record).delta; }
+std::optional<double> startSeconds(const SeismogramRecord& record) {
+  const QDateTime reference = referenceTimeOf(record);
+  if (!reference.isValid()) return {};
+  return double(reference.toMSecsSinceEpoch()) / kMillisecondsPerSecond + preciseValuesOf(record).b;
+}
+
+double intervalSeconds(const SeismogramRecord& record) { return preciseValuesOf(record).delta; }
 
 std::shared_ptr<SeismogramRecord> onTimeAxis(const std::shared_ptr<SeismogramRecord>& record,
                                              const QDateTime& reference) {
   if (!record || !reference.isValid()) return record;
-  const QDateTime own = referenceDate(*record);
+  const QDateTime own = referenceTimeOf(*record);
   if (!own.isValid() || own == reference) return record;
   const double shift = double(reference.msecsTo(own)) / kMillisecondsPerSecond;
-  SacFooter precise = preciseValues(*record);
+  SacFooter precise = preciseValuesOf(*record);
   for (double SacFooter::*time : kTimes) {
     if (isDefined(precise.*time)) precise.*time += shift;
   }
-  SacHeader header = record->GetSacHeader() ? *record->GetSacHeader() : SacHeader();
+  SacHeader header = headerOf(*record);
   setReferenceTime(header, reference);
-  const float* const samples = record->GetSacSeis();
-  return std::make_shared<SacSeismogram>(header, std::vector<float>(samples, samples + record->npts()),
-                                         record->path(), precise);
+  return copyOfRecord(*record, {.header = header, .precise = precise});
 }
 
 SeismogramArray consecutivePieces(SeismogramArray records) {
@@ -65,7 +54,7 @@ SeismogramArray consecutivePieces(SeismogramArray records) {
   std::stable_sort(records.begin(), firstUnknown,
                    [](const auto& left, const auto& right) { return *startSeconds(*left) < *startSeconds(*right); });
   if (firstUnknown == records.begin()) return records;
-  const QDateTime reference = referenceDate(*records.front());
+  const QDateTime reference = referenceTimeOf(*records.front());
   std::transform(records.begin(), firstUnknown, records.begin(),
                  [&](const auto& record) { return onTimeAxis(record, reference); });
   return records;

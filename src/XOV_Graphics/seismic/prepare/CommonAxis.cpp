@@ -1,9 +1,10 @@
-#include "apps/xov/inputs/CommonAxis.h"
+#include "XOV_Graphics/seismic/prepare/CommonAxis.h"
 
-#include <XOV_Graphics/seismic/TimeAxis.h>
+#include "XOV_Graphics/seismic/prepare/TimeAxis.h"
+
 #include <algorithm>
 
-namespace xov::cli {
+namespace xov {
 
 namespace {
 
@@ -22,11 +23,9 @@ SeismogramArray onCommonAxis(SeismogramArray records) {
   if (!std::ranges::all_of(records, [&](const auto& record) { return overlap(*records.front(), *record); }))
     return records;
   for (auto& record : records) {
-    const auto reference = records.front()->mySeisReferenceTime();
-    reference->updateNSDate();
-    record = onTimeAxis(record, reference->nsDate());
+    record = onTimeAxis(record, referenceTimeOf(*records.front()));
   }
   return records;
 }
 
-} // namespace xov::cli
+} // namespace xov

@@ -1,4 +1,4 @@
-#include "apps/xov/inputs/RecordOrder.h"
+#include "XOV_Graphics/seismic/prepare/RecordOrder.h"
 
 #include "tests/support/FakeRecord.h"
 
@@ -6,7 +6,7 @@
 
 #include <limits>
 
-namespace xov::cli {
+namespace xov {
 namespace {
 
 using testing::FakeRecord;
@@ -81,4 +81,4 @@ TEST_F(RecordOrdering, sortsNoRecords) {
 }
 
 } // namespace
-} // namespace xov::cli
+} // namespace xov

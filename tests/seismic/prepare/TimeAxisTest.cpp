@@ -1,7 +1,7 @@
-#include "XOV_Graphics/seismic/TimeAxis.h"
+#include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 
-#include "SeismogramTexts.h"
-#include "TemporaryFiles.h"
+#include "tests/seismic/SeismogramTexts.h"
+#include "tests/seismic/TemporaryFiles.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-namespace xov::cli {
+namespace xov {
 
 /// 2011-03-11 at that time, UTC.
 inline QDateTime onTheDay(int hour, int minute, int second = 0, int millisecond = 0) {
@@ -41,4 +41,4 @@ inline std::shared_ptr<SacSeismogram> makeRecord(const RecordFields& fields = {}
   return std::make_shared<SacSeismogram>(header, std::move(samples), QString::fromLatin1(fields.path));
 }
 
-} // namespace xov::cli
+} // namespace xov

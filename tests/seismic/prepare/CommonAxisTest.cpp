@@ -1,10 +1,10 @@
-#include "apps/xov/inputs/CommonAxis.h"
+#include "XOV_Graphics/seismic/prepare/CommonAxis.h"
 
-#include "tests/apps/TestRecords.h"
+#include "tests/support/TestRecords.h"
 
 #include <gtest/gtest.h>
 
-namespace xov::cli {
+namespace xov {
 namespace {
 
 TEST(CommonAxis, countsOverlappingRecordsFromTheFirstOnesReferenceTime) {
@@ -32,4 +32,4 @@ TEST(CommonAxis, leavesAllAloneWhenATimeIsNotKnown) {
 TEST(CommonAxis, takesNoRecords) { EXPECT_TRUE(onCommonAxis({}).empty()); }
 
 } // namespace
-} // namespace xov::cli
+} // namespace xov

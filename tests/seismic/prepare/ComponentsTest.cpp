@@ -1,12 +1,12 @@
-#include "apps/xov/inputs/Components.h"
+#include "XOV_Graphics/seismic/prepare/Components.h"
 
-#include "tests/apps/TestRecords.h"
+#include "tests/support/TestRecords.h"
 
 #include <gtest/gtest.h>
 
 #include <QStringList>
 
-namespace xov::cli {
+namespace xov {
 namespace {
 
 SeismogramArray recordsOf(const std::vector<const char*>& components) {
@@ -18,7 +18,7 @@ SeismogramArray recordsOf(const std::vector<const char*>& components) {
 
 // The components from top to bottom; "-" for one that is missing.
 QStringList picked(const std::vector<const char*>& components, const QStringList& codes = {}) {
-  const Result<Components> found = pickComponents(recordsOf(components), codes);
+  const Result<ThreeComponents> found = pickComponents(recordsOf(components), codes);
   if (!found) return {found.error()};
   QStringList names;
   for (const auto& record : *found)
@@ -68,10 +68,10 @@ TEST(PickComponents, refusesWhatFitsNoPlace) {
 }
 
 TEST(PickComponents, refusesTwoStations) {
-  const Result<Components> found =
+  const Result<ThreeComponents> found =
       pickComponents({makeRecord({.component = "BHZ"}), makeRecord({.station = "ARU", .component = "BHN"})});
   EXPECT_EQ(found.error(), "found components of II.TLY and II.ARU, expected one station");
 }
 
 } // namespace
-} // namespace xov::cli
+} // namespace xov

@@ -1,18 +1,20 @@
-#include "apps/xov/inputs/DrumPage.h"
+#include "XOV_Graphics/seismic/prepare/DrumPage.h"
 
-#include "apps/xov/inputs/Means.h"
+#include "XOV_Graphics/seismic/prepare/Amplitudes.h"
+#include "XOV_Graphics/seismic/prepare/RecordCopy.h"
+#include "XOV_Graphics/seismic/prepare/RecordTexts.h"
+#include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 
-#include <XOV_Graphics/seismic/SacSeismogram.h>
-#include <XOV_Graphics/seismic/TimeAxis.h>
 #include <algorithm>
 #include <cmath>
 
-namespace xov::cli {
+namespace xov {
 
 namespace {
 
 constexpr double kSecondsPerHour = 3600;
 constexpr double kMillisecondsPerSecond = 1000;
+constexpr double kFarthestSeconds = 1e12; // from 1970, some thirty thousand years
 constexpr qsizetype kNamedChannels = 5;
 constexpr double kSecondsPerMinute = 60;
 constexpr double kUsualReach = 0.6; // of the way from a zero line to the edge of its row
@@ -20,7 +22,7 @@ constexpr double kLargestGain = 8;
 
 QString severalChannels(const QStringList& names) {
   const QString named = names.first(std::min(names.size(), kNamedChannels)).join(QStringLiteral(", "));
-  return QStringLiteral("found %1 channels, expected one: %2%3; --channels chooses")
+  return QStringLiteral("found %1 channels, expected one: %2%3")
       .arg(names.size())
       .arg(named, names.size() > kNamedChannels ? QStringLiteral(", ...") : QString());
 }
@@ -45,9 +47,8 @@ std::shared_ptr<SeismogramRecord> cutAt(const std::shared_ptr<SeismogramRecord>&
   const std::int64_t count = samplesBefore(*piece, end);
   if (count == 0) return nullptr;
   if (count == piece->npts()) return piece;
-  const SacHeader header = piece->GetSacHeader() ? *piece->GetSacHeader() : SacHeader();
   const float* const samples = piece->GetSacSeis();
-  return std::make_shared<SacSeismogram>(header, std::vector<float>(samples, samples + count), piece->path());
+  return copyOfRecord(*piece, {.samples = std::vector<float>(samples, samples + count)});
 }
 
 std::int32_t rowsFor(const SeismogramArray& pieces, double rowSeconds) {
@@ -86,26 +87,25 @@ double gainFor(const SeismogramArray& pieces) {
 } // namespace
 
 Result<DrumPage> layOutDrum(const SeismogramArray& records, double rowSeconds, std::optional<int> rows) {
-  QStringList channels;
+  if (!(rowSeconds > 0)) return Error{QStringLiteral("found rows of %1 s, expected more than 0").arg(rowSeconds)};
   SeismogramArray timed;
   std::optional<double> earliest;
   for (const auto& record : records) {
-    channels.append(record->labelString());
     const std::optional<double> start = startSeconds(*record);
-    if (!start || record->npts() < 1 || !(record->delta() > 0)) continue;
+    const bool drawable = record->npts() > 0 && record->delta() > 0;
+    if (!drawable || !start || !(std::abs(*start) < kFarthestSeconds)) continue;
     timed.push_back(record);
     earliest = std::min(earliest.value_or(*start), *start);
   }
-  channels.removeDuplicates();
-  if (channels.size() > 1) return Error{severalChannels(channels)};
+  if (const QStringList channels = channelsOf(records); channels.size() > 1) return Error{severalChannels(channels)};
   if (!earliest) return Error{QStringLiteral("found no record with samples and times, expected a reference time")};
   const double hour = std::floor(*earliest / kSecondsPerHour) * kSecondsPerHour;
   const QDateTime start = QDateTime::fromMSecsSinceEpoch(qint64(hour * kMillisecondsPerSecond), Qt::UTC);
   for (auto& record : timed)
     record = onTimeAxis(record, start);
   DrumPage page;
-  page.pieces = consecutivePieces(withoutMeans(timed));
-  page.rows = rows.value_or(rowsFor(page.pieces, rowSeconds));
+  page.pieces = consecutivePieces(withoutMeans(timed, MeanOf::Channel));
+  page.rows = rows ? std::clamp(*rows, 1, kMostDrumRows) : rowsFor(page.pieces, rowSeconds);
   for (auto& piece : page.pieces)
     piece = cutAt(piece, double(page.rows) * rowSeconds);
   std::erase(page.pieces, nullptr);
@@ -113,4 +113,4 @@ Result<DrumPage> layOutDrum(const SeismogramArray& records, double rowSeconds, s
   return page;
 }
 
-} // namespace xov::cli
+} // namespace xov

@@ -9,6 +9,9 @@
 
 namespace xov {
 
+/// The moment (UTC) that the record's times count from; invalid when it is unknown.
+XOV_EXPORT QDateTime referenceTimeOf(const SeismogramRecord& record);
+
 /// When a record's first sample was taken, in seconds since 1970 (UTC); nothing when its reference time is unknown.
 /// In double precision where the record has it.
 XOV_EXPORT std::optional<double> startSeconds(const SeismogramRecord& record);

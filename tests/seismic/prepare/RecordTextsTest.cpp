@@ -1,13 +1,33 @@
-#include "apps/xov/inputs/RecordTexts.h"
+#include "XOV_Graphics/seismic/prepare/RecordTexts.h"
 
-#include "apps/xov/commands/MonitorCommand.h"
-#include "apps/xov/commands/StackCommand.h"
-#include "tests/apps/TestRecords.h"
+#include "tests/support/FakeRecord.h"
+#include "tests/support/TestRecords.h"
 
 #include <gtest/gtest.h>
 
-namespace xov::cli {
+namespace xov {
 namespace {
+
+TEST(TitleOfRecords, namesTheEventOfTheFirstRecord) {
+  const auto r = std::make_shared<testing::FakeRecord>();
+  r->region = "NEAR EAST COAST OF HONSHU";
+  r->originTime = "2011/03/11 05:46:23.7";
+  EXPECT_EQ(titleOfRecords({r, makeRecord()}), "NEAR EAST COAST OF HONSHU  2011/03/11 05:46:23.7 UTC");
+}
+
+TEST(TitleOfRecords, makesDoWithWhatIsKnown) {
+  const auto r = std::make_shared<testing::FakeRecord>();
+  r->region = "FIJI";
+  EXPECT_EQ(titleOfRecords({r}), "FIJI");
+  r->region.clear();
+  r->originTime = "2011/03/11 05:46:23.7";
+  EXPECT_EQ(titleOfRecords({r}), "2011/03/11 05:46:23.7 UTC");
+}
+
+TEST(TitleOfRecords, countsRecordsOfAnUnknownEvent) {
+  EXPECT_EQ(titleOfRecords({makeRecord(), makeRecord()}), "2 records");
+  EXPECT_EQ(titleOfRecords({makeRecord()}), "1 record");
+}
 
 TEST(AmplitudeLabel, namesTheQuantityThatAllRecordsHold) {
   const auto label = [](std::int32_t first, std::int32_t second) {
@@ -19,6 +39,12 @@ TEST(AmplitudeLabel, namesTheQuantityThatAllRecordsHold) {
   EXPECT_EQ(label(6, 7), "Amplitude");
   EXPECT_EQ(label(5, 5), "Amplitude") << "of no known kind";
   EXPECT_EQ(amplitudeLabel({}), "Amplitude");
+}
+
+TEST(ChannelsOf, namesEachOnceInTheirOrder) {
+  EXPECT_EQ(channelsOf({makeRecord({.component = "BHZ"}), makeRecord({.component = "BHN"}), makeRecord()}),
+            (QStringList{"II.TLY..BHZ", "II.TLY..BHN"}));
+  EXPECT_TRUE(channelsOf({}).isEmpty());
 }
 
 TEST(TitleOfChannels, namesTheChannelTheStationOrTheirNumber) {
@@ -38,4 +64,4 @@ TEST(CaptionedByChannel, keepsThePathsThatTellRecordsApart) {
 }
 
 } // namespace
-} // namespace xov::cli
+} // namespace xov

@@ -1,12 +1,13 @@
-#include "apps/xov/inputs/DrumPage.h"
+#include "XOV_Graphics/seismic/prepare/DrumPage.h"
 
-#include "tests/apps/TestRecords.h"
+#include "tests/support/TestRecords.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 
-namespace xov::cli {
+namespace xov {
 namespace {
 
 QDateTime referenceOf(const SeismogramRecord& record) { return record.mySeisReferenceTime()->nsDate(); }
@@ -94,12 +95,22 @@ TEST(DrumPage, refusesARecordingWithoutAnyTime) {
 
 TEST(DrumPage, refusesSeveralChannels) {
   EXPECT_EQ(layOutDrum({makeRecord(), makeRecord({.component = "BHN"}), makeRecord()}, 3600).error(),
-            "found 2 channels, expected one: II.TLY..BHZ, II.TLY..BHN; --channels chooses");
+            "found 2 channels, expected one: II.TLY..BHZ, II.TLY..BHN");
   SeismogramArray many;
   for (const char* station : {"A", "B", "C", "D", "E", "F"})
     many.push_back(makeRecord({.station = station}));
-  EXPECT_TRUE(layOutDrum(many, 3600).error().endsWith("II.E..BHZ, ...; --channels chooses"));
+  EXPECT_TRUE(layOutDrum(many, 3600).error().endsWith("II.E..BHZ, ..."));
+}
+
+TEST(DrumPage, refusesRowsWithoutADuration) {
+  for (const double seconds : {0.0, -3600.0, std::numeric_limits<double>::quiet_NaN()})
+    EXPECT_TRUE(layOutDrum({makeRecord()}, seconds).error().endsWith("expected more than 0")) << seconds;
+}
+
+TEST(DrumPage, hasAtLeastOneRowAndNoMoreThanCanBeToldApart) {
+  EXPECT_EQ(layOutDrum({makeRecord()}, 3600, 0)->rows, 1);
+  EXPECT_EQ(layOutDrum({makeRecord()}, 3600, 100000)->rows, kMostDrumRows);
 }
 
 } // namespace
-} // namespace xov::cli
+} // namespace xov

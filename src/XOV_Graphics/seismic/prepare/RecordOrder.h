@@ -1,13 +1,15 @@
 #pragma once
 
-#include <XOV_Graphics/seismic/SeismogramRecord.h>
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+
 #include <cstdint>
 
-namespace xov::cli {
+namespace xov {
 
 /// How records follow each other in a plot.
 enum class RecordOrder : std::uint8_t {
-  Given,    ///< as on the command line
+  Given,    ///< as they are
   Distance, ///< from the event, near ones first
   Azimuth,  ///< from the event, clockwise from north
   Name,     ///< network, station, location and component, then the file's name
@@ -15,6 +17,6 @@ enum class RecordOrder : std::uint8_t {
 
 /// Sorts the records; equal ones keep their order, and those without a distance or azimuth come last. Records must
 /// not be null.
-void sortRecords(SeismogramArray& records, RecordOrder order);
+XOV_EXPORT void sortRecords(SeismogramArray& records, RecordOrder order);
 
-} // namespace xov::cli
+} // namespace xov

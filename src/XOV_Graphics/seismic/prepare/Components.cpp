@@ -1,12 +1,11 @@
-#include "apps/xov/inputs/Components.h"
+#include "XOV_Graphics/seismic/prepare/Components.h"
 
-#include "apps/xov/inputs/RecordTexts.h"
-
-#include <QStringList>
+#include "XOV_Graphics/seismic/prepare/CommonAxis.h"
+#include "XOV_Graphics/seismic/prepare/RecordTexts.h"
 
 #include <algorithm>
 
-namespace xov::cli {
+namespace xov {
 
 namespace {
 
@@ -26,8 +25,8 @@ bool hasAnyCode(const SeismogramRecord& record, const QStringList& codes) {
   return std::ranges::any_of(codes, [&](const QString& code) { return hasCode(record, code); });
 }
 
-Result<Components> pickByCodes(const SeismogramArray& records, const CodeSets& codes) {
-  Components picked;
+Result<ThreeComponents> pickByCodes(const SeismogramArray& records, const CodeSets& codes) {
+  ThreeComponents picked;
   for (std::size_t i = 0; i < picked.size(); ++i) {
     for (const auto& record : records) {
       if (!hasAnyCode(*record, codes[i])) continue;
@@ -44,23 +43,23 @@ Result<Components> pickByCodes(const SeismogramArray& records, const CodeSets& c
   return picked;
 }
 
-bool allArePicked(const Components& components, std::size_t count) {
+bool allArePicked(const ThreeComponents& components, std::size_t count) {
   return std::size_t(std::ranges::count_if(components, [](const auto& record) { return record != nullptr; })) ==
          count;
 }
 
 // What the last character of the components says; each record must have a place.
-Result<Components> pickByDirection(const SeismogramArray& records) {
+Result<ThreeComponents> pickByDirection(const SeismogramArray& records) {
   const bool vertical = std::ranges::any_of(records, [](const auto& r) { return hasAnyCode(*r, kDirections[0]); });
   const bool third = std::ranges::any_of(records, [](const auto& r) { return hasAnyCode(*r, kNumbers[2]); });
-  Result<Components> picked = pickByCodes(records, !vertical && third ? kNumbers : kDirections);
+  Result<ThreeComponents> picked = pickByCodes(records, !vertical && third ? kNumbers : kDirections);
   if (picked && !allArePicked(*picked, records.size()))
     return Error{QStringLiteral("found %1 records, expected a component that ends in Z, R/N/1 or T/E/2 of each")
                      .arg(records.size())};
   return picked;
 }
 
-Result<Components> ofOneStation(const Components& components) {
+Result<ThreeComponents> ofOneStation(const ThreeComponents& components) {
   QStringList stations;
   for (const auto& record : components) {
     if (record) stations.append(stationText(*record));
@@ -72,19 +71,31 @@ Result<Components> ofOneStation(const Components& components) {
 
 } // namespace
 
-Result<Components> pickComponents(const SeismogramArray& records, const QStringList& codes) {
+Result<ThreeComponents> pickComponents(const SeismogramArray& records, const QStringList& codes) {
   if (records.empty()) return Error{QStringLiteral("found no record, expected components")};
   if (!codes.isEmpty()) {
     CodeSets sets;
     for (qsizetype i = 0; i < std::min<qsizetype>(codes.size(), qsizetype(sets.size())); ++i)
       sets[std::size_t(i)] = {codes[i]};
-    const Result<Components> picked = pickByCodes(records, sets);
+    const Result<ThreeComponents> picked = pickByCodes(records, sets);
     return picked ? ofOneStation(*picked) : picked;
   }
-  const Result<Components> picked = pickByDirection(records);
+  const Result<ThreeComponents> picked = pickByDirection(records);
   if (picked) return ofOneStation(*picked);
-  if (records.size() == 3) return Components{records[0], records[1], records[2]};
+  if (records.size() == 3) return ThreeComponents{records[0], records[1], records[2]};
   return picked;
 }
 
-} // namespace xov::cli
+std::shared_ptr<StationObservation> observationOf(const ThreeComponents& components) {
+  SeismogramArray present(components.begin(), components.end());
+  std::erase(present, nullptr);
+  const SeismogramArray aligned = onCommonAxis(present);
+  auto next = aligned.begin();
+  ThreeComponents placed;
+  for (std::size_t i = 0; i < components.size(); ++i) {
+    if (components[i]) placed[i] = *next++;
+  }
+  return std::make_shared<StationObservation>(placed[0], placed[1], placed[2]);
+}
+
+} // namespace xov

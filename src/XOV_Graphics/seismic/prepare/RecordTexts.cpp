@@ -1,11 +1,12 @@
-#include "apps/xov/inputs/RecordTexts.h"
+#include "XOV_Graphics/seismic/prepare/RecordTexts.h"
 
-#include <QStringList>
+#include "XOV_Graphics/seismic/prepare/RecordCopy.h"
 
-#include <XOV_Graphics/seismic/SacHeader.h>
+#include <QHash>
+
 #include <algorithm>
 
-namespace xov::cli {
+namespace xov {
 
 namespace {
 
@@ -22,10 +23,6 @@ constexpr Quantity kQuantities[] = {
     {50, "Velocity (V)"},
 };
 
-std::int32_t quantityOf(const SeismogramRecord& record) {
-  return record.GetSacHeader() == nullptr ? kSacUndefinedInteger : record.GetSacHeader()->idep;
-}
-
 } // namespace
 
 QString titleOfRecords(const SeismogramArray& records) {
@@ -41,12 +38,40 @@ QString titleOfRecords(const SeismogramArray& records) {
 
 QString stationText(const SeismogramRecord& record) { return record.knetwk() + QLatin1Char('.') + record.kstnm(); }
 
+QStringList channelsOf(const SeismogramArray& records) {
+  QStringList channels;
+  for (const auto& record : records)
+    channels.append(record->labelString());
+  channels.removeDuplicates();
+  return channels;
+}
+
+QString titleOfChannels(const SeismogramArray& records) {
+  const QStringList channels = channelsOf(records);
+  if (channels.size() == 1) return channels.front();
+  QStringList stations;
+  for (const auto& record : records)
+    stations.append(stationText(*record));
+  stations.removeDuplicates();
+  return stations.size() == 1 ? stations.front() : QStringLiteral("%1 channels").arg(channels.size());
+}
+
 QString amplitudeLabel(const SeismogramArray& records) {
   for (const Quantity& quantity : kQuantities) {
-    const auto isOfThatKind = [&](const auto& record) { return quantityOf(*record) == quantity.idep; };
+    const auto isOfThatKind = [&](const auto& record) { return headerOf(*record).idep == quantity.idep; };
     if (!records.empty() && std::ranges::all_of(records, isOfThatKind)) return QString::fromLatin1(quantity.label);
   }
   return QStringLiteral("Amplitude");
 }
 
-} // namespace xov::cli
+SeismogramArray captionedByChannel(SeismogramArray records) {
+  QHash<QString, int> uses;
+  for (const auto& record : records)
+    ++uses[record->path()];
+  for (auto& record : records) {
+    if (uses.value(record->path()) > 1) record = copyOfRecord(*record, {.path = record->labelString()});
+  }
+  return records;
+}
+
+} // namespace xov

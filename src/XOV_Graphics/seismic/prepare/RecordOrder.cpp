@@ -1,11 +1,12 @@
-#include "apps/xov/inputs/RecordOrder.h"
+#include "XOV_Graphics/seismic/prepare/RecordOrder.h"
 
-#include <XOV_Graphics/seismic/Undefined.h>
+#include "XOV_Graphics/seismic/Undefined.h"
+
 #include <algorithm>
 #include <limits>
 #include <utility>
 
-namespace xov::cli {
+namespace xov {
 
 namespace {
 
@@ -47,4 +48,4 @@ void sortRecords(SeismogramArray& records, RecordOrder order) {
   }
 }
 
-} // namespace xov::cli
+} // namespace xov

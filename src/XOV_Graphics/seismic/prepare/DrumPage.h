@@ -1,0 +1,33 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/base/Result.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace xov {
+
+/// More rows cannot be told apart on a page.
+inline constexpr int kMostDrumRows = 2048;
+
+/// A recording on a page of rows.
+struct XOV_EXPORT DrumPage {
+  SeismogramArray pieces; ///< in time order; all times count from the whole hour (UTC) at which the page starts
+  std::int32_t rows = 1;
+  double gain = 1; ///< half row heights that the largest sample may rise so that rows can be told apart
+};
+
+/// Puts the pieces of one channel, in any order, on a page that starts at the whole hour of the earliest sample. That
+/// hour also becomes the zero of their times: what else a view adds to the times of samples and events then is 0. The
+/// mean of the recording is taken away.
+/// A row lasts `rowSeconds`. The page has `rows` (1 to kMostDrumRows), or as many as the recording needs. Samples
+/// beyond the page are left out, as the view would draw them over what is below the rows.
+///
+/// Refuses rows without a duration, records of several channels, and a recording of which no time is known; of
+/// others, pieces without a time are left out. Records must not be null.
+XOV_EXPORT Result<DrumPage> layOutDrum(const SeismogramArray& records, double rowSeconds,
+                                       std::optional<int> rows = {});
+
+} // namespace xov

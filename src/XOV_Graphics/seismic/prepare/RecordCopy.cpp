@@ -1,0 +1,39 @@
+#include "XOV_Graphics/seismic/prepare/RecordCopy.h"
+
+#include "XOV_Graphics/seismic/Undefined.h"
+
+#include <algorithm>
+
+namespace xov {
+
+const SacHeader& headerOf(const SeismogramRecord& record) {
+  static const SacHeader unset;
+  const SacHeader* const header = record.GetSacHeader();
+  return header ? *header : unset;
+}
+
+SacFooter preciseValuesOf(const SeismogramRecord& record) {
+  if (const auto* const trace = dynamic_cast<const SacSeismogram*>(&record)) return trace->preciseValues();
+  SacFooter precise = footerFromHeader(headerOf(record));
+  precise.b = double(record.b());
+  precise.delta = double(record.delta());
+  return precise;
+}
+
+std::span<const float> samplesOf(const SeismogramRecord& record) {
+  const float* const samples = record.GetSacSeis();
+  return {samples, samples ? std::size_t(std::max(record.npts(), 0)) : 0};
+}
+
+std::shared_ptr<SacSeismogram> copyOfRecord(const SeismogramRecord& record, RecordChanges changes) {
+  const std::span<const float> own = samplesOf(record);
+  SacHeader header = changes.header.value_or(headerOf(record));
+  SacFooter precise = changes.precise.value_or(preciseValuesOf(record));
+  // So many samples end elsewhere.
+  if (changes.samples && changes.samples->size() != own.size()) precise.e = header.e = kUndefinedValue;
+  return std::make_shared<SacSeismogram>(
+      header, changes.samples ? *std::move(changes.samples) : std::vector<float>(own.begin(), own.end()),
+      changes.path.value_or(record.path()), precise);
+}
+
+} // namespace xov

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace xov {
+
+/// The record's header, or an unset one where it has none. Valid while the record lives.
+XOV_EXPORT const SacHeader& headerOf(const SeismogramRecord& record);
+
+/// The header's times and coordinates in double precision: the record's own where it has them, else those of its
+/// header, with the begin time and the interval that the record itself tells.
+XOV_EXPORT SacFooter preciseValuesOf(const SeismogramRecord& record);
+
+/// The record's samples; none where it has no block of them or tells a negative number. Valid while the record lives.
+XOV_EXPORT std::span<const float> samplesOf(const SeismogramRecord& record);
+
+/// What is different in a copy of a record.
+struct XOV_EXPORT RecordChanges {
+  std::optional<std::vector<float>> samples = {}; ///< from the begin time on
+  std::optional<QString> path = {};
+  std::optional<SacHeader> header = {};
+  std::optional<SacFooter> precise = {}; ///< replaces what the header has in single precision
+};
+
+/// A record with the same header, in double precision, samples and path but for the changes. Its end time and
+/// extremes fit its samples.
+XOV_EXPORT std::shared_ptr<SacSeismogram> copyOfRecord(const SeismogramRecord& record, RecordChanges changes = {});
+
+} // namespace xov
