@@ -50,6 +50,22 @@ TEST(GraphicsContext, aPassLeavesTheStateAsItWas) {
   EXPECT_FALSE(context.state().clipRect.has_value());
 }
 
+TEST(GraphicsContext, aSavedStateComesBackWhereItsScopeEnds) {
+  RecordingContext context;
+  context.setColor(colors::red);
+  {
+    const SavedState saved(context);
+    context.setColor(colors::blue);
+    context.clipToRect({0, 0, 1, 1});
+    context.concat(QTransform::fromTranslate(100, 0));
+    EXPECT_EQ(context.stateDepth(), 2u);
+  }
+  EXPECT_EQ(context.stateDepth(), 1u);
+  EXPECT_EQ(context.state().strokeColor, colors::red);
+  EXPECT_FALSE(context.state().clipRect.has_value());
+  EXPECT_TRUE(context.state().transform.isIdentity());
+}
+
 TEST(GraphicsContext, restoringMoreThanWasSavedDoesNothing) {
   RecordingContext context;
   context.setColor(colors::green);

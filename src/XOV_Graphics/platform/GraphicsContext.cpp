@@ -139,7 +139,7 @@ void GraphicsContext::drawSymbols(const Symbols& symbols) {
 }
 
 void GraphicsContext::onSymbols(const Symbols& symbols) {
-  saveState();
+  const SavedState saved(*this);
   for (std::int64_t i = symbols.first; i < symbols.last; ++i) {
     const auto center = symbols.center(i);
     if (!center) continue;
@@ -151,7 +151,6 @@ void GraphicsContext::onSymbols(const Symbols& symbols) {
     for (int stroke = 0; look.hasOutline() && stroke < look.strokes; ++stroke)
       strokePath(circle);
   }
-  restoreState();
 }
 
 void GraphicsContext::drawText(const QString& text, QPointF position, const TextAttributes& attributes) {

@@ -59,6 +59,7 @@ public:
     std::size_t depth_;
   };
 
+  /// Keeps the state for restoreState(); where both stand in one scope, SavedState says it in one line.
   void saveState();
   /// Brings back the state of the matching saveState(); without one it does nothing.
   void restoreState();
@@ -115,6 +116,19 @@ private:
   void narrowClip(const QPainterPath& path, bool isRect);
 
   std::vector<GraphicsState> states_;
+};
+
+/// Keeps a context's state for its own lifetime: one saveState() where it is made, one restoreState() where its scope
+/// ends.
+class XOV_EXPORT SavedState {
+public:
+  explicit SavedState(GraphicsContext& context) : context_(context) { context_.saveState(); }
+  ~SavedState() { context_.restoreState(); }
+  SavedState(const SavedState&) = delete;
+  SavedState& operator=(const SavedState&) = delete;
+
+private:
+  GraphicsContext& context_;
 };
 
 } // namespace xov

@@ -256,7 +256,7 @@ void RecordingContext::onImage(const QImage& image, const QRectF& target, const 
 
 void RecordingContext::replay(GraphicsContext& onto) const {
   for (const RecordedItem& item : items_) {
-    onto.saveState();
+    const SavedState saved(onto);
     if (!item.clipPath.isEmpty()) {
       onto.clipToPath(Path::fromShape(item.clipPath));
     } else if (item.clip) {
@@ -282,7 +282,6 @@ void RecordingContext::replay(GraphicsContext& onto) const {
       onto.drawImage(item.image, item.drawnTarget, item.source, item.fraction);
       break;
     }
-    onto.restoreState();
   }
 }
 

@@ -115,11 +115,10 @@ void XOVView::drawRotatedStringXYHJustVJustAngle(const QString& string, float x,
                                                  float angle) {
   const QPointF origin = rotatedTextOrigin({x, y}, labelAttributes_->size(string), hjust, vjust);
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.concat(QTransform::fromTranslate(origin.x(), origin.y()));
   context.concat(QTransform().rotate(angle));
   context.drawText(string, {0, 0}, *labelAttributes_);
-  context.restoreState();
 }
 
 void XOVView::drawTitleAt(QPointF origin) {

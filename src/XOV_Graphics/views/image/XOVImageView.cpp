@@ -173,17 +173,16 @@ void XOVImageView::drawRect(const QRectF&) {
     return;
   }
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.setColor(colors::white);
   drawImage();
   drawAxes();
-  context.restoreState();
 }
 
 void XOVImageView::drawImage() {
   if (nr_ <= 0 || nc_ <= 0) return;
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.setColor(colors::white);
   context.fillRect(iRect_);
   const ImageExtent extent{xminImage_, xmaxImage_, yminImage_, ymaxImage_, dxImage_, dyImage_};
@@ -192,7 +191,6 @@ void XOVImageView::drawImage() {
   const QRectF held(0, nr_ - size.height(), size.width(), size.height());
   if (const auto place = placeImage(selectedCells(limits(), extent, nr_, nc_), held, anImage_.size(), iRect_))
     context.drawImage(anImage_, place->target, place->source);
-  context.restoreState();
 }
 
 void XOVImageView::beginFramedAxes(const std::shared_ptr<const TextAttributes>& tickLabels) {
@@ -227,7 +225,7 @@ void XOVImageView::drawMaxLocation() {
   if (!(xmin_ <= xZmax_ && xZmax_ <= xmax_ && ymin_ <= yZmax_ && yZmax_ <= ymax_)) return;
   const QPointF peak = dataToView({xZmax_, yZmax_}, iRect_, limits());
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.setColor(colors::red);
   Path leaders;
   leaders.moveTo({iRect_.x() + kLeaderInset, peak.y()});
@@ -237,7 +235,6 @@ void XOVImageView::drawMaxLocation() {
   Path circle;
   circle.appendOval({peak.x() - kPeakRadius, peak.y() - kPeakRadius, 2 * kPeakRadius, 2 * kPeakRadius});
   context.strokePath(circle);
-  context.restoreState();
 }
 
 } // namespace xov

@@ -87,7 +87,7 @@ void xovFKImageView::drawRect(const QRectF&) {
     return;
   }
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.setColor(colors::white);
   fillBounds();
   drawImage();
@@ -96,7 +96,6 @@ void xovFKImageView::drawRect(const QRectF&) {
   drawZeroGrid();
   computeImagePeakLocation();
   drawMaxLocation();
-  context.restoreState();
 }
 
 void xovFKImageView::drawAxes() {
@@ -112,7 +111,7 @@ void xovFKImageView::drawAxes() {
 void xovFKImageView::drawZeroGrid() {
   const QPointF zero = dataToView({0, 0}, iRect_, limits());
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.setColor(colors::black);
   Path lines;
   lines.moveTo({iRect_.x(), zero.y()});
@@ -120,7 +119,6 @@ void xovFKImageView::drawZeroGrid() {
   lines.moveTo({zero.x(), iRect_.y()});
   lines.lineTo({zero.x(), iRect_.y() + iRect_.height()});
   context.strokePath(lines);
-  context.restoreState();
 }
 
 // One path: each circle is joined to the one before along the line of zero north slowness.
@@ -128,14 +126,13 @@ void xovFKImageView::drawPhaseVelocityCircles() {
   const QPointF zero = dataToView({0, 0}, iRect_, limits());
   const double pointsPerSlowness = iRect_.width() / double(xmax_ - xmin_);
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.setColor(colors::black);
   Path circles;
   for (const double velocity : kCircleVelocities)
     circles.appendArc(zero, pointsPerSlowness / velocity, 0, 360);
   context.clipToRect(iRect_);
   context.strokePath(circles);
-  context.restoreState();
 }
 
 void xovFKImageView::mouseDown(const MouseEvent& event) {

@@ -75,7 +75,7 @@ void geoMapView::drawRect(const QRectF&) {
     return;
   }
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.setColor(colors::white);
   fillBounds();
   if (!hideImage_) drawImage();
@@ -85,7 +85,6 @@ void geoMapView::drawRect(const QRectF&) {
   drawVectors();
   drawTitleTopCentered();
   if (_timeStamp()) drawTimeStamp();
-  context.restoreState();
 }
 
 void geoMapView::drawAxes() {
@@ -102,7 +101,7 @@ void geoMapView::drawPolygons() {
   if (thePolygonSets_.empty()) return;
   const MapProjection projection(iRect_, limits());
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.clipToRect(iRect_);
   context.setColor(plateBoundaryColor_);
   for (const std::shared_ptr<XOVPolygonArray>& set : thePolygonSets_) {
@@ -110,7 +109,6 @@ void geoMapView::drawPolygons() {
       if (polygon) context.strokePath(projection.line(*polygon));
     }
   }
-  context.restoreState();
 }
 
 void geoMapView::drawPoints() {
@@ -118,17 +116,16 @@ void geoMapView::drawPoints() {
   const MapProjection projection(iRect_, limits());
   const MapPoints points(*thePoints_, *theColors_, outlinePointsWithNoData_, projection);
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.clipToRect(iRect_);
   context.drawSymbols(points.symbols(projection));
-  context.restoreState();
 }
 
 void geoMapView::drawVectors() {
   if (theVectors_->empty()) return;
   const MapProjection projection(iRect_, limits());
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.clipToRect(iRect_);
   context.setColor(colors::black);
   for (const std::shared_ptr<geoMapVector>& vector : *theVectors_) {
@@ -139,7 +136,6 @@ void geoMapView::drawVectors() {
     path.lineTo(foot + QPointF(vector->eastValue(), vector->northValue()) * double(vector->scaleFactor()));
     context.strokePath(path);
   }
-  context.restoreState();
 }
 
 QImage geoMapView::getImageOfView() { return snapshot(); }

@@ -54,13 +54,13 @@ void MultiSeisView::drawRect(const QRectF&) {
   if (!records || records->empty()) return;
   computeRects();
   computePlotLimits();
-  GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
-  labelAttributes_->setColor(colors::gray);
-  drawStrips(*records);
-  drawTimeAxis();
-  drawTitleTopCentered();
-  context.restoreState();
+  {
+    const SavedState saved(GraphicsContext::current());
+    labelAttributes_->setColor(colors::gray);
+    drawStrips(*records);
+    drawTimeAxis();
+    drawTitleTopCentered();
+  }
   drawPicks();
 }
 
@@ -87,11 +87,10 @@ void MultiSeisView::drawStrips(const SeismogramArray& records) {
 
 void MultiSeisView::drawZeroLine(double center) {
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.setColor(colors::lightGray);
   strokeDottedLine({pRect_.x() + kZeroLineInset, center}, {pRect_.x() + pRect_.width(), center}, kZeroLineWidth,
                    {dashes.begin(), dashes.end()});
-  context.restoreState();
 }
 
 Trace MultiSeisView::traceOf(const SeismogramRecord& record, double center, double slot) const {

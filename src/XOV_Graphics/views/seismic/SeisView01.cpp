@@ -16,7 +16,7 @@ void SeisView01::drawRect(const QRectF&) {
   computeRects();
   computePlotLimits();
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.strokeRect(pRect_);
 
   Path traces;
@@ -34,15 +34,16 @@ void SeisView01::drawRect(const QRectF&) {
     trace.yOffset = pRect_.y();
     if (settleTrace(trace, pRect_, record->smin(), record->smax())) traces.appendTrace(trace);
   }
-  context.saveState();
-  context.clipToRect(pRect_);
-  if (fillPositive_) {
-    context.setColor(colors::lightGray);
-    context.fillPath(traces);
-    context.setColor(colors::black);
+  {
+    const SavedState unclipped(context);
+    context.clipToRect(pRect_);
+    if (fillPositive_) {
+      context.setColor(colors::lightGray);
+      context.fillPath(traces);
+      context.setColor(colors::black);
+    }
+    context.strokePath(traces);
   }
-  context.strokePath(traces);
-  context.restoreState();
 
   beginAxes(pRect_);
   ASetYAxisPowerFlag(1);
@@ -50,7 +51,6 @@ void SeisView01::drawRect(const QRectF&) {
   addAmplitudeAxis(yLabelString_);
   strokeAxisPath();
   drawTitleTopCentered();
-  context.restoreState();
 }
 
 } // namespace xov

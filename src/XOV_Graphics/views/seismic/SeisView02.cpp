@@ -36,7 +36,7 @@ void SeisView02::drawRect(const QRectF&) {
   // Without this each draw would add one more rectangle.
   discardCursorRects();
   resetCursorRects();
-  context.saveState();
+  const SavedState saved(context);
   context.strokeRect(pRect_);
   for (std::size_t i = 0; i < records->size(); ++i) {
     const QRectF rect = plotStyle_ == kBands ? bandRect(pRect_, i, records->size()) : pRect_;
@@ -46,7 +46,6 @@ void SeisView02::drawRect(const QRectF&) {
   }
   drawAxesOnRect(pRect_);
   drawTitleTopCentered();
-  context.restoreState();
 }
 
 void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRectF& rect) {

@@ -93,7 +93,7 @@ MinuteScale layOutMinuteScale(const MinuteScaleStyle& style, const MinuteSpan& s
 
 void drawMinuteScale(XOVView& view, const MinuteScale& scale) {
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.setColor(colors::lightGray);
   view.labelAttributes()->setColor(colors::gray);
   for (const MinuteScale::Label& label : scale.labels)
@@ -108,7 +108,6 @@ void drawMinuteScale(XOVView& view, const MinuteScale& scale) {
   context.strokePath(lines);
   view.drawStringXYHJustVJust(scale.title, float(scale.titlePlace.x()), float(scale.titlePlace.y()), 2, 1);
   view.labelAttributes()->setColor(colors::black);
-  context.restoreState();
 }
 
 } // namespace xov

@@ -54,7 +54,7 @@ void RealTimeDisplayView::drawTheSeismograms() {
   const auto records = wvfrmsArray();
   if (!records) return;
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.clipToRect(pRect_);
   labelAttributes_->setColor(colors::gray);
   const RealTimeBands bands{pRect_, records->size()};
@@ -66,7 +66,6 @@ void RealTimeDisplayView::drawTheSeismograms() {
     strokeTrace(trace, pRect_, record->smin(), record->smax());
     drawBandLabel(*record, bands.zeroLine(k) + bands.height() / 2);
   }
-  context.restoreState();
 }
 
 void RealTimeDisplayView::drawBandLabel(const SeismogramRecord& record, double upperEdge) {
@@ -90,7 +89,7 @@ void RealTimeDisplayView::drawMinuteMarks() {
 
 void RealTimeDisplayView::drawLabels() {
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   const ReferencePlaces places = referencePlaces(pRect_, edgeOf(originOnRight_));
   const ReferenceTexts texts = referenceTexts();
   const auto drawOver = [this](const QString& text, QPointF place, int hjust) {
@@ -106,7 +105,6 @@ void RealTimeDisplayView::drawLabels() {
   titleAttributes_->setColor(colors::gray);
   drawTitleTopCentered();
   titleAttributes_->setColor(colors::black);
-  context.restoreState();
 }
 
 void RealTimeDisplayView::drawOriginTimeMarkers() {
@@ -115,7 +113,7 @@ void RealTimeDisplayView::drawOriginTimeMarkers() {
   const float seconds = xmax_ - xmin_;
   const RealTimeWindow window = realTimeWindow(refDate_, seconds, edgeOf(originOnRight_));
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   for (const auto& event : *events) {
     const auto time = event ? event->_origin_time() : nullptr;
     if (!time) continue;
@@ -130,7 +128,6 @@ void RealTimeDisplayView::drawOriginTimeMarkers() {
     context.setColor(colorForMagnitude(event->magnitude()));
     context.strokePath(line);
   }
-  context.restoreState();
 }
 
 QColor RealTimeDisplayView::colorForMagnitude(float magnitude) const {

@@ -40,7 +40,7 @@ void helicorderView::drawRect(const QRectF& dirty) {
   const PageStart start = startOf(*pieces);
   setStartTime(start.hour);
   setPlotDuration(double(float(nRows_) * rowDuration_));
-  context.saveState();
+  const SavedState saved(context);
   pRect_ = helicorderRect(bounds());
   iRect_ = pRect_;
   setMaxAmplitude(getAbsMaxAmplitude());
@@ -52,7 +52,6 @@ void helicorderView::drawRect(const QRectF& dirty) {
   xmax_ = rowDuration_;
   drawMinuteMarks();
   drawHourLabels();
-  context.restoreState();
 }
 
 void helicorderView::drawPageTitle(const SeismogramRecord& record) {
@@ -101,7 +100,7 @@ void helicorderView::drawSeismicPhases(const QRectF&) {
   const HelicorderPage page{pRect_, nRows_, rowDuration_};
   const PageTime time{startTime_, plotDuration_, startOf(*pieces).offset};
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   for (const auto& event : *events) {
     if (!event) continue;
     const auto marker = helicorderMarker(page, time, *event, magThreshold_);
@@ -116,7 +115,6 @@ void helicorderView::drawSeismicPhases(const QRectF&) {
   xmin_ = 0;
   xmax_ = rowDuration_;
   drawMinuteMarks();
-  context.restoreState();
 }
 
 void helicorderView::drawMinuteMarks() {
@@ -132,13 +130,12 @@ void helicorderView::drawHourLabels() {
   const auto pieces = wvfrmArray();
   const PageStart start = pieces && !pieces->empty() ? startOf(*pieces) : PageStart();
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   labelAttributes_->setColor(colors::lightGray);
   setLabelFontSize(kHourFontSize);
   for (const HourLabel& label : hourLabels({pRect_, nRows_, rowDuration_}, start.reference, startTime_))
     drawStringXYHJustVJust(label.text, float(label.place.x()), float(label.place.y()), 3, 2);
   setLabelFontSize(kLabelFontSize);
-  context.restoreState();
 }
 
 float helicorderView::getAbsMaxAmplitude() {

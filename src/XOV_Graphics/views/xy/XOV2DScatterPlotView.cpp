@@ -44,14 +44,11 @@ void XOV2DScatterPlotView::computeDataRanges() { XOV2DScatterPlotView::computePl
 void XOV2DScatterPlotView::drawRect(const QRectF&) {
   drawPaper();
   if (npts_ <= 0) return;
-  GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
   pRect_ = xyFrame(bounds());
-  context.strokeRect(pRect_);
+  GraphicsContext::current().strokeRect(pRect_);
   iRect_ = pRect_;
   const double radius = std::abs(double(symbolDiameter_)) / 2;
   drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), radius), pRect_);
-  context.restoreState();
   drawAxes();
 }
 

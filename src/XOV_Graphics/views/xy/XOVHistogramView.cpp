@@ -119,7 +119,7 @@ void XOVHistogramView::drawRect(const QRectF&) {
   if (!counts_) return;
   computeRects();
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   if (!fixedXAxisRange_) {
     xmin_ = minBinValue_;
     xmax_ = maxBinValue_;
@@ -130,7 +130,6 @@ void XOVHistogramView::drawRect(const QRectF&) {
   }
   drawHHistogram();
   drawAxes();
-  context.restoreState();
 }
 
 void XOVHistogramView::fillAndStroke(const Path& bars, const QColor& fill) {
@@ -143,20 +142,18 @@ void XOVHistogramView::fillAndStroke(const Path& bars, const QColor& fill) {
 
 void XOVHistogramView::drawHHistogram() {
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   const HistogramBins bins{nBins_, minBinValue_, maxBinValue_, binWidth_};
   fillAndStroke(HistogramBars{bins, readableCounts(), maxCount_, iRect_, limits()}.overValues(), barFillColor_);
-  context.restoreState();
 }
 
 void XOVHistogramView::drawVHistogram() {
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   const HistogramBins bins{nBins_, minBinValue_, maxBinValue_, binWidth_};
   const HistogramBars bars{bins, readableCounts(), maxCount_, iRect_, limits()};
   context.strokePath(bars.baseline());
   fillAndStroke(bars.besideFrame(), colors::gray);
-  context.restoreState();
 }
 
 void XOVHistogramView::drawAxes() {

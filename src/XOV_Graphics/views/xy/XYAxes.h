@@ -19,7 +19,7 @@ struct XYAxes {
   template <typename PlotView>
   static void draw(PlotView& view, const QRectF& frame, const ScaledAxis& x, const ScaledAxis& y) {
     GraphicsContext& context = GraphicsContext::current();
-    context.saveState();
+    const SavedState saved(context);
     view.beginAxes(frame);
     view.setLabelFontSize(kLabelFontSize);
     view.setXLabel(QString());
@@ -35,7 +35,6 @@ struct XYAxes {
     view.strokeAxisPath();
     view.drawRotatedStringXYHJustVJustAngle(y.label, float(view.bounds().x() + kTitleGap),
                                             float(inner.y() + inner.height() / 2), 1, 2, 90);
-    context.restoreState();
   }
 };
 

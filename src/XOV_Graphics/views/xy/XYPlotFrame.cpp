@@ -79,10 +79,9 @@ Symbols xySymbols(std::span<const float> x, std::span<const float> y, const QRec
 
 void drawInsideFrame(const Symbols& symbols, const QRectF& frame) {
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   context.clipToRect(frame);
   context.drawSymbols(symbols);
-  context.restoreState();
 }
 
 } // namespace xov

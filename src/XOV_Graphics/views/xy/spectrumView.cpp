@@ -22,10 +22,8 @@ void spectrumView::removeFromTheSpectra(const QVariant& spectrum) {
 }
 
 void spectrumView::drawRect(const QRectF&) {
-  GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(GraphicsContext::current());
   fillWithColorStrokeColor(colors::white, colors::gray);
-  context.restoreState();
 }
 
 } // namespace xov

@@ -53,18 +53,17 @@ void xyPlotView::drawRect(const QRectF&) {
   drawPaper();
   if (npts_ <= 0) return;
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
   pRect_ = xyFrame(bounds());
   context.strokeRect(pRect_);
   iRect_ = pRect_;
 
   Path path;
   path.appendTrace(xyLine(xPoints(), yPoints(), pRect_, limits()));
-  context.saveState();
-  context.clipToRect(pRect_);
-  context.strokePath(path);
-  context.restoreState();
-  context.restoreState();
+  {
+    const SavedState unclipped(context);
+    context.clipToRect(pRect_);
+    context.strokePath(path);
+  }
   drawAxes();
 }
 

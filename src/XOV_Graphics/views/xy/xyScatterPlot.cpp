@@ -33,12 +33,11 @@ void xyScatterPlot::drawRect(const QRectF&) {
   drawPaper();
   if (npts_ <= 0) return;
   GraphicsContext& context = GraphicsContext::current();
-  context.saveState();
+  const SavedState saved(context);
   pRect_ = xyFrame(bounds());
   context.strokeRect(pRect_);
   drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), kSymbolRadius), pRect_);
   drawTitledAxes();
-  context.restoreState();
 }
 
 // The axis functions draw the titles themselves; both axes are one path.
