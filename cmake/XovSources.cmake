@@ -27,7 +27,12 @@ function(xov_library)
   set_target_properties(xov_objects PROPERTIES
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
-    VISIBILITY_INLINES_HIDDEN ON)
+    VISIBILITY_INLINES_HIDDEN ON
+    AUTOMOC ON)
+  # Only views and what they are made of have a meta-object; nothing else is looked through for one.
+  set(plain ${sources})
+  list(FILTER plain EXCLUDE REGEX "/(views/[a-z]+/[A-Za-z0-9]*(View[A-Za-z0-9]*|xyScatterPlot)|platform/View)[.]cpp$")
+  set_source_files_properties(${plain} PROPERTIES SKIP_AUTOMOC ON)
   target_include_directories(xov_objects PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
   target_link_libraries(xov_objects PUBLIC Qt6::Widgets PRIVATE xov_options ${links})
   target_compile_definitions(xov_objects PRIVATE

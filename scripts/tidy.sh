@@ -21,7 +21,7 @@ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DXOV_PCH=OFF -DXOV_APP
   -DXOV_TESTS=OFF >"$build/configure.log" 2>&1 || { cat "$build/configure.log" >&2; exit 1; }
 
 library_sources() {
-  sed -n "s|^ *\"file\": \"$PWD/\(.*\)\",*\$|\1|p" "$build/compile_commands.json" | sort -u
+  sed -n "s|^ *\"file\": \"$PWD/\(.*\)\",*\$|\1|p" "$build/compile_commands.json" | grep -v "^build/" | sort -u
 }
 
 own_includes() {

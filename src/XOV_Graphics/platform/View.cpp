@@ -32,15 +32,35 @@ QRect widgetGeometry(const QRectF& frame) {
 
 } // namespace
 
-View::View(const QRectF& frame, QWidget* parent) : QWidget(parent) {
-  setGeometry(widgetGeometry(frame));
+View::View(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setMouseTracking(true);
   liveResizeTimer_.setSingleShot(true);
   liveResizeTimer_.setInterval(kLiveResizeMs);
   connect(&liveResizeTimer_, &QTimer::timeout, this, [this] { viewDidEndLiveResize(); });
 }
 
+View::View(const QRectF& frame, QWidget* parent) : View(parent) {
+  if (frame.isNull()) return;
+  const QRect geometry = widgetGeometry(frame);
+  frameSize_ = geometry.size();
+  resize(frameSize_);
+  // Moving a window moves its title bar; its geometry would be that of what lies below it.
+  const QPoint place(std::max(0, geometry.x()), std::max(0, geometry.y()));
+  if (parent != nullptr) {
+    move(geometry.topLeft());
+  } else if (!place.isNull()) {
+    move(place);
+  }
+}
+
 View::~View() = default;
+
+QSize View::sizeHint() const { return frameSize_.isValid() ? frameSize_ : usualSize(); }
+
+QSize View::minimumSizeHint() const { return usualSize() / 3; }
+
+QSize View::usualSize() const { return {480, 360}; }
 
 void View::drawRect(const QRectF&) {}
 

@@ -26,11 +26,26 @@ struct XOV_EXPORT MouseEvent {
 /// A widget that draws in view points: y upwards from the lower left corner, one point a logical pixel on screen and
 /// 1/72 inch on paper. Subclasses override drawRect(); the same drawing then serves the window, pictures of any pixel
 /// ratio, PDF and recordings.
+///
+/// In a layout it takes all the room there is, and the keyboard reaches it with Tab.
 class XOV_EXPORT View : public QWidget {
+  Q_OBJECT
+
 public:
-  /// A view of the frame's size (rounded to whole points, negative sizes as 0) at the frame's place in its parent.
-  explicit View(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  /// A view without a frame: a layout, or sizeHint() when it is shown as a window, gives it its size.
+  explicit View(QWidget* parent = nullptr);
+  /// A view of the frame's size (rounded to whole points, negative sizes as 0) at the frame's place in its parent. A
+  /// window takes the place for its own upper left corner, title bar included, not left of the screen's corner nor
+  /// above it; at (0, 0) the window system places it. The empty frame QRectF() is none.
+  explicit View(const QRectF& frame, QWidget* parent = nullptr);
   ~View() override;
+
+  /// The frame's size, or usualSize() of a view that was made without one.
+  QSize sizeHint() const override;
+  /// A third of usualSize(), which leaves room for something between the margins.
+  QSize minimumSizeHint() const override;
+  /// The size at which a view of this kind reads well, in view points.
+  virtual QSize usualSize() const;
 
   /// (0, 0, width, height).
   QRectF bounds() const { return {0, 0, double(width()), double(height())}; }
@@ -89,6 +104,7 @@ private:
 
   QTimer liveResizeTimer_;
   std::vector<CursorRect> cursorRects_;
+  QSize frameSize_;
   double exportPixelRatio_ = 0;
   QElapsedTimer sinceLastClick_;
   QPointF lastClick_;

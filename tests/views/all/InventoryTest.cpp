@@ -4,25 +4,8 @@
 #include "XOV_Graphics/seismic/SampledSignal.h"
 #include "XOV_Graphics/seismic/StationObservation.h"
 #include "XOV_Graphics/seismic/UtcTime.h"
-#include "XOV_Graphics/views/image/XOVImageView.h"
-#include "XOV_Graphics/views/image/xovFKImageView.h"
-#include "XOV_Graphics/views/map/geoMapView.h"
-#include "XOV_Graphics/views/seismic/MultiSeisView.h"
-#include "XOV_Graphics/views/seismic/SeisView01.h"
-#include "XOV_Graphics/views/seismic/SeisView02.h"
-#include "XOV_Graphics/views/seismic/ThreeCompView.h"
-#include "XOV_Graphics/views/seismic/uniformTimeSeriesView.h"
-#include "XOV_Graphics/views/seismic/wvfrmView.h"
-#include "XOV_Graphics/views/timeline/XOVRealTimeDisplayView02.h"
-#include "XOV_Graphics/views/timeline/helicorderView.h"
-#include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
-#include "XOV_Graphics/views/xy/XOV2DScatterPlotView.h"
-#include "XOV_Graphics/views/xy/XOVChartView.h"
-#include "XOV_Graphics/views/xy/XOVHistogramView.h"
-#include "XOV_Graphics/views/xy/spectrumView.h"
-#include "XOV_Graphics/views/xy/xyPlotView.h"
-#include "XOV_Graphics/views/xy/xyScatterPlot.h"
 #include "tests/support/FakeRecord.h"
+#include "tests/views/all/AllViews.h"
 
 #include <gtest/gtest.h>
 
@@ -155,11 +138,7 @@ QImage drawEverywhere(View& view, RecordingContext& recording) {
 template <typename ViewType>
 class Inventory : public ::testing::Test {};
 
-using AllViews = ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView,
-                                  XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView,
-                                  uniformTimeSeriesView, helicorderView, realTimeDisplayView01,
-                                  XOVRealTimeDisplayView02, XOVImageView, xovFKImageView, geoMapView>;
-TYPED_TEST_SUITE(Inventory, AllViews);
+TYPED_TEST_SUITE(Inventory, testing::PlotViews);
 
 TYPED_TEST(Inventory, isMadeLaidOutAndDrawnEmpty) {
   TypeParam view(kFrame);

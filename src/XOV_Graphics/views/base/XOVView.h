@@ -28,13 +28,17 @@ namespace xov {
 /// Coordinates are view points, y upwards from the lower left. No setter asks for a redraw: the host calls
 /// setNeedsDisplay() when it has set what it wants. Main thread only.
 class XOV_EXPORT XOVView : public View {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "empty plot")
+
 public:
   static constexpr std::size_t kLabelBufferSize = 64;
   /// minYRange() while it is not set.
   static constexpr float kUnsetRange = -12345.0f;
 
   /// Sets the fonts, an empty axis path, the contextual menu and the defaults of every field. Does not lay out.
-  explicit XOVView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit XOVView(QWidget* parent = nullptr) : XOVView(QRectF(), parent) {}
+  explicit XOVView(const QRectF& frame, QWidget* parent = nullptr);
   ~XOVView() override;
 
   // Layout.

@@ -27,13 +27,19 @@ using GridInts = std::shared_ptr<const std::vector<std::int32_t>>;
 /// A grid of `nr` rows and `nc` columns needs nr × nc values. Where the buffer holds fewer, the whole rows that it
 /// does hold are shown, in their place; a row count or column count that is not positive means no picture.
 class XOV_EXPORT XOVImageView : public XOVView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "gridded image")
+
 public:
   /// Red, green, blue, alpha and one that is not used: one byte a cell each, rows from the top.
   using Planes = std::array<std::uint8_t*, 5>;
 
   /// Limits of the whole globe, x 0 … 360 and y −90 … 90, and "Save to XYZ" in the contextual menu.
-  explicit XOVImageView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit XOVImageView(QWidget* parent = nullptr) : XOVImageView(QRectF(), parent) {}
+  explicit XOVImageView(const QRectF& frame, QWidget* parent = nullptr);
   ~XOVImageView() override;
+
+  QSize usualSize() const override { return {480, 480}; }
 
   // The grid.
 

@@ -11,8 +11,12 @@ namespace xov {
 ///
 /// Powers are coloured by their share of the range, whatever useTopoValues() says.
 class XOV_EXPORT xovFKImageView : public XOVImageView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "slowness image")
+
 public:
-  explicit xovFKImageView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit xovFKImageView(QWidget* parent = nullptr) : xovFKImageView(QRectF(), parent) {}
+  explicit xovFKImageView(const QRectF& frame, QWidget* parent = nullptr);
   ~xovFKImageView() override;
 
   /// The scale is maxValue − minValue, 1 in place of 0.

@@ -31,10 +31,16 @@ using XOVPolygonSets = std::vector<std::shared_ptr<XOVPolygonArray>>;
 /// negative longitudes of data stand for those 360 degrees further east; lines on a map that begins west of Greenwich
 /// take longitudes beyond 180 degrees for those 360 degrees further west.
 class XOV_EXPORT geoMapView : public XOVImageView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "map")
+
 public:
   /// The whole globe from Greenwich on, without anything on it.
-  explicit geoMapView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit geoMapView(QWidget* parent = nullptr) : geoMapView(QRectF(), parent) {}
+  explicit geoMapView(const QRectF& frame, QWidget* parent = nullptr);
   ~geoMapView() override;
+
+  QSize usualSize() const override { return {720, 400}; }
 
   // What the map shows. The arrays are never null; setting null makes an empty one. They are shared: what the host
   // adds to them appears in the next drawing.

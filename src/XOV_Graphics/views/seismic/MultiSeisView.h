@@ -17,12 +17,18 @@ namespace xov {
 /// A pick's line runs from the zero line up to 0.6 of a slot above it; its label stands to its right. The picks T0 to
 /// T9 carry the labels stored with them, the first arrival is always "A".
 class XOV_EXPORT MultiSeisView : public PickedSeismogramView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "record section")
+
 public:
   /// The zero line's dashes in points: with round caps, a row of dots 2.51 points apart.
   static constexpr std::array<double, 2> dashes = {0.01, 2.5};
 
-  explicit MultiSeisView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit MultiSeisView(QWidget* parent = nullptr) : MultiSeisView(QRectF(), parent) {}
+  explicit MultiSeisView(const QRectF& frame, QWidget* parent = nullptr);
   ~MultiSeisView() override;
+
+  QSize usualSize() const override { return {720, 540}; }
 
   /// The records, kept without owning them: a host that lets the array go gets an empty view. Null records leave
   /// their strip empty.

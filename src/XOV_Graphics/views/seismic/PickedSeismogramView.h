@@ -9,6 +9,8 @@ namespace xov {
 /// A seismogram view that marks picks: origin time, first arrival, end of the signal and the picks T0 to T9, each a
 /// vertical line with a label. Where the line reaches and where the label stands is a matter of the PickStyle.
 class XOV_EXPORT PickedSeismogramView : public SeismogramView {
+  Q_OBJECT
+
 public:
   ~PickedSeismogramView() override;
 

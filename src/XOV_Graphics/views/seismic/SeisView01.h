@@ -12,8 +12,12 @@ namespace xov {
 /// the host's. With fillPositive() every area that the joined traces enclose, each closed from its last to its first
 /// sample, is filled light grey under the stroke: not positive lobes alone.
 class XOV_EXPORT SeisView01 : public StackedSeisView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "overlaid seismograms")
+
 public:
-  explicit SeisView01(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit SeisView01(QWidget* parent = nullptr) : SeisView01(QRectF(), parent) {}
+  explicit SeisView01(const QRectF& frame, QWidget* parent = nullptr);
   ~SeisView01() override;
 
   void drawRect(const QRectF& dirty) override;

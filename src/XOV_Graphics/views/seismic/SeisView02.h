@@ -14,12 +14,16 @@ namespace xov {
 /// The time span and the amplitude range come from the records at every draw, except where the fixed-range flags keep
 /// the host's. The fill flags have no effect here.
 class XOV_EXPORT SeisView02 : public StackedSeisView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "stacked seismograms")
+
 public:
   /// Values of plotStyle().
   static constexpr std::int32_t kOverlay = 1;
   static constexpr std::int32_t kBands = 2;
 
-  explicit SeisView02(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit SeisView02(QWidget* parent = nullptr) : SeisView02(QRectF(), parent) {}
+  explicit SeisView02(const QRectF& frame, QWidget* parent = nullptr);
   ~SeisView02() override;
 
   /// kOverlay at first. Any other value than kBands overlays the traces; only kOverlay has a Y axis.

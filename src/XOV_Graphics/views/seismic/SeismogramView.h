@@ -12,6 +12,8 @@ namespace xov {
 /// What the seismogram views have in common: limits from records, traces in panels, dotted lines and the way that
 /// axes are drawn. It draws nothing by itself.
 class XOV_EXPORT SeismogramView : public XOVView {
+  Q_OBJECT
+
 public:
   ~SeismogramView() override;
 

@@ -10,8 +10,12 @@ namespace xov {
 /// A seismogram view that shows any number of records on one time and one amplitude scale inside a frame with full
 /// axes. It draws nothing by itself.
 class XOV_EXPORT StackedSeisView : public SeismogramView {
+  Q_OBJECT
+
 public:
   ~StackedSeisView() override;
+
+  QSize usualSize() const override { return {720, 400}; }
 
   /// The records, kept without owning them: a host that lets the array go gets an empty view. Null records and
   /// records without samples draw nothing.

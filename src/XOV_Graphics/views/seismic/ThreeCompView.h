@@ -19,9 +19,15 @@ namespace xov {
 /// A pick's line takes the middle 60 percent of the panel's height; its label stands centred above it. All picks but
 /// the origin and the end of the signal carry the labels stored with them.
 class XOV_EXPORT ThreeCompView : public PickedSeismogramView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "three-component seismogram")
+
 public:
-  explicit ThreeCompView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit ThreeCompView(QWidget* parent = nullptr) : ThreeCompView(QRectF(), parent) {}
+  explicit ThreeCompView(const QRectF& frame, QWidget* parent = nullptr);
   ~ThreeCompView() override;
+
+  QSize usualSize() const override { return {720, 540}; }
 
   /// The observation, kept without owning it: a host that lets it go gets an empty view.
   void setObservation(const std::shared_ptr<ThreeComponentObservation>& observation) { anObs_ = observation; }

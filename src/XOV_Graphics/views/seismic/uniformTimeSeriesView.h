@@ -15,9 +15,15 @@ namespace xov {
 /// host changes it; its size gives the scale, and amplitudes are measured from the bottom of the panel: 0 lies on the
 /// bottom edge, and negative values below it. Nothing is cut.
 class XOV_EXPORT uniformTimeSeriesView : public SeismogramView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "time series")
+
 public:
-  explicit uniformTimeSeriesView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit uniformTimeSeriesView(QWidget* parent = nullptr) : uniformTimeSeriesView(QRectF(), parent) {}
+  explicit uniformTimeSeriesView(const QRectF& frame, QWidget* parent = nullptr);
   ~uniformTimeSeriesView() override;
+
+  QSize usualSize() const override { return {600, 300}; }
 
   /// The series, owned together with the host. Null series draw nothing.
   void setWvfrmArray(std::shared_ptr<const UniformSignalArray> series) { wvfrmArray_ = std::move(series); }

@@ -18,9 +18,15 @@ namespace xov {
 /// A pick's line keeps 42 points from the panel's top and bottom, its label stands centred above it; picks carry
 /// their default labels. Times of picks count from xmin, so they agree with traces that begin there.
 class XOV_EXPORT wvfrmView : public PickedSeismogramView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "pairs of seismograms")
+
 public:
-  explicit wvfrmView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit wvfrmView(QWidget* parent = nullptr) : wvfrmView(QRectF(), parent) {}
+  explicit wvfrmView(const QRectF& frame, QWidget* parent = nullptr);
   ~wvfrmView() override;
+
+  QSize usualSize() const override { return {720, 540}; }
 
   /// The records, two by two, kept without owning them: a host that lets the array go gets an empty view. Of a pair
   /// with a null record the other one is drawn.

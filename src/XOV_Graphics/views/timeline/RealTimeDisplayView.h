@@ -22,8 +22,13 @@ namespace xov {
 /// xmax when it lies on the right, else xmin; the view relates it to events only, keeping the traces' times in step
 /// with it is up to the host.
 class XOV_EXPORT RealTimeDisplayView : public SeisView01 {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "real-time seismograms")
+
 public:
   ~RealTimeDisplayView() override;
+
+  QSize usualSize() const override { return {800, 480}; }
 
   /// The reference instant, in any zone; none, that is invalid, at first: then nothing is written and no event
   /// marked.

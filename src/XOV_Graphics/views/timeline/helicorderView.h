@@ -24,9 +24,15 @@ namespace xov {
 /// Event markers carry the reference time's offset into its hour once more, so they stand that much after the origin
 /// time, in rows and beyond the page.
 class XOV_EXPORT helicorderView : public XOVView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "drum record")
+
 public:
-  explicit helicorderView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit helicorderView(QWidget* parent = nullptr) : helicorderView(QRectF(), parent) {}
+  explicit helicorderView(const QRectF& frame, QWidget* parent = nullptr);
   ~helicorderView() override;
+
+  QSize usualSize() const override { return {800, 600}; }
 
   /// The pieces of one channel, kept without owning them: a host that lets the array go gets a white page. The first
   /// one gives the page its start and title. Null pieces draw nothing.

@@ -16,10 +16,14 @@ namespace xov {
 /// The view keeps the buffers alive; the host may change what they hold and ask for a redraw. Pairs with a value that
 /// is not finite are left out; a count beyond the buffers draws the pairs that are there.
 class XOV_EXPORT XOV2DScatterPlotView : public XOVView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "scatter plot")
+
 public:
   using Buffer = std::shared_ptr<std::vector<float>>;
 
-  explicit XOV2DScatterPlotView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit XOV2DScatterPlotView(QWidget* parent = nullptr) : XOV2DScatterPlotView(QRectF(), parent) {}
+  explicit XOV2DScatterPlotView(const QRectF& frame, QWidget* parent = nullptr);
   ~XOV2DScatterPlotView() override;
 
   void setXpYpNpts(const Buffer& x, const Buffer& y, std::int32_t npts);

@@ -2,7 +2,11 @@
 
 namespace xov {
 
-XOVChartView::XOVChartView() : xmax_(1), ymax_(1), dataArray_(std::make_shared<ChartItems>()), pRect_(bounds()) {}
+XOVChartView::XOVChartView(QWidget* parent)
+    : View(parent),
+      xmax_(1),
+      ymax_(1),
+      dataArray_(std::make_shared<ChartItems>()) {}
 
 XOVChartView::XOVChartView(const QRectF& frame, QWidget* parent) : View(frame, parent) {}
 

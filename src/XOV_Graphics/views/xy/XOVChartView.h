@@ -11,9 +11,12 @@ namespace xov {
 /// A plain view that keeps limits, a list of data and a plotting rectangle for a subclass to draw; it draws nothing
 /// by itself.
 class XOV_EXPORT XOVChartView : public View {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "chart")
+
 public:
-  /// An empty frame, limits 0 to 1 in both directions, an empty list, and pRect() as the view's bounds, thus empty.
-  XOVChartView();
+  /// No frame, limits 0 to 1 in both directions, an empty list and an empty pRect().
+  explicit XOVChartView(QWidget* parent = nullptr);
   /// All limits 0, no list, an empty pRect().
   explicit XOVChartView(const QRectF& frame, QWidget* parent = nullptr);
   ~XOVChartView() override;

@@ -18,13 +18,17 @@ namespace xov {
 /// The host sets values and bins, calls binValues(), and asks for a redraw. All values are single precision. NaN is
 /// counted in no bin; counts and numbers beyond the buffers use what is there.
 class XOV_EXPORT XOVHistogramView : public XOVView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "histogram")
+
 public:
   using Values = std::shared_ptr<std::vector<float>>;
   using Counts = std::shared_ptr<std::vector<std::int32_t>>;
   /// binValues() refuses more bins than this; no picture shows as many.
   static constexpr std::int32_t kMostBins = 1 << 20;
 
-  explicit XOVHistogramView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit XOVHistogramView(QWidget* parent = nullptr) : XOVHistogramView(QRectF(), parent) {}
+  explicit XOVHistogramView(const QRectF& frame, QWidget* parent = nullptr);
   ~XOVHistogramView() override;
 
   /// Copies values into a new buffer and sets minValue() and maxValue() to their extremes (+infinity and −infinity

@@ -5,7 +5,11 @@
 
 namespace xov {
 
-spectrumView::spectrumView() : theSpectra_(std::make_shared<ChartItems>()), logX_(true), logY_(true) {}
+spectrumView::spectrumView(QWidget* parent)
+    : XOVView(QRectF(), parent),
+      theSpectra_(std::make_shared<ChartItems>()),
+      logX_(true),
+      logY_(true) {}
 
 spectrumView::spectrumView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {}
 

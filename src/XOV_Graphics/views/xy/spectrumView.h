@@ -9,9 +9,12 @@ namespace xov {
 /// A panel that keeps a list of spectra and the wish for logarithmic axes, for a host that draws them. It draws a
 /// white background with a gray edge, whatever it holds.
 class XOV_EXPORT spectrumView : public XOVView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "spectra")
+
 public:
-  /// An empty frame, an empty list, both axes logarithmic.
-  spectrumView();
+  /// No frame, an empty list, both axes logarithmic.
+  explicit spectrumView(QWidget* parent = nullptr);
   /// No list, so that adding spectra does nothing, and both switches off.
   explicit spectrumView(const QRectF& frame, QWidget* parent = nullptr);
   ~spectrumView() override;

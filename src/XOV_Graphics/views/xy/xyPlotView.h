@@ -16,8 +16,12 @@ namespace xov {
 /// The host sets samples and their number, computes the limits or sets its own, and asks for a redraw. Values that
 /// are not finite break the line; a count beyond the samples draws those that are there.
 class XOV_EXPORT xyPlotView : public XOVView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "line plot")
+
 public:
-  explicit xyPlotView(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit xyPlotView(QWidget* parent = nullptr) : xyPlotView(QRectF(), parent) {}
+  explicit xyPlotView(const QRectF& frame, QWidget* parent = nullptr);
   ~xyPlotView() override;
 
   /// Replaces the samples by copies of these; npts() stays as it is.

@@ -11,8 +11,12 @@ namespace xov {
 ///
 /// Data and counts as in xyPlotView. Pairs with a value that is not finite are left out.
 class XOV_EXPORT xyScatterPlot : public xyPlotView {
+  Q_OBJECT
+  Q_CLASSINFO("shows", "scatter plot of moment and rise time")
+
 public:
-  explicit xyScatterPlot(const QRectF& frame = QRectF(), QWidget* parent = nullptr);
+  explicit xyScatterPlot(QWidget* parent = nullptr) : xyScatterPlot(QRectF(), parent) {}
+  explicit xyScatterPlot(const QRectF& frame, QWidget* parent = nullptr);
   ~xyScatterPlot() override;
 
   /// Sets the limits to the extremes of the points, widened by 5 % of the range on both sides; a single value is not
