@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QImage>
 
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -91,6 +92,80 @@ TEST_F(CliMap, placesPicturesInRegionsOfAnyTurn) {
     for (const auto& [lon, shown] : row.longitudes)
       EXPECT_NEAR(longitudeOf(colorAt(image, row.region, lon, 5)), shown, 6) << qPrintable(row.edges.join(' '));
   }
+}
+
+// Ten pixels a degree: red from 10 E on, green from 20 N on.
+void writeSteps(const QString& path) {
+  QImage image(5400, 1800, QImage::Format_RGB32);
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x)
+      image.setPixel(x, y, qRgb(x >= 1900 && x < 5400 - 100 ? 255 : 0, y < 700 ? 255 : 0, 0));
+  }
+  EXPECT_TRUE(image.save(path, "TIFF"));
+}
+
+// How many of the pixels from `first` on are red in a row, or green in a column, in parts of a pixel.
+double redIn(const QImage& image, int first, int count, int row) {
+  double sum = 0;
+  for (int x = first; x < first + count; ++x)
+    sum += image.pixelColor(x, row).red() / 255.0;
+  return sum;
+}
+double greenIn(const QImage& image, int first, int count, int column) {
+  double sum = 0;
+  for (int y = first; y < first + count; ++y)
+    sum += image.pixelColor(column, y).green() / 255.0;
+  return sum;
+}
+
+TEST_F(CliMap, placesAPictureToATenthOfAPixel) {
+  writeSteps(at("root/resources/nasa_satellite_wide.tif"));
+  // 804 by 402 points for 160.8 by 80.4 degrees, 5 a degree. 10 E lies (10 - 0.07) * 5 = 49.65 from the left edge at
+  // 64, and 20 N (40.37 - 20) * 5 = 101.85 below the upper edge, which is 30 from the top.
+  const QStringList map = {"map",      "--image", "1",      "--size", "900",   "482",
+                           "--region", "0.07",    "160.87", "-40.03", "40.37", "-o"};
+  EXPECT_EQ(xov(map + QStringList{"map.png"}).status, 0);
+  const QImage once(at("map.png"));
+  EXPECT_NEAR(redIn(once, 64 + 10, 90, 300), 100 - 49.65, 0.1);
+  EXPECT_NEAR(greenIn(once, 30 + 10, 190, 500), 101.85 - 10, 0.1);
+
+  EXPECT_EQ(xov(map + QStringList{"map.pdf"}).status, 0);
+  XOV_REQUIRE_TOOL(nothing, "pdftoppm", {"-r", "144", "-singlefile", "-png", at("map.pdf"), at("page")});
+  const QImage page(at("page.png"));
+  // A viewer puts an image onto whole pixels of its own.
+  EXPECT_NEAR(redIn(page, 2 * (64 + 10), 180, 600), 2 * (100 - 49.65), 1);
+  EXPECT_NEAR(greenIn(page, 2 * (30 + 10), 380, 1000), 2 * (101.85 - 10), 1);
+}
+
+TEST_F(CliMap, fillsTheFrameUpToThePole) {
+  writeSteps(at("root/resources/nasa_satellite_wide.tif"));
+  EXPECT_EQ(xov({"map", "--image", "1", "--region", "-180", "180", "-60", "90", "-o", "map.png"}).status, 0);
+  const QImage image(at("map.png"));
+  for (const double lat : {-55.0, 15.0, 25.0, 60.0, 88.0}) {
+    // The middle of the map, where a degree is cos(15) as long along x as along y: 804 points for 360 of the former.
+    const double perDegree = 804 / (360 * std::cos(15 * 3.14159265 / 180));
+    const double y = 50 + (image.height() - 80 - 150 * perDegree) / 2 + (lat + 60) * perDegree;
+    EXPECT_EQ(image.pixelColor(600, image.height() - 1 - int(y)), lat > 20 ? QColor(255, 255, 0) : QColor(255, 0, 0))
+        << lat;
+  }
+}
+
+TEST_F(CliMap, showsTheCellsOfARegionThatIsSmallerThanOne) {
+  writeSteps(at("root/resources/nasa_satellite_wide.tif"));
+  // 0.04 by 0.04 degrees about 10 E, 20 N, where four cells meet in the middle of the map.
+  EXPECT_EQ(xov({"map", "--image", "1", "--size", "500", "400", "--region", "9.98", "10.02", "19.98", "20.02", "-o",
+                 "map.png"})
+                .status,
+            0);
+  const QImage image(at("map.png"));
+  const int x = 64 + 404 / 2;
+  const int y = 30 + 320 / 2;
+  EXPECT_EQ(image.pixelColor(x - 60, y - 60), QColor(0, 255, 0));
+  EXPECT_EQ(image.pixelColor(x + 60, y - 60), QColor(255, 255, 0));
+  EXPECT_EQ(image.pixelColor(x - 60, y + 60), QColor(0, 0, 0));
+  EXPECT_EQ(image.pixelColor(x + 60, y + 60), QColor(255, 0, 0));
+  EXPECT_NEAR(redIn(image, x - 50, 100, y + 60), 50, 0.6);
+  EXPECT_NEAR(greenIn(image, y - 50, 100, x + 60), 50, 0.6);
 }
 
 TEST_F(CliMap, placesAGridInRegionsOfAnyTurn) {

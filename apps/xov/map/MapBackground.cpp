@@ -119,23 +119,12 @@ bool MapBackground::loadTopo(geoMapView& view, QString& error) const {
   return rows > 0 && view.loadTopoImageFromPathNRowsNColsDSmpl(small, rows, 2 * rows, 1, &error);
 }
 
-// The view shows the regional picture from its western to its eastern edge whatever the limits are: here it gets the
-// columns that the region has.
-bool MapBackground::loadPicture(geoMapView& view, const MapRegion& region) const {
+bool MapBackground::loadPicture(geoMapView& view) const {
   const int index = image_.value_or(kWorldPicture);
   QString error;
-  if (index == kNoPicture) return true;
-  if (!view.loadImageWithIndex(index, &error)) {
-    complain(error);
-    return !image_; // nobody has asked for the default picture
-  }
-  if (index != kRegionalPicture) return true;
-  const QImage whole = view.anImage();
-  const double perDegree = whole.width() / double(kRegionalExtent.xmax - kRegionalExtent.xmin);
-  const int left = int(std::lround(double(region.limits().xmin - kRegionalExtent.xmin) * perDegree));
-  const int right = int(std::lround(double(region.limits().xmax - kRegionalExtent.xmin) * perDegree));
-  view.setAnImage(whole.copy(left, 0, std::max(1, right - left), whole.height()));
-  return true;
+  if (index == kNoPicture || view.loadImageWithIndex(index, &error)) return true;
+  complain(error);
+  return !image_; // nobody has asked for the default picture
 }
 
 bool MapBackground::show(geoMapView& view, const MapRegion& region) const {
@@ -144,10 +133,11 @@ bool MapBackground::show(geoMapView& view, const MapRegion& region) const {
     view.setXLimitsMinMax(to.xmin, to.xmax);
     view.setYLimitsMinMax(to.ymin, to.ymax);
   };
+  view.setPlacesCellsExactly(true);
   QString error;
   bool shown = true;
   if (!hasTopo()) {
-    shown = loadPicture(view, region);
+    shown = loadPicture(view);
   } else if (!loadTopo(view, error)) {
     complain(error);
     shown = false;

@@ -32,7 +32,7 @@ private:
   static constexpr int kNoPicture = 0;
   bool hasTopo() const;
   PlotLimits extent() const;
-  bool loadPicture(geoMapView& view, const MapRegion& region) const;
+  bool loadPicture(geoMapView& view) const;
   bool loadTopo(geoMapView& view, QString& error) const;
   bool loadTopoFile(geoMapView& view, QString& error) const;
 

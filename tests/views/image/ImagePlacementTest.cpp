@@ -52,6 +52,33 @@ TEST(SelectedCells, ofAbsurdLimitsAreFewOrMany) {
 const QRectF kFrame(100, 50, 240, 120);
 const QRectF kHeld(0, 0, 12, 6);
 
+TEST(ExactCells, reachToTheFractionOfACellFromTheLowerLeftCorner) {
+  EXPECT_EQ(exactCells({1.25F, 4.5F, 2.75F, 6}, kExtent, 6, 12), QRectF(1.25, 2.75, 3.25, 3.25));
+  // Two cells a unit along x, and one in two units along y.
+  EXPECT_EQ(exactCells({1.25F, 4.5F, 2.5F, 5}, {0, 12, 0, 6, 9, 9}, 3, 24), QRectF(2.5, 1.25, 6.5, 1.25));
+}
+
+TEST(ExactCells, followTheExtentWhateverTheCellSizeIs) {
+  EXPECT_EQ(exactCells({3, 6, 0, 6}, {0, 12, 0, 6, -9.4F, 1}, 6, 12), QRectF(3, 0, 3, 6));
+}
+
+TEST(ExactCells, mayReachBeyondThePicture) {
+  EXPECT_EQ(exactCells({-1.5F, 13, -2, 8}, kExtent, 6, 12), QRectF(-1.5, -2, 14.5, 10));
+}
+
+TEST(ExactCells, areNoneWhereNothingIsSpanned) {
+  constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+  constexpr float kMost = std::numeric_limits<float>::max();
+  EXPECT_TRUE(exactCells({3, 3, 0, 6}, kExtent, 6, 12).isEmpty());
+  EXPECT_TRUE(exactCells({3, 1, 0, 6}, kExtent, 6, 12).isEmpty());
+  EXPECT_TRUE(exactCells({0, 1, 0, kNan}, kExtent, 6, 12).isEmpty());
+  EXPECT_TRUE(exactCells({0, 1, 0, 1}, {5, 5, 0, 6, 1, 1}, 6, 12).isEmpty());
+  EXPECT_TRUE(exactCells({0, 1, 0, 1}, {kNan, 5, 0, 6, 1, 1}, 6, 12).isEmpty());
+  EXPECT_TRUE(exactCells({0, 1, 0, 1}, kExtent, 0, 0).isEmpty());
+  // Reckoned in double precision, the widest limits are a number of cells.
+  EXPECT_FALSE(exactCells({-kMost, kMost, 0, 1}, kExtent, 6, 12).isEmpty());
+}
+
 TEST(ImagePlacement, spreadsThePictureOverTheFrame) {
   const auto place = placeImage(kHeld, kHeld, {12, 6}, kFrame);
   ASSERT_TRUE(place);

@@ -2,6 +2,8 @@
 
 #include "XOV_Graphics/base/SinglePrecision.h"
 
+#include <cmath>
+
 namespace xov {
 
 namespace {
@@ -27,6 +29,19 @@ QRectF selectedCells(const PlotLimits& limits, const ImageExtent& image, std::in
   const CellRange x = cellsAlong(limits.xmin, limits.xmax, image.xmin, image.xmax >= limits.xmax, image.dx, nc);
   const CellRange y = cellsAlong(limits.ymin, limits.ymax, image.ymin, image.ymax > limits.ymax, image.dy, nr);
   return QRectF(x.first, y.first, x.count, y.count);
+}
+
+QRectF exactCells(const PlotLimits& limits, const ImageExtent& image, std::int32_t nr, std::int32_t nc) {
+  const double xPerCell = (double(image.xmax) - double(image.xmin)) / nc;
+  const double yPerCell = (double(image.ymax) - double(image.ymin)) / nr;
+  const double width = double(limits.xmax) - double(limits.xmin);
+  const double height = double(limits.ymax) - double(limits.ymin);
+  if (!(xPerCell > 0 && yPerCell > 0 && width > 0 && height > 0)) return {};
+  const QRectF cells((double(limits.xmin) - double(image.xmin)) / xPerCell,
+                     (double(limits.ymin) - double(image.ymin)) / yPerCell, width / xPerCell, height / yPerCell);
+  const bool isFinite = std::isfinite(cells.x()) && std::isfinite(cells.y()) && std::isfinite(cells.right()) &&
+                        std::isfinite(cells.bottom());
+  return isFinite ? cells : QRectF();
 }
 
 std::optional<ImagePlacement> placeImage(const QRectF& selected, const QRectF& held, const QSize& pixels,

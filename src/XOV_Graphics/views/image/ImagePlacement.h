@@ -26,6 +26,11 @@ struct ImageExtent {
 /// whose cell size is not positive is selected whole.
 QRectF selectedCells(const PlotLimits& limits, const ImageExtent& image, std::int32_t nr, std::int32_t nc);
 
+/// The same to the fraction of a cell, so that the limits lie where they are on the frame: what cells that are cut in
+/// two show ends at the frame's edge. Reckoned in double precision from the extent alone. Empty where the limits or
+/// the extent span nothing.
+QRectF exactCells(const PlotLimits& limits, const ImageExtent& image, std::int32_t nr, std::int32_t nc);
+
 /// Which pixels of a picture go where.
 struct ImagePlacement {
   QRectF source; ///< pixels, y downwards from the upper left corner

@@ -189,7 +189,9 @@ void XOVImageView::drawImage() {
   // A picture of a grid that is not all there lacks the lower rows, or the end of its only row.
   const QSize size = showsBitmap() ? anImage_.size() : QSize(nc_, nr_);
   const QRectF held(0, nr_ - size.height(), size.width(), size.height());
-  if (const auto place = placeImage(selectedCells(limits(), extent, nr_, nc_), held, anImage_.size(), iRect_))
+  const QRectF cells =
+      placesCellsExactly_ ? exactCells(limits(), extent, nr_, nc_) : selectedCells(limits(), extent, nr_, nc_);
+  if (const auto place = placeImage(cells, held, anImage_.size(), iRect_))
     context.drawImage(anImage_, place->target, place->source);
 }
 

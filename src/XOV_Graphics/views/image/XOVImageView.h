@@ -127,6 +127,12 @@ public:
   // Drawing.
 
   /// Whether there are axes and room for them; on at first.
+  /// Whether the picture lies under the limits to the fraction of a cell; off at first, when the limits select whole
+  /// cells and these fill the frame, which moves the picture by up to a cell. Maps on which coasts must lie under
+  /// boundaries and symbols want it on.
+  bool placesCellsExactly() const { return placesCellsExactly_; }
+  void setPlacesCellsExactly(bool exactly) { placesCellsExactly_ = exactly; }
+
   bool showAxes() const { return showAxes_; }
   void setShowAxes(bool show) { showAxes_ = show; }
   /// pRect (20, 20, width − 40, height − 40) and iRect (64, 50, width − 96, height − 80); without axes iRect is
@@ -199,6 +205,7 @@ protected:
   bool showAxes_ = true;
   bool inverted_ = false;
   bool hideImage_ = false;
+  bool placesCellsExactly_ = false;
   bool useTopoValues_ = true;
 
 private:
