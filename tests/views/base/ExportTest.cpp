@@ -135,7 +135,8 @@ TEST_F(Export, writersTellWhetherTheyWrote) {
 }
 
 TEST_F(Export, anEmptyViewIsAnErrorAndNotAnEmptyFile) {
-  PaperView empty({0, 0, 0, 0});
+  PaperView empty;
+  empty.resize(0, 0);
   QString error;
   EXPECT_FALSE(empty.writePDFToFile(folder.filePath(QStringLiteral("e.pdf")), &error));
   EXPECT_FALSE(error.isEmpty());
