@@ -1,7 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/platform/trace/RoundPen.h"
-#include "XOV_Graphics/platform/trace/TraceEdges.h"
+#include "XOV_Graphics/platform/trace/TraceExtremes.h"
 #include "XOV_Graphics/platform/trace/TraceFineness.h"
 #include "XOV_Graphics/platform/trace/TraceLayers.h"
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
@@ -14,9 +14,9 @@ namespace xov {
 
 /// Finds the ink of traces in a strip, line by line.
 ///
-/// Sparse lines are taken segment by segment. Elsewhere the curve's extremes in every sub-column, cut at the borders
-/// where a sub-column holds few samples, are widened by the pen's disc. The first and last segment of an unbroken
-/// line end in a butt, so they always are segments of their own.
+/// Sparse lines are taken segment by segment. Elsewhere the curve's extremes in every sub-column are widened by the
+/// pen's disc. The first and last segment of an unbroken line end in a butt, so they always are segments of their
+/// own.
 class TraceEnvelope {
 public:
   explicit TraceEnvelope(const TraceStrip& strip);
@@ -40,26 +40,17 @@ private:
   void addWindow(const TraceProjection& projection, TraceLayers& layers, SampleRange window);
   void addBrokenWindow(const TraceProjection& projection, TraceLayers& layers, SampleRange window);
   bool addLine(const TraceProjection& projection, TraceLayers& layers, const Line& line);
-  bool curveExtremes(const TraceProjection& projection, SampleRange curve, int firstSub, int lastSub);
   void addSegments(const TraceProjection& projection, SampleRange curve, const InkRows& ink) const;
   void addButts(const TraceProjection& projection, const Line& line, const InkRows& ink) const;
-  bool cutExtremes(const RowMap& toRow, const float* samples, int count, int blocks, float* low, float* high);
-  bool unevenExtremes(const RowMap& toRow, const float* samples, int blocks, float* low, float* high);
   TracePoint point(const TraceProjection& projection, std::int64_t i) const;
   int reach() const { return smooth_.reach(); }
-  int subColumnOf(double column) const;
-  std::size_t slot(int subColumn) const { return static_cast<std::size_t>(subColumn + padding_ + 2 * reach()); }
 
   TraceStrip strip_;
   InkRoughness roughness_;
   bool judged_ = false;
   RoundPen smooth_, tips_;
-  RoundPen* disc_ = nullptr; // the one that suits the curve at hand
-  int padding_ = 0;          // sub-columns left and right of the strip that the disc reaches from
-  std::vector<float> curveLow_, curveHigh_;
-  std::vector<float> fraction_, before_, after_, edges_; // of the curve at the edges between sub-columns
-  std::vector<std::int32_t> cuts_;
-  std::vector<float> rows_;
+  TraceExtremes extremes_;
+  std::vector<float> rows_; // of the points of a sparse line
 };
 
 } // namespace xov

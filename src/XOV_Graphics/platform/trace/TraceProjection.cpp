@@ -17,13 +17,6 @@ float single(double value) { return static_cast<float>(std::clamp(value, -double
 
 } // namespace
 
-float RowMap::operator()(float value) const {
-  // Comparisons with the bound first take the bound when the value is NaN: the result is always a number.
-  const float held = std::min(high, std::max(low, value));
-  const float difference = std::min(kLargest, std::max(-kLargest, held - valueOrigin)) - middle;
-  return std::min(kFarRow, std::max(-kFarRow, difference * scale + offset));
-}
-
 TraceProjection::TraceProjection(const Trace& trace, const QTransform& viewToDevice, double clipTop,
                                  double clipHeight)
     : trace_(trace),

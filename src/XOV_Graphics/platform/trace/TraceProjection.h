@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/platform/Trace.h"
+#include "XOV_Graphics/platform/trace/RowMap.h"
 #include "XOV_Graphics/platform/trace/TraceTimeline.h"
 
 #include <QTransform>
@@ -8,23 +9,6 @@
 #include <cstdint>
 
 namespace xov {
-
-/// From a sample's value to the row it lies on, in single precision, with the origin moved to the picture so that
-/// nothing that shows is lost to rounding:
-///     row = ((v held inside [low, high]) - valueOrigin - middle) · scale + offset
-struct RowMap {
-  float low = 0;
-  float high = 0;
-  float valueOrigin = 0;
-  float middle = 0;
-  float scale = 0;
-  float offset = 0;
-
-  float operator()(float value) const;
-};
-
-/// Rows further away than this are the same as infinitely far; it keeps slopes and differences finite.
-inline constexpr float kFarRow = 1e15F;
 
 /// A trace as it lies on the picture: columns and rows in device pixels, rows counted downwards from the clip's top.
 class TraceProjection {

@@ -1,8 +1,8 @@
 #include "XOV_Graphics/platform/trace/TraceReduction.h"
 
+#include "XOV_Graphics/platform/trace/BlockExtremes.h"
 #include "XOV_Graphics/platform/trace/TraceClip.h"
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
-#include "XOV_Graphics/platform/trace/TraceScan.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,7 +20,7 @@ constexpr std::int64_t kFew = 4;                // samples of a column that are 
 constexpr std::int64_t kNear = 8;               // samples that are looked at one by one before the search jumps
 constexpr std::int64_t kLongestBlock = 1 << 20; // samples scanned together; their indices fit 32 bits
 constexpr int kBatch = 256;                     // columns scanned together
-constexpr double kTie = 1e-6;                   // samples; closer to an edge than this, the sample itself is asked
+constexpr double kTie = 1e-6;                   // samples; closer to a border than this, the sample itself is asked
 constexpr double kStraight = 0.125;             // columns; how far times may lie from a straight piece
 
 class TraceReducer {
@@ -48,7 +48,7 @@ private:
   void reduceGrowing();
   void reduceAny();
   std::int64_t addDenseColumns(std::int64_t begin, std::int64_t last);
-  int cutColumns(std::int64_t begin, std::int64_t last, double firstEdge, std::int32_t* cuts) const;
+  int cutColumns(std::int64_t begin, std::int64_t last, double firstBorder, std::int32_t* cuts) const;
   void addColumn(std::int64_t begin, std::int64_t end);
   void addBlock(std::int64_t begin, std::int64_t end);
   bool standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, double range) const;
@@ -58,7 +58,7 @@ private:
   void addPoint(std::int64_t i);
   void addStartOfPiece(std::int64_t inside);
   void addEndOfPiece(std::int64_t beyond);
-  std::int64_t nextEdge(std::int64_t begin, std::int64_t guess, std::int64_t end, double edge) const;
+  std::int64_t nextBorder(std::int64_t begin, std::int64_t guess, std::int64_t end, double border) const;
   double columnOf(std::int64_t i) const { return std::floor((projection_.column(i) - origin_) / width_); }
   bool breaks(std::int64_t i) const { return !projection_.isFinite(i) || !std::isfinite(projection_.column(i)); }
 
@@ -76,15 +76,15 @@ void TraceReducer::addPoint(std::int64_t i) {
   clip_.add(projection_.column(i), y);
 }
 
-/// The first sample at or right of an edge, begin < i <= end, looked for around a guess first.
-std::int64_t TraceReducer::nextEdge(std::int64_t begin, std::int64_t guess, std::int64_t end, double edge) const {
+/// The first sample at or right of a border, begin < i <= end, looked for around a guess first.
+std::int64_t TraceReducer::nextBorder(std::int64_t begin, std::int64_t guess, std::int64_t end, double border) const {
   std::int64_t i = std::clamp(guess, begin + 1, end);
   std::int64_t looks = 0;
-  for (; i > begin + 1 && projection_.column(i - 1) >= edge; --i) {
-    if (++looks > kNear) return std::clamp(projection_.firstAtOrAfter(edge), begin + 1, end);
+  for (; i > begin + 1 && projection_.column(i - 1) >= border; --i) {
+    if (++looks > kNear) return std::clamp(projection_.firstAtOrAfter(border), begin + 1, end);
   }
-  for (; i < end && projection_.column(i) < edge; ++i) {
-    if (++looks > kNear) return std::clamp(projection_.firstAtOrAfter(edge), begin + 1, end);
+  for (; i < end && projection_.column(i) < border; ++i) {
+    if (++looks > kNear) return std::clamp(projection_.firstAtOrAfter(border), begin + 1, end);
   }
   return i;
 }
@@ -102,7 +102,7 @@ void TraceReducer::reduceGrowing() {
       continue;
     }
     const double column = columnOf(begin);
-    const std::int64_t end = nextEdge(begin, begin + size, last, origin_ + (column + 1) * width_);
+    const std::int64_t end = nextBorder(begin, begin + size, last, origin_ + (column + 1) * width_);
     size = end - begin;
     addColumn(begin, end);
     begin = end;
@@ -110,23 +110,23 @@ void TraceReducer::reduceGrowing() {
   if (shape_ == TraceClip::Shape::Polygon) addEndOfPiece(last);
 }
 
-/// Cuts from `begin` on at each column's right edge, the first of which is `firstEdge`, as long as the samples lie on
-/// one straight piece. Returns how many columns there are.
-int TraceReducer::cutColumns(std::int64_t begin, std::int64_t last, double firstEdge, std::int32_t* cuts) const {
+/// Cuts from `begin` on at each column's right border, the first of which is `firstBorder`, as long as the samples
+/// lie on one straight piece. Returns how many columns there are.
+int TraceReducer::cutColumns(std::int64_t begin, std::int64_t last, double firstBorder, std::int32_t* cuts) const {
   const TimePiece& piece = projection_.pieces()[projection_.pieceAt(begin)];
   const double spacing = piece.step * projection_.columnsPerTime();
   const double samples = width_ / spacing; // a column
   if (!(samples > double(kFew) && samples < double(kLongestBlock))) return 0;
   const std::int64_t end = std::min({last, piece.first + piece.count, begin + kLongestBlock});
   if (!projection_.isStraight(begin, end - 1, kStraight * width_)) return 0;
-  const double start = (firstEdge - projection_.columnOfTime(piece.start)) / spacing - double(begin - piece.first);
+  const double start = (firstBorder - projection_.columnOfTime(piece.start)) / spacing - double(begin - piece.first);
   int count = 0;
   cuts[0] = 0;
   for (; count < kBatch; ++count) {
     const double position = start + count * samples;
     double cut = std::ceil(position - kTie);
     const bool mayTie = cut > 0 && cut < position + kTie && cut < double(end - begin);
-    if (mayTie && projection_.column(begin + static_cast<std::int64_t>(cut)) < firstEdge + count * width_) ++cut;
+    if (mayTie && projection_.column(begin + static_cast<std::int64_t>(cut)) < firstBorder + count * width_) ++cut;
     if (!(cut > cuts[count] && cut < double(end - begin))) break;
     cuts[count + 1] = static_cast<std::int32_t>(cut);
   }

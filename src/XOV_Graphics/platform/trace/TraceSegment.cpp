@@ -64,7 +64,7 @@ void addRoundSegment(TracePoint from, TracePoint to, const TraceStrip& strip, co
   const double width = to.x - from.x;
   const double length = std::hypot(width, to.y - from.y);
   const bool vertical = width < kNoWidth;
-  // The highest ink above a column touches the pen's disc where the disc's edge runs along the segment: that disc
+  // The highest ink above a column touches the pen's disc where the disc's rim runs along the segment: that disc
   // sits this far right of the column for the larger rows, as far left for the smaller ones.
   const auto lean = static_cast<float>(length > 0 ? strip.radius * (to.y - from.y) / length : 0.0);
   const auto slope = static_cast<float>(vertical ? 0.0 : (to.y - from.y) / width);

@@ -19,7 +19,7 @@ struct TraceStrip {
   int subColumns() const { return columns * perColumn; }
   double subWidth() const { return 1.0 / perColumn; }
   /// The left border of a sub-column of the curve, in device pixels.
-  double curveEdge(int j) const { return left + (j - curveShift) / perColumn; }
+  double curveBorder(int j) const { return left + (j - curveShift) / perColumn; }
 };
 
 } // namespace xov

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "XOV_Graphics/platform/trace/TraceProjection.h"
-
 #include <cstdint>
 
 namespace xov {
