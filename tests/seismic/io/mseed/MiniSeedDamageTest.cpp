@@ -52,11 +52,16 @@ TEST(MiniSeedDamage, leavesOutARecordWithMoreSamplesThanItHasRoomFor) {
             leftOut("number of samples: found 617, but 512 bytes have room for 616 as Steim2"));
 }
 
-TEST(MiniSeedDamage, leavesOutARecordWhoseCompressedSamplesDoNotEndAsItSays) {
+TEST(MiniSeedDamage, keepsARecordWhoseCompressedSamplesDoNotEndAsItSaysAndSaysSo) {
   // One 32-bit difference, for the first sample 10; the last is said to be 11.
   MiniSeedBytes record = halfSecond(1, 0);
   record.encoding(MiniSeedBytes::kSteim1).sampleCount(1).frame(0, {3U << 24, 10, 11, 0});
-  EXPECT_EQ(noteOf(record), leftOut("the last sample is 10, but the record says 11"));
+  const auto file = parsed(joined({halfSecond(0, 1), record, halfSecond(2, 3)}));
+  ASSERT_EQ(file->records.size(), 2U) << "the second record is short, so the third begins after a gap";
+  EXPECT_EQ(file->records[0]->npts(), 21);
+  EXPECT_EQ(samplesOf(*file->records[0])[20], 10);
+  EXPECT_EQ(file->notes, QStringList("in: 1 of 3 records kept that may be damaged, the first at byte 512: the last "
+                                     "sample is 10, but the record says 11"));
 }
 
 TEST(MiniSeedDamage, leavesOutARecordWithDifferencesThatDoNotExist) {
@@ -95,9 +100,44 @@ TEST(MiniSeedDamage, leavesOutARecordOfADayThatItsYearDoesNotHave) {
             leftOut("fraction of a second at byte 28: found 10000, expected less than 10000"));
 }
 
-TEST(MiniSeedDamage, leavesOutARecordWithoutBlockette1000) {
-  EXPECT_EQ(noteOf(halfSecond(1, 2).number(MiniSeedBytes::kChainAt, std::uint16_t(MiniSeedBytes::kTimingAt))),
-            leftOut("no blockette 1000, which says how its samples are stored"));
+/// A record without blockette 1000, of two samples, 10 and 12, as Steim1: their differences are 32 bits each.
+MiniSeedBytes withoutFormat(int index, Order order = Order::Big, int exponent = 9) {
+  MiniSeedBytes record(order, order, exponent);
+  record.sampleCount(2).frame(0, {3U << 24 | 3U << 22, 10, 12, 10, 2});
+  record.number(MiniSeedBytes::kChainAt, std::uint16_t(0)).byte(39, 0);
+  return record.time(2012, 133, 0, 0, index / 2, index % 2 * 5000);
+}
+
+TEST(MiniSeedRecords, withoutBlockette1000AreSteim1AndEndWhereTheNextOneBegins) {
+  for (const Order order : {Order::Big, Order::Little}) {
+    for (const int exponent : {8, 9, 12}) {
+      const auto file =
+          parsed(joined({withoutFormat(0, order, exponent), withoutFormat(1, order, exponent), halfSecond(2, 3)}));
+      ASSERT_TRUE(file) << file.error().toStdString();
+      EXPECT_EQ(file->notes, QStringList());
+      ASSERT_EQ(file->records.size(), 3U);
+      EXPECT_EQ(samplesOf(*file->records[0]), (std::vector<float>{10, 12}));
+      EXPECT_EQ(samplesOf(*file->records[1]), (std::vector<float>{10, 12}));
+      EXPECT_EQ(file->records[1]->b(), 0.5F);
+    }
+  }
+}
+
+TEST(MiniSeedRecords, withoutBlockette1000MayBeTheOnlyOne) {
+  EXPECT_EQ(samplesOf(*test::onlyRecord(parsed(withoutFormat(0).bytes()))), (std::vector<float>{10, 12}));
+}
+
+TEST(MiniSeedDamage, leavesOutARecordWithoutBlockette1000ThatIsNoSteim1) {
+  // Twenty integers, of which the third word would be the last sample.
+  EXPECT_TRUE(noteOf(halfSecond(1, 2).number(MiniSeedBytes::kChainAt, std::uint16_t(MiniSeedBytes::kTimingAt)))
+                  .startsWith("in: 1 of 3 records left out, the first at byte 512: "));
+}
+
+TEST(MiniSeedDamage, leavesOutARecordWithoutBlockette1000OfUnknownLength) {
+  const auto file = parsed(halfSecond(0, 1).bytes() + withoutFormat(1).bytes().first(400));
+  EXPECT_EQ(file->notes,
+            QStringList("in: 1 of 2 records left out, the first at byte 512: no blockette 1000, which says how its "
+                        "samples are stored, and no record behind it"));
 }
 
 TEST(MiniSeedDamage, leavesOutARecordWithTwoBlockettes1000) {
@@ -106,14 +146,48 @@ TEST(MiniSeedDamage, leavesOutARecordWithTwoBlockettes1000) {
             leftOut("blockette at byte 56: a second blockette 1000"));
 }
 
-TEST(MiniSeedDamage, leavesOutARecordWhoseBlockettesGoRoundOrOut) {
-  EXPECT_EQ(noteOf(halfSecond(1, 2).number(MiniSeedBytes::kTimingAt + 2, std::uint16_t(MiniSeedBytes::kFormatAt))),
+/// The samples of a record that is sound but for its blockettes.
+std::vector<float> samplesOfOnly(const MiniSeedBytes& record) {
+  return samplesOf(*test::onlyRecord(parsed(record.bytes())));
+}
+
+TEST(MiniSeedRecords, mayHaveBlockettesThatGoRound) {
+  // 1000, 1001, and 1000 again.
+  MiniSeedBytes record = halfSecond(1, 2);
+  record.number(MiniSeedBytes::kTimingAt + 2, std::uint16_t(MiniSeedBytes::kFormatAt));
+  EXPECT_EQ(samplesOfOnly(record), std::vector<float>(20, 2));
+  // Blockette 1000 points to itself.
+  record.number(MiniSeedBytes::kFormatAt + 2, std::uint16_t(MiniSeedBytes::kFormatAt));
+  EXPECT_EQ(samplesOfOnly(record), std::vector<float>(20, 2));
+}
+
+TEST(MiniSeedRecords, mayHaveBlockettesThatGoOut) {
+  for (const int place : {20, 40000, 65535}) {
+    MiniSeedBytes record = halfSecond(1, 2);
+    record.number(MiniSeedBytes::kTimingAt + 2, std::uint16_t(place));
+    EXPECT_EQ(samplesOfOnly(record), std::vector<float>(20, 2)) << place;
+  }
+}
+
+TEST(MiniSeedRecords, mayHaveGapsBetweenBlockettes) {
+  // Blockette 1000 sixteen bytes after the header, the microseconds 24 bytes after it.
+  MiniSeedBytes record = halfSecond(1, 2);
+  record.number(MiniSeedBytes::kChainAt, std::uint16_t(64)).byte(68, MiniSeedBytes::kInt32).byte(69, 1).byte(70, 9);
+  record.number(64, std::uint16_t(1000)).number(66, std::uint16_t(96));
+  record.number(96, std::uint16_t(1001)).number(98, std::uint16_t(0)).byte(101, 50);
+  record.number(MiniSeedBytes::kFormatAt, std::uint32_t(0)).number(MiniSeedBytes::kTimingAt, std::uint32_t(0));
+  const auto read = test::onlyRecord(parsed(record.bytes()));
+  EXPECT_EQ(samplesOf(*read), std::vector<float>(20, 2));
+  EXPECT_NEAR(test::preciseOf(*read).b, 50e-6, 1e-9) << "after the reference time, which is in milliseconds";
+}
+
+TEST(MiniSeedDamage, leavesOutARecordWhoseBlockettesBreakOffBeforeBlockette1000) {
+  EXPECT_EQ(noteOf(halfSecond(1, 2)
+                       .number(MiniSeedBytes::kChainAt, std::uint16_t(MiniSeedBytes::kTimingAt))
+                       .number(MiniSeedBytes::kTimingAt + 2, std::uint16_t(MiniSeedBytes::kFormatAt))),
             leftOut("blockette at byte 56: the next one is not behind it"));
-  MiniSeedBytes last = halfSecond(1, 2);
-  last.number(MiniSeedBytes::kTimingAt + 2, std::uint16_t(65535));
-  const auto file = parsed(joined({halfSecond(0, 1), last}));
-  EXPECT_EQ(file->notes, QStringList("in: 1 of 2 records left out, the first at byte 512: blockette at byte 65535: "
-                                     "lies outside of the record"));
+  EXPECT_EQ(noteOf(halfSecond(1, 2).number(MiniSeedBytes::kChainAt, std::uint16_t(20))),
+            leftOut("blockette at byte 20: lies outside of the record"));
 }
 
 TEST(MiniSeedDamage, leavesOutARecordOfAnImpossibleLength) {
@@ -167,11 +241,12 @@ TEST(MiniSeedDamage, findsRecordsBehindMegabytesOfStrayBytes) {
 TEST(MiniSeedDamage, countsEveryLossAndNamesTheFirstInTheFile) {
   // The first is found when samples are decoded, the second when headers are read.
   MiniSeedBytes ending = halfSecond(1, 0);
-  ending.encoding(MiniSeedBytes::kSteim1).sampleCount(1).frame(0, {3U << 24, 10, 11, 0});
+  ending.encoding(MiniSeedBytes::kSteim1).sampleCount(20);
   const auto file = parsed(joined({halfSecond(0, 1), ending, halfSecond(2, 2).encoding(19), halfSecond(3, 3)}));
   EXPECT_EQ(file->records.size(), 2U);
-  EXPECT_EQ(file->notes, QStringList("in: 2 of 4 records left out, the first at byte 512: the last sample is 10, but "
-                                     "the record says 11"));
+  ASSERT_EQ(file->notes.size(), 1);
+  EXPECT_TRUE(file->notes[0].startsWith("in: 2 of 4 records left out, the first at byte 512: only decoded 0 samples"))
+      << file->notes[0].toStdString();
 }
 
 TEST(MiniSeedDamage, splitsAPieceAroundARecordThatCannotBeDecoded) {

@@ -4,7 +4,9 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSamples.h"
 
 #include <algorithm>
+#include <limits>
 #include <tuple>
+#include <utility>
 
 namespace xov {
 
@@ -16,13 +18,16 @@ constexpr qsizetype kMostNamedChannels = 8; // in a note
 /// An unbroken piece of a channel: its records, in time order, and their samples one after the other.
 struct Piece {
   std::vector<std::size_t> records;
+  std::size_t sampleCount = 0;
   std::vector<float> samples;
 };
 
 /// Where the samples of a record go.
 struct Place {
-  std::size_t piece = 0;
+  static constexpr std::uint32_t kNowhere = std::numeric_limits<std::uint32_t>::max();
+
   std::size_t first = 0;
+  std::uint32_t piece = kNowhere; ///< of a record that the file holds twice it is nowhere
   bool isFilled = false;
 };
 
@@ -46,7 +51,7 @@ public:
     for (std::size_t i = 0; i < index_.records.size(); ++i)
       recordsOf[record(i).channel].push_back(i);
     for (std::vector<std::size_t>& records : recordsOf)
-      plan(inOrder(std::move(records)));
+      plan(inOrder(std::exchange(records, {})));
     decode();
     SeismogramArray traces;
     auto piece = pieces_.begin();
@@ -68,7 +73,7 @@ private:
   /// The records of a channel in time order, each of those that are there more than once just once.
   std::vector<std::size_t> inOrder(std::vector<std::size_t> order) {
     const auto identity = [&](std::size_t i) {
-      return std::make_tuple(record(i).span.startUs, record(i).contents, record(i).length);
+      return std::make_tuple(record(i).span.startUs, record(i).contents, record(i).format.length);
     };
     std::ranges::stable_sort(order, {}, identity);
     const auto isRepeated = [&](std::size_t left, std::size_t right) { return identity(left) == identity(right); };
@@ -91,39 +96,37 @@ private:
       for (const std::size_t ordinal : joined) {
         const std::size_t i = order[ordinal];
         piece.records.push_back(i);
-        places_[i] = {pieces_.size(), count, false};
+        places_[i] = {count, std::uint32_t(pieces_.size()), false};
         count += std::size_t(record(i).span.sampleCount);
       }
-      piece.samples.resize(count);
+      piece.sampleCount = count;
       pieces_.push_back(std::move(piece));
     }
   }
 
   /// Fills the samples of all pieces in one walk through the file.
   void decode() {
-    std::vector<std::size_t> wanted;
-    for (const Piece& piece : pieces_)
-      wanted.insert(wanted.end(), piece.records.begin(), piece.records.end());
-    std::ranges::sort(wanted);
+    for (Piece& piece : pieces_)
+      piece.samples.resize(piece.sampleCount);
     MiniSeedSamples samples;
-    for (const std::size_t i : wanted) {
-      const Status status = decodeRecord(samples, i);
+    for (std::size_t i = 0; i < places_.size(); ++i) {
+      if (places_[i].piece == Place::kNowhere) continue;
+      QString doubt;
+      const Status status = decodeRecord(samples, i, doubt);
       places_[i].isFilled = bool(status);
       if (!status) index_.damagedRecords.add(record(i).offset, status.error());
+      if (!doubt.isEmpty()) index_.doubtfulRecords.add(record(i).offset, doubt);
     }
   }
 
-  Status decodeRecord(MiniSeedSamples& samples, std::size_t i) {
+  Status decodeRecord(MiniSeedSamples& samples, std::size_t i, QString& doubt) {
     const IndexedRecord& indexed = record(i);
-    const QByteArrayView view = file_.at(indexed.offset, std::max<qsizetype>(indexed.length, kMiniSeedChainBytes));
-    const MiniSeedFinding finding = findMiniSeedRecord(view, view.size());
-    // The file may have changed since its headers were read.
-    if (finding.kind != MiniSeedFinding::Kind::Record || finding.record.length != indexed.length ||
-        finding.record.sampleCount != indexed.span.sampleCount)
-      return Error{QStringLiteral("the file has changed while it was read")};
+    const qsizetype length = indexed.format.length;
+    const QByteArrayView view = file_.at(indexed.offset, length);
+    if (view.size() < length) return Error{QStringLiteral("the file has become shorter while it was read")};
     std::vector<float>& all = pieces_[places_[i].piece].samples;
-    return samples.decode(finding.record, view.first(indexed.length),
-                          std::span(all).subspan(places_[i].first, std::size_t(indexed.span.sampleCount)));
+    return samples.decode(indexed.format, view.first(length),
+                          std::span(all).subspan(places_[i].first, std::size_t(indexed.span.sampleCount)), doubt);
   }
 
   /// A stretch of a piece without a record that could not be decoded.
@@ -206,6 +209,10 @@ QStringList lossNotes(const MiniSeedIndex& index, qint64 repeatedCount, const QS
   if (const LossTally& damaged = index.damagedRecords; damaged.count > 0)
     notes.append(name + ": " + QString::number(damaged.count) + " of " +
                  counted(index.recordCount, "record", "records") + " left out, " + placeText(damaged));
+  if (const LossTally& doubtful = index.doubtfulRecords; doubtful.count > 0)
+    notes.append(name + ": " + QString::number(doubtful.count) + " of " +
+                 counted(index.recordCount, "record", "records") + " kept that may be damaged, " +
+                 placeText(doubtful));
   if (const LossTally& stray = index.strayBytes; stray.count > 0)
     notes.append(name + ": " + counted(stray.count, "byte", "bytes") + " between records left out, " +
                  placeText(stray));

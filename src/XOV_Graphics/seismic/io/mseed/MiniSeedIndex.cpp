@@ -51,15 +51,15 @@ private:
     checkInside(offset, finding);
     if (finding.kind == MiniSeedFinding::Kind::Damaged) {
       index_.damagedRecords.add(offset, finding.problem);
-      return finding.record.length > 0 ? offset + finding.record.length : nextStart(file_, offset + 1);
+      return finding.record.format.length > 0 ? offset + finding.record.format.length : nextStart(file_, offset + 1);
     }
     addRecord(offset, finding.record);
-    return offset + finding.record.length;
+    return offset + finding.record.format.length;
   }
 
   /// A length that is too large would hide the records that it covers.
   void checkInside(qint64 offset, MiniSeedFinding& finding) {
-    int& length = finding.record.length;
+    int& length = finding.record.format.length;
     if (length == 0) return;
     const QByteArrayView view = file_.at(offset, length);
     if (view.size() < length) {
@@ -75,24 +75,25 @@ private:
   }
 
   void addRecord(qint64 offset, const MiniSeedRecord& record) {
-    if (!index_.isReadable || record.sampleCount == 0 || record.encoding == MiniSeedEncoding::Text) return;
-    const std::optional<std::size_t> channel = selectedChannel(record);
+    if (!index_.isReadable || record.sampleCount == 0 || record.format.encoding == MiniSeedEncoding::Text) return;
+    const std::optional<std::uint32_t> channel = selectedChannel(record);
     if (!channel) return;
-    const QByteArrayView bytes = file_.at(offset, record.length);
+    const qsizetype length = record.format.length;
+    const QByteArrayView bytes = file_.at(offset, length);
     index_.records.push_back({offset,
-                              *channel,
-                              record.length,
+                              qHashBits(bytes.data() + kSequenceBytes, std::size_t(length - kSequenceBytes)),
                               {record.startUs, record.rateHz, record.sampleCount},
-                              qHashBits(bytes.data() + kSequenceBytes, std::size_t(record.length - kSequenceBytes))});
+                              *channel,
+                              record.format});
   }
 
   /// The number of the record's channel if that is selected.
-  std::optional<std::size_t> selectedChannel(const MiniSeedRecord& record) {
+  std::optional<std::uint32_t> selectedChannel(const MiniSeedRecord& record) {
     const auto [known, isNew] = numbers_.try_emplace(record.codes);
     if (isNew) {
       const ChannelCodes codes = channelCodes(record);
       const bool selected = patterns_.select(codes);
-      if (selected) known->second = index_.channels.size();
+      if (selected) known->second = std::uint32_t(index_.channels.size());
       (selected ? index_.channels : index_.passedOver).push_back(codes);
     }
     return known->second;
@@ -101,7 +102,7 @@ private:
   FileWindow& file_;
   const ChannelPatterns& patterns_;
   MiniSeedIndex index_;
-  std::map<std::array<char, 12>, std::optional<std::size_t>> numbers_;
+  std::map<std::array<char, 12>, std::optional<std::uint32_t>> numbers_;
 };
 
 } // namespace

@@ -15,13 +15,13 @@ struct LossTally {
   void add(qint64 offset, const QString& problem, qint64 amount = 1);
 };
 
-/// A record with samples and where it lies in the file.
+/// A record with samples and where it lies in the file. Files hold many of them: it has nothing twice.
 struct IndexedRecord {
   qint64 offset = 0;
-  std::size_t channel = 0;
-  int length = 0;
-  RecordSpan span;
   std::size_t contents = 0; ///< hash of everything but the sequence number
+  RecordSpan span;
+  std::uint32_t channel = 0;
+  SampleFormat format;
 };
 
 /// What a miniSEED file holds, by its headers.
@@ -31,8 +31,9 @@ struct MiniSeedIndex {
   std::vector<IndexedRecord> records;   ///< those of the selected channels that hold samples, by offset
   qint64 recordCount = 0;               ///< of all records, also damaged ones
   LossTally damagedRecords;
-  LossTally strayBytes;   ///< bytes that belong to no record
-  bool isReadable = true; ///< false when the device failed before its end
+  LossTally doubtfulRecords; ///< whose samples do not end as they say
+  LossTally strayBytes;      ///< bytes that belong to no record
+  bool isReadable = true;    ///< false when the device failed before its end
 };
 
 /// Walks through a file from record to record.

@@ -110,6 +110,8 @@ public:
   }
   int byteAt(qsizetype byte) const { return static_cast<unsigned char>(bytes_[byte]); }
   qsizetype size() const { return bytes_.size(); }
+  QByteArrayView bytes() const { return bytes_; }
+  QSysInfo::Endian order() const { return order_; }
 
 private:
   QByteArrayView bytes_;
@@ -145,13 +147,14 @@ struct Blockettes {
   int microseconds = 0;
 };
 
-/// Walks the chain; gives the problem it has, if any.
+/// Walks the chain; gives the problem it has, if any. Where the chain breaks off, by a place outside of the record or
+/// one that is not ahead, what came before counts, as long as blockette 1000 did.
 QString readBlockettes(const HeaderNumbers& header, Blockettes& found) {
   qsizetype place = header.at<std::uint16_t>(kChainByte);
   for (int count = 0; place != 0; ++count) {
     const QString where = "blockette at byte " + QString::number(place);
     if (place < kMiniSeedHeaderBytes || place > header.size() - kKnownBlocketteBytes)
-      return where + ": lies outside of the record";
+      return found.format ? QString() : where + ": lies outside of the record";
     if (count == kMostBlockettes) return where + ": more than " + QString::number(kMostBlockettes) + " blockettes";
     const int type = header.at<std::uint16_t>(place);
     const qsizetype next = header.at<std::uint16_t>(place + 2);
@@ -163,10 +166,11 @@ QString readBlockettes(const HeaderNumbers& header, Blockettes& found) {
     } else if (type == kTimingBlockette) {
       found.microseconds = std::int16_t(header.at<std::int8_t>(place + kBlocketteHeaderBytes + 1)); // signed
     }
-    if (next != 0 && next < place + kBlocketteHeaderBytes) return where + ": the next one is not behind it";
+    if (next != 0 && next < place + kBlocketteHeaderBytes)
+      return found.format ? QString() : where + ": the next one is not behind it";
     place = next;
   }
-  return found.format ? QString() : QStringLiteral("no blockette 1000, which says how its samples are stored");
+  return {};
 }
 
 /// The rate of factor and multiplier: a negative one divides.
@@ -197,25 +201,36 @@ QString readStart(const HeaderNumbers& header, int microseconds, std::int64_t& s
   return {};
 }
 
-/// Reads what tells how the samples are stored, and checks that they fit; gives the problem, if any.
-QString readFormat(const HeaderNumbers& header, const Blockettes& blockettes, MiniSeedRecord& record) {
-  const qsizetype format = *blockettes.format;
-  const int number = header.byteAt(format + kBlocketteHeaderBytes);
+/// Reads what tells how the samples are stored; gives the problem, if any. Recorders that knew no blockette 1000
+/// wrote Steim1 in the order of the header.
+QString readEncoding(const HeaderNumbers& header, std::optional<qsizetype> format, MiniSeedRecord& record) {
+  record.format.isStated = format.has_value();
+  record.format.encoding = Encoding::Steim1;
+  record.format.isBigEndian = header.order() == QSysInfo::BigEndian;
+  if (!format) return {};
+  const int number = header.byteAt(*format + kBlocketteHeaderBytes);
   const EncodingRow* const row = encodingRow(number);
   if (!row) return "encoding: found " + QString::number(number) + ", which is not known";
-  record.encoding = row->encoding;
-  record.dataOrder =
-      header.byteAt(format + kBlocketteHeaderBytes + 1) == 0 ? QSysInfo::LittleEndian : QSysInfo::BigEndian;
-  record.dataOffset = header.at<std::uint16_t>(kDataOffsetByte);
-  if (record.sampleCount == 0 || record.encoding == Encoding::Text) return {};
+  record.format.encoding = row->encoding;
+  record.format.isBigEndian = header.byteAt(*format + kBlocketteHeaderBytes + 1) != 0;
+  return {};
+}
+
+/// Checks that the samples fit into the record; gives the problem, if any.
+QString checkRoom(const HeaderNumbers& header, MiniSeedRecord& record) {
+  record.format.dataOffset = header.at<std::uint16_t>(kDataOffsetByte);
+  if (record.sampleCount == 0 || record.format.encoding == Encoding::Text) return {};
   if (!(record.rateHz >= kLowestRateHz && record.rateHz <= kHighestRateHz))
     return "sample rate: found " + numberText(record.rateHz) + " Hz, expected a number above 0";
-  if (record.dataOffset < kMiniSeedHeaderBytes || record.dataOffset > record.length)
-    return "samples: begin at byte " + QString::number(record.dataOffset) + " of " + QString::number(record.length);
-  const int room = roomFor(*row, record.length - record.dataOffset);
+  if (record.format.dataOffset < kMiniSeedHeaderBytes || record.format.dataOffset > record.format.length)
+    return "samples: begin at byte " + QString::number(record.format.dataOffset) + " of " +
+           QString::number(record.format.length);
+  const EncodingRow& row = *encodingRow(int(record.format.encoding));
+  const int room = roomFor(row, record.format.length - record.format.dataOffset);
   if (record.sampleCount > room)
     return "number of samples: found " + QString::number(record.sampleCount) + ", but " +
-           QString::number(record.length) + " bytes have room for " + QString::number(room) + " as " + row->name;
+           QString::number(record.format.length) + " bytes have room for " + QString::number(room) + " as " +
+           row.name;
   return {};
 }
 
@@ -231,10 +246,26 @@ QString readLength(const HeaderNumbers& header, qsizetype format, qint64 remaini
   return {};
 }
 
+/// The length of a record that does not state it: up to the next record, or the end of the file. Gives the problem,
+/// if any, and then leaves the length 0.
+QString findLength(QByteArrayView bytes, qint64 remaining, int& length) {
+  for (int exponent = kShortestExponent; exponent <= kLongestExponent; ++exponent) {
+    const qsizetype candidate = qsizetype(1) << exponent;
+    const bool isFollowed = candidate < bytes.size() && beginsMiniSeedRecord(bytes.sliced(candidate));
+    if (candidate == remaining || isFollowed) {
+      length = int(candidate);
+      return {};
+    }
+  }
+  return QStringLiteral("no blockette 1000, which says how its samples are stored, and no record behind it");
+}
+
 QString readRecord(const HeaderNumbers& header, qint64 remaining, MiniSeedRecord& record) {
   Blockettes blockettes;
   if (QString problem = readBlockettes(header, blockettes); !problem.isEmpty()) return problem;
-  if (QString problem = readLength(header, *blockettes.format, remaining, record.length); !problem.isEmpty())
+  if (QString problem = blockettes.format ? readLength(header, *blockettes.format, remaining, record.format.length)
+                                          : findLength(header.bytes(), remaining, record.format.length);
+      !problem.isEmpty())
     return problem;
   record.sampleCount = header.at<std::uint16_t>(kSampleCountByte);
   record.rateHz = blockettes.rateHz > 0 ? blockettes.rateHz
@@ -242,7 +273,8 @@ QString readRecord(const HeaderNumbers& header, qint64 remaining, MiniSeedRecord
                                                       header.at<std::int16_t>(kRateMultiplierByte));
   if (QString problem = readStart(header, blockettes.microseconds, record.startUs); !problem.isEmpty())
     return problem;
-  return readFormat(header, blockettes, record);
+  if (QString problem = readEncoding(header, blockettes.format, record); !problem.isEmpty()) return problem;
+  return checkRoom(header, record);
 }
 
 } // namespace
@@ -285,7 +317,8 @@ qsizetype findMiniSeedStart(QByteArrayView bytes, qsizetype from) {
 qsizetype findRecordInside(QByteArrayView bytes) {
   for (qsizetype at = kShortestRecord; at + kMiniSeedHeaderBytes <= bytes.size(); at += kShortestRecord) {
     // Its own length does not matter: it may be as wrong as that of the record around it.
-    if (findMiniSeedRecord(bytes.sliced(at), kLongestMiniSeedRecord).kind == MiniSeedFinding::Kind::Record) return at;
+    if (findMiniSeedRecord(bytes.sliced(at), kLongestMiniSeedRecord + 1).kind == MiniSeedFinding::Kind::Record)
+      return at;
   }
   return 0;
 }

@@ -20,9 +20,10 @@ namespace xov {
 ///         hour, minute, second, -, 0.1 ms      46  where the first blockette begins, 0 for none
 ///
 /// A blockette starts with its type and the place of the next one (0 after the last), two bytes each. Blockette 1000
-/// is required: encoding at byte 4, byte order of the samples at 5 (0 little-endian), log2 of the record's length at
-/// 6. Blockette 100 has a sample rate that refines the header's (a float at byte 4), blockette 1001 the microseconds
-/// of the start (a signed byte at 5). The header is in either byte order, which the year and day give away.
+/// tells the encoding at byte 4, the byte order of the samples at 5 (0 little-endian) and log2 of the record's length
+/// at 6; without it, as before it was thought of, a record is Steim1 and ends where the next one begins. Blockette
+/// 100 has a sample rate that refines the header's (a float at byte 4), blockette 1001 the microseconds of the start
+/// (a signed byte at 5). The header is in either byte order, which the year and day give away.
 ///
 /// Source: SEED Reference Manual, version 2.4 (FDSN, 2012), chapter 8 and appendix G.
 
@@ -48,16 +49,22 @@ inline constexpr qsizetype kLongestMiniSeedRecord = qsizetype(1) << 20;
 /// Further than this the blockettes cannot lie: their places are numbers of two bytes.
 inline constexpr qsizetype kMiniSeedChainBytes = (qsizetype(1) << 16) + 8;
 
+/// Where the samples of a record lie and how they are stored.
+struct SampleFormat {
+  int length = 0;     ///< of the record in bytes
+  int dataOffset = 0; ///< of the samples in the record
+  MiniSeedEncoding encoding = MiniSeedEncoding::Text;
+  bool isBigEndian = true;
+  bool isStated = false; ///< by blockette 1000; else it is the usual format
+};
+
 /// What the header of a record says, all of it checked.
 struct MiniSeedRecord {
   std::array<char, 12> codes{}; ///< station 5, location 2, channel 3, network 2, padded with blanks
   std::int64_t startUs = 0;     ///< time of the first sample, microseconds since 1970
   double rateHz = 0;            ///< above 0 and finite when there are samples
   int sampleCount = 0;          ///< 0 to 65535; as many fit into the record, unless they are text
-  int length = 0;               ///< of the record in bytes
-  int dataOffset = 0;           ///< of the samples in the record
-  MiniSeedEncoding encoding = MiniSeedEncoding::Text;
-  QSysInfo::Endian dataOrder = QSysInfo::BigEndian;
+  SampleFormat format;
 };
 
 /// The codes without padding.
@@ -82,8 +89,7 @@ bool beginsMiniSeedRecord(QByteArrayView bytes);
 /// blockettes must lie in them; `remaining` is how many bytes the file has from here on.
 MiniSeedFinding findMiniSeedRecord(QByteArrayView bytes, qint64 remaining);
 
-/// Where the next record begins in `bytes` from `from` on, if one does; it has blockette 1000 and its whole header.
-/// Else the end.
+/// Where the next record begins in `bytes` from `from` on, if one does, with its whole header. Else the end.
 qsizetype findMiniSeedStart(QByteArrayView bytes, qsizetype from);
 
 /// Where another record begins inside of one that claims to be as long as `bytes`: its length is wrong then. 0 where

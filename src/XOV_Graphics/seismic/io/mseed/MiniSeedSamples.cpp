@@ -11,6 +11,7 @@
 #include <limits>
 #include <mutex>
 #include <new>
+#include <utility>
 
 namespace xov {
 
@@ -71,19 +72,18 @@ float toSingle(double value) {
 }
 
 /// The last sample by the record's own account, in the first frame of compressed samples.
-std::int32_t statedEnd(const MiniSeedRecord& record, QByteArrayView bytes) {
+std::int32_t statedEnd(const SampleFormat& format, QByteArrayView bytes) {
   constexpr int kEndByte = 8;
-  const char* const place = bytes.data() + record.dataOffset + kEndByte;
-  return record.dataOrder == QSysInfo::BigEndian ? qFromBigEndian<std::int32_t>(place)
-                                                 : qFromLittleEndian<std::int32_t>(place);
+  const char* const place = bytes.data() + format.dataOffset + kEndByte;
+  return format.isBigEndian ? qFromBigEndian<std::int32_t>(place) : qFromLittleEndian<std::int32_t>(place);
 }
 
-/// Makes sure that compressed samples end where the record says.
-Status checkEnd(const MiniSeedRecord& record, QByteArrayView bytes, std::int32_t last) {
-  if (record.encoding != MiniSeedEncoding::Steim1 && record.encoding != MiniSeedEncoding::Steim2) return {};
-  const std::int32_t stated = statedEnd(record, bytes);
+/// Whether compressed samples end where the record says; what is odd if not.
+QString oddEnd(const SampleFormat& format, QByteArrayView bytes, std::int32_t last) {
+  if (format.encoding != MiniSeedEncoding::Steim1 && format.encoding != MiniSeedEncoding::Steim2) return {};
+  const std::int32_t stated = statedEnd(format, bytes);
   if (stated == last) return {};
-  return Error{"the last sample is " + QString::number(last) + ", but the record says " + QString::number(stated)};
+  return "the last sample is " + QString::number(last) + ", but the record says " + QString::number(stated);
 }
 
 template <typename Value, typename Convert>
@@ -119,23 +119,24 @@ MiniSeedSamples::MiniSeedSamples() : library_(std::make_unique<Library>()) {}
 
 MiniSeedSamples::~MiniSeedSamples() = default;
 
-Status MiniSeedSamples::decode(const MiniSeedRecord& record, QByteArrayView bytes, std::span<float> samples) {
+Status MiniSeedSamples::decode(const SampleFormat& format, QByteArrayView bytes, std::span<float> samples,
+                               QString& doubt) {
   if (samples.empty()) return {};
   // libmseed reads wide samples where they lie, so they must lie where the processor wants them.
-  const std::size_t shift = (kWidestSample - std::size_t(record.dataOffset) % kWidestSample) % kWidestSample;
-  aligned_.resize(shift + std::size_t(record.length));
-  std::copy_n(bytes.data(), record.length, aligned_.begin() + std::ptrdiff_t(shift));
+  const std::size_t shift = (kWidestSample - std::size_t(format.dataOffset) % kWidestSample) % kWidestSample;
+  aligned_.resize(shift + std::size_t(format.length));
+  std::copy_n(bytes.data(), format.length, aligned_.begin() + std::ptrdiff_t(shift));
 
   // Only the samples are left to libmseed: what it does with headers trusts their blockettes to lie in the record.
   MSRecord& target = *library_->record;
   target.record = aligned_.data() + shift;
-  target.reclen = record.length;
-  target.encoding = std::int8_t(record.encoding);
-  target.samplecnt = record.sampleCount;
-  target.fsdh->data_offset = std::uint16_t(record.dataOffset);
+  target.reclen = format.length;
+  target.encoding = std::int8_t(format.encoding);
+  target.samplecnt = std::int64_t(samples.size());
+  target.fsdh->data_offset = std::uint16_t(format.dataOffset);
   const KeptMessage kept;
-  const MiniSeedFlag swapped = record.dataOrder != QSysInfo::ByteOrder;
-  if (msr_unpack_data(&target, swapped, 0) != record.sampleCount) return Error{problemText(kept.text())};
+  const MiniSeedFlag swapped = format.isBigEndian != (QSysInfo::ByteOrder == QSysInfo::BigEndian);
+  if (msr_unpack_data(&target, swapped, 0) != std::int64_t(samples.size())) return Error{problemText(kept.text())};
 
   if (target.sampletype == 'd') {
     take<double>(target.datasamples, samples, toSingle);
@@ -143,7 +144,8 @@ Status MiniSeedSamples::decode(const MiniSeedRecord& record, QByteArrayView byte
     take<float>(target.datasamples, samples, [](float value) { return value; });
   } else {
     take<std::int32_t>(target.datasamples, samples, [](std::int32_t value) { return float(value); });
-    return checkEnd(record, bytes, static_cast<const std::int32_t*>(target.datasamples)[samples.size() - 1]);
+    doubt = oddEnd(format, bytes, static_cast<const std::int32_t*>(target.datasamples)[samples.size() - 1]);
+    if (!doubt.isEmpty() && !format.isStated) return Error{std::exchange(doubt, QString())};
   }
   return {};
 }

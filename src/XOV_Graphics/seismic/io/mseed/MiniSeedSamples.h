@@ -18,10 +18,12 @@ public:
   MiniSeedSamples(const MiniSeedSamples&) = delete;
   MiniSeedSamples& operator=(const MiniSeedSamples&) = delete;
 
-  /// Decodes the samples of `record`, whose bytes are given, record.length of them; `samples` has room for
-  /// record.sampleCount. What is wrong, in a few words, when they cannot be decoded, or when compressed samples do
-  /// not end at the value that the record has for their end. Not for text.
-  Status decode(const MiniSeedRecord& record, QByteArrayView bytes, std::span<float> samples);
+  /// Decodes the samples of a record of that format, whose bytes are given, format.length of them; `samples` has room
+  /// for its samples, as many as the format has room for at most. What is wrong, in a few words, when they cannot be
+  /// decoded. Compressed samples that do not end at the value that the record has for their end are given all the
+  /// same, with that as the `doubt`; where the record does not state that they are compressed, they are refused. Not
+  /// for text.
+  Status decode(const SampleFormat& format, QByteArrayView bytes, std::span<float> samples, QString& doubt);
 
 private:
   struct Library;
