@@ -42,6 +42,24 @@ TEST_F(CliDrum, takesRowsAndTheirDuration) {
   EXPECT_TRUE(text.contains("Time (Hours)")) << qPrintable(text);
 }
 
+TEST_F(CliDrum, drawsTwoCopiesOfAFileAsOneAndSaysSo) {
+  writeDay();
+  EXPECT_EQ(xov({"drum", "day.SAC", "-o", "once.png"}).err, QString());
+  const Outcome outcome = xov({"drum", "day.SAC", "day.SAC", "-o", "twice.png"});
+  EXPECT_EQ(outcome.err, "xov: II.TLY..BHZ: 1 of 2 records have the samples of another one; drawn once\n");
+  EXPECT_EQ(contents("twice.png"), contents("once.png"));
+}
+
+TEST_F(CliDrum, startsWithTheDayWhoseFirstSampleLiesBeforeMidnight) {
+  const QDateTime start = QDateTime(QDate(2009, 2, 19), QTime(0, 0), Qt::UTC).addMSecs(-15);
+  writeRecord("early.SAC", *makeRecord({.reference = start, .interval = 0.015F, .count = 8001}));
+  const Outcome outcome = xov({"drum", "early.SAC", "-o", "plot.pdf"});
+  EXPECT_EQ(outcome.err, "xov: II.TLY..BHZ: less than a minute (0.015 s) before 2009-02-19T00:00:00Z left out\n");
+  XOV_REQUIRE_TOOL(text, "pdftotext", {"-layout", at("plot.pdf"), "-"});
+  EXPECT_EQ(hourLabels(text), QStringList{"02/19 00"}) << qPrintable(text);
+  EXPECT_TRUE(text.contains("UTC")) << qPrintable(text);
+}
+
 TEST_F(CliDrum, joinsPiecesOfAChannelInAnyOrder) {
   writeRecord("b.SAC", *makeRecord({.reference = onTheDay(7, 30), .count = 600}));
   writeRecord("a.SAC", *makeRecord({.reference = onTheDay(5, 30), .count = 600}));

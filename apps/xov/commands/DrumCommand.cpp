@@ -49,6 +49,8 @@ ExitCode DrumCommand::run() {
     complain(several ? page.error() + QStringLiteral("; --channels chooses") : page.error());
     return ExitCode::Failed;
   }
+  for (const QString& note : page->notes)
+    complain(note);
   const MarkedEvents marked = events_.read();
   const auto pieces = std::make_shared<const SeismogramArray>(page->pieces);
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
@@ -61,7 +63,7 @@ ExitCode DrumCommand::run() {
     view->setMagThreshold(float(smallestMagnitude_));
     view->setShowZeroLines(zeroLines_);
     view->setLabelHours(hours_);
-    view->setTitle(output_.titleOr(QString()));
+    view->setTitle(output_.titleOr(QStringLiteral("UTC")));
     return view;
   });
   return std::max({found.status, marked.status, delivered});

@@ -19,11 +19,49 @@ TEST(DrumPage, startsAtTheWholeHourOfTheEarliestSample) {
   EXPECT_EQ(page->pieces[0]->b(), 1052) << "17 min 30 s and 2 s";
 }
 
-TEST(DrumPage, startsOnTheDayBeforeForSamplesBeforeAReferenceAtMidnight) {
+TEST(DrumPage, startsWithTheHourThatHoldsAMinuteOfData) {
+  const auto page = [](const QDateTime& reference, int count) {
+    return *layOutDrum({makeRecord({.reference = reference, .interval = 0.005F, .count = count})}, 3600);
+  };
+  // Three samples, 5 ms each, before midnight, then two minutes.
+  const DrumPage night = page(onTheDay(0, 0).addMSecs(-15), 24003);
+  EXPECT_EQ(referenceOf(*night.pieces[0]), onTheDay(0, 0));
+  EXPECT_NEAR(night.pieces[0]->b(), 0, 1e-6);
+  EXPECT_EQ(night.pieces[0]->npts(), 24000);
+  EXPECT_EQ(night.rows, 1);
+  EXPECT_EQ(night.notes,
+            QStringList{"II.TLY..BHZ: less than a minute (0.015 s) before 2011-03-11T00:00:00Z left out"});
+  // 59.995 s before the hour, and 60 s.
+  EXPECT_EQ(referenceOf(*page(onTheDay(5, 0).addMSecs(-59995), 24003).pieces[0]), onTheDay(5, 0));
+  const DrumPage minute = page(onTheDay(4, 59), 24003);
+  EXPECT_EQ(referenceOf(*minute.pieces[0]), onTheDay(4, 0));
+  EXPECT_EQ(minute.rows, 2);
+  EXPECT_EQ(minute.notes, QStringList());
+}
+
+TEST(DrumPage, countsTheDataOfAnHourInAllItsPieces) {
+  const auto piece = [](int minute) { return makeRecord({.reference = onTheDay(5, minute), .count = 30}); };
+  const auto later = makeRecord({.reference = onTheDay(7, 0), .count = 4000});
+  EXPECT_EQ(referenceOf(*layOutDrum({piece(10), later}, 3600)->pieces[0]), onTheDay(7, 0));
+  EXPECT_EQ(referenceOf(*layOutDrum({piece(10), piece(20), later}, 3600)->pieces[0]), onTheDay(5, 0));
+}
+
+TEST(DrumPage, startsWithTheFirstHourWhereNoneHoldsAMinute) {
   const Result<DrumPage> page = layOutDrum({makeRecord({.reference = onTheDay(0, 0), .begin = -5})}, 3600);
   EXPECT_EQ(referenceOf(*page->pieces[0]), onTheDay(0, 0).addSecs(-3600));
   EXPECT_EQ(page->pieces[0]->b(), 3595);
   EXPECT_EQ(page->rows, 2) << "the last five samples lie in the new day";
+  EXPECT_EQ(page->notes, QStringList());
+}
+
+TEST(DrumPage, drawsCopiesOfARecordOnce) {
+  const auto other = makeRecord();
+  other->samples()[3] = 0;
+  const Result<DrumPage> page =
+      layOutDrum({makeRecord({.path = "a"}), other, makeRecord({.path = "b"}), makeRecord({.begin = 20})}, 3600);
+  ASSERT_EQ(page->pieces.size(), 3U);
+  EXPECT_EQ(page->pieces[0]->path(), "a");
+  EXPECT_EQ(page->notes, QStringList{"II.TLY..BHZ: 1 of 4 records have the samples of another one; drawn once"});
 }
 
 TEST(DrumPage, hasTheRowsThatTheLastSampleNeeds) {

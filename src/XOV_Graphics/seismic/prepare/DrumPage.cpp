@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <set>
 
 namespace xov {
 
@@ -16,6 +18,7 @@ constexpr double kSecondsPerHour = 3600;
 constexpr double kMillisecondsPerSecond = 1000;
 constexpr double kFarthestSeconds = 1e12; // from 1970, some thirty thousand years
 constexpr qsizetype kNamedChannels = 5;
+constexpr std::ptrdiff_t kMostOfOneTime = 8; // pieces that are compared with each other
 constexpr double kSecondsPerMinute = 60;
 constexpr double kUsualReach = 0.6; // of the way from a zero line to the edge of its row
 constexpr double kLargestGain = 8;
@@ -42,13 +45,70 @@ std::int64_t samplesBefore(const SeismogramRecord& record, double seconds) {
   return low;
 }
 
-// The samples of a piece before the end of the page; null when there are none.
-std::shared_ptr<SeismogramRecord> cutAt(const std::shared_ptr<SeismogramRecord>& piece, double end) {
-  const std::int64_t count = samplesBefore(*piece, end);
-  if (count == 0) return nullptr;
-  if (count == piece->npts()) return piece;
+// The samples of a piece from the start of the page to its end; null when there are none.
+std::shared_ptr<SeismogramRecord> cutToPage(const std::shared_ptr<SeismogramRecord>& piece, double end) {
+  const std::int64_t first = samplesBefore(*piece, 0);
+  const std::int64_t last = samplesBefore(*piece, end);
+  if (last <= first) return nullptr;
+  if (first == 0 && last == piece->npts()) return piece;
   const float* const samples = piece->GetSacSeis();
-  return copyOfRecord(*piece, {.samples = std::vector<float>(samples, samples + count)});
+  SacFooter precise = preciseValuesOf(*piece);
+  precise.b += double(first) * precise.delta;
+  return copyOfRecord(*piece, {.samples = std::vector<float>(samples + first, samples + last), .precise = precise});
+}
+
+// Whether two pieces hold the same samples at the same time, as two copies of a file do.
+bool isCopy(const SeismogramRecord& left, const SeismogramRecord& right) {
+  const double interval = intervalSeconds(left);
+  const double between = startSeconds(left).value_or(0) - startSeconds(right).value_or(0);
+  const auto sameValue = [](float a, float b) { return a == b || (std::isnan(a) && std::isnan(b)); };
+  return std::abs(between) <= interval / 2 && left.delta() == right.delta() &&
+         std::ranges::equal(samplesOf(left), samplesOf(right), sameValue);
+}
+
+// The pieces in the order of their starts, each once.
+SeismogramArray withoutCopies(SeismogramArray pieces, QStringList& notes) {
+  std::ranges::stable_sort(pieces, {}, [](const auto& piece) { return startSeconds(*piece).value_or(0); });
+  SeismogramArray kept;
+  for (const auto& piece : pieces) {
+    const auto isTheSame = [&](const auto& other) { return isCopy(*other, *piece); };
+    const auto recent = kept.end() - std::min<std::ptrdiff_t>(std::ssize(kept), kMostOfOneTime);
+    if (std::none_of(recent, kept.end(), isTheSame)) kept.push_back(piece);
+  }
+  if (const auto copies = std::ssize(pieces) - std::ssize(kept); copies > 0)
+    notes.append(QStringLiteral("%1: %2 of %3 records have the samples of another one; drawn once")
+                     .arg(pieces.front()->labelString())
+                     .arg(copies)
+                     .arg(pieces.size()));
+  return kept;
+}
+
+// The whole hour, in hours since 1970, that the page starts with.
+double firstHour(const SeismogramArray& pieces) {
+  std::map<double, double> covered; // seconds of data in the first and the last two hours of each piece
+  for (const auto& piece : pieces) {
+    const double start = startSeconds(*piece).value_or(0);
+    const double end = start + double(piece->npts()) * intervalSeconds(*piece);
+    const double first = std::floor(start / kSecondsPerHour);
+    const double last = std::floor(end / kSecondsPerHour);
+    for (const double hour : std::set{first, std::min(first + 1, last), last})
+      covered[hour] += std::min(end, (hour + 1) * kSecondsPerHour) - std::max(start, hour * kSecondsPerHour);
+  }
+  const auto enough =
+      std::ranges::find_if(covered, [](const auto& hour) { return hour.second >= kSecondsPerMinute; });
+  return (enough == covered.end() ? covered.begin() : enough)->first;
+}
+
+// What of the pieces, whose times count from the start of the page, lies before it.
+void noteWhatIsBefore(const SeismogramArray& pieces, const QDateTime& start, QStringList& notes) {
+  double seconds = 0;
+  for (const auto& piece : pieces)
+    seconds += double(samplesBefore(*piece, 0)) * intervalSeconds(*piece);
+  if (seconds > 0)
+    notes.append(QStringLiteral("%1: less than a minute (%2 s) before %3 left out")
+                     .arg(pieces.front()->labelString())
+                     .arg(seconds)
+                     .arg(start.toString(Qt::ISODate)));
 }
 
 std::int32_t rowsFor(const SeismogramArray& pieces, double rowSeconds) {
@@ -89,25 +149,26 @@ double gainFor(const SeismogramArray& pieces) {
 Result<DrumPage> layOutDrum(const SeismogramArray& records, double rowSeconds, std::optional<int> rows) {
   if (!(rowSeconds > 0)) return Error{QStringLiteral("found rows of %1 s, expected more than 0").arg(rowSeconds)};
   SeismogramArray timed;
-  std::optional<double> earliest;
   for (const auto& record : records) {
     const std::optional<double> start = startSeconds(*record);
     const bool drawable = record->npts() > 0 && record->delta() > 0;
     if (!drawable || !start || !(std::abs(*start) < kFarthestSeconds)) continue;
     timed.push_back(record);
-    earliest = std::min(earliest.value_or(*start), *start);
   }
   if (const QStringList channels = channelsOf(records); channels.size() > 1) return Error{severalChannels(channels)};
-  if (!earliest) return Error{QStringLiteral("found no record with samples and times, expected a reference time")};
-  const double hour = std::floor(*earliest / kSecondsPerHour) * kSecondsPerHour;
-  const QDateTime start = QDateTime::fromMSecsSinceEpoch(qint64(hour * kMillisecondsPerSecond), Qt::UTC);
+  if (timed.empty())
+    return Error{QStringLiteral("found no record with samples and times, expected a reference time")};
+  DrumPage page;
+  timed = withoutCopies(timed, page.notes);
+  const double seconds = firstHour(timed) * kSecondsPerHour;
+  const QDateTime start = QDateTime::fromMSecsSinceEpoch(qint64(seconds * kMillisecondsPerSecond), Qt::UTC);
   for (auto& record : timed)
     record = onTimeAxis(record, start);
-  DrumPage page;
+  noteWhatIsBefore(timed, start, page.notes);
   page.pieces = consecutivePieces(withoutMeans(timed, MeanOf::Channel));
   page.rows = rows ? std::clamp(*rows, 1, kMostDrumRows) : rowsFor(page.pieces, rowSeconds);
   for (auto& piece : page.pieces)
-    piece = cutAt(piece, double(page.rows) * rowSeconds);
+    piece = cutToPage(piece, double(page.rows) * rowSeconds);
   std::erase(page.pieces, nullptr);
   page.gain = gainFor(page.pieces);
   return page;

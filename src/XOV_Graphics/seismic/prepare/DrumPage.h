@@ -4,6 +4,8 @@
 #include "XOV_Graphics/base/Result.h"
 #include "XOV_Graphics/seismic/SeismogramRecord.h"
 
+#include <QStringList>
+
 #include <cstdint>
 #include <optional>
 
@@ -16,14 +18,18 @@ inline constexpr int kMostDrumRows = 2048;
 struct XOV_EXPORT DrumPage {
   SeismogramArray pieces; ///< in time order; all times count from the whole hour (UTC) at which the page starts
   std::int32_t rows = 1;
-  double gain = 1; ///< half row heights that the largest sample may rise so that rows can be told apart
+  double gain = 1;   ///< half row heights that the largest sample may rise so that rows can be told apart
+  QStringList notes; ///< what of the records is not drawn, one line each
 };
 
-/// Puts the pieces of one channel, in any order, on a page that starts at the whole hour of the earliest sample. That
-/// hour also becomes the zero of their times: what else a view adds to the times of samples and events then is 0. The
-/// mean of the recording is taken away.
+/// Puts the pieces of one channel, in any order, on a page that starts at the first whole hour (UTC) with at least a
+/// minute of data: a few milliseconds before midnight, as files of a day have them, make no row of their own. Where
+/// no hour has as much, it is the hour of the earliest sample. That hour also becomes the zero of the pieces' times:
+/// what else a view adds to the times of samples and events then is 0. The mean of the recording is taken away.
+///
 /// A row lasts `rowSeconds`. The page has `rows` (1 to kMostDrumRows), or as many as the recording needs. Samples
-/// beyond the page are left out, as the view would draw them over what is below the rows.
+/// before and beyond the page are left out, as the view would draw them above and below the rows. A record with the
+/// samples of another one at the same time is left out, too.
 ///
 /// Refuses rows without a duration, records of several channels, and a recording of which no time is known; of
 /// others, pieces without a time are left out. Records must not be null.
