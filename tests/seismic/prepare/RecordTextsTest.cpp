@@ -24,9 +24,30 @@ TEST(TitleOfRecords, makesDoWithWhatIsKnown) {
   EXPECT_EQ(titleOfRecords({r}), "2011/03/11 05:46:23.7 UTC");
 }
 
-TEST(TitleOfRecords, countsRecordsOfAnUnknownEvent) {
-  EXPECT_EQ(titleOfRecords({makeRecord(), makeRecord()}), "2 records");
-  EXPECT_EQ(titleOfRecords({makeRecord()}), "1 record");
+TEST(TitleOfRecords, namesStationAndDayOfAnUnknownEvent) {
+  EXPECT_EQ(titleOfRecords({makeRecord()}), "II.TLY  2011-03-11 UTC");
+  EXPECT_EQ(titleOfRecords({makeRecord(), makeRecord({.component = "BHN"})}), "II.TLY  2011-03-11 UTC");
+  EXPECT_EQ(titleOfRecords({makeRecord({.reference = QDateTime()})}), "II.TLY");
+}
+
+TEST(TitleOfRecords, countsRecordsOfSeveralStations) {
+  EXPECT_EQ(titleOfRecords({makeRecord(), makeRecord({.station = "ARU"})}), "2 records  2011-03-11 UTC");
+  EXPECT_EQ(titleOfRecords({std::make_shared<testing::FakeRecord>()}), "1 record");
+  EXPECT_EQ(titleOfRecords({}), "0 records");
+}
+
+TEST(TitleOfRecords, namesTheFirstAndTheLastDay) {
+  // The second record's first sample is 5 s before midnight, its reference time after it.
+  const auto day = [](float begin) { return makeRecord({.reference = onTheDay(0, 0), .begin = begin}); };
+  EXPECT_EQ(titleOfRecords({day(10), day(-5), day(86400)}), "II.TLY  2011-03-10 to 2011-03-12 UTC");
+}
+
+TEST(StationText, isTheStationAloneWithoutANetwork) {
+  testing::FakeRecord record;
+  record.station = "ABC";
+  EXPECT_EQ(stationText(record), "ABC");
+  record.network = "XX";
+  EXPECT_EQ(stationText(record), "XX.ABC");
 }
 
 TEST(AmplitudeLabel, namesTheQuantityThatAllRecordsHold) {

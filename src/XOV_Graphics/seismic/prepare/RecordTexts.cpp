@@ -1,14 +1,20 @@
 #include "XOV_Graphics/seismic/prepare/RecordTexts.h"
 
 #include "XOV_Graphics/seismic/prepare/RecordCopy.h"
+#include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 
 #include <QHash>
 
 #include <algorithm>
+#include <cmath>
+#include <set>
 
 namespace xov {
 
 namespace {
+
+constexpr double kMillisecondsPerSecond = 1000;
+constexpr double kFarthestBegin = 1e11; // seconds; some three thousand years
 
 /// Kinds of the dependent variable by the codes of the SAC format, with the format's units.
 struct Quantity {
@@ -23,6 +29,33 @@ constexpr Quantity kQuantities[] = {
     {50, "Velocity (V)"},
 };
 
+// The station, or how many records there are of several or unknown ones.
+QString countText(const SeismogramArray& records) {
+  QStringList stations;
+  for (const auto& record : records)
+    stations.append(stationText(*record));
+  stations.removeDuplicates();
+  if (stations.size() == 1 && !stations.front().isEmpty()) return stations.front();
+  return records.size() == 1 ? QStringLiteral("1 record") : QStringLiteral("%1 records").arg(records.size());
+}
+
+// The days (UTC) of the first samples.
+QString datesText(const SeismogramArray& records) {
+  std::set<QDate> dates;
+  for (const auto& record : records) {
+    const QDateTime reference = referenceTimeOf(*record);
+    const double begin = preciseValuesOf(*record).b;
+    if (!reference.isValid() || !(std::abs(begin) < kFarthestBegin)) continue;
+    const QDate date = reference.addMSecs(qint64(std::floor(begin * kMillisecondsPerSecond))).toUTC().date();
+    if (date.isValid()) dates.insert(date);
+  }
+  if (dates.empty()) return {};
+  const QString first = dates.begin()->toString(Qt::ISODate);
+  const QString days =
+      dates.size() == 1 ? first : first + QStringLiteral(" to ") + dates.rbegin()->toString(Qt::ISODate);
+  return days + QStringLiteral(" UTC");
+}
+
 } // namespace
 
 QString titleOfRecords(const SeismogramArray& records) {
@@ -32,11 +65,15 @@ QString titleOfRecords(const SeismogramArray& records) {
     known = {records.front()->flinnEngdahlString(), origin.isEmpty() ? origin : origin + QStringLiteral(" UTC")};
     known.removeAll(QString());
   }
-  if (!known.isEmpty()) return known.join(QStringLiteral("  "));
-  return records.size() == 1 ? QStringLiteral("1 record") : QStringLiteral("%1 records").arg(records.size());
+  if (known.isEmpty()) known = {countText(records), datesText(records)};
+  known.removeAll(QString());
+  return known.join(QStringLiteral("  "));
 }
 
-QString stationText(const SeismogramRecord& record) { return record.knetwk() + QLatin1Char('.') + record.kstnm(); }
+QString stationText(const SeismogramRecord& record) {
+  const QString station = record.kstnm();
+  return record.knetwk().isEmpty() ? station : record.knetwk() + QLatin1Char('.') + station;
+}
 
 QStringList channelsOf(const SeismogramArray& records) {
   QStringList channels;
@@ -53,7 +90,8 @@ QString titleOfChannels(const SeismogramArray& records) {
   for (const auto& record : records)
     stations.append(stationText(*record));
   stations.removeDuplicates();
-  return stations.size() == 1 ? stations.front() : QStringLiteral("%1 channels").arg(channels.size());
+  const bool oneIsKnown = stations.size() == 1 && !stations.front().isEmpty();
+  return oneIsKnown ? stations.front() : QStringLiteral("%1 channels").arg(channels.size());
 }
 
 QString amplitudeLabel(const SeismogramArray& records) {

@@ -10,10 +10,11 @@ namespace xov {
 // What plots of records are called. Records must not be null.
 
 /// The title of a plot of these records: region and origin time of the event as far as the first record, the lowest
-/// one, knows them, else the number of records.
+/// one, knows them; else their station, or their number where they are of several, and the day or days (UTC) of their
+/// first samples, as far as known.
 XOV_EXPORT QString titleOfRecords(const SeismogramArray& records);
 
-/// Network and station, joined by a point.
+/// Network and station, joined by a point; the station alone where there is no network.
 XOV_EXPORT QString stationText(const SeismogramRecord& record);
 
 /// The captions of the records' channels (SeismogramRecord::labelString()), each once, in their order.
