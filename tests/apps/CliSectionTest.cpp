@@ -1,4 +1,5 @@
 #include "tests/apps/CliFixture.h"
+#include "tests/support/TestRecords.h"
 
 #include <QImage>
 #include <QRegularExpression>
@@ -67,6 +68,42 @@ TEST_F(CliSection, showsTheLabelsOfPicksOfASingleRecord) {
   const auto text = textOfPlot({"far.SAC", "--title="});
   if (!text) GTEST_SKIP() << "pdftotext is not installed";
   EXPECT_TRUE(QRegularExpression("\\bS\\b").match(*text).hasMatch()) << qPrintable(*text);
+}
+
+// Two records of one wave, of which one counts from its reference time ten minutes later: drawn over each other, they
+// look the same as the first one twice.
+TEST_F(CliSection, drawsRecordsOfOtherReferenceTimesOnOneAxis) {
+  const auto first = makeRecord({.reference = onTheDay(5, 0), .begin = 600, .count = 100});
+  writeRecord("a.SAC", *first);
+  writeRecord("b.SAC", *makeRecord({.reference = onTheDay(5, 10), .count = 100}));
+  const auto picture = [this](const QStringList& files) {
+    EXPECT_EQ(xov(QStringList{"section", "-o", "plot.png"} + files).err, QString());
+    return QImage(at("plot.png"));
+  };
+  EXPECT_EQ(picture({"a.SAC", "b.SAC"}), picture({"a.SAC", "a.SAC"}));
+}
+
+TEST_F(CliSection, saysWhenRecordsKeepTimesOfTheirOwn) {
+  writeRecord("today.SAC", *makeRecord());
+  writeRecord("before.SAC", *makeRecord({.reference = onTheDay(5, 0).addDays(-7)}));
+  const Outcome outcome = xov({"section", "today.SAC", "before.SAC", "-o", "plot.png"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: the records lie far apart in time or have no reference time: seconds count from 2 "
+                         "moments\n");
+}
+
+TEST_F(CliSection, takesMeansAwayUnlessTheyAreWanted) {
+  const auto picture = [this](float offset, const QStringList& options) {
+    const auto record = makeRecord({.count = 100});
+    for (float& sample : record->samples())
+      sample += offset;
+    record->ComputeExtrema();
+    writeRecord("offset.SAC", *record);
+    EXPECT_EQ(xov(QStringList{"section", "offset.SAC", "-o", "plot.png"} + options).status, 0);
+    return QImage(at("plot.png"));
+  };
+  EXPECT_EQ(picture(0, {}), picture(8192, {})) << "whole numbers, which have no rounding";
+  EXPECT_NE(picture(0, {"--raw"}), picture(8192, {"--raw"}));
 }
 
 TEST_F(CliSection, drawsTheRecordsThatItCouldRead) {

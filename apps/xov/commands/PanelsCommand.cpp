@@ -1,8 +1,10 @@
 #include "apps/xov/commands/PanelsCommand.h"
 
+#include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Validators.h"
 
 #include <XOV_Graphics/seismic/prepare/Amplitudes.h>
+#include <XOV_Graphics/seismic/prepare/CommonAxis.h>
 #include <XOV_Graphics/views/seismic/wvfrmView.h>
 #include <algorithm>
 #include <cmath>
@@ -84,7 +86,8 @@ ExitCode PanelsCommand::run() {
     found.records.pop_back();
   }
   output_.setDefaultSize(sizeOfPanels(found.records.size() / 2));
-  const auto records = std::make_shared<const SeismogramArray>(std::move(found.records));
+  const auto records =
+      std::make_shared<const SeismogramArray>(pairsFromOneStart(onOneAxis(std::move(found.records))));
   const PanelTimes times = panelTimes(*records);
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<PanelsView>(frame);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/output/Output.h"
 
@@ -16,6 +17,7 @@ public:
 
 private:
   RecordInputs inputs_;
+  RecordPlot plot_;
   Output output_{"section", {900, 600}};
   double gain_ = 1;
   bool zeroLines_ = false;

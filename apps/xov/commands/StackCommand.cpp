@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <XOV_Graphics/seismic/prepare/CommonAxis.h>
 #include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/views/seismic/SeisView01.h>
 #include <XOV_Graphics/views/seismic/SeisView02.h>
@@ -40,6 +39,7 @@ void StackCommand::addOptions(CLI::App& options) {
   options.add_flag("--fill", fill_, "Fill what overlaid traces enclose");
   addRange(options, "--fixed-x", fixedX_, "Ends of the time axis in seconds (default: those of the records)");
   addRange(options, "--fixed-y", fixedY_, "Ends of the amplitude axis (default: the extremes of the records)");
+  plot_.addOptions(options);
   output_.addOptions(options);
   options.parse_complete_callback([this] { checkOptions(); });
 }
@@ -65,7 +65,7 @@ ExitCode StackCommand::run() {
   Records found = inputs_.read();
   if (found.records.empty()) return ExitCode::Failed;
   const auto records =
-      std::make_shared<const SeismogramArray>(captionedByChannel(onCommonAxis(std::move(found.records))));
+      std::make_shared<const SeismogramArray>(captionedByChannel(plot_.prepare(std::move(found.records))));
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = makeView(frame);
     view->setWvfrmsArray(records);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/output/Output.h"
 
@@ -24,6 +25,7 @@ private:
   std::unique_ptr<StackedSeisView> makeView(const QRectF& frame) const;
 
   RecordInputs inputs_;
+  RecordPlot plot_;
   Output output_{"stack", {900, 600}};
   std::string style_;
   bool fill_ = false;

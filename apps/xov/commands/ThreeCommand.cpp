@@ -19,6 +19,7 @@ void ThreeCommand::addOptions(CLI::App& options) {
       ->expected(3);
   options.add_flag("--self-scaled", selfScaled_, "Let each trace fill its panel");
   options.add_flag("--peaks", peaks_, "Print the largest amplitude of each trace");
+  plot_.addOptions(options);
   output_.addOptions(options);
 }
 
@@ -33,7 +34,7 @@ ExitCode ThreeCommand::run() {
     complain(components.error() + QStringLiteral("; --channels and --components choose others"));
     return ExitCode::Failed;
   }
-  const auto shown = observationOf(*components);
+  const auto shown = observationOf(*components, plot_.prepare(presentComponents(*components)));
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<ThreeCompView>>(frame);
     view->setObservation(shown);

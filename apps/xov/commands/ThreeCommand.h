@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/output/Output.h"
 
@@ -17,6 +18,7 @@ public:
 
 private:
   RecordInputs inputs_;
+  RecordPlot plot_;
   Output output_{"three", {900, 600}};
   std::vector<std::string> components_; // codes; not given, or three
   bool selfScaled_ = false;

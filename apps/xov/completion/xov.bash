@@ -4,10 +4,10 @@ _xov_options() {
   local output='-o --output --size --scale --title'
   local image='--palette --shades --inverted'
   case $1 in
-    section) echo "-h --help --gain --zero-lines --sort --channels $output" ;;
+    section) echo "-h --help --gain --zero-lines --sort --raw --channels $output" ;;
     panels) echo "-h --help --gain --channels $output" ;;
-    stack) echo "-h --help --style --fill --fixed-x --fixed-y --channels $output" ;;
-    three) echo "-h --help --components --self-scaled --peaks --channels $output" ;;
+    stack) echo "-h --help --style --fill --fixed-x --fixed-y --raw --channels $output" ;;
+    three) echo "-h --help --components --self-scaled --peaks --raw --channels $output" ;;
     drum) echo "-h --help --rows --row-duration --gain --events --mag --zero-lines --hours --channels $output" ;;
     monitor) echo "-h --help --replay --speed --span --origin --gain --at --events --zone-name --channels $output" ;;
     xy) echo "-h --help --columns --xlabel --ylabel $output" ;;

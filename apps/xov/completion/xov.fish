@@ -31,18 +31,21 @@ complete -c xov -n "__fish_seen_subcommand_from $drawing" -l title -x -d 'Title 
 
 complete -c xov -n '__fish_seen_subcommand_from section panels monitor' -l gain -x -d 'Enlarge traces by this factor'
 complete -c xov -n '__fish_seen_subcommand_from section' -l zero-lines -d 'Draw a dotted zero line through each trace'
+complete -c xov -n '__fish_seen_subcommand_from section' -l raw -d 'Draw samples as they are, with their mean'
 complete -c xov -n '__fish_seen_subcommand_from section' -l sort -x -a 'distance azimuth name' -d 'Order from the bottom up'
 
 complete -c xov -n "__fish_seen_subcommand_from $seismograms" -l channels -x -d 'Read these channels only'
 
 complete -c xov -n '__fish_seen_subcommand_from stack' -l style -x -a 'overlay bands' -d 'Traces over each other or in bands'
 complete -c xov -n '__fish_seen_subcommand_from stack' -l fill -d 'Fill what overlaid traces enclose'
+complete -c xov -n '__fish_seen_subcommand_from stack' -l raw -d 'Draw samples as they are, with their mean'
 complete -c xov -n '__fish_seen_subcommand_from stack' -l fixed-x -x -d 'Ends of the time axis'
 complete -c xov -n '__fish_seen_subcommand_from stack' -l fixed-y -x -d 'Ends of the amplitude axis'
 
 complete -c xov -n '__fish_seen_subcommand_from three' -l components -x -d 'Codes of the components'
 complete -c xov -n '__fish_seen_subcommand_from three' -l self-scaled -d 'Let each trace fill its panel'
 complete -c xov -n '__fish_seen_subcommand_from three' -l peaks -d 'Print the largest amplitude of each trace'
+complete -c xov -n '__fish_seen_subcommand_from three' -l raw -d 'Draw samples as they are, with their mean'
 
 complete -c xov -n '__fish_seen_subcommand_from drum' -l rows -x -d 'Number of rows'
 complete -c xov -n '__fish_seen_subcommand_from drum' -l row-duration -x -d 'Seconds a row'

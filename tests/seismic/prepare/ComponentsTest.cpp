@@ -73,5 +73,17 @@ TEST(PickComponents, refusesTwoStations) {
   EXPECT_EQ(found.error(), "found components of II.TLY and II.ARU, expected one station");
 }
 
+TEST(ObservationOf, putsPreparedRecordsInThePlacesOfPresentOnes) {
+  const ThreeComponents components = {nullptr, makeRecord({.component = "BHN"}), makeRecord({.component = "BHE"})};
+  const SeismogramArray present = presentComponents(components);
+  EXPECT_EQ(present, (SeismogramArray{components[1], components[2]}));
+  const SeismogramArray prepared = {makeRecord(), makeRecord()};
+  const auto observation = observationOf(components, prepared);
+  EXPECT_EQ(observation->vertical(), nullptr);
+  EXPECT_EQ(observation->radial(), prepared[0]);
+  EXPECT_EQ(observation->transverse(), prepared[1]);
+  EXPECT_EQ(observationOf(components, {prepared[0]})->transverse(), nullptr);
+}
+
 } // namespace
 } // namespace xov

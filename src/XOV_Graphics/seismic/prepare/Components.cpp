@@ -1,6 +1,5 @@
 #include "XOV_Graphics/seismic/prepare/Components.h"
 
-#include "XOV_Graphics/seismic/prepare/CommonAxis.h"
 #include "XOV_Graphics/seismic/prepare/RecordTexts.h"
 
 #include <algorithm>
@@ -86,14 +85,18 @@ Result<ThreeComponents> pickComponents(const SeismogramArray& records, const QSt
   return picked;
 }
 
-std::shared_ptr<StationObservation> observationOf(const ThreeComponents& components) {
+SeismogramArray presentComponents(const ThreeComponents& components) {
   SeismogramArray present(components.begin(), components.end());
   std::erase(present, nullptr);
-  const SeismogramArray aligned = onCommonAxis(present);
-  auto next = aligned.begin();
+  return present;
+}
+
+std::shared_ptr<StationObservation> observationOf(const ThreeComponents& components,
+                                                  const SeismogramArray& prepared) {
   ThreeComponents placed;
+  auto next = prepared.begin();
   for (std::size_t i = 0; i < components.size(); ++i) {
-    if (components[i]) placed[i] = *next++;
+    if (components[i] && next != prepared.end()) placed[i] = *next++;
   }
   return std::make_shared<StationObservation>(placed[0], placed[1], placed[2]);
 }

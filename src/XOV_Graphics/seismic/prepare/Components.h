@@ -27,7 +27,12 @@ using ThreeComponents = std::array<std::shared_ptr<SeismogramRecord>, 3>;
 /// must not be null.
 XOV_EXPORT Result<ThreeComponents> pickComponents(const SeismogramArray& records, const QStringList& codes = {});
 
-/// The components as a view takes them, on a common axis (onCommonAxis()).
-XOV_EXPORT std::shared_ptr<StationObservation> observationOf(const ThreeComponents& components);
+/// The components that are not missing, in their order.
+XOV_EXPORT SeismogramArray presentComponents(const ThreeComponents& components);
+
+/// Components as a view takes them: those that are not missing are replaced by the `prepared` ones, in their order,
+/// such as those on a common axis. With too few of these the last ones are missing.
+XOV_EXPORT std::shared_ptr<StationObservation> observationOf(const ThreeComponents& components,
+                                                             const SeismogramArray& prepared);
 
 } // namespace xov

@@ -1,0 +1,30 @@
+#include "apps/xov/inputs/RecordPlot.h"
+
+#include "apps/xov/terminal/Messages.h"
+
+#include <CLI/CLI.hpp>
+
+#include <XOV_Graphics/seismic/prepare/Amplitudes.h>
+#include <XOV_Graphics/seismic/prepare/CommonAxis.h>
+
+namespace xov::cli {
+
+void RecordPlot::addOptions(CLI::App& options) {
+  options.add_flag("--raw", raw_, "Draw samples as they are; else the mean of each record is taken away");
+}
+
+SeismogramArray RecordPlot::prepare(SeismogramArray records) const {
+  SeismogramArray aligned = onOneAxis(std::move(records));
+  return raw_ ? aligned : withoutMeans(aligned, MeanOf::Record);
+}
+
+SeismogramArray onOneAxis(SeismogramArray records) {
+  SeismogramArray aligned = onCommonAxis(std::move(records));
+  if (const std::size_t axes = countTimeAxes(aligned); axes > 1)
+    complain(
+        QStringLiteral("the records lie far apart in time or have no reference time: seconds count from %1 moments")
+            .arg(axes));
+  return aligned;
+}
+
+} // namespace xov::cli

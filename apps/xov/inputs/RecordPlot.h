@@ -1,0 +1,27 @@
+#pragma once
+
+#include <XOV_Graphics/seismic/SeismogramRecord.h>
+
+namespace CLI {
+class App;
+}
+
+namespace xov::cli {
+
+/// What the commands do to records before they draw them on one time axis, and the option --raw.
+class RecordPlot {
+public:
+  void addOptions(CLI::App& options);
+
+  /// The records on a common time axis, each without its mean unless the user wants it raw. Says when they keep
+  /// several time axes.
+  SeismogramArray prepare(SeismogramArray records) const;
+
+private:
+  bool raw_ = false;
+};
+
+/// The records on a common time axis; says when they keep several.
+SeismogramArray onOneAxis(SeismogramArray records);
+
+} // namespace xov::cli
