@@ -1,6 +1,6 @@
 # What `cmake --install` copies, in two components:
 #   Runtime       the shared library and its resources (and what apps/ adds: the command, man page, completion)
-#   Development   headers, the link name of the library, the CMake package and the pkg-config file
+#   Development   headers, the static library or the link name of the shared one, the CMake package and the pkg-config file
 include(CMakePackageConfigHelpers)
 
 set(xov_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/XOV_Graphics)
@@ -14,17 +14,28 @@ install(TARGETS XOV_Graphics EXPORT XOV_GraphicsTargets
 
 install(EXPORT XOV_GraphicsTargets NAMESPACE XOV:: DESTINATION ${xov_package_dir} COMPONENT Development)
 
-# The interface may change with every 0.x version, and from 1.0 on only with the major version.
-if(PROJECT_VERSION_MAJOR EQUAL 0)
-  set(xov_compatibility SameMinorVersion)
-else()
-  set(xov_compatibility SameMajorVersion)
+set(xov_resources_dir ${CMAKE_INSTALL_DATADIR}/XOV_Graphics/resources)
+# What find_package() may ask for. Other folders add what they install: set_property(GLOBAL APPEND PROPERTY
+# XOV_COMPONENTS Designer).
+get_property(xov_components GLOBAL PROPERTY XOV_COMPONENTS)
+list(PREPEND xov_components Graphics)
+string(JOIN ", " xov_known_components ${xov_components})
+string(JOIN " " xov_component_items ${xov_components})
+# Who links a static library also links what that needs.
+set(xov_private_modules)
+set(xov_private_libs)
+set(xov_definitions)
+if(NOT BUILD_SHARED_LIBS)
+  get_property(xov_modules GLOBAL PROPERTY XOV_LIBRARY_MODULES)
+  string(JOIN " " xov_private_modules ${xov_modules})
+  list(TRANSFORM CMAKE_DL_LIBS PREPEND "-l" OUTPUT_VARIABLE xov_private_libs)
+  set(xov_definitions " -DXOV_STATIC")
 endif()
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/XOV_GraphicsConfig.cmake.in
   ${PROJECT_BINARY_DIR}/XOV_GraphicsConfig.cmake INSTALL_DESTINATION ${xov_package_dir}
-  NO_SET_AND_CHECK_MACRO)
-write_basic_package_version_file(${PROJECT_BINARY_DIR}/XOV_GraphicsConfigVersion.cmake
-  COMPATIBILITY ${xov_compatibility})
+  PATH_VARS xov_resources_dir NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/XOV_GraphicsConfigVersion.cmake.in
+  ${PROJECT_BINARY_DIR}/XOV_GraphicsConfigVersion.cmake @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/XOV_GraphicsConfig.cmake ${PROJECT_BINARY_DIR}/XOV_GraphicsConfigVersion.cmake
   DESTINATION ${xov_package_dir} COMPONENT Development)
 
@@ -33,12 +44,14 @@ set(xov_pkgconfig_dir ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH xov_prefix_from_pkgconfig ${xov_pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
 file(RELATIVE_PATH xov_libdir_from_prefix ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
 file(RELATIVE_PATH xov_includedir_from_prefix ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+file(RELATIVE_PATH xov_resources_from_prefix ${CMAKE_INSTALL_PREFIX}
+  ${CMAKE_INSTALL_FULL_DATADIR}/XOV_Graphics/resources)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/XOV_Graphics.pc.in ${PROJECT_BINARY_DIR}/XOV_Graphics.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/XOV_Graphics.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT Development)
 
 file(GLOB xov_resources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/*)
 if(xov_resources)
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/ DESTINATION ${CMAKE_INSTALL_DATADIR}/XOV_Graphics/resources
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/ DESTINATION ${xov_resources_dir}
     COMPONENT Runtime)
 endif()

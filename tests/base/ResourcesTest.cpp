@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -55,6 +56,13 @@ TEST_F(Resources, fullSizeFilesReplaceTheLibrarysOwn) {
   setDataRoot(folder.path());
   EXPECT_EQ(fullSizeResourceFolder(), folder.filePath(QStringLiteral("resources")));
   EXPECT_EQ(resourcePath(shipped), large);
+}
+
+TEST_F(Resources, theLibrarysOwnLieBesideTheFileThatHoldsIt) {
+  // A test program holds the library itself.
+  EXPECT_EQ(
+      resourcePath(QStringLiteral("etopo30.i2")),
+      QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("XOV_Graphics/resources/etopo30.i2")));
 }
 
 TEST_F(Resources, aFolderOfThatNameIsNoResource) {

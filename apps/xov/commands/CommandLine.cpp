@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <XOV_Graphics/base/Version.h>
 #include <algorithm>
 #include <clocale>
 #include <cstdlib>
@@ -105,7 +106,7 @@ ExitCode runParsed(const std::vector<Subcommand>& subcommands) {
 ExitCode parseAndRun(int argc, char** argv) {
   CLI::App xov("Plots of seismograms and other data, in a window or as PDF, TIFF, JPEG and PNG files.", "xov");
   xov.require_subcommand(1);
-  xov.set_version_flag("--version", "xov " XOV_VERSION, "Print the version and exit");
+  xov.set_version_flag("--version", "xov " + version().toString().toStdString(), "Print the version and exit");
   xov.footer(kFooter);
   const std::vector<Subcommand> subcommands = addSubcommands(xov);
   if (const auto unknown = unknownCommand(argc, argv))

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/base/Resources.h"
 
+#include "XOV_Graphics/base/OwnFolder.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -43,8 +45,11 @@ QString fullSizeResourceFolder() { return QDir(dataRoot()).filePath(QStringLiter
 
 QString resourcePath(const QString& name) {
   if (name.isEmpty()) return {};
-  const QString folders[] = {hostFolder(), fullSizeResourceFolder(), QStringLiteral(XOV_INSTALLED_RESOURCES),
-                             QStringLiteral(XOV_BUILD_TREE_RESOURCES)};
+  QStringList folders = {hostFolder(), fullSizeResourceFolder()};
+  for (const QString& own : ownFolders()) {
+    folders << QDir(own).filePath(QStringLiteral(XOV_SHARED_DATA "/XOV_Graphics/resources"))
+            << QDir(own).filePath(QStringLiteral("XOV_Graphics/resources"));
+  }
   for (const QString& folder : folders) {
     if (folder.isEmpty()) continue;
     const QFileInfo file(QDir(folder).filePath(name));

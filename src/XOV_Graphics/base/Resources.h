@@ -24,8 +24,9 @@ XOV_EXPORT QString dataRoot();
 XOV_EXPORT QString fullSizeResourceFolder();
 
 /// The path of the resource file of that name (with its extension): the host's resource folder, then the full-size
-/// resources below the data root, then the library's installed share/XOV_Graphics/resources, then the tree that the
-/// library was built from. Empty when no folder has it.
+/// resources below the data root, then the library's own, which lie where the library does, wherever that was moved
+/// to: in the share/XOV_Graphics/resources of its prefix, or in XOV_Graphics/resources beside the file of the
+/// library. With the static library it is the program that they lie beside. Empty when no folder has it.
 XOV_EXPORT QString resourcePath(const QString& name);
 
 } // namespace xov
