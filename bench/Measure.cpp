@@ -85,7 +85,7 @@ public:
       if (process->isRunning())
         processes_.push_back(std::move(process));
       else
-        std::fprintf(stderr, "%s is left out: %s\n", qPrintable(program.name), qPrintable(process->complaint()));
+        leaveOut(*process);
     }
   }
 
@@ -103,6 +103,7 @@ public:
   // Writes a picture each, too.
   void finish(std::vector<Measurement>& measurements) {
     for (const auto& process : processes_) {
+      std::vector<Measurement> own;
       for (const QString& command : commands(*process)) {
         const std::vector<double>& times = times_[keyOf(*process, command)];
         const bool optional = command != QLatin1String("draw");
@@ -110,15 +111,23 @@ public:
         Measurement m = measurement(*process, command == QLatin1String("redraw") ? "-redraw" : "");
         if (work_.isPage) m.fileMegabytes = double(QFileInfo(pathOf(*process, ".pdf")).size()) / kBytesPerMegabyte;
         setTimes(m, times);
-        measurements.push_back(m);
+        own.push_back(m);
       }
       const bool isPpm = process->name() == QLatin1String("agg");
       if (!work_.isPage) process->ask(QStringLiteral("save ") + pathOf(*process, isPpm ? ".ppm" : ".png"));
+      if (process->end())
+        measurements.insert(measurements.end(), own.begin(), own.end());
+      else
+        leaveOut(*process);
     }
   }
 
 private:
   static constexpr double kSlowMilliseconds = 2000;
+
+  static void leaveOut(const RivalProcess& process) {
+    std::fprintf(stderr, "%s is left out: it %s\n", qPrintable(process.name()), qPrintable(process.complaint()));
+  }
 
   QStringList commands(const RivalProcess& process) const {
     if (work_.isPage) return {QStringLiteral("pdf ") + pathOf(process, ".pdf")};

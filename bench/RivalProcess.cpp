@@ -55,20 +55,48 @@ RivalProcess::RivalProcess(const QString& name, const QString& program, const Wo
   } else {
     process_.start(program, arguments);
   }
-  const auto ready = answer();
-  if (ready && ready->startsWith(QLatin1String("ready "))) {
-    prepared_ = ready->mid(6).toDouble();
+  // Libraries greet and warn on the way.
+  while (const auto said = answer()) {
+    if (!said->startsWith(QLatin1String("ready "))) continue;
+    prepared_ = said->mid(6).toDouble();
     return;
   }
-  complaint_ = QString::fromLocal8Bit(process_.readAllStandardError()).trimmed().section(QLatin1Char('\n'), -1);
+  if (isRunning()) {
+    stopAtLimit();
+    complain(QStringLiteral("was not ready after %1 s").arg(limitSeconds_));
+  } else {
+    end();
+    if (complaint_.isEmpty()) complain(QStringLiteral("ended before it was ready"));
+  }
+}
+
+RivalProcess::~RivalProcess() { end(); }
+
+bool RivalProcess::end() {
+  constexpr int kMilliseconds = 2000;
+  if (stopped_ || !complaint_.isEmpty()) return complaint_.isEmpty();
+  process_.closeWriteChannel();
+  if (!process_.waitForFinished(kMilliseconds) && isRunning()) stopAtLimit();
+  if (stopped_) return true;
+  if (process_.error() == QProcess::FailedToStart)
+    complain(process_.errorString());
+  else if (process_.exitStatus() != QProcess::NormalExit)
+    complain(QStringLiteral("crashed"));
+  else if (process_.exitCode() != 0)
+    complain(QStringLiteral("ended with status %1").arg(process_.exitCode()));
+  return complaint_.isEmpty();
+}
+
+void RivalProcess::stopAtLimit() {
+  stopped_ = true;
   process_.kill();
   process_.waitForFinished();
 }
 
-RivalProcess::~RivalProcess() {
-  process_.closeWriteChannel();
-  if (!process_.waitForFinished(2000)) process_.kill();
-  process_.waitForFinished();
+void RivalProcess::complain(const QString& what) {
+  const QString last =
+      QString::fromLocal8Bit(process_.readAllStandardError()).trimmed().section(QLatin1Char('\n'), -1);
+  complaint_ = last.isEmpty() ? what : what + QStringLiteral("; ") + last;
 }
 
 std::optional<QString> RivalProcess::answer() {
@@ -77,7 +105,8 @@ std::optional<QString> RivalProcess::answer() {
   const auto limit = qint64(limitSeconds_ * 1000);
   while (!process_.canReadLine()) {
     const qint64 left = limit - timer.elapsed();
-    if (left <= 0 || !process_.waitForReadyRead(int(left))) return std::nullopt;
+    if (left <= 0) return std::nullopt;
+    if (!process_.waitForReadyRead(int(left)) && !process_.canReadLine()) return std::nullopt;
   }
   return QString::fromLocal8Bit(process_.readLine()).trimmed();
 }
@@ -85,15 +114,17 @@ std::optional<QString> RivalProcess::answer() {
 std::optional<double> RivalProcess::ask(const QString& command) {
   if (!isRunning()) return std::nullopt;
   process_.write(command.toLocal8Bit() + '\n');
-  const auto said = answer();
-  if (!said) {
-    process_.kill();
-    process_.waitForFinished();
-    return std::nullopt;
+  while (const auto said = answer()) {
+    bool isNumber = false;
+    const double milliseconds = said->toDouble(&isNumber);
+    if (isNumber) return milliseconds;
+    if (*said == QLatin1String("no") || *said == QLatin1String("saved")) return std::nullopt;
   }
-  bool isNumber = false;
-  const double milliseconds = said->toDouble(&isNumber);
-  return isNumber ? std::optional(milliseconds) : std::nullopt;
+  if (isRunning())
+    stopAtLimit();
+  else if (end())
+    complain(QStringLiteral("ended without an answer"));
+  return std::nullopt;
 }
 
 double RivalProcess::peakMegabytes() const { return peakMegabytesOf(process_.processId()); }

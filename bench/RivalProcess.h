@@ -25,23 +25,30 @@ public:
 
   const QString& name() const { return name_; }
   bool isRunning() const { return process_.state() == QProcess::Running; }
-  /// What it said when it did not start.
+  /// Why it is not running, in one line: how it ended, and the last line of its standard error. Empty while all is
+  /// well; warnings alone are no complaint.
   const QString& complaint() const { return complaint_; }
   double prepareMilliseconds() const { return prepared_; }
 
   /// Milliseconds of a command, such as "draw" or "pdf page.pdf". Nothing when the library has no such thing; a
   /// program that takes longer than the limit is stopped.
   std::optional<double> ask(const QString& command);
+  /// Lets it end. False, with a complaint, when it does so with another status than 0, or did before it was asked to:
+  /// then what it answered counts for nothing. A program that was stopped at the limit has done what it could.
+  bool end();
   /// Peak memory so far.
   double peakMegabytes() const;
 
 private:
   std::optional<QString> answer();
+  void stopAtLimit();
+  void complain(const QString& what);
 
   QString name_;
   QProcess process_;
   double limitSeconds_;
   double prepared_ = 0;
+  bool stopped_ = false;
   QString complaint_;
 };
 
