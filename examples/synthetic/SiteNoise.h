@@ -8,7 +8,7 @@ enum class Sensor { Vertical, Horizontal };
 
 /// Ground noise of a site in nm/s: the microseisms of ocean waves at twice their frequency (0.1 to 0.3 Hz) and,
 /// weaker, at their frequency (0.07 Hz), slow tilt (stronger on horizontal sensors), and traffic and machines above 1
-/// Hz. The bands are those of J. Peterson, Observations and modeling of seismic background noise, USGS Open-File
+/// Hz. The bands are those of J. Peterson, "Observations and modeling of seismic background noise", USGS Open-File
 /// Report 93-322 (1993).
 class SiteNoise {
 public:

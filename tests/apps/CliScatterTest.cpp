@@ -24,7 +24,7 @@ int fillPixels(const QImage& image) {
 
 TEST_F(CliScatter, drawsEachRowWholeTheFirstIncluded) {
   // Four circles in the corners of the data, 40 points across. At most 2 of these are outline, so each has between
-  // pi * 18^2 = 1018 and pi * 20^2 = 1257 gray pixels; three circles, or four that the frame cuts in half, have fewer
+  // pi * 18^2 = 1018 and pi * 20^2 = 1257 grey pixels; three circles, or four that the frame cuts in half, have fewer
   // than four times the former.
   writeFile("corners.txt", "0 0\n0 1\n1 0\n1 1\n");
   const Outcome outcome =

@@ -156,7 +156,7 @@ TEST_F(Axes, labelOfTheRightIsMeasuredFromTheLeftEdgeAndAboveTheTop) {
   EXPECT_EQ(gJustify, 2);
 }
 
-// The center of -5 and -2 is -3 as integers divide, towards zero.
+// The centre of -5 and -2 is -3 as integers divide, towards zero.
 TEST_F(Axes, labelCenterIsTruncatedTowardsZero) {
   ASetAxisRect(-5, -2, 300, 0);
   drawLabelled("x", 1, 4);

@@ -92,7 +92,7 @@ public:
   QString yLabelString() const { return yLabelString_; }
   void setYLabelString(const QString& label) { yLabelString_ = label; }
   /// Fonts and colours of axis and tick labels (Helvetica 18), the title (18), the view size (12) and the time stamp
-  /// (9, gray). The attributes are shared: a change is seen by every later drawing.
+  /// (9, grey). The attributes are shared: a change is seen by every later drawing.
   const std::shared_ptr<TextAttributes>& labelAttributes() const { return labelAttributes_; }
   const std::shared_ptr<TextAttributes>& titleAttributes() const { return titleAttributes_; }
   const std::shared_ptr<TextAttributes>& sizeLabelAttributes() const { return sizeLabelAttributes_; }

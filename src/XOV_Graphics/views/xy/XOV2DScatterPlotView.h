@@ -10,7 +10,7 @@
 
 namespace xov {
 
-/// A scatter plot of the host's own buffers: a gray circle with a black outline at each pair of values but the first,
+/// A scatter plot of the host's own buffers: a grey circle with a black outline at each pair of values but the first,
 /// inside a frame with the view's axis labels. Ranges are labelled as they are, whatever their size.
 ///
 /// The view keeps the buffers alive; the host may change what they hold and ask for a redraw. Pairs with a value that

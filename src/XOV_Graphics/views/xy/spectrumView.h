@@ -7,7 +7,7 @@
 namespace xov {
 
 /// A panel that keeps a list of spectra and the wish for logarithmic axes, for a host that draws them. It draws a
-/// white background with a gray edge, whatever it holds.
+/// white background with a grey edge, whatever it holds.
 class XOV_EXPORT spectrumView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "spectra")

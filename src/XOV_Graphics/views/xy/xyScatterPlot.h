@@ -5,7 +5,7 @@
 
 namespace xov {
 
-/// A scatter plot of moment against rise time: a gray circle of 12 points with a black outline at each pair of
+/// A scatter plot of moment against rise time: a grey circle of 12 points with a black outline at each pair of
 /// samples but the first. The axis titles are fixed, "Moment" and "Rise Time (s)", and ranges are labelled as they
 /// are; the label strings of the view are not used.
 ///
