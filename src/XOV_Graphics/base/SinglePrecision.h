@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <limits>
@@ -18,6 +19,13 @@ inline int towardZero(float value) {
   if (value >= kFirstAbove) return std::numeric_limits<int>::max();
   if (value < -kFirstAbove) return std::numeric_limits<int>::min();
   return int(value);
+}
+
+/// a - b rounded to single precision; a difference beyond its range stays at its end, so that a line keeps running
+/// off the picture instead of breaking.
+inline float singleDifference(float a, float b) {
+  constexpr float kLargest = std::numeric_limits<float>::max();
+  return std::clamp(a - b, -kLargest, kLargest);
 }
 
 /// The decimal logarithm of `value`, rounded to single precision; NaN for negative values.

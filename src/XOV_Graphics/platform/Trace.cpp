@@ -1,6 +1,7 @@
 #include "XOV_Graphics/platform/Trace.h"
 
-#include "XOV_Graphics/platform/trace/TraceTimeline.h"
+#include "XOV_Graphics/base/SinglePrecision.h"
+#include "XOV_Graphics/platform/TraceTimeline.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,15 +11,17 @@ namespace xov {
 
 namespace {
 
-/// a - b in single precision; a difference beyond the range of single precision stays at its end, so that the line
-/// keeps running off the picture instead of breaking.
-double singleDifference(float a, float b) {
-  const float difference = a - b;
-  constexpr float kLargest = std::numeric_limits<float>::max();
-  return double(std::clamp(difference, -kLargest, kLargest));
-}
+constexpr double kFarthestSum = 0.5; // view points; times that are added up may lie so far from the even ones
 
 } // namespace
+
+void Trace::settleTimes(float firstTime, const TraceTime& even) {
+  time = TraceTime::accumulated(firstTime, even.step);
+  if (isEmpty() || !std::isfinite(firstTime) || !std::isfinite(even.step) || !std::isfinite(xScale)) return;
+  const TraceTimeline sums(*this);
+  const bool reachesAll = sums.last() == last; // and has not left single precision on the way
+  if (!reachesAll || sums.distanceFrom(even) * std::abs(xScale) > kFarthestSum) time = even;
+}
 
 std::optional<float> Trace::valueAt(std::int64_t i) const {
   float value = samples[i];
@@ -31,9 +34,9 @@ std::optional<float> Trace::valueAt(std::int64_t i) const {
   return value;
 }
 
-double Trace::xOf(float t) const { return singleDifference(t, tOrigin) * xScale + xOffset; }
+double Trace::xOf(float t) const { return double(singleDifference(t, tOrigin)) * xScale + xOffset; }
 
-double Trace::yOf(float value) const { return singleDifference(value, vOrigin) * yScale + yOffset; }
+double Trace::yOf(float value) const { return double(singleDifference(value, vOrigin)) * yScale + yOffset; }
 
 void Trace::forEachPoint(const std::function<void(QPointF)>& visit) const {
   if (isEmpty()) return;
@@ -41,9 +44,9 @@ void Trace::forEachPoint(const std::function<void(QPointF)>& visit) const {
   constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
   for (std::int64_t i = first; i < last; ++i) {
     const bool timed = i >= timeline.first() && i < timeline.last();
-    const float t = timed ? timeline.time(i) : std::numeric_limits<float>::quiet_NaN();
-    const std::optional<float> value = std::isfinite(t) ? valueAt(i) : std::nullopt;
-    visit(value ? QPointF(xOf(t), yOf(*value)) : QPointF(kNan, kNan));
+    const double since = timed && std::isfinite(timeline.time(i)) ? timeline.since(tOrigin, i) : kNan;
+    const std::optional<float> value = std::isfinite(since) ? valueAt(i) : std::nullopt;
+    visit(value ? QPointF(since * xScale + xOffset, yOf(*value)) : QPointF(kNan, kNan));
   }
 }
 

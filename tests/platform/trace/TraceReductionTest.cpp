@@ -346,11 +346,13 @@ TEST(TraceReduction, denseColumnsFollowTheRuleWhateverTheTimes) {
       TraceTime::uniform(0, 0.0625F),         // exact
       TraceTime::accumulated(0.01F, 0.0625F), // rounded, by another amount in each power of two
       TraceTime::accumulated(-100, 0.1F),     // through 0
+      TraceTime::even(1e7F, 0.0625F),         // where single precision knows whole numbers only
       TraceTime::explicitValues(stretched.data()),
   };
   for (const TraceTime& time : times) {
     Trace trace = traceOf(samples, 0.25); // a column of 0.25 points has 16, 10 or 8 samples
     trace.time = time;
+    if (time.rule == TraceTime::Rule::Even) trace.tOrigin = time.start;
     const QPolygonF line = onePolyline(reduceTrace(trace, 0.25, QRectF(-200, -1000, 4000, 2000), 0));
     const QPolygonF expected = reducedByTheRule(trace, 0.25);
     ASSERT_EQ(line.size(), expected.size()) << time.start;

@@ -155,8 +155,8 @@ TEST(OddRecords, ofOneSampleAreSurvived) {
 }
 
 TEST(OddRecords, areSurvivedByViewsWithoutRoom) {
-  for (const QRectF& frame : {QRectF(0, 0, 0.1, 0.1), QRectF(0, 0, 1, 1), QRectF(0, 0, 144, 108), QRectF(0, 0, 30, 600),
-                              QRectF(0, 0, 600, 30)}) {
+  for (const QRectF& frame : {QRectF(0, 0, 0.1, 0.1), QRectF(0, 0, 1, 1), QRectF(0, 0, 144, 108),
+                              QRectF(0, 0, 30, 600), QRectF(0, 0, 600, 30)}) {
     EveryView(recordsOf({good(), good(), good()}), frame).expectNumbers();
   }
 }

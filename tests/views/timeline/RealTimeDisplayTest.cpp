@@ -182,6 +182,42 @@ TYPED_TEST(RealTimeDisplay, startsARecordThatBeginsInsideTheSpanWithItsFirstSamp
   expectPoints(traceStrokes(this->recording_)[0].path.traces()[0], {{260, 234 + 15}, {360, 234 + 30}});
 }
 
+TYPED_TEST(RealTimeDisplay, putsABurstOnTheLineOfItsEventAfterHoursOfSamples) {
+  // Six hours at 100 Hz; the event is 40 minutes old. Added up in single precision its sample would lie minutes away.
+  constexpr int kBurst = (21'600 - 2'400) * 100;
+  std::vector<float> samples(2'160'000);
+  samples[kBurst] = 100;
+  auto event = std::make_shared<FakeEvent>(kTohoku.addSecs(-2'400));
+  event->size = 5;
+  const Events events = eventsOf({event});
+  this->view_.setXLimitsMinMax(0, 21'600);
+  this->view_.setRefDate(kTohoku);
+  this->view_.setEventOrigins(events);
+  this->view_.setDrawOriginTimes(true);
+  this->view_.setOriginOnRight(true);
+  const Records records = recordsOf({channel({}, std::move(samples), 0.01F)});
+  this->draw(records);
+  const auto lines = lineStrokes(this->recording_);
+  ASSERT_FALSE(lines.empty());
+  EXPECT_NEAR(lines[0].path.shape().boundingRect().left(), 60 + 600 * 8.0 / 9, 0.01);
+  const Trace trace = traceStrokes(this->recording_)[0].path.traces()[0];
+  EXPECT_EQ(trace.time.rule, TraceTime::Rule::Even);
+  EXPECT_NEAR(trace.points()[kBurst].x(), 60 + 600 * 8.0 / 9, 0.01);
+}
+
+TYPED_TEST(RealTimeDisplay, countsTimesFromTheRecordsOwnBeginWhereTheSpanCutsIt) {
+  // From 30 minutes before the end on: sample 360,000 of a record that begins at 86,400 s.
+  this->view_.setXLimitsMinMax(90'000, 91'800);
+  const Records records = recordsOf({channel({}, std::vector<float>(540'000), 0.01F, 86'400)});
+  this->draw(records);
+  const Trace trace = traceStrokes(this->recording_)[0].path.traces()[0];
+  EXPECT_EQ(trace.time.rule, TraceTime::Rule::Even);
+  const std::vector<QPointF> points = trace.points();
+  ASSERT_EQ(points.size(), 180'000U);
+  for (const std::size_t i : {0U, 90'000U, 179'999U})
+    EXPECT_NEAR(points[i].x(), 60 + double(i) * 0.01 / 3, 0.01); // 1/3 point a second
+}
+
 TYPED_TEST(RealTimeDisplay, leavesSamplesPastTheSpanToTheClip) {
   this->view_.setXLimitsMinMax(0, 2);
   const Records records = recordsOf({channel({}, {1, 2, 3, 4, 5, 6})});

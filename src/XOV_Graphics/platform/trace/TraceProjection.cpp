@@ -9,9 +9,8 @@ namespace xov {
 namespace {
 
 constexpr float kLargest = std::numeric_limits<float>::max();
-constexpr double kFarColumn = 1e100;        // beyond every picture, and its square is still a number
-constexpr double kLargestMiddle = 1e30;     // a sample less this cannot overflow single precision
-constexpr double kSingleRounding = 0x1p-24; // of a single-precision number, relative to it
+constexpr double kFarColumn = 1e100;    // beyond every picture, and its square is still a number
+constexpr double kLargestMiddle = 1e30; // a sample less this cannot overflow single precision
 
 float single(double value) { return static_cast<float>(std::clamp(value, -double(kLargest), double(kLargest))); }
 
@@ -49,8 +48,7 @@ void TraceProjection::setRows(const QTransform& viewToDevice, double clipTop, do
 }
 
 double TraceProjection::column(std::int64_t i) const {
-  const float difference = std::clamp(timeline_.time(i) - trace_.tOrigin, -kLargest, kLargest);
-  return std::clamp(double(difference) * columnScale_ + columnOffset_, -kFarColumn, kFarColumn);
+  return std::clamp(timeline_.since(trace_.tOrigin, i) * columnScale_ + columnOffset_, -kFarColumn, kFarColumn);
 }
 
 float TraceProjection::row(std::int64_t i) const {
@@ -101,11 +99,7 @@ std::int64_t TraceProjection::firstAtOrAfter(double wanted) const {
 
 bool TraceProjection::isStraight(std::int64_t a, std::int64_t b, double tolerance) const {
   if (pieces().empty()) return false;
-  const double origin = double(trace_.tOrigin);
-  const double largest =
-      std::max(std::abs(double(timeline_.time(a)) - origin), std::abs(double(timeline_.time(b)) - origin));
-  if (largest > double(kLargest)) return false;
-  return (timeline_.pieceError(a, b) + kSingleRounding * largest) * columnScale_ <= tolerance;
+  return timeline_.pieceError(trace_.tOrigin, a, b) * columnScale_ <= tolerance;
 }
 
 bool TraceProjection::isDense(std::int64_t a, std::int64_t b, double spacing) const {

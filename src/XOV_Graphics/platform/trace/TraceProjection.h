@@ -1,8 +1,8 @@
 #pragma once
 
 #include "XOV_Graphics/platform/Trace.h"
+#include "XOV_Graphics/platform/TraceTimeline.h"
 #include "XOV_Graphics/platform/trace/RowMap.h"
-#include "XOV_Graphics/platform/trace/TraceTimeline.h"
 
 #include <QTransform>
 

@@ -99,9 +99,9 @@ Trace MultiSeisView::traceOf(const SeismogramRecord& record, double center, doub
   Trace trace;
   trace.samples = record.GetSacSeis();
   trace.last = record.npts();
-  trace.time = TraceTime::accumulated(record.b(), record.delta());
   trace.tOrigin = xmin_;
   trace.xScale = timeScale(pRect_);
+  trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
   trace.xOffset = pRect_.x();
   trace.yScale = slot / double(plotGainFactor_ * ampMax);
   trace.yOffset = center;

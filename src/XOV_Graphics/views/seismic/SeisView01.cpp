@@ -25,9 +25,9 @@ void SeisView01::drawRect(const QRectF&) {
     Trace trace;
     trace.samples = record->GetSacSeis();
     trace.last = record->npts();
-    trace.time = TraceTime::accumulated(record->b(), record->delta());
     trace.tOrigin = xmin_;
     trace.xScale = timeScale(pRect_);
+    trace.settleTimes(record->b(), TraceTime::even(record->b(), record->delta()));
     trace.xOffset = pRect_.x();
     trace.vOrigin = ymin_;
     trace.yScale = pRect_.height() / double(ymax_ - ymin_);

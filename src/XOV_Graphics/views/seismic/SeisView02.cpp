@@ -59,9 +59,9 @@ void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRec
   trace.first = window.first;
   trace.last = window.last;
   if (!trace.isEmpty()) {
-    trace.time = TraceTime::accumulated(window.firstTime, record->delta());
     trace.tOrigin = xmin_;
     trace.xScale = timeScale(rect);
+    trace.settleTimes(window.firstTime, TraceTime::even(window.firstTime, record->delta(), window.first));
     trace.xOffset = rect.x();
     trace.vOrigin = ymin_;
     trace.yScale = rect.height() / double(ymax_ - ymin_);

@@ -43,9 +43,9 @@ Trace realTimeTrace(const RealTimeBands& bands, std::size_t k, const SeismogramR
   trace.last = record.npts();
   if (trace.isEmpty()) return trace;
   const float sinceBegin = float(trace.first) * delta;
-  trace.time = TraceTime::accumulated(b + sinceBegin, delta);
   trace.tOrigin = limits.xmin;
   trace.xScale = bands.rect.width() / double(limits.xmax - limits.xmin);
+  trace.settleTimes(b + sinceBegin, TraceTime::even(b, delta));
   trace.xOffset = bands.rect.x();
   trace.yScale = double(gain) * bands.rect.height() / double(limits.ymax - limits.ymin) / double(bands.count);
   trace.yOffset = bands.zeroLine(k);

@@ -30,23 +30,30 @@ public:
   std::int64_t last() const { return last_; }
 
   /// The time of sample i, exactly as TraceTime describes it; first() <= i < last().
-  float time(std::int64_t i) const;
+  double time(std::int64_t i) const;
+  /// time(i) - origin: singleDifference(), but in double precision for even times.
+  double since(float origin, std::int64_t i) const;
 
   /// True when some time lies before the time of an earlier sample.
   bool decreases() const { return decreases_; }
   /// True when an explicit time between first() and last() is not finite.
   bool hasGaps() const { return hasGaps_; }
 
-  /// The straight pieces, in order and without gaps between them; none for explicit times. A uniform time is one
-  /// piece, which its rounded times follow within pieceError().
+  /// The straight pieces, in order and without gaps between them; none for explicit times. A uniform or even time is
+  /// one piece, which its times since an origin follow within pieceError().
   const std::vector<TimePiece>& pieces() const { return pieces_; }
   /// The index into pieces() of the piece that holds sample i.
   std::size_t pieceAt(std::int64_t i) const;
-  /// How far, at most, the rounded times of samples a <= i <= b are from their pieces.
-  double pieceError(std::int64_t a, std::int64_t b) const;
+  /// How far, at most, the times of samples a <= i <= b since an origin are from their pieces. Infinite where one of
+  /// the differences may have been beyond single precision.
+  double pieceError(float origin, std::int64_t a, std::int64_t b) const;
+  /// How far, at most, the straight pieces are from `start + step · (i - origin)` of even times, at any sample of
+  /// theirs. Exact but for the rounding of double precision.
+  double distanceFrom(const TraceTime& even) const;
 
 private:
   void setUniform();
+  void setEven();
   void setAccumulated();
   void setExplicit();
 

@@ -1,4 +1,6 @@
-#include "XOV_Graphics/platform/trace/TraceTimeline.h"
+#include "XOV_Graphics/platform/TraceTimeline.h"
+
+#include "XOV_Graphics/base/SinglePrecision.h"
 
 #include <algorithm>
 #include <bit>
@@ -14,6 +16,10 @@ constexpr double kHalfUlp = 0x1p-24; // of a single-precision number, relative t
 float uniformTime(const TraceTime& time, std::int64_t i) {
   const float product = time.step * static_cast<float>(i);
   return time.start + product;
+}
+
+double evenTime(const TraceTime& time, std::int64_t i) {
+  return double(time.start) + double(time.step) * double(i - time.origin);
 }
 
 /// The sign and the exponent of a number: two numbers that share it lie on the same grid.
@@ -55,6 +61,9 @@ TraceTimeline::TraceTimeline(const Trace& trace) : time_(trace.time) {
   case TraceTime::Rule::Explicit:
     setExplicit();
     break;
+  case TraceTime::Rule::Even:
+    setEven();
+    break;
   }
   if (last_ <= first_) {
     last_ = first_;
@@ -89,6 +98,15 @@ void TraceTimeline::setUniform() {
   decreases_ = uniformTime(time_, last_ - 1) < uniformTime(time_, first_);
   pieces_.push_back(
       {first_, last_ - first_, double(time_.start) + double(time_.step) * double(first_), double(time_.step)});
+}
+
+void TraceTimeline::setEven() {
+  if (!std::isfinite(time_.start) || !std::isfinite(time_.step)) {
+    last_ = first_;
+    return;
+  }
+  decreases_ = time_.step < 0 && last_ - first_ > 1;
+  pieces_.push_back({first_, last_ - first_, evenTime(time_, first_), double(time_.step)});
 }
 
 void TraceTimeline::setAccumulated() {
@@ -145,25 +163,51 @@ std::size_t TraceTimeline::pieceAt(std::int64_t i) const {
   return static_cast<std::size_t>(after - pieces_.begin()) - 1;
 }
 
-float TraceTimeline::time(std::int64_t i) const {
+double TraceTimeline::time(std::int64_t i) const {
   switch (time_.rule) {
   case TraceTime::Rule::Uniform:
-    return uniformTime(time_, i);
+    return double(uniformTime(time_, i));
   case TraceTime::Rule::Explicit:
-    return time_.values[i];
+    return double(time_.values[i]);
+  case TraceTime::Rule::Even:
+    return evenTime(time_, i);
   case TraceTime::Rule::Accumulated:
     break;
   }
   const TimePiece& piece = pieces_[pieceAt(i)];
-  return static_cast<float>(piece.start + double(i - piece.first) * piece.step);
+  return piece.start + double(i - piece.first) * piece.step;
 }
 
-double TraceTimeline::pieceError(std::int64_t a, std::int64_t b) const {
-  if (time_.rule != TraceTime::Rule::Uniform) return 0;
-  const double largestIndex = double(std::max(std::abs(a), std::abs(b)));
-  const double product = std::abs(double(time_.step)) * largestIndex;
-  // The index, the product and the sum are rounded once each.
-  return kHalfUlp * (2 * product + std::abs(double(time_.start)) + product);
+double TraceTimeline::since(float origin, std::int64_t i) const {
+  const double t = time(i);
+  if (time_.rule == TraceTime::Rule::Even) return t - double(origin);
+  return double(singleDifference(static_cast<float>(t), origin));
+}
+
+double TraceTimeline::pieceError(float origin, std::int64_t a, std::int64_t b) const {
+  if (time_.rule == TraceTime::Rule::Even) return 0;
+  const double farthest = std::max(std::abs(time(a) - double(origin)), std::abs(time(b) - double(origin)));
+  if (farthest > double(std::numeric_limits<float>::max())) return std::numeric_limits<double>::infinity();
+  double error = kHalfUlp * farthest; // of the difference
+  if (time_.rule == TraceTime::Rule::Uniform) {
+    const double largestIndex = double(std::max(std::abs(a), std::abs(b)));
+    const double product = std::abs(double(time_.step)) * largestIndex;
+    // The index, the product and the sum are rounded once each.
+    error += kHalfUlp * (2 * product + std::abs(double(time_.start)) + product);
+  }
+  return error;
+}
+
+double TraceTimeline::distanceFrom(const TraceTime& even) const {
+  double farthest = 0;
+  // Along a piece the distance grows or shrinks evenly: its ends are the farthest.
+  for (const TimePiece& piece : pieces_) {
+    const std::int64_t last = piece.first + piece.count - 1;
+    const double end = piece.start + double(piece.count - 1) * piece.step;
+    farthest = std::max(
+        {farthest, std::abs(piece.start - evenTime(even, piece.first)), std::abs(end - evenTime(even, last))});
+  }
+  return farthest;
 }
 
 } // namespace xov

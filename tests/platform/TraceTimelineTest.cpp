@@ -1,4 +1,4 @@
-#include "XOV_Graphics/platform/trace/TraceTimeline.h"
+#include "XOV_Graphics/platform/TraceTimeline.h"
 
 #include <gtest/gtest.h>
 
