@@ -44,7 +44,7 @@ TEST_F(CliThree, saysWhichRecordsAreInEachOthersPlace) {
 
 TEST_F(CliThree, printsPeaksOnRequest) {
   // Of the 201 samples 1000 sin(0.3 i), the 89th is largest: 26.7 rad are 8.5 pi less 0.0035 rad, so it is 999.994.
-  XOV_REQUIRE_TEXT(text, {"three", "BHE.SAC", "BHN.SAC", "BHZ.SAC", "--peaks", "--self-scaled"});
+  XOV_REQUIRE_TEXT(text, {"three", "BHE.SAC", "BHN.SAC", "BHZ.SAC", "--peaks", "--self-scaled", "--raw"});
   EXPECT_EQ(text.count("1.000e+03"), 3) << qPrintable(text);
 }
 
