@@ -3,9 +3,11 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSamples.h"
 
+#include <QHashFunctions>
+
 #include <algorithm>
 #include <limits>
-#include <tuple>
+#include <set>
 #include <utility>
 
 namespace xov {
@@ -13,6 +15,7 @@ namespace xov {
 namespace {
 
 constexpr std::int64_t kMicrosecondsPerMillisecond = 1000;
+constexpr qsizetype kSequenceBytes = 6;     // at the start of a record
 constexpr qsizetype kMostNamedChannels = 8; // in a note
 
 /// An unbroken piece of a channel: its records, in time order, and their samples one after the other.
@@ -72,16 +75,47 @@ private:
 
   /// The records of a channel in time order, each of those that are there more than once just once.
   std::vector<std::size_t> inOrder(std::vector<std::size_t> order) {
-    const auto identity = [&](std::size_t i) {
-      return std::make_tuple(record(i).span.startUs, record(i).contents, record(i).format.length);
+    const auto startAndLength = [&](std::size_t i) {
+      return std::make_pair(record(i).span.startUs, record(i).format.length);
     };
-    std::ranges::stable_sort(order, {}, identity);
-    const auto isRepeated = [&](std::size_t left, std::size_t right) { return identity(left) == identity(right); };
-    const auto end = std::unique(order.begin(), order.end(), isRepeated);
-    repeatedCount_ += order.end() - end;
-    order.erase(end, order.end());
-    std::ranges::sort(order, {}, [&](std::size_t i) { return std::make_pair(record(i).span.startUs, i); });
+    if (!std::ranges::is_sorted(order, {}, startAndLength)) std::ranges::stable_sort(order, {}, startAndLength);
+    const auto isAlike = [&](std::size_t left, std::size_t right) {
+      return startAndLength(left) == startAndLength(right);
+    };
+    if (std::ranges::adjacent_find(order, isAlike) != order.end()) order = withoutRepeated(order, isAlike);
+    const auto startAndNumber = [&](std::size_t i) { return std::make_pair(record(i).span.startUs, i); };
+    if (!std::ranges::is_sorted(order, {}, startAndNumber)) std::ranges::sort(order, {}, startAndNumber);
     return order;
+  }
+
+  /// Leaves out those of records alike that hold the same bytes but for the sequence number. Few files have such
+  /// records, so that reading them once more for it costs less than looking at all.
+  template <typename IsAlike>
+  std::vector<std::size_t> withoutRepeated(const std::vector<std::size_t>& order, IsAlike isAlike) {
+    std::vector<std::size_t> kept;
+    for (auto first = order.begin(); first != order.end();) {
+      const auto last = std::find_if_not(first, order.end(), [&](std::size_t i) { return isAlike(*first, i); });
+      if (last - first == 1) {
+        kept.push_back(*first++);
+        continue;
+      }
+      std::set<std::size_t> known;
+      for (; first != last; ++first) {
+        if (known.insert(contentsHash(*first)).second)
+          kept.push_back(*first);
+        else
+          ++repeatedCount_;
+      }
+    }
+    return kept;
+  }
+
+  /// Of everything but the sequence number.
+  std::size_t contentsHash(std::size_t i) {
+    const qsizetype length = record(i).format.length;
+    const QByteArrayView bytes = file_.at(record(i).offset, length);
+    if (bytes.size() < length) return i; // decoding it says so
+    return qHashBits(bytes.data() + kSequenceBytes, std::size_t(length - kSequenceBytes));
   }
 
   /// Plans the pieces of a channel.

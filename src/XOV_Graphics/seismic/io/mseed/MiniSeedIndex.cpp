@@ -1,14 +1,10 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
 
-#include <QHashFunctions>
-
 #include <map>
 
 namespace xov {
 
 namespace {
-
-constexpr qsizetype kSequenceBytes = 6;
 
 /// Where the next record begins from `from` on; the file's size when none does.
 qint64 nextStart(FileWindow& file, qint64 from) {
@@ -78,13 +74,7 @@ private:
     if (!index_.isReadable || record.sampleCount == 0 || record.format.encoding == MiniSeedEncoding::Text) return;
     const std::optional<std::uint32_t> channel = selectedChannel(record);
     if (!channel) return;
-    const qsizetype length = record.format.length;
-    const QByteArrayView bytes = file_.at(offset, length);
-    index_.records.push_back({offset,
-                              qHashBits(bytes.data() + kSequenceBytes, std::size_t(length - kSequenceBytes)),
-                              {record.startUs, record.rateHz, record.sampleCount},
-                              *channel,
-                              record.format});
+    index_.records.push_back({offset, {record.startUs, record.rateHz, record.sampleCount}, *channel, record.format});
   }
 
   /// The number of the record's channel if that is selected.

@@ -18,7 +18,6 @@ struct LossTally {
 /// A record with samples and where it lies in the file. Files hold many of them: it has nothing twice.
 struct IndexedRecord {
   qint64 offset = 0;
-  std::size_t contents = 0; ///< hash of everything but the sequence number
   RecordSpan span;
   std::uint32_t channel = 0;
   SampleFormat format;
