@@ -41,11 +41,11 @@ void DrumCommand::addOptions(CLI::App& options) {
 }
 
 ExitCode DrumCommand::run() {
-  const Records found = inputs_.read();
+  Records found = inputs_.read();
   if (found.records.empty()) return ExitCode::Failed;
-  Result<DrumPage> page = layOutDrum(found.records, rowSeconds_, rows_);
+  const bool several = channelsOf(found.records).size() > 1;
+  Result<DrumPage> page = layOutDrum(std::move(found.records), rowSeconds_, rows_);
   if (!page) {
-    const bool several = channelsOf(found.records).size() > 1;
     complain(several ? page.error() + QStringLiteral("; --channels chooses") : page.error());
     return ExitCode::Failed;
   }

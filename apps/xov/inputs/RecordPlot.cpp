@@ -15,7 +15,7 @@ void RecordPlot::addOptions(CLI::App& options) {
 
 SeismogramArray RecordPlot::prepare(SeismogramArray records) const {
   SeismogramArray aligned = onOneAxis(std::move(records));
-  return raw_ ? aligned : withoutMeans(aligned, MeanOf::Record);
+  return raw_ ? aligned : withoutMeans(std::move(aligned), MeanOf::Record);
 }
 
 SeismogramArray onOneAxis(SeismogramArray records) {

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace xov {
 
@@ -108,6 +109,13 @@ void SacSeismogram::setSamples(std::vector<float> samples) {
   samples_ = std::move(samples);
   precise_.e = kUndefinedValue;
   fitHeaderToSamples();
+}
+
+std::vector<float> SacSeismogram::takeSamples() {
+  std::vector<float> taken = std::exchange(samples_, {});
+  precise_.e = kUndefinedValue;
+  fitHeaderToSamples();
+  return taken;
 }
 
 std::span<float> SacSeismogram::samples() { return samples_; }

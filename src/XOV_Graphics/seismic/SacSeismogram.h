@@ -35,6 +35,8 @@ public:
 
   /// Takes over other samples, sets npts, e, depmin and depmax to fit them and computes the extremes.
   void setSamples(std::vector<float> samples);
+  /// Gives the samples away; the trace is empty then.
+  std::vector<float> takeSamples();
   /// The samples, which may be changed in place. Send ComputeExtrema() afterwards.
   std::span<float> samples();
   std::span<const float> samples() const;

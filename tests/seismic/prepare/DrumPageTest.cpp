@@ -140,6 +140,14 @@ TEST(DrumPage, refusesSeveralChannels) {
   EXPECT_TRUE(layOutDrum(many, 3600).error().endsWith("II.E..BHZ, ..."));
 }
 
+TEST(DrumPage, holdsALongRecordingOnce) {
+  SeismogramArray records = {makeRecord({.reference = onTheDay(5, 17), .count = 1000})};
+  const float* const samples = records[0]->GetSacSeis();
+  const Result<DrumPage> page = layOutDrum(std::move(records), 3600);
+  EXPECT_EQ(page->pieces[0]->GetSacSeis(), samples) << "on another axis and without its mean";
+  EXPECT_EQ(page->pieces[0]->b(), 1020);
+}
+
 TEST(DrumPage, refusesRowsWithoutADuration) {
   for (const double seconds : {0.0, -3600.0, std::numeric_limits<double>::quiet_NaN()})
     EXPECT_TRUE(layOutDrum({makeRecord()}, seconds).error().endsWith("expected more than 0")) << seconds;

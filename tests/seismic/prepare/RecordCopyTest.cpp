@@ -74,6 +74,27 @@ TEST(RecordCopy, takesBeginAndIntervalOfAHostsRecord) {
   EXPECT_EQ(copy->npts(), 3);
 }
 
+TEST(ChangedRecord, takesTheSamplesOfARecordThatNobodyElseHolds) {
+  auto record = makeRecord({.path = "a"});
+  const float* const samples = record->GetSacSeis();
+  const auto changed = changedRecord(std::move(record), {.path = QStringLiteral("b")});
+  EXPECT_EQ(changed->GetSacSeis(), samples);
+  EXPECT_EQ(changed->npts(), 10);
+  EXPECT_EQ(changed->smax(), 9);
+  EXPECT_EQ(changed->e(), 9);
+  EXPECT_EQ(changed->path(), "b");
+}
+
+TEST(ChangedRecord, copiesTheSamplesOfARecordThatOthersHold) {
+  const auto record = makeRecord();
+  const auto changed = changedRecord(record);
+  EXPECT_NE(changed->GetSacSeis(), record->GetSacSeis());
+  EXPECT_EQ(record->npts(), 10);
+  EXPECT_TRUE(std::ranges::equal(changed->samples(), record->samples()));
+  const auto host = std::make_shared<FakeRecord>(std::vector<float>{1, 2});
+  EXPECT_EQ(changedRecord(host)->npts(), 2);
+}
+
 class WithoutHeader : public FakeRecord {
 public:
   const SacHeader* GetSacHeader() const override { return nullptr; }

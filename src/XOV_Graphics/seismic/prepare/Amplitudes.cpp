@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace xov {
 
@@ -26,28 +27,28 @@ void add(Sum& sum, const SeismogramRecord& record) {
   }
 }
 
-std::shared_ptr<SeismogramRecord> lowered(const SeismogramRecord& record, double by) {
-  const std::span<const float> own = samplesOf(record);
-  std::vector<float> samples(own.size());
-  std::ranges::transform(own, samples.begin(), [&](float sample) { return float(double(sample) - by); });
-  return copyOfRecord(record, {.samples = std::move(samples)});
+std::shared_ptr<SeismogramRecord> lowered(std::shared_ptr<SeismogramRecord> record, double by) {
+  auto changed = changedRecord(std::move(record));
+  for (float& sample : changed->samples())
+    sample = float(double(sample) - by);
+  changed->ComputeExtrema();
+  return changed;
 }
 
 } // namespace
 
-SeismogramArray withoutMeans(const SeismogramArray& records, MeanOf mean) {
+SeismogramArray withoutMeans(SeismogramArray records, MeanOf mean) {
   QHash<QString, Sum> channels;
   if (mean == MeanOf::Channel) {
     for (const auto& record : records)
       add(channels[record->labelString()], *record);
   }
-  SeismogramArray centered;
-  for (const auto& record : records) {
+  for (auto& record : records) {
     Sum sum = channels.value(record->labelString());
     if (mean == MeanOf::Record) add(sum, *record);
-    centered.push_back(lowered(*record, sum.mean()));
+    record = lowered(std::move(record), sum.mean());
   }
-  return centered;
+  return records;
 }
 
 float largestAmplitude(const SeismogramArray& records) {

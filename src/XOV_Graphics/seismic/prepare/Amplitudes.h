@@ -14,8 +14,9 @@ enum class MeanOf : std::uint8_t {
 };
 
 /// The records without a mean, for views that draw samples about the middle of a band. Samples that are not finite
-/// take no part in a mean, and stay. Records must not be null.
-XOV_EXPORT SeismogramArray withoutMeans(const SeismogramArray& records, MeanOf mean);
+/// take no part in a mean, and stay. Others' records stay as they are; those that nobody else holds lend their
+/// samples (changedRecord()). Records must not be null.
+XOV_EXPORT SeismogramArray withoutMeans(SeismogramArray records, MeanOf mean);
 
 /// The largest absolute sample of all records, which a scale may be divided by: 1 where there is none above 0.
 /// Records must not be null.

@@ -10,6 +10,7 @@
 #include <numeric>
 #include <optional>
 #include <set>
+#include <utility>
 
 namespace xov {
 
@@ -124,7 +125,8 @@ SeismogramArray onCommonAxis(SeismogramArray records) {
   // The first of a group comes before its others and keeps its reference time.
   for (const Span& span : spans) {
     auto& record = records[span.record];
-    record = onTimeAxis(record, referenceTimeOf(*records[groups.firstOf(span.record)]));
+    const QDateTime reference = referenceTimeOf(*records[groups.firstOf(span.record)]);
+    record = onTimeAxis(std::move(record), reference);
   }
   return records;
 }

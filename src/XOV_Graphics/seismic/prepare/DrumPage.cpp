@@ -9,6 +9,7 @@
 #include <cmath>
 #include <map>
 #include <set>
+#include <utility>
 
 namespace xov {
 
@@ -55,6 +56,11 @@ std::shared_ptr<SeismogramRecord> cutToPage(const std::shared_ptr<SeismogramReco
   SacFooter precise = preciseValuesOf(*piece);
   precise.b += double(first) * precise.delta;
   return copyOfRecord(*piece, {.samples = std::vector<float>(samples + first, samples + last), .precise = precise});
+}
+
+bool canBePlaced(const SeismogramRecord& record) {
+  const std::optional<double> start = startSeconds(record);
+  return record.npts() > 0 && record.delta() > 0 && start && std::abs(*start) < kFarthestSeconds;
 }
 
 // Whether two pieces hold the same samples at the same time, as two copies of a file do.
@@ -146,26 +152,20 @@ double gainFor(const SeismogramArray& pieces) {
 
 } // namespace
 
-Result<DrumPage> layOutDrum(const SeismogramArray& records, double rowSeconds, std::optional<int> rows) {
+Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::optional<int> rows) {
   if (!(rowSeconds > 0)) return Error{QStringLiteral("found rows of %1 s, expected more than 0").arg(rowSeconds)};
-  SeismogramArray timed;
-  for (const auto& record : records) {
-    const std::optional<double> start = startSeconds(*record);
-    const bool drawable = record->npts() > 0 && record->delta() > 0;
-    if (!drawable || !start || !(std::abs(*start) < kFarthestSeconds)) continue;
-    timed.push_back(record);
-  }
   if (const QStringList channels = channelsOf(records); channels.size() > 1) return Error{severalChannels(channels)};
-  if (timed.empty())
+  std::erase_if(records, [](const auto& record) { return !canBePlaced(*record); });
+  if (records.empty())
     return Error{QStringLiteral("found no record with samples and times, expected a reference time")};
   DrumPage page;
-  timed = withoutCopies(timed, page.notes);
-  const double seconds = firstHour(timed) * kSecondsPerHour;
+  records = withoutCopies(std::move(records), page.notes);
+  const double seconds = firstHour(records) * kSecondsPerHour;
   const QDateTime start = QDateTime::fromMSecsSinceEpoch(qint64(seconds * kMillisecondsPerSecond), Qt::UTC);
-  for (auto& record : timed)
-    record = onTimeAxis(record, start);
-  noteWhatIsBefore(timed, start, page.notes);
-  page.pieces = consecutivePieces(withoutMeans(timed, MeanOf::Channel));
+  for (auto& record : records)
+    record = onTimeAxis(std::move(record), start);
+  noteWhatIsBefore(records, start, page.notes);
+  page.pieces = consecutivePieces(withoutMeans(std::move(records), MeanOf::Channel));
   page.rows = rows ? std::clamp(*rows, 1, kMostDrumRows) : rowsFor(page.pieces, rowSeconds);
   for (auto& piece : page.pieces)
     piece = cutToPage(piece, double(page.rows) * rowSeconds);

@@ -32,8 +32,8 @@ struct XOV_EXPORT DrumPage {
 /// samples of another one at the same time is left out, too.
 ///
 /// Refuses rows without a duration, records of several channels, and a recording of which no time is known; of
-/// others, pieces without a time are left out. Records must not be null.
-XOV_EXPORT Result<DrumPage> layOutDrum(const SeismogramArray& records, double rowSeconds,
-                                       std::optional<int> rows = {});
+/// others, pieces without a time are left out. Records must not be null; those that
+/// nobody else holds lend their samples (changedRecord()).
+XOV_EXPORT Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::optional<int> rows = {});
 
 } // namespace xov

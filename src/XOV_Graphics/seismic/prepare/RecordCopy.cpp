@@ -36,4 +36,13 @@ std::shared_ptr<SacSeismogram> copyOfRecord(const SeismogramRecord& record, Reco
       changes.path.value_or(record.path()), precise);
 }
 
+std::shared_ptr<SacSeismogram> changedRecord(std::shared_ptr<SeismogramRecord> record, RecordChanges changes) {
+  auto* const trace = record.use_count() == 1 ? dynamic_cast<SacSeismogram*>(record.get()) : nullptr;
+  if (trace == nullptr || changes.samples) return copyOfRecord(*record, std::move(changes));
+  const SacHeader header = changes.header.value_or(headerOf(*trace));
+  const SacFooter precise = changes.precise.value_or(trace->preciseValues());
+  const QString path = changes.path.value_or(trace->path());
+  return std::make_shared<SacSeismogram>(header, trace->takeSamples(), path, precise);
+}
+
 } // namespace xov

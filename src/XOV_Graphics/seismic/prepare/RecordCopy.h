@@ -31,4 +31,9 @@ struct XOV_EXPORT RecordChanges {
 /// extremes fit its samples.
 XOV_EXPORT std::shared_ptr<SacSeismogram> copyOfRecord(const SeismogramRecord& record, RecordChanges changes = {});
 
+/// Like copyOfRecord(), for a record that is not needed as it was: of one that nobody else holds the samples are
+/// taken over instead of copied, so that a long recording is in memory once. `record` must not be null.
+XOV_EXPORT std::shared_ptr<SacSeismogram> changedRecord(std::shared_ptr<SeismogramRecord> record,
+                                                        RecordChanges changes = {});
+
 } // namespace xov

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/seismic/prepare/RecordCopy.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace xov {
 
@@ -32,8 +33,7 @@ std::optional<double> startSeconds(const SeismogramRecord& record) {
 
 double intervalSeconds(const SeismogramRecord& record) { return preciseValuesOf(record).delta; }
 
-std::shared_ptr<SeismogramRecord> onTimeAxis(const std::shared_ptr<SeismogramRecord>& record,
-                                             const QDateTime& reference) {
+std::shared_ptr<SeismogramRecord> onTimeAxis(std::shared_ptr<SeismogramRecord> record, const QDateTime& reference) {
   if (!record || !reference.isValid()) return record;
   const QDateTime own = referenceTimeOf(*record);
   if (!own.isValid() || own == reference) return record;
@@ -44,7 +44,7 @@ std::shared_ptr<SeismogramRecord> onTimeAxis(const std::shared_ptr<SeismogramRec
   }
   SacHeader header = headerOf(*record);
   setReferenceTime(header, reference);
-  return copyOfRecord(*record, {.header = header, .precise = precise});
+  return changedRecord(std::move(record), {.header = header, .precise = precise});
 }
 
 SeismogramArray consecutivePieces(SeismogramArray records) {
@@ -56,7 +56,7 @@ SeismogramArray consecutivePieces(SeismogramArray records) {
   if (firstUnknown == records.begin()) return records;
   const QDateTime reference = referenceTimeOf(*records.front());
   std::transform(records.begin(), firstUnknown, records.begin(),
-                 [&](const auto& record) { return onTimeAxis(record, reference); });
+                 [&](auto& record) { return onTimeAxis(std::move(record), reference); });
   return records;
 }
 

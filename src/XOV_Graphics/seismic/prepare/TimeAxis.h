@@ -19,9 +19,10 @@ XOV_EXPORT std::optional<double> startSeconds(const SeismogramRecord& record);
 /// The record's sample interval in seconds, in double precision where the record has it.
 XOV_EXPORT double intervalSeconds(const SeismogramRecord& record);
 
-/// The record with all its times (samples, origin, picks) counted from `reference`, to the millisecond: a copy, or
-/// the record itself when it counts from there already or when one of the two times is unknown.
-XOV_EXPORT std::shared_ptr<SeismogramRecord> onTimeAxis(const std::shared_ptr<SeismogramRecord>& record,
+/// The record with all its times (samples, origin, picks) counted from `reference`, to the millisecond: another
+/// record (changedRecord()), or the record itself when it counts from there already or when one of the two times is
+/// unknown.
+XOV_EXPORT std::shared_ptr<SeismogramRecord> onTimeAxis(std::shared_ptr<SeismogramRecord> record,
                                                         const QDateTime& reference);
 
 /// The pieces of a recording as a page of rows takes them, which has one time axis for all: sorted by their starts,
