@@ -3,6 +3,7 @@
 #include "bench/Grids.h"
 #include "bench/LiveDisplay.h"
 #include "bench/Measure.h"
+#include "bench/Reading.h"
 #include "bench/Report.h"
 
 #include <QApplication>
@@ -21,7 +22,7 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QCommandLineParser parser;
   parser.addHelpOption();
-  parser.addOption({QStringLiteral("works"), QStringLiteral("Comma-separated names, such as W1,W2@2,W4."),
+  parser.addOption({QStringLiteral("works"), QStringLiteral("Comma-separated names, such as W1,W2@2,W4,reading."),
                     QStringLiteral("names")});
   parser.addOption({QStringLiteral("rounds"), QStringLiteral("Rounds of the quick engines."), QStringLiteral("n"),
                     QStringLiteral("9")});
@@ -48,14 +49,18 @@ int main(int argc, char** argv) {
 
   std::vector<std::string> names = workNames();
   bool wantsGrids = true;
+  bool wantsReading = true;
   for (const std::string& name : liveDisplayNames())
     names.push_back(name);
   if (parser.isSet(QStringLiteral("works"))) {
     names.clear();
     wantsGrids = false;
+    wantsReading = false;
     for (const QString& name : parser.value(QStringLiteral("works")).split(QLatin1Char(','))) {
       if (name == QLatin1String("W4"))
         wantsGrids = true;
+      else if (name == QLatin1String("reading"))
+        wantsReading = true;
       else
         names.push_back(name.toStdString());
     }
@@ -82,6 +87,8 @@ int main(int argc, char** argv) {
   std::printf("%s\n\n%s\n%s", qPrintable(machine()), qPrintable(table(all)), qPrintable(frameShares(all)));
   if (wantsGrids)
     std::printf("\n%s", qPrintable(gridTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
+  if (wantsReading)
+    std::printf("\n%s", qPrintable(readingTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
   if (parser.isSet(QStringLiteral("json"))) {
     QFile file(parser.value(QStringLiteral("json")));
     if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(json(all)).toJson()) < 0) {
