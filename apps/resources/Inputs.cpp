@@ -2,7 +2,7 @@
 
 #include "apps/resources/PostScriptLines.h"
 
-#include <QFile>
+#include <XOV_Graphics/base/InputFile.h>
 
 namespace xov::maker {
 
@@ -13,6 +13,8 @@ const QString kReliefPackage = QStringLiteral("marble-qt-data");
 const QString kGlobePackage = QStringLiteral("xplanet-images");
 const QString kLinesPackage = QStringLiteral("texlive-pstricks");
 
+constexpr qint64 kMostBytes = 512 << 20; // the largest file that is read has 37 megabytes
+
 struct LinesFile {
   const char* name;
   const char* file;
@@ -20,14 +22,8 @@ struct LinesFile {
 
 constexpr LinesFile kLines[] = {{"trench", "trench.dat"}, {"ridge", "ridge.dat"}, {"transform", "transfrm.dat"}};
 
-Result<QByteArray> contents(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return Error{QStringLiteral("%1: %2").arg(path, file.errorString())};
-  return file.readAll();
-}
-
 Result<Segments> readLines(const QString& path) {
-  const Result<QByteArray> file = contents(path);
+  const Result<QByteArray> file = readWholeFile(path, kMostBytes);
   if (!file) return Error{file.error()};
   const Result<QByteArray> text = selfExtractedText(*file);
   if (!text) return Error{QStringLiteral("%1: %2").arg(path, text.error())};
@@ -49,7 +45,7 @@ Result<const ElevationGrid*> Inputs::grid() {
   if (grid_) return &*grid_;
   if (Status unpacked = packages_.unpack(kGridPackage, progress_); !unpacked) return Error{unpacked.error()};
   const QString path = packages_.path(kGridPackage, QStringLiteral("usr/share/ferret-vis/data/etopo5.cdf"));
-  const Result<QByteArray> file = contents(path);
+  const Result<QByteArray> file = readWholeFile(path, kMostBytes);
   if (!file) return Error{file.error()};
   Result<ElevationGrid> read = etopo5FromNetcdf(*file);
   if (!read) return Error{QStringLiteral("%1: %2").arg(path, read.error())};

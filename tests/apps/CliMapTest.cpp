@@ -286,7 +286,7 @@ TEST_F(CliMap, failsForABackgroundThatCannotBeRead) {
        "xov: short.i2: found 3 bytes, which is no grid of 16-bit cells that is twice as wide as high; give its rows "
        "and "
        "columns with --topo-size\n"},
-      {{"--topo", "none.i2"}, "xov: none.i2: there is no such file\n"},
+      {{"--topo", "none.i2"}, "xov: none.i2: cannot be opened: No such file or directory\n"},
   };
   for (const auto& fault : faults) {
     const Outcome outcome = xov(QStringList{"map", "-o", "map.png"} + fault.arguments);

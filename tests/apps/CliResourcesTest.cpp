@@ -60,7 +60,7 @@ TEST_F(CliResources, refusesAnotherTextAndKeepsWhatIsThere) {
 TEST_F(CliResources, saysWhichFileItCannotOpen) {
   const Outcome refused = xov({"resources", "--pb2002", "nowhere.txt"});
   EXPECT_EQ(refused.status, 1);
-  EXPECT_EQ(refused.err, "xov: nowhere.txt: No such file or directory\n");
+  EXPECT_EQ(refused.err, "xov: nowhere.txt: cannot be opened: No such file or directory\n");
 }
 
 TEST_F(CliResources, saysInHelpThatTheBoundariesAreGeneralised) {

@@ -67,7 +67,7 @@ TEST(RawGrid, isReadFromAFile) {
   EXPECT_EQ(readRawGrid(path, layout(1, 1, RawCell::Int16, ByteOrder::Little))->values[0], 7);
   const QString missing = files.path("missing");
   EXPECT_EQ(readRawGrid(missing, layout(1, 1, RawCell::Int16, ByteOrder::Little)).error(),
-            missing + QStringLiteral(": there is no such file"));
+            missing + QStringLiteral(": cannot be opened: No such file or directory"));
 }
 
 } // namespace

@@ -100,8 +100,8 @@ TEST(XyzGrid, isReadFromAFile) {
   const test::TemporaryFiles files;
   expectTwoByThree(readXyzGrid(files.write("grid.txt", kTwoByThree)));
   const QString missing = files.path("missing.txt");
-  EXPECT_EQ(readXyzGrid(missing).error(), missing + QStringLiteral(": there is no such file"));
-  EXPECT_EQ(readXyzGrid(files.folder()).error(), files.folder() + QStringLiteral(": is not a file"));
+  EXPECT_EQ(readXyzGrid(missing).error(), missing + QStringLiteral(": cannot be opened: No such file or directory"));
+  EXPECT_EQ(readXyzGrid(files.folder()).error(), files.folder() + QStringLiteral(": is a folder, expected a file"));
 }
 
 } // namespace

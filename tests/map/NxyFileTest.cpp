@@ -123,7 +123,7 @@ TEST(NxyFile, thatIsMissingChangesNothing) {
   XOVPolygon polygon = polygonOf(kTwoPoints);
   QString error;
   EXPECT_FALSE(polygon.loadNXYFromPath(files.path("none"), &error));
-  EXPECT_EQ(error, files.path("none") + QStringLiteral(": there is no such file"));
+  EXPECT_EQ(error, files.path("none") + QStringLiteral(": cannot be opened: No such file or directory"));
   EXPECT_FALSE(polygon.loadNXYFromPath(QString(), &error));
   EXPECT_EQ(pointsOf(polygon), kTwoPoints);
 }
@@ -133,7 +133,7 @@ TEST(NxyFile, isNoFolderAndNoDevice) {
   XOVPolygon polygon;
   QString error;
   EXPECT_FALSE(polygon.loadNXYFromPath(files.folder(), &error));
-  EXPECT_EQ(error, files.folder() + QStringLiteral(": is not an ordinary file"));
+  EXPECT_EQ(error, files.folder() + QStringLiteral(": is a folder, expected a file"));
   EXPECT_FALSE(polygon.loadNXYFromPath(QStringLiteral("/dev/zero")));
 }
 

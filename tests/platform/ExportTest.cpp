@@ -1,4 +1,3 @@
-#include "XOV_Graphics/base/WholeFile.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/ImageFile.h"
 #include "XOV_Graphics/platform/PlanarBitmap.h"
@@ -7,10 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <QImageReader>
-#include <QTemporaryDir>
 #include <QThread>
 
 namespace xov {
@@ -100,32 +96,6 @@ TEST(ImageFile, aNullImageIsSaidInOneLine) {
   EXPECT_TRUE(encodeImage(QImage(), ImageFormat::Png, &error).isEmpty());
   EXPECT_FALSE(error.isEmpty());
   EXPECT_FALSE(error.contains(QLatin1Char('\n')));
-}
-
-TEST(AtomicFile, aFolderThatIsNotThereIsSaidWithTheFilesName) {
-  QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("none/plot.pdf"));
-  QString error;
-  EXPECT_FALSE(writeFileAtomically(path, "x", &error));
-  EXPECT_TRUE(error.startsWith(path)) << qPrintable(error);
-}
-
-TEST(AtomicFile, replacesAFileAndLeavesNothingBeside) {
-  QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("plot.bin"));
-  ASSERT_TRUE(writeFileAtomically(path, "old"));
-  ASSERT_TRUE(writeFileAtomically(path, "new"));
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), "new");
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-}
-
-TEST(AtomicFile, aFullDiskIsNoticed) {
-  if (!QFile::exists(QStringLiteral("/dev/full"))) GTEST_SKIP() << "this system has no /dev/full";
-  QString error;
-  EXPECT_FALSE(writeFileAtomically(QStringLiteral("/dev/full"), QByteArray(100000, 'x'), &error));
-  EXPECT_FALSE(error.isEmpty());
 }
 
 TEST(PlanarBitmap, holdsAPlaneOfBytesAChannel) {

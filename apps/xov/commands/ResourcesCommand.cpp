@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QImageReader>
 
+#include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/Resources.h>
 #include <XOV_Graphics/base/WholeFile.h>
 
@@ -74,12 +75,12 @@ QString table() {
 
 /// Puts the boundaries of a published text below the data root.
 ExitCode import(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) {
-    complain(QStringLiteral("%1: %2").arg(path, file.errorString()));
+  const Result<QByteArray> published = readWholeFile(path, kLargestText);
+  if (!published) {
+    complain(published.error());
     return ExitCode::Failed;
   }
-  const Result<QByteArray> text = importedBoundaries(file.read(kLargestText));
+  const Result<QByteArray> text = importedBoundaries(*published);
   if (!text) {
     complain(QStringLiteral("%1: not the published text of PB2002: %2").arg(path, text.error()));
     return ExitCode::Failed;

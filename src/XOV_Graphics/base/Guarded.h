@@ -7,16 +7,22 @@
 
 namespace xov {
 
-/// Runs the body of a public operation on a file and turns whatever it throws into one line, so that nothing is
-/// thrown into the host.
+/// The error of an operation on `name` that threw; without the name where there is no memory left to write it.
+Error thrownError(const QString& name, const char* what) noexcept;
+
+/// Runs the body of a public operation, which gives a Result or a Status, and turns whatever it throws into one line,
+/// so that nothing is thrown into the host. `name` is what the operation is about, such as a file; the line begins
+/// with it where it is not empty.
 template <typename Body>
 auto guarded(const QString& name, Body&& body) noexcept -> decltype(body()) {
   try {
     return body();
   } catch (const std::bad_alloc&) {
-    return Error{name + ": not enough memory"};
+    return thrownError(name, "not enough memory");
   } catch (const std::exception& exception) {
-    return Error{name + ": " + QString::fromUtf8(exception.what())};
+    return thrownError(name, exception.what());
+  } catch (...) {
+    return thrownError(name, "failed for an unknown reason");
   }
 }
 

@@ -50,4 +50,11 @@ private:
   bool ok_ = true;
 };
 
+/// For operations that tell a host of a failure by `false` and a line in `error`, where it gave one: whether `status`
+/// is success, with its line in `error` when it is not.
+inline bool succeeded(const Status& status, QString* error) {
+  if (!status && error != nullptr) *error = status.error();
+  return bool(status);
+}
+
 } // namespace xov

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/grid/RawGrid.h"
 
-#include "XOV_Graphics/grid/GridInput.h"
+#include "XOV_Graphics/base/Guarded.h"
+#include "XOV_Graphics/base/InputFile.h"
 
 #include <QtEndian>
 
@@ -51,15 +52,15 @@ Result<Grid> parse(QByteArrayView bytes, const RawGridLayout& layout, const QStr
 } // namespace
 
 Result<Grid> parseRawGrid(QByteArrayView bytes, const RawGridLayout& layout, const QString& name) noexcept {
-  return guardedGrid(name, [&] { return parse(bytes, layout, name); });
+  return guarded(name, [&] { return parse(bytes, layout, name); });
 }
 
 Result<Grid> readRawGrid(const QString& path, const RawGridLayout& layout) noexcept {
-  return guardedGrid(path, [&]() -> Result<Grid> {
-    const Result<qint64> size = gridFileSize(path);
-    if (!size) return Error{size.error()};
-    if (Status status = checkSize(*size, layout, path); !status) return Error{status.error()};
-    const Result<QByteArray> bytes = readGridFile(path, layout.bytes());
+  return guarded(path, [&]() -> Result<Grid> {
+    QFile file(path);
+    if (Status status = openForReading(file); !status) return Error{status.error()};
+    if (Status status = checkSize(file.size(), layout, path); !status) return Error{status.error()};
+    const Result<QByteArray> bytes = readToEnd(file, path, layout.bytes());
     if (!bytes) return Error{bytes.error()};
     return parse(*bytes, layout, path);
   });

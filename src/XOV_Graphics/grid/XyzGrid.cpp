@@ -1,6 +1,7 @@
 #include "XOV_Graphics/grid/XyzGrid.h"
 
-#include "XOV_Graphics/grid/GridInput.h"
+#include "XOV_Graphics/base/Guarded.h"
+#include "XOV_Graphics/base/InputFile.h"
 
 #include <algorithm>
 #include <charconv>
@@ -139,12 +140,12 @@ Result<Grid> parse(std::string_view text, const QString& name) {
 } // namespace
 
 Result<Grid> parseXyzGrid(QByteArrayView text, const QString& name) noexcept {
-  return guardedGrid(name, [&] { return parse({text.data(), std::size_t(text.size())}, name); });
+  return guarded(name, [&] { return parse({text.data(), std::size_t(text.size())}, name); });
 }
 
 Result<Grid> readXyzGrid(const QString& path) noexcept {
-  return guardedGrid(path, [&]() -> Result<Grid> {
-    const Result<QByteArray> text = readGridFile(path, kMostBytes);
+  return guarded(path, [&]() -> Result<Grid> {
+    const Result<QByteArray> text = readWholeFile(path, kMostBytes);
     if (!text) return Error{text.error()};
     return parse({text->constData(), std::size_t(text->size())}, path);
   });

@@ -1,22 +1,31 @@
 #include "XOV_Graphics/map/BoundaryResource.h"
 
+#include "XOV_Graphics/base/Guarded.h"
+#include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/base/Log.h"
 #include "XOV_Graphics/base/Resources.h"
-#include "XOV_Graphics/base/TextFile.h"
 
 namespace xov {
 
-bool loadBoundaryResource(const QString& name, BoundaryReader read, SegmentCollector& segments) {
+namespace {
+
+constexpr qint64 kMostBytes = 64 << 20; // full-size boundaries have some hundred kilobytes
+
+Status load(const QString& name, BoundaryReader read, SegmentCollector& segments) {
   const QString path = resourcePath(name);
-  QString error = QStringLiteral("%1: is not among the resources").arg(name);
-  const bool loaded = !path.isEmpty() && withoutThrowing(&error, [&] {
-    QByteArray text;
-    if (!readTextFile(path, text, &error)) return false;
-    read(text, segments);
-    return true;
-  });
-  if (!loaded) qCWarning(log, "plate boundaries: %s", qUtf8Printable(error));
-  return loaded;
+  if (path.isEmpty()) return Error{name + QStringLiteral(": is not among the resources")};
+  const Result<QByteArray> text = readWholeFile(path, kMostBytes);
+  if (!text) return Error{text.error()};
+  read(*text, segments);
+  return {};
+}
+
+} // namespace
+
+bool loadBoundaryResource(const QString& name, BoundaryReader read, SegmentCollector& segments) {
+  const Status loaded = guarded(name, [&] { return load(name, read, segments); });
+  if (!loaded) qCWarning(log, "plate boundaries: %s", qUtf8Printable(loaded.error()));
+  return bool(loaded);
 }
 
 } // namespace xov

@@ -1,12 +1,19 @@
 #include "XOV_Graphics/map/XOVPolygon.h"
 
-#include "XOV_Graphics/base/TextFile.h"
+#include "XOV_Graphics/base/Guarded.h"
+#include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/base/WholeFile.h"
 #include "XOV_Graphics/map/NxyText.h"
 
 #include <algorithm>
 
 namespace xov {
+
+namespace {
+
+constexpr qint64 kMostBytes = qint64(1) << 30; // far more than the points that can be drawn
+
+} // namespace
 
 int XOVPolygon::pointCount() const {
   const std::size_t held = std::min(xp_.size(), yp_.size());
@@ -48,30 +55,38 @@ bool XOVPolygon::pointInPolygonXY(float x, float y) const {
 }
 
 bool XOVPolygon::scanFromNXYString(const QString& text, QString* error) {
-  return withoutThrowing(error, [&] {
-    NxyPoints points = parseNxy(text);
-    npts_ = points.count.value_or(npts_);
-    xp_ = std::move(points.xp);
-    yp_ = std::move(points.yp);
-    return points.error.isEmpty() || fail(error, points.error);
-  });
+  return succeeded(guarded(QString(), [&] { return scan(text); }), error);
 }
 
 bool XOVPolygon::loadNXYFromPath(const QString& path, QString* error) {
-  return withoutThrowing(error, [&] {
-    QByteArray bytes;
-    QString fault;
-    if (!readTextFile(path, bytes, error)) return false;
-    return scanFromNXYString(decodeNxy(bytes), &fault) || fail(error, path + QStringLiteral(": ") + fault);
+  const Status loaded = guarded(path, [&]() -> Status {
+    const Result<QByteArray> bytes = readWholeFile(path, kMostBytes);
+    if (!bytes) return Error{bytes.error()};
+    if (Status scanned = scan(decodeNxy(*bytes)); !scanned)
+      return Error{path + QStringLiteral(": ") + scanned.error()};
+    return {};
   });
+  return succeeded(loaded, error);
 }
 
 bool XOVPolygon::saveToPath(const QString& path, QString* error) const {
-  return withoutThrowing(error, [&] {
-    if (path.isEmpty()) return fail(error, QStringLiteral("there is no file name"));
+  const Status saved = guarded(path, [&]() -> Status {
+    if (path.isEmpty()) return Error{QStringLiteral("there is no file name")};
     const auto count = std::size_t(pointCount());
-    return writeFileAtomically(path, nxyText(xp().first(count), yp().first(count)), error);
+    QString fault;
+    if (writeFileAtomically(path, nxyText(xp().first(count), yp().first(count)), &fault)) return {};
+    return Error{fault};
   });
+  return succeeded(saved, error);
+}
+
+Status XOVPolygon::scan(const QString& text) {
+  NxyPoints points = parseNxy(text);
+  npts_ = points.count.value_or(npts_);
+  xp_ = std::move(points.xp);
+  yp_ = std::move(points.yp);
+  if (!points.error.isEmpty()) return Error{points.error};
+  return {};
 }
 
 } // namespace xov

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/base/Result.h"
 
 #include <QRectF>
 #include <QString>
@@ -70,6 +71,8 @@ public:
   bool saveToPath(const QString& path, QString* error = nullptr) const;
 
 private:
+  Status scan(const QString& text);
+
   std::vector<float> xp_;
   std::vector<float> yp_;
   int npts_ = 0;

@@ -28,32 +28,28 @@ protected:
   }
 
   QString refusal(const QString& path, const TopoFileSize& size, int factor) {
-    error.clear();
-    EXPECT_FALSE(readTopoGrid(path, size, factor, error));
-    return error;
+    return readTopoGrid(path, size, factor).error();
   }
 
   test::TemporaryFiles files;
-  QString error;
 };
 
 TEST_F(TopoGridFile, isReadRowByRow) {
-  const auto grid = readTopoGrid(writeGrid(2, 3), {2, 3}, 1, error);
+  const auto grid = readTopoGrid(writeGrid(2, 3), {2, 3}, 1);
   ASSERT_TRUE(grid);
   EXPECT_EQ(grid->rows, 2);
   EXPECT_EQ(grid->columns, 3);
   EXPECT_EQ(grid->values, (std::vector<float>{0, 1, 2, 100, 101, 102}));
-  EXPECT_TRUE(error.isEmpty());
 }
 
 TEST_F(TopoGridFile, keepsSignsAndTheWholeRange) {
   const QString path = files.write("grid.i2", bytesOf({-32768, 32767, -1, 0}));
-  EXPECT_EQ(readTopoGrid(path, {1, 4}, 1, error)->values, (std::vector<float>{-32768, 32767, -1, 0}));
+  EXPECT_EQ(readTopoGrid(path, {1, 4}, 1)->values, (std::vector<float>{-32768, 32767, -1, 0}));
 }
 
 TEST_F(TopoGridFile, givesEveryDthRowAndColumnOfWholeSteps) {
   // 5 rows and 7 columns by 2: rows 0 and 2, columns 0, 2 and 4.
-  const auto grid = readTopoGrid(writeGrid(5, 7), {5, 7}, 2, error);
+  const auto grid = readTopoGrid(writeGrid(5, 7), {5, 7}, 2);
   ASSERT_TRUE(grid);
   EXPECT_EQ(grid->rows, 2);
   EXPECT_EQ(grid->columns, 3);
@@ -61,7 +57,7 @@ TEST_F(TopoGridFile, givesEveryDthRowAndColumnOfWholeSteps) {
 }
 
 TEST_F(TopoGridFile, reducedByItsOwnHeightIsOneRow) {
-  const auto grid = readTopoGrid(writeGrid(3, 8), {3, 8}, 3, error);
+  const auto grid = readTopoGrid(writeGrid(3, 8), {3, 8}, 3);
   ASSERT_TRUE(grid);
   EXPECT_EQ(grid->values, (std::vector<float>{0, 3}));
 }
@@ -76,8 +72,8 @@ TEST_F(TopoGridFile, agreesWithPlainIndexingOverRandomSizesAndFactors) {
     std::vector<std::int16_t> cells(std::size_t(rows * columns));
     for (std::int16_t& cell : cells)
       cell = std::int16_t(between(-11000, 9000));
-    const auto grid = readTopoGrid(files.write("random.i2", bytesOf(cells)), {rows, columns}, factor, error);
-    ASSERT_TRUE(grid) << error.toStdString();
+    const auto grid = readTopoGrid(files.write("random.i2", bytesOf(cells)), {rows, columns}, factor);
+    ASSERT_TRUE(grid) << grid.error().toStdString();
     ASSERT_EQ(grid->rows, rows / factor);
     ASSERT_EQ(grid->columns, columns / factor);
     for (int r = 0; r < grid->rows; ++r) {
@@ -117,8 +113,8 @@ TEST_F(TopoGridFile, allocatesNothingForASizeThatTheFileHasNot) {
 
 TEST_F(TopoGridFile, thatIsNoFileIsRefused) {
   const QString missing = files.path("missing.i2");
-  EXPECT_EQ(refusal(missing, {2, 3}, 1), missing + QStringLiteral(": there is no such file"));
-  EXPECT_EQ(refusal(files.folder(), {2, 3}, 1), files.folder() + QStringLiteral(": is not an ordinary file"));
+  EXPECT_EQ(refusal(missing, {2, 3}, 1), missing + QStringLiteral(": cannot be opened: No such file or directory"));
+  EXPECT_EQ(refusal(files.folder(), {2, 3}, 1), files.folder() + QStringLiteral(": is a folder, expected a file"));
 }
 
 } // namespace

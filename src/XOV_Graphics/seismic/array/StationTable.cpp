@@ -5,8 +5,6 @@
 #include "XOV_Graphics/base/TextLines.h"
 #include "XOV_Graphics/seismic/Geodesy.h"
 
-#include <QFile>
-
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -66,11 +64,9 @@ Result<StationTable> parseStationTable(QByteArrayView text, const QString& name)
 
 Result<StationTable> readStationTable(const QString& path) noexcept {
   return guarded(path, [&]() -> Result<StationTable> {
-    QFile file(path);
-    if (Status status = openForReading(file); !status) return Error{status.error()};
-    if (file.size() > kMostBytes)
-      return Error{QStringLiteral("%1: %2 bytes, expected at most %3").arg(path).arg(file.size()).arg(kMostBytes)};
-    return parse(file.readAll(), path);
+    const Result<QByteArray> text = readWholeFile(path, kMostBytes);
+    if (!text) return Error{text.error()};
+    return parse(*text, path);
   });
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "XOV_Graphics/base/Result.h"
 
-#include <optional>
 #include <vector>
 
 namespace xov {
@@ -23,8 +22,8 @@ struct TopoFileSize {
 /// Reads every `factor`-th row and column, the first of each included, of a file of signed 16-bit integers in the
 /// machine's byte order, as many as divide the size without a rest. Only the cells that are kept are held in memory.
 ///
-/// Nothing, with a line in `error`, for a size or factor that is not positive, a factor larger than the grid, a file
-/// that cannot be read, and one of another size, which the line names beside the expected one.
-std::optional<TopoGrid> readTopoGrid(const QString& path, const TopoFileSize& size, int factor, QString& error);
+/// Refuses a size or factor that is not positive, a factor larger than the grid, a file that cannot be read, and one of
+/// another size, which the line names beside the expected one.
+Result<TopoGrid> readTopoGrid(const QString& path, const TopoFileSize& size, int factor) noexcept;
 
 } // namespace xov

@@ -26,15 +26,15 @@ bool refused(QString* error, const QString& fault) {
 
 bool geoMapView::loadTopoImageFromPathNRowsNColsDSmpl(const QString& path, std::int32_t rows, std::int32_t cols,
                                                       std::int32_t dSmpl, QString* error) {
-  QString fault;
-  std::optional<TopoGrid> grid = readTopoGrid(path, {rows, cols}, dSmpl, fault);
-  if (!grid) {
+  Result<TopoGrid> read = readTopoGrid(path, {rows, cols}, dSmpl);
+  if (!read) {
     // A file that is not there is no news to a host that tries where it may be.
-    if (error == nullptr && QFileInfo::exists(path)) qCWarning(log, "topography: %s", qUtf8Printable(fault));
-    return refused(error, fault);
+    if (error == nullptr && QFileInfo::exists(path)) qCWarning(log, "topography: %s", qUtf8Printable(read.error()));
+    return refused(error, read.error());
   }
-  setupImageDataNROWSNCOLS(std::make_shared<const std::vector<float>>(std::move(grid->values)), grid->rows,
-                           grid->columns);
+  TopoGrid grid = std::move(read).value();
+  setupImageDataNROWSNCOLS(std::make_shared<const std::vector<float>>(std::move(grid.values)), grid.rows,
+                           grid.columns);
   return true;
 }
 
