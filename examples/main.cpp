@@ -6,8 +6,8 @@
 #include "examples/synthetic/XyTables.h"
 
 #include <QDir>
-#include <QSaveFile>
 
+#include <XOV_Graphics/base/WholeFile.h>
 #include <XOV_Graphics/seismic/io/sac/SacWriter.h>
 #include <cstdio>
 
@@ -26,9 +26,9 @@ Status makeFolder(const QDir& folder) {
 }
 
 Status writeText(const QString& path, const QByteArray& text) {
-  QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit()) return {};
-  return Error{path + QStringLiteral(": ") + file.errorString()};
+  QString error;
+  if (xov::writeFileAtomically(path, text, &error)) return {};
+  return Error{error};
 }
 
 Status writeSection(const QDir& folder) {

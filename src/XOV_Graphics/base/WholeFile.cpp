@@ -1,5 +1,7 @@
 #include "XOV_Graphics/base/WholeFile.h"
 
+#include "XOV_Graphics/base/Result.h"
+
 #include <QFileInfo>
 #include <QSaveFile>
 
@@ -9,10 +11,6 @@ namespace xov {
 
 namespace {
 
-void report(QString* error, const QString& text) {
-  if (error != nullptr) *error = text;
-}
-
 // Why writing failed. A flush that fails leaves the reason with the system only.
 QString reasonOf(const QFileDevice& file) {
   const QString system = qt_error_string(errno);
@@ -21,8 +19,18 @@ QString reasonOf(const QFileDevice& file) {
 }
 
 // A device or a pipe is written to and never replaced.
-bool writeInPlace(QFile& file, const FileContents& contents) {
-  return file.open(QIODevice::WriteOnly) && contents(file) && file.flush();
+Status writeInPlace(const QString& path, const FileContents& contents) {
+  QFile file(path);
+  if (file.open(QIODevice::WriteOnly) && contents(file) && file.flush()) return {};
+  return Error{path + QStringLiteral(": ") + reasonOf(file)};
+}
+
+Status writeBeside(const QString& path, const FileContents& contents) {
+  // The flush comes before the commit: what a full disk leaves in the buffer would otherwise be lost in silence while
+  // the file takes its place.
+  QSaveFile file(path);
+  if (file.open(QIODevice::WriteOnly) && contents(file) && file.flush() && file.commit()) return {};
+  return Error{path + QStringLiteral(": ") + reasonOf(file)};
 }
 
 bool isSpecialFile(const QString& path) {
@@ -38,18 +46,7 @@ bool writeFileAtomically(const QString& path, const QByteArray& bytes, QString* 
 }
 
 bool writeFileAtomically(const QString& path, const FileContents& contents, QString* error) {
-  if (isSpecialFile(path)) {
-    QFile device(path);
-    if (writeInPlace(device, contents)) return true;
-    report(error, QStringLiteral("%1: %2").arg(path, reasonOf(device)));
-    return false;
-  }
-  // The flush comes before the commit: what a full disk leaves in the buffer would otherwise be lost in silence while
-  // the file takes its place.
-  QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && contents(file) && file.flush() && file.commit()) return true;
-  report(error, QStringLiteral("%1: %2").arg(path, reasonOf(file)));
-  return false;
+  return succeeded(isSpecialFile(path) ? writeInPlace(path, contents) : writeBeside(path, contents), error);
 }
 
 } // namespace xov

@@ -1,11 +1,10 @@
 #include "XOV_Graphics/seismic/io/sac/SacWriter.h"
 
 #include "XOV_Graphics/base/Guarded.h"
+#include "XOV_Graphics/base/WholeFile.h"
 #include "XOV_Graphics/seismic/io/sac/SacAlphanumeric.h"
 #include "XOV_Graphics/seismic/io/sac/SacBinary.h"
 #include "XOV_Graphics/seismic/io/sac/SacChecks.h"
-
-#include <QSaveFile>
 
 #include <cmath>
 
@@ -52,12 +51,14 @@ Status writeDevice(const SacSeismogram& trace, QIODevice& device, const QString&
 
 Status writeSac(const SacSeismogram& trace, const QString& path, const SacWriteOptions& options) noexcept {
   return guarded(path, [&]() -> Status {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return Error{path + ": cannot be written: " + file.errorString()};
-    if (Status status = writeDevice(trace, file, path, options); !status) return status;
-    // What a full disk leaves in the buffer would otherwise be lost in silence while the file takes its place.
-    if (!file.flush() || !file.commit()) return Error{path + ": cannot be written: " + file.errorString()};
-    return {};
+    Status contents;
+    QString fault;
+    const auto write = [&](QIODevice& device) {
+      contents = writeDevice(trace, device, path, options);
+      return bool(contents);
+    };
+    if (writeFileAtomically(path, write, &fault)) return {};
+    return contents ? Status(Error{fault}) : contents;
   });
 }
 
