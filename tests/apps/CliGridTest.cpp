@@ -75,7 +75,8 @@ TEST_F(CliGrid, failsInOneLineAndWritesNothing) {
             "xov: words.txt: line 2: expected three numbers, x, y and value\n");
   EXPECT_EQ(xov({"grid", "short.i2", "--rows", "2", "--columns", "2", "-o", "plot.png"}).err,
             "xov: short.i2: 3 bytes, expected 8 for 2 rows of 2 columns\n");
-  EXPECT_EQ(xov({"grid", "missing.txt", "-o", "plot.png"}).err, "xov: missing.txt: cannot be opened: No such file or directory\n");
+  EXPECT_EQ(xov({"grid", "missing.txt", "-o", "plot.png"}).err,
+            "xov: missing.txt: cannot be opened: No such file or directory\n");
   EXPECT_FALSE(files().contains("plot.png"));
 }
 

@@ -16,8 +16,15 @@ std::optional<QByteArrayView> TextLines::next() {
   const qsizetype end = rest_.indexOf('\n');
   QByteArrayView line = end < 0 ? rest_ : rest_.first(end);
   rest_ = end < 0 ? QByteArrayView() : rest_.sliced(end + 1);
-  if (line.endsWith('\r')) line.chop(1);
+  // More than one where a text was converted twice.
+  while (line.endsWith('\r'))
+    line.chop(1);
   return line;
+}
+
+QByteArrayView withoutMark(QByteArrayView text) {
+  const QByteArrayView mark("\xEF\xBB\xBF");
+  return text.startsWith(mark) ? text.sliced(mark.size()) : text;
 }
 
 QByteArrayView withoutBlanks(QByteArrayView text) {

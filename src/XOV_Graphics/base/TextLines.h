@@ -1,5 +1,7 @@
 #pragma once
 
+#include "XOV_Graphics/base/Export.h"
+
 #include <QByteArrayView>
 
 #include <optional>
@@ -7,7 +9,7 @@
 namespace xov {
 
 /// Walks through the lines of a text, which end with LF or CR LF.
-class TextLines {
+class XOV_EXPORT TextLines {
 public:
   explicit TextLines(QByteArrayView text) : rest_(text) {}
 
@@ -23,8 +25,11 @@ private:
   qint64 number_ = 0;
 };
 
+/// `text` without the mark that some programs put before UTF-8.
+XOV_EXPORT QByteArrayView withoutMark(QByteArrayView text);
+
 /// `text` without blanks and tabulators at either end.
-QByteArrayView withoutBlanks(QByteArrayView text);
+XOV_EXPORT QByteArrayView withoutBlanks(QByteArrayView text);
 
 /// Takes the first word off `rest`, and the blanks and tabulators around it; empty when no word is left.
 QByteArrayView takeWord(QByteArrayView& rest);

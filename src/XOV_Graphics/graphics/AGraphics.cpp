@@ -1,6 +1,6 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 
-#include "XOV_Graphics/base/NumberText.h"
+#include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/graphics/AGraphicsState.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/platform/Path.h"

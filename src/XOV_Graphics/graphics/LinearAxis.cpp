@@ -1,6 +1,6 @@
 #include "XOV_Graphics/graphics/LinearAxis.h"
 
-#include "XOV_Graphics/base/NumberText.h"
+#include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/base/SinglePrecision.h"
 #include "XOV_Graphics/graphics/AxisLabelFormat.h"
 #include "XOV_Graphics/graphics/AxisScale.h"

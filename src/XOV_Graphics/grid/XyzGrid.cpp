@@ -2,20 +2,18 @@
 
 #include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/InputFile.h"
+#include "XOV_Graphics/base/Numbers.h"
+#include "XOV_Graphics/base/TextLines.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <limits>
 #include <optional>
-#include <string_view>
 
 namespace xov {
 
 namespace {
 
 constexpr qint64 kMostBytes = qint64(1) << 31;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 // Coordinates are written with few digits: a place may be this share of a step beside its own.
 constexpr double kUnevenness = 0.1;
 
@@ -27,30 +25,18 @@ struct Cell {
 
 bool isSeparator(char c) { return c == ' ' || c == '\t' || c == ',' || c == ';' || c == '\r'; }
 
-std::optional<double> takeNumber(std::string_view& line) {
-  while (!line.empty() && isSeparator(line.front()))
-    line.remove_prefix(1);
-  if (line.starts_with('+')) line.remove_prefix(1);
-  double value = 0;
-  const auto [end, problem] = std::from_chars(line.data(), line.data() + line.size(), value);
-  const bool ends = end == line.data() + line.size() || isSeparator(*end);
-  if (problem != std::errc() || !ends) return {};
-  line.remove_prefix(std::size_t(end - line.data()));
-  return value;
+std::optional<double> takeCoordinate(QByteArrayView& line) {
+  line = QByteArrayView(std::find_if_not(line.begin(), line.end(), isSeparator), line.end());
+  const auto value = takeNumber<double>(line);
+  return line.isEmpty() || isSeparator(line.front()) ? value : std::nullopt;
 }
 
-float toFloat(double value) {
-  constexpr double kLargest = double(std::numeric_limits<float>::max());
-  if (std::abs(value) > kLargest) return value > 0 ? HUGE_VALF : -HUGE_VALF;
-  return float(value);
-}
-
-std::optional<Cell> cellIn(std::string_view line) {
-  const auto x = takeNumber(line);
-  const auto y = x ? takeNumber(line) : std::nullopt;
-  const auto value = y ? takeNumber(line) : std::nullopt;
+std::optional<Cell> cellIn(QByteArrayView line) {
+  const auto x = takeCoordinate(line);
+  const auto y = x ? takeCoordinate(line) : std::nullopt;
+  const auto value = y ? takeCoordinate(line) : std::nullopt;
   if (!value || !std::isfinite(*x) || !std::isfinite(*y)) return {};
-  return Cell{*x, *y, toFloat(*value)};
+  return Cell{*x, *y, toSinglePrecision(*value)};
 }
 
 /// The evenly spaced places of columns or rows.
@@ -78,25 +64,23 @@ std::optional<Places> placesOf(std::vector<double> all) {
   return places;
 }
 
-Result<std::vector<Cell>> cellsIn(std::string_view text, const QString& name) {
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+Result<std::vector<Cell>> cellsIn(QByteArrayView text, const QString& name) {
   std::vector<Cell> cells;
-  for (std::int64_t number = 1; !text.empty(); ++number) {
-    const std::size_t end = text.find('\n');
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    const auto start = std::find_if_not(line.begin(), line.end(), isSeparator);
-    if (start == line.end() || *start == '#') continue;
-    const auto cell = cellIn(line);
+  TextLines lines(withoutMark(text));
+  while (const auto line = lines.next()) {
+    const auto start = std::find_if_not(line->begin(), line->end(), isSeparator);
+    if (start == line->end() || *start == '#') continue;
+    const auto cell = cellIn(*line);
     if (!cell)
-      return Error{QStringLiteral("%1: line %2: expected three numbers, x, y and value").arg(name).arg(number)};
+      return Error{
+          QStringLiteral("%1: line %2: expected three numbers, x, y and value").arg(name).arg(lines.number())};
     cells.push_back(*cell);
   }
   if (cells.empty()) return Error{name + QStringLiteral(": holds no grid")};
   return cells;
 }
 
-Result<Grid> parse(std::string_view text, const QString& name) {
+Result<Grid> parse(QByteArrayView text, const QString& name) {
   const Result<std::vector<Cell>> cells = cellsIn(text, name);
   if (!cells) return Error{cells.error()};
   const auto placesAlong = [&](double Cell::*coordinate) {
@@ -140,14 +124,14 @@ Result<Grid> parse(std::string_view text, const QString& name) {
 } // namespace
 
 Result<Grid> parseXyzGrid(QByteArrayView text, const QString& name) noexcept {
-  return guarded(name, [&] { return parse({text.data(), std::size_t(text.size())}, name); });
+  return guarded(name, [&] { return parse(text, name); });
 }
 
 Result<Grid> readXyzGrid(const QString& path) noexcept {
   return guarded(path, [&]() -> Result<Grid> {
     const Result<QByteArray> text = readWholeFile(path, kMostBytes);
     if (!text) return Error{text.error()};
-    return parse({text->constData(), std::size_t(text->size())}, path);
+    return parse(*text, path);
   });
 }
 

@@ -1,7 +1,7 @@
 #include "XOV_Graphics/map/BoundaryText.h"
 
 #include "XOV_Graphics/base/Log.h"
-#include "XOV_Graphics/base/NumberScan.h"
+#include "XOV_Graphics/base/Numbers.h"
 
 #include <algorithm>
 #include <new>
@@ -13,6 +13,14 @@ namespace {
 
 constexpr qsizetype kLongestLine = 127;
 constexpr float kFullCircleDeg = 360;
+
+/// Takes white space and a number off the front of a line; false when there is none.
+bool takeFloat(QByteArrayView& line, float& value) {
+  skipSpace(line);
+  const auto number = takeNumber<float>(line);
+  value = number.value_or(value);
+  return number.has_value();
+}
 
 /// Walks through the lines of a text, or pieces of 127 bytes of longer ones, each with its line end.
 class BoundaryLines {

@@ -1,12 +1,10 @@
 #include "XOV_Graphics/map/NxyText.h"
 
-#include "XOV_Graphics/base/NumberScan.h"
+#include "XOV_Graphics/base/Numbers.h"
 
 #include <QStringDecoder>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 
 namespace xov {
@@ -15,9 +13,6 @@ namespace {
 
 /// Each coordinate takes a digit and the white space before it.
 constexpr qsizetype kLeastCharactersAPoint = 4;
-constexpr int kDecimals = 6;
-/// Sign, the 39 digits of the largest float, point and decimals.
-constexpr std::size_t kLongestNumber = 48;
 constexpr qsizetype kLongestQuotation = 24;
 
 /// One byte a character: white space of any script as a blank, everything that is no part of a number and cannot be
@@ -49,19 +44,23 @@ bool isSeparated(QByteArrayView rest) { return rest.isEmpty() || rest.front() ==
 /// Takes the count; an error when it is none, or when the rest of the text cannot hold as many points.
 QString takeCount(QByteArrayView& rest, std::optional<int>& count) {
   const QByteArrayView start = rest;
-  int value = 0;
-  if (!takeInt(rest, value) || (value != 0 && !isSeparated(rest)))
+  skipSpace(rest);
+  const auto value = takeNumber<std::int32_t>(rest);
+  if (!value || (*value != 0 && !isSeparated(rest)))
     return QStringLiteral("number of points: %1, expected a whole number").arg(found(start));
   count = value;
-  if (value < 0) return QStringLiteral("number of points: found %1, expected at least 0").arg(value);
-  if (value > rest.size() / kLeastCharactersAPoint)
-    return QStringLiteral("number of points: found %1, but only %2 characters follow").arg(value).arg(rest.size());
+  if (*value < 0) return QStringLiteral("number of points: found %1, expected at least 0").arg(*value);
+  if (*value > rest.size() / kLeastCharactersAPoint)
+    return QStringLiteral("number of points: found %1, but only %2 characters follow").arg(*value).arg(rest.size());
   return {};
 }
 
 bool takeCoordinate(QByteArrayView& rest, bool isLast, float& value) {
   QByteArrayView after = rest;
-  if (!takeFloat(after, value) || !std::isfinite(value) || !(isLast || isSeparated(after))) return false;
+  skipSpace(after);
+  const auto number = takeNumber<float>(after);
+  if (!number || !std::isfinite(*number) || !(isLast || isSeparated(after))) return false;
+  value = *number;
   rest = after;
   return true;
 }
@@ -79,13 +78,6 @@ QString takePoints(QByteArrayView rest, std::size_t count, NxyPoints& points) {
           .arg(found(rest));
   }
   return {};
-}
-
-void appendNumber(float value, char after, QByteArray& text) {
-  std::array<char, kLongestNumber> digits;
-  const auto end = std::to_chars(digits.begin(), digits.end(), value, std::chars_format::fixed, kDecimals).ptr;
-  text.append(digits.data(), end - digits.data());
-  text.append(after);
 }
 
 } // namespace
@@ -113,8 +105,10 @@ QString decodeNxy(const QByteArray& bytes) {
 QByteArray nxyText(std::span<const float> xp, std::span<const float> yp) {
   QByteArray text = QByteArray::number(qint64(xp.size())) + '\n';
   for (std::size_t i = 0; i < xp.size(); ++i) {
-    appendNumber(xp[i], ' ', text);
-    appendNumber(yp[i], '\n', text);
+    appendFixed(text, xp[i]);
+    text += ' ';
+    appendFixed(text, yp[i]);
+    text += '\n';
   }
   return text;
 }

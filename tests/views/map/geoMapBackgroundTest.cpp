@@ -164,7 +164,8 @@ TEST_F(GeoMapBackground, showsThePartOfEtopo5ThatTheLimitsSelect) {
 TEST_F(GeoMapBackground, missesEtopo5WhereThereIsNone) {
   QString error;
   EXPECT_FALSE(view.loadETOPO5DownSmpl(1, &error));
-  EXPECT_EQ(error, files.path("DATA/Grids/etopo5.i2") + QStringLiteral(": cannot be opened: No such file or directory"));
+  EXPECT_EQ(error,
+            files.path("DATA/Grids/etopo5.i2") + QStringLiteral(": cannot be opened: No such file or directory"));
   const LogCatcher log;
   EXPECT_FALSE(view.loadETOPO5DownSmpl(1));
   EXPECT_TRUE(LogCatcher::lines().isEmpty());

@@ -1,9 +1,9 @@
 #include "XOV_Graphics/views/image/XyzText.h"
 
+#include "XOV_Graphics/base/Numbers.h"
+
 #include <QIODevice>
 
-#include <array>
-#include <charconv>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -13,34 +13,22 @@ namespace xov {
 
 namespace {
 
-constexpr int kDecimals = 6;
-// The longest float has 39 digits before its point.
-constexpr std::size_t kLongestNumber = 64;
 // Text goes to the device in pieces of about this many bytes.
 constexpr std::size_t kPiece = 1 << 20;
 
-// The bytes that "%f" writes.
-void appendNumber(std::string& text, float value) {
-  std::array<char, kLongestNumber> digits;
-  const auto end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), double(value), std::chars_format::fixed, kDecimals);
-  text.append(digits.data(), end.ptr);
-}
-
-std::string numberText(float value) {
+std::string fixed(float value) {
   std::string text;
-  appendNumber(text, value);
+  appendFixed(text, value);
   return text;
 }
 
 std::string heading(const PlotLimits& limits, const GridRange& range, const GridNodes& nodes) {
   const auto axis = [](const char* name, float min, float max, float step) {
-    return std::string("# ") + name + " = " + numberText(min) + ", " + numberText(max) + " " + numberText(step) +
-           "\n";
+    return std::string("# ") + name + " = " + fixed(min) + ", " + fixed(max) + " " + fixed(step) + "\n";
   };
   return axis("xmin,xmax,dx", limits.xmin, limits.xmax, nodes.dx) +
-         axis("ymin,ymax,dy", limits.ymin, limits.ymax, nodes.dy) + "# zmin,zmax = " + numberText(range.lowest) +
-         ", " + numberText(range.highest) + "\n";
+         axis("ymin,ymax,dy", limits.ymin, limits.ymax, nodes.dy) + "# zmin,zmax = " + fixed(range.lowest) + ", " +
+         fixed(range.highest) + "\n";
 }
 
 bool write(QIODevice& device, std::string& text) {
@@ -55,14 +43,14 @@ bool writeXyzText(QIODevice& device, const PlotLimits& limits, const GridRange& 
                   const GridValues& grid) {
   std::vector<std::string> xTexts(std::size_t(grid.columns));
   for (std::int32_t column = 0; column < grid.columns; ++column)
-    xTexts[std::size_t(column)] = numberText(nodes.x(column)) + " ";
+    xTexts[std::size_t(column)] = fixed(nodes.x(column)) + " ";
   std::string text = heading(limits, range, nodes);
   for (std::int32_t row = 0; row < grid.rows; ++row) {
-    const std::string yText = numberText(nodes.y(row)) + " ";
+    const std::string yText = fixed(nodes.y(row)) + " ";
     for (std::int32_t column = 0; column < grid.columns; ++column) {
       text += xTexts[std::size_t(column)];
       text += yText;
-      appendNumber(text, nodes.value(grid, row, column).value_or(std::numeric_limits<float>::quiet_NaN()));
+      appendFixed(text, nodes.value(grid, row, column).value_or(std::numeric_limits<float>::quiet_NaN()));
       text += '\n';
       if (text.size() >= kPiece && !write(device, text)) return false;
     }

@@ -22,8 +22,8 @@ struct TopoFileSize {
 /// Reads every `factor`-th row and column, the first of each included, of a file of signed 16-bit integers in the
 /// machine's byte order, as many as divide the size without a rest. Only the cells that are kept are held in memory.
 ///
-/// Refuses a size or factor that is not positive, a factor larger than the grid, a file that cannot be read, and one of
-/// another size, which the line names beside the expected one.
+/// Refuses a size or factor that is not positive, a factor larger than the grid, a file that cannot be read, and one
+/// of another size, which the line names beside the expected one.
 Result<TopoGrid> readTopoGrid(const QString& path, const TopoFileSize& size, int factor) noexcept;
 
 } // namespace xov

@@ -1,6 +1,6 @@
 #include "XOV_Graphics/views/seismic/Captions.h"
 
-#include "XOV_Graphics/base/NumberText.h"
+#include "XOV_Graphics/base/Numbers.h"
 
 namespace xov {
 

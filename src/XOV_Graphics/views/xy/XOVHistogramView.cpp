@@ -1,6 +1,6 @@
 #include "XOV_Graphics/views/xy/XOVHistogramView.h"
 
-#include "XOV_Graphics/base/NumberText.h"
+#include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/views/xy/HistogramBars.h"

@@ -1,6 +1,8 @@
 #include "XOV_Graphics/seismic/io/events/EventNumbers.h"
 
-#include "XOV_Graphics/seismic/io/sac/SacChecks.h"
+#include "XOV_Graphics/base/Numbers.h"
+
+#include <cmath>
 
 namespace xov {
 
@@ -12,9 +14,9 @@ constexpr qsizetype kQuotedCharacters = 40;
 
 QString takeEventNumber(const EventNumber& number, QStringView text, double factor, float& value) {
   if (text.isEmpty()) return {};
-  bool isNumber = false;
-  const double read = text.toDouble(&isNumber) * factor;
-  if (isNumber && read >= number.lowest && read <= number.highest) {
+  const QByteArray digits = text.trimmed().toUtf8();
+  const double read = toNumber<double>(digits, OutOfRange::Nearest).value_or(std::nan("")) * factor;
+  if (read >= number.lowest && read <= number.highest) {
     value = float(read);
     return {};
   }

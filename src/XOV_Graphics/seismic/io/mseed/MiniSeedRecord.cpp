@@ -1,6 +1,6 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedRecord.h"
 
-#include "XOV_Graphics/seismic/io/sac/SacChecks.h"
+#include "XOV_Graphics/base/Numbers.h"
 
 #include <QDate>
 #include <QtEndian>

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/io/sac/SacAlphanumeric.h"
 
+#include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/base/TextLines.h"
 #include "XOV_Graphics/seismic/io/sac/SacChecks.h"
 
@@ -32,16 +33,13 @@ constexpr TextWidths kFirstTextLine = {{kTextColumns, 2 * kTextColumns, 0}, 2};
 constexpr TextWidths kOtherTextLines = {{kTextColumns, kTextColumns, kTextColumns}, 3};
 static_assert(kTextLines * 3 * kTextColumns == sizeof(TextBlock));
 
-std::optional<float> parseNumber(QByteArrayView text, float) { return parseFloat(text); }
-std::optional<std::int32_t> parseNumber(QByteArrayView text, std::int32_t) { return parseInteger(text); }
-
 /// Takes numbers off `line` with `take` until it is empty or there are `limit` of them. When one cannot be read,
 /// appends nothing and returns false.
 template <typename Number, typename Take>
 bool appendNumbers(QByteArrayView& line, std::size_t limit, Take take, std::vector<Number>& numbers) {
   const std::size_t before = numbers.size();
   while (!line.isEmpty() && numbers.size() - before < limit) {
-    const std::optional<Number> number = parseNumber(take(line), Number());
+    const std::optional<Number> number = toNumber<Number>(take(line));
     if (!number) {
       numbers.resize(before);
       return false;

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/io/sac/SacChecks.h"
 
-#include <charconv>
+#include "XOV_Graphics/base/Numbers.h"
+
 #include <cmath>
 #include <limits>
 
@@ -30,19 +31,6 @@ const char* fileTypeMeaning(std::int32_t iftype) {
   return "an unknown type";
 }
 
-QByteArrayView withoutPlus(QByteArrayView text) {
-  const bool plusBeforeNumber = text.size() > 1 && text[0] == '+' && text[1] != '-';
-  return plusBeforeNumber ? text.sliced(1) : text;
-}
-
-/// Parses the whole text or returns an error.
-template <typename Number>
-std::errc parseWhole(QByteArrayView text, Number& value) {
-  const char* const end = text.data() + text.size();
-  const auto [stop, problem] = std::from_chars(text.data(), end, value);
-  return stop == end ? problem : std::errc::invalid_argument;
-}
-
 } // namespace
 
 QString sacPlace(const char* field, std::size_t byteOffset, SacPlaces places) {
@@ -56,8 +44,6 @@ QString sacPlace(const char* field, std::size_t byteOffset, SacPlaces places) {
 Error sacError(const QString& name, const QString& place, const QString& found, const QString& expected) {
   return {name + ": " + place + ": found " + found + ", expected " + expected};
 }
-
-QString numberText(double value) { return QString::number(value, 'g', 9); }
 
 Status checkSacHeader(const SacHeader& header, const QString& name, SacPlaces places) {
   if (header.nvhdr != kSacVersion6 && header.nvhdr != kSacVersion7)
@@ -81,23 +67,6 @@ Status checkSacTimes(double delta, const QString& deltaPlace, double b, const QS
   if (!deltaFits) return sacError(name, deltaPlace, numberText(delta), "a finite number above 0");
   if (!(std::abs(b) <= kLargestFloat)) return sacError(name, bPlace, numberText(b), "a finite number");
   return {};
-}
-
-std::optional<float> parseFloat(QByteArrayView text) {
-  const QByteArrayView number = withoutPlus(text);
-  float value = 0;
-  const std::errc problem = parseWhole(number, value);
-  if (problem == std::errc()) return value;
-  if (problem != std::errc::result_out_of_range) return {};
-  double wide = 0;
-  const bool tiny = parseWhole(number, wide) == std::errc() && std::abs(wide) < 1;
-  return tiny ? std::optional<float>(0.0F) : std::nullopt;
-}
-
-std::optional<std::int32_t> parseInteger(QByteArrayView text) {
-  std::int32_t value = 0;
-  if (parseWhole(withoutPlus(text), value) != std::errc()) return {};
-  return value;
 }
 
 } // namespace xov

@@ -3,10 +3,6 @@
 #include "XOV_Graphics/base/Result.h"
 #include "XOV_Graphics/seismic/SacHeader.h"
 
-#include <QByteArrayView>
-
-#include <optional>
-
 namespace xov {
 
 inline constexpr int kSacFloatCount = 70;
@@ -36,14 +32,5 @@ Status checkSacTimes(double delta, const QString& deltaPlace, double b, const QS
 
 /// One line of the form "name: place: found this, expected that".
 Error sacError(const QString& name, const QString& place, const QString& found, const QString& expected);
-
-/// A number as error lines write it, with nine digits.
-QString numberText(double value);
-
-/// A number written in ASCII, whatever the locale; nothing when `text` holds anything else. A leading plus sign is
-/// allowed. Of floats, a value too small for single precision is 0 and one too large is refused; "nan" and "inf" are
-/// read.
-std::optional<float> parseFloat(QByteArrayView text);
-std::optional<std::int32_t> parseInteger(QByteArrayView text);
 
 } // namespace xov
