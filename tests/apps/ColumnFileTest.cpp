@@ -118,9 +118,19 @@ TEST(ColumnFile, prefersAHeadingThatIsANumberToAColumnNumber) {
 
 TEST(ColumnFile, looksOnlyAtTheColumnsThatAreWanted) {
   const auto data = parse("1 TLY 2\n3 ULN 4 # comment\n", {"1", "3"});
-  // The first line is the heading, since it is not made of numbers.
+  ASSERT_TRUE(data) << qPrintable(data.error());
+  EXPECT_EQ(data->columns, (std::vector<Floats>{{1, 3}, {2, 4}}));
+  EXPECT_EQ(data->names, (QStringList{"", ""}));
+}
+
+TEST(ColumnFile, hasAHeadingWhereAWantedColumnHoldsNoNumber) {
+  const auto data = parse("1 TLY lat\n3 ULN 4\n", {"1", "3"});
   ASSERT_TRUE(data) << qPrintable(data.error());
   EXPECT_EQ(data->columns, (std::vector<Floats>{{3}, {4}}));
+  EXPECT_EQ(data->names, (QStringList{"1", "lat"}));
+  const auto unnamed = parse("station,,height\nTLY,3,4\n", {"2"});
+  ASSERT_TRUE(unnamed) << qPrintable(unnamed.error());
+  EXPECT_EQ(unnamed->columns[0], Floats{3});
 }
 
 TEST(ColumnFile, namesTheHeadingsWhenNoneIsTheWantedOne) {

@@ -19,9 +19,9 @@ struct ColumnData {
 /// or by heading.
 ///
 /// Fields are separated by semicolons, or by commas, or by tabs below a heading, or by blanks and tabs; the first
-/// line decides. Numbers have a decimal point. A first line that holds anything but numbers is the heading. Empty
-/// lines and lines that start with # count for nothing. Fields may stand in double quotes. The first line that lacks
-/// a wanted column, or has something else than a number in it, is refused with its line number.
+/// line decides. Numbers have a decimal point. The first line is the heading unless it has a number in each column
+/// that is wanted. Empty lines and lines that start with # count for nothing. Fields may stand in double quotes. The
+/// first line that lacks a wanted column, or has something else than a number in it, is refused with its line number.
 Result<ColumnData> readColumns(const QString& path, const QStringList& wanted);
 
 /// The same from memory; `name` stands for the file in errors.

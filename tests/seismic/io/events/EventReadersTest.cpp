@@ -276,10 +276,11 @@ TEST(EventTable, countsRowsThatItLeavesOutAndNamesTheLineOfTheFirst) {
                                      "expected -90 to 90"));
 }
 
-TEST(EventTable, losesOneRowToAQuoteThatIsNotClosed) {
+TEST(EventTable, takesAQuoteThatIsNotClosedForText) {
   const auto file = parsed("place,time,latitude\n\"open,2020-01-02,1\n\"closed\",2020-01-03,1\n");
-  EXPECT_EQ(file->events.size(), 1U);
-  EXPECT_EQ(file->notes, QStringList("in: 1 of 2 rows left out, the first on line 2: time: found nothing"));
+  ASSERT_EQ(file->events.size(), 2U);
+  EXPECT_EQ(file->events[0]->values().name, QStringLiteral("\"open"));
+  EXPECT_EQ(file->events[1]->values().name, QStringLiteral("closed"));
 }
 
 TEST(EventTable, withoutASoundRowIsRefused) {

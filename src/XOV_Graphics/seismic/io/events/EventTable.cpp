@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/io/events/EventTable.h"
 
+#include "XOV_Graphics/base/Fields.h"
 #include "XOV_Graphics/base/LeftOut.h"
 #include "XOV_Graphics/base/TextLines.h"
 #include "XOV_Graphics/base/TimeText.h"
@@ -86,49 +87,16 @@ constexpr const char* kNothing[] = {"nan", "null", "none", "-"};
 
 using Fields = std::vector<QByteArrayView>;
 
-/// Where the field at the start of `rest` ends: at the separator that is not in quotes, or at the end.
-qsizetype fieldEnd(QByteArrayView rest, char separator) {
-  const bool quoted = withoutBlanks(rest).startsWith('"');
-  qsizetype from = 0;
-  if (quoted) {
-    // Two quotes in a row are one of the text, so the closing one has an even number before it.
-    const qsizetype open = rest.indexOf('"');
-    qsizetype close = rest.indexOf('"', open + 1);
-    while (close >= 0 && close + 1 < rest.size() && rest[close + 1] == '"')
-      close = rest.indexOf('"', close + 2);
-    if (close < 0) return rest.size();
-    from = close + 1;
-  }
-  const qsizetype end = rest.indexOf(separator, from);
-  return end < 0 ? rest.size() : end;
-}
-
-/// The fields of a row, as they stand there.
-void splitRow(QByteArrayView row, char separator, Fields& fields) {
-  fields.clear();
-  for (;;) {
-    const qsizetype end = fieldEnd(row, separator);
-    fields.push_back(row.first(end));
-    if (end == row.size()) return;
-    row = row.sliced(end + 1);
-  }
-}
-
-/// What a field says, without quotes and blanks; empty when it stands for nothing.
-QString fieldText(QByteArrayView field) {
-  QByteArrayView bare = withoutBlanks(field);
-  const bool quoted = bare.size() > 1 && bare.startsWith('"') && bare.endsWith('"');
-  if (quoted) bare = bare.sliced(1, bare.size() - 2);
-  QString text = QString::fromUtf8(bare).trimmed();
-  if (quoted) text.replace(QLatin1String("\"\""), QLatin1String("\""));
+/// What a field says; empty when it stands for nothing.
+QString knownText(QByteArrayView field) {
+  const QString text = fieldText(field);
   const bool isNothing = std::ranges::any_of(
       kNothing, [&](const char* word) { return text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0; });
   return isNothing ? QString() : text;
 }
 
 std::optional<Column> columnNamed(QByteArrayView field) {
-  QString name = fieldText(field).toLower();
-  name.removeIf([](QChar c) { return !c.isLetterOrNumber(); });
+  const QString name = headingKey(field);
   const auto found =
       std::ranges::find_if(kColumnNames, [&](const ColumnName& known) { return name == QLatin1String(known.name); });
   return found == std::end(kColumnNames) ? std::nullopt : std::optional(found->column);
@@ -153,9 +121,8 @@ public:
     for (const char separator : kSeparators) {
       Layout layout;
       layout.separator_ = separator;
-      Fields fields;
-      splitRow(row, separator, fields);
-      if (fields.size() < 2 || !parseUtcTime(fieldText(fields[0]))) continue;
+      const Fields fields = fieldsOf(row, separator);
+      if (fields.size() < 2 || !parseUtcTime(knownText(fields[0]))) continue;
       for (std::size_t i = 0; i < std::min(std::size(kPlainColumns), fields.size()); ++i)
         layout.place(kPlainColumns[i]) = int(i);
       return layout;
@@ -169,7 +136,7 @@ public:
   /// The text of a column; empty where the row has none.
   QString text(const Fields& fields, Column column) const {
     const int place = places_[std::size_t(column)];
-    return place >= 0 && std::size_t(place) < fields.size() ? fieldText(fields[std::size_t(place)]) : QString();
+    return place >= 0 && std::size_t(place) < fields.size() ? knownText(fields[std::size_t(place)]) : QString();
   }
 
 private:
@@ -178,8 +145,7 @@ private:
   static Layout namedBy(QByteArrayView row, char separator) {
     Layout layout;
     layout.separator_ = separator;
-    Fields fields;
-    splitRow(row, separator, fields);
+    const Fields fields = fieldsOf(row, separator);
     for (std::size_t i = 0; i < fields.size(); ++i) {
       const std::optional<Column> column = columnNamed(fields[i]);
       if (column && !layout.has(*column)) layout.place(*column) = int(i);
@@ -201,7 +167,7 @@ public:
   TableReader(const Layout& layout, const QString& name) : layout_(layout), leftOut_(name, "row") {}
 
   void addRow(QByteArrayView row, qint64 line) {
-    splitRow(row, layout_.separator(), fields_);
+    fields_ = fieldsOf(row, layout_.separator());
     HypocentreValues values;
     const QString problem = readRow(values);
     leftOut_.count(line, problem);
@@ -257,11 +223,6 @@ QByteArrayView rowOfNames(QByteArrayView line) {
   QByteArrayView row = withoutBlanks(line);
   if (row.startsWith('#')) row = withoutBlanks(row.sliced(1));
   return row;
-}
-
-QByteArrayView withoutMark(QByteArrayView text) {
-  const QByteArrayView mark("\xEF\xBB\xBF"); // that the text is UTF-8
-  return text.startsWith(mark) ? text.sliced(mark.size()) : text;
 }
 
 bool isRow(QByteArrayView line) { return !line.isEmpty() && !line.startsWith('#'); }
