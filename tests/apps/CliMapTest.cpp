@@ -260,6 +260,33 @@ TEST_F(CliMap, readsNamedColumns) {
   EXPECT_EQ(outcome.err, "");
 }
 
+TEST_F(CliMap, drawsEveryStationOfAFileInWhicheverForm) {
+  const std::pair<const char*, const char*> forms[] = {
+      {"codes.txt", "AA1 30 90 Town, Land\nAA2 -30 -90 b\n"},
+      {"networks.csv", "XX,AA1,30,90\nXX,AA2,-30,-90\n"},
+      {"fdsn.txt", "#Network|Station|Latitude|Longitude|Elevation|SiteName|StartTime|EndTime\n"
+                   "XX|AA1|30|90|5|a|2010-01-01T00:00:00|\nXX|AA2|-30|-90|5|b|2010-01-01T00:00:00|\n"},
+      {"headings.csv", "lon,lat,sta\n90,30,AA1\n-90,-30,AA2\n"},
+      {"places.txt", "90 30\n-90 -30\n"},
+  };
+  QImage first;
+  for (const auto& [name, text] : forms) {
+    writeFile(name, text);
+    const Outcome outcome = xov({"map", "--stations", name, "-o", "map.png"});
+    EXPECT_EQ(outcome.err, "") << name;
+    const QImage map(at("map.png"));
+    if (first.isNull()) first = map;
+    EXPECT_EQ(map, first) << name;
+  }
+  // With columns that are given, the first line is a station, too.
+  writeFile("words.txt", "AA1 30 90 Town\nAA2 -30 -90 b\n");
+  EXPECT_EQ(xov({"map", "--stations", "words.txt", "--station-columns", "3", "2", "-o", "map.png"}).err, "");
+  EXPECT_EQ(QImage(at("map.png")), first);
+  writeFile("one.txt", "AA2 -30 -90 b\n");
+  EXPECT_EQ(xov({"map", "--stations", "one.txt", "-o", "map.png"}).err, "");
+  EXPECT_NE(QImage(at("map.png")), first);
+}
+
 TEST_F(CliMap, drawsWhatItCanReadAndNamesTheRest) {
   writeFile("good.nxy", "2\n1 1\n2 2\n");
   writeFile("bad.nxy", "3\n1 1\n2 2\n3 x\n");
@@ -270,7 +297,7 @@ TEST_F(CliMap, drawsWhatItCanReadAndNamesTheRest) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "xov: bad.nxy: y of point 3: found \"x\", expected a number\n"
                          "xov: events.csv: unknown format, expected QuakeML or a table of events\n"
-                         "xov: stations.txt: holds no numbers\n"
+                         "xov: stations.txt: line 1: expected a station code, its latitude and its longitude\n"
                          "xov: none.txt: cannot be opened: No such file or directory\n");
   EXPECT_FALSE(QImage(at("map.png")).isNull());
 }

@@ -12,6 +12,7 @@
 
 #include <XOV_Graphics/map/plateBoundaryController.h>
 #include <XOV_Graphics/platform/Colors.h>
+#include <XOV_Graphics/seismic/io/stations/StationText.h>
 #include <algorithm>
 #include <cmath>
 
@@ -35,6 +36,26 @@ std::optional<ColumnData> readOrComplain(const std::string& path, const std::vec
   if (data) return std::move(*data);
   complain(data.error());
   return {};
+}
+
+std::optional<std::vector<Station>> readStationsOrComplain(const std::string& path) {
+  Result<std::vector<Station>> stations = readStations(QString::fromStdString(path));
+  if (stations) return std::move(stations).value();
+  complain(stations.error());
+  return {};
+}
+
+// Of longitudes and latitudes.
+std::optional<std::vector<Station>> stationsInColumns(const std::string& path,
+                                                      const std::vector<std::string>& columns) {
+  const std::optional<ColumnData> data = readOrComplain(path, columns);
+  if (!data) return {};
+  std::vector<Station> stations(data->columns[0].size());
+  for (std::size_t i = 0; i < stations.size(); ++i) {
+    stations[i].longitudeDeg = data->columns[0][i];
+    stations[i].latitudeDeg = data->columns[1][i];
+  }
+  return stations;
 }
 
 // The index of a colour that the view's table then has in addition.
@@ -73,8 +94,12 @@ void MapFeatures::addOptions(CLI::App& options) {
       ->type_name("TABLE")
       ->check(CLI::IsMember(depthColorNames()).description(""));
   CLI::Option* stations =
-      options.add_option("--stations", stations_, "Text or CSV file of stations")->type_name("FILE");
-  options.add_option("--station-columns", stationColumns_, "Their columns, by number or heading (default 1 2)")
+      options
+          .add_option("--stations", stations_, "Text or CSV file of stations: code, latitude, longitude, or headings")
+          ->type_name("FILE");
+  options
+      .add_option("--station-columns", stationColumns_,
+                  "Their columns, by number or heading (default: as the file says)")
       ->type_name("LON LAT")
       ->type_size(2)
       ->expected(1)
@@ -128,11 +153,13 @@ bool MapFeatures::addEvents(geoMapView& view, const MapRegion& region) const {
 
 bool MapFeatures::addStations(geoMapView& view, const MapRegion& region) const {
   if (stations_.empty()) return true;
-  const std::optional<ColumnData> data = readOrComplain(stations_, stationColumns_);
-  if (!data) return false;
+  const std::optional<std::vector<Station>> stations =
+      stationColumns_.empty() ? readStationsOrComplain(stations_) : stationsInColumns(stations_, stationColumns_);
+  if (!stations) return false;
   const int color = addColor(view, colors::black);
-  for (std::size_t i = 0; i < data->columns[0].size(); ++i)
-    addPoint(view, region.symbolLongitude(data->columns[0][i]), data->columns[1][i], kStationSize, color);
+  for (const Station& station : *stations)
+    addPoint(view, region.symbolLongitude(float(station.longitudeDeg)), float(station.latitudeDeg), kStationSize,
+             color);
   return true;
 }
 

@@ -36,7 +36,7 @@ private:
   std::string events_;
   std::string colors_ = "seis";
   std::string stations_;
-  std::vector<std::string> stationColumns_ = {"1", "2"};
+  std::vector<std::string> stationColumns_; // none where the file says it itself
   std::string vectors_;
   std::vector<std::string> vectorColumns_ = {"1", "2", "3", "4"};
   std::optional<double> vectorScale_;

@@ -43,6 +43,20 @@ TEST(StationTable, refusesPlacesOffTheGlobe) {
                                             "360"));
 }
 
+TEST(StationTable, knowsStationsOfNetworksByBothCodes) {
+  const auto table = parseStationTable("XX|AA1|1|2\nYY|AA1|3|4\n", QStringLiteral("in"));
+  ASSERT_TRUE(table) << qPrintable(table.error());
+  EXPECT_EQ(table->size(), 2);
+  EXPECT_EQ(table->value(QStringLiteral("XX.AA1")).latitudeDeg, 1);
+  EXPECT_EQ(table->value(QStringLiteral("YY.AA1")).longitudeDeg, 4);
+}
+
+TEST(StationTable, refusesStationsWithoutCodes) {
+  for (const char* text : {"1 2\n", "lat,lon\n1,2\n"})
+    EXPECT_TRUE(errorOf(text).endsWith(QStringLiteral(": expected a station code, its latitude and its longitude")))
+        << text;
+}
+
 TEST(StationTable, refusesAStationInTwoPlaces) {
   EXPECT_EQ(errorOf("AA1 1 2\nAA1 1 2\nAA1 1 3\n"),
             QStringLiteral("in: line 3: the station has another place further up"));

@@ -10,13 +10,11 @@
 
 namespace xov {
 
-/// The places of stations by their codes.
+/// The places of stations by their codes: STATION, or NETWORK.STATION where the file names networks.
 using StationTable = QHash<QString, StationPlace>;
 
-/// Reads lines of a station code, a latitude and a longitude in degrees, north and east positive, between blanks,
-/// tabulators, commas, semicolons or bars; what follows on a line does not count, nor do empty lines and lines that
-/// start with #. The first line may be a heading. Any other line, a place off the globe and a code that stands there
-/// twice with different places are refused with their line number.
+/// Reads a file of stations in any of the forms that readStations() knows. A station without a code, and a code that
+/// stands there twice with different places, are refused with their line number.
 XOV_EXPORT Result<StationTable> readStationTable(const QString& path) noexcept;
 
 /// The same from memory; `name` stands for the file in errors.
