@@ -46,6 +46,13 @@ TEST(TimeText, countsALeapSecondAsTheNextMinute) {
   EXPECT_EQ(read("2016-12-31T23:59:60.5Z"), QStringLiteral("2017-01-01T00:00:00.500Z"));
 }
 
+TEST(TimeText, isWrittenInUtcToTheMillisecond) {
+  const QDateTime time(QDate(2011, 3, 11), QTime(14, 46, 24, 120), Qt::OffsetFromUTC, 9 * 3600);
+  EXPECT_EQ(utcText(time), QStringLiteral("2011-03-11T05:46:24.120Z"));
+  EXPECT_EQ(*parseUtcTime(utcText(time)), time);
+  EXPECT_EQ(utcText(QDateTime()), QString());
+}
+
 TEST(TimeText, thatIsNoMomentIsRefused) {
   for (const char* text :
        {"", "yesterday", "2011-03", "2011-13-01", "2011-02-29", "2011-03-11T24:00", "2011-03-11T05:60",

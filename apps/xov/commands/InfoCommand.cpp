@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 
+#include <XOV_Graphics/base/TimeText.h>
 #include <XOV_Graphics/seismic/Picks.h>
 #include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <algorithm>
@@ -55,7 +56,7 @@ QString startText(const SeismogramRecord& record) {
   if (!reference || !(std::abs(record.b()) < kLongestOffset)) return {};
   reference->updateNSDate();
   const QDateTime start = reference->nsDate().addMSecs(std::llround(double(record.b()) * kMillisecondsPerSecond));
-  return start.isValid() ? start.toUTC().toString(Qt::ISODateWithMs) : QString();
+  return utcText(start);
 }
 
 // From the first sample to the last, in double precision: a day does not fit single precision to the millisecond.

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <XOV_Graphics/base/TimeText.h>
 #include <XOV_Graphics/seismic/ChannelPatterns.h>
 #include <cmath>
 #include <optional>
@@ -57,9 +58,7 @@ CLI::Validator channelPattern() {
 }
 
 QDateTime parsedUtcTime(const std::string& text) {
-  QDateTime time = QDateTime::fromString(QString::fromStdString(text), Qt::ISODateWithMs);
-  if (time.timeSpec() == Qt::LocalTime) time.setTimeSpec(Qt::UTC);
-  return time;
+  return parseUtcTime(QString::fromStdString(text)).value_or(QDateTime());
 }
 
 CLI::Validator utcTime() {

@@ -45,4 +45,6 @@ std::optional<QDateTime> parseUtcTime(QStringView text) {
   return time;
 }
 
+QString utcText(const QDateTime& time) { return time.toUTC().toString(Qt::ISODateWithMs); }
+
 } // namespace xov

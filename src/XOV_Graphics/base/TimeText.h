@@ -1,5 +1,7 @@
 #pragma once
 
+#include "XOV_Graphics/base/Export.h"
+
 #include <QDateTime>
 #include <QStringView>
 
@@ -11,6 +13,10 @@ namespace xov {
 /// separators; a blank may stand for the T; seconds or the whole clock may be missing, which counts as 0; the zone
 /// may be Z, UTC, GMT, an offset such as +02:00, or missing, which is UTC. Second 60, a leap second, counts as the
 /// next minute. Rounded to the millisecond, years 1 to 9999. Nothing when `text` is anything else.
-std::optional<QDateTime> parseUtcTime(QStringView text);
+XOV_EXPORT std::optional<QDateTime> parseUtcTime(QStringView text);
+
+/// The moment in UTC to the millisecond, as parseUtcTime() reads it: "2011-03-11T05:46:24.120Z". Empty when it is
+/// invalid.
+XOV_EXPORT QString utcText(const QDateTime& time);
 
 } // namespace xov
