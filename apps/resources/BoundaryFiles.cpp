@@ -1,7 +1,8 @@
 #include "apps/resources/BoundaryFiles.h"
 
-#include <QByteArrayList>
-
+#include <XOV_Graphics/base/Fields.h>
+#include <XOV_Graphics/base/Numbers.h>
+#include <XOV_Graphics/base/TextLines.h>
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -23,15 +24,14 @@ QByteArray pointLines(const Segment& segment) {
   return text;
 }
 
-/// "longitude,latitude" in degrees; nothing when the line is something else.
+/// "longitude,latitude" in degrees, or with blanks between them; nothing when the line is something else.
 std::optional<QPointF> publishedPoint(const QByteArray& line) {
-  const QByteArrayList fields = line.split(',');
-  bool isX = false;
-  bool isY = false;
-  const double x = fields.value(0).trimmed().toDouble(&isX);
-  const double y = fields.value(1).trimmed().toDouble(&isY);
-  if (fields.size() != 2 || !isX || !isY || !(std::abs(x) <= kLongestDeg) || !(std::abs(y) <= 90)) return {};
-  return QPointF(x > 180 ? x - 360 : x < -180 ? x + 360 : x, y);
+  const std::vector<QByteArrayView> fields = fieldsOf(line, line.contains(',') ? ',' : kBlankSeparator);
+  if (fields.size() != 2) return {};
+  const auto x = toNumber<double>(fields[0]);
+  const auto y = toNumber<double>(fields[1]);
+  if (!x || !y || !(std::abs(*x) <= kLongestDeg) || !(std::abs(*y) <= 90)) return {};
+  return QPointF(*x > 180 ? *x - 360 : *x < -180 ? *x + 360 : *x, *y);
 }
 
 bool isName(const QByteArray& line) {
@@ -91,10 +91,11 @@ Result<QByteArray> importedBoundaries(const QByteArray& published) {
   QByteArray text;
   QByteArray name;
   Segment segment;
-  int number = 0;
-  for (const QByteArray& line : published.split('\n')) {
-    const QByteArray words = line.trimmed();
-    ++number;
+  qint64 number = 0;
+  TextLines lines(withoutMark(published));
+  while (const auto line = lines.next()) {
+    const QByteArray words = line->trimmed().toByteArray();
+    number = lines.number();
     if (words.startsWith("***")) {
       if (name.isEmpty() || segment.size() < 2)
         return Error{QStringLiteral("line %1: the end of a segment without a name and two points").arg(number)};

@@ -54,6 +54,26 @@ TEST_F(PlateBoundaryController, readsTheBoundariesBySegmentFromTheResources) {
   EXPECT_EQ(controller.boundaries()->front()->bRect(), QRectF(0, 0, 0, 0));
 }
 
+TEST_F(PlateBoundaryController, refusesTheModelAsItIsPublishedInOneLine) {
+  for (const char* text :
+       {"AF-AN\n  -0.4379300E+00,-0.5485140E+02\n***\n", "AF-AN\n1 2\r\n***\n\"B\"\r\n3 , 4 \r\n***\r\n"}) {
+    const QString path = files.write("PB2002_boundaries.txt", text);
+    const LogCatcher log;
+    EXPECT_FALSE(controller.loadBirdPlateBoundaries());
+    const int line = QByteArray(text).startsWith("AF-AN\n1") ? 5 : 2;
+    EXPECT_EQ(
+        LogCatcher::lines(),
+        QStringList(QStringLiteral("xov: plate boundaries: %1: line %2: a comma between numbers, expected blanks; "
+                                   "\"xov resources --pb2002\" imports such a text")
+                        .arg(path)
+                        .arg(line)));
+  }
+  EXPECT_TRUE(controller.boundaries()->empty());
+  // A title may have commas.
+  files.write("PB2002_boundaries.txt", "1, 2 and 3\n1 2\n***\n");
+  EXPECT_TRUE(controller.loadBirdPlateBoundaries());
+}
+
 TEST_F(PlateBoundaryController, readsTrenchesThenRidgesThenTransforms) {
   writeTypedFiles();
   EXPECT_TRUE(controller.loadUTPlateBoundaries());

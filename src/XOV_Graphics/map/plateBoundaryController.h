@@ -23,7 +23,8 @@ public:
 
   /// Adds the boundaries of the model PB2002 (Bird, P., 2003: An updated digital model of plate boundaries, G-cubed
   /// 4(3), 1027), from PB2002_boundaries.txt: for each segment a line with the title, lines with points (at most
-  /// 512), and a line that begins with "***". False, said in the log, when the file is missing or cannot be read.
+  /// 512), and a line that begins with "***". False, said in the log, when the file is missing or cannot be read, or
+  /// has commas between its numbers.
   bool loadBirdPlateBoundaries();
 
   /// Adds boundaries by type, from trench.txt, ridge.txt and transform.txt, in this order: for each segment a line

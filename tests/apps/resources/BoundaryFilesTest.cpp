@@ -53,6 +53,14 @@ TEST(BoundaryFiles, inPlaceOfTheModelSaySoInEachTitle) {
   EXPECT_EQ(read(text, readBirdBoundaries).size(), 2U);
 }
 
+TEST(BoundaryFiles, ofTheModelMayHaveBlanksAlready) {
+  QByteArray blanks = kPublished;
+  blanks.replace(',', "  ");
+  EXPECT_EQ(*importedBoundaries(blanks), *importedBoundaries(kPublished));
+  EXPECT_EQ(refusal("A-B\n1 2 3\n4 5\n***\n"),
+            QStringLiteral("line 2: \"1 2 3\" is no \"longitude,latitude\" in degrees nor \"***\""));
+}
+
 TEST(BoundaryFiles, ofTheModelAreImportedWithBlanksForCommas) {
   const Result<QByteArray> text = importedBoundaries(kPublished);
   ASSERT_TRUE(text) << qPrintable(text.error());
@@ -86,15 +94,15 @@ TEST(BoundaryFiles, ofTheModelComeInPiecesThatTheReaderTakes) {
 TEST(BoundaryFiles, ofTheModelAreRefusedWithTheLineThatIsWrong) {
   EXPECT_EQ(refusal(""), QStringLiteral("no boundary segments"));
   EXPECT_EQ(refusal("1,2\n3,4\n***\n"), QStringLiteral("line 1: \"1,2\" is no name of a segment"));
-  EXPECT_EQ(refusal("A-B\n1 2\n***\n"),
-            QStringLiteral("line 2: \"1 2\" is no \"longitude,latitude\" in degrees nor \"***\""));
+  EXPECT_EQ(refusal("A-B\n1;2\n***\n"),
+            QStringLiteral("line 2: \"1;2\" is no \"longitude,latitude\" in degrees nor \"***\""));
   EXPECT_EQ(refusal("A-B\n1,95\n***\n"),
             QStringLiteral("line 2: \"1,95\" is no \"longitude,latitude\" in degrees nor \"***\""));
   EXPECT_EQ(refusal("A-B\nnan,5\n***\n"),
             QStringLiteral("line 2: \"nan,5\" is no \"longitude,latitude\" in degrees nor \"***\""));
   EXPECT_EQ(refusal("A-B\n1,2\n***\n"), QStringLiteral("line 3: the end of a segment without a name and two points"));
   EXPECT_EQ(refusal("***\n"), QStringLiteral("line 1: the end of a segment without a name and two points"));
-  EXPECT_EQ(refusal("A-B\n1,2\n3,4\n"), QStringLiteral("line 4: the text ends within the segment \"A-B\""));
+  EXPECT_EQ(refusal("A-B\n1,2\n3,4\n"), QStringLiteral("line 3: the text ends within the segment \"A-B\""));
   EXPECT_EQ(refusal(QByteArray("\x7f"
                                "ELF\1\0\n",
                                7)),
