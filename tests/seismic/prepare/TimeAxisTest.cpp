@@ -76,6 +76,20 @@ TEST(TimeAxis, leavesARecordAloneThatIsOnItOrHasNoTime) {
   EXPECT_EQ(onTimeAxis(unknown, utc(1, 0, 0)), unknown);
 }
 
+// Sixty are more than a sort that may exchange equals leaves in place.
+TEST(TimeAxis, keepsTheOrderOfPiecesAtOneTime) {
+  SeismogramArray expected;
+  SeismogramArray unknown;
+  SeismogramArray mixed;
+  for (int i = 0; i < 60; ++i) {
+    const bool hasTime = i % 3 > 0;
+    mixed.push_back(piece(hasTime ? utc(10, 0, 0) : QDateTime(), 2));
+    (hasTime ? expected : unknown).push_back(mixed.back());
+  }
+  expected.insert(expected.end(), unknown.begin(), unknown.end());
+  EXPECT_EQ(consecutivePieces(mixed), expected);
+}
+
 TEST(TimeAxis, putsThePiecesOfARecordingInOrderFromTheFirst) {
   const auto second = piece(utc(11, 0, 0), 0.125F);
   const auto first = piece(utc(10, 17, 30, 250), 0.5F);

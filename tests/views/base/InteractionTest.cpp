@@ -1,3 +1,4 @@
+#include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/Drag.h"
 #include "XOV_Graphics/views/base/XOVView.h"
 
@@ -87,6 +88,41 @@ TEST_F(Interaction, shiftClickDragsAPictureOutAndReportsNothing) {
   // The picture hangs with its centre under the pointer.
   EXPECT_EQ(drags[0].hotSpot, QPointF(100, 90));
   EXPECT_EQ(drags[0].source, &view);
+}
+
+class PaintedView : public XOVView {
+public:
+  using XOVView::XOVView;
+  void drawRect(const QRectF&) override { fillWithColorStrokeColor(QColor(200, 100, 20), colors::black); }
+};
+
+TEST_F(Interaction, aDraggedPictureShowsThreeQuartersOfTheView) {
+  PaintedView painted({0, 0, 200, 180});
+  painted.computeRects();
+  std::vector<PictureDrag> drags;
+  setDragHandler([&](const PictureDrag& drag) { drags.push_back(drag); });
+  painted.mouseDown({painted.convertPointToWindow({110, 100}), Qt::ShiftModifier, 1});
+  setDragHandler({});
+  ASSERT_EQ(drags.size(), 1u);
+  const QImage whole = painted.snapshot().convertToFormat(QImage::Format_ARGB32);
+  const QImage faded = drags[0].picture.convertToFormat(QImage::Format_ARGB32);
+  ASSERT_EQ(faded.size(), whole.size());
+  EXPECT_EQ(faded.devicePixelRatio(), whole.devicePixelRatio());
+  int opaque = 0;
+  for (int y = 0; y < whole.height(); ++y) {
+    for (int x = 0; x < whole.width(); ++x) {
+      const QColor before = whole.pixelColor(x, y);
+      const QColor after = faded.pixelColor(x, y);
+      ASSERT_NEAR(after.alpha(), 0.75 * before.alpha(), 0.5) << x << ", " << y;
+      if (before.alpha() < 255) continue;
+      ++opaque;
+      // The colour stays, to the rounding of its product with the opacity.
+      ASSERT_NEAR(after.red(), before.red(), 1) << x << ", " << y;
+      ASSERT_NEAR(after.green(), before.green(), 1) << x << ", " << y;
+      ASSERT_NEAR(after.blue(), before.blue(), 1) << x << ", " << y;
+    }
+  }
+  EXPECT_GT(opaque, 100 * 80) << "most of the frame";
 }
 
 TEST_F(Interaction, aControllerThatIsGoneSwallowsTheMessages) {

@@ -59,6 +59,26 @@ TEST(HistogramBins, aValueEqualToTheUpperEndIsNotAboveIt) {
   EXPECT_EQ(wide.indexOf(11.1f), 9);
 }
 
+// Beyond 2^24 single precision holds even numbers only: from -2^24 to 1 it is 2^24 + 1, which becomes 2^24. And with
+// 0.7 a little below seven times 0.1, both in single precision, the quotient is half a step from 7, and becomes 7.
+TEST(HistogramBins, aBinIsFoundInSinglePrecision) {
+  const HistogramBins huge{1 << 25, -16777216, 16777216, 1};
+  EXPECT_EQ(huge.indexOf(1), 16777216);
+  EXPECT_EQ(huge.indexOf(2), 16777218);
+  const HistogramBins tenths{10, 0, 1, 0.1f};
+  EXPECT_EQ(tenths.indexOf(0.7f), 7);
+}
+
+TEST(HistogramBins, aBinBeyondTheRangeOfIntegersIsTheLast) {
+  const HistogramBins whole{2147483647, 0, 4e9f, 1};
+  EXPECT_EQ(whole.indexOf(3e9f), 2147483646);
+  const HistogramBins thin{4, 0, 1, 1e-30f};
+  EXPECT_EQ(thin.indexOf(0.5f), 3);
+  // The distance from the lower end is beyond single precision.
+  const HistogramBins wide{4, -3e38f, 3e38f, 1};
+  EXPECT_EQ(wide.indexOf(2e38f), 3);
+}
+
 TEST(HistogramBins, notANumberHasNoBin) { EXPECT_EQ(kTen.indexOf(kNan), std::nullopt); }
 
 TEST(HistogramBins, anEmptyOrReversedRangeStillHasABinForEveryNumber) {

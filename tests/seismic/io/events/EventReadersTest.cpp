@@ -94,6 +94,17 @@ TEST(QuakeMl, takesThePreferredMagnitude) {
   EXPECT_EQ(preferring("6").preferredMagnitude, 9.0F);
 }
 
+// The local magnitude has no publicID, and the event prefers none: that is not the same "none".
+TEST(QuakeMl, prefersNoMagnitudeForHavingNoIdentifier) {
+  const QByteArray local = "<magnitude><mag><value>4.5</value></mag><type>ML</type></magnitude>";
+  for (const char* preferred : {"", "<preferredMagnitudeID/>", "<preferredMagnitudeID> </preferredMagnitudeID>"}) {
+    const HypocentreValues values =
+        onlyEvent(quakeMl(event(origin("o", kTohoku) + preferred + local + magnitude("2", "Mww", "6.0"))));
+    ASSERT_EQ(values.magnitudes.size(), 2U);
+    EXPECT_EQ(values.preferredMagnitude, 6.0F) << preferred;
+  }
+}
+
 TEST(QuakeMl, takesOnlyTheMagnitudesOfTheEventItself) {
   const QByteArray station = "<stationMagnitude><mag><value>1</value></mag></stationMagnitude>";
   const QByteArray mechanism = "<focalMechanism><momentTensor><magnitude><mag><value>2</value></mag></magnitude>"
