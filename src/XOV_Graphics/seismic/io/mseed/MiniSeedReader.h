@@ -18,9 +18,11 @@ namespace xov {
 /// first piece, cut to the millisecond, and b says when a piece starts (also in double precision). Samples are single
 /// precision, which 32-bit integers beyond 16777216 do not fit exactly.
 ///
-/// A record that fails its checks is left out, and so are bytes between records; the notes say how many and where the
-/// first one was. When no record with samples can be read, the file is refused in one line. When options.channels
-/// selects none of those in the file, no records are given, and a note names the channels that there are.
+/// A record without blockette 1000 is taken for Steim1 that ends where the next one begins. A record that fails its
+/// checks is left out, and so are bytes between records; one whose compressed samples do not end at the value that it
+/// states is kept. The notes say how many and where the first one was. When no record with samples can be read, the
+/// file is refused in one line. When options.channels selects none of those in the file, no records are given, and a
+/// note names the channels that there are.
 XOV_EXPORT Result<SeismogramFile> readMiniSeed(const QString& path,
                                                const SeismogramReadOptions& options = {}) noexcept;
 
