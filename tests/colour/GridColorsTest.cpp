@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/colour/ColorValues.h"
 #include "tests/colour/ColorReckoning.h"
+#include "tests/support/VectorWidths.h"
 
 #include <gtest/gtest.h>
 
@@ -49,20 +50,25 @@ Color singleColor(float cell, const GridColoring& coloring) {
   return color;
 }
 
+/// At every width of vectors.
 template <class Cell>
 void expectAgreement(const std::vector<Cell>& cells, const GridColoring& coloring) {
-  Planes planes(cells.size());
-  colorGridPlanes(std::span<const Cell>(cells), coloring, planes.planes());
-  std::vector<std::uint32_t> pixels(cells.size() + 1, kUntouchedPixel);
-  colorGridPixels(std::span<const Cell>(cells), coloring, std::span(pixels).first(cells.size()));
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    const Color expected = singleColor(float(cells[i]), coloring);
-    ASSERT_EQ(planes.color(i), expected)
-        << "cell " << i << ": " << cells[i] << ", shades " << coloring.nShades << ", palette " << coloring.palette;
-    ASSERT_EQ(pixels[i], pixelOf(expected)) << "cell " << i << ": " << cells[i];
-  }
-  EXPECT_TRUE(planes.roomIsUntouched());
-  EXPECT_EQ(pixels.back(), kUntouchedPixel);
+  std::vector<Color> expected;
+  for (const Cell cell : cells)
+    expected.push_back(singleColor(float(cell), coloring));
+  xov::testing::forEachVectorWidth([&] {
+    Planes planes(cells.size());
+    colorGridPlanes(std::span<const Cell>(cells), coloring, planes.planes());
+    std::vector<std::uint32_t> pixels(cells.size() + 1, kUntouchedPixel);
+    colorGridPixels(std::span<const Cell>(cells), coloring, std::span(pixels).first(cells.size()));
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      ASSERT_EQ(planes.color(i), expected[i])
+          << "cell " << i << ": " << cells[i] << ", shades " << coloring.nShades << ", palette " << coloring.palette;
+      ASSERT_EQ(pixels[i], pixelOf(expected[i])) << "cell " << i << ": " << cells[i];
+    }
+    EXPECT_TRUE(planes.roomIsUntouched());
+    EXPECT_EQ(pixels.back(), kUntouchedPixel);
+  });
 }
 
 /// The ends of all bands with the numbers beside them, and odd numbers.

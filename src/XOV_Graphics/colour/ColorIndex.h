@@ -26,7 +26,7 @@ inline float bandWidth(int nShades) {
 XOV_INLINE void dropSmallFraction(float& value) { value = float(std::int32_t(value)); }
 template <class Vector>
 XOV_INLINE void dropSmallFraction(Vector& value) {
-  value = __builtin_convertvector(__builtin_convertvector(value, decltype(value < value)), Vector);
+  value = XOV_CONVERT(Vector, XOV_CONVERT(WordsOf<Vector>, value));
 }
 
 /// Cuts the fraction off, as std::trunc does. From 2^23 on single precision holds whole numbers only.
@@ -38,7 +38,7 @@ XOV_INLINE void dropFraction(Float& value) {
   keepGreater(truncated, -wholeFrom);
   const auto isSmall = truncated == value;
   dropSmallFraction(truncated);
-  value = isSmall ? truncated : value;
+  value = XOV_CHOOSE(isSmall, truncated, value);
 }
 
 /// Turns a value into the level 0..255 of the lower end of its band, with a fraction still to be cut off. NaN ends up
@@ -84,7 +84,7 @@ XOV_INLINE void toMeterPlace(Float& elevation) {
   Float meter = elevation;
   dropSmallFraction(meter);
   const Float below = meter - 1.0F;
-  elevation = (elevation < meter ? below : meter) - float(kFirstMeter);
+  elevation = XOV_CHOOSE(elevation < meter, below, meter) - float(kFirstMeter);
 }
 
 } // namespace xov

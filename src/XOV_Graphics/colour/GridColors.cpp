@@ -65,27 +65,22 @@ struct Work {
   PlanePointers planes;
 };
 
-template <int count>
-struct ShortVector {
-  using Signed __attribute__((vector_size(count * sizeof(std::int16_t)))) = std::int16_t;
-  using Unsigned __attribute__((vector_size(count * sizeof(std::uint16_t)))) = std::uint16_t;
-};
-
 template <class Vector>
 XOV_INLINE void loadCells(const float* cells, Vector& values) {
   loadVector(cells, values);
 }
 template <class Vector>
 XOV_INLINE void loadCells(const std::int16_t* cells, Vector& values) {
-  typename ShortVector<kLanes<Vector>>::Signed shorts;
+  typename LanesWith<std::int16_t, kLanes<Vector>>::Vector shorts;
   loadVector(cells, shorts);
-  values = __builtin_convertvector(shorts, Vector);
+  values = XOV_CONVERT(Vector, shorts);
 }
 
 template <class Vector>
 XOV_INLINE void storePlaces(const Vector& values, std::uint16_t* places) {
-  const auto integers = __builtin_convertvector(values, decltype(values < values));
-  storeVector(__builtin_convertvector(integers, typename ShortVector<kLanes<Vector>>::Unsigned), places);
+  using Shorts = typename LanesWith<std::uint16_t, kLanes<Vector>>::Vector;
+  const auto integers = XOV_CONVERT(WordsOf<Vector>, values);
+  storeVector(XOV_CONVERT(Shorts, integers), places);
 }
 
 template <class Vector, class Cell>
@@ -120,7 +115,11 @@ XOV_INLINE void lookUp(const Places& places, const Lookup& lookup, std::uint32_t
 
 /// Hides a number from the compiler, which would otherwise load many places at once into a vector and take them out
 /// one by one.
-XOV_INLINE void keepScalar(std::size_t& place) { asm("" : "+r"(place)); }
+XOV_INLINE void keepScalar([[maybe_unused]] std::size_t& place) {
+#if defined(__GNUC__)
+  asm("" : "+r"(place));
+#endif
+}
 
 /// Colours kBlock cells.
 template <class Vector, class Cell>

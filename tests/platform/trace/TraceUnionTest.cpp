@@ -125,9 +125,9 @@ TEST(TraceUnion, leavesGapsBetweenLayersOpen) {
     layers.add(1, 2.25F);
     layers.add(2.75F, 4);
     layers.add(2.875F, 3);
-    layers.add(9, 10);
+    layers.add(9, 9.75F);
     ASSERT_TRUE(layers.unite());
-    EXPECT_EQ(layers.covered(), rowsOf({{1, 1}, {2, 0.5}, {3, 1}, {9, 1}}));
+    EXPECT_EQ(layers.covered(), rowsOf({{1, 1}, {2, 0.5}, {3, 1}, {9, 0.75}}));
     EXPECT_EQ(layers.inked().first, 1);
     EXPECT_EQ(layers.inked().last, 10);
   });

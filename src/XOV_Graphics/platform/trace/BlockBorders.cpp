@@ -11,34 +11,30 @@ namespace {
 // Up to here positions counted from a vector's first one keep a thousandth of a sample in single precision.
 constexpr double kLongestSingle = 8192;
 
-/// The numbers 0, 1, 2, ...
-template <class Vector>
-XOV_INLINE void countUp(Vector& numbers) {
-  for (int lane = 0; lane < kLanes<Vector>; ++lane)
-    numbers[lane] = float(lane);
-}
-
 /// Splits positions start + k · step, 0 <= k < count, into the whole number above, held between two bounds, and how
-/// far the position has come towards it.
+/// far the position has come towards it. As many positions are counted from the first of them as the widest vector
+/// has lanes: so they round alike at every width.
 template <class Vector>
 XOV_INLINE void cutEvenlyWith(double start, double step, int count, std::int32_t lowest, std::int32_t highest,
                               std::int32_t* cuts, float* fraction) {
-  constexpr int kWidth = kLanes<Vector>;
+  constexpr int kGroup = kWidestVector, kParts = kGroup / kLanes<Vector>;
   using Words = WordsOf<Vector>;
-  Vector steps;
-  countUp(steps);
-  steps *= float(step);
-  const bool isShort = step * kWidth < kLongestSingle;
+  Vector steps[kParts];
+  for (int i = 0; i < kGroup; ++i)
+    steps[i / kLanes<Vector>][i % kLanes<Vector>] = float(i) * float(step);
+  const bool isShort = step * kGroup < kLongestSingle;
   int k = 0;
   while (k < count) {
     const double first = start + k * step;
-    if (isShort && k + kWidth <= count && first >= lowest - 1 && first + kWidth * step < highest) {
+    if (isShort && k + kGroup <= count && first >= lowest - 1 && first + kGroup * step < highest) {
       const auto whole = static_cast<std::int32_t>(first);
-      const Vector position = steps + float(first - whole);
-      const Words before = __builtin_convertvector(position, Words);
-      storeVector(before + (whole + 1), cuts + k);
-      if (fraction != nullptr) storeVector(position - __builtin_convertvector(before, Vector), fraction + k);
-      k += kWidth;
+      for (const Vector& part : steps) {
+        const Vector position = part + float(first - whole);
+        const Words before = XOV_CONVERT(Words, position);
+        storeVector(before + (whole + 1), cuts + k);
+        if (fraction != nullptr) storeVector(position - XOV_CONVERT(Vector, before), fraction + k);
+        k += kLanes<Vector>;
+      }
       continue;
     }
     const double position = std::clamp(first, double(lowest - 1), double(highest));
@@ -52,7 +48,7 @@ XOV_INLINE void cutEvenlyWith(double start, double step, int count, std::int32_t
 /// Lane i becomes number index[i] of the two vectors of numbers that begin at `numbers`.
 template <class Vector>
 XOV_INLINE void lookUp(const float* numbers, const WordsOf<Vector>& index, Vector& result) {
-#if defined(__GNUC__) && !defined(__clang__)
+#if XOV_VECTOR_EXTENSIONS && !defined(__clang__)
   Vector first, second;
   loadVector(numbers, first);
   loadVector(numbers + kLanes<Vector>, second);
@@ -135,8 +131,8 @@ XOV_INLINE void findShortBlocksWith(const std::int32_t* cuts, const float* befor
     loadVector(cuts + k, from);
     loadVector(cuts + k + 1, to);
     const auto empty = to <= from;
-    first = empty ? border : first;
-    last = empty ? border : last;
+    first = XOV_CHOOSE(empty, border, first);
+    last = XOV_CHOOSE(empty, border, last);
     Vector lowest = border, highest = border;
     keepSmaller(lowest, nextBorder);
     keepGreater(highest, nextBorder);
@@ -174,26 +170,28 @@ XOV_INLINE std::int32_t largestBlockWith(const std::int32_t* cuts, int blocks) {
 
 template <class Vector>
 XOV_INLINE float findOverlapWith(const float* low, const float* high, int blocks) {
-  Vector extents = {}, shares = {};
-  float extent = 0, share = 0;
+  constexpr int kGroup = kWidestVector, kParts = kGroup / kLanes<Vector>;
+  Vector extents[kParts] = {}, shares[kParts] = {};
   int k = 1;
-  for (; k + kLanes<Vector> <= blocks; k += kLanes<Vector>) {
-    Vector lower, upper, before;
-    loadVector(low + k, lower);
-    loadVector(high + k, upper);
-    Vector size = upper - lower;
-    keepGreater(size, Vector{});
-    extents += size;
-    loadVector(low + k - 1, before);
-    keepGreater(lower, before);
-    loadVector(high + k - 1, before);
-    keepSmaller(upper, before);
-    size = upper - lower;
-    keepGreater(size, Vector{});
-    shares += size;
+  for (; k + kGroup <= blocks; k += kGroup) {
+    for (int part = 0; part < kParts; ++part) {
+      const int first = k + part * kLanes<Vector>;
+      Vector lower, upper, before;
+      loadVector(low + first, lower);
+      loadVector(high + first, upper);
+      Vector size = upper - lower;
+      keepGreater(size, Vector{});
+      extents[part] += size;
+      loadVector(low + first - 1, before);
+      keepGreater(lower, before);
+      loadVector(high + first - 1, before);
+      keepSmaller(upper, before);
+      size = upper - lower;
+      keepGreater(size, Vector{});
+      shares[part] += size;
+    }
   }
-  extent += sumOfLanes(extents);
-  share += sumOfLanes(shares);
+  float extent = sumOfLanes(extents), share = sumOfLanes(shares);
   for (; k < blocks; ++k) {
     extent += std::max(high[k] - low[k], 0.0F);
     share += std::max(std::min(high[k], high[k - 1]) - std::max(low[k], low[k - 1]), 0.0F);

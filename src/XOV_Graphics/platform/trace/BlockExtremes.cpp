@@ -50,10 +50,10 @@ XOV_INLINE void blockLanes(const float* samples, std::int64_t count, LanesOf<Vec
     if (count >= 4 * kLanes<Vector>) {
       Float16 lows, highs;
       extremesOfVectors(samples, count, lows, highs);
-      low = __builtin_shufflevector(lows, lows, 0, 1, 2, 3, 4, 5, 6, 7);
-      high = __builtin_shufflevector(highs, highs, 0, 1, 2, 3, 4, 5, 6, 7);
-      keepSmaller(low, __builtin_shufflevector(lows, lows, 8, 9, 10, 11, 12, 13, 14, 15));
-      keepGreater(high, __builtin_shufflevector(highs, highs, 8, 9, 10, 11, 12, 13, 14, 15));
+      low = XOV_PICK(lows, lows, 0, 1, 2, 3, 4, 5, 6, 7);
+      high = XOV_PICK(highs, highs, 0, 1, 2, 3, 4, 5, 6, 7);
+      keepSmaller(low, XOV_PICK(lows, lows, 8, 9, 10, 11, 12, 13, 14, 15));
+      keepGreater(high, XOV_PICK(highs, highs, 8, 9, 10, 11, 12, 13, 14, 15));
       return;
     }
   }
@@ -64,8 +64,8 @@ XOV_INLINE void blockLanes(const float* samples, std::int64_t count, LanesOf<Vec
     if (count >= kLanes<Float4>) {
       Float4 lows, highs;
       extremesOfVectors(samples, count, lows, highs);
-      low = __builtin_shufflevector(lows, lows, 0, 1, 2, 3, 0, 1, 2, 3);
-      high = __builtin_shufflevector(highs, highs, 0, 1, 2, 3, 0, 1, 2, 3);
+      low = XOV_PICK(lows, lows, 0, 1, 2, 3, 0, 1, 2, 3);
+      high = XOV_PICK(highs, highs, 0, 1, 2, 3, 0, 1, 2, 3);
       return;
     }
   }
@@ -82,11 +82,11 @@ XOV_INLINE void acrossLanes(const Float4* blocks, const Keep& keep, float* resul
   Float4 pairs[2];
   for (int p = 0; p < 2; ++p) {
     const Float4 &a = blocks[2 * p], &b = blocks[2 * p + 1];
-    pairs[p] = __builtin_shufflevector(a, b, 0, 4, 1, 5);
-    keep(pairs[p], __builtin_shufflevector(a, b, 2, 6, 3, 7));
+    pairs[p] = XOV_PICK(a, b, 0, 4, 1, 5);
+    keep(pairs[p], XOV_PICK(a, b, 2, 6, 3, 7));
   }
-  Float4 all = __builtin_shufflevector(pairs[0], pairs[1], 0, 1, 4, 5);
-  keep(all, __builtin_shufflevector(pairs[0], pairs[1], 2, 3, 6, 7));
+  Float4 all = XOV_PICK(pairs[0], pairs[1], 0, 1, 4, 5);
+  keep(all, XOV_PICK(pairs[0], pairs[1], 2, 3, 6, 7));
   storeVector(all, result);
 }
 template <class Keep>
@@ -94,16 +94,16 @@ XOV_INLINE void acrossLanes(const Float8* blocks, const Keep& keep, float* resul
   Float8 pairs[4], fours[2];
   for (int p = 0; p < 4; ++p) {
     const Float8 &a = blocks[2 * p], &b = blocks[2 * p + 1];
-    pairs[p] = __builtin_shufflevector(a, b, 0, 8, 1, 9, 4, 12, 5, 13);
-    keep(pairs[p], __builtin_shufflevector(a, b, 2, 10, 3, 11, 6, 14, 7, 15));
+    pairs[p] = XOV_PICK(a, b, 0, 8, 1, 9, 4, 12, 5, 13);
+    keep(pairs[p], XOV_PICK(a, b, 2, 10, 3, 11, 6, 14, 7, 15));
   }
   for (int f = 0; f < 2; ++f) {
     const Float8 &a = pairs[2 * f], &b = pairs[2 * f + 1];
-    fours[f] = __builtin_shufflevector(a, b, 0, 1, 8, 9, 4, 5, 12, 13);
-    keep(fours[f], __builtin_shufflevector(a, b, 2, 3, 10, 11, 6, 7, 14, 15));
+    fours[f] = XOV_PICK(a, b, 0, 1, 8, 9, 4, 5, 12, 13);
+    keep(fours[f], XOV_PICK(a, b, 2, 3, 10, 11, 6, 7, 14, 15));
   }
-  Float8 all = __builtin_shufflevector(fours[0], fours[1], 0, 1, 2, 3, 8, 9, 10, 11);
-  keep(all, __builtin_shufflevector(fours[0], fours[1], 4, 5, 6, 7, 12, 13, 14, 15));
+  Float8 all = XOV_PICK(fours[0], fours[1], 0, 1, 2, 3, 8, 9, 10, 11);
+  keep(all, XOV_PICK(fours[0], fours[1], 4, 5, 6, 7, 12, 13, 14, 15));
   storeVector(all, result);
 }
 
@@ -119,7 +119,7 @@ XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts
     const int count = std::min(kGroup, blocks - k);
     for (std::int64_t i = cuts[k] + kCached; i < std::min(cuts[k + count] + kCached, std::int64_t(end));
          i += kCacheLine)
-      __builtin_prefetch(samples + i);
+      XOV_PREFETCH(samples + i);
     for (int b = 0; b < count; ++b)
       blockLanes<Vector>(samples + cuts[k + b], cuts[k + b + 1] - cuts[k + b], low[b], high[b]);
     if (count == kGroup) {

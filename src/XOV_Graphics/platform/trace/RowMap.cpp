@@ -70,8 +70,8 @@ XOV_INLINE void orderRowsWith(const RowMap& toRow, float* low, float* high, int 
     Vector lower = a, upper = a;
     keepSmaller(lower, b);
     keepGreater(upper, b);
-    lower = empty ? Vector{} + kNothingLow : lower;
-    upper = empty ? Vector{} + kNothingHigh : upper;
+    lower = XOV_CHOOSE(empty, Vector{} + kNothingLow, lower);
+    upper = XOV_CHOOSE(empty, Vector{} + kNothingHigh, upper);
     storeVector(lower, low + k);
     storeVector(upper, high + k);
   }

@@ -46,7 +46,7 @@ void TraceEnvelope::addTrace(const TraceProjection& projection, TraceLayers& lay
   if (window.size() <= kForeseen) {
     const std::int64_t end = std::min(window.end + window.size(), projection.last());
     for (std::int64_t next = window.end; next < end; next += kCacheLine)
-      __builtin_prefetch(projection.samples() + next, 0, 2);
+      XOV_PREFETCH(projection.samples() + next, 0, 2);
   }
   for (std::int64_t begin = window.begin; begin + 1 < window.end; begin += kLongestWindow) {
     addWindow(projection, layers, {begin, std::min(window.end, begin + kLongestWindow + 1)});

@@ -26,6 +26,11 @@ constexpr float kOfSlant = 0.2F;
 
 int roundedDown(double subColumns) { return std::max(static_cast<int>(subColumns) / kStep * kStep, kStep); }
 
+// Sub-columns that are summed side by side at every width of vectors.
+constexpr int kGroup = kLanes<Float8>;
+template <class Vector>
+constexpr int kParts = kGroup / kLanes<Vector>;
+
 template <class Vector>
 XOV_INLINE void loadRows(const float* rows, float bottom, Vector& value) {
   loadVector(rows, value);
@@ -46,23 +51,26 @@ XOV_INLINE void addJump(const Vector& before, const Vector& here, const Vector& 
 template <class Vector>
 XOV_INLINE void sumJumpsWith(const float* low, const float* high, int count, float bottom, float& jumps,
                              float& size) {
-  Vector allJumps = {}, allSizes = {};
-  for (int j = 1; j + kLanes<Vector> < count; j += kLanes<Vector>) {
-    Vector lowBefore, lowHere, lowNext, highBefore, highHere, highNext;
-    loadRows(low + j - 1, bottom, lowBefore);
-    loadRows(low + j, bottom, lowHere);
-    loadRows(low + j + 1, bottom, lowNext);
-    loadRows(high + j - 1, bottom, highBefore);
-    loadRows(high + j, bottom, highHere);
-    loadRows(high + j + 1, bottom, highNext);
-    Vector jump = {};
-    addJump(lowBefore, lowHere, lowNext, jump);
-    addJump(highBefore, highHere, highNext, jump);
-    const Vector extent = highHere - lowHere; // where a line begins or ends, all of it is an edge
-    jump = highBefore > lowBefore ? jump : extent;
-    jump = highNext > lowNext ? jump : extent;
-    allJumps += extent > Vector{} ? jump : Vector{};
-    allSizes += extent > Vector{} ? extent + 1.0F : Vector{};
+  Vector allJumps[kParts<Vector>] = {}, allSizes[kParts<Vector>] = {};
+  for (int first = 1; first + kGroup < count; first += kGroup) {
+    for (int part = 0; part < kParts<Vector>; ++part) {
+      const int j = first + part * kLanes<Vector>;
+      Vector lowBefore, lowHere, lowNext, highBefore, highHere, highNext;
+      loadRows(low + j - 1, bottom, lowBefore);
+      loadRows(low + j, bottom, lowHere);
+      loadRows(low + j + 1, bottom, lowNext);
+      loadRows(high + j - 1, bottom, highBefore);
+      loadRows(high + j, bottom, highHere);
+      loadRows(high + j + 1, bottom, highNext);
+      Vector jump = {};
+      addJump(lowBefore, lowHere, lowNext, jump);
+      addJump(highBefore, highHere, highNext, jump);
+      const Vector none = {}, extent = highHere - lowHere; // where a line begins or ends, all of it is an edge
+      jump = XOV_CHOOSE(highBefore > lowBefore, jump, extent);
+      jump = XOV_CHOOSE(highNext > lowNext, jump, extent);
+      allJumps[part] += XOV_CHOOSE(extent > none, jump, none);
+      allSizes[part] += XOV_CHOOSE(extent > none, extent + 1.0F, none);
+    }
   }
   jumps += sumOfLanes(allJumps);
   size += sumOfLanes(allSizes);
@@ -71,22 +79,24 @@ XOV_VECTOR8_FUNCTION(void, sumJumps,
                      (const float* low, const float* high, int count, float bottom, float& jumps, float& size),
                      (low, high, count, bottom, jumps, size))
 
-/// The rows of ink, about: one vector in four is looked at.
+/// The rows of ink, about: one group in four is looked at.
 template <class Vector>
 XOV_INLINE float sumInkedWith(const float* low, const float* high, int count, float bottom) {
   constexpr int kEvery = 4;
-  Vector all = {};
+  Vector all[kParts<Vector>] = {};
   int looks = 0;
-  for (int j = 0; j + kLanes<Vector> <= count; j += kEvery * kLanes<Vector>, ++looks) {
-    Vector from, to;
-    loadRows(low + j, bottom, from);
-    loadRows(high + j, bottom, to);
-    to -= from;
-    keepGreater(to, Vector{});
-    all += to;
+  for (int first = 0; first + kGroup <= count; first += kEvery * kGroup, ++looks) {
+    for (int part = 0; part < kParts<Vector>; ++part) {
+      Vector from, to;
+      loadRows(low + first + part * kLanes<Vector>, bottom, from);
+      loadRows(high + first + part * kLanes<Vector>, bottom, to);
+      to -= from;
+      keepGreater(to, Vector{});
+      all[part] += to;
+    }
   }
   float inked = sumOfLanes(all);
-  if (looks > 0) return inked * float(count) / float(looks * kLanes<Vector>);
+  if (looks > 0) return inked * float(count) / float(looks * kGroup);
   for (int j = 0; j < count; ++j)
     inked += std::max(std::min(high[j], bottom) - std::max(low[j], 0.0F), 0.0F);
   return inked;

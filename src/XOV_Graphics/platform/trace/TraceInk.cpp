@@ -30,23 +30,23 @@ struct Ink {
 
   XOV_INLINE Ink(std::uint32_t color, std::uint32_t alphaOfInk)
       : solid(Words{} + static_cast<std::int32_t>(color)),
-        even(Shorts(solid & kEveryOther)),
-        odd(Shorts((solid >> 8) & kEveryOther)),
+        even(XOV_SAME_BITS(Shorts, solid & kEveryOther)),
+        odd(XOV_SAME_BITS(Shorts, (solid >> 8) & kEveryOther)),
         alpha(static_cast<std::uint16_t>(alphaOfInk)) {}
 
   /// Coverage is 0 to 255 in each lane.
   XOV_INLINE void blend(const Words& coverage, Words& pixels) const {
-    Shorts covered = Shorts(coverage | coverage << 16);
+    Shorts covered = XOV_SAME_BITS(Shorts, coverage | coverage << 16);
     if (alpha != kFull) {
       covered *= alpha;
       divideBy255(covered);
     }
     const Shorts open = kFull - covered;
-    Shorts mixedEven = even * covered + Shorts(pixels & kEveryOther) * open;
-    Shorts mixedOdd = odd * covered + Shorts((pixels >> 8) & kEveryOther) * open;
+    Shorts mixedEven = even * covered + XOV_SAME_BITS(Shorts, pixels & kEveryOther) * open;
+    Shorts mixedOdd = odd * covered + XOV_SAME_BITS(Shorts, (pixels >> 8) & kEveryOther) * open;
     divideBy255(mixedEven);
     divideBy255(mixedOdd);
-    pixels = Words(mixedEven) | Words(mixedOdd) << 8;
+    pixels = XOV_SAME_BITS(Words, mixedEven) | XOV_SAME_BITS(Words, mixedOdd) << 8;
   }
 };
 
@@ -82,7 +82,7 @@ XOV_INLINE void layInkWith(std::uint32_t color, std::uint32_t alpha, std::int32_
     std::uint32_t few[kInkColumns]; // pixels that are fewer than the lanes
     std::uint32_t* const line = columns < kInkColumns ? few : pixels;
     if (line == few) std::copy_n(pixels, columns, few);
-    __builtin_prefetch(pixels + kRowsAhead * stride, 1);
+    XOV_PREFETCH(pixels + kRowsAhead * stride, 1);
     for (int part = 0; part < kParts; ++part) {
       const int lane = part * kLanes<Vector>;
       sums[part].addRow(changes + lane);
@@ -94,7 +94,7 @@ XOV_INLINE void layInkWith(std::uint32_t color, std::uint32_t alpha, std::int32_
       }
       Words under;
       loadVector(line + lane, under);
-      ink.blend(__builtin_convertvector(__builtin_convertvector(inked, Vector) * scale + 0.5F, Words), under);
+      ink.blend(XOV_CONVERT(Words, XOV_CONVERT(Vector, inked) * scale + 0.5F), under);
       storeVector(under, line + lane);
     }
     if (line == few) std::copy_n(few, columns, pixels);

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/platform/trace/TraceStrip.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace xov {
 
@@ -13,12 +14,11 @@ template <class Vector>
 inline constexpr unsigned kAllLanes = (1U << kLanes<Vector>)-1;
 
 XOV_INLINE std::int32_t sumOfLanes(const Int4& value) {
-  const Int4 sum = value + __builtin_shufflevector(value, value, 2, 3, 0, 1);
+  const Int4 sum = value + XOV_PICK(value, value, 2, 3, 0, 1);
   return sum[0] + sum[1];
 }
 XOV_INLINE std::int32_t sumOfLanes(const Int8& value) {
-  return sumOfLanes(__builtin_shufflevector(value, value, 0, 1, 2, 3) +
-                    __builtin_shufflevector(value, value, 4, 5, 6, 7));
+  return sumOfLanes(XOV_PICK(value, value, 0, 1, 2, 3) + XOV_PICK(value, value, 4, 5, 6, 7));
 }
 
 /// Adds an edge for each lane. Those of a quiet line lie in the same row or in two: they go there in one sum.
@@ -33,7 +33,7 @@ XOV_INLINE void addEdges(std::int32_t* changes, const WordsOf<Vector>& units, st
     changes[some * kInkColumns] += sign * sumOfLanes(edge);
     return;
   }
-  const std::int32_t other = row[__builtin_ctz(~hereBits)];
+  const std::int32_t other = row[lowestBit(~hereBits)];
   if ((hereBits | laneBits(row == other)) == kAllLanes<Vector>) {
     const std::int32_t sum = sumOfLanes(edge), ofSome = sumOfLanes(here & edge);
     changes[some * kInkColumns] += sign * ofSome;
@@ -51,8 +51,8 @@ XOV_INLINE void addEdges(std::int32_t* changes, const WordsOf<Vector>& units, st
 template <class Vector>
 XOV_INLINE void addIntervals(std::int32_t* changes, const Vector& low, const Vector& high, unsigned bits) {
   using Words = WordsOf<Vector>;
-  const Words from = __builtin_convertvector(low * float(kRowUnit) + 0.5F, Words);
-  const Words to = __builtin_convertvector(high * float(kRowUnit) + 0.5F, Words);
+  const Words from = XOV_CONVERT(Words, low * float(kRowUnit) + 0.5F);
+  const Words to = XOV_CONVERT(Words, high * float(kRowUnit) + 0.5F);
   if (bits == kAllLanes<Vector>) {
     addEdges<Vector>(changes, from, 1);
     addEdges<Vector>(changes, to, -1);
@@ -61,17 +61,17 @@ XOV_INLINE void addIntervals(std::int32_t* changes, const Vector& low, const Vec
   std::int32_t froms[kLanes<Vector>], tos[kLanes<Vector>];
   storeVector(from, froms);
   storeVector(to, tos);
-  if (__builtin_popcount(bits) > kLanes<Vector> / 2) { // the others begin and end at once: no branch for each of them
+  if (std::popcount(bits) > kLanes<Vector> / 2) { // the others begin and end at once: no branch for each of them
     Words taken = {};
     for (int lane = 0; lane < kLanes<Vector>; ++lane)
       taken[lane] = (bits >> lane & 1) != 0 ? -1 : 0;
-    const Words common = Words{} + froms[__builtin_ctz(bits)];
-    addEdges<Vector>(changes, taken ? from : common, 1);
-    addEdges<Vector>(changes, taken ? to : common, -1);
+    const Words common = Words{} + froms[lowestBit(bits)];
+    addEdges<Vector>(changes, XOV_CHOOSE(taken, from, common), 1);
+    addEdges<Vector>(changes, XOV_CHOOSE(taken, to, common), -1);
     return;
   }
   for (; bits != 0; bits &= bits - 1) {
-    const int lane = __builtin_ctz(bits);
+    const int lane = lowestBit(bits);
     addEdge(changes, froms[lane], 1);
     addEdge(changes, tos[lane], -1);
   }
@@ -101,13 +101,13 @@ public:
     if (!inNoLane(joins & goesBack)) return false;
     if (!inNoLane(begins)) {
       letGo(laneBits(begins));
-      closed_ = begins ? high_ : closed_;
+      closed_ = XOV_CHOOSE(begins, high_, closed_);
     }
     Vector joinedLow = low, joinedHigh = high;
     keepSmaller(joinedLow, low_);
     keepGreater(joinedHigh, high_);
-    low_ = begins ? low : (joins ? joinedLow : low_);
-    high_ = begins ? high : (joins ? joinedHigh : high_);
+    low_ = XOV_CHOOSE(begins, low, XOV_CHOOSE(joins, joinedLow, low_));
+    high_ = XOV_CHOOSE(begins, high, XOV_CHOOSE(joins, joinedHigh, high_));
     return true;
   }
 
@@ -116,10 +116,10 @@ public:
     const Words live = low < high;
     const unsigned liveLanes = laneBits(live);
     if (liveLanes == 0) return;
-    keepSmaller(lowest_, live ? low : lowest_);
-    keepGreater(highest_, live ? high : highest_);
+    keepSmaller(lowest_, XOV_CHOOSE(live, low, lowest_));
+    keepGreater(highest_, XOV_CHOOSE(live, high, highest_));
     const Vector none = {}; // where nothing is, far rows would not fit their units
-    addIntervals(changes_, live ? low : none, live ? high : none, liveLanes);
+    addIntervals(changes_, XOV_CHOOSE(live, low, none), XOV_CHOOSE(live, high, none), liveLanes);
   }
 
   /// Lets the intervals of some lanes go.
@@ -128,7 +128,7 @@ public:
     const unsigned heldLanes = lanes & laneBits(held);
     if (heldLanes == 0) return;
     // Lanes that stay may be counted, too: they end in the same place or further down.
-    keepSmaller(lowest_, held ? low_ : lowest_);
+    keepSmaller(lowest_, XOV_CHOOSE(held, low_, lowest_));
     keepGreater(highest_, high_);
     addIntervals(changes_, low_, high_, heldLanes);
   }
