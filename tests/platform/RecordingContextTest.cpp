@@ -84,6 +84,67 @@ TEST(RecordingContext, aRecordedTraceOutlivesItsSamples) {
   EXPECT_EQ(recording.strokes().front().path.polylines().at(0), QPolygonF({{1, 1}, {2, 2}, {3, 3}}));
 }
 
+// Samples 2 to 4 are 30, 40 and 50, a point apart, in a buffer that has gone when they are read.
+TEST(RecordingContext, itemsOutliveTheRecordingAndWhatWasDrawn) {
+  RecordedItem stroke, dots;
+  std::vector<RecordedItem> strokes;
+  {
+    RecordingContext recording;
+    std::vector<float> samples{10, 20, 30, 40, 50}, times{0, 1, 2, 3, 4};
+    std::vector<SymbolLook> looks(5);
+    looks[3].radius = 7;
+    Trace trace;
+    trace.samples = samples.data();
+    trace.first = 2;
+    trace.last = 5;
+    trace.time = TraceTime::explicitValues(times.data());
+    Path path;
+    path.appendTrace(trace);
+    recording.strokePath(path);
+    Symbols symbols;
+    symbols.x = times.data();
+    symbols.y = samples.data();
+    symbols.looks = looks.data();
+    symbols.first = 2;
+    symbols.last = 5;
+    recording.drawSymbols(symbols);
+    stroke = recording.items()[0];
+    dots = recording.items()[1];
+    strokes = recording.strokes();
+    std::fill(samples.begin(), samples.end(), 0.0F);
+    std::fill(times.begin(), times.end(), 0.0F);
+  }
+  const std::vector<QPointF> expected{{2, 30}, {3, 40}, {4, 50}};
+  EXPECT_EQ(stroke.path.traces().at(0).points(), expected);
+  EXPECT_EQ(strokes.at(0).path.traces().at(0).points(), expected);
+  for (std::int64_t i = 2; i < 5; ++i)
+    EXPECT_EQ(dots.symbols.center(i), expected[std::size_t(i - 2)]);
+  EXPECT_EQ(dots.symbols.look(3).radius, 7);
+}
+
+TEST(RecordingContext, whatIsDrawnTwiceIsKeptOnceAndWhatHasChangedAnew) {
+  RecordingContext recording;
+  std::vector<float> samples{10, std::numeric_limits<float>::quiet_NaN(), 30, 40};
+  const auto stroke = [&](std::int64_t first, std::int64_t last) {
+    Trace trace;
+    trace.samples = samples.data();
+    trace.first = first;
+    trace.last = last;
+    Path path;
+    path.appendTrace(trace);
+    recording.strokePath(path);
+    return recording.items().back().path.traces().front().samples + first;
+  };
+  const float* const once = stroke(0, 4);
+  EXPECT_EQ(stroke(0, 4), once);
+  EXPECT_NE(stroke(0, 3), once);
+  samples[3] = 50;
+  const float* const changed = stroke(0, 4);
+  EXPECT_NE(changed, once);
+  EXPECT_EQ(once[3], 40);
+  EXPECT_EQ(changed[3], 50);
+}
+
 TEST(RecordingContext, anImageKeepsSourceTargetAndOpacity) {
   RecordingContext recording;
   QImage image(4, 4, QImage::Format_RGB32);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace xov {
 
@@ -79,6 +80,14 @@ QString symbolsText(const RecordedItem& item) {
     text += (alike ? QString() : lookText(symbols.look(i))) + QLatin1Char(' ') + pointText(*center);
   }
   return text;
+}
+
+// Where element 0 would stand if element `first` stood at `data`: traces count from there whatever part of them is
+// kept. By way of a number, since a pointer must not point before what it points into.
+template <typename T>
+const T* elementZero(const T* data, std::int64_t first) {
+  const auto place = reinterpret_cast<std::uintptr_t>(data) - std::uintptr_t(first) * sizeof(T);
+  return reinterpret_cast<const T*>(place); // NOLINT(performance-no-int-to-ptr)
 }
 
 } // namespace
@@ -177,8 +186,7 @@ QString RecordingContext::toText() const {
 
 void RecordingContext::clear() {
   items_.clear();
-  samples_.clear();
-  looks_.clear();
+  numbers_.clear();
 }
 
 RecordedItem& RecordingContext::add(RecordedItem::Kind kind) {
@@ -190,31 +198,39 @@ RecordedItem& RecordingContext::add(RecordedItem::Kind kind) {
   return item;
 }
 
-// Copies the samples first to last into a buffer of their own and returns where sample 0 would stand in it.
-const float* RecordingContext::keepSamples(const float* samples, std::int64_t first, std::int64_t last) {
-  auto copy = std::make_shared<std::vector<float>>(std::size_t(last), 0.0f);
-  std::copy(samples + first, samples + last, copy->begin() + first);
-  samples_.push_back(copy);
-  return copy->data();
+// Keeps the numbers first to last for an item, and returns where number 0 would stand. What stood at the same place
+// and is still the same is kept already.
+const float* RecordingContext::keepNumbers(RecordedItem& item, const float* numbers, std::int64_t first,
+                                           std::int64_t last) {
+  const float* const begin = numbers + first;
+  const float* const end = numbers + last;
+  const auto sameBytes = [&](const std::vector<float>& copy) {
+    const std::size_t bytes = copy.size() * sizeof(float);
+    return copy.size() == std::size_t(last - first) && std::memcmp(copy.data(), begin, bytes) == 0; // NaN included
+  };
+  const auto [from, to] = numbers_.equal_range(begin);
+  const auto known = std::find_if(from, to, [&](const auto& entry) { return sameBytes(*entry.second); });
+  const auto copy = known != to ? known->second : std::make_shared<const std::vector<float>>(begin, end);
+  if (known == to) numbers_.emplace(begin, copy);
+  item.kept.push_back(copy);
+  return elementZero(copy->data(), first);
 }
 
-Path RecordingContext::keep(const Path& path) {
-  Path kept = path.transformed(state().transform);
-  std::vector<Trace> traces = kept.traces();
-  kept.removeTraces();
+void RecordingContext::keep(RecordedItem& item, const Path& path) {
+  item.path = path.transformed(state().transform);
+  std::vector<Trace> traces = item.path.traces();
+  item.path.removeTraces();
   for (Trace& trace : traces) {
-    trace.samples = keepSamples(trace.samples, trace.first, trace.last);
-    if (trace.time.rule == TraceTime::Rule::Explicit && trace.time.values != nullptr) {
-      trace.time.values = keepSamples(trace.time.values, trace.first, trace.last);
-    }
-    kept.appendTrace(trace);
+    trace.samples = keepNumbers(item, trace.samples, trace.first, trace.last);
+    if (trace.time.rule == TraceTime::Rule::Explicit && trace.time.values != nullptr)
+      trace.time.values = keepNumbers(item, trace.time.values, trace.first, trace.last);
+    item.path.appendTrace(trace);
   }
-  return kept;
 }
 
-void RecordingContext::onStroke(const Path& path) { add(RecordedItem::Kind::Stroke).path = keep(path); }
+void RecordingContext::onStroke(const Path& path) { keep(add(RecordedItem::Kind::Stroke), path); }
 
-void RecordingContext::onFill(const Path& path) { add(RecordedItem::Kind::Fill).path = keep(path); }
+void RecordingContext::onFill(const Path& path) { keep(add(RecordedItem::Kind::Fill), path); }
 
 void RecordingContext::onSymbols(const Symbols& symbols) {
   // Under any other transform than a move the circles change size or shape: each is then recorded as it comes out.
@@ -223,11 +239,13 @@ void RecordingContext::onSymbols(const Symbols& symbols) {
   RecordedItem& item = add(RecordedItem::Kind::Symbols);
   item.color = symbols.fill;
   item.symbols = symbols;
-  item.symbols.x = keepSamples(symbols.x, symbols.first, symbols.last);
-  item.symbols.y = keepSamples(symbols.y, symbols.first, symbols.last);
+  item.symbols.x = keepNumbers(item, symbols.x, symbols.first, symbols.last);
+  item.symbols.y = keepNumbers(item, symbols.y, symbols.first, symbols.last);
   if (symbols.looks != nullptr) {
-    looks_.push_back(std::make_shared<std::vector<SymbolLook>>(symbols.looks, symbols.looks + symbols.last));
-    item.symbols.looks = looks_.back()->data();
+    const auto looks =
+        std::make_shared<const std::vector<SymbolLook>>(symbols.looks + symbols.first, symbols.looks + symbols.last);
+    item.symbols.looks = elementZero(looks->data(), symbols.first);
+    item.kept.push_back(looks);
   }
   item.symbols.xOffset += t.dx();
   item.symbols.yOffset += t.dy();

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace xov {
@@ -37,7 +38,11 @@ struct XOV_EXPORT RecordedItem {
   QRectF source;       ///< Image: the part of the image, in its pixels
   double fraction = 1; ///< Image: opacity
 
-  Symbols symbols; ///< Symbols: what was drawn, with values that the recording keeps
+  Symbols symbols; ///< Symbols: what was drawn
+
+  /// The samples, times, values and looks that `path` and `symbols` refer to: they live as long as any copy of the
+  /// item.
+  std::vector<std::shared_ptr<const void>> kept;
 
   /// The strokes and fills that this item stands for: a fill and a stroke for each symbol of a set, in drawing order,
   /// and the item itself otherwise. Costs about a kilobyte a symbol.
@@ -49,8 +54,8 @@ struct XOV_EXPORT RecordedItem {
 };
 
 /// A drawing surface that keeps what is drawn on it, so that a host or a test can read every stroke, fill, text and
-/// image, or draw them again elsewhere. A recorded trace keeps a copy of its samples, a set of symbols one of its
-/// values.
+/// image, or draw them again elsewhere. Of the samples of traces and the values of symbols each stretch is copied
+/// once, however often it is drawn; items share those copies, and may outlive the recording.
 class XOV_EXPORT RecordingContext final : public GraphicsContext {
 public:
   RecordingContext() = default;
@@ -83,12 +88,11 @@ protected:
 private:
   std::vector<RecordedItem> itemsOf(RecordedItem::Kind kind) const;
   RecordedItem& add(RecordedItem::Kind kind);
-  Path keep(const Path& path);
-  const float* keepSamples(const float* samples, std::int64_t first, std::int64_t last);
+  void keep(RecordedItem& item, const Path& path);
+  const float* keepNumbers(RecordedItem& item, const float* numbers, std::int64_t first, std::int64_t last);
 
   std::vector<RecordedItem> items_;
-  std::vector<std::shared_ptr<const std::vector<float>>> samples_;
-  std::vector<std::shared_ptr<const std::vector<SymbolLook>>> looks_;
+  std::unordered_multimap<const float*, std::shared_ptr<const std::vector<float>>> numbers_; // by where they stood
 };
 
 } // namespace xov
