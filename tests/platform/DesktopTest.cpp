@@ -98,7 +98,85 @@ TEST(SavePanel, theFileDialogProposesTheNameAndReportsItsEnd) {
   EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
   dialog->reject();
   EXPECT_EQ(code, SavePanel::kCancelled);
-  EXPECT_EQ(QFileInfo(panel->filename()).fileName(), QStringLiteral("plt_000.pdf"));
+}
+
+/// A sheet for PDF files, open in a folder of its own.
+class Sheet : public ::testing::Test {
+protected:
+  QFileDialog* open(const QString& directory, const QString& file) {
+    panel = SavePanel::savePanel();
+    panel->setRequiredFileType(QStringLiteral("pdf"));
+    window = std::make_unique<QWidget>();
+    window->show();
+    code = -1;
+    panel->beginSheet(directory, file, window.get(), [this](int result) { code = result; });
+    return window->findChild<QFileDialog*>();
+  }
+  void makeFile(const QString& name) const {
+    QFile file(folder.filePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  }
+  // As a click on Save does it, behind the question whether to replace a file.
+  static void accept(QFileDialog* dialog) { static_cast<QDialog*>(dialog)->done(QDialog::Accepted); }
+
+  QTemporaryDir folder;
+  std::unique_ptr<QWidget> window;
+  std::shared_ptr<SavePanel> panel;
+  int code = -1;
+};
+
+TEST_F(Sheet, hasNoFileNameAfterACancel) {
+  QFileDialog* const dialog = open(folder.path(), QStringLiteral("plt_000.pdf"));
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(panel->filename(), folder.filePath(QStringLiteral("plt_000.pdf")));
+  dialog->reject();
+  EXPECT_EQ(code, SavePanel::kCancelled);
+  EXPECT_TRUE(panel->filename().isEmpty());
+}
+
+TEST_F(Sheet, namesGetTheExtensionWhateverDotsTheyHold) {
+  const std::pair<const char*, const char*> names[] = {
+      {"fig.1", "fig.1.pdf"}, {"fig_v2.5", "fig_v2.5.pdf"}, {"fig", "fig.pdf"}, {"fig.PDF", "fig.PDF"}};
+  for (const auto& [typed, written] : names) {
+    QFileDialog* const dialog = open(folder.path(), QLatin1String(typed));
+    ASSERT_NE(dialog, nullptr);
+    accept(dialog);
+    EXPECT_EQ(code, SavePanel::kAccepted);
+    EXPECT_EQ(panel->filename(), folder.filePath(QLatin1String(written)));
+  }
+}
+
+TEST_F(Sheet, asksAgainBeforeTheExtensionMakesTheNameOfAFile) {
+  makeFile(QStringLiteral("fig.1.pdf"));
+  QFileDialog* const dialog = open(folder.path(), QStringLiteral("fig.1"));
+  ASSERT_NE(dialog, nullptr);
+  accept(dialog);
+  EXPECT_EQ(code, -1);
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(dialog->selectedFiles(), QStringList{folder.filePath(QStringLiteral("fig.1.pdf"))});
+  accept(dialog);
+  EXPECT_EQ(code, SavePanel::kAccepted);
+  EXPECT_EQ(panel->filename(), folder.filePath(QStringLiteral("fig.1.pdf")));
+}
+
+TEST_F(Sheet, startsInTheFolderSavedToLast) {
+  QFileDialog* first = open(folder.path(), QStringLiteral("a.pdf"));
+  ASSERT_NE(first, nullptr);
+  accept(first);
+  QTemporaryDir other;
+  QFileDialog* cancelled = open(other.path(), QStringLiteral("b.pdf"));
+  ASSERT_NE(cancelled, nullptr);
+  cancelled->reject();
+  QFileDialog* next = open(QString(), QStringLiteral("c.pdf"));
+  ASSERT_NE(next, nullptr);
+  EXPECT_EQ(next->directory().path(), folder.path());
+  EXPECT_EQ(panel->filename(), folder.filePath(QStringLiteral("c.pdf")));
+  next->reject();
+  folder.remove();
+  QFileDialog* last = open(QString(), QStringLiteral("d.pdf"));
+  ASSERT_NE(last, nullptr);
+  EXPECT_EQ(last->directory().path(), QDir::currentPath());
+  last->reject();
 }
 
 TEST(SavePanel, livesUntilItHasAnsweredWithoutAnyoneKeepingIt) {

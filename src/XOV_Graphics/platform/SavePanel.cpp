@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPointer>
 
 namespace xov {
@@ -13,6 +14,22 @@ SavePanel::Factory& factory() {
   return current;
 }
 
+QString& lastFolder() {
+  static QString folder;
+  return folder;
+}
+
+// The folder saved to last may have gone since.
+QString startFolder() {
+  return !lastFolder().isEmpty() && QDir(lastFolder()).exists() ? lastFolder() : QDir::currentPath();
+}
+
+// The number of "fig.1" and "fig_v2.5" is no extension.
+QString withExtension(const QString& path, const QString& extension) {
+  const QString ending = QLatin1Char('.') + extension;
+  return extension.isEmpty() || path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
+}
+
 class FileDialogPanel final : public SavePanel, public std::enable_shared_from_this<FileDialogPanel> {
 public:
   ~FileDialogPanel() override { delete dialog_; }
@@ -20,7 +37,7 @@ public:
   void setRequiredFileType(const QString& extension) override { extension_ = extension; }
 
   void beginSheet(const QString& directory, const QString& file, QWidget* window, Completion completion) override {
-    const QDir folder(directory.isEmpty() ? QDir::currentPath() : directory);
+    const QDir folder(directory.isEmpty() ? startFolder() : directory);
     filename_ = folder.filePath(file);
     dialog_ = new QFileDialog(window, QString(), folder.path());
     dialog_->setAcceptMode(QFileDialog::AcceptSave);
@@ -31,8 +48,7 @@ public:
     dialog_->setWindowModality(Qt::WindowModal);
     // The dialog holds the panel until it has finished; the panel then lets the dialog go.
     QObject::connect(dialog_, &QFileDialog::finished, dialog_, [self = shared_from_this(), completion](int result) {
-      const QStringList chosen = self->dialog_->selectedFiles();
-      if (!chosen.isEmpty()) self->filename_ = chosen.first();
+      if (!self->take(result == QDialog::Accepted)) return;
       self->dialog_->deleteLater();
       self->dialog_ = nullptr;
       completion(result == QDialog::Accepted ? kAccepted : kCancelled);
@@ -43,6 +59,24 @@ public:
   QString filename() const override { return filename_; }
 
 private:
+  // Takes the user's answer. False when the dialog asks again: it has not yet asked whether to replace the file whose
+  // name only the extension makes.
+  bool take(bool accepted) {
+    const QStringList chosen = dialog_->selectedFiles();
+    if (!accepted || chosen.isEmpty()) {
+      filename_.clear();
+      return true;
+    }
+    filename_ = withExtension(chosen.first(), extension_);
+    if (filename_ != chosen.first() && QFileInfo::exists(filename_)) {
+      dialog_->selectFile(filename_);
+      dialog_->open();
+      return false;
+    }
+    lastFolder() = QFileInfo(filename_).absolutePath();
+    return true;
+  }
+
   QString extension_;
   QString filename_;
   QPointer<QFileDialog> dialog_;

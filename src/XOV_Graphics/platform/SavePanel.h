@@ -28,12 +28,12 @@ public:
   /// An empty factory brings the platform's file dialog back.
   static void setFactory(Factory factory);
 
-  /// The extension, without its dot, that is added to names without one.
+  /// The extension, without its dot, that is added to names that do not end in it.
   virtual void setRequiredFileType(const QString& extension) = 0;
-  /// Opens the panel on a window with a proposed name, in a directory (empty: the current one), and calls the
-  /// completion once when the user is done. The panel stays alive until then.
+  /// Opens the panel on a window with a proposed name, in a directory (empty: the one saved to last, at first the
+  /// current one), and calls the completion once when the user is done. The panel stays alive until then.
   virtual void beginSheet(const QString& directory, const QString& file, QWidget* window, Completion completion) = 0;
-  /// The full path chosen, or proposed while nothing else is; may be empty.
+  /// The full path chosen, or proposed while nothing else is; empty after a cancel.
   virtual QString filename() const = 0;
 };
 
