@@ -2,7 +2,9 @@
 
 #include <QDir>
 #include <QImageReader>
+#include <QMap>
 #include <QRegularExpression>
+#include <QXmlStreamReader>
 
 #include <unistd.h>
 
@@ -93,8 +95,44 @@ TEST_F(CliOutput, embedsAllFontsInAPdf) {
     EXPECT_TRUE(QRegularExpression(" yes +\\w+ +yes +\\d+ +\\d+$").match(row).hasMatch()) << qPrintable(row);
 }
 
+TEST_F(CliOutput, writesAnSvgOfPathsAndTexts) {
+  draw("a.svg", {"--size", "842", "595"});
+  QXmlStreamReader reader(contents("a.svg"));
+  QMap<QString, int> elements;
+  QStringList texts;
+  while (!reader.atEnd()) {
+    if (reader.readNext() != QXmlStreamReader::StartElement) continue;
+    if (elements.isEmpty()) {
+      EXPECT_EQ(reader.name(), QStringLiteral("svg"));
+      EXPECT_EQ(reader.namespaceUri(), QStringLiteral("http://www.w3.org/2000/svg"));
+      EXPECT_EQ(reader.attributes().value("viewBox"), QStringLiteral("0 0 842 595"));
+    }
+    const QString name = reader.name().toString();
+    ++elements[name];
+    if (name == QLatin1String("text")) texts << reader.readElementText();
+  }
+  EXPECT_FALSE(reader.hasError()) << qPrintable(reader.errorString());
+  EXPECT_GT(elements["path"], 3); // frame, ticks, trace
+  EXPECT_EQ(elements["image"], 0);
+  EXPECT_TRUE(texts.contains(QStringLiteral("P"))) << qPrintable(texts.join(QLatin1Char('|'))); // the pick
+}
+
+TEST_F(CliOutput, writesTheSamePageInEveryTimeZone) {
+  for (const char* extension : {"pdf", "svg"}) {
+    QByteArrayList files;
+    for (const char* zone : {"UTC", "Asia/Kathmandu", "America/St_Johns"}) {
+      environment_.insert(QStringLiteral("TZ"), QLatin1String(zone));
+      const QString name = QStringLiteral("page%1.%2").arg(files.size()).arg(QLatin1String(extension));
+      draw(name);
+      files << contents(name);
+    }
+    EXPECT_EQ(files[1], files[0]) << extension;
+    EXPECT_EQ(files[2], files[0]) << extension;
+  }
+}
+
 TEST_F(CliOutput, writesTheSameBytesForTheSameDrawing) {
-  for (const char* extension : {"pdf", "tif", "jpg", "png"}) {
+  for (const char* extension : {"pdf", "svg", "tif", "jpg", "png"}) {
     const QString one = QStringLiteral("one.%1").arg(extension);
     const QString two = QStringLiteral("two.%1").arg(extension);
     draw(one);
@@ -118,7 +156,7 @@ TEST_F(CliOutput, replacesAnExistingFile) {
 }
 
 TEST_F(CliOutput, failsWhereTheFolderDoesNotExist) {
-  for (const char* extension : {"pdf", "tif", "jpg", "png"}) {
+  for (const char* extension : {"pdf", "svg", "tif", "jpg", "png"}) {
     const QString name = QStringLiteral("nowhere/a.%1").arg(extension);
     const Outcome outcome = xov({"section", "a.SAC", "-o", name});
     EXPECT_EQ(outcome.status, 1) << extension;

@@ -2,8 +2,8 @@
 
 #include "XOV_Graphics/map/BoundaryText.h"
 #include "XOV_Graphics/map/XOVPolygon.h"
-#include "tests/map/LogCatcher.h"
 #include "tests/map/MapPrinting.h"
+#include "tests/support/LogCatcher.h"
 
 #include <gtest/gtest.h>
 

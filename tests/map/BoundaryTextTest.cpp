@@ -1,8 +1,8 @@
 #include "XOV_Graphics/map/BoundaryText.h"
 
 #include "tests/map/CommaLocale.h"
-#include "tests/map/LogCatcher.h"
 #include "tests/map/MapPrinting.h"
+#include "tests/support/LogCatcher.h"
 
 #include <gtest/gtest.h>
 

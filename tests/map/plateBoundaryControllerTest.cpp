@@ -2,8 +2,8 @@
 
 #include "XOV_Graphics/base/Resources.h"
 #include "XOV_Graphics/map/BoundaryResource.h"
-#include "tests/map/LogCatcher.h"
 #include "tests/map/MapPrinting.h"
+#include "tests/support/LogCatcher.h"
 
 #include <gtest/gtest.h>
 

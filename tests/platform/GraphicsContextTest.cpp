@@ -98,7 +98,7 @@ TEST(GraphicsContext, clippingToNothingHidesEverything) {
   }
 }
 
-TEST(PainterContext, yGrowsUpwards) {
+TEST(PixelContext, yGrowsUpwards) {
   const QImage image = picture({0, 0, 10, 10}, 1, [](GraphicsContext& context) {
     context.setColor(colors::red);
     context.fillRect({0, 0, 2, 3}); // lower left corner
@@ -109,14 +109,14 @@ TEST(PainterContext, yGrowsUpwards) {
   EXPECT_EQ(qAlpha(pixelAt(image, 2, 9)), 0);
 }
 
-TEST(PainterContext, aPictureHasRatioTimesThePixelsAndSaysItsResolution) {
+TEST(PixelContext, aPictureHasRatioTimesThePixelsAndSaysItsResolution) {
   const QImage image = picture({0, 0, 101, 50}, 1.5, [](GraphicsContext&) {});
   EXPECT_EQ(image.size(), QSize(152, 75)); // 151.5 rounds up
   EXPECT_EQ(image.devicePixelRatio(), 1.5);
   EXPECT_EQ(image.dotsPerMeterX(), 4252); // 72 · 1.5 / 0.0254 = 4251.97
 }
 
-TEST(PainterContext, aPictureOfPartOfAViewShowsThatPart) {
+TEST(PixelContext, aPictureOfPartOfAViewShowsThatPart) {
   const QImage image = picture({10, 20, 4, 4}, 1, [](GraphicsContext& context) {
     context.setColor(colors::blue);
     context.fillRect({10, 20, 1, 1});
@@ -125,7 +125,7 @@ TEST(PainterContext, aPictureOfPartOfAViewShowsThatPart) {
   EXPECT_EQ(qAlpha(pixelAt(image, 1, 3)), 0);
 }
 
-TEST(PainterContext, absurdPictureSizesGiveNoPicture) {
+TEST(PixelContext, absurdPictureSizesGiveNoPicture) {
   const auto nothing = [](GraphicsContext&) {};
   EXPECT_TRUE(picture({0, 0, 0, 5}, 1, nothing).isNull());
   EXPECT_TRUE(picture({0, 0, -5, 5}, 1, nothing).isNull());
@@ -133,7 +133,7 @@ TEST(PainterContext, absurdPictureSizesGiveNoPicture) {
   EXPECT_TRUE(picture({0, 0, std::nan(""), 5}, 1, nothing).isNull());
 }
 
-TEST(PainterContext, aTickOnAPixelBorderIsOneSolidPixel) {
+TEST(PixelContext, aTickOnAPixelBorderIsOneSolidPixel) {
   const QImage image = picture({0, 0, 10, 10}, 1, [](GraphicsContext& context) {
     context.setColor(colors::white);
     context.fillRect({0, 0, 10, 10});
@@ -150,7 +150,7 @@ TEST(PainterContext, aTickOnAPixelBorderIsOneSolidPixel) {
 }
 
 // A dot of width 1 every 2.51 points: ten of them over 25 points, each π/4 of a square point.
-TEST(PainterContext, dashLengthsArePointsWhateverTheLineWidth) {
+TEST(PixelContext, dashLengthsArePointsWhateverTheLineWidth) {
   for (double width : {0.5, 1.0, 2.0}) {
     const QImage image = picture({0, 0, 60, 10}, 4, [width](GraphicsContext& context) {
       Path line;
@@ -169,7 +169,7 @@ TEST(PainterContext, dashLengthsArePointsWhateverTheLineWidth) {
   }
 }
 
-TEST(PainterContext, aMitreReachesItsTipWithinTheLimitAndIsCutBeyond) {
+TEST(PixelContext, aMitreReachesItsTipWithinTheLimitAndIsCutBeyond) {
   // Two lines of width 4 that meet at 30 degrees: the mitre is 4 / sin 15° = 15.5 long, 3.9 widths.
   const auto tip = [](double limit) {
     const QImage image = picture({0, 0, 60, 40}, 4, [limit](GraphicsContext& context) {
@@ -190,7 +190,7 @@ TEST(PainterContext, aMitreReachesItsTipWithinTheLimitAndIsCutBeyond) {
   EXPECT_NEAR(tip(3), 40 + 2 * std::sin(M_PI / 12), 0.5);  // bevel: 0.5 beyond it
 }
 
-TEST(PainterContext, farCoordinatesDrawWhatShows) {
+TEST(PixelContext, farCoordinatesDrawWhatShows) {
   const QImage image = picture({0, 0, 20, 20}, 1, [](GraphicsContext& context) {
     Path path;
     path.moveTo({-1e9, -1e9 + 0.5});
@@ -201,7 +201,7 @@ TEST(PainterContext, farCoordinatesDrawWhatShows) {
   EXPECT_EQ(qAlpha(pixelAt(image, 2, 2)), 0);
 }
 
-TEST(PainterContext, imagesKeepSharpCellsWhenEnlarged) {
+TEST(PixelContext, imagesKeepSharpCellsWhenEnlarged) {
   QImage cells(2, 2, QImage::Format_RGB32);
   cells.setPixel(0, 0, 0xffff0000); // upper left
   cells.setPixel(1, 0, 0xff00ff00);
@@ -216,7 +216,7 @@ TEST(PainterContext, imagesKeepSharpCellsWhenEnlarged) {
   EXPECT_EQ(pixelAt(image, 10, 10), 0xffffffff);
 }
 
-TEST(PainterContext, textStandsOnItsBoxAndLinesFollowDownwards) {
+TEST(PixelContext, textStandsOnItsBoxAndLinesFollowDownwards) {
   const TextAttributes font = TextAttributes::helvetica(20);
   const QImage image = picture({0, 0, 60, 60}, 1, [&](GraphicsContext& context) {
     context.drawText(QStringLiteral("H\nH"), {10, 5}, font);

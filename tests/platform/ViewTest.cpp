@@ -204,6 +204,65 @@ TEST(View, theCursorChangesInsideItsRectangle) {
   EXPECT_EQ(view.cursor().shape(), Qt::ArrowCursor);
 }
 
+/// Moves the pointer within a view.
+void movePointer(View& view, QPointF at) {
+  QMouseEvent move(QEvent::MouseMove, at, view.mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&view, &move);
+}
+
+TEST(View, aCursorOfTheHostGoesBeforeThoseOfRectangles) {
+  QWidget window;
+  View view({0, 0, 100, 100}, &window);
+  view.addCursorRect({20, 20, 60, 60}, Qt::CrossCursor);
+  view.setCursor(Qt::WaitCursor);
+  for (const QPointF& at : {QPointF(50, 95), QPointF(50, 50), QPointF(50, 95)}) {
+    movePointer(view, at);
+    EXPECT_EQ(view.cursor().shape(), Qt::WaitCursor);
+  }
+  view.unsetCursor();
+  movePointer(view, {50, 50});
+  EXPECT_EQ(view.cursor().shape(), Qt::CrossCursor);
+  view.setCursor(Qt::CrossCursor); // the host's own, though it is the same
+  movePointer(view, {50, 95});
+  EXPECT_EQ(view.cursor().shape(), Qt::CrossCursor);
+}
+
+TEST(View, aWindowsOwnCursorIsTakenBackToo) {
+  View view({0, 0, 100, 100});
+  view.addCursorRect({20, 20, 60, 60}, Qt::CrossCursor);
+  view.setCursor(Qt::WaitCursor);
+  movePointer(view, {50, 50});
+  EXPECT_EQ(view.cursor().shape(), Qt::WaitCursor);
+  view.unsetCursor();
+  movePointer(view, {50, 50});
+  EXPECT_EQ(view.cursor().shape(), Qt::CrossCursor);
+}
+
+// The frame is laid out while drawing, as a plot's is.
+TEST(View, cursorRectanglesFollowTheLayout) {
+  class Framed : public View {
+  public:
+    using View::View;
+    void drawRect(const QRectF&) override { frame_ = bounds().adjusted(20, 20, -20, -20); }
+    void resetCursorRects() override { addCursorRect(frame_, Qt::CrossCursor); }
+
+  private:
+    QRectF frame_;
+  };
+  Framed view({0, 0, 100, 100});
+  view.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+  view.repaint();
+  movePointer(view, {50, 50});
+  EXPECT_EQ(view.cursor().shape(), Qt::CrossCursor); // before any resize
+  view.resize(200, 100);
+  view.repaint();
+  movePointer(view, {150, 50}); // inside the new frame only
+  EXPECT_EQ(view.cursor().shape(), Qt::CrossCursor);
+  movePointer(view, {190, 50});
+  EXPECT_EQ(view.cursor().shape(), Qt::ArrowCursor);
+}
+
 // A ratio of 1.5 puts views at odd positions half a pixel off the screen's grid; lines must be solid all the same.
 TEST(View, picturesForTheScreenLieOnItsPixels) {
   const auto tick = [](GraphicsContext& context) {

@@ -17,8 +17,9 @@ struct Format {
 };
 
 constexpr Format kFormats[] = {
-    {"pdf", &XOVView::writePDFToFile}, {"tif", &XOVView::writeTIFToFile},  {"tiff", &XOVView::writeTIFToFile},
-    {"jpg", &XOVView::writeJPGToFile}, {"jpeg", &XOVView::writeJPGToFile}, {"png", &XOVView::writePNGToFile},
+    {"pdf", &XOVView::writePDFToFile},  {"svg", &XOVView::writeSVGToFile}, {"tif", &XOVView::writeTIFToFile},
+    {"tiff", &XOVView::writeTIFToFile}, {"jpg", &XOVView::writeJPGToFile}, {"jpeg", &XOVView::writeJPGToFile},
+    {"png", &XOVView::writePNGToFile},
 };
 
 const Format* formatOf(const QString& path) {
@@ -31,7 +32,7 @@ const Format* formatOf(const QString& path) {
 
 std::string checkOutputName(const std::string& name) {
   if (formatOf(QString::fromStdString(name)) != nullptr) return {};
-  return "found '" + name + "', expected a file name that ends in .pdf, .tif, .jpg or .png";
+  return "found '" + name + "', expected a file name that ends in .pdf, .svg, .tif, .jpg or .png";
 }
 
 std::string sizeText(const QSizeF& size) {
@@ -41,7 +42,7 @@ std::string sizeText(const QSizeF& size) {
 } // namespace
 
 void Output::addOptions(CLI::App& options) {
-  options.add_option("-o,--output", file_, "Write the plot to this file: .pdf, .tif, .jpg or .png")
+  options.add_option("-o,--output", file_, "Write the plot to this file: .pdf, .svg, .tif, .jpg or .png")
       ->type_name("FILE")
       ->check(CLI::Validator(checkOutputName, std::string()))
       ->group(kGroup);

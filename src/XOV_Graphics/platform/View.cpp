@@ -1,7 +1,9 @@
 #include "XOV_Graphics/platform/View.h"
 
+#include "XOV_Graphics/platform/surface/PaperContext.h"
 #include "XOV_Graphics/platform/surface/PdfPage.h"
 #include "XOV_Graphics/platform/surface/Picture.h"
+#include "XOV_Graphics/platform/surface/SvgPage.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -79,6 +81,24 @@ QByteArray View::dataWithPDFInsideRect(const QRectF& rect) {
   return pdfPage(rect, [this](GraphicsContext& context) { drawInto(context); });
 }
 
+QByteArray View::dataWithSVGInsideRect(const QRectF& rect) {
+  return svgPage(rect, [this](GraphicsContext& context) { drawInto(context); });
+}
+
+void View::paint(QPainter& painter, const QRectF& target) {
+  const QRectF view = bounds();
+  if (!painter.isActive() || view.isEmpty() || !(target.width() > 0 && target.height() > 0)) return;
+  painter.save();
+  painter.setClipRect(target, Qt::IntersectClip);
+  const QTransform toTarget(target.width() / view.width(), 0, 0, -target.height() / view.height(), target.left(),
+                            target.top() + target.height());
+  {
+    PaperContext context(painter, toTarget * painter.worldTransform(), view, nullptr);
+    drawInto(context);
+  }
+  painter.restore();
+}
+
 QImage View::pictureOfRect(const QRectF& rect) {
   return picture(rect, exportPixelRatio(), [this](GraphicsContext& context) { drawInto(context); });
 }
@@ -106,6 +126,32 @@ void View::addCursorRect(const QRectF& rect, const QCursor& cursor) { cursorRect
 // The cursor itself waits for the next movement, so that setting rectangles up anew does not make it flicker.
 void View::discardCursorRects() { cursorRects_.clear(); }
 
+void View::renewCursorRects() {
+  discardCursorRects();
+  resetCursorRects();
+}
+
+// Qt keeps one cursor a widget, so the host's own must be told from those of rectangles: by who changes it.
+bool View::event(QEvent* event) {
+  if (event->type() == QEvent::CursorChange && !changesCursor_) {
+    const bool isUnset = !testAttribute(Qt::WA_SetCursor) || (isWindow() && cursor().shape() == Qt::ArrowCursor);
+    hasHostsCursor_ = !isUnset; // a window keeps the attribute when its cursor is unset
+  }
+  return QWidget::event(event);
+}
+
+// The cursor of a rectangle, or none.
+void View::showCursor(const QCursor* cursor) {
+  if (hasHostsCursor_) return;
+  changesCursor_ = true;
+  if (cursor != nullptr) {
+    setCursor(*cursor);
+  } else {
+    unsetCursor();
+  }
+  changesCursor_ = false;
+}
+
 void View::mouseDown(const MouseEvent&) {}
 
 // Draws into a picture whose pixels are those of the screen, and puts that on the window: the window shows exactly
@@ -123,19 +169,17 @@ void View::paintEvent(QPaintEvent* event) {
         drawRect(area);
       });
   painter.drawImage(drawn.topLeft, drawn.image);
+  renewCursorRects();
 }
 
 void View::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   if (isVisible()) liveResizeTimer_.start();
-  discardCursorRects();
-  resetCursorRects();
 }
 
 void View::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  discardCursorRects();
-  resetCursorRects();
+  renewCursorRects();
 }
 
 void View::mousePressEvent(QMouseEvent* event) { press(event); }
@@ -166,16 +210,12 @@ void View::mouseMoveEvent(QMouseEvent* event) {
   const QPointF point(event->position().x(), height() - event->position().y());
   const auto hit = std::find_if(cursorRects_.begin(), cursorRects_.end(),
                                 [&](const CursorRect& area) { return area.rect.contains(point); });
-  if (hit == cursorRects_.end()) {
-    unsetCursor();
-  } else {
-    setCursor(hit->cursor);
-  }
+  showCursor(hit == cursorRects_.end() ? nullptr : &hit->cursor);
   event->ignore();
 }
 
 void View::leaveEvent(QEvent* event) {
-  unsetCursor();
+  showCursor(nullptr);
   QWidget::leaveEvent(event);
 }
 

@@ -12,6 +12,8 @@
 
 #include <vector>
 
+class QPainter;
+
 namespace xov {
 
 /// A press of a mouse button, as a view is told of it.
@@ -66,6 +68,16 @@ public:
   /// The part of the view inside a rectangle as a one-page PDF of that size in points: vector drawing, text that can
   /// be selected, fonts embedded. The same drawing gives the same bytes. Empty for an empty rectangle.
   QByteArray dataWithPDFInsideRect(const QRectF& rect);
+  /// The part of the view inside a rectangle as an SVG document of that size in points: lines, traces and text as
+  /// such, only images as pixels. The same drawing gives the same bytes. Empty for an empty rectangle.
+  QByteArray dataWithSVGInsideRect(const QRectF& rect);
+  /// Draws the whole view as vectors with a painter of the host's, into `target` in the painter's coordinates (y
+  /// downwards), which it fills: give it the view's own proportions, or it is stretched. For a page of a QPrinter, a
+  /// QSvgGenerator, a QQuickPaintedItem and the like. Text stays text where the painter's device has fonts, and
+  /// traces are lines; nothing outside `target` is painted on as far as the device knows clips. The painter's clip,
+  /// transform and opacity hold, and all of its state is as before when this returns. An inactive painter and an
+  /// empty target draw nothing.
+  void paint(QPainter& painter, const QRectF& target);
   /// The part of the view inside a rectangle, at exportPixelRatio() pixels a point; transparent where nothing is
   /// drawn. A null image when the rectangle is empty or memory does not allow it.
   QImage pictureOfRect(const QRectF& rect);
@@ -78,14 +90,18 @@ public:
   QPointF convertPointFromWindow(QPointF locationInWindow) const;
   QPointF convertPointToWindow(QPointF viewPoint) const;
 
-  /// Called when cursor rectangles must be set up anew. The base adds none.
+  /// Called when cursor rectangles must be set up anew: when the view is shown and after each drawing of its window,
+  /// which may have laid it out anew. The base adds none.
   virtual void resetCursorRects();
+  /// Shows a cursor while the pointer is inside a rectangle (view points), from its next movement on. A cursor that a
+  /// host gives the view with setCursor() goes before those of rectangles, until unsetCursor().
   void addCursorRect(const QRectF& rect, const QCursor& cursor);
   void discardCursorRects();
 
   virtual void mouseDown(const MouseEvent& event);
 
 protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
@@ -101,10 +117,14 @@ private:
   };
   void press(QMouseEvent* event);
   int countClick(QPointF position);
+  void renewCursorRects();
+  void showCursor(const QCursor* cursor);
 
   QTimer liveResizeTimer_;
   std::vector<CursorRect> cursorRects_;
   QSize frameSize_;
+  bool hasHostsCursor_ = false;
+  bool changesCursor_ = false; // we do, not the host
   double exportPixelRatio_ = 0;
   QElapsedTimer sinceLastClick_;
   QPointF lastClick_;

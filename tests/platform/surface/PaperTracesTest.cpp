@@ -1,10 +1,11 @@
 #include "XOV_Graphics/platform/surface/PaperTraces.h"
 
 #include "XOV_Graphics/platform/Colors.h"
-#include "XOV_Graphics/platform/surface/PainterContext.h"
+#include "XOV_Graphics/platform/surface/PaperContext.h"
 #include "XOV_Graphics/platform/surface/PdfFile.h"
 #include "XOV_Graphics/platform/surface/PdfPage.h"
 #include "XOV_Graphics/platform/surface/Picture.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TraceSignals.h"
 
 #include <gtest/gtest.h>
@@ -168,7 +169,7 @@ TEST(PaperTraces, aPageWithoutTracesIsByteForByteThePainters) {
   writer.setPageLayout(QPageLayout(QPageSize(kPage.size(), QPageSize::Point, QString(), QPageSize::ExactMatch),
                                    QPageLayout::Portrait, QMarginsF()));
   QPainter painter(&writer);
-  PainterContext context(painter, QTransform(1, 0, 0, -1, 0, 100), nullptr);
+  PaperContext context(painter, QTransform(1, 0, 0, -1, 0, 100), kPage, nullptr);
   draw(context);
   painter.end();
   QByteArray page = pdfPage(kPage, draw);
@@ -286,6 +287,7 @@ TEST(PaperTraces, strokesOfOneLineShareASegment) {
 }
 
 TEST(PaperTraces, wherePainterAndMarkersDisagreeThePainterDrawsItAll) {
+  const test::LogCatcher log;
   const QByteArray content = contentOfPage([](GraphicsContext& context) {
     Path impostor; // the first marker's corners on the page, whose y grows downwards from 100
     impostor.moveTo({-314159265, 101});
@@ -296,6 +298,8 @@ TEST(PaperTraces, wherePainterAndMarkersDisagreeThePainterDrawsItAll) {
     context.strokePath(smallPath());
   });
   EXPECT_EQ(content.count("-314159265 -1 m\n"), 1); // the impostor's own
+  ASSERT_EQ(log.lines().size(), 1);
+  EXPECT_TRUE(log.lines()[0].startsWith(QLatin1String("xov: PDF: "))) << qPrintable(log.lines()[0]);
   EXPECT_FALSE(content.contains("RG\n"));
   EXPECT_TRUE(content.contains("\n0 23 m\n10 32 l\n20 26 l\n30 44 l\nS\n")) << content.constData();
 }

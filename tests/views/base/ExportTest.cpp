@@ -91,6 +91,21 @@ TEST_F(Export, eachFormatIsWrittenAsItself) {
   EXPECT_TRUE(bytes(QStringLiteral("plt_003.jpg")).startsWith("\xff\xd8"));
 }
 
+TEST_F(Export, anSvgIsWrittenWholeOrNotAtAll) {
+  const QString path = folder.filePath(QStringLiteral("plot.svg"));
+  QString error;
+  ASSERT_TRUE(view.writeSVGToFile(path, &error)) << qPrintable(error);
+  const QByteArray svg = bytes(QStringLiteral("plot.svg"));
+  EXPECT_EQ(svg, view.dataWithSVGInsideRect(view.bounds()));
+  EXPECT_TRUE(svg.contains(">label</text>"));
+  EXPECT_TRUE(svg.endsWith("</svg>\n"));
+  EXPECT_EQ(files(), QStringList{QStringLiteral("plot.svg")});
+  PaperView empty({0, 0, 0, 0});
+  EXPECT_FALSE(empty.writeSVGToFile(path, &error));
+  EXPECT_TRUE(error.startsWith(path)) << qPrintable(error);
+  EXPECT_EQ(bytes(QStringLiteral("plot.svg")), svg);
+}
+
 TEST_F(Export, aCancelledSheetStillWritesAndTheCountIsNotGivenBack) {
   answer(SavePanel::kCancelled, folder.path());
   view.savePDF();

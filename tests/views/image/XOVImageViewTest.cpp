@@ -2,7 +2,7 @@
 
 #include "XOV_Graphics/colour/ColorValues.h"
 #include "XOV_Graphics/platform/Colors.h"
-#include "tests/map/LogCatcher.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/views/image/ImageDrawing.h"
 
 #include <gtest/gtest.h>

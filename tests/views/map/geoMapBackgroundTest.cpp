@@ -1,7 +1,7 @@
 #include "XOV_Graphics/base/Resources.h"
 #include "XOV_Graphics/views/map/geoMapView.h"
-#include "tests/map/LogCatcher.h"
 #include "tests/seismic/TemporaryFiles.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/views/xy/XYDrawing.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "XOV_Graphics/views/map/geoMapView.h"
 
 #include "XOV_Graphics/platform/Colors.h"
-#include "tests/map/LogCatcher.h"
 #include "tests/map/MapPrinting.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/views/xy/XYDrawing.h"
 
 #include <gtest/gtest.h>

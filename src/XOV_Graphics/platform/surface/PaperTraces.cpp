@@ -71,6 +71,15 @@ QByteArray strokeState(const QTransform& toPage, double lineWidth, const QColor&
 
 } // namespace
 
+void forEachStroke(const QPolygonF& line, const std::function<void(std::span<const QPointF>)>& draw) {
+  for (std::span<const QPointF> rest(line); rest.size() > 1;) {
+    const std::span<const QPointF> stroke = rest.first(std::min(kSegmentsOfStroke + 2, rest.size()));
+    draw(stroke);
+    if (stroke.size() == rest.size()) break;
+    rest = rest.subspan(kSegmentsOfStroke);
+  }
+}
+
 PaperTraces::Step PaperTraces::stepOf(QPointF point) {
   return {qRound64(point.x() * kStepsPerPoint), qRound64(point.y() * kStepsPerPoint)};
 }
@@ -115,17 +124,6 @@ void PaperTraces::addStroke(std::span<const QPointF> points) {
   operators_ += "S\nQ\n";
 }
 
-// Viewers are quick to draw short strokes. Where one ends and the next begins they share a segment, so that the joins
-// at its two ends are drawn.
-void PaperTraces::addStrokes(const QPolygonF& line) {
-  for (std::span<const QPointF> rest(line); rest.size() > 1;) {
-    const std::span<const QPointF> stroke = rest.first(std::min(kSegmentsOfStroke + 2, rest.size()));
-    addStroke(stroke);
-    if (stroke.size() == rest.size()) break;
-    rest = rest.subspan(kSegmentsOfStroke);
-  }
-}
-
 // The ink of translucent traces must not double where it overlaps, so they stay one path.
 QPainterPath PaperTraces::stroke(const std::vector<Trace>& traces, const QRectF& visible, const QTransform& toPage,
                                  double lineWidth, const QColor& color) {
@@ -137,7 +135,7 @@ QPainterPath PaperTraces::stroke(const std::vector<Trace>& traces, const QRectF&
     for (const QPolygonF& line : reduceTrace(trace, kPaperTraceColumn, visible, 0)) {
       shows = true;
       if (isOpaque)
-        addStrokes(line);
+        forEachStroke(line, [this](std::span<const QPointF> stroke) { addStroke(stroke); });
       else
         addPoints(line, {});
     }

@@ -9,11 +9,16 @@
 #include <QRectF>
 #include <QTransform>
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
 
 namespace xov {
+
+/// Cuts a line into the short strokes that viewers are quick to draw. Where one ends and the next begins they share a
+/// segment, so that the joins at its two ends are drawn.
+void forEachStroke(const QPolygonF& line, const std::function<void(std::span<const QPointF>)>& draw);
 
 /// The traces of a PDF page, as operators of its content. Millions of lines go several times faster straight into the
 /// file than through a painter: the painter fills a small marker in their place, out of sight and in their colour and
@@ -45,7 +50,6 @@ private:
   static Step stepOf(QPointF point);
   void addPoints(std::span<const QPointF> points, Step origin);
   void addStroke(std::span<const QPointF> points);
-  void addStrokes(const QPolygonF& line);
 
   QByteArray operators_;
   std::vector<qsizetype> ends_; ///< of the operators that each marker stands for

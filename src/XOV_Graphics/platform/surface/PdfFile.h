@@ -1,9 +1,10 @@
 #pragma once
 
+#include "XOV_Graphics/platform/surface/PdfTable.h"
+
 #include <QByteArray>
 
 #include <optional>
-#include <vector>
 
 namespace xov {
 
@@ -21,26 +22,13 @@ public:
   QByteArray withContent(const QByteArray& content) const;
 
 private:
-  /// Bytes of the file, begin <= i < end.
-  struct Range {
-    qsizetype begin = 0;
-    qsizetype end = 0;
-    qsizetype size() const { return end - begin; }
-  };
-
-  bool readTable();
   bool readContent();
-  std::optional<qsizetype> numberAfter(const QByteArray& words, qsizetype at, Range* digits = nullptr) const;
-  std::optional<qsizetype> placeOf(qsizetype object) const;
 
   QByteArray file_;
   QByteArray content_;
-  std::vector<qsizetype> objects_; ///< where each starts; the first is not one
-  qsizetype table_ = 0;            ///< where the table of objects starts
-  Range rows_;                     ///< its rows
-  Range tablePlace_;               ///< the digits near the file's end that say where the table starts
-  Range stream_;                   ///< the packed content
-  Range length_;                   ///< the digits that say how long it is
+  PdfTable table_;
+  ByteRange stream_; ///< the packed content
+  ByteRange length_; ///< the digits that say how long it is
 };
 
 } // namespace xov

@@ -1,8 +1,10 @@
 #include "XOV_Graphics/platform/surface/PdfPage.h"
 
-#include "XOV_Graphics/platform/surface/PainterContext.h"
+#include "XOV_Graphics/base/Log.h"
+#include "XOV_Graphics/platform/surface/PaperContext.h"
 #include "XOV_Graphics/platform/surface/PaperTraces.h"
 #include "XOV_Graphics/platform/surface/PdfFile.h"
+#include "XOV_Graphics/platform/surface/PdfIdentity.h"
 
 #include <QBuffer>
 #include <QPageLayout>
@@ -15,18 +17,6 @@ namespace xov {
 namespace {
 
 constexpr int kPointsPerInch = 72;
-
-// Replaces the digits after `key` by those of a fixed date, so that no byte of the file moves.
-void fixDate(QByteArray& pdf, const QByteArray& key) {
-  constexpr char kDate[] = "20000101000000";
-  qsizetype at = 0;
-  while ((at = pdf.indexOf(key, at)) >= 0) {
-    at += key.size();
-    for (qsizetype i = 0; kDate[i] != '\0' && at + i < pdf.size() && isdigit(uchar(pdf[at + i])); ++i) {
-      pdf[at + i] = kDate[i];
-    }
-  }
-}
 
 // A page holds whole points; a rectangle with a fraction of one gets it on the next whole point.
 QSizeF pageSizeFor(const QRectF& rect) { return {std::ceil(rect.width()), std::ceil(rect.height())}; }
@@ -42,11 +32,11 @@ QByteArray paintedPage(const QRectF& rect, const Drawing& draw, PaperTraces* tra
   writer.setPageLayout(QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
                                    QPageLayout::Portrait, QMarginsF()));
   QPainter painter(&writer);
-  PainterContext context(painter, QTransform(1, 0, 0, -1, -rect.left(), rect.y() + size.height()), traces);
+  const QTransform viewToPage(1, 0, 0, -1, -rect.left(), rect.y() + size.height());
+  PaperContext context(painter, viewToPage, viewToPage.inverted().mapRect(QRectF(QPointF(), size)), traces);
   draw(context);
   painter.end();
-  fixDate(pdf, "/CreationDate (D:");
-  return pdf;
+  return withFixedIdentity(pdf);
 }
 
 // The page with its traces; nothing when their markers are not on it as expected.
@@ -64,8 +54,9 @@ QByteArray pdfPage(const QRectF& rect, const Drawing& draw) {
   PaperTraces traces;
   QByteArray pdf = paintedPage(rect, draw, &traces);
   if (!traces.isEmpty()) pdf = withTraces(pdf, traces);
-  if (pdf.isEmpty()) pdf = paintedPage(rect, draw, nullptr); // all through the painter
-  return pdf;
+  if (!pdf.isEmpty()) return pdf;
+  qCInfo(log) << "PDF: the page is not built as expected; its traces go through the painter, which takes longer";
+  return paintedPage(rect, draw, nullptr);
 }
 
 } // namespace xov

@@ -1,6 +1,6 @@
 #include "XOV_Graphics/platform/surface/Picture.h"
 
-#include "XOV_Graphics/platform/surface/PainterContext.h"
+#include "XOV_Graphics/platform/surface/PixelContext.h"
 
 #include <QPainter>
 
@@ -20,7 +20,7 @@ QImage drawOnImage(QSize size, double ratio, const QTransform& viewToDevice, con
   const PixelTarget target{image.bits(), image.bytesPerLine(), image.width(), image.height()};
   {
     QPainter painter(&image);
-    PainterContext context(painter, viewToDevice, target);
+    PixelContext context(painter, viewToDevice, target);
     draw(context);
   }
   image.setDevicePixelRatio(ratio);

@@ -180,6 +180,7 @@ public:
 
   /// Writes the view, or leaves an existing file as it was: false, with one line in `error` that names the file.
   bool writePDFToFile(const QString& path, QString* error = nullptr);
+  bool writeSVGToFile(const QString& path, QString* error = nullptr);
   bool writeTIFToFile(const QString& path, QString* error = nullptr);
   bool writeJPGToFile(const QString& path, QString* error = nullptr);
   bool writePNGToFile(const QString& path, QString* error = nullptr);

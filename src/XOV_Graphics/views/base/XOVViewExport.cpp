@@ -78,6 +78,10 @@ bool XOVView::writePDFToFile(const QString& path, QString* error) {
   return writeBytes(path, dataWithPDFInsideRect(bounds()), QStringLiteral("the view is empty"), error);
 }
 
+bool XOVView::writeSVGToFile(const QString& path, QString* error) {
+  return writeBytes(path, dataWithSVGInsideRect(bounds()), QStringLiteral("the view is empty"), error);
+}
+
 bool XOVView::writeTIFToFile(const QString& path, QString* error) {
   return writeImage(path, snapshot(), ImageFormat::Tiff, error);
 }

@@ -1,0 +1,207 @@
+#include "XOV_Graphics/platform/surface/PixelContext.h"
+
+#include "XOV_Graphics/platform/pixels/CrispLines.h"
+#include "XOV_Graphics/platform/pixels/ImageResampling.h"
+#include "XOV_Graphics/platform/pixels/LineClip.h"
+#include "XOV_Graphics/platform/surface/Pens.h"
+#include "XOV_Graphics/platform/surface/Typeface.h"
+#include "XOV_Graphics/platform/symbol/SymbolRaster.h"
+
+#include <QPainter>
+#include <QPainterPathStroker>
+
+#include <algorithm>
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+// Points of a trace that go to the general stroker at a time.
+constexpr qsizetype kChunk = 2048;
+// Coordinates beyond this many pixels would overflow the painter's fixed-point arithmetic.
+constexpr double kPainterLimit = 16000;
+constexpr int kOpaque = 255;
+
+// The area of a dashed line. The painter's own pens count dashes in pixels where a line is thinner than one.
+QPainterPath dashedArea(const QPen& pen, const QPainterPath& shape) {
+  QPainterPathStroker stroker(pen);
+  return stroker.createStroke(shape);
+}
+
+void fillPixels(const PixelTarget& target, QRgb color) {
+  for (int row = 0; row < target.height; ++row)
+    std::fill_n(reinterpret_cast<QRgb*>(target.bits + row * target.bytesPerLine), target.width, color);
+}
+
+bool withinPainterLimits(const QPainterPath& deviceShape) {
+  const QRectF box = deviceShape.controlPointRect();
+  return std::abs(box.left()) < kPainterLimit && std::abs(box.right()) < kPainterLimit &&
+         std::abs(box.top()) < kPainterLimit && std::abs(box.bottom()) < kPainterLimit;
+}
+
+} // namespace
+
+PixelContext::PixelContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target)
+    : PainterContext(painter, viewToDevice,
+                     viewToDevice.inverted().mapRect(QRectF(0, 0, target.width, target.height))),
+      target_(target) {}
+
+PixelContext::~PixelContext() { clearOnce(); }
+
+void PixelContext::clearOnce() {
+  if (!isUncleared_) return;
+  isUncleared_ = false;
+  fillPixels(target_, 0);
+}
+
+/// True for a rectangle that every pixel lies inside of, drawn without a clip.
+bool PixelContext::fillsAll(const QPainterPath& shape) const {
+  constexpr int kCorners = 5; // the first one twice
+  constexpr double kRounding = 1e-6;
+  const QTransform matrix = toDevice();
+  if (state().clipRect || matrix.type() > QTransform::TxScale) return false;
+  if (shape.elementCount() != kCorners) return false;
+  double area = 0; // as large as its box only for a rectangle
+  for (int i = 0; i < kCorners; ++i) {
+    const QPainterPath::Element a = shape.elementAt(i), b = shape.elementAt((i + 1) % kCorners);
+    if (a.isCurveTo() || (i > 0 && a.isMoveTo())) return false;
+    area += (a.x * b.y - b.x * a.y) / 2;
+  }
+  const QRectF box = shape.controlPointRect();
+  const QRectF pixels = matrix.mapRect(box).adjusted(-kRounding, -kRounding, kRounding, kRounding);
+  return std::abs(area) >= box.width() * box.height() * (1 - kRounding) &&
+         pixels.contains(QRectF(0, 0, target_.width, target_.height));
+}
+
+void PixelContext::onStroke(const Path& path) {
+  clearOnce();
+  if (path.shape().elementCount() > 0 && !strokeCrisp(path)) strokeShape(path);
+  if (path.traces().empty()) return;
+  const bool stroked = drawUnderClip([&](const PixelTarget& pixels, const QRect& clip) {
+    return strokeTraces(pixels, path.traces(), toDevice(), clip, path.lineWidth(), state().strokeColor);
+  });
+  if (!stroked) strokeTracesPointByPoint(path);
+}
+
+bool PixelContext::strokeCrisp(const Path& path) {
+  const QColor& color = state().strokeColor;
+  if (!path.dashes().empty() || path.lineCap() != Path::Cap::Butt || color.alpha() != kOpaque) return false;
+  const QTransform matrix = toDevice();
+  const double deviceWidth = path.lineWidth() * std::sqrt(std::abs(matrix.determinant()));
+  const auto lines = crispLines(matrix.map(path.shape()), deviceWidth, QSize(target_.width, target_.height));
+  if (!lines) return false;
+  painter().setTransform(QTransform());
+  for (const QRect& line : *lines)
+    painter().fillRect(line, color);
+  onTransform();
+  return true;
+}
+
+void PixelContext::strokeShape(const Path& path) {
+  QPainterPath shape = path.shape();
+  if (!withinPainterLimits(toDevice().map(shape))) {
+    const QRectF bounds = visibleRect(path.lineWidth());
+    QPainterPath near;
+    for (const QPolygonF& line : shape.toSubpathPolygons()) {
+      for (const QPolygonF& piece : clipPolyline(line, bounds))
+        near.addPolygon(piece);
+    }
+    shape = near;
+  }
+  QPen pen = penFor(path, shape, state().strokeColor);
+  // Qt's own stroker counts the mitre limit from the line's centre, paper from edge to edge.
+  pen.setMiterLimit(path.miterLimit() / 2);
+  if (pen.style() == Qt::SolidLine) return painter().strokePath(shape, pen);
+  painter().fillPath(dashedArea(pen, shape), state().strokeColor);
+}
+
+// Lets a rasteriser of our own change the pixels inside the clip; false when it says that it cannot.
+bool PixelContext::drawUnderClip(const std::function<bool(const PixelTarget&, const QRect&)>& draw) {
+  const QRect picture(0, 0, target_.width, target_.height);
+  QRect clip = picture;
+  if (state().clipRect) clip = viewToDevice().mapRect(*state().clipRect).toRect().intersected(picture);
+  if (clip.isEmpty()) return true;
+  if (state().clipIsRect) return draw(target_, clip);
+  // Under a clip of any other shape the ink goes onto a layer of its own, which the painter then clips.
+  QImage layer(picture.size(), QImage::Format_ARGB32_Premultiplied);
+  if (layer.isNull()) return true;
+  layer.fill(Qt::transparent);
+  if (!draw({layer.bits(), layer.bytesPerLine(), layer.width(), layer.height()}, clip)) return false;
+  painter().setTransform(QTransform());
+  painter().drawImage(0, 0, layer);
+  onTransform();
+  return true;
+}
+
+// The general stroker, for rotated and mirrored traces and times that do not grow; in chunks that share a segment, so
+// that the line is joined where one ends.
+void PixelContext::strokeTracesPointByPoint(const Path& path) {
+  const QPen pen = tracePen(path.lineWidth(), state().strokeColor);
+  const QRectF bounds = visibleRect(path.lineWidth());
+  for (const Trace& trace : path.traces()) {
+    QPolygonF chunk;
+    const auto flush = [&] {
+      QPainterPath near;
+      for (const QPolygonF& piece : clipPolyline(chunk, bounds))
+        near.addPolygon(piece);
+      if (!near.isEmpty()) painter().strokePath(near, pen);
+      chunk.clear();
+    };
+    trace.forEachPoint([&](QPointF point) {
+      if (!std::isfinite(point.x()) || !std::isfinite(point.y())) return flush();
+      chunk << point;
+      if (chunk.size() < kChunk) return;
+      const QPolygonF shared(chunk.last(2));
+      flush();
+      chunk = shared;
+    });
+    flush();
+  }
+}
+
+void PixelContext::onFill(const Path& path) {
+  const QPainterPath shape = filledShape(path);
+  const QColor& color = state().fillColor;
+  if (isUncleared_ && color.alpha() == kOpaque && fillsAll(shape)) {
+    isUncleared_ = false;
+    return fillPixels(target_, color.rgb());
+  }
+  clearOnce();
+  painter().fillPath(shape, color);
+}
+
+void PixelContext::onSymbols(const Symbols& symbols) {
+  clearOnce();
+  const bool drawn = drawUnderClip(
+      [&](const PixelTarget& pixels, const QRect& clip) { return paintSymbols(pixels, symbols, toDevice(), clip); });
+  if (!drawn) GraphicsContext::onSymbols(symbols);
+}
+
+void PixelContext::onText(const QString& text, QPointF position, const TextAttributes& attributes) {
+  clearOnce();
+  PainterContext::onText(text, position, attributes);
+}
+
+// The outlines are filled, so that glyphs stand at exact positions at every scale.
+void PixelContext::drawLineAtDesignSize(const QString& line, const TextAttributes& attributes) {
+  painter().fillPath(Typeface::forFamily(attributes.family()).outline(line), attributes.effectiveColor());
+}
+
+void PixelContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
+  clearOnce();
+  painter().save();
+  painter().setOpacity(fraction);
+  const QTransform matrix = toDevice();
+  if (matrix.type() <= QTransform::TxScale && matrix.m11() > 0 && matrix.m22() < 0) {
+    const ResampledImage shown =
+        resampleImage(image, source, matrix.mapRect(target), QRect(0, 0, target_.width, target_.height));
+    painter().setTransform(QTransform());
+    painter().drawImage(shown.topLeft, shown.image);
+  } else {
+    drawUpright(image, target, source);
+  }
+  painter().restore();
+}
+
+} // namespace xov

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "XOV_Graphics/platform/surface/PainterContext.h"
+#include "XOV_Graphics/platform/trace/TraceRaster.h"
+
+#include <QRect>
+
+#include <functional>
+
+namespace xov {
+
+/// Pixels: lines along them stay crisp, text is filled outlines, and traces, symbols and images go through
+/// rasterisers of our own.
+class PixelContext final : public PainterContext {
+public:
+  /// `painter` paints on the image behind `target`, whose memory traces are blended into directly. What the memory
+  /// holds at first is cleared.
+  PixelContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target);
+  PixelContext(const PixelContext&) = delete;
+  PixelContext& operator=(const PixelContext&) = delete;
+  ~PixelContext() override;
+
+protected:
+  void onStroke(const Path& path) override;
+  void onFill(const Path& path) override;
+  void onSymbols(const Symbols& symbols) override;
+  void onText(const QString& text, QPointF position, const TextAttributes& attributes) override;
+  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) override;
+  void drawLineAtDesignSize(const QString& line, const TextAttributes& attributes) override;
+
+private:
+  void clearOnce();
+  bool fillsAll(const QPainterPath& shape) const;
+  bool drawUnderClip(const std::function<bool(const PixelTarget&, const QRect& clip)>& draw);
+  void strokeShape(const Path& path);
+  bool strokeCrisp(const Path& path);
+  void strokeTracesPointByPoint(const Path& path);
+
+  PixelTarget target_;
+  bool isUncleared_ = true; // until something is drawn: mostly a view's background, which needs no clearing
+};
+
+} // namespace xov
