@@ -164,6 +164,17 @@ TEST_F(Interaction, trackingIsSilentWhileThePointerIsOutsideTheFrame) {
   EXPECT_TRUE(controller.tracked.empty());
 }
 
+TEST_F(Interaction, trackingIsSilentWhileTheViewIsHidden) {
+  QCursor::setPos(view.mapToGlobal(QPoint(110, 80)));
+  view.hide();
+  view.handleTrackedMousePosition();
+  EXPECT_TRUE(controller.tracked.empty());
+  view.show();
+  QCursor::setPos(view.mapToGlobal(QPoint(110, 80)));
+  view.handleTrackedMousePosition();
+  EXPECT_EQ(controller.tracked.size(), 1u);
+}
+
 TEST_F(Interaction, switchingTrackingOffStopsTheTimer) {
   view.set_trackMouse(true);
   const QPointer<QTimer> timer = view._mouseTrackTimer();

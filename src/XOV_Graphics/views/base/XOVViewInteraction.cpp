@@ -86,6 +86,7 @@ void XOVView::set_trackMouse(bool track) {
 }
 
 void XOVView::handleTrackedMousePosition() {
+  if (!isVisible() || window()->isMinimized()) return; // in another tab, say
   const QPointF inWindow = window()->mapFromGlobal(QPointF(QCursor::pos()));
   const QPointF point = convertPointFromWindow(inWindow);
   if (!containsPoint(iRect_, point)) return;
