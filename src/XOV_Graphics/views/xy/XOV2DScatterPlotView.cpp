@@ -45,10 +45,14 @@ void XOV2DScatterPlotView::drawRect(const QRectF&) {
   drawPaper();
   if (npts_ <= 0) return;
   pRect_ = xyFrame(bounds());
-  GraphicsContext::current().strokeRect(pRect_);
   iRect_ = pRect_;
-  const double radius = std::abs(double(symbolDiameter_)) / 2;
-  drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), radius), pRect_);
+  {
+    GraphicsContext& context = GraphicsContext::current();
+    const SavedState saved(context);
+    context.strokeRect(pRect_);
+    const double radius = std::abs(double(symbolDiameter_)) / 2;
+    drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), radius), pRect_);
+  }
   drawAxes();
 }
 

@@ -52,14 +52,14 @@ QRectF xyPlotView::computeDataRanges() { return scanLimits() ? limits().rect() :
 void xyPlotView::drawRect(const QRectF&) {
   drawPaper();
   if (npts_ <= 0) return;
-  GraphicsContext& context = GraphicsContext::current();
   pRect_ = xyFrame(bounds());
-  context.strokeRect(pRect_);
   iRect_ = pRect_;
-
-  Path path;
-  path.appendTrace(xyLine(xPoints(), yPoints(), pRect_, limits()));
   {
+    GraphicsContext& context = GraphicsContext::current();
+    const SavedState saved(context);
+    context.strokeRect(pRect_);
+    Path path;
+    path.appendTrace(xyLine(xPoints(), yPoints(), pRect_, limits()));
     const SavedState unclipped(context);
     context.clipToRect(pRect_);
     context.strokePath(path);
