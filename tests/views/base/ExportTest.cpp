@@ -100,7 +100,8 @@ TEST_F(Export, anSvgIsWrittenWholeOrNotAtAll) {
   EXPECT_TRUE(svg.contains(">label</text>"));
   EXPECT_TRUE(svg.endsWith("</svg>\n"));
   EXPECT_EQ(files(), QStringList{QStringLiteral("plot.svg")});
-  PaperView empty({0, 0, 0, 0});
+  PaperView empty({0, 0, 120, 80});
+  empty.resize(0, 0);
   EXPECT_FALSE(empty.writeSVGToFile(path, &error));
   EXPECT_TRUE(error.startsWith(path)) << qPrintable(error);
   EXPECT_EQ(bytes(QStringLiteral("plot.svg")), svg);

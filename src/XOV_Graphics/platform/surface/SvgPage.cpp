@@ -59,6 +59,16 @@ QByteArray strokeOf(const QPen& pen) {
          attribute("stroke-dashoffset", svgNumber(pen.dashOffset() * pen.widthF()));
 }
 
+// An image in the text of an attribute. Photographs are an order smaller as JPEG, and readers refuse attributes of
+// more than ten million characters.
+QByteArray dataOf(const QImage& image, bool isOpaque) {
+  constexpr qsizetype kLargestPng = 1 << 20;
+  const QByteArray png = encodeImage(image, ImageFormat::Png);
+  if (png.isEmpty()) return {};
+  if (png.size() <= kLargestPng || !isOpaque) return "data:image/png;base64," + png.toBase64();
+  return "data:image/jpeg;base64," + encodeImage(image, ImageFormat::Jpeg).toBase64();
+}
+
 class SvgContext final : public SurfaceContext {
 public:
   explicit SvgContext(const QRectF& rect)
@@ -221,14 +231,14 @@ void SvgContext::drawTextLine(const QString& line, QPointF baseline, const TextA
 
 void SvgContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
   if (clippedRect().isEmpty()) return;
-  const QByteArray png = encodeImage(imageForPaper(image, source, target.size()), ImageFormat::Png);
-  if (png.isEmpty()) return;
+  const QByteArray data = dataOf(imageForPaper(image, source, target.size()), !image.hasAlphaChannel());
+  if (data.isEmpty()) return;
   const QTransform upright = QTransform(1, 0, 0, -1, target.left(), target.top() + target.height()) * toDevice();
   QByteArray element = "<image" + attribute("transform", svgMatrix(upright)) +
                        attribute("width", svgNumber(target.width())) +
                        attribute("height", svgNumber(target.height())) + attribute("preserveAspectRatio", "none");
   if (fraction < 1) element += attribute("opacity", svgNumber(fraction));
-  add(element + attribute("xlink:href", "data:image/png;base64," + png.toBase64()) + "/>");
+  add(element + attribute("xlink:href", data) + "/>");
 }
 
 } // namespace
