@@ -272,7 +272,7 @@ TEST(View, picturesForTheScreenLieOnItsPixels) {
     path.lineTo({5, 10});
     context.strokePath(path);
   };
-  const AlignedPicture drawn = alignedPicture({0, 0, 10, 10}, {0, 0, 10, 10}, 1.5, {0.5, 0.5}, tick);
+  const AlignedPicture drawn = alignedPicture({10, 10}, 1.5, {0.5, 0.5}, tick);
   EXPECT_EQ(drawn.image.size(), QSize(16, 16)); // 0.5 … 15.5 pixels
   EXPECT_EQ(drawn.topLeft, QPointF(-0.5 / 1.5, -0.5 / 1.5));
   // x = 5 points lies at 5 · 1.5 + 0.5 = 8 pixels; 1.5 pixels wide rounds to two: columns 7 and 8.

@@ -100,7 +100,7 @@ void View::paint(QPainter& painter, const QRectF& target) {
 }
 
 QImage View::pictureOfRect(const QRectF& rect) {
-  return picture(rect, exportPixelRatio(), [this](GraphicsContext& context) { drawInto(context); });
+  return pictureOfPart(rect, bounds(), exportPixelRatio(), [this](GraphicsContext& context) { drawInto(context); });
 }
 
 double View::exportPixelRatio() const {
@@ -155,19 +155,20 @@ void View::showCursor(const QCursor* cursor) {
 void View::mouseDown(const MouseEvent&) {}
 
 // Draws into a picture whose pixels are those of the screen, and puts that on the window: the window shows exactly
-// what an export of the same pixel ratio holds.
+// what an export of the same pixel ratio holds. All of the view is drawn, even where less is shown: lines on its
+// edges and dense traces depend on where it ends.
 void View::paintEvent(QPaintEvent* event) {
   const double ratio = devicePixelRatioF();
   const QRectF dirty = event->rect();
   const QRectF area(dirty.x(), height() - dirty.y() - dirty.height(), dirty.width(), dirty.height());
   const QPointF corner = QPointF(mapTo(window(), QPoint(0, 0))) * ratio;
   QPainter painter(this);
-  const AlignedPicture drawn = alignedPicture(
-      area, bounds(), ratio, {corner.x() - std::floor(corner.x()), corner.y() - std::floor(corner.y())},
-      [&](GraphicsContext& context) {
-        const GraphicsContext::Pass pass(context);
-        drawRect(area);
-      });
+  const AlignedPicture drawn =
+      alignedPicture(size(), ratio, {corner.x() - std::floor(corner.x()), corner.y() - std::floor(corner.y())},
+                     [&](GraphicsContext& context) {
+                       const GraphicsContext::Pass pass(context);
+                       drawRect(area);
+                     });
   painter.drawImage(drawn.topLeft, drawn.image);
   renewCursorRects();
 }

@@ -79,7 +79,8 @@ public:
   /// empty target draw nothing.
   void paint(QPainter& painter, const QRectF& target);
   /// The part of the view inside a rectangle, at exportPixelRatio() pixels a point; transparent where nothing is
-  /// drawn. A null image when the rectangle is empty or memory does not allow it.
+  /// drawn. A rectangle inside the bounds gives the same pixels as the picture of the whole view has there, on whose
+  /// pixels it starts. A null image when the rectangle is empty or memory does not allow it.
   QImage pictureOfRect(const QRectF& rect);
 
   /// Pixels a point of pictures: that of the screen which the view is on, unless set. Clamped to 0.1 … 32.

@@ -311,5 +311,67 @@ TEST(RandomViews, drawWhatTheyCanOfAnything) {
   }
 }
 
+/// A rectangle of whole points inside a view.
+QRect partOf(const QRectF& bounds, RandomHost& host) {
+  const int width = 1 + host.count(int(bounds.width()) - 1), height = 1 + host.count(int(bounds.height()) - 1);
+  return {host.count(int(bounds.width()) - width), host.count(int(bounds.height()) - height), width, height};
+}
+
+/// Compares random parts of a view with the same cuts of the whole, in pictures and on screen.
+void expectPartsOfWhole(View& view, RandomHost& host) {
+  const QRectF bounds = view.bounds();
+  view.pictureOfRect(bounds); // some views keep limits that they find when they draw first
+  for (const double ratio : {1.0, 1.5, 2.0}) {
+    view.setExportPixelRatio(ratio);
+    const QImage whole = view.pictureOfRect(bounds);
+    for (int i = 0; i < 4; ++i) {
+      const QRect part = partOf(bounds, host);
+      const QImage picture = view.pictureOfRect(part);
+      const double top = bounds.height() - part.y() - part.height();
+      const int left = std::min(int(std::lround(part.x() * ratio)), whole.width() - picture.width());
+      const int upper = std::min(int(std::lround(top * ratio)), whole.height() - picture.height());
+      ASSERT_EQ(picture, whole.copy(QRect(QPoint(left, upper), picture.size())))
+          << "ratio " << ratio << " at " << part.x() << ',' << part.y() << ' ' << part.width() << 'x'
+          << part.height();
+    }
+  }
+  const QImage window = view.grab().toImage();
+  for (int i = 0; i < 4; ++i) {
+    const QRect part = partOf(bounds, host);
+    ASSERT_EQ(view.grab(part).toImage(), window.copy(part))
+        << "window at " << part.x() << ',' << part.y() << ' ' << part.width() << 'x' << part.height();
+  }
+}
+
+TEST(RandomViews, everyPartIsTheSameCutOfTheWhole) {
+  QLoggingCategory::setFilterRules(QStringLiteral("xov.cells.debug=false"));
+  for (unsigned seed = 0; seed < 2 * makers().size(); ++seed) {
+    RandomHost host(1000 + seed);
+    const auto& [name, make] = makers()[seed % makers().size()];
+    SCOPED_TRACE(std::string(name) + " with seed " + std::to_string(1000 + seed));
+    Hosted hosted = make(host);
+    hosted.view->resize(20 + host.count(380), 20 + host.count(280));
+    static_cast<XOVView&>(*hosted.view).set_timeStamp(false); // the clock goes on
+    expectPartsOfWhole(*hosted.view, host);
+  }
+}
+
+// Dense traces are drawn as finely as the whole of them needs.
+TEST(RandomViews, everyPartOfADenseTraceIsTheSameCut) {
+  RandomHost host(7);
+  std::vector<float> samples(200000);
+  std::normal_distribution<float> noise;
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = noise(host.engine()) * float(1 + i / 20000);
+  const auto record = std::make_shared<testing::FakeRecord>(samples);
+  const auto records = std::make_shared<SeismogramArray>(SeismogramArray{record});
+  SeisView01 overlay({0, 0, 500, 300});
+  overlay.setWvfrmsArray(records);
+  expectPartsOfWhole(overlay, host);
+  MultiSeisView section({0, 0, 500, 300});
+  section.setWvfrmsArray(records);
+  expectPartsOfWhole(section, host);
+}
+
 } // namespace
 } // namespace xov

@@ -4,6 +4,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace xov {
@@ -35,27 +36,44 @@ QTransform toPixels(QPointF topLeft, double ratio) {
   return {ratio, 0, 0, -ratio, -topLeft.x() * ratio, topLeft.y() * ratio};
 }
 
-} // namespace
-
-QImage picture(const QRectF& rect, double ratio, const Drawing& draw) {
+// Whole pixels; empty where there are none, or more than a picture holds.
+QSize pixelSize(const QRectF& rect, double ratio) {
   const double width = std::round(rect.width() * ratio);
   const double height = std::round(rect.height() * ratio);
   if (!(width >= 1 && height >= 1 && width <= kLargestSide && height <= kLargestSide)) return {};
-  return drawOnImage(QSize(int(width), int(height)), ratio, toPixels({rect.left(), rect.y() + rect.height()}, ratio),
-                     draw);
+  return {int(width), int(height)};
 }
 
-AlignedPicture alignedPicture(const QRectF& area, const QRectF& bounds, double ratio, QPointF cornerInPixels,
-                              const Drawing& draw) {
-  // Widget coordinates of the area, in pixels from the pixel that the view's corner lies in.
-  const double left = area.left() * ratio + cornerInPixels.x();
-  const double top = (bounds.height() - area.y() - area.height()) * ratio + cornerInPixels.y();
-  const QPoint first(int(std::floor(left)), int(std::floor(top)));
-  const QSize size(int(std::ceil(left + area.width() * ratio)) - first.x(),
-                   int(std::ceil(top + area.height() * ratio)) - first.y());
+} // namespace
+
+QImage picture(const QRectF& rect, double ratio, const Drawing& draw) {
+  const QSize size = pixelSize(rect, ratio);
   if (size.isEmpty()) return {};
-  const QPointF topLeft = (QPointF(first) - cornerInPixels) / ratio;
-  return {drawOnImage(size, ratio, toPixels({topLeft.x(), bounds.height() - topLeft.y()}, ratio), draw), topLeft};
+  return drawOnImage(size, ratio, toPixels({rect.left(), rect.y() + rect.height()}, ratio), draw);
+}
+
+QImage pictureOfPart(const QRectF& rect, const QRectF& bounds, double ratio, const Drawing& draw) {
+  const QSize part = pixelSize(rect, ratio);
+  const QSize whole = pixelSize(bounds, ratio);
+  const bool isInside = bounds.contains(rect) && !whole.isEmpty();
+  if (part.isEmpty() || !isInside || double(whole.width()) * whole.height() > kLargestWhole)
+    return picture(rect, ratio, draw);
+  // Rounding must not move the part off the whole.
+  const auto place = [ratio](double distance, int most) {
+    return std::min(int(std::lround(distance * ratio)), most);
+  };
+  const QPoint corner(place(rect.left() - bounds.left(), whole.width() - part.width()),
+                      place(bounds.y() + bounds.height() - rect.y() - rect.height(), whole.height() - part.height()));
+  const QImage all = picture(bounds, ratio, draw);
+  return part == whole ? all : all.copy(QRect(corner, part));
+}
+
+AlignedPicture alignedPicture(const QSizeF& size, double ratio, QPointF cornerInPixels, const Drawing& draw) {
+  const QSize pixels(int(std::ceil(cornerInPixels.x() + size.width() * ratio)),
+                     int(std::ceil(cornerInPixels.y() + size.height() * ratio)));
+  if (size.isEmpty()) return {};
+  const QPointF topLeft = -cornerInPixels / ratio;
+  return {drawOnImage(pixels, ratio, toPixels({topLeft.x(), size.height() - topLeft.y()}, ratio), draw), topLeft};
 }
 
 } // namespace xov

@@ -17,16 +17,21 @@ using Drawing = std::function<void(GraphicsContext&)>;
 /// null image for an empty rectangle and where memory does not allow it.
 QImage picture(const QRectF& rect, double ratio, const Drawing& draw);
 
-/// A picture of part of a window, on the screen's own pixels.
+/// The part inside `rect` of the picture of a whole view of those bounds: what lies on its edges, and how fine dense
+/// traces are drawn, is as in the whole. A rectangle that reaches out of the bounds, and one of a picture of more
+/// than kLargestWhole pixels, is drawn by itself.
+QImage pictureOfPart(const QRectF& rect, const QRectF& bounds, double ratio, const Drawing& draw);
+inline constexpr double kLargestWhole = 1 << 26;
+
+/// A picture of a window, on the screen's own pixels.
 struct AlignedPicture {
   QImage image;
   /// Where its upper left corner goes, in widget coordinates (y downwards).
   QPointF topLeft;
 };
 
-/// Draws `area` (view points) of a view of those bounds whose upper left corner lies `cornerInPixels` into a pixel of
-/// the screen, as it may where the pixel ratio is not a whole number.
-AlignedPicture alignedPicture(const QRectF& area, const QRectF& bounds, double ratio, QPointF cornerInPixels,
-                              const Drawing& draw);
+/// Draws a view of that size whose upper left corner lies `cornerInPixels` into a pixel of the screen, as it may
+/// where the pixel ratio is not a whole number.
+AlignedPicture alignedPicture(const QSizeF& size, double ratio, QPointF cornerInPixels, const Drawing& draw);
 
 } // namespace xov
