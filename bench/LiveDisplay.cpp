@@ -80,7 +80,7 @@ double redrawMilliseconds(Source& source, realTimeDisplayView01& view, double se
   timer.start();
   source.arriveUpTo(std::int64_t(seconds * kRateHz));
   const QDateTime now = QDateTime::fromMSecsSinceEpoch(qint64((kStartS + seconds) * kMillisecondsPerSecond), Qt::UTC);
-  const RealTimeSpan span = source.feed().show(now, kSpanS, RealTimeEdge::Right);
+  const RealTimeSpan span = source.feed().show(now, kSpanS, Edge::Right);
   view.setXLimitsMinMax(span.xmin, span.xmax);
   view.setRefDate(now);
   const QImage picture = view.pictureOfRect(view.bounds());

@@ -31,7 +31,7 @@ TEST(Replay, endsTheSpanAtTheMomentThatItHasReached) {
 
 TEST(Replay, beginsTheSpanAtAReferenceOnTheLeft) {
   realTimeDisplayView01 view(QRectF(0, 0, 600, 400));
-  Replay replay(recording(), kNoEvents, {.speed = 10, .spanSeconds = 300, .edge = RealTimeEdge::Left});
+  Replay replay(recording(), kNoEvents, {.speed = 10, .spanSeconds = 300, .edge = Edge::Left});
   replay.attachTo(view);
   replay.showAt(40, view);
   EXPECT_FALSE(view.originOnRight());

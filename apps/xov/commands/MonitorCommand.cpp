@@ -64,7 +64,7 @@ ReplaySettings MonitorCommand::settings() const {
   ReplaySettings settings;
   settings.speed = speed_;
   settings.spanSeconds = spanSeconds_;
-  settings.edge = origin_ == kLeft ? RealTimeEdge::Left : RealTimeEdge::Right;
+  settings.edge = origin_ == kLeft ? Edge::Left : Edge::Right;
   if (!at_.empty()) settings.start = parsedUtcTime(at_);
   return settings;
 }

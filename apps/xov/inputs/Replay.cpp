@@ -32,7 +32,7 @@ void Replay::attachTo(RealTimeDisplayView& view) {
   view.setWvfrmsArray(feed_.records());
   view.setEventOrigins(events_);
   view.setDrawOriginTimes(true);
-  view.setOriginOnRight(settings_.edge == RealTimeEdge::Right);
+  view.setOriginOnRight(settings_.edge == Edge::Right);
   view.setYLimitsMinMax(-largest, largest);
   showAt(0, view);
 }
@@ -40,7 +40,7 @@ void Replay::attachTo(RealTimeDisplayView& view) {
 void Replay::showAt(double clockSeconds, RealTimeDisplayView& view) {
   replayer_.advanceTo(clockSeconds, feed_);
   QDateTime reference = replayer_.now();
-  if (settings_.edge == RealTimeEdge::Left)
+  if (settings_.edge == Edge::Left)
     reference = reference.addMSecs(-std::llround(settings_.spanSeconds * kMillisecondsPerSecond));
   const RealTimeSpan span = feed_.show(reference, settings_.spanSeconds, settings_.edge);
   view.setXLimitsMinMax(span.xmin, span.xmax);

@@ -11,7 +11,7 @@ namespace xov::cli {
 struct ReplaySettings {
   double speed = 1;         ///< recorded seconds a second
   double spanSeconds = 600; ///< on the display
-  RealTimeEdge edge = RealTimeEdge::Right;
+  Edge edge = Edge::Right;
   QDateTime start = {}; ///< recorded time at which it starts; that of the first sample when invalid
 };
 

@@ -119,14 +119,14 @@ TEST(RealTimeSeismogram, boundsItsMemoryWhateverTheInterval) {
 
 TEST(RealTimeSpan, endsAtTheReferenceOnTheRight) {
   // An hour that ends at 10:00:45.5 has its middle at 09:30:45.5.
-  const RealTimeSpan span = realTimeSpan(utc(10, 0, 45, 500), 3600, RealTimeEdge::Right);
+  const RealTimeSpan span = realTimeSpan(utc(10, 0, 45, 500), 3600, Edge::Right);
   EXPECT_EQ(span.base, utc(9, 30, 0));
   EXPECT_EQ(span.xmin, -1754.5F);
   EXPECT_EQ(span.xmax, 1845.5F);
 }
 
 TEST(RealTimeSpan, beginsAtTheReferenceOnTheLeft) {
-  const RealTimeSpan span = realTimeSpan(utc(10, 0, 45, 500), 3600, RealTimeEdge::Left);
+  const RealTimeSpan span = realTimeSpan(utc(10, 0, 45, 500), 3600, Edge::Left);
   EXPECT_EQ(span.base, utc(10, 30, 0));
   EXPECT_EQ(span.xmin, -1754.5F);
   EXPECT_EQ(span.xmax, 1845.5F);
@@ -136,7 +136,7 @@ TEST(RealTimeSpan, keepsTimesWithinHalfTheSpanAndAMinute) {
   for (int second = 0; second < 200; ++second) {
     const QDateTime reference = utc(10, 0, 0).addMSecs(second * 1000 + 17 * second);
     for (const double length : {1.0, 600.0, 3600.0, 86400.0}) {
-      const RealTimeSpan span = realTimeSpan(reference, length, RealTimeEdge::Right);
+      const RealTimeSpan span = realTimeSpan(reference, length, Edge::Right);
       EXPECT_GE(double(span.xmin), -length / 2);
       EXPECT_LE(double(span.xmax), length / 2 + 60);
       EXPECT_EQ(span.base.time().second(), 0);
@@ -149,9 +149,9 @@ TEST(RealTimeSpan, keepsTimesWithinHalfTheSpanAndAMinute) {
 }
 
 TEST(RealTimeSpan, ofNothingIsHarmless) {
-  EXPECT_FALSE(realTimeSpan({}, 3600, RealTimeEdge::Right).base.isValid());
+  EXPECT_FALSE(realTimeSpan({}, 3600, Edge::Right).base.isValid());
   for (const double length : {0.0, -5.0, 1e300, std::nan("")}) {
-    const RealTimeSpan span = realTimeSpan(utc(10, 0, 0), length, RealTimeEdge::Right);
+    const RealTimeSpan span = realTimeSpan(utc(10, 0, 0), length, Edge::Right);
     EXPECT_TRUE(span.base.isValid());
     EXPECT_TRUE(std::isfinite(span.xmin) && std::isfinite(span.xmax));
   }
@@ -173,13 +173,13 @@ TEST(RealTimeFeed, keepsChannelsInTheOrderOfTheirFirstSamples) {
 TEST(RealTimeFeed, movesAllChannelsToTheTimeAxisThatItShows) {
   RealTimeFeed feed(7200);
   feed.append(channel("A"), seconds(utc(9, 45, 0)), 1, Floats{1, 2});
-  const RealTimeSpan first = feed.show(utc(10, 0, 0), 3600, RealTimeEdge::Right);
+  const RealTimeSpan first = feed.show(utc(10, 0, 0), 3600, Edge::Right);
   EXPECT_EQ(first.base, utc(9, 30, 0));
   EXPECT_EQ(feed.records()->at(0)->b(), 900);
   feed.append(channel("B"), seconds(utc(9, 45, 30)), 1, Floats{1, 2});
   EXPECT_EQ(feed.records()->at(1)->b(), 930) << "a channel that comes later is on the same axis";
   // A minute later the base has moved with the reference, and the samples lie a minute further left of it.
-  const RealTimeSpan second = feed.show(utc(10, 1, 0), 3600, RealTimeEdge::Right);
+  const RealTimeSpan second = feed.show(utc(10, 1, 0), 3600, Edge::Right);
   EXPECT_EQ(second.xmax, first.xmax);
   EXPECT_EQ(feed.records()->at(0)->b(), 840);
   EXPECT_EQ(feed.records()->at(1)->b(), 870);
@@ -194,7 +194,7 @@ TEST(RealTimeFeed, keepsTimesOfADayExactToAFractionOfASample) {
     feed.append(channel("A"), start + i * 10, 0.01, tenSeconds);
     if (i % 97 != 0) continue;
     const QDateTime now = utc(0, 0, 0).addSecs(i * 10 + 12);
-    const RealTimeSpan span = feed.show(now, 3600, RealTimeEdge::Right);
+    const RealTimeSpan span = feed.show(now, 3600, Edge::Right);
     const double oldest = std::max(start, start + i * 10 + 10 - 3600);
     EXPECT_NEAR(double(feed.records()->at(0)->b()), oldest - seconds(span.base), 0.0002);
   }

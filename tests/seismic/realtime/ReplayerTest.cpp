@@ -70,7 +70,7 @@ TEST(Replayer, deliversEverySampleAtItsTime) {
   for (double clock = 0; !replayer.isAtEnd(); clock += 0.37)
     replayer.advanceTo(clock, feed);
   EXPECT_EQ(samplesOf(*feed.records()->at(0)), samplesOf(*recorded));
-  feed.show(utc(10, 0, 30), 60, RealTimeEdge::Right);
+  feed.show(utc(10, 0, 30), 60, Edge::Right);
   EXPECT_NEAR(*startSeconds(*feed.records()->at(0)), *startSeconds(*recorded), 1e-4);
 }
 

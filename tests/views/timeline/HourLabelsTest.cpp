@@ -37,18 +37,30 @@ TEST(HourLabels, stepByTwoHoursForRowsOfTwoHours) {
   EXPECT_EQ(texts(pageOf(3, 7200), utc(2011, 3, 11, 10)), (QStringList{" 03/11 10", " 03/11 12", " 03/11 14"}));
 }
 
-TEST(HourLabels, countWholeHoursOnlyButDatesExactly) {
-  // Half an hour holds no whole hour; forty-eight of them hold a day.
-  const QStringList half = texts(pageOf(49, 1800), utc(2011, 3, 11));
-  EXPECT_EQ(half[0], QStringLiteral(" 03/11 00"));
-  EXPECT_EQ(half[3], QStringLiteral(" 03/11 00"));
-  EXPECT_EQ(half[48], QStringLiteral(" 03/12 00"));
-  EXPECT_EQ(texts(pageOf(3, 5400), utc(2011, 3, 11, 22)), (QStringList{" 03/11 22", " 03/11 23", " 03/12 00"}));
+TEST(HourLabels, giveTheBeginOfRowsThatHoldNoWholeHours) {
+  // Four rows an hour; the last of a day begins at 23:45.
+  const QStringList quarters = texts(pageOf(96, 900), utc(2011, 3, 11));
+  ASSERT_EQ(quarters.size(), 96);
+  EXPECT_EQ(quarters.mid(0, 5),
+            (QStringList{" 03/11 00:00", " 03/11 00:15", " 03/11 00:30", " 03/11 00:45", " 03/11 01:00"}));
+  EXPECT_EQ(quarters.back(), QStringLiteral(" 03/11 23:45"));
+  EXPECT_EQ(texts(pageOf(3, 5400), utc(2011, 3, 11, 22)),
+            (QStringList{" 03/11 22:00", " 03/11 23:30", " 03/12 01:00"}));
+  // A row and a half a minute: whole minutes are told.
+  EXPECT_EQ(texts(pageOf(3, 90), utc(2011, 3, 11, 22)),
+            (QStringList{" 03/11 22:00", " 03/11 22:01", " 03/11 22:03"}));
+}
+
+TEST(HourLabels, ofPartsOfAnHourCountFromTheHourThatThePageBeginsWith) {
+  // The first sample was taken at 22:50; the page begins at 22:00.
+  EXPECT_EQ(texts(pageOf(5, 1800), utc(2011, 3, 11, 22, 50)),
+            (QStringList{" 03/11 22:00", " 03/11 22:30", " 03/11 23:00", " 03/11 23:30", " 03/12 00:00"}));
 }
 
 TEST(HourLabels, changeTheDateByTheMinutesOfTheReferenceTime) {
-  // Rows start at 22:30 and 24:00.
-  EXPECT_EQ(texts(pageOf(2, 5400), utc(2011, 3, 11, 22, 30)), (QStringList{" 03/11 22", " 03/12 23"}));
+  // Data from 22:30 on: the second row's day is that of 00:30.
+  EXPECT_EQ(texts(pageOf(2, 7200), utc(2011, 3, 11, 22, 30)), (QStringList{" 03/11 22", " 03/12 00"}));
+  EXPECT_EQ(texts(pageOf(2, 3600), utc(2011, 3, 11, 22, 59, 59)), (QStringList{" 03/11 22", " 03/11 23"}));
 }
 
 TEST(HourLabels, standBesideTheirRowsBelowAWholeTop) {
@@ -66,16 +78,21 @@ TEST(HourLabels, readAsAnIndependentReckoningWritesThem) {
     SCOPED_TRACE(::testing::Message() << "round " << round);
     const QDateTime reference = utc(1975, 1, 1).addSecs(uniformInt(random, 0, 2000000000));
     const int rows = uniformInt(random, 0, 60);
-    const float rowDuration = float(uniformInt(random, 1, 20000));
+    const bool whole = round % 2 == 0;
+    const float rowDuration = whole ? float(3600 * uniformInt(random, 1, 6))
+                                    : float(3600 * uniformInt(random, 0, 5) + uniformInt(random, 1, 3599));
     const QStringList list = texts(pageOf(rows, rowDuration), reference);
     ASSERT_EQ(list.size(), rows);
     int hour = reference.time().hour();
     QDateTime date = reference;
+    QDateTime begin(reference.date(), QTime(hour, 0), Qt::UTC);
     for (const QString& text : list) {
-      EXPECT_EQ(text, QLocale::c().toString(date.date(), QStringLiteral(" MM/dd ")) +
-                          QStringLiteral("%1").arg(hour, 2, 10, QLatin1Char('0')));
+      const QString hours = QLocale::c().toString(date.date(), QStringLiteral(" MM/dd ")) +
+                            QStringLiteral("%1").arg(hour, 2, 10, QLatin1Char('0'));
+      EXPECT_EQ(text, whole ? hours : QLocale::c().toString(begin, QStringLiteral(" MM/dd HH:mm")));
       hour = (hour + int(rowDuration) / 3600) % 24;
       date = date.addSecs(int(rowDuration));
+      begin = begin.addSecs(int(rowDuration));
     }
   }
 }

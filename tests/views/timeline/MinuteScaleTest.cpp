@@ -12,8 +12,7 @@ namespace {
 
 const QRectF kRect(60, 84, 600, 300);
 
-MinuteSpan spanOf(float seconds, MinuteSpan::Origin origin = MinuteSpan::Origin::Left,
-                  MinuteSpan::Unit unit = MinuteSpan::Unit::Minutes) {
+MinuteSpan spanOf(float seconds, Edge origin = Edge::Left, MinuteSpan::Unit unit = MinuteSpan::Unit::Minutes) {
   return {kRect, seconds, 0, origin, unit};
 }
 
@@ -53,7 +52,7 @@ TEST(RealTimeMinutes, ofExactlyThreeHoursHaveATickAMinuteAndOfAMinuteMoreOneInFi
 }
 
 TEST(RealTimeMinutes, countLeftwardsFromAnOriginOnTheRight) {
-  const MinuteScale scale = layOutMinuteScale(realTimeMinutes(), spanOf(3600, MinuteSpan::Origin::Right));
+  const MinuteScale scale = layOutMinuteScale(realTimeMinutes(), spanOf(3600, Edge::Right));
   ASSERT_EQ(scale.labels.size(), 13u);
   EXPECT_EQ(scale.labels[0].text, QStringLiteral("0"));
   EXPECT_EQ(scale.labels[0].place, QPointF(660, 80));
@@ -89,10 +88,49 @@ TEST(PageMinutes, ofTwoHoursHaveATickAMinuteAndALabelEveryFive) {
   EXPECT_NEAR(scale.labels[3].place.x(), 60 + 15 * 5, 1e-9);
 }
 
+MinuteSpan hoursWithLabels(float seconds, double labelWidth) {
+  MinuteSpan span = spanOf(seconds, Edge::Left, MinuteSpan::Unit::Hours);
+  span.labelWidth = labelWidth;
+  return span;
+}
+
+TEST(PageMinutes, ofTwoHoursInHoursAreThinnedOutWhereLabelsWouldTouch) {
+  // 5 points a minute, 25 between labels that are 35 wide: with a gap of 4, ten minutes are enough.
+  const MinuteScale scale = layOutMinuteScale(pageMinutes(), hoursWithLabels(7200, 35));
+  EXPECT_EQ(texts(scale).mid(0, 4), (QStringList{"0.00", "0.17", "0.33", "0.50"}));
+  ASSERT_EQ(scale.labels.size(), 13u);
+  EXPECT_NEAR(scale.labels[3].place.x(), 60 + 30 * 5, 1e-9);
+  // Marks stay as they are.
+  EXPECT_EQ(scale.marks, layOutMinuteScale(pageMinutes(), spanOf(7200)).marks);
+  // 21 wide: exactly room for every one.
+  EXPECT_EQ(texts(layOutMinuteScale(pageMinutes(), hoursWithLabels(7200, 21))).size(), 25);
+  EXPECT_EQ(texts(layOutMinuteScale(pageMinutes(), hoursWithLabels(7200, 21.1))).size(), 13);
+}
+
+TEST(PageMinutes, keepLabelsAtFullPartsOfAnHourWhenTheyAreThinnedOut) {
+  const MinuteSteps every5{1, 5};
+  EXPECT_EQ(thinnedSteps(every5, 1, 0), every5);
+  EXPECT_EQ(thinnedSteps(every5, 1, 4), (MinuteSteps{1, 10}));
+  EXPECT_EQ(thinnedSteps(every5, 1, 9), (MinuteSteps{1, 15}));
+  EXPECT_EQ(thinnedSteps(every5, 1, 20), (MinuteSteps{1, 30}));
+  EXPECT_EQ(thinnedSteps(every5, 1, 30), (MinuteSteps{1, 60}));
+  EXPECT_EQ(thinnedSteps({5, 15}, 1, 12), (MinuteSteps{5, 30})); // not 20
+  EXPECT_EQ(thinnedSteps({60, 120}, 0.1, 21), (MinuteSteps{60, 360}));
+  // Nothing has room: the widest steps there are.
+  EXPECT_EQ(thinnedSteps(every5, 0, 35), (MinuteSteps{1, 1440}));
+  EXPECT_EQ(thinnedSteps(every5, std::numeric_limits<double>::quiet_NaN(), 35), (MinuteSteps{1, 1440}));
+}
+
+TEST(PageMinutes, haveTheirLongestLabelAtTheEnd) {
+  EXPECT_EQ(longestMinuteLabel(pageMinutes(), hoursWithLabels(7200, 0)), QStringLiteral("2.00"));
+  EXPECT_EQ(longestMinuteLabel(pageMinutes(), hoursWithLabels(24 * 3600, 0)), QStringLiteral("24"));
+  EXPECT_EQ(longestMinuteLabel(pageMinutes(), spanOf(7200)), QStringLiteral("120"));
+}
+
 TEST(PageMinutes, areWrittenInHoursWithTwoDecimalsWhileLabelsAreCloserThanAnHour) {
   const auto hours = [](float minutes) {
     const MinuteScale scale =
-        layOutMinuteScale(pageMinutes(), spanOf(minutes * 60, MinuteSpan::Origin::Left, MinuteSpan::Unit::Hours));
+        layOutMinuteScale(pageMinutes(), spanOf(minutes * 60, Edge::Left, MinuteSpan::Unit::Hours));
     EXPECT_EQ(scale.title, QStringLiteral("Time (Hours)"));
     return texts(scale).mid(0, 4);
   };
@@ -118,7 +156,7 @@ void expectScale(const MinuteScale& scale, bool page, const MinuteSpan& span) {
   const double foot = span.rect.y() + (page ? 36 : 0);
   double step = tick * 60 * span.rect.width() / double(span.seconds);
   double x = span.rect.x();
-  if (span.origin == MinuteSpan::Origin::Right) {
+  if (span.origin == Edge::Right) {
     x += span.rect.width();
     step = -step;
   }
@@ -155,7 +193,7 @@ TEST(MinuteScales, lieWhereAnIndependentReckoningPutsThem) {
     const bool wholeMinutes = round % 2 == 0;
     span.seconds = wholeMinutes ? float(60 * uniformInt(random, 1, 3000)) : uniform(random, 1, 200000);
     span.viewBottom = uniform(random, -10, 10);
-    span.origin = uniformInt(random, 0, 1) == 1 ? MinuteSpan::Origin::Right : MinuteSpan::Origin::Left;
+    span.origin = uniformInt(random, 0, 1) == 1 ? Edge::Right : Edge::Left;
     span.unit = uniformInt(random, 0, 1) == 1 ? MinuteSpan::Unit::Hours : MinuteSpan::Unit::Minutes;
     const bool page = uniformInt(random, 0, 1) == 1;
     const MinuteScale scale = layOutMinuteScale(page ? pageMinutes() : realTimeMinutes(), span);

@@ -169,10 +169,10 @@ TYPED_TEST(RealTimeEvents, areNotMarkedWithoutAReferenceInstant) {
 
 TEST(RealTimeWindow, endsAtTheReferenceOnTheRightAndBeginsAtItOnTheLeft) {
   const auto now = double(kNow.toSecsSinceEpoch());
-  const RealTimeWindow before = realTimeWindow(kNow.addMSecs(250), 3600, ReferenceEdge::Right);
+  const RealTimeWindow before = realTimeWindow(kNow.addMSecs(250), 3600, Edge::Right);
   EXPECT_EQ(before.start, now + 0.25 - 3600);
   EXPECT_EQ(before.end, now + 0.25);
-  const RealTimeWindow after = realTimeWindow(kNow.toOffsetFromUtc(-3600), 3600, ReferenceEdge::Left);
+  const RealTimeWindow after = realTimeWindow(kNow.toOffsetFromUtc(-3600), 3600, Edge::Left);
   EXPECT_EQ(after.start, now);
   EXPECT_EQ(after.end, now + 3600);
 }

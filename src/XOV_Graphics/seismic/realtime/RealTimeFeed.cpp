@@ -24,11 +24,11 @@ bool isSameChannel(const SacHeader& left, const SacHeader& right) {
 
 } // namespace
 
-RealTimeSpan realTimeSpan(const QDateTime& reference, double seconds, RealTimeEdge edge) {
+RealTimeSpan realTimeSpan(const QDateTime& reference, double seconds, Edge edge) {
   if (!reference.isValid()) return {};
   const double span = std::abs(seconds) <= kLongestSpanSeconds ? seconds : 0;
   const double instant = double(reference.toMSecsSinceEpoch());
-  const double start = edge == RealTimeEdge::Right ? instant - span * kMillisecondsPerSecond : instant;
+  const double start = edge == Edge::Right ? instant - span * kMillisecondsPerSecond : instant;
   const double middle = start + span * kMillisecondsPerSecond / 2;
   const double base = std::floor(middle / kMillisecondsPerMinute) * kMillisecondsPerMinute;
   const double xmin = (start - base) / kMillisecondsPerSecond;
@@ -52,7 +52,7 @@ void RealTimeFeed::append(const SacHeader& header, double startSeconds, double d
   channel(header).append(startSeconds, deltaSeconds, samples);
 }
 
-RealTimeSpan RealTimeFeed::show(const QDateTime& reference, double seconds, RealTimeEdge edge) {
+RealTimeSpan RealTimeFeed::show(const QDateTime& reference, double seconds, Edge edge) {
   const RealTimeSpan span = realTimeSpan(reference, seconds, edge);
   if (!span.base.isValid() || span.base == base_) return span;
   base_ = span.base;

@@ -1,11 +1,9 @@
 #pragma once
 
+#include "XOV_Graphics/base/Edge.h"
 #include "XOV_Graphics/seismic/realtime/RealTimeSeismogram.h"
 
 namespace xov {
-
-/// The edge of a display that its reference instant lies on.
-enum class RealTimeEdge : std::uint8_t { Left, Right };
 
 /// The time span that a display shows, on the time axis that counts from `base`.
 struct XOV_EXPORT RealTimeSpan {
@@ -14,11 +12,11 @@ struct XOV_EXPORT RealTimeSpan {
   float xmax = 0;
 };
 
-/// The span of `seconds` that ends, or begins, at `reference`. The base is the last whole minute before the middle of
-/// the span: times stay within half the span and a minute of 0, where single precision is finest, on both sides
-/// alike, which keeps what accumulates while a trace is drawn smallest. For an hour, b, xmin and xmax are off by 0.07
-/// ms at most. The base moves with the reference, a minute at a time.
-XOV_EXPORT RealTimeSpan realTimeSpan(const QDateTime& reference, double seconds, RealTimeEdge edge);
+/// The span of `seconds` that ends, or begins, at `reference`, which lies on that edge of the display. The base is
+/// the last whole minute before the middle of the span: times stay within half the span and a minute of 0, where
+/// single precision is finest, on both sides alike, which keeps what accumulates while a trace is drawn smallest. For
+/// an hour, b, xmin and xmax are off by 0.07 ms at most. The base moves with the reference, a minute at a time.
+XOV_EXPORT RealTimeSpan realTimeSpan(const QDateTime& reference, double seconds, Edge edge);
 
 /// Channels as they arrive, each with a buffer of its own. Not tied to any source or clock.
 ///
@@ -41,7 +39,7 @@ public:
   std::shared_ptr<const SeismogramArray> records() const { return records_; }
 
   /// Moves all channels to the time axis of realTimeSpan() and gives that.
-  RealTimeSpan show(const QDateTime& reference, double seconds, RealTimeEdge edge);
+  RealTimeSpan show(const QDateTime& reference, double seconds, Edge edge);
 
 private:
   double seconds_;

@@ -23,20 +23,27 @@ QDateTime dateAfter(const QDateTime& start, double seconds) {
   return start.addMSecs(std::int64_t(milliseconds));
 }
 
+bool holdsWholeHours(float seconds) { return std::isfinite(seconds) && std::fmod(seconds, kSecondsPerHour) == 0; }
+
 } // namespace
 
 std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& reference,
                                   const QDateTime& startTime) {
   std::vector<HourLabel> labels;
   if (!reference.isValid()) return labels;
+  const bool wholeHours = holdsWholeHours(page.rowDuration);
+  // Rows begin where the page does, at the whole hour.
+  const QDateTime pageBegin = startTime.isValid() ? startTime : reference;
   const std::int64_t firstHour = startTime.isValid() ? startTime.time().hour() : 0;
   const std::int64_t hoursPerRow = towardZero(page.rowDuration) / kSecondsPerHour;
   const double wholeTop = std::trunc(page.top());
   for (const std::int32_t row : page.markedRows()) {
-    const QDate date = dateAfter(reference, double(row) * double(page.rowDuration)).date();
+    const QDateTime begin = dateAfter(wholeHours ? reference : pageBegin, double(row) * double(page.rowDuration));
+    const QDate date = begin.date();
     if (!date.isValid()) continue;
-    const int hour = int((firstHour + row * hoursPerRow) % kHoursPerDay);
-    const QString text = QString::asprintf(" %2.2d/%2.2d %2.2d", date.month(), date.day(), hour);
+    const int hour = wholeHours ? int((firstHour + row * hoursPerRow) % kHoursPerDay) : begin.time().hour();
+    QString text = QString::asprintf(" %2.2d/%2.2d %2.2d", date.month(), date.day(), hour);
+    if (!wholeHours) text += QString::asprintf(":%2.2d", begin.time().minute());
     labels.push_back({{page.rect.x() - kLabelGap, wholeTop - (row + 0.5) * page.rowHeight()}, text});
   }
   return labels;

@@ -17,9 +17,10 @@ struct HourLabel {
   QString text;
 };
 
-/// " month/day hour" for every marked row. Month and day are those of `reference` moved on by the rows above; the
-/// hour counts on from that of `startTime` by the whole hours of a row, so with rows of half an hour it stays.
-/// Without a reference date there are no labels.
+/// " month/day hour" for every marked row of whole hours. Month and day are those of `reference` moved on by the rows
+/// above; the hour counts on from that of `startTime` by the hours of a row. Rows of other lengths begin within an
+/// hour, which a whole one cannot tell: their label is the time that they begin at, counted from `startTime`, with
+/// its minutes: " month/day hour:minute". Without a reference date there are no labels.
 std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& reference, const QDateTime& startTime);
 
 /// "date - network station location component"; a missing text is an empty text.

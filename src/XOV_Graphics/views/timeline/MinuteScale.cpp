@@ -1,5 +1,6 @@
 #include "XOV_Graphics/views/timeline/MinuteScale.h"
 
+#include "XOV_Graphics/base/SinglePrecision.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/views/base/XOVView.h"
@@ -15,6 +16,10 @@ constexpr double kLabelledTickLength = 24;
 constexpr double kLabelDrop = 4;
 constexpr int kMinutesPerHour = 60;
 constexpr int kSecondsPerMinute = 60;
+
+constexpr double kLabelGap = 4; // that labels keep at least where they are thinned out
+// How many minutes may lie between labels that are thinned out.
+constexpr int kThinnedMinutes[] = {5, 10, 15, 30, 60, 120, 180, 240, 360, 720, 1440};
 
 // More than there are pixels across any window; a year of hours has 8760.
 constexpr double kMostMarks = 10000;
@@ -47,12 +52,14 @@ void addMarks(MinuteScale& scale, const MinuteSpan& span, const MinuteSteps& ste
   const double right = span.rect.x() + span.rect.width();
   const double spacing = double(steps.tick * kSecondsPerMinute) * span.rect.width() / double(span.seconds);
   if (span.rect.width() > kMostMarks * std::abs(spacing)) return;
-  const bool fromRight = span.origin == MinuteSpan::Origin::Right;
+  const bool fromRight = span.origin == Edge::Right;
   const double step = fromRight ? -spacing : spacing;
+  const MinuteSteps thinned = thinnedSteps(steps, spacing / steps.tick, span.labelWidth);
   double x = fromRight ? right : left;
   for (int minute = 0; left <= x && x <= right; minute += steps.tick) {
     const bool labelled = minute % steps.label == 0;
-    if (labelled) scale.labels.push_back({{x, foot - kLabelDrop}, labelText(minute, steps, span.unit)});
+    if (minute % thinned.label == 0)
+      scale.labels.push_back({{x, foot - kLabelDrop}, labelText(minute, steps, span.unit)});
     scale.marks.emplace_back(x, foot, x, foot + (labelled ? kLabelledTickLength : kTickLength));
     if (step == 0) break;
     x += step;
@@ -77,6 +84,21 @@ MinuteSteps minuteSteps(const MinuteScaleStyle& style, float spanMinutes) {
     if (reaches(spanMinutes, rule)) steps = rule.steps;
   }
   return steps;
+}
+
+MinuteSteps thinnedSteps(const MinuteSteps& steps, double pointsPerMinute, double labelWidth) {
+  if (labelWidth == 0) return steps;
+  MinuteSteps thinned = steps;
+  for (const int minutes : kThinnedMinutes) {
+    if (thinned.label * std::abs(pointsPerMinute) >= labelWidth + kLabelGap) break;
+    if (minutes > steps.label && minutes % steps.label == 0) thinned.label = minutes;
+  }
+  return thinned;
+}
+
+QString longestMinuteLabel(const MinuteScaleStyle& style, const MinuteSpan& span) {
+  const float minutes = span.seconds / kSecondsPerMinute;
+  return labelText(towardZero(minutes), minuteSteps(style, minutes), span.unit);
 }
 
 MinuteScale layOutMinuteScale(const MinuteScaleStyle& style, const MinuteSpan& span) {

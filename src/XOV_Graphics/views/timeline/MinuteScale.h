@@ -1,5 +1,7 @@
 #pragma once
 
+#include "XOV_Graphics/base/Edge.h"
+
 #include <QLineF>
 #include <QPointF>
 #include <QRectF>
@@ -41,16 +43,20 @@ const MinuteScaleStyle& realTimeMinutes();
 
 MinuteSteps minuteSteps(const MinuteScaleStyle& style, float spanMinutes);
 
+/// The same steps with labels so far apart that those of a width have a gap between them, at `pointsPerMinute`: every
+/// 5, 10, 15 or 30 minutes, or whole hours.
+MinuteSteps thinnedSteps(const MinuteSteps& steps, double pointsPerMinute, double labelWidth);
+
 /// What a minute scale runs along.
 struct MinuteSpan {
-  enum class Origin { Left, Right };
   enum class Unit { Minutes, Hours };
 
-  QRectF rect;                  ///< the plotting rectangle, whose width stands for `seconds`
-  float seconds = 0;            ///< xmax − xmin
-  double viewBottom = 0;        ///< the lower edge of the view
-  Origin origin = Origin::Left; ///< the edge that minute 0 lies on
-  Unit unit = Unit::Minutes;    ///< what labels and title count
+  QRectF rect;               ///< the plotting rectangle, whose width stands for `seconds`
+  float seconds = 0;         ///< xmax − xmin
+  double viewBottom = 0;     ///< the lower edge of the view
+  Edge origin = Edge::Left;  ///< the edge that minute 0 lies on
+  Unit unit = Unit::Minutes; ///< what labels and title count
+  double labelWidth = 0;     ///< of the widest label, in points; 0 keeps labels that touch
 };
 
 /// A minute scale, ready to be drawn.
@@ -66,9 +72,13 @@ struct MinuteScale {
   QString title;
 };
 
-/// Marks from minute 0 on as long as they lie in the rectangle, their x added up in double precision. A span without
-/// extent has the first mark alone; one of so many minutes that its marks would be a solid bar has none.
+/// Marks from minute 0 on, long ones where a label may stand, as long as they lie in the rectangle, their x added up
+/// in double precision. A span without extent has the first mark alone; one of so many minutes that its marks would
+/// be a solid bar has none.
 MinuteScale layOutMinuteScale(const MinuteScaleStyle& style, const MinuteSpan& span);
+
+/// The label of the last minute of a span, than which none has more characters.
+QString longestMinuteLabel(const MinuteScaleStyle& style, const MinuteSpan& span);
 
 /// Draws into the current context: grey texts, then light grey lines, then the title. Label colour is black after it.
 void drawMinuteScale(XOVView& view, const MinuteScale& scale);

@@ -20,7 +20,7 @@ constexpr double kMarkerOpacity = 0.5;
 constexpr float kOrangeFrom = 5;
 constexpr float kRedFrom = 6;
 
-ReferenceEdge edgeOf(bool originOnRight) { return originOnRight ? ReferenceEdge::Right : ReferenceEdge::Left; }
+Edge edgeOf(bool originOnRight) { return originOnRight ? Edge::Right : Edge::Left; }
 
 } // namespace
 
@@ -83,7 +83,7 @@ void RealTimeDisplayView::drawMinuteMarks() {
   span.rect = pRect_;
   span.seconds = xmax_ - xmin_;
   span.viewBottom = bounds().y();
-  span.origin = originOnRight_ ? MinuteSpan::Origin::Right : MinuteSpan::Origin::Left;
+  span.origin = originOnRight_ ? Edge::Right : Edge::Left;
   drawMinuteScale(*this, layOutMinuteScale(realTimeMinutes(), span));
 }
 

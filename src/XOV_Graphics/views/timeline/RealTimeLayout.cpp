@@ -53,8 +53,8 @@ Trace realTimeTrace(const RealTimeBands& bands, std::size_t k, const SeismogramR
   return trace;
 }
 
-ReferencePlaces referencePlaces(const QRectF& rect, ReferenceEdge edge) {
-  const bool onRight = edge == ReferenceEdge::Right;
+ReferencePlaces referencePlaces(const QRectF& rect, Edge edge) {
+  const bool onRight = edge == Edge::Right;
   const double left = rect.x();
   const double right = rect.x() + rect.width();
   const double top = topOf(rect);
@@ -69,9 +69,9 @@ ReferencePlaces referencePlaces(const QRectF& rect, ReferenceEdge edge) {
   return places;
 }
 
-RealTimeWindow realTimeWindow(const QDateTime& reference, float seconds, ReferenceEdge edge) {
+RealTimeWindow realTimeWindow(const QDateTime& reference, float seconds, Edge edge) {
   const double instant = secondsSince1970(reference);
-  if (edge == ReferenceEdge::Right) return {instant - double(seconds), instant};
+  if (edge == Edge::Right) return {instant - double(seconds), instant};
   return {instant, instant + double(seconds)};
 }
 

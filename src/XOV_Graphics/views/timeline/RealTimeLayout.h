@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/base/Edge.h"
 #include "XOV_Graphics/platform/Trace.h"
 #include "XOV_Graphics/seismic/SeismogramRecord.h"
 #include "XOV_Graphics/views/base/PlotGeometry.h"
@@ -33,11 +34,8 @@ struct RealTimeBands {
 Trace realTimeTrace(const RealTimeBands& bands, std::size_t k, const SeismogramRecord& record,
                     const PlotLimits& limits, float gain);
 
-/// Which edge of the plotting rectangle the reference instant lies on.
-enum class ReferenceEdge { Left, Right };
-
 /// Where the texts of the reference instant stand, each on its lower edge: the date over the other edge, the times
-/// over the edge of the reference.
+/// over `edge`, on which the reference lies.
 ///
 ///     date         title         local time
 ///                                UTC
@@ -51,7 +49,7 @@ struct ReferencePlaces {
   double lineTop = 0; ///< the dotted line runs down from here, at the x of the times
   double lineBottom = 0;
 };
-ReferencePlaces referencePlaces(const QRectF& rect, ReferenceEdge edge);
+ReferencePlaces referencePlaces(const QRectF& rect, Edge edge);
 
 /// The instants that the edges of the plotting rectangle stand for.
 struct RealTimeWindow {
@@ -60,7 +58,7 @@ struct RealTimeWindow {
 };
 
 /// `seconds` up to the reference instant when it lies on the right edge, else from it on.
-RealTimeWindow realTimeWindow(const QDateTime& reference, float seconds, ReferenceEdge edge);
+RealTimeWindow realTimeWindow(const QDateTime& reference, float seconds, Edge edge);
 
 /// The x of an instant on the plotting rectangle, whose width stands for `seconds` from the window's start on.
 /// Nothing outside the window, whose both ends count, and for an invalid instant.

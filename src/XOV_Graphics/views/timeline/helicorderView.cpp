@@ -122,7 +122,11 @@ void helicorderView::drawMinuteMarks() {
   span.rect = pRect_;
   span.seconds = xmax_ - xmin_;
   span.viewBottom = bounds().y();
-  span.unit = labelHours_ ? MinuteSpan::Unit::Hours : MinuteSpan::Unit::Minutes;
+  // Hours with two decimals are wider than the room that minutes need.
+  if (labelHours_) {
+    span.unit = MinuteSpan::Unit::Hours;
+    span.labelWidth = labelAttributes_->size(longestMinuteLabel(pageMinutes(), span)).width();
+  }
   drawMinuteScale(*this, layOutMinuteScale(pageMinutes(), span));
 }
 
