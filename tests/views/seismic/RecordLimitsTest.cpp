@@ -86,11 +86,9 @@ TEST(RecordLimits, areNoneWithoutRecords) {
   EXPECT_FALSE(recordLimits({nullptr, nullptr}, 1).has_value());
 }
 
-TEST(RecordLimits, leaveOutNullRecordsOrCountThemAsZero) {
+TEST(RecordLimits, leaveOutNullRecords) {
   const Records records = recordsOf({withLimits(5, 20, 10, 30), nullptr});
   EXPECT_EQ(recordLimits(*records, -12345), (RecordLimits{5, 20, 9, 31}));
-  // From (0, 0): the range is 30, the margin 1.5.
-  EXPECT_EQ(recordLimits(*records, -12345, MissingRecord::Zero), (RecordLimits{0, 20, -1.5f, 31.5f}));
 }
 
 TEST(RecordLimits, passOverExtremesThatAreNotNumbers) {

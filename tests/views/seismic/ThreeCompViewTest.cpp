@@ -121,19 +121,20 @@ TEST_F(ThreeComp, computesAMaximumAmplitudeOf5Point125FromPeaksOf2And5And5) {
   EXPECT_EQ(view_.maxAmplitude(), 5.125f);
 }
 
-TEST_F(ThreeComp, countsAMissingComponentAsZeroInTheLimits) {
+TEST_F(ThreeComp, takesItsLimitsFromTheComponentsThatAreThere) {
   observation_ =
       std::make_shared<StationObservation>(fakeRecord({10, 30}, 5, 100), nullptr, fakeRecord({20, 50}, 5, 200));
   view_.setObservation(observation_);
   view_.set_fixedXAxisRange(true);
   view_.set_fixedYAxisRange(true);
   view_.computePlotLimits();
-  EXPECT_EQ(view_.xmin(), 0);
+  // Times 100 ... 105 and 200 ... 205; amplitudes 10 ... 50 with a margin of 0.05 · 40.
+  EXPECT_EQ(view_.xmin(), 100);
   EXPECT_EQ(view_.xmax(), 205);
-  EXPECT_EQ(view_.ymin(), -2.5f);
-  EXPECT_EQ(view_.ymax(), 52.5f);
-  EXPECT_EQ(view_.pymin(), -2.5f);
-  EXPECT_EQ(view_.pymax(), 52.5f);
+  EXPECT_EQ(view_.ymin(), 8);
+  EXPECT_EQ(view_.ymax(), 52);
+  EXPECT_EQ(view_.pymin(), 8);
+  EXPECT_EQ(view_.pymax(), 52);
 }
 
 TEST_F(ThreeComp, changesNoLimitWithoutAnObservation) {

@@ -25,12 +25,12 @@ std::int32_t wholeRange(float range) {
 
 } // namespace
 
-std::optional<RecordLimits> recordLimits(const SeismogramArray& records, float minYRange, MissingRecord missing) {
+std::optional<RecordLimits> recordLimits(const SeismogramArray& records, float minYRange) {
   RecordLimits limits{kBeyondData, -kBeyondData, kBeyondData, -kBeyondData};
   bool counted = false;
   for (const auto& record : records) {
-    if (!record && missing == MissingRecord::Ignored) continue;
-    include(limits, record ? RecordLimits{record->b(), record->e(), record->smin(), record->smax()} : RecordLimits());
+    if (!record) continue;
+    include(limits, {record->b(), record->e(), record->smin(), record->smax()});
     counted = true;
   }
   if (!counted) return std::nullopt;

@@ -17,17 +17,10 @@ struct XOV_EXPORT RecordLimits {
   bool operator==(const RecordLimits&) const = default;
 };
 
-/// What a null record adds to the limits.
-enum class MissingRecord {
-  Ignored, ///< nothing
-  Zero,    ///< the time 0 and the amplitude 0
-};
-
 /// The span from the earliest begin to the latest end of the records and the range of their samples, with a margin of
 /// 0.05 times that range on both sides. The range counts in whole units, so amplitudes that span less than 1 get no
 /// margin; nor do ranges beyond 32 bits. Where both extremes are smaller in size than `minYRange`, the amplitudes run
-/// from −minYRange to minYRange before the margin. Nothing when no record counts.
-XOV_EXPORT std::optional<RecordLimits> recordLimits(const SeismogramArray& records, float minYRange,
-                                                    MissingRecord missing = MissingRecord::Ignored);
+/// from −minYRange to minYRange before the margin. Null records do not count; nothing when there are no others.
+XOV_EXPORT std::optional<RecordLimits> recordLimits(const SeismogramArray& records, float minYRange);
 
 } // namespace xov

@@ -67,9 +67,9 @@ void ThreeCompView::computeMaxAmplitude() {
 
 void ThreeCompView::computePlotLimits() {
   if (!anObs()) return;
-  if (const auto found = recordLimits(components(), minYRange_, MissingRecord::Zero)) {
-    takeLimits(*found, FixedRanges::Overwritten);
-  }
+  // A missing component says nothing about times and amplitudes: a zero in its place would squeeze those that are
+  // there into a corner.
+  if (const auto found = recordLimits(components(), minYRange_)) takeLimits(*found, FixedRanges::Overwritten);
   pymin_ = ymin_;
   pymax_ = ymax_;
 }

@@ -57,8 +57,8 @@ public:
   virtual std::shared_ptr<SeismogramRecord> getSeisWithIndex(int index) const;
   /// Sets maxAmplitude() to 1.025 times the largest peak of the three components; missing ones count as 0.
   virtual void computeMaxAmplitude();
-  /// Sets the four limits, and pymin() and pymax(), from the components as recordLimits() says. A missing component
-  /// counts as one of time 0 and amplitude 0. Without an observation nothing changes.
+  /// Sets the four limits, and pymin() and pymax(), from the components that are there, as recordLimits() says.
+  /// Without an observation, or with one of no components, the limits stay.
   virtual void computePlotLimits();
   void drawRect(const QRectF& dirty) override;
   /// The part of a trace inside the time span, as windowBetweenLimits() has it, about the middle of a panel in the
