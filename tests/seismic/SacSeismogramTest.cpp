@@ -310,13 +310,46 @@ TEST(SacSeismogram, givesStoredDistancesAsTheyAre) {
   made.gcarc = 30.5F;
   made.az = 309.25F;
   made.baz = 110.75F;
-  made.evdp = 24400;
+  made.evdp = 24.4F;
   made.evla = made.evlo = made.stla = made.stlo = 0;
   const SacSeismogram trace(made, {});
   EXPECT_EQ(trace.gcarc(), 30.5F);
   EXPECT_EQ(trace.azimuth(), 309.25F);
   EXPECT_EQ(trace.backazimuth(), 110.75F);
-  EXPECT_EQ(trace.evdp(), 24400);
+  EXPECT_EQ(trace.evdp(), 24.4F);
+}
+
+TEST(SacSeismogram, readsADepthThatNoEarthquakeHasAsMetres) {
+  const auto depthOf = [](float stored) {
+    SacHeader made = header();
+    made.evdp = stored;
+    return SacSeismogram(made, {}).evdp();
+  };
+  EXPECT_EQ(depthOf(24400), 24.4F);
+  EXPECT_EQ(depthOf(644600), 644.6F);
+  EXPECT_EQ(depthOf(1000), 1000);
+  EXPECT_EQ(depthOf(700), 700);
+  EXPECT_EQ(depthOf(-2), -2);
+  EXPECT_EQ(depthOf(-12345), -12345);
+  SacHeader made = header();
+  made.evdp = 24400;
+  EXPECT_EQ(SacSeismogram(made, {}).GetSacHeader()->evdp, 24400);
+}
+
+TEST(SacSeismogram, knowsNoPlaceOfAnEventAtZeroZeroWithoutTimeAndDepth) {
+  SacHeader made = header();
+  made.evla = made.evlo = 0;
+  EXPECT_EQ(SacSeismogram(made, {}).flinnEngdahlString(), QString());
+  made.evdp = 0; // cleared, too
+  EXPECT_EQ(SacSeismogram(made, {}).flinnEngdahlString(), QString());
+  made.evdp = 10;
+  EXPECT_EQ(SacSeismogram(made, {}).flinnEngdahlString(), QString::fromUtf8("0.00°N 0.00°E"));
+  made.evdp = -12345;
+  made.o = 3;
+  EXPECT_EQ(SacSeismogram(made, {}).flinnEngdahlString(), QString::fromUtf8("0.00°N 0.00°E"));
+  made.o = -12345;
+  made.evlo = 0.5F;
+  EXPECT_EQ(SacSeismogram(made, {}).flinnEngdahlString(), QString::fromUtf8("0.00°N 0.50°E"));
 }
 
 TEST(SacSeismogram, computesUnsetDistancesFromTheCoordinates) {

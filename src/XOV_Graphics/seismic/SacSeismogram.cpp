@@ -37,6 +37,10 @@ const Pick* pickWithKey(int key) { return key >= 0 && key <= kEndOfSignalKey ? &
 // Programs that add up single-precision intervals miss the end by more than a sample in long files.
 constexpr double kEndTolerance = 1e-4;
 
+// Earthquakes end 700 km down. What lies deeper is in metres, the format's unit in former times.
+constexpr float kDeepestEventKm = 1000;
+constexpr float kMetresPerKilometre = 1000;
+
 constexpr double kLargestFloat = double(std::numeric_limits<float>::max());
 
 /// The stored end time where it is plausible, else the computed one.
@@ -164,9 +168,19 @@ float SacSeismogram::azimuth() const { return definedOr(header_.az, computedGeom
 
 float SacSeismogram::backazimuth() const { return definedOr(header_.baz, computedGeometry(precise_).backAzimuthDeg); }
 
-float SacSeismogram::evdp() const { return header_.evdp; }
+float SacSeismogram::evdp() const {
+  return header_.evdp > kDeepestEventKm ? header_.evdp / kMetresPerKilometre : header_.evdp;
+}
 
-QString SacSeismogram::flinnEngdahlString() const { return coordinatesText(precise_.evla, precise_.evlo); }
+QString SacSeismogram::flinnEngdahlString() const {
+  return hasEventPlace() ? coordinatesText(precise_.evla, precise_.evlo) : QString();
+}
+
+// Programs that clear a header put an event that they know nothing of where the equator meets the prime meridian.
+bool SacSeismogram::hasEventPlace() const {
+  const bool isOrigin = precise_.evla == 0 && precise_.evlo == 0;
+  return !isOrigin || isDefined(precise_.o) || (isDefined(header_.evdp) && header_.evdp != 0);
+}
 
 QString SacSeismogram::flinnEngdahlGeographicRegion() const { return flinnEngdahlString(); }
 
@@ -186,6 +200,8 @@ QString SacSeismogram::pickLabelWithKey(int key) const {
   const QString label = pick ? (header_.*pick->label).text() : QString();
   return label.isEmpty() ? QString::fromLatin1(kUndefinedLabel) : label;
 }
+
+UnsetNumbers SacSeismogram::unsetNumbers() const { return UnsetNumbers::LeftOut; }
 
 std::shared_ptr<SeisTime> SacSeismogram::mySeisReferenceTime() const { return referenceTime_; }
 

@@ -71,10 +71,10 @@ public:
   float gcarc() const override;
   float azimuth() const override;
   float backazimuth() const override;
-  /// Depth as the header has it: km by the format's definition, though files with metres exist.
+  /// Depth in km. A header with more than 1000 has metres, which the format once asked for: a thousandth of it.
   float evdp() const override;
   /// The event's coordinates as text (coordinatesText()), since no table of the regions is at hand; empty when they
-  /// are not set.
+  /// are not set, and for latitude and longitude 0 of an event without origin time and depth.
   QString flinnEngdahlString() const override;
   QString flinnEngdahlGeographicRegion() const override;
   /// Reference time plus origin time offset, rounded to a tenth of a second, as "2011/03/11 05:46:23.7" (UTC). Empty
@@ -85,6 +85,8 @@ public:
   float pTime() const override;
   float timePickKey(int key) const override;
   QString pickLabelWithKey(int key) const override;
+  /// Left out: what a header does not have is not written.
+  UnsetNumbers unsetNumbers() const override;
 
   std::shared_ptr<SeisTime> mySeisReferenceTime() const override;
   const SacHeader* GetSacHeader() const override;
@@ -96,6 +98,7 @@ public:
 
 private:
   void fitHeaderToSamples();
+  bool hasEventPlace() const;
 
   SacHeader header_;
   SacFooter precise_;

@@ -12,6 +12,12 @@ namespace xov {
 
 struct SacHeader;
 
+/// What captions make of numbers that are not set.
+enum class UnsetNumbers {
+  Shown,   ///< they are written like any others
+  LeftOut, ///< they are left out, with the words around them
+};
+
 /// One trace with its header values and picks, as the plot views read it. A host implements this interface over its
 /// own data, or fills a SacSeismogram.
 ///
@@ -89,6 +95,9 @@ public:
   /// The header block. It stays owned by the record and valid while it lives.
   virtual const SacHeader* GetSacHeader() const = 0;
 
+  /// How the captions of the plot views treat distance, directions and depth of this record that are not set; region
+  /// and origin time then are not named without a text either. A host's own records are shown with what they answer.
+  virtual UnsetNumbers unsetNumbers() const { return UnsetNumbers::Shown; }
   /// Caption of the trace in real-time displays.
   virtual QString labelString() const = 0;
   /// Full path of the file that the trace came from; empty when it came from none.

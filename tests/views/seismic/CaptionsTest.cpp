@@ -1,6 +1,7 @@
 #include "XOV_Graphics/views/seismic/Captions.h"
 
 #include "SeisDrawing.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
 
 #include <gtest/gtest.h>
 
@@ -113,6 +114,57 @@ TEST(Captions, showUnsetValuesAsTheyAre) {
   EXPECT_EQ(stripCaption(record), QStringLiteral("   (-12345.00) (-12345.00)"));
   record.azimuthDeg = std::numeric_limits<float>::quiet_NaN();
   EXPECT_EQ(azimuthCaption(record), QStringLiteral("  (nan)"));
+}
+
+std::shared_ptr<SacSeismogram> sacRecord(const SacHeader& header) {
+  return std::make_shared<SacSeismogram>(header, std::vector<float>{1, 2});
+}
+
+TEST(Captions, leaveOutWhatAHeaderDoesNotHave) {
+  SacHeader header;
+  header.kstnm = "TLY";
+  header.kcmpnm = "BHZ";
+  const auto bare = sacRecord(header);
+  EXPECT_EQ(stripCaption(*bare), QStringLiteral("TLY BHZ"));
+  EXPECT_EQ(azimuthCaption(*bare), QStringLiteral("TLY"));
+  EXPECT_EQ(distanceCaption(*bare), QString());
+  EXPECT_EQ(eventCaption(*bare), QString());
+  EXPECT_EQ(regionCaption(*bare), QString());
+  EXPECT_EQ(geometryCaption(*bare), QStringLiteral("Station: TLY"));
+  header.gcarc = 33.456f;
+  header.evdp = 24.4f;
+  header.evla = 38.3f;
+  header.evlo = 142.5f;
+  const auto placed = sacRecord(header);
+  EXPECT_EQ(stripCaption(*placed), QStringLiteral("TLY BHZ (33.46)"));
+  EXPECT_EQ(geometryCaption(*placed), QStringLiteral("Station: TLY / GCARC:33.5 deg"));
+  EXPECT_EQ(eventCaption(*placed), QString::fromUtf8("38.30°N 142.50°E\nDepth =  24 km"));
+  EXPECT_EQ(regionCaption(*placed), QString::fromUtf8("38.30°N 142.50°E\nDepth: 24"));
+}
+
+TEST(Captions, ofACompleteHeaderReadLikeThoseOfAnyRecord) {
+  SacHeader header;
+  header.kstnm = "TLY";
+  header.knetwk = "II";
+  header.kcmpnm = "BHZ";
+  header.kuser0 = "raw";
+  header.gcarc = 33.456f;
+  header.az = 312.06f;
+  header.baz = 98.75f;
+  header.evla = 38.3f;
+  header.evlo = 142.5f;
+  header.evdp = 24.4f;
+  header.o = 0;
+  setReferenceTime(header, QDateTime(QDate(2011, 3, 11), QTime(5, 46, 23, 700), Qt::UTC));
+  const auto sac = sacRecord(header);
+  const auto record = described();
+  record->region = record->geographicRegion = QString::fromUtf8("38.30°N 142.50°E");
+  EXPECT_EQ(eventCaption(*sac), eventCaption(*record));
+  EXPECT_EQ(regionCaption(*sac), regionCaption(*record));
+  EXPECT_EQ(azimuthCaption(*sac), azimuthCaption(*record));
+  EXPECT_EQ(distanceCaption(*sac), distanceCaption(*record));
+  EXPECT_EQ(stripCaption(*sac), stripCaption(*record));
+  EXPECT_EQ(geometryCaption(*sac), geometryCaption(*record));
 }
 
 TEST(Captions, nameAFileWithoutEveryOccurrenceOfSacWhateverItsCase) {

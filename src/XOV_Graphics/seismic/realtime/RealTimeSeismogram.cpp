@@ -123,6 +123,7 @@ float RealTimeSeismogram::originTimeOffset() const { return kUndefinedValue; }
 float RealTimeSeismogram::pTime() const { return kUndefinedValue; }
 float RealTimeSeismogram::timePickKey(int) const { return kUndefinedValue; }
 QString RealTimeSeismogram::pickLabelWithKey(int) const { return QString::fromLatin1(kUndefinedLabel); }
+UnsetNumbers RealTimeSeismogram::unsetNumbers() const { return described_.unsetNumbers(); }
 
 std::shared_ptr<SeisTime> RealTimeSeismogram::mySeisReferenceTime() const { return base_; }
 const SacHeader* RealTimeSeismogram::GetSacHeader() const { return &header_; }

@@ -62,6 +62,7 @@ public:
   float pTime() const override;
   float timePickKey(int key) const override;
   QString pickLabelWithKey(int key) const override;
+  UnsetNumbers unsetNumbers() const override;
 
   /// The base time.
   std::shared_ptr<SeisTime> mySeisReferenceTime() const override;

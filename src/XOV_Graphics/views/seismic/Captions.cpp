@@ -1,6 +1,9 @@
 #include "XOV_Graphics/views/seismic/Captions.h"
 
 #include "XOV_Graphics/base/Numbers.h"
+#include "XOV_Graphics/seismic/Undefined.h"
+
+#include <QStringList>
 
 namespace xov {
 
@@ -16,36 +19,86 @@ QString fixed(float value, int width, int decimals) {
 
 QString wholeDegrees(float degrees) { return fixed(degrees, degrees > kThreeDigitsAbove ? 3 : 2, 0); }
 
+QString inBrackets(const QString& text) { return QLatin1Char('(') + text + QLatin1Char(')'); }
+
+// The parts of a caption, of those records that leave out what is not set without the parts that say nothing.
+class CaptionParts {
+public:
+  explicit CaptionParts(const SeismogramRecord& record)
+      : leavesOut_(record.unsetNumbers() == UnsetNumbers::LeftOut) {}
+
+  CaptionParts& addText(const QString& text) { return add(!text.isEmpty(), text); }
+  CaptionParts& addNamedText(const char* name, const QString& text) {
+    return add(!text.isEmpty(), QLatin1String(name) + text);
+  }
+  CaptionParts& addNumber(float number, const QString& text) { return add(isDefined(double(number)), text); }
+
+  QString joined(const char* separator) const { return parts_.join(QLatin1String(separator)); }
+
+private:
+  CaptionParts& add(bool isSet, const QString& part) {
+    if (isSet || !leavesOut_) parts_ << part;
+    return *this;
+  }
+
+  bool leavesOut_;
+  QStringList parts_;
+};
+
+// "region\nOrigin Time:time / depth".
+QString originCaption(const SeismogramRecord& record, const QString& region, const QString& depth) {
+  const QString origin = CaptionParts(record)
+                             .addNamedText("Origin Time:", record.oTimeString())
+                             .addNumber(record.evdp(), depth)
+                             .joined(" / ");
+  return CaptionParts(record).addText(region).addText(origin).joined("\n");
+}
+
 } // namespace
 
 QString eventCaption(const SeismogramRecord& record) {
-  return QStringLiteral("%1\nOrigin Time:%2 / Depth = %3 km")
-      .arg(record.flinnEngdahlString(), record.oTimeString(), fixed(record.evdp(), 3, 0));
+  const QString depth = QLatin1String("Depth = ") + fixed(record.evdp(), 3, 0) + QLatin1String(" km");
+  return originCaption(record, record.flinnEngdahlString(), depth);
 }
 
 QString azimuthCaption(const SeismogramRecord& record) {
-  return QStringLiteral("%1 %2 (%3)").arg(record.kstnm(), record.knetwk(), wholeDegrees(record.azimuth()));
+  return CaptionParts(record)
+      .addText(record.kstnm())
+      .addText(record.knetwk())
+      .addNumber(record.azimuth(), inBrackets(wholeDegrees(record.azimuth())))
+      .joined(" ");
 }
 
 QString distanceCaption(const SeismogramRecord& record) {
-  return QStringLiteral("%1 (%2)").arg(record.kuser0(), wholeDegrees(record.gcarc()));
+  return CaptionParts(record)
+      .addText(record.kuser0())
+      .addNumber(record.gcarc(), inBrackets(wholeDegrees(record.gcarc())))
+      .joined(" ");
 }
 
 QString stripCaption(const SeismogramRecord& record) {
-  return QStringLiteral("%1 %2 %3 (%4) (%5)")
-      .arg(record.kstnm(), record.knetwk(), record.kcmpnm(), fixed(record.gcarc(), 0, 2),
-           fixed(record.azimuth(), 0, 2));
+  return CaptionParts(record)
+      .addText(record.kstnm())
+      .addText(record.knetwk())
+      .addText(record.kcmpnm())
+      .addNumber(record.gcarc(), inBrackets(fixed(record.gcarc(), 0, 2)))
+      .addNumber(record.azimuth(), inBrackets(fixed(record.azimuth(), 0, 2)))
+      .joined(" ");
 }
 
 QString regionCaption(const SeismogramRecord& record) {
-  return QStringLiteral("%1\nOrigin Time:%2 / Depth:%3")
-      .arg(record.flinnEngdahlGeographicRegion(), record.oTimeString(), fixed(record.evdp(), 3, 0));
+  return originCaption(record, record.flinnEngdahlGeographicRegion(),
+                       QLatin1String("Depth:") + fixed(record.evdp(), 3, 0));
 }
 
 QString geometryCaption(const SeismogramRecord& record) {
-  return QStringLiteral("Station: %1-%2 / GCARC:%3 deg / AZ:%4 / BAZ:%5")
-      .arg(record.kstnm(), record.knetwk(), fixed(record.gcarc(), 3, 1), fixed(record.azimuth(), 5, 1),
-           fixed(record.backazimuth(), 5, 1));
+  const QString station = CaptionParts(record).addText(record.kstnm()).addText(record.knetwk()).joined("-");
+  return CaptionParts(record)
+      .addNamedText("Station: ", station)
+      .addNumber(record.gcarc(), QLatin1String("GCARC:") + fixed(record.gcarc(), 3, 1) + QLatin1String(" deg"))
+      .addNumber(record.azimuth(), QLatin1String("AZ:") + fixed(record.azimuth(), 5, 1))
+      .addNumber(record.backazimuth(), QLatin1String("BAZ:") + fixed(record.backazimuth(), 5, 1))
+      .joined(" / ");
 }
 
 QString peakCaption(const SeismogramRecord& record) {

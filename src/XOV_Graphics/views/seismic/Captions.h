@@ -8,7 +8,8 @@
 namespace xov {
 
 // The texts that the seismogram views write beside their traces. Numbers are rounded as printf() rounds, with a point
-// in every locale; values that are not set are shown as they are, and a missing text is an empty text.
+// in every locale. Values that are not set are shown as they are, and a missing text is an empty text; of records
+// that ask for it (SeismogramRecord::unsetNumbers()) both are left out, with what separates them from the next.
 
 /// "region\nOrigin Time:time / Depth =  12 km".
 XOV_EXPORT QString eventCaption(const SeismogramRecord& record);

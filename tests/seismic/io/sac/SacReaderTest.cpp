@@ -124,7 +124,7 @@ TEST_P(SacReaderOrders, readsTextsAndGeometry) {
   EXPECT_EQ(trace->labelString(), QStringLiteral("II.TLY.00.BHZ"));
   EXPECT_EQ(trace->GetSacHeader()->kevnm.text(), QStringLiteral("FUNCGEN: IMPULSE"));
   EXPECT_EQ(trace->kuser0(), QStringLiteral("obs"));
-  EXPECT_EQ(trace->evdp(), 24400);
+  EXPECT_EQ(trace->evdp(), 24.4F); // the header has metres
   EXPECT_EQ(trace->gcarc(), 30.0855F);
   EXPECT_EQ(trace->azimuth(), 309.0148F);
   EXPECT_EQ(trace->backazimuth(), 110.5F);
