@@ -196,6 +196,34 @@ TEST_F(Axes, labelIsLeftAloneBelowModeTwo) {
   EXPECT_STREQ(label_, "");
 }
 
+TEST_F(Axes, namedCodesDrawWhatTheNumbersDo) {
+  ASetYAxisPowerFlag(1);
+  constexpr struct {
+    AxisSide name;
+    int axis;
+    int side;
+  } kSides[] = {{AxisSide::Bottom, 1, 3}, {AxisSide::Top, 1, 4}, {AxisSide::Left, 2, 1}, {AxisSide::Right, 2, 2}};
+  for (const auto& side : kSides) {
+    for (const AxisDetail detail : {AxisDetail::Frame, AxisDetail::Ticks, AxisDetail::Labels}) {
+      const auto drawn = [&](const auto& drawAxis) {
+        path_->removeAllPoints();
+        recording_.clear();
+        char label[32] = "Moment";
+        {
+          const GraphicsContext::Pass pass(recording_);
+          drawAxis(std::span<char>(label));
+        }
+        return std::tuple(path_->shape(), strings(), std::string(label), gJustify);
+      };
+      const auto named = drawn([&](std::span<char> label) { ADrawAxis(label, side.name, detail, 0, 1e6f, 2e5f); });
+      const auto numbered =
+          drawn([&](std::span<char> label) { ADrawAxis(label, side.axis, side.side, int(detail), 0, 1e6f, 2e5f); });
+      EXPECT_EQ(named, numbered) << side.axis << " " << side.side << " " << int(detail);
+      EXPECT_FALSE(std::get<0>(named).isEmpty());
+    }
+  }
+}
+
 TEST_F(Axes, aNullLabelIsAnEmptyOne) {
   ASetYAxisPowerFlag(1);
   const GraphicsContext::Pass pass(recording_);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/graphics/AxisCodes.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -113,23 +114,29 @@ XOV_EXPORT void ASetAxisRect(float left, float right, float top, float bottom);
 /// n - kAxisSuffixSize characters always has room for what ADrawAxis() appends.
 inline constexpr std::size_t kAxisSuffixSize = 16;
 
-/// Draws one axis of the frame set with ASetAxisRect(): `axis` 1 is X, with `side` 3 (bottom) or 4 (top); `axis` 2 is
-/// Y, with `side` 1 (left) or 2 (right); any other combination draws nothing. `mode` 0 draws the frame lines, 1 adds
-/// the ticks, 2 and above the tick labels and the axis label: the text in `label`, to which the power-of-ten suffix
-/// is appended. The label stands below the frame (X bottom, centred), above it (X top, starting at the centre), at
-/// the upper left corner (Y left) or above the frame (Y right), and leaves its justification in gJustify.
+/// Draws one axis of the frame set with ASetAxisRect(): its lines, its ticks, its tick labels and with them the axis
+/// label: the text in `label`, to which the power-of-ten suffix is appended. The label stands below the frame
+/// (bottom, centred), above it (top, starting at the centre), at the upper left corner (left) or above the frame
+/// (right), and leaves its justification in gJustify.
 ///
 /// `lower` and `upper` are the data values at the left or bottom and at the right or top end; `interval` is the
-/// distance of major ticks in the same unit, 0 for one that suits the axis length and the font size. Equal, infinite
-/// or NaN limits, and an interval that asks for more than 5000 ticks, draw the frame and the label only.
+/// distance of major ticks in the same unit. Equal, infinite or NaN limits, and an interval that asks for more than
+/// 5000 ticks, draw the frame and the label only.
 ///
-/// `label` must have room for the suffix, see kAxisSuffixSize. Null stands for an empty label.
-XOV_EXPORT void ADrawAxis(char* label, int axis, int side, int mode, float lower, float upper, float interval);
+/// The suffix is always drawn, but the buffer stays as it is when the suffix does not fit into it. A text without
+/// terminator ends where the buffer ends.
+XOV_EXPORT void ADrawAxis(std::span<char> label, AxisSide side, AxisDetail detail, float lower, float upper,
+                          float interval = kAutomaticInterval);
 
-/// The same for a label buffer of known size: the suffix is always drawn, but the buffer stays as it is when the
-/// suffix does not fit into it. A text without terminator ends where the buffer ends.
+/// The same with codes: `axis` 1 is X, with `side` 3 (bottom) or 4 (top); `axis` 2 is Y, with `side` 1 (left) or 2
+/// (right); any other combination draws nothing. `mode` 0 and below draws the frame lines, 1 adds the ticks, 2 and
+/// above the labels.
 XOV_EXPORT void ADrawAxis(std::span<char> label, int axis, int side, int mode, float lower, float upper,
                           float interval);
+
+/// The same for a label buffer of unknown size, which must have room for the suffix, see kAxisSuffixSize. Null stands
+/// for an empty label.
+XOV_EXPORT void ADrawAxis(char* label, int axis, int side, int mode, float lower, float upper, float interval);
 
 /// Draws an X axis without its label: both horizontal edges of the frame, ticks inwards from both (from the lower one
 /// alone when the frame has no height) and labels below the frame. Sides 3 and 4 draw the same. Mind that `upper`

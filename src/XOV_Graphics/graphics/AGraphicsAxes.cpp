@@ -4,24 +4,18 @@
 #include "XOV_Graphics/graphics/LinearAxis.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 #include <string>
 
 namespace xov {
 
 namespace {
 
-// The codes of the axis functions.
+// The codes of the axis functions, beside those of AxisCodes.h.
 constexpr int kXAxis = 1;
 constexpr int kYAxis = 2;
-constexpr int kSideLeft = 1;
-constexpr int kSideRight = 2;
-constexpr int kSideBottom = 3;
-constexpr int kSideTop = 4;
-constexpr int kModeTicks = 1;
-constexpr int kModeLabels = 2;
 
 // Where axis labels stand, in font sizes.
 constexpr float kXLabelOffset = 2.5f;
@@ -57,33 +51,59 @@ LabelPoint forRightAxis(const AxisFrame& frame, float fontSize) {
 }
 
 struct AxisKind {
-  int axis;
-  int side;
-  void (*drawAxis)(int side, char* suffix, int mode, float upper, float lower, float interval);
+  AxisSide side;
   int labelJustify;
   LabelPoint (*labelPoint)(const AxisFrame& frame, float fontSize);
 };
 
 constexpr AxisKind kAxisKinds[] = {
-    {kXAxis, kSideBottom, AXlinAxis, kJustifyCenter, belowFrame},
-    {kXAxis, kSideTop, AXlinAxis, kJustifyLeft, aboveFrame},
-    {kYAxis, kSideLeft, AYlinAxis, kJustifyLeft, atUpperLeftCorner},
-    {kYAxis, kSideRight, AYlinAxis, kJustifyCenter, forRightAxis},
+    {AxisSide::Left, kJustifyLeft, atUpperLeftCorner},
+    {AxisSide::Right, kJustifyCenter, forRightAxis},
+    {AxisSide::Bottom, kJustifyCenter, belowFrame},
+    {AxisSide::Top, kJustifyLeft, aboveFrame},
 };
 
-AxisDetail detailOf(int mode) {
-  if (mode >= kModeLabels) return AxisDetail::Labels;
-  return mode >= kModeTicks ? AxisDetail::Ticks : AxisDetail::Frame;
+const AxisKind& kindOf(AxisSide side) {
+  return *std::find_if(std::begin(kAxisKinds), std::end(kAxisKinds),
+                       [side](const AxisKind& kind) { return kind.side == side; });
 }
 
-LinearAxisRequest requestFor(int mode, float upper, float lower, float interval) {
+AxisDirection directionOf(AxisSide side) {
+  return side == AxisSide::Left || side == AxisSide::Right ? AxisDirection::Y : AxisDirection::X;
+}
+
+std::optional<AxisSide> sideOf(int axis, int side) {
+  for (const AxisKind& kind : kAxisKinds) {
+    const int itsAxis = directionOf(kind.side) == AxisDirection::X ? kXAxis : kYAxis;
+    if (axis == itsAxis && side == int(kind.side)) return kind.side;
+  }
+  return std::nullopt;
+}
+
+AxisDetail detailOf(int mode) {
+  return AxisDetail(std::clamp(mode, int(AxisDetail::Frame), int(AxisDetail::Labels)));
+}
+
+struct AxisInterval {
+  float lower;
+  float upper;
+  float step;
+};
+
+LinearAxisRequest requestFor(AxisSide side, AxisDetail detail, const AxisInterval& interval) {
+  const bool isX = directionOf(side) == AxisDirection::X;
   LinearAxisRequest request;
+  request.direction = directionOf(side);
   request.frame = aGraphicsState().axisRect;
-  request.detail = detailOf(mode);
+  request.line = side == AxisSide::Right ? AxisLine::AtEnd : AxisLine::AtStart;
+  request.detail = detail;
   request.fontSize = gFontsize;
-  request.lower = lower;
-  request.upper = upper;
-  request.interval = interval;
+  request.lower = interval.lower;
+  request.upper = interval.upper;
+  request.interval = interval.step;
+  request.mayScaleLabels = mayScaleLabels(side);
+  request.minorTicks = (isX ? gXsecTic : gYsecTic) != 0;
+  request.invertSigns = !isX && gPosDown != 0;
   return request;
 }
 
@@ -94,20 +114,31 @@ void drawSegments(const std::vector<AxisSegment>& segments) {
   }
 }
 
-void drawAxis(const LinearAxis& axis, int labelJustify) {
+// Draws all of an axis but its label, and returns the suffix that the label gets.
+std::string drawTicked(AxisSide side, AxisDetail detail, const AxisInterval& interval) {
+  const LinearAxis axis = layoutLinearAxis(requestFor(side, detail, interval));
+  const int justify = directionOf(side) == AxisDirection::X ? kJustifyCenter : kJustifyRight;
+  // Y axes leave their justification behind even where they have no labels.
+  if (directionOf(side) == AxisDirection::Y) ASetJustify(justify);
   drawSegments(axis.frame);
   drawSegments(axis.ticks);
   for (const AxisLabel& label : axis.labels) {
-    ASetJustify(labelJustify);
+    ASetJustify(justify);
     ADrawStr(label.text.c_str(), label.x, label.y);
   }
+  return axis.suffix;
 }
 
-void writeSuffix(const LinearAxis& axis, char* suffix) {
-  if (suffix != nullptr) std::snprintf(suffix, kAxisSuffixSize, "%s", axis.suffix.c_str());
+void writeSuffix(const std::string& text, char* suffix) {
+  if (suffix != nullptr) std::snprintf(suffix, kAxisSuffixSize, "%s", text.c_str());
 }
 
 } // namespace
+
+bool mayScaleLabels(AxisSide side) {
+  const AGraphicsState& state = aGraphicsState();
+  return (directionOf(side) == AxisDirection::X ? state.xPowerFlag : state.yPowerFlag) != 0;
+}
 
 void ASetAxisRect(float left, float right, float top, float bottom) {
   const auto as16Bits = [](float value) { return std::int16_t(towardZero(value)); };
@@ -115,42 +146,29 @@ void ASetAxisRect(float left, float right, float top, float bottom) {
 }
 
 void AXlinAxis(int, char* suffix, int mode, float upper, float lower, float interval) {
-  LinearAxisRequest request = requestFor(mode, upper, lower, interval);
-  request.mayScaleLabels = aGraphicsState().xPowerFlag != 0;
-  request.minorTicks = gXsecTic != 0;
-  const LinearAxis axis = layoutLinearAxis(request);
-  writeSuffix(axis, suffix);
-  drawAxis(axis, kJustifyCenter);
+  writeSuffix(drawTicked(AxisSide::Bottom, detailOf(mode), {lower, upper, interval}), suffix);
 }
 
 void AYlinAxis(int side, char* suffix, int mode, float upper, float lower, float interval) {
-  LinearAxisRequest request = requestFor(mode, upper, lower, interval);
-  request.direction = AxisDirection::Y;
-  request.line = side == kSideRight ? AxisLine::AtEnd : AxisLine::AtStart;
-  request.mayScaleLabels = aGraphicsState().yPowerFlag != 0;
-  request.minorTicks = gYsecTic != 0;
-  request.invertSigns = gPosDown != 0;
-  const LinearAxis axis = layoutLinearAxis(request);
-  writeSuffix(axis, suffix);
-  ASetJustify(kJustifyRight);
-  drawAxis(axis, kJustifyRight);
+  const AxisSide line = side == int(AxisSide::Right) ? AxisSide::Right : AxisSide::Left;
+  writeSuffix(drawTicked(line, detailOf(mode), {lower, upper, interval}), suffix);
+}
+
+void ADrawAxis(std::span<char> label, AxisSide side, AxisDetail detail, float lower, float upper, float interval) {
+  const std::string suffix = drawTicked(side, detail, {lower, upper, interval});
+  if (detail != AxisDetail::Labels) return;
+
+  std::string text(label.begin(), std::find(label.begin(), label.end(), '\0'));
+  text += suffix;
+  if (text.size() < label.size()) std::memcpy(label.data(), text.c_str(), text.size() + 1);
+  const AxisKind& kind = kindOf(side);
+  ASetJustify(kind.labelJustify);
+  const LabelPoint point = kind.labelPoint(aGraphicsState().axisRect, float(gFontsize));
+  ADrawStr(text.c_str(), point.x, point.y);
 }
 
 void ADrawAxis(std::span<char> label, int axis, int side, int mode, float lower, float upper, float interval) {
-  const auto kind = std::find_if(std::begin(kAxisKinds), std::end(kAxisKinds),
-                                 [&](const AxisKind& k) { return k.axis == axis && k.side == side; });
-  if (kind == std::end(kAxisKinds)) return;
-
-  std::array<char, kAxisSuffixSize> suffix{};
-  kind->drawAxis(side, suffix.data(), mode, upper, lower, interval);
-  if (mode < kModeLabels) return;
-
-  std::string text(label.begin(), std::find(label.begin(), label.end(), '\0'));
-  text += suffix.data();
-  if (text.size() < label.size()) std::memcpy(label.data(), text.c_str(), text.size() + 1);
-  ASetJustify(kind->labelJustify);
-  const LabelPoint point = kind->labelPoint(aGraphicsState().axisRect, float(gFontsize));
-  ADrawStr(text.c_str(), point.x, point.y);
+  if (const auto edge = sideOf(axis, side)) ADrawAxis(label, *edge, detailOf(mode), lower, upper, interval);
 }
 
 void ADrawAxis(char* label, int axis, int side, int mode, float lower, float upper, float interval) {

@@ -20,6 +20,9 @@ struct AGraphicsState {
 
 AGraphicsState& aGraphicsState();
 
+/// Whether the power flag of the axes along that side is set, so that their label may grow by a suffix.
+bool mayScaleLabels(AxisSide side);
+
 /// The codes of gJustify that axes use.
 inline constexpr int kJustifyLeft = 1;
 inline constexpr int kJustifyCenter = 2;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "XOV_Graphics/graphics/AxisCodes.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -19,7 +21,6 @@ enum class AxisLine : std::uint8_t {
   AtStart,
   AtEnd
 }; ///< the left or lower edge of the frame, the right or upper one
-enum class AxisDetail : std::uint8_t { Frame, Ticks, Labels };
 
 /// What the layout of a linear axis follows from.
 struct LinearAxisRequest {

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/views/base/XOVView.h"
 
+#include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/RecordingContext.h"
 
@@ -7,6 +8,7 @@
 
 #include <QDateTime>
 
+#include <cstring>
 #include <memory>
 
 namespace xov {
@@ -55,6 +57,41 @@ TEST(XOVView, startsWithTheDefaultsOfEveryField) {
   EXPECT_EQ(view._mouseTrackTimer(), nullptr);
   EXPECT_STREQ(view.xLabel(), "");
   EXPECT_EQ(view.controller(), nullptr);
+}
+
+/// Shows what subclasses may call.
+class LabelledView : public XOVView {
+public:
+  using XOVView::addAxis;
+  using XOVView::beginAxes;
+  using XOVView::LabelRoom;
+  using XOVView::setXLabel;
+};
+
+TEST(XOVView, anAxisLabelFillsItsBuffer) {
+  LabelledView view;
+  const QString text(100, QLatin1Char('x'));
+  view.setXLabel(text);
+  EXPECT_EQ(std::strlen(view.xLabel()), 63u);
+  view.setXLabel(text, LabelledView::LabelRoom::ExceptPowerOfTen);
+  EXPECT_EQ(std::strlen(view.xLabel()), 47u);
+  // Two bytes a letter: 31 of them, and none by half.
+  view.setXLabel(QString(100, QChar(0x00E4)));
+  EXPECT_EQ(QString::fromUtf8(view.xLabel()), QString(31, QChar(0x00E4)));
+}
+
+TEST(XOVView, onlyAnAxisThatAPowerOfTenMayFollowKeepsRoomForIt) {
+  LabelledView view;
+  const QString text(100, QLatin1Char('x'));
+  RecordingContext recording;
+  const GraphicsContext::Pass pass(recording);
+  view.beginAxes({50, 50, 400, 300});
+  ASetYAxisPowerFlag(1);
+  view.addAxis(AxisSide::Bottom, text, 0, 10);
+  view.addAxis(AxisSide::Left, text, 0, 10);
+  const QStringList drawn = recording.strings();
+  EXPECT_TRUE(drawn.contains(QString(63, QLatin1Char('x'))));
+  EXPECT_TRUE(drawn.contains(QString(47, QLatin1Char('x'))));
 }
 
 TEST(XOVView, aViewOf200By100PointsIsLaidOut) {

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/views/base/XOVView.h"
 
 #include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/graphics/AGraphicsState.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
 
@@ -28,8 +29,6 @@ constexpr double kTitleTopGap = 4;
 constexpr double kTimeStampGap = 6;
 constexpr double kPointsPerInch = 72;
 constexpr float kAxisLineWidth = 0.75f;
-// What the axis functions may append to a label.
-constexpr std::size_t kSuffixRoom = 16;
 
 // Two digits behind the point, in every locale, with halves rounded to even as printf() does.
 QString inches(double points) {
@@ -96,9 +95,10 @@ void XOVView::setTitleFontSize(float size) { titleAttributes_->setFont(QStringLi
 
 void XOVView::setTitleColor(const QColor& color) { titleAttributes_->setColor(color); }
 
-void XOVView::setXLabel(const QString& text) {
+void XOVView::setXLabel(const QString& text, LabelRoom room) {
+  const std::size_t kept = room == LabelRoom::ExceptPowerOfTen ? kAxisSuffixSize : 0;
   QByteArray bytes = text.toUtf8();
-  qsizetype length = std::min(bytes.size(), qsizetype(kLabelBufferSize - kSuffixRoom - 1));
+  qsizetype length = std::min(bytes.size(), qsizetype(kLabelBufferSize - kept - 1));
   // Never cut inside a character.
   while (length > 0 && length < bytes.size() && (uchar(bytes[length]) & 0xC0) == 0x80)
     --length;
@@ -179,6 +179,11 @@ void XOVView::beginAxes(const QRectF& frame) {
   ASetAxisRect(float(frame.x()), float(frame.x() + frame.width()), float(frame.y() + frame.height()),
                float(frame.y()));
   ASetLineWidth(kAxisLineWidth);
+}
+
+void XOVView::addAxis(AxisSide side, const QString& label, float lower, float upper, float interval) {
+  setXLabel(label, mayScaleLabels(side) ? LabelRoom::ExceptPowerOfTen : LabelRoom::All);
+  ADrawAxis(xLabel_, side, AxisDetail::Labels, lower, upper, interval);
 }
 
 void XOVView::emptyAxisPath() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/graphics/AxisCodes.h"
 #include "XOV_Graphics/platform/Pasteboard.h"
 #include "XOV_Graphics/platform/Path.h"
 #include "XOV_Graphics/platform/SavePanel.h"
@@ -195,13 +196,19 @@ public:
 protected:
   void contextMenuEvent(QContextMenuEvent* event) override;
 
-  /// Fills the xLabel buffer, cut so that the axis functions can append their power of ten.
-  void setXLabel(const QString& text);
+  /// How much of the xLabel buffer a text may take.
+  enum class LabelRoom { All, ExceptPowerOfTen };
+  /// Fills the xLabel buffer, cut between characters: at its size, or so that the axis functions can append their
+  /// power of ten.
+  void setXLabel(const QString& text, LabelRoom room = LabelRoom::All);
   /// White paper with a black line around it, the start of most views' drawing.
   void drawPaper();
   /// Resets the axis functions and hands them the emptied axis path, labelAttributes and a data frame to draw around,
   /// with lines of 0.75 points.
   void beginAxes(const QRectF& frame);
+  /// Adds one axis, ticks, labels and all, to those begun with beginAxes(). The label goes through the xLabel buffer;
+  /// where the power flag of the axis is set it is cut so that a power of ten can follow.
+  void addAxis(AxisSide side, const QString& label, float lower, float upper, float interval = kAutomaticInterval);
   void emptyAxisPath();
   void strokeAxisPath();
 

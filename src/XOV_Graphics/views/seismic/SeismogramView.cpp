@@ -1,20 +1,10 @@
 #include "XOV_Graphics/views/seismic/SeismogramView.h"
 
-#include "XOV_Graphics/graphics/AGraphics.h"
-
 #include <cmath>
 
 namespace xov {
 
 namespace {
-
-// Codes of ADrawAxis().
-constexpr int kXAxis = 1;
-constexpr int kYAxis = 2;
-constexpr int kLeftSide = 1;
-constexpr int kBottomSide = 3;
-constexpr int kWithLabels = 2;
-constexpr float kAutomaticInterval = 0;
 
 // The frame of an axis is kept in 16 bits; beyond them it would wrap around into the picture.
 constexpr double kAxisReach = 32767;
@@ -68,15 +58,9 @@ void SeismogramView::strokeDottedLine(QPointF from, QPointF to, double width, co
   GraphicsContext::current().strokePath(line);
 }
 
-void SeismogramView::addTimeAxis(const QString& label) {
-  setXLabel(label);
-  ADrawAxis(xLabel_, kXAxis, kBottomSide, kWithLabels, xmin_, xmax_, kAutomaticInterval);
-}
+void SeismogramView::addTimeAxis(const QString& label) { addAxis(AxisSide::Bottom, label, xmin_, xmax_); }
 
-void SeismogramView::addAmplitudeAxis(const QString& label) {
-  setXLabel(label);
-  ADrawAxis(xLabel_, kYAxis, kLeftSide, kWithLabels, ymin_, ymax_, kAutomaticInterval);
-}
+void SeismogramView::addAmplitudeAxis(const QString& label) { addAxis(AxisSide::Left, label, ymin_, ymax_); }
 
 void SeismogramView::drawTimeAxisUnder(double left, double right, double bottom) {
   if (!(std::abs(left) <= kAxisReach && std::abs(right) <= kAxisReach && std::abs(bottom) <= kAxisReach)) return;
