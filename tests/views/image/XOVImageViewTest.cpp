@@ -301,6 +301,46 @@ TEST_F(ImageView, whatLiesBeyondThePictureStaysWhite) {
   EXPECT_EQ(image.target, QRectF(64, 50, 202, 320));
 }
 
+TEST_F(ImageView, missingCellsHaveTheLowestColourUnlessTheyAreTransparent) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  const auto grid = gridOf({0, nan, 2, 4});
+  XOVImageView image(QRectF(0, 0, 400, 300));
+  image.setUseTopoValues(false);
+  EXPECT_FALSE(image.missingCellsTransparent());
+  image.setupImageDataNROWSNCOLS(grid, 2, 2);
+  EXPECT_FALSE(image.anImage().hasAlphaChannel());
+  const QImage opaque = image.anImage();
+  image.setMissingCellsTransparent(true);
+  image.updateImagePlanes();
+  const QImage picture = image.anImage();
+  EXPECT_EQ(qAlpha(picture.pixel(1, 0)), 0);
+  for (const QPoint cell : {QPoint(0, 0), QPoint(0, 1), QPoint(1, 1)})
+    EXPECT_EQ(picture.pixel(cell), opaque.pixel(cell));
+  // The paper shows through: the cell covers the upper right quarter of the data frame.
+  const QImage snapshot = image.snapshot();
+  const QPointF middle(image.iRect().x() + 0.75 * image.iRect().width(),
+                       300 - (image.iRect().y() + 0.75 * image.iRect().height()));
+  const double ratio = snapshot.width() / 400.0;
+  EXPECT_EQ(snapshot.pixel((middle * ratio).toPoint()), qRgb(255, 255, 255));
+  // Without missing cells there is nothing to see through.
+  image.setupImageDataNROWSNCOLS(gridOf({0, 1, 2, 4}), 2, 2);
+  EXPECT_FALSE(image.anImage().hasAlphaChannel());
+}
+
+TEST_F(ImageView, tellsWhetherThePeakLiesInAnOutermostRowOrColumn) {
+  XOVImageView image(QRectF(0, 0, 400, 300));
+  EXPECT_FALSE(image.isPeakOnGridEdge());
+  for (int peak = 0; peak < 16; ++peak) {
+    std::vector<float> values(16, 1);
+    values[std::size_t(peak)] = 2;
+    image.setupImageDataNROWSNCOLS(gridOf(values), 4, 4);
+    const bool inside = peak == 5 || peak == 6 || peak == 9 || peak == 10;
+    EXPECT_EQ(image.isPeakOnGridEdge(), !inside) << peak;
+  }
+  image.setupImageDataNROWSNCOLS(gridOf(std::vector<float>(4, std::numeric_limits<float>::quiet_NaN())), 2, 2);
+  EXPECT_FALSE(image.isPeakOnGridEdge());
+}
+
 TEST_F(ImageView, cellsKeepSharpEdgesOnPixels) {
   view.setUseTopoValues(false);
   hand({0, 1, 1, 0}, 2, 2);

@@ -130,6 +130,40 @@ TEST_F(FKImageView, aRangeOfExactlyTwoTenthsKeepsTheDensestTicks) {
   EXPECT_EQ(xLabels(labelsFor(-0.1F, 0.1F)).size(), 9);
 }
 
+// Ranges 1.5, 6, 8 and 360 have 0.2, 1, 1 and 50 between ticks: 1.5 / 10 = 0.15 is rounded up to 0.2.
+TEST_F(FKImageView, ticksGrowWiderOverRangesAboveOne) {
+  EXPECT_EQ(xLabels(labelsFor(-0.75F, 0.75F)).size(), 7) << "−0.6 … 0.6";
+  EXPECT_EQ(xLabels(labelsFor(-3, 3)).size(), 7);
+  EXPECT_EQ(xLabels(labelsFor(-4, 4)).size(), 9);
+  EXPECT_EQ(xLabels(labelsFor(0, 360)).size(), 8) << "0 … 350";
+  view.setXLimitsMinMax(0, 360);
+  view.setYLimitsMinMax(-90, 90); // what a view has at first: 180 / 10 = 18, rounded up to 20
+  const QStringList labels = recordedStep([this] { view.drawAxes(); }).strings();
+  EXPECT_LE(labels.size(), 25);
+}
+
+TEST_F(FKImageView, noAxisHasMoreThanTwentyOneLabels) {
+  for (float range = 0.06F; range < 1e6F; range *= 1.07F) {
+    const int labels = int(xLabels(labelsFor(-range / 2, range / 2)).size());
+    EXPECT_LE(labels, 21) << range;
+    EXPECT_GE(labels, 3) << range;
+  }
+}
+
+TEST_F(FKImageView, aWideNorthAxisHasAnIntervalOfItsOwn) {
+  view.setXLimitsMinMax(-0.5F, 0.5F);
+  view.setYLimitsMinMax(-20, 20); // 40 / 10 = 4, rounded up to 5
+  view.computeRects();
+  const QStringList labels = recordedStep([this] { view.drawAxes(); }).strings();
+  EXPECT_EQ(xLabels(labels).size(), 11);
+  EXPECT_TRUE(labels.contains(QStringLiteral("-15")));
+  EXPECT_FALSE(labels.contains(QStringLiteral("-16")));
+  // A narrow one shares that of the X axis.
+  view.setYLimitsMinMax(-0.1F, 0.1F);
+  const QStringList narrow = recordedStep([this] { view.drawAxes(); }).strings();
+  EXPECT_FALSE(narrow.contains(QStringLiteral("0.05")));
+}
+
 TEST_F(FKImageView, theAxesHaveTitlesOfTheirOwn) {
   const Recording recording = recorded(view);
   EXPECT_TRUE(recording.textReading(QStringLiteral("East Slowness (s/km)")));
@@ -168,13 +202,14 @@ TEST_F(FKImageView, circlesOfVelocityAreRoundAroundZeroAndClipped) {
   EXPECT_NEAR(box.bottom(), 260 + 206, 0.01);
 }
 
-// All circles are one line: it moves once, and each circle begins where x is largest.
-TEST_F(FKImageView, circlesAreJoinedInTheOrderOfFallingVelocity) {
+// One path, in which each circle begins where x is largest. A line from one to the next would lie on the zero line.
+TEST_F(FKImageView, circlesAreOnePathWithoutLinesBetweenThem) {
   view.computeRects();
   const QPainterPath path = recordedStep([this] { view.drawPhaseVelocityCircles(); }).strokes().at(0).path.shape();
   std::vector<double> starts;
   for (int i = 0; i < path.elementCount(); ++i) {
-    if (path.elementAt(i).isMoveTo() || path.elementAt(i).isLineTo()) starts.push_back(path.elementAt(i).x - 270);
+    EXPECT_FALSE(path.elementAt(i).isLineTo());
+    if (path.elementAt(i).isMoveTo()) starts.push_back(path.elementAt(i).x - 270);
   }
   const double velocities[] = {32, 16, 8, 6, 4, 3, 2};
   ASSERT_EQ(starts.size(), std::size(velocities));

@@ -48,6 +48,8 @@ struct GridNodes {
 struct GridPeak {
   float x = 0;
   float y = 0;
+  std::int32_t row = 0;
+  std::int32_t column = 0;
 };
 
 /// The first of the largest values above −1e30; none where no value is.

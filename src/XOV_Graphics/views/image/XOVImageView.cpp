@@ -7,6 +7,7 @@
 #include "XOV_Graphics/views/image/GridGeometry.h"
 #include "XOV_Graphics/views/image/ImagePlacement.h"
 
+#include <algorithm>
 #include <cmath>
 #include <new>
 
@@ -104,7 +105,7 @@ void XOVImageView::setupNSImage() {
   iSize_ = QSizeF(nc_, nr_);
   const auto bitmap = makeBitmap();
   if (bitmap) colorPlanes(*bitmap);
-  installBitmap(bitmap, bitmap ? bitmap->toOpaqueImage() : QImage());
+  installBitmap(bitmap, bitmap ? pictureOf(*bitmap) : QImage());
   qCInfo(log, "setupNSImage Retain Counts: iRep:%u imageFloats:%u", unsigned(iRep_.use_count() - (bitmap ? 1 : 0)),
          unsigned(imageFloats_.use_count()));
 }
@@ -113,7 +114,7 @@ void XOVImageView::updateImagePlanes() {
   if (nr_ <= 0 || nc_ <= 0) return;
   if (iRep_) {
     colorPlanes(*iRep_);
-    if (showsBitmap()) installBitmap(iRep_, iRep_->toOpaqueImage());
+    if (showsBitmap()) installBitmap(iRep_, pictureOf(*iRep_));
   }
   setNeedsDisplay(true);
 }
@@ -134,6 +135,19 @@ void XOVImageView::colorPlanes(PlanarBitmap& bitmap) const {
   colorGridPlanes(heldCells(), gridColoring(), {bitmap.plane(0), bitmap.plane(1), bitmap.plane(2), bitmap.plane(3)});
 }
 
+QImage XOVImageView::pictureOf(const PlanarBitmap& bitmap) const {
+  QImage picture = bitmap.toOpaqueImage();
+  const std::span<const float> cells = heldCells();
+  const auto isMissing = [](float value) { return std::isnan(value); };
+  if (!missingCellsTransparent_ || std::ranges::none_of(cells, isMissing)) return picture;
+  picture.convertTo(QImage::Format_ARGB32_Premultiplied);
+  const std::size_t held = std::min(cells.size(), std::size_t(picture.width()) * std::size_t(picture.height()));
+  for (std::size_t i = 0; i < held; ++i) {
+    if (isMissing(cells[i])) picture.setPixel(int(i) % picture.width(), int(i) / picture.width(), 0);
+  }
+  return picture;
+}
+
 void XOVImageView::installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, const QImage& picture) {
   iRep_ = bitmap;
   iPlanes_ = {};
@@ -147,6 +161,13 @@ void XOVImageView::computeImagePeakLocation() {
   if (!imageFloats_) return;
   const GridValues grid = GridValues::held(*imageFloats_, nr_, nc_);
   if (const auto peak = findPeak(GridNodes(limits(), nr_, nc_), grid)) setMaxPointXY(peak->x, peak->y);
+}
+
+bool XOVImageView::isPeakOnGridEdge() const {
+  if (!imageFloats_) return false;
+  const GridValues grid = GridValues::held(*imageFloats_, nr_, nc_);
+  const auto peak = findPeak(GridNodes(limits(), nr_, nc_), grid);
+  return peak && (peak->row == 0 || peak->row == nr_ - 1 || peak->column == 0 || peak->column == nc_ - 1);
 }
 
 void XOVImageView::setMaxPointXY(float x, float y) {
@@ -175,6 +196,10 @@ void XOVImageView::drawRect(const QRectF&) {
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   context.setColor(colors::white);
+  drawContents();
+}
+
+void XOVImageView::drawContents() {
   drawImage();
   drawAxes();
 }
@@ -205,18 +230,18 @@ void XOVImageView::beginFramedAxes(const std::shared_ptr<const TextAttributes>& 
   ASetTickLabelAttributes(tickLabels);
 }
 
-void XOVImageView::addAxes(const QString& label, float interval) {
-  setXLabel(label);
-  ADrawAxis(xLabel_, 1, 3, 2, xmin_, xmax_, interval);
+void XOVImageView::addAxes(const QString& label, float xInterval, float yInterval) {
+  addAxis(AxisSide::Bottom, label, xmin_, xmax_, xInterval);
+  // A buffer of its own: xLabel() keeps the label of the X axis.
   std::array<char, kLabelBufferSize> yLabel{};
-  ADrawAxis(yLabel, 2, 1, 2, ymin_, ymax_, interval);
+  ADrawAxis(yLabel, AxisSide::Left, AxisDetail::Labels, ymin_, ymax_, yInterval);
 }
 
 void XOVImageView::drawAxes() {
   if (!showAxes_) return;
   const auto tickLabels = std::make_shared<TextAttributes>(TextAttributes::helvetica(kTickLabelSize));
   beginFramedAxes(tickLabels);
-  addAxes(QStringLiteral(" "), 0);
+  addAxes(QStringLiteral(" "), kAutomaticInterval, kAutomaticInterval);
   drawStringXYHJustVJust(xLabelString_, float(iRect_.x() + 0.5 * iRect_.width()), float(iRect_.y() - kXLabelDrop), 2,
                          3);
   drawRotatedStringXYHJustVJustAngle(yLabelString_, kYLabelLeft, float(iRect_.y() + 0.5 * iRect_.height()), 2, 2, 90);

@@ -92,14 +92,19 @@ public:
   bool useTopoValues() const { return useTopoValues_; }
   void setUseTopoValues(bool use) { useTopoValues_ = use; }
 
+  /// Whether cells without a value (NaN) are left out of the picture, so that the paper shows; off at first: then
+  /// they have the colour of the lowest value. Shows after updateImagePlanes().
+  bool missingCellsTransparent() const { return missingCellsTransparent_; }
+  void setMissingCellsTransparent(bool transparent) { missingCellsTransparent_ = transparent; }
+
   // The picture.
 
   /// Makes bitmap and picture anew. Nothing changes while the grid has no rows or columns.
   virtual void setupNSImage();
   /// Colours the bitmap anew and asks for a redraw. A picture set with setAnImage() stays.
   void updateImagePlanes();
-  /// The picture that is drawn, opaque. A picture of the host's has the nominal size of nc × nr cells, in as many
-  /// pixels as it likes.
+  /// The picture that is drawn, opaque unless missing cells are transparent. A picture of the host's has the nominal
+  /// size of nc × nr cells, in as many pixels as it likes.
   QImage anImage() const { return anImage_; }
   void setAnImage(const QImage& image) { anImage_ = image; }
   /// (nc, nr) as of the last setupNSImage().
@@ -116,6 +121,9 @@ public:
   /// Finds the first of the grid's largest values and keeps its place; without any value above −1e30 the place stays.
   /// The value of a cell is looked up with the number of rows as the stride, which is exact for square grids only.
   void computeImagePeakLocation();
+  /// Whether that place lies in an outermost row or column of the grid, so that the true peak may lie beyond it.
+  /// False without a grid or a value.
+  bool isPeakOnGridEdge() const;
   float xZmax() const { return xZmax_; }
   float yZmax() const { return yZmax_; }
   void setMaxPointXY(float x, float y);
@@ -160,6 +168,8 @@ public:
   bool writeXYZToFile(const QString& path, QString* error = nullptr);
 
 protected:
+  /// The steps of a drawing, after the layout, in a state of its own with white as its colour: picture and axes.
+  virtual void drawContents();
   /// How cells become colours.
   virtual GridColoring gridColoring() const;
   /// The values of the grid that the buffer holds, row after row; empty without a grid.
@@ -168,12 +178,14 @@ protected:
   std::shared_ptr<PlanarBitmap> makeBitmap() const;
   /// Fills the bitmap's planes with the grid's colours.
   void colorPlanes(PlanarBitmap& bitmap) const;
-  /// Makes the bitmap that of the view, with the opaque picture of it; null ones leave the view without.
+  /// The picture of the bitmap of the held cells: opaque, but for missing cells where they are transparent.
+  QImage pictureOf(const PlanarBitmap& bitmap) const;
+  /// Makes the bitmap that of the view, with the picture of it; null ones leave the view without.
   void installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, const QImage& picture);
   /// Strokes the data frame with lines of 2 points in black, and begins axes with tick labels of those attributes.
   void beginFramedAxes(const std::shared_ptr<const TextAttributes>& tickLabels);
   /// Adds an X axis below the frame, with its label, and a Y axis at the left, without one.
-  void addAxes(const QString& label, float interval);
+  void addAxes(const QString& label, float xInterval, float yInterval);
 
   GridFloats imageFloats_;
   GridInts imageInts_;
@@ -207,6 +219,7 @@ protected:
   bool hideImage_ = false;
   bool placesCellsExactly_ = false;
   bool useTopoValues_ = true;
+  bool missingCellsTransparent_ = false;
 
 private:
   bool showsBitmap() const { return iRep_ && !anImage_.isNull() && anImage_.cacheKey() == bitmapPicture_; }

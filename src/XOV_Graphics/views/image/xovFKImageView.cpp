@@ -6,6 +6,9 @@
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace xov {
 
 namespace {
@@ -21,7 +24,23 @@ constexpr float kYLabelLeft = 36;
 
 constexpr double kCircleVelocities[] = {32, 16, 8, 6, 4, 3, 2}; // km/s
 
+// A tenth is too fine for more than the slownesses of body waves: labels of surface waves, and of limits that were
+// never set, would run into each other. Beyond this range there are at most so many intervals, of 1, 2 or 5 times a
+// power of ten.
+constexpr float kWidestFineRange = 1;
+constexpr double kMostIntervals = 10;
+
+float wideInterval(float range) {
+  const double fewest = double(range) / kMostIntervals;
+  const double unit = std::pow(10, std::floor(std::log10(fewest)));
+  for (const double step : {1.0, 2.0, 5.0}) {
+    if (step * unit >= fewest) return float(step * unit);
+  }
+  return float(10 * unit);
+}
+
 float tickInterval(float range) {
+  if (range > kWidestFineRange && std::isfinite(range)) return wideInterval(range);
   if (range > 0.4F) return 0.1F;
   return range > 0.2F ? 0.05F : 0.025F;
 }
@@ -51,7 +70,7 @@ void xovFKImageView::setupNSImage() {
   const auto bitmap = makeBitmap();
   if (bitmap) colorPlanes(*bitmap);
   logCells();
-  const QImage image = bitmap ? bitmap->toOpaqueImage() : QImage();
+  const QImage image = bitmap ? pictureOf(*bitmap) : QImage();
   const auto logHolds = [&] {
     const bool installed = !image.isNull() && anImage_.cacheKey() == image.cacheKey();
     qCInfo(log, "setupNSImage Retain Counts: iRep:%d image:%d", int(bitmap.use_count()), installed ? 2 : 1);
@@ -80,15 +99,7 @@ void xovFKImageView::computeRects() {
   if (!showAxes_) iRect_ = pRect_;
 }
 
-void xovFKImageView::drawRect(const QRectF&) {
-  computeRects();
-  if (inLiveResize()) {
-    drawViewSize();
-    return;
-  }
-  GraphicsContext& context = GraphicsContext::current();
-  const SavedState saved(context);
-  context.setColor(colors::white);
+void xovFKImageView::drawContents() {
   fillBounds();
   drawImage();
   drawAxes();
@@ -102,7 +113,10 @@ void xovFKImageView::drawAxes() {
   if (!showAxes_) return;
   const auto tickLabels = std::make_shared<TextAttributes>(TextAttributes::helvetica(kTickLabelSize));
   beginFramedAxes(tickLabels);
-  addAxes(QStringLiteral("East Slowness (s/km)"), tickInterval(xmax_ - xmin_));
+  const float interval = tickInterval(xmax_ - xmin_);
+  const float northRange = ymax_ - ymin_;
+  addAxes(QStringLiteral("East Slowness (s/km)"), interval,
+          northRange > kWidestFineRange ? std::max(interval, tickInterval(northRange)) : interval);
   drawRotatedStringXYHJustVJustAngle(QStringLiteral("North Slowness (s/km)"), kYLabelLeft,
                                      float(pRect_.y() + 0.5 * pRect_.height()), 2, 2, 90);
   strokeAxisPath();
@@ -121,7 +135,8 @@ void xovFKImageView::drawZeroGrid() {
   context.strokePath(lines);
 }
 
-// One path: each circle is joined to the one before along the line of zero north slowness.
+// One path. Each circle begins anew: lines from one to the next would lie on that of zero north slowness and make it
+// look thicker than the other.
 void xovFKImageView::drawPhaseVelocityCircles() {
   const QPointF zero = dataToView({0, 0}, iRect_, limits());
   const double pointsPerSlowness = iRect_.width() / double(xmax_ - xmin_);
@@ -129,8 +144,10 @@ void xovFKImageView::drawPhaseVelocityCircles() {
   const SavedState saved(context);
   context.setColor(colors::black);
   Path circles;
-  for (const double velocity : kCircleVelocities)
-    circles.appendArc(zero, pointsPerSlowness / velocity, 0, 360);
+  for (const double velocity : kCircleVelocities) {
+    const double radius = pointsPerSlowness / velocity;
+    circles.appendOval({zero.x() - radius, zero.y() - radius, 2 * radius, 2 * radius});
+  }
   context.clipToRect(iRect_);
   context.strokePath(circles);
 }

@@ -26,9 +26,9 @@ public:
   void setupNSImage() override;
   /// pRect (24, 60, width − 48, height − 80); iRect starts 40 points further right, or is pRect without axes.
   void computeRects() override;
-  /// Lays out and draws everything on white; only the view's size while it is being resized.
-  void drawRect(const QRectF& dirty) override;
-  /// The data frame and two axes with one tick interval: 0.025 s/km, from ranges above 0.2 on 0.05, above 0.4 on 0.1.
+  /// The data frame and two axes with one tick interval, by the range of the X axis: 0.025 s/km, above 0.2 s/km 0.05,
+  /// above 0.4 s/km 0.1. Above 1 s/km it grows with the range, for at most 11 labels; a Y axis that is wider than
+  /// that has its own.
   void drawAxes() override;
   /// The lines of zero east and zero north slowness, in black.
   virtual void drawZeroGrid();
@@ -41,6 +41,8 @@ public:
   QImage snapshotFromRect(const QRectF& rect) override;
 
 protected:
+  /// Everything, on white.
+  void drawContents() override;
   GridColoring gridColoring() const override;
 
 private:

@@ -68,15 +68,7 @@ void geoMapView::computeRects() {
   iRect_ = mapRectangle(iRect_, limits(), MapAlign(vAlignPlot_));
 }
 
-void geoMapView::drawRect(const QRectF&) {
-  computeRects();
-  if (inLiveResize()) {
-    drawViewSize();
-    return;
-  }
-  GraphicsContext& context = GraphicsContext::current();
-  const SavedState saved(context);
-  context.setColor(colors::white);
+void geoMapView::drawContents() {
   fillBounds();
   if (!hideImage_) drawImage();
   drawAxes();
@@ -93,7 +85,8 @@ void geoMapView::drawAxes() {
   tickLabels->setColor(colors::darkGray);
   beginFramedAxes(tickLabels);
   ASetFontSize(kTickLabelSize);
-  addAxes(QStringLiteral(" "), mapTickInterval(xmax_ - xmin_));
+  const float interval = mapTickInterval(xmax_ - xmin_);
+  addAxes(QStringLiteral(" "), interval, interval);
   strokeAxisPath();
 }
 

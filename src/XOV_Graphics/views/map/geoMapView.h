@@ -113,9 +113,6 @@ public:
 
   /// Lays out as the base view and then fits the map into iRect, centred from left to right.
   void computeRects() override;
-  /// Everything on white paper: the background unless hideImage(), axes, polygons, points, vectors, title, time
-  /// stamp. Only the view's size while it is being resized.
-  void drawRect(const QRectF& dirty) override;
   /// Ticks every 10 to 90 degrees by the map's width, without titles.
   void drawAxes() override;
   void drawPolygons();
@@ -126,6 +123,11 @@ public:
   void drawVectors();
   /// A picture of the whole view.
   QImage getImageOfView();
+
+protected:
+  /// Everything on white paper: the background unless hideImage(), axes, polygons, points, vectors, title, time
+  /// stamp.
+  void drawContents() override;
 
 private:
   void setImageExtent(const PlotLimits& extent, float dx, float dy);
