@@ -2,14 +2,13 @@
 
 #include "XOV_Graphics/colour/GridColors.h"
 #include "XOV_Graphics/views/image/xovFKImageView.h"
+#include "bench/Contest.h"
 
-#include <QElapsedTimer>
 #include <QLoggingCategory>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <functional>
 #include <vector>
 
 namespace xov::bench {
@@ -21,30 +20,6 @@ constexpr int kColumns = 4320;
 constexpr std::size_t kCells = std::size_t(kRows) * kColumns;
 constexpr int kPowers = 401;
 constexpr double kFrameMs = 1000.0 / 60;
-
-struct Contest {
-  const char* name;
-  std::function<void()> run;
-  std::vector<double> milliseconds = {};
-};
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-// All in turn, so that a change of the machine's mood meets all of them.
-void runInTurn(std::vector<Contest>& contests, int rounds) {
-  for (int round = 0; round <= rounds; ++round) {
-    for (Contest& contest : contests) {
-      QElapsedTimer timer;
-      timer.start();
-      contest.run();
-      // The first round touches the memory.
-      if (round > 0) contest.milliseconds.push_back(double(timer.nsecsElapsed()) / 1e6);
-    }
-  }
-}
 
 // Every row of the topography, in waves of some hundred cells with noise of a few metres.
 std::vector<float> elevations() {

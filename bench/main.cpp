@@ -3,6 +3,7 @@
 #include "bench/Grids.h"
 #include "bench/LiveDisplay.h"
 #include "bench/Measure.h"
+#include "bench/Plots.h"
 #include "bench/Reading.h"
 #include "bench/Report.h"
 
@@ -50,17 +51,21 @@ int main(int argc, char** argv) {
   std::vector<std::string> names = workNames();
   bool wantsGrids = true;
   bool wantsReading = true;
+  bool wantsPlots = true;
   for (const std::string& name : liveDisplayNames())
     names.push_back(name);
   if (parser.isSet(QStringLiteral("works"))) {
     names.clear();
     wantsGrids = false;
     wantsReading = false;
+    wantsPlots = false;
     for (const QString& name : parser.value(QStringLiteral("works")).split(QLatin1Char(','))) {
       if (name == QLatin1String("W4"))
         wantsGrids = true;
       else if (name == QLatin1String("reading"))
         wantsReading = true;
+      else if (name == QLatin1String("P1"))
+        wantsPlots = true;
       else
         names.push_back(name.toStdString());
     }
@@ -89,6 +94,8 @@ int main(int argc, char** argv) {
     std::printf("\n%s", qPrintable(gridTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
   if (wantsReading)
     std::printf("\n%s", qPrintable(readingTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
+  if (wantsPlots)
+    std::printf("\n%s", qPrintable(plotTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
   if (parser.isSet(QStringLiteral("json"))) {
     QFile file(parser.value(QStringLiteral("json")));
     if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(json(all)).toJson()) < 0) {

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <vector>
+
 namespace xov {
 namespace {
 
@@ -91,6 +94,36 @@ TEST(HistogramBins, anEmptyOrReversedRangeStillHasABinForEveryNumber) {
     const auto bin = reversed.indexOf(value);
     ASSERT_TRUE(bin.has_value()) << value;
     EXPECT_TRUE(*bin >= 0 && *bin < 4) << value;
+  }
+}
+
+TEST(HistogramBins, countEveryValueInTheBinThatItLiesIn) {
+  std::mt19937 random(5);
+  const HistogramBins kinds[] = {kTen,
+                                 {1, 0, 1, 0.5f},
+                                 {3, -1, 2, 0.75f},
+                                 {5000, -3, 3, 6.0f / 5001},
+                                 {4, 5, 5, 0},
+                                 {10, 0, 11, 20},
+                                 {4, 5, 0, -1},
+                                 {7, 0, kInfinity, kInfinity},
+                                 {6, 0, 7, 2},
+                                 {9, 0, kNan, 0.1f},
+                                 {100, -1e30f, 1e30f, 1.98e28f}};
+  for (const HistogramBins& bins : kinds) {
+    SCOPED_TRACE(::testing::Message() << bins.count << " from " << bins.min << " to " << bins.max);
+    std::normal_distribution<float> spread(0, 4);
+    std::vector<float> values{kNan, kInfinity, -kInfinity, 0, -0.0f, bins.min, bins.max, 3e38f, -3e38f};
+    for (int i = 0; i < 3000; ++i)
+      values.push_back(i % 100 == 0 ? kNan : spread(random));
+    std::vector<std::int32_t> expected(std::size_t(bins.count)), counted(expected.size(), 77);
+    for (const float value : values) {
+      if (const auto bin = bins.indexOf(value)) ++expected[std::size_t(*bin)];
+    }
+    bins.countInto(values, counted);
+    EXPECT_EQ(counted, expected);
+    bins.countInto({}, counted);
+    EXPECT_EQ(counted, std::vector<std::int32_t>(expected.size()));
   }
 }
 

@@ -1,11 +1,14 @@
 #include "XOV_Graphics/views/xy/xyPlotView.h"
 
 #include "XOV_Graphics/platform/Colors.h"
+#include "tests/support/Pixels.h"
 #include "tests/views/xy/XYDrawing.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
+#include <random>
 
 namespace xov {
 namespace {
@@ -119,6 +122,32 @@ TEST_F(XYPlot, valuesThatAreNotFiniteBreakTheLine) {
   view.setYLimitsMinMax(0, 10);
   EXPECT_EQ(drawnLines(),
             (std::vector<QPolygonF>{QPolygonF{{QPointF(60, 60)}}, QPolygonF({{345, 210}, {440, 360}})}));
+}
+
+TEST_F(XYPlot, aLineHasTheSamePixelsFromRightToLeft) {
+  std::mt19937 random(3);
+  std::vector<float> x, y;
+  for (int i = 0; i < 5000; ++i) {
+    x.push_back(float(i));
+    y.push_back(float(random() % 1000));
+  }
+  const auto picture = [this](const std::vector<float>& xs, const std::vector<float>& ys) {
+    setPoints(xs, ys);
+    view.setXLimitsMinMax(0, 5000);
+    view.setYLimitsMinMax(0, 1000);
+    return view.pictureOfRect(view.bounds());
+  };
+  const QImage rightwards = picture(x, y);
+  const auto reversed = [](std::vector<float> values) {
+    std::ranges::reverse(values);
+    return values;
+  };
+  EXPECT_EQ(differingPixels(rightwards, picture(reversed(x), reversed(y))), 0);
+  // There and back again is the same line, too, but for what its ends and its turn add.
+  std::vector<float> back = reversed(x), backY = reversed(y);
+  back.insert(back.begin(), x.begin(), x.end());
+  backY.insert(backY.begin(), y.begin(), y.end());
+  EXPECT_LE(differingPixels(rightwards, picture(back, backY), 2), 4);
 }
 
 TEST_F(XYPlot, aCountBeyondTheSamplesDrawsThoseThatAreThere) {

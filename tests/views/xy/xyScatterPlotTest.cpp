@@ -104,13 +104,30 @@ TEST_F(XYScatter, symbolsAreClippedAtTheFrame) {
   EXPECT_EQ(recorded(view)->items().at(3).clip, QRectF(60, 60, 380, 300));
 }
 
-TEST_F(XYScatter, drawingLeavesTheInnerRectangleAsItWas) {
+TEST_F(XYScatter, clicksAreReportedByTheFrameThatIsDrawn) {
+  struct Clicks : PlotController {
+    void handleClickedMousePosition(QPointF position) override { positions.push_back(position); }
+    void handleTrackedMousePosition(QPointF) override {}
+    std::vector<QPointF> positions;
+  } clicks;
   setThreePoints();
-  view.computeRects();
-  const QRectF before = view.iRect();
+  view.setXLimitsMinMax(0, 38);
+  view.setYLimitsMinMax(0, 30);
+  view.setController(&clicks);
   recorded(view);
-  EXPECT_EQ(view.iRect(), before);
-  EXPECT_EQ(view.pRect(), QRectF(60, 60, 380, 300));
+  EXPECT_EQ(view.iRect(), QRectF(60, 60, 380, 300));
+  // Ten points a unit along both axes from (60, 60) on.
+  const auto click = [this](QPointF place) { view.mouseDown({view.convertPointToWindow(place), {}, 1}); };
+  click({160, 90});
+  click({50, 90}); // left of the frame
+  view.viewDidEndLiveResize();
+  recorded(view);
+  click({440, 360});
+  ASSERT_EQ(clicks.positions.size(), 2u);
+  EXPECT_NEAR(clicks.positions[0].x(), 10, 1e-9);
+  EXPECT_NEAR(clicks.positions[0].y(), 3, 1e-9);
+  EXPECT_NEAR(clicks.positions[1].x(), 38, 1e-9);
+  EXPECT_NEAR(clicks.positions[1].y(), 30, 1e-9);
 }
 
 TEST_F(XYScatter, theAxisTitlesAreFixedWhateverTheLabelStringsSay) {

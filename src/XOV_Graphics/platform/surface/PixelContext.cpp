@@ -3,9 +3,11 @@
 #include "XOV_Graphics/platform/pixels/CrispLines.h"
 #include "XOV_Graphics/platform/pixels/ImageResampling.h"
 #include "XOV_Graphics/platform/pixels/LineClip.h"
+#include "XOV_Graphics/platform/pixels/StripFill.h"
 #include "XOV_Graphics/platform/surface/Pens.h"
 #include "XOV_Graphics/platform/surface/Typeface.h"
 #include "XOV_Graphics/platform/symbol/SymbolRaster.h"
+#include "XOV_Graphics/platform/trace/TraceStretches.h"
 
 #include <QPainter>
 #include <QPainterPathStroker>
@@ -78,10 +80,14 @@ void PixelContext::onStroke(const Path& path) {
   clearOnce();
   if (path.shape().elementCount() > 0 && !strokeCrisp(path)) strokeShape(path);
   if (path.traces().empty()) return;
-  const bool stroked = drawUnderClip([&](const PixelTarget& pixels, const QRect& clip) {
-    return strokeTraces(pixels, path.traces(), toDevice(), clip, path.lineWidth(), state().strokeColor);
-  });
-  if (!stroked) strokeTracesPointByPoint(path);
+  const auto stroke = [&](std::span<const Trace> traces) {
+    return drawUnderClip([&](const PixelTarget& pixels, const QRect& clip) {
+      return strokeTraces(pixels, traces, toDevice(), clip, path.lineWidth(), state().strokeColor);
+    });
+  };
+  if (stroke(path.traces())) return;
+  const auto stretches = TraceStretches::of(path.traces());
+  if (!stretches || !stroke(stretches->traces())) strokeTracesPointByPoint(path);
 }
 
 bool PixelContext::strokeCrisp(const Path& path) {
@@ -134,7 +140,7 @@ bool PixelContext::drawUnderClip(const std::function<bool(const PixelTarget&, co
   return true;
 }
 
-// The general stroker, for rotated and mirrored traces and times that do not grow; in chunks that share a segment, so
+// The general stroker, for rotated traces and times that turn back all the time; in chunks that share a segment, so
 // that the line is joined where one ends.
 void PixelContext::strokeTracesPointByPoint(const Path& path) {
   const QPen pen = tracePen(path.lineWidth(), state().strokeColor);
@@ -168,7 +174,7 @@ void PixelContext::onFill(const Path& path) {
     return fillPixels(target_, color.rgb());
   }
   clearOnce();
-  painter().fillPath(shape, color);
+  if (!fillInStrips(painter(), shape, color)) painter().fillPath(shape, color);
 }
 
 void PixelContext::onSymbols(const Symbols& symbols) {

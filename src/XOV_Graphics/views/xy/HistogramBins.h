@@ -22,8 +22,14 @@ struct HistogramBins {
   /// width truncated. Since the width divides the range by one more than the count, this points one or two bins past
   /// the end for the highest values: they go to the last. NaN has no bin. `count` must be positive.
   std::optional<std::int32_t> indexOf(float value) const;
+  /// How many of the values fall into each bin, `count` numbers in all; a loop over indexOf(), but in the time of a
+  /// few passes over the values. `count` must be positive.
+  void countInto(std::span<const float> values, std::span<std::int32_t> counts) const;
   /// The lower edge of a bin.
   float leftEdge(std::int32_t bin) const { return min + float(bin) * width; }
+
+private:
+  bool isRegular() const;
 };
 
 /// The extremes of values; from +infinity down and −infinity up, so that these remain for no values at all.

@@ -42,17 +42,9 @@ void XOV2DScatterPlotView::computePlotLimits() {
 void XOV2DScatterPlotView::computeDataRanges() { XOV2DScatterPlotView::computePlotLimits(); }
 
 void XOV2DScatterPlotView::drawRect(const QRectF&) {
-  drawPaper();
-  if (npts_ <= 0) return;
-  pRect_ = xyFrame(bounds());
-  iRect_ = pRect_;
-  {
-    GraphicsContext& context = GraphicsContext::current();
-    const SavedState saved(context);
-    context.strokeRect(pRect_);
-    const double radius = std::abs(double(symbolDiameter_)) / 2;
-    drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), radius), pRect_);
-  }
+  if (!XYAxes::beginPlot(*this, npts_)) return;
+  const double radius = std::abs(double(symbolDiameter_)) / 2;
+  drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), radius), pRect_);
   drawAxes();
 }
 

@@ -100,10 +100,7 @@ bool XOVHistogramView::binValues() {
   if (nBins_ < 1 || nBins_ > kMostBins) return false;
   const Counts counts = makeBuffer<std::int32_t>(nBins_);
   if (!counts) return false;
-  const HistogramBins bins{nBins_, minBinValue_, maxBinValue_, binWidth_};
-  for (const float value : values) {
-    if (const auto bin = bins.indexOf(value)) ++(*counts)[std::size_t(*bin)];
-  }
+  HistogramBins{nBins_, minBinValue_, maxBinValue_, binWidth_}.countInto(values, *counts);
   maxCount_ = -kAboveAllCounts;
   minCount_ = kAboveAllCounts;
   for (const std::int32_t count : *counts) {

@@ -50,16 +50,11 @@ void xyPlotView::computePlotLimits() { scanLimits(); }
 QRectF xyPlotView::computeDataRanges() { return scanLimits() ? limits().rect() : QRectF(); }
 
 void xyPlotView::drawRect(const QRectF&) {
-  drawPaper();
-  if (npts_ <= 0) return;
-  pRect_ = xyFrame(bounds());
-  iRect_ = pRect_;
+  if (!XYAxes::beginPlot(*this, npts_)) return;
+  Path path;
+  path.appendTrace(xyLine(xPoints(), yPoints(), pRect_, limits()));
   {
     GraphicsContext& context = GraphicsContext::current();
-    const SavedState saved(context);
-    context.strokeRect(pRect_);
-    Path path;
-    path.appendTrace(xyLine(xPoints(), yPoints(), pRect_, limits()));
     const SavedState unclipped(context);
     context.clipToRect(pRect_);
     context.strokePath(path);

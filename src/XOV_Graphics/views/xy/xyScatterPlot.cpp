@@ -1,8 +1,6 @@
 #include "XOV_Graphics/views/xy/xyScatterPlot.h"
 
-#include "XOV_Graphics/graphics/AGraphics.h"
-#include "XOV_Graphics/platform/GraphicsContext.h"
-#include "XOV_Graphics/views/xy/XYPlotFrame.h"
+#include "XOV_Graphics/views/xy/XYAxes.h"
 
 namespace xov {
 
@@ -30,12 +28,7 @@ void xyScatterPlot::computePlotLimits() {
 }
 
 void xyScatterPlot::drawRect(const QRectF&) {
-  drawPaper();
-  if (npts_ <= 0) return;
-  GraphicsContext& context = GraphicsContext::current();
-  const SavedState saved(context);
-  pRect_ = xyFrame(bounds());
-  context.strokeRect(pRect_);
+  if (!XYAxes::beginPlot(static_cast<xyPlotView&>(*this), npts_)) return;
   drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), kSymbolRadius), pRect_);
   drawTitledAxes();
 }
@@ -43,10 +36,8 @@ void xyScatterPlot::drawRect(const QRectF&) {
 // The axis functions draw the titles themselves; both axes are one path.
 void xyScatterPlot::drawTitledAxes() {
   beginAxes(pRect_);
-  setXLabel(QStringLiteral("Moment"));
-  ADrawAxis(xLabel_, 1, 3, 2, xmin_, xmax_, 0);
-  setXLabel(QStringLiteral("Rise Time (s)"));
-  ADrawAxis(xLabel_, 2, 1, 2, ymin_, ymax_, 0);
+  addAxis(AxisSide::Bottom, QStringLiteral("Moment"), xmin_, xmax_);
+  addAxis(AxisSide::Left, QStringLiteral("Rise Time (s)"), ymin_, ymax_);
   strokeAxisPath();
 }
 

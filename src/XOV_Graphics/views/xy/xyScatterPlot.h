@@ -23,7 +23,7 @@ public:
   /// widened. Without points nothing changes. computeDataRanges() does not widen.
   void computePlotLimits() override;
 
-  /// Lays out pRect() alone; iRect() stays as it was.
+  /// Sets pRect() and iRect(), by which clicks are reported, to the frame that it draws.
   void drawRect(const QRectF& dirty) override;
 
 private:

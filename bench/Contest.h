@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+namespace xov::bench {
+
+/// Something that is timed beside others.
+struct Contest {
+  const char* name;
+  std::function<void()> run;
+  std::vector<double> milliseconds = {};
+};
+
+/// All in turn, so that a change of the machine's mood meets all of them; once more than `rounds` without the clock,
+/// which touches the memory.
+void runInTurn(std::vector<Contest>& contests, int rounds);
+
+double median(std::vector<double> values);
+
+} // namespace xov::bench

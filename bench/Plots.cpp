@@ -1,0 +1,182 @@
+#include "bench/Plots.h"
+
+#include "XOV_Graphics/views/xy/XOVHistogramView.h"
+#include "XOV_Graphics/views/xy/xyPlotView.h"
+#include "bench/Contest.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <random>
+#include <vector>
+
+namespace xov::bench {
+
+namespace {
+
+constexpr QSize kSize(900, 600);
+constexpr int kBins = 1000;
+constexpr std::size_t kPoints = 1000000;
+constexpr std::size_t kValues = 10000000;
+
+QImage whitePaper() {
+  QImage paper(kSize, QImage::Format_ARGB32_Premultiplied);
+  paper.fill(Qt::white);
+  return paper;
+}
+
+// Rows of a contest and of the one that it is measured against.
+QString rows(const std::vector<Contest>& contests) {
+  QString text;
+  for (std::size_t i = 0; i + 1 < contests.size(); i += 2) {
+    const double ours = median(contests[i].milliseconds), rival = median(contests[i + 1].milliseconds);
+    text += QStringLiteral("| %1 | %2 | %3 | %4 |\n")
+                .arg(QLatin1String(contests[i].name))
+                .arg(ours, 0, 'f', 2)
+                .arg(rival, 0, 'f', 2)
+                .arg(ours / rival, 0, 'f', 2);
+  }
+  return text;
+}
+
+// A histogram whose counts have no order, so that every bar stands apart from its neighbours.
+std::unique_ptr<XOVHistogramView> noisyHistogram() {
+  auto view = std::make_unique<XOVHistogramView>(QRectF(QPointF(0, 0), QSizeF(kSize)));
+  std::mt19937 random(2009);
+  std::vector<float> values;
+  view->setNBinsMinMax(kBins, 0, float(kBins + 1));
+  for (int bin = 0; bin < kBins; ++bin)
+    values.insert(values.end(), random() % 200, float(bin) + 0.5F);
+  view->setValuesNPts(values.data(), std::int32_t(values.size()));
+  view->binValues();
+  return view;
+}
+
+void paintBars(const XOVHistogramView& view) {
+  QImage paper = whitePaper();
+  QPainter painter(&paper);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(Qt::black, 0.25));
+  painter.setBrush(Qt::lightGray);
+  const double width = kSize.width() / double(kBins);
+  for (std::size_t bin = 0; bin < view.counts()->size(); ++bin) {
+    const double height = kSize.height() * (*view.counts())[bin] / double(view.maxCount());
+    painter.drawRect(QRectF(double(bin) * width, kSize.height() - height, width, height));
+  }
+}
+
+// A line of noise over x values.
+struct XYData {
+  std::vector<float> x, y;
+
+  XYData() {
+    std::mt19937 random(2009);
+    for (std::size_t i = 0; i < kPoints; ++i) {
+      x.push_back(float(i));
+      y.push_back(float(random() % 1000));
+    }
+  }
+};
+
+XYData stepsBackOnce() {
+  XYData data;
+  for (std::size_t i = kPoints / 2; i < kPoints; ++i)
+    data.x[i] -= kPoints / 4;
+  return data;
+}
+
+XYData fromRightToLeft() {
+  XYData data;
+  for (float& x : data.x)
+    x = float(kPoints) - x;
+  return data;
+}
+
+XYData oneTimeMissing() {
+  XYData data;
+  data.x[kPoints / 2] = std::numeric_limits<float>::quiet_NaN();
+  return data;
+}
+
+XYData tangled() {
+  XYData data;
+  std::mt19937 random(7);
+  for (float& x : data.x)
+    x = float(random() % kPoints);
+  return data;
+}
+
+std::unique_ptr<xyPlotView> plotOf(const XYData& data) {
+  auto view = std::make_unique<xyPlotView>(QRectF(QPointF(0, 0), QSizeF(kSize)));
+  view->setDataPointersXY(data.x, data.y);
+  view->setNpts(kPoints);
+  view->computePlotLimits();
+  return view;
+}
+
+void paintHairline(const XYData& data) {
+  QImage paper = whitePaper();
+  QPainter painter(&paper);
+  painter.setRenderHint(QPainter::Antialiasing);
+  QPen pen(Qt::black, 1);
+  pen.setCosmetic(true);
+  painter.setPen(pen);
+  QPolygonF line;
+  for (std::size_t i = 0; i < kPoints; ++i) {
+    if (std::isfinite(data.x[i]))
+      line << QPointF(double(data.x[i]) * kSize.width() / kPoints, double(data.y[i]) * kSize.height() / 1000);
+  }
+  painter.drawPolyline(line);
+}
+
+volatile float scanResult = 0;
+
+void scanForExtremes(const std::vector<float>& values) {
+  float low = values.front(), high = values.front();
+  for (const float value : values) {
+    low = value < low ? value : low;
+    high = value > high ? value : high;
+  }
+  scanResult = low + high;
+}
+
+} // namespace
+
+QString plotTable(int rounds) {
+  const auto histogram = noisyHistogram();
+  QImage drawn;
+  const auto draw = [&drawn](XOVView& view) { drawn = view.pictureOfRect(view.bounds()); };
+
+  XOVHistogramView binned;
+  std::vector<float> values(kValues);
+  std::mt19937 random(3);
+  for (float& value : values)
+    value = float(random() % 100000);
+  binned.setValuesNPts(values.data(), kValues);
+  binned.setNBinsMinMax(100, 0, 100000);
+
+  std::vector<Contest> contests = {
+      {"histogram of 1,000 noisy bins", [&] { draw(*histogram); }},
+      {"its bars by QPainter", [&] { paintBars(*histogram); }},
+      {"binning of 10 million values", [&] { binned.binValues(); }},
+      {"a scan of them", [&] { scanForExtremes(values); }},
+  };
+  const std::pair<const char*, XYData> lines[] = {{"line of a million points", XYData()},
+                                                  {"the same, x steps back once", stepsBackOnce()},
+                                                  {"the same, from right to left", fromRightToLeft()},
+                                                  {"the same, one x missing", oneTimeMissing()},
+                                                  {"the same, x at random", tangled()}};
+  std::vector<std::unique_ptr<xyPlotView>> views;
+  for (const auto& [name, data] : lines) {
+    xyPlotView& view = *views.emplace_back(plotOf(data));
+    contests.push_back({name, [&draw, &view] { draw(view); }});
+    contests.push_back({"", [&line = data] { paintHairline(line); }});
+  }
+  runInTurn(contests, rounds);
+  return QStringLiteral("| 900 × 600 points | ms | QPainter, scan: ms | ratio |\n|---|---:|---:|---:|\n") +
+         rows(contests);
+}
+
+} // namespace xov::bench
