@@ -47,7 +47,7 @@ TEST_F(CliFk, tellsWhereAWaveComesFrom) {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "");
   XOV_REQUIRE_TOOL(text, "pdftotext", {at("plot.pdf"), "-"});
-  EXPECT_TRUE(text.contains("back azimuth 45°, 7.1 km/s, power 1.00, 0.5-1.5 Hz")) << qPrintable(text);
+  EXPECT_TRUE(text.contains("back azimuth 45°, 7.07 km/s, power 1.00, 0.5-1.5 Hz")) << qPrintable(text);
   EXPECT_TRUE(text.contains("East Slowness (s/km)"));
 }
 

@@ -26,6 +26,12 @@ constexpr double kMostSeconds = 1e9;
 constexpr float kTitleSize = 13; // what fits above the view's data frame
 constexpr double kDegreesPerRadian = 180 / std::numbers::pi;
 
+// Surface waves and body waves alike: 0.333, 7.07 and 12.5.
+QString threeDigits(double number) {
+  const int decimals = 2 - int(std::floor(std::log10(number)));
+  return QString::number(number, 'f', std::clamp(decimals, 0, 6));
+}
+
 Grid gridOf(const BeamPower& beam) {
   Grid grid;
   grid.rows = beam.steps;
@@ -51,7 +57,7 @@ QString beamTitle(const BeamPower& beam) {
   const double azimuth = std::atan2(east, north) * kDegreesPerRadian;
   return QStringLiteral("back azimuth %1°, %2 km/s, %3, %4")
       .arg(azimuth < 0 ? azimuth + 360 : azimuth, 0, 'f', 0)
-      .arg(1 / slowness, 0, 'f', 1)
+      .arg(threeDigits(1 / slowness))
       .arg(power, band);
 }
 
