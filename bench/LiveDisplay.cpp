@@ -106,7 +106,8 @@ Measurement measureLiveDisplay(const std::string& name, int redraws) {
   if (display == nullptr || redraws < 1) return measurement;
   Source source(display->channels);
   realTimeDisplayView01 view(kFrame);
-  view.setWvfrmsArray(source.feed().records());
+  const std::shared_ptr<const SeismogramArray> records = source.feed().records();
+  view.setWvfrmsArray(records);
   view.setYLimitsMinMax(-kAmplitude, kAmplitude);
   std::vector<double> times;
   redrawMilliseconds(source, view, kSpanS);

@@ -29,7 +29,8 @@ Replay::Replay(const SeismogramArray& recorded, std::shared_ptr<const EventOrigi
 
 void Replay::attachTo(RealTimeDisplayView& view) {
   const float largest = largestAmplitude(recorded_);
-  view.setWvfrmsArray(feed_.records());
+  const std::shared_ptr<const SeismogramArray> shown = feed_.records(); // the feed keeps it
+  view.setWvfrmsArray(shown);
   view.setEventOrigins(events_);
   view.setDrawOriginTimes(true);
   view.setOriginOnRight(settings_.edge == Edge::Right);

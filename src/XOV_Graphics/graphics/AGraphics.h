@@ -75,6 +75,9 @@ XOV_EXPORT void ASetFontSize(int points);
 ///     6                        x - w - h/2
 /// The lower edge of the box is at the string's y with every code.
 XOV_EXPORT void ASetJustify(int code);
+/// The codes by name; the last three are for text that is turned upright.
+enum class AJustify : int { Left = 1, Center = 2, Right = 3, LeftTurned = 4, CenterTurned = 5, RightTurned = 6 };
+inline void ASetJustify(AJustify justify) { ASetJustify(int(justify)); }
 
 /// The line width of the path, in points.
 XOV_EXPORT void ASetLineWidth(float width);

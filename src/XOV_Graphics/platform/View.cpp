@@ -4,12 +4,15 @@
 #include "XOV_Graphics/platform/surface/PdfPage.h"
 #include "XOV_Graphics/platform/surface/Picture.h"
 #include "XOV_Graphics/platform/surface/SvgPage.h"
+#include "XOV_Graphics/platform/surface/ViewAccessibility.h"
 
 #include <QApplication>
+#include <QMetaClassInfo>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QStyleHints>
+#include <QStyleOption>
 
 #include <algorithm>
 #include <cmath>
@@ -36,7 +39,9 @@ QRect widgetGeometry(const QRectF& frame) {
 
 View::View(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
+  installViewAccessibility();
   liveResizeTimer_.setSingleShot(true);
   liveResizeTimer_.setInterval(kLiveResizeMs);
   connect(&liveResizeTimer_, &QTimer::timeout, this, [this] { viewDidEndLiveResize(); });
@@ -66,10 +71,32 @@ QSize View::usualSize() const { return {480, 360}; }
 
 void View::drawRect(const QRectF&) {}
 
-void View::drawInto(GraphicsContext& context) {
+void View::draw(GraphicsContext& context, const QRectF& area) {
   const GraphicsContext::Pass pass(context);
-  drawRect(bounds());
+  ++drawings_;
+  drawRect(area);
+  --drawings_;
 }
+
+void View::drawInto(GraphicsContext& context) {
+  draw(context, bounds());
+  if (!isDrawing()) didDraw();
+}
+
+void View::didDraw() {}
+
+QString View::kind() const {
+  const QMetaObject* meta = metaObject();
+  const int index = meta->indexOfClassInfo("shows");
+  return QString::fromLatin1(meta->classInfo(index).value());
+}
+
+QString View::spokenName() const {
+  const QString name = kind();
+  return name.left(1).toUpper() + name.mid(1);
+}
+
+QString View::spokenDescription() const { return {}; }
 
 void View::setNeedsDisplay(bool needed) {
   if (needed) update();
@@ -165,12 +192,36 @@ void View::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const AlignedPicture drawn =
       alignedPicture(size(), ratio, {corner.x() - std::floor(corner.x()), corner.y() - std::floor(corner.y())},
-                     [&](GraphicsContext& context) {
-                       const GraphicsContext::Pass pass(context);
-                       drawRect(area);
-                     });
+                     [&](GraphicsContext& context) { draw(context, area); });
   painter.drawImage(drawn.topLeft, drawn.image);
+  if (focusShown_) {
+    QStyleOptionFocusRect mark;
+    mark.initFrom(this);
+    mark.rect = rect().adjusted(1, 1, -1, -1);
+    mark.backgroundColor = Qt::white;
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &mark, &painter, this);
+  }
+  painter.end();
   renewCursorRects();
+  if (!isDrawing()) didDraw();
+}
+
+// Who goes through a window with the keyboard sees where it is. A click shows nothing, and draws nothing anew.
+void View::setFocusShown(bool shown) {
+  if (shown == focusShown_) return;
+  focusShown_ = shown;
+  update();
+}
+
+void View::focusInEvent(QFocusEvent* event) {
+  const Qt::FocusReason reason = event->reason();
+  if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason) {
+    setFocusShown(true);
+  }
+}
+
+void View::focusOutEvent(QFocusEvent* event) {
+  if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) setFocusShown(false);
 }
 
 void View::resizeEvent(QResizeEvent* event) {

@@ -32,6 +32,8 @@ struct XOV_EXPORT MouseEvent {
 /// In a layout it takes all the room there is, and the keyboard reaches it with Tab.
 class XOV_EXPORT View : public QWidget {
   Q_OBJECT
+  Q_CLASSINFO("shows", "drawing")
+  Q_PROPERTY(double exportPixelRatio READ exportPixelRatio WRITE setExportPixelRatio)
 
 public:
   /// A view without a frame: a layout, or sizeHint() when it is shown as a window, gives it its size.
@@ -101,9 +103,25 @@ public:
 
   virtual void mouseDown(const MouseEvent& event);
 
+  // For screen readers, where the host has set no accessibleName() or accessibleDescription().
+
+  /// What kind of view it is, in lower case: the class information "shows" of the class or the nearest above it.
+  QString kind() const;
+  /// The name: the kind, unless there is a better one.
+  virtual QString spokenName() const;
+  /// More about what the view shows; nothing here.
+  virtual QString spokenDescription() const;
+
 protected:
   bool event(QEvent* event) override;
+  /// Whether drawRect() is at work for any surface.
+  bool isDrawing() const { return drawings_ > 0; }
+  /// Called when a drawing is over. The base does nothing.
+  virtual void didDraw();
+
   void paintEvent(QPaintEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
@@ -116,6 +134,8 @@ private:
     QRectF rect;
     QCursor cursor;
   };
+  void draw(GraphicsContext& context, const QRectF& area);
+  void setFocusShown(bool shown);
   void press(QMouseEvent* event);
   int countClick(QPointF position);
   void renewCursorRects();
@@ -126,6 +146,8 @@ private:
   QSize frameSize_;
   bool hasHostsCursor_ = false;
   bool changesCursor_ = false; // we do, not the host
+  int drawings_ = 0;
+  bool focusShown_ = false;
   double exportPixelRatio_ = 0;
   QElapsedTimer sinceLastClick_;
   QPointF lastClick_;

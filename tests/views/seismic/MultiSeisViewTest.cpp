@@ -228,7 +228,8 @@ TEST_F(MultiSeis, drawsArrivalsInTheStateThatTheDrawBeganIn) {
 TEST_F(MultiSeis, drawsNoArrivalsWithoutRecords) {
   const GraphicsContext::Pass pass(recording_);
   view_.drawPicks();
-  view_.setWvfrmsArray(recordsOf({}));
+  const auto none = recordsOf({});
+  view_.setWvfrmsArray(none);
   view_.drawPicks();
   EXPECT_TRUE(recording_.items().empty());
 }

@@ -91,7 +91,8 @@ TEST_F(SeisView01Drawing, changesNoLimitWithoutRecords) {
   view_.setXLimitsMinMax(7, 8);
   view_.setYLimitsMinMax(1, 2);
   view_.computePlotLimits();
-  view_.setWvfrmsArray(recordsOf({}));
+  const auto none = recordsOf({});
+  view_.setWvfrmsArray(none);
   view_.computePlotLimits();
   EXPECT_EQ(view_.xmin(), 7);
   EXPECT_EQ(view_.ymax(), 2);

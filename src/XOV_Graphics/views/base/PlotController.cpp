@@ -6,6 +6,14 @@ PlotController::PlotController() : self_(std::make_shared<PlotController*>(this)
 
 PlotController::~PlotController() = default;
 
+void PlotController::handleClickedMousePositionInView(QPointF position, XOVView&) {
+  handleClickedMousePosition(position);
+}
+
+void PlotController::handleTrackedMousePositionInView(QPointF position, XOVView&) {
+  handleTrackedMousePosition(position);
+}
+
 PlotControllerReference::PlotControllerReference(PlotController* controller) {
   if (controller != nullptr) controller_ = controller->self_;
 }

@@ -8,6 +8,8 @@
 
 namespace xov {
 
+class XOVView;
+
 /// What a host program gives a plot view to be told of mouse positions. A view keeps only a guarded reference: a
 /// controller may be destroyed at any time, and its views then tell no one.
 class XOV_EXPORT PlotController {
@@ -21,6 +23,10 @@ public:
   virtual void handleClickedMousePosition(QPointF position) = 0;
   /// The pointer's position inside the data frame, in data coordinates, at every tick while tracking is on.
   virtual void handleTrackedMousePosition(QPointF position) = 0;
+  /// The same with the view that they come from, for a controller of several: what views call. Unless it is
+  /// overridden it calls the one without a view.
+  virtual void handleClickedMousePositionInView(QPointF position, XOVView& view);
+  virtual void handleTrackedMousePositionInView(QPointF position, XOVView& view);
 
 private:
   friend class PlotControllerReference;

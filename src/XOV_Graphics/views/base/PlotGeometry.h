@@ -31,13 +31,23 @@ XOV_EXPORT QPointF dataToView(QPointF data, const QRectF& frame, const PlotLimit
 /// Whether a point lies in a rectangle or on any of its four edges. Nothing lies in one of negative size.
 XOV_EXPORT bool containsPoint(const QRectF& rect, QPointF point);
 
+/// Where text stands beside the point that it is placed at.
+enum class HJust : int { Left = 1, Center = 2, Right = 3 };
+enum class VJust : int { Bottom = 1, Center = 2, Top = 3 };
+
 /// The lower left corner of a text box of that size that is placed at (x, y): hjust 1 left, 2 centred, 3 right; vjust
 /// 2 centred, 3 hanging below y, anything else standing on y.
 XOV_EXPORT QPointF alignedTextOrigin(QPointF at, QSizeF size, int hjust, int vjust);
+inline QPointF alignedTextOrigin(QPointF at, QSizeF size, HJust hjust, VJust vjust) {
+  return alignedTextOrigin(at, size, int(hjust), int(vjust));
+}
 
 /// The same for text that is then turned about that corner, made for 90 degrees: the box's height counts along x and
 /// its width along y.
 XOV_EXPORT QPointF rotatedTextOrigin(QPointF at, QSizeF size, int hjust, int vjust);
+inline QPointF rotatedTextOrigin(QPointF at, QSizeF size, HJust hjust, VJust vjust) {
+  return rotatedTextOrigin(at, size, int(hjust), int(vjust));
+}
 
 /// A date as plots are stamped with it: "2011-03-11 05:46:23 +0000", local time with the zone's offset.
 XOV_EXPORT QString timeStampText(const QDateTime& dateTime);

@@ -80,13 +80,13 @@ void XOVView::setYmax(float value) { setYLimitsMinMax(ymin_, value); }
 void XOVView::setXLimitsMinMax(float min, float max) {
   xmin_ = min;
   xmax_ = max;
-  updateDataRect();
+  limitsWereSet();
 }
 
 void XOVView::setYLimitsMinMax(float min, float max) {
   ymin_ = min;
   ymax_ = max;
-  updateDataRect();
+  limitsWereSet();
 }
 
 void XOVView::setLabelFontSize(float size) { labelAttributes_->setFont(QStringLiteral("Helvetica"), size); }

@@ -27,10 +27,29 @@ namespace xov {
 /// and saves, copies and drags out what a view shows. It draws nothing by itself.
 ///
 /// Coordinates are view points, y upwards from the lower left. No setter asks for a redraw: the host calls
-/// setNeedsDisplay() when it has set what it wants. Main thread only.
+/// setNeedsDisplay() when it has set what it wants. Writing a property (QObject::setProperty(), Qt Designer) does
+/// ask. Main thread only.
 class XOV_EXPORT XOVView : public View {
   Q_OBJECT
   Q_CLASSINFO("shows", "empty plot")
+  Q_PROPERTY(QString title READ plotTitle WRITE writeTitle NOTIFY settingsChanged)
+  Q_PROPERTY(QString xLabel READ xLabelString WRITE writeXLabel NOTIFY settingsChanged)
+  Q_PROPERTY(QString yLabel READ yLabelString WRITE writeYLabel NOTIFY settingsChanged)
+  Q_PROPERTY(double xmin READ xmin WRITE writeXmin NOTIFY limitsChanged)
+  Q_PROPERTY(double xmax READ xmax WRITE writeXmax NOTIFY limitsChanged)
+  Q_PROPERTY(double ymin READ ymin WRITE writeYmin NOTIFY limitsChanged)
+  Q_PROPERTY(double ymax READ ymax WRITE writeYmax NOTIFY limitsChanged)
+  Q_PROPERTY(double minYRange READ minYRange WRITE writeMinYRange NOTIFY settingsChanged)
+  Q_PROPERTY(bool fixedXAxisRange READ _fixedXAxisRange WRITE writeFixedXAxisRange NOTIFY settingsChanged)
+  Q_PROPERTY(bool fixedYAxisRange READ _fixedYAxisRange WRITE writeFixedYAxisRange NOTIFY settingsChanged)
+  Q_PROPERTY(bool showPlotTitle READ _showPlotTitle WRITE writeShowPlotTitle NOTIFY settingsChanged)
+  Q_PROPERTY(bool timeStamp READ _timeStamp WRITE writeTimeStamp NOTIFY settingsChanged)
+  Q_PROPERTY(bool showZoomRect READ _showZoomRect WRITE writeShowZoomRect NOTIFY settingsChanged)
+  Q_PROPERTY(double labelFontSize READ labelFontSize WRITE writeLabelFontSize)
+  Q_PROPERTY(double titleFontSize READ titleFontSize WRITE writeTitleFontSize)
+  Q_PROPERTY(QColor titleColor READ titleColor WRITE writeTitleColor)
+  Q_PROPERTY(bool trackMouse READ _trackMouse WRITE writeTrackMouse NOTIFY settingsChanged)
+  Q_PROPERTY(double mouseTrackInterval READ _mouseTrackInterval WRITE set_mouseTrackInterval NOTIFY settingsChanged)
 
 public:
   static constexpr std::size_t kLabelBufferSize = 64;
@@ -75,23 +94,23 @@ public:
   PlotLimits limits() const { return {xmin_, xmax_, ymin_, ymax_}; }
   /// The smallest Y range for views that scale to their data; kUnsetRange when unset.
   float minYRange() const { return minYRange_; }
-  void setMinYRange(float range) { minYRange_ = range; }
+  void setMinYRange(float range) { change(minYRange_, range); }
   /// Whether views that compute limits from data keep the host's X or Y limits.
   bool _fixedXAxisRange() const { return fixedXAxisRange_; }
-  void set_fixedXAxisRange(bool fixed) { fixedXAxisRange_ = fixed; }
+  void set_fixedXAxisRange(bool fixed) { change(fixedXAxisRange_, fixed); }
   bool _fixedYAxisRange() const { return fixedYAxisRange_; }
-  void set_fixedYAxisRange(bool fixed) { fixedYAxisRange_ = fixed; }
+  void set_fixedYAxisRange(bool fixed) { change(fixedYAxisRange_, fixed); }
   /// Margins for subclasses; the base does not read them.
   const std::array<float, 4>& margins() const { return margins_; }
 
   // Titles and labels.
 
   QString plotTitle() const { return plotTitle_; }
-  void setTitle(const QString& title) { plotTitle_ = title; }
+  void setTitle(const QString& title) { change(plotTitle_, title); }
   QString xLabelString() const { return xLabelString_; }
-  void setXLabelString(const QString& label) { xLabelString_ = label; }
+  void setXLabelString(const QString& label) { change(xLabelString_, label); }
   QString yLabelString() const { return yLabelString_; }
-  void setYLabelString(const QString& label) { yLabelString_ = label; }
+  void setYLabelString(const QString& label) { change(yLabelString_, label); }
   /// Fonts and colours of axis and tick labels (Helvetica 18), the title (18), the view size (12) and the time stamp
   /// (9, grey). The attributes are shared: a change is seen by every later drawing.
   const std::shared_ptr<TextAttributes>& labelAttributes() const { return labelAttributes_; }
@@ -102,14 +121,17 @@ public:
   void setLabelFontSize(float size);
   void setTitleFontSize(float size);
   void setTitleColor(const QColor& color);
+  double labelFontSize() const { return labelAttributes_->pointSize(); }
+  double titleFontSize() const { return titleAttributes_->pointSize(); }
+  QColor titleColor() const { return titleAttributes_->effectiveColor(); }
   /// Whether a subclass draws the time stamp and the title.
   bool _timeStamp() const { return timeStamp_; }
-  void set_timeStamp(bool show) { timeStamp_ = show; }
+  void set_timeStamp(bool show) { change(timeStamp_, show); }
   bool _showPlotTitle() const { return showPlotTitle_; }
-  void set_showPlotTitle(bool show) { showPlotTitle_ = show; }
+  void set_showPlotTitle(bool show) { change(showPlotTitle_, show); }
   /// Stored for hosts; dragging with the plain mouse shows nothing.
   bool _showZoomRect() const { return showZoomRect_; }
-  void set_showZoomRect(bool show) { showZoomRect_ = show; }
+  void set_showZoomRect(bool show) { change(showZoomRect_, show); }
 
   /// The path that axes are gathered in before they are stroked.
   const std::shared_ptr<Path>& xAxisPath() const { return xAxisPath_; }
@@ -122,9 +144,16 @@ public:
   /// Draws with labelAttributes at (x, y): hjust 1 left, 2 centre, 3 right; vjust 1 (and any other) bottom, 2 centre,
   /// 3 top.
   void drawStringXYHJustVJust(const QString& string, float x, float y, int hjust, int vjust);
+  void drawStringXYHJustVJust(const QString& string, float x, float y, HJust hjust, VJust vjust) {
+    drawStringXYHJustVJust(string, x, y, int(hjust), int(vjust));
+  }
   /// Draws turned anticlockwise about the text's lower left corner. Made for 90 degrees: the text's height counts
   /// along x and its width along y.
   void drawRotatedStringXYHJustVJustAngle(const QString& string, float x, float y, int hjust, int vjust, float angle);
+  void drawRotatedStringXYHJustVJustAngle(const QString& string, float x, float y, HJust hjust, VJust vjust,
+                                          float angle) {
+    drawRotatedStringXYHJustVJustAngle(string, x, y, int(hjust), int(vjust), angle);
+  }
   /// The title inside the data frame, 24 points from its right side and two text heights below its top.
   void drawTitle();
   /// The title 4 points above the data frame, centred.
@@ -153,7 +182,7 @@ public:
   void set_trackMouse(bool track);
   /// Seconds between reports; a new interval takes effect when tracking is next switched on.
   double _mouseTrackInterval() const { return mouseTrackInterval_; }
-  void set_mouseTrackInterval(double seconds) { mouseTrackInterval_ = seconds; }
+  void set_mouseTrackInterval(double seconds) { change(mouseTrackInterval_, seconds); }
   QTimer* _mouseTrackTimer() const { return mouseTrackTimer_; }
   /// Stores a timer without starting or stopping it.
   void set_mouseTrackTimer(QTimer* timer) { mouseTrackTimer_ = timer; }
@@ -193,8 +222,46 @@ public:
   QImage snapshot();
   virtual QImage snapshotFromRect(const QRectF& rect);
 
+  // For screen readers.
+
+  /// The title, or the kind of view while there is none.
+  QString spokenName() const override;
+  /// The ranges of the axes with their labels, as "time (s) from 0 to 40, amplitude from -1 to 1"; an axis whose
+  /// limits are equal is left out.
+  QString spokenDescription() const override;
+  /// What an axis without a label is called there; "x" and "y" unless overridden.
+  virtual QString usualAxisName(Qt::Axis axis) const;
+
+Q_SIGNALS:
+  /// A single click inside the data frame, and the pointer's position there while tracking is on, in data
+  /// coordinates: what the controller is told, after it.
+  void clicked(QPointF position);
+  void tracked(QPointF position);
+  /// The limits of X or Y are others than before: at once when they are set or computed, after the drawing when they
+  /// change in it.
+  void limitsChanged();
+  /// Another value of a property but the limits and those of fonts, whether it was set or the property written.
+  void settingsChanged();
+  /// The view was written to a file.
+  void exported(const QString& path);
+
 protected:
   void contextMenuEvent(QContextMenuEvent* event) override;
+  /// Menu and Shift+F10 open the contextual menu, and its shortcuts choose from it.
+  void keyPressEvent(QKeyEvent* event) override;
+  void didDraw() override;
+
+  /// Sets what a property reads, and emits settingsChanged() when that changes it.
+  template <typename Value>
+  void change(Value& field, const Value& value) {
+    if (field == value) return;
+    field = value;
+    Q_EMIT settingsChanged();
+  }
+  /// Emits limitsChanged() when the limits are others than it last told, and no drawing is under way.
+  void announceLimits();
+  /// Emits exported() when `written`, which it returns.
+  bool announceExport(bool written, const QString& path);
 
   /// How much of the xLabel buffer a text may take.
   enum class LabelRoom { All, ExceptPowerOfTen };
@@ -246,11 +313,35 @@ private:
   using SheetEnd = void (XOVView::*)(SavePanel*, int, void*);
   using FileWriter = bool (XOVView::*)(const QString&, QString*);
   void buildMenu();
+  void openMenu(QPoint globalPosition);
+  /// Tells the controller and those connected to the signal.
+  void report(QPointF position, void (PlotController::*message)(QPointF, XOVView&), void (XOVView::*signal)(QPointF));
   void openPictureSheet(const QString& extension, SheetEnd didEnd);
   void writeSheetFile(const SavePanel* sheet, FileWriter write);
-  void updateDataRect() { xyRect_ = limits().rect(); }
+  void limitsWereSet();
   void drawTitleAt(QPointF origin);
 
+  // What the writes of properties do: set, and draw anew.
+  void writeTitle(const QString& title);
+  void writeXLabel(const QString& label);
+  void writeYLabel(const QString& label);
+  void writeXmin(float value);
+  void writeXmax(float value);
+  void writeYmin(float value);
+  void writeYmax(float value);
+  void writeMinYRange(float range);
+  void writeFixedXAxisRange(bool fixed);
+  void writeFixedYAxisRange(bool fixed);
+  void writeShowPlotTitle(bool show);
+  void writeTimeStamp(bool show);
+  void writeShowZoomRect(bool show);
+  void writeLabelFontSize(float size);
+  void writeTitleFontSize(float size);
+  void writeTitleColor(const QColor& color);
+  // Nothing to draw; and on twice would leave a timer that nobody can stop.
+  void writeTrackMouse(bool track);
+
+  PlotLimits announcedLimits_;
   std::int32_t pltCount_ = 0;
   QMenu* contextualMenu_ = nullptr;
   bool timeStamp_ = false;

@@ -75,7 +75,8 @@ void XOVView::didEndJPGReturnCodeContextInfo(SavePanel* sheet, int, void*) {
 }
 
 bool XOVView::writePDFToFile(const QString& path, QString* error) {
-  return writeBytes(path, dataWithPDFInsideRect(bounds()), QStringLiteral("the view is empty"), error);
+  const QByteArray page = dataWithPDFInsideRect(bounds());
+  return announceExport(writeBytes(path, page, QStringLiteral("the view is empty"), error), path);
 }
 
 bool XOVView::writeSVGToFile(const QString& path, QString* error) {
@@ -83,15 +84,15 @@ bool XOVView::writeSVGToFile(const QString& path, QString* error) {
 }
 
 bool XOVView::writeTIFToFile(const QString& path, QString* error) {
-  return writeImage(path, snapshot(), ImageFormat::Tiff, error);
+  return announceExport(writeImage(path, snapshot(), ImageFormat::Tiff, error), path);
 }
 
 bool XOVView::writeJPGToFile(const QString& path, QString* error) {
-  return writeImage(path, snapshot(), ImageFormat::Jpeg, error);
+  return announceExport(writeImage(path, snapshot(), ImageFormat::Jpeg, error), path);
 }
 
 bool XOVView::writePNGToFile(const QString& path, QString* error) {
-  return writeImage(path, snapshot(), ImageFormat::Png, error);
+  return announceExport(writeImage(path, snapshot(), ImageFormat::Png, error), path);
 }
 
 void XOVView::copy(QObject*) {

@@ -3,6 +3,8 @@
 #include "XOV_Graphics/views/base/XOVView.h"
 
 #include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QPointer>
 
 #include <algorithm>
 #include <cmath>
@@ -31,18 +33,45 @@ QImage fadedTo(const QImage& image, double opacity) {
 
 void XOVView::buildMenu() {
   contextualMenu_ = new QMenu(QStringLiteral("test"), this);
-  const auto add = [this](const char* title, void (XOVView::*action)(QObject*)) {
+  const auto add = [this](const char* title, void (XOVView::*action)(QObject*), const QKeySequence& shortcut) {
     QAction* item = contextualMenu_->addAction(QLatin1String(title));
+    // An action of a menu that belongs to no menu bar takes no key from the host's own; see keyPressEvent().
+    item->setShortcut(shortcut);
+    item->setShortcutContext(Qt::WidgetShortcut);
     connect(item, &QAction::triggered, this, [this, action, item] { (this->*action)(item); });
   };
-  add("Save To PDF", &XOVView::savePDF);
-  add("Save To TIF", &XOVView::saveTIF);
-  add("Save To PNG", &XOVView::savePNG);
-  add("Save To JPG", &XOVView::saveJPG);
-  add("Copy As PDF", &XOVView::copy);
+  constexpr auto kSave = Qt::CTRL | Qt::SHIFT;
+  add("Save To PDF", &XOVView::savePDF, kSave | Qt::Key_P);
+  add("Save To TIF", &XOVView::saveTIF, kSave | Qt::Key_T);
+  add("Save To PNG", &XOVView::savePNG, kSave | Qt::Key_N);
+  add("Save To JPG", &XOVView::saveJPG, kSave | Qt::Key_J);
+  add("Copy As PDF", &XOVView::copy, QKeySequence::Copy);
 }
 
-void XOVView::contextMenuEvent(QContextMenuEvent* event) { contextualMenu_->popup(event->globalPos()); }
+void XOVView::openMenu(QPoint globalPosition) { contextualMenu_->popup(globalPosition); }
+
+void XOVView::contextMenuEvent(QContextMenuEvent* event) {
+  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+  openMenu(byKey ? mapToGlobal(rect().center()) : event->globalPos());
+}
+
+// Keys come here only when no shortcut of the host's has taken them.
+void XOVView::keyPressEvent(QKeyEvent* event) {
+  const bool shiftF10 = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
+  if (event->key() == Qt::Key_Menu || shiftF10) {
+    openMenu(mapToGlobal(rect().center()));
+    return;
+  }
+  const QList<QAction*> items = contextualMenu_->actions();
+  const QKeySequence pressed(event->keyCombination());
+  const auto chosen = std::find_if(items.begin(), items.end(),
+                                   [&](const QAction* item) { return item->shortcuts().contains(pressed); });
+  if (chosen == items.end()) {
+    View::keyPressEvent(event);
+  } else {
+    (*chosen)->trigger();
+  }
+}
 
 void XOVView::setController(PlotController* controller) { controller_ = PlotControllerReference(controller); }
 
@@ -53,7 +82,15 @@ void XOVView::mouseDown(const MouseEvent& event) {
     return;
   }
   if (!containsPoint(iRect_, point) || event.clickCount != 1) return;
-  if (PlotController* host = controller()) host->handleClickedMousePosition(viewToData(point, iRect_, limits()));
+  report(viewToData(point, iRect_, limits()), &PlotController::handleClickedMousePositionInView, &XOVView::clicked);
+}
+
+// The controller may close the window that the view is in.
+void XOVView::report(QPointF position, void (PlotController::*message)(QPointF, XOVView&),
+                     void (XOVView::*signal)(QPointF)) {
+  const QPointer<XOVView> self(this);
+  if (PlotController* host = controller()) (host->*message)(position, *this);
+  if (self) Q_EMIT(this->*signal)(position);
 }
 
 // The picture hangs centred under the pointer, wherever in the view the click was.
@@ -68,7 +105,7 @@ void XOVView::dragOut() {
 }
 
 void XOVView::set_trackMouse(bool track) {
-  trackMouse_ = track;
+  change(trackMouse_, track);
   if (track) {
     auto* timer = new QTimer(this);
     const double milliseconds = std::isfinite(mouseTrackInterval_) ? mouseTrackInterval_ * 1000 : kLongestTrackMs;
@@ -90,7 +127,7 @@ void XOVView::handleTrackedMousePosition() {
   const QPointF inWindow = window()->mapFromGlobal(QPointF(QCursor::pos()));
   const QPointF point = convertPointFromWindow(inWindow);
   if (!containsPoint(iRect_, point)) return;
-  if (PlotController* host = controller()) host->handleTrackedMousePosition(viewToData(point, iRect_, limits()));
+  report(viewToData(point, iRect_, limits()), &PlotController::handleTrackedMousePositionInView, &XOVView::tracked);
 }
 
 void XOVView::resetCursorRects() { addCursorRect(pRect_, Qt::CrossCursor); }

@@ -29,8 +29,24 @@ using GridInts = std::shared_ptr<const std::vector<std::int32_t>>;
 class XOV_EXPORT XOVImageView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "gridded image")
+  Q_PROPERTY(xov::XOVImageView::Palette colorPalette READ colorPalette WRITE writeColorPalette NOTIFY settingsChanged)
+  Q_PROPERTY(int nShades READ nShades WRITE writeNShades NOTIFY settingsChanged)
+  Q_PROPERTY(double scaleFactor READ scaleFactor WRITE writeScaleFactor NOTIFY settingsChanged)
+  Q_PROPERTY(bool inverted READ inverted WRITE writeInverted NOTIFY settingsChanged)
+  Q_PROPERTY(bool useTopoValues READ useTopoValues WRITE writeUseTopoValues NOTIFY settingsChanged)
+  Q_PROPERTY(bool hideImage READ hideImage WRITE writeHideImage NOTIFY settingsChanged)
+  Q_PROPERTY(bool showAxes READ showAxes WRITE writeShowAxes NOTIFY settingsChanged)
 
 public:
+  /// The palettes, by the colours from the lowest to the highest value.
+  enum Palette : std::int32_t {
+    Gray = 0,               ///< white to black
+    RedWhiteBlue = 1,       ///< white in the middle
+    RedToBlue = 2,          ///< the rainbow
+    BlueToRed = 3,          ///< the rainbow the other way around
+    WhiteCenterRainbow = 4, ///< dark red to blue, white in the middle
+  };
+  Q_ENUM(Palette)
   /// Red, green, blue, alpha and one that is not used: one byte a cell each, rows from the top.
   using Planes = std::array<std::uint8_t*, 5>;
 
@@ -78,19 +94,20 @@ public:
   virtual void computeScaleFactor();
   /// Sets both and computes the scale.
   void setMinMax(float min, float max);
-  void setScaleFactor(float factor) { scaleFactor_ = factor; }
+  void setScaleFactor(float factor) { change(scaleFactor_, factor); }
   /// As in getColorValues(); 64 shades of palette 0, grey, at first.
   std::int32_t nShades() const { return nShades_; }
-  void setNShades(std::int32_t shades) { nShades_ = shades; }
+  void setNShades(std::int32_t shades) { change(nShades_, shades); }
   std::int32_t palette() const { return palette_; }
-  void setPalette(std::int32_t palette) { palette_ = palette; }
+  void setPalette(std::int32_t palette) { change(palette_, palette); }
+  void setPalette(Palette palette) { setPalette(std::int32_t(palette)); }
   /// Whether colours turn into 255 minus themselves; off at first.
   bool inverted() const { return inverted_; }
-  void setInverted(bool inverted) { inverted_ = inverted; }
+  void setInverted(bool inverted) { change(inverted_, inverted); }
   /// Whether values are elevations in metres with colours of their own, as at first, whatever range, palette and
   /// shades are.
   bool useTopoValues() const { return useTopoValues_; }
-  void setUseTopoValues(bool use) { useTopoValues_ = use; }
+  void setUseTopoValues(bool use) { change(useTopoValues_, use); }
 
   /// Whether cells without a value (NaN) are left out of the picture, so that the paper shows; off at first: then
   /// they have the colour of the lowest value. Shows after updateImagePlanes().
@@ -114,7 +131,7 @@ public:
   const Planes& iPlanes() const { return iPlanes_; }
   /// For maps: whether the picture is left out. This view does not look at it.
   bool hideImage() const { return hideImage_; }
-  void setHideImage(bool hide) { hideImage_ = hide; }
+  void setHideImage(bool hide) { change(hideImage_, hide); }
 
   // The peak.
 
@@ -142,7 +159,7 @@ public:
   void setPlacesCellsExactly(bool exactly) { placesCellsExactly_ = exactly; }
 
   bool showAxes() const { return showAxes_; }
-  void setShowAxes(bool show) { showAxes_ = show; }
+  void setShowAxes(bool show) { change(showAxes_, show); }
   /// pRect (20, 20, width − 40, height − 40) and iRect (64, 50, width − 96, height − 80); without axes iRect is
   /// pRect.
   void computeRects() override;
@@ -222,6 +239,41 @@ protected:
   bool missingCellsTransparent_ = false;
 
 private:
+  Palette colorPalette() const { return Palette(palette()); }
+  // What the writes of properties do: set, and draw anew.
+  void showColors() {
+    updateImagePlanes();
+    setNeedsDisplay(); // without a grid, too
+  }
+  void writeColorPalette(Palette value) {
+    setPalette(value);
+    showColors();
+  }
+  void writeNShades(int value) {
+    setNShades(value);
+    showColors();
+  }
+  void writeScaleFactor(float value) {
+    setScaleFactor(value);
+    showColors();
+  }
+  void writeInverted(bool value) {
+    setInverted(value);
+    showColors();
+  }
+  void writeUseTopoValues(bool value) {
+    setUseTopoValues(value);
+    showColors();
+  }
+  void writeHideImage(bool value) {
+    setHideImage(value);
+    setNeedsDisplay();
+  }
+  void writeShowAxes(bool value) {
+    setShowAxes(value);
+    setNeedsDisplay();
+  }
+
   bool showsBitmap() const { return iRep_ && !anImage_.isNull() && anImage_.cacheKey() == bitmapPicture_; }
 
   std::int64_t bitmapPicture_ = 0; // the key of the picture that shows the bitmap

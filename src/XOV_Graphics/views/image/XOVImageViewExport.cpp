@@ -21,7 +21,7 @@ bool XOVImageView::writeXYZToFile(const QString& path, QString* error) {
     if (error != nullptr) *error = QStringLiteral("%1: the view has no grid").arg(path);
     return false;
   }
-  return writeFileAtomically(
+  const bool written = writeFileAtomically(
       path,
       [this](QIODevice& device) {
         computeMinMax();
@@ -29,6 +29,7 @@ bool XOVImageView::writeXYZToFile(const QString& path, QString* error) {
                             GridValues::held(*imageFloats_, nr_, nc_));
       },
       error);
+  return announceExport(written, path);
 }
 
 } // namespace xov

@@ -51,6 +51,10 @@ xovFKImageView::xovFKImageView(const QRectF& frame, QWidget* parent) : XOVImageV
 
 xovFKImageView::~xovFKImageView() = default;
 
+QString xovFKImageView::usualAxisName(Qt::Axis axis) const {
+  return axis == Qt::XAxis ? QStringLiteral("east slowness (s/km)") : QStringLiteral("north slowness (s/km)");
+}
+
 void xovFKImageView::computeScaleFactor() {
   scaleFactor_ = maxValue_ - minValue_;
   if (scaleFactor_ == 0) scaleFactor_ = 1;

@@ -19,6 +19,8 @@ public:
   explicit xovFKImageView(const QRectF& frame, QWidget* parent = nullptr);
   ~xovFKImageView() override;
 
+  QString usualAxisName(Qt::Axis axis) const override;
+
   /// The scale is maxValue − minValue, 1 in place of 0.
   void computeScaleFactor() override;
   /// Makes bitmap and picture anew. The category xov.cells of the log gets a line "share red green blue" for each

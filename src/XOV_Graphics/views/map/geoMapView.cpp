@@ -32,6 +32,10 @@ geoMapView::geoMapView(const QRectF& frame, QWidget* parent)
 
 geoMapView::~geoMapView() = default;
 
+QString geoMapView::usualAxisName(Qt::Axis axis) const {
+  return axis == Qt::XAxis ? QStringLiteral("longitude (degrees)") : QStringLiteral("latitude (degrees)");
+}
+
 void geoMapView::setThePoints(std::shared_ptr<GeoMapPointArray> points) { thePoints_ = orEmpty(std::move(points)); }
 
 void geoMapView::setTheVectors(std::shared_ptr<GeoMapVectorArray> vectors) {

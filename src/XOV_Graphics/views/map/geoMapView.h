@@ -33,13 +33,32 @@ using XOVPolygonSets = std::vector<std::shared_ptr<XOVPolygonArray>>;
 class XOV_EXPORT geoMapView : public XOVImageView {
   Q_OBJECT
   Q_CLASSINFO("shows", "map")
+  Q_PROPERTY(bool showPlates READ showPlates WRITE writeShowPlates NOTIFY settingsChanged)
+  Q_PROPERTY(QColor plateBoundaryColor READ plateBoundaryColor WRITE writePlateBoundaryColor NOTIFY settingsChanged)
+  Q_PROPERTY(bool outlinePointsWithNoData READ outlinePointsWithNoData WRITE writeOutlinePointsWithNoData NOTIFY
+                 settingsChanged)
+  Q_PROPERTY(xov::geoMapView::VAlign vAlignPlot READ vAlignPlotValue WRITE writeVAlignPlot NOTIFY settingsChanged)
 
 public:
+  /// Where a map stands that is lower than its place.
+  enum VAlign : std::int32_t { Center = 0, Top = 1, Bottom = 2 };
+  Q_ENUM(VAlign)
+  /// The pictures that loadImageWithIndex() knows.
+  enum class BaseImage : std::int32_t {
+    Satellite = 1,
+    NaturalColors = 2,
+    ReliefColors = 3,
+    SecondSatellite = 4,
+    WesternUnitedStates = 10, ///< in grey
+  };
+  Q_ENUM(BaseImage)
+
   /// The whole globe from Greenwich on, without anything on it.
   explicit geoMapView(QWidget* parent = nullptr) : geoMapView(QRectF(), parent) {}
   explicit geoMapView(const QRectF& frame, QWidget* parent = nullptr);
   ~geoMapView() override;
 
+  QString usualAxisName(Qt::Axis axis) const override;
   QSize usualSize() const override { return {720, 400}; }
 
   // What the map shows. The arrays are never null; setting null makes an empty one. They are shared: what the host
@@ -61,17 +80,18 @@ public:
 
   /// Whether the polygon sets are drawn; off at first.
   bool showPlates() const { return showPlates_; }
-  void setShowPlates(bool show) { showPlates_ = show; }
+  void setShowPlates(bool show) { change(showPlates_, show); }
   /// The colour of the polygons: black of opacity 1/2 at first.
   QColor plateBoundaryColor() const { return plateBoundaryColor_; }
-  void setPlateBoundaryColor(const QColor& color) { plateBoundaryColor_ = color; }
+  void setPlateBoundaryColor(const QColor& color) { change(plateBoundaryColor_, color); }
   /// Whether every point has an outline, also one without a colour; on at first. Points with a colour index have one
   /// anyway, and then a second one over it.
   bool outlinePointsWithNoData() const { return outlinePointsWithNoData_; }
-  void setOutlinePointsWithNoData(bool outline) { outlinePointsWithNoData_ = outline; }
+  void setOutlinePointsWithNoData(bool outline) { change(outlinePointsWithNoData_, outline); }
   /// Where a map stands that is lower than its place: 0 in the middle, as at first, 1 at the top, 2 at the bottom.
   std::int32_t vAlignPlot() const { return vAlignPlot_; }
-  void setVAlignPlot(std::int32_t align) { vAlignPlot_ = align; }
+  void setVAlignPlot(std::int32_t align) { change(vAlignPlot_, align); }
+  void setVAlignPlot(VAlign align) { setVAlignPlot(std::int32_t(align)); }
   /// Where the map was last laid out, in view points.
   QRectF mapRect() const { return iRect_; }
 
@@ -108,6 +128,9 @@ public:
   /// False, with one line in `error` where one is given, and nothing changed, for any other index and when the
   /// picture is missing or damaged.
   bool loadImageWithIndex(std::int32_t index, QString* error = nullptr);
+  bool loadImageWithIndex(BaseImage image, QString* error = nullptr) {
+    return loadImageWithIndex(std::int32_t(image), error);
+  }
 
   // Drawing.
 
@@ -130,6 +153,25 @@ protected:
   void drawContents() override;
 
 private:
+  VAlign vAlignPlotValue() const { return VAlign(vAlignPlot()); }
+  // What the writes of properties do: set, and draw anew.
+  void writeShowPlates(bool value) {
+    setShowPlates(value);
+    setNeedsDisplay();
+  }
+  void writePlateBoundaryColor(const QColor& value) {
+    setPlateBoundaryColor(value);
+    setNeedsDisplay();
+  }
+  void writeOutlinePointsWithNoData(bool value) {
+    setOutlinePointsWithNoData(value);
+    setNeedsDisplay();
+  }
+  void writeVAlignPlot(VAlign value) {
+    setVAlignPlot(value);
+    setNeedsDisplay();
+  }
+
   void setImageExtent(const PlotLimits& extent, float dx, float dy);
 
   std::shared_ptr<GeoMapPointArray> thePoints_;

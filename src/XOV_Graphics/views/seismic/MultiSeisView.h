@@ -19,6 +19,10 @@ namespace xov {
 class XOV_EXPORT MultiSeisView : public PickedSeismogramView {
   Q_OBJECT
   Q_CLASSINFO("shows", "record section")
+  Q_PROPERTY(double plotGainFactor READ plotGainFactor WRITE writePlotGainFactor NOTIFY settingsChanged)
+  Q_PROPERTY(bool showZeroLine READ showZeroLine WRITE writeShowZeroLine NOTIFY settingsChanged)
+  Q_PROPERTY(bool fillNegative READ fillNegative WRITE writeFillNegative NOTIFY settingsChanged)
+  Q_PROPERTY(bool fillPositive READ fillPositive WRITE writeFillPositive NOTIFY settingsChanged)
 
 public:
   /// The zero line's dashes in points: with round caps, a row of dots 2.51 points apart.
@@ -33,17 +37,20 @@ public:
   /// The records, kept without owning them: a host that lets the array go gets an empty view. Null records leave
   /// their strip empty.
   void setWvfrmsArray(const std::shared_ptr<const SeismogramArray>& records) { wvfrmsArray_ = records; }
+  /// A temporary one would be gone when the view draws.
+  template <typename Array>
+  void setWvfrmsArray(std::shared_ptr<Array>&&) = delete;
   std::shared_ptr<const SeismogramArray> wvfrmsArray() const { return wvfrmsArray_.lock(); }
   /// Dotted light grey lines through the strips; off at first.
   bool showZeroLine() const { return showZeroLine_; }
-  void setShowZeroLine(bool show) { showZeroLine_ = show; }
+  void setShowZeroLine(bool show) { change(showZeroLine_, show); }
   /// Divides the amplitude scale: larger values draw smaller traces. 1.5 at first, which lets neighbours overlap.
   float plotGainFactor() const { return plotGainFactor_; }
-  void setPlotGainFactor(float factor) { plotGainFactor_ = factor; }
+  void setPlotGainFactor(float factor) { change(plotGainFactor_, factor); }
   /// Stored; traces of this view are not filled.
-  void setFillNegative(bool fill) { fillNegative_ = fill; }
+  void setFillNegative(bool fill) { change(fillNegative_, fill); }
   bool fillNegative() const { return fillNegative_; }
-  void setFillPositive(bool fill) { fillPositive_ = fill; }
+  void setFillPositive(bool fill) { change(fillPositive_, fill); }
   bool fillPositive() const { return fillPositive_; }
 
   /// pRect and iRect (20, 60, width − 40, height − 100).
@@ -62,6 +69,24 @@ protected:
   float plotGainFactor_ = 1.5f;
 
 private:
+  // What the writes of properties do: set, and draw anew.
+  void writePlotGainFactor(float value) {
+    setPlotGainFactor(value);
+    setNeedsDisplay();
+  }
+  void writeShowZeroLine(bool value) {
+    setShowZeroLine(value);
+    setNeedsDisplay();
+  }
+  void writeFillNegative(bool value) {
+    setFillNegative(value);
+    setNeedsDisplay();
+  }
+  void writeFillPositive(bool value) {
+    setFillPositive(value);
+    setNeedsDisplay();
+  }
+
   void drawStrips(const SeismogramArray& records);
   void drawZeroLine(double center);
   void drawCaption(const SeismogramRecord& record, double center);

@@ -16,11 +16,17 @@ namespace xov {
 class XOV_EXPORT SeisView02 : public StackedSeisView {
   Q_OBJECT
   Q_CLASSINFO("shows", "stacked seismograms")
+  Q_PROPERTY(xov::SeisView02::PlotStyle plotStyle READ plotStyleValue WRITE writePlotStyle NOTIFY settingsChanged)
 
 public:
+  enum PlotStyle : std::int32_t {
+    Overlay = 1, ///< the traces over each other, with a Y axis
+    Bands = 2,   ///< a band for each, the first on top
+  };
+  Q_ENUM(PlotStyle)
   /// Values of plotStyle().
-  static constexpr std::int32_t kOverlay = 1;
-  static constexpr std::int32_t kBands = 2;
+  static constexpr std::int32_t kOverlay = std::int32_t(PlotStyle::Overlay);
+  static constexpr std::int32_t kBands = std::int32_t(PlotStyle::Bands);
 
   explicit SeisView02(QWidget* parent = nullptr) : SeisView02(QRectF(), parent) {}
   explicit SeisView02(const QRectF& frame, QWidget* parent = nullptr);
@@ -28,7 +34,8 @@ public:
 
   /// kOverlay at first. Any other value than kBands overlays the traces; only kOverlay has a Y axis.
   std::int32_t plotStyle() const { return plotStyle_; }
-  void setplotStyle(std::int32_t style) { plotStyle_ = style; }
+  void setplotStyle(std::int32_t style) { change(plotStyle_, style); }
+  void setplotStyle(PlotStyle style) { setplotStyle(std::int32_t(style)); }
 
   void drawRect(const QRectF& dirty) override;
   /// One trace in the current colour: the samples of windowStartingAtLimit(), all but the first held inside ymin …
@@ -45,6 +52,14 @@ public:
 
 protected:
   std::int32_t plotStyle_ = kOverlay;
+
+private:
+  PlotStyle plotStyleValue() const { return PlotStyle(plotStyle()); }
+  // What the writes of properties do: set, and draw anew.
+  void writePlotStyle(PlotStyle value) {
+    setplotStyle(value);
+    setNeedsDisplay();
+  }
 };
 
 } // namespace xov

@@ -15,6 +15,10 @@ SeismogramView::SeismogramView(const QRectF& frame, QWidget* parent) : XOVView(f
 
 SeismogramView::~SeismogramView() = default;
 
+QString SeismogramView::usualAxisName(Qt::Axis axis) const {
+  return axis == Qt::XAxis ? QStringLiteral("time (s)") : QStringLiteral("amplitude");
+}
+
 void SeismogramView::takeLimits(const RecordLimits& found, FixedRanges fixed) {
   const bool keep = fixed == FixedRanges::Kept;
   if (!keep || !fixedXAxisRange_) {
@@ -25,6 +29,7 @@ void SeismogramView::takeLimits(const RecordLimits& found, FixedRanges fixed) {
     ymin_ = found.amin;
     ymax_ = found.amax;
   }
+  announceLimits();
 }
 
 bool SeismogramView::settleTrace(Trace& trace, const QRectF& panel, float lowest, float highest) {

@@ -17,6 +17,8 @@ class XOV_EXPORT SeismogramView : public XOVView {
 public:
   ~SeismogramView() override;
 
+  QString usualAxisName(Qt::Axis axis) const override;
+
 protected:
   explicit SeismogramView(const QRectF& frame, QWidget* parent);
 

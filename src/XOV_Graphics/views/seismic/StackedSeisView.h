@@ -11,6 +11,8 @@ namespace xov {
 /// axes. It draws nothing by itself.
 class XOV_EXPORT StackedSeisView : public SeismogramView {
   Q_OBJECT
+  Q_PROPERTY(bool fillNegative READ fillNegative WRITE writeFillNegative NOTIFY settingsChanged)
+  Q_PROPERTY(bool fillPositive READ fillPositive WRITE writeFillPositive NOTIFY settingsChanged)
 
 public:
   ~StackedSeisView() override;
@@ -20,13 +22,16 @@ public:
   /// The records, kept without owning them: a host that lets the array go gets an empty view. Null records and
   /// records without samples draw nothing.
   void setWvfrmsArray(const std::shared_ptr<const SeismogramArray>& records) { wvfrmsArray_ = records; }
+  /// A temporary one would be gone when the view draws.
+  template <typename Array>
+  void setWvfrmsArray(std::shared_ptr<Array>&&) = delete;
   std::shared_ptr<const SeismogramArray> wvfrmsArray() const { return wvfrmsArray_.lock(); }
   /// Stored; it has no effect on the drawing.
   bool fillNegative() const { return fillNegative_; }
-  void setFillNegative(bool fill) { fillNegative_ = fill; }
+  void setFillNegative(bool fill) { change(fillNegative_, fill); }
   /// Off at first. What it does is up to the subclass.
   bool fillPositive() const { return fillPositive_; }
-  void setFillPositive(bool fill) { fillPositive_ = fill; }
+  void setFillPositive(bool fill) { change(fillPositive_, fill); }
 
   /// pRect and iRect (80, 60, width − 120, height − 100).
   void computeRects() override;
@@ -40,6 +45,17 @@ protected:
   std::weak_ptr<const SeismogramArray> wvfrmsArray_;
   bool fillNegative_ = false;
   bool fillPositive_ = false;
+
+private:
+  // What the writes of properties do: set, and draw anew.
+  void writeFillNegative(bool value) {
+    setFillNegative(value);
+    setNeedsDisplay();
+  }
+  void writeFillPositive(bool value) {
+    setFillPositive(value);
+    setNeedsDisplay();
+  }
 };
 
 } // namespace xov

@@ -21,6 +21,10 @@ namespace xov {
 class XOV_EXPORT ThreeCompView : public PickedSeismogramView {
   Q_OBJECT
   Q_CLASSINFO("shows", "three-component seismogram")
+  Q_PROPERTY(double maxAmplitude READ maxAmplitude WRITE writeMaxAmplitude NOTIFY settingsChanged)
+  Q_PROPERTY(bool selfScaled READ selfScaled WRITE writeSelfScaled NOTIFY settingsChanged)
+  Q_PROPERTY(bool opComparison READ opComparison WRITE writeOpComparison NOTIFY settingsChanged)
+  Q_PROPERTY(bool showMaxAmplitude READ showMaxAmplitude WRITE writeShowMaxAmplitude NOTIFY settingsChanged)
 
 public:
   explicit ThreeCompView(QWidget* parent = nullptr) : ThreeCompView(QRectF(), parent) {}
@@ -31,24 +35,27 @@ public:
 
   /// The observation, kept without owning it: a host that lets it go gets an empty view.
   void setObservation(const std::shared_ptr<ThreeComponentObservation>& observation) { anObs_ = observation; }
+  /// A temporary one would be gone when the view draws.
+  template <typename Kept>
+  void setObservation(std::shared_ptr<Kept>&&) = delete;
   std::shared_ptr<ThreeComponentObservation> anObs() const { return anObs_.lock(); }
   /// For hosts, in the samples' unit; the drawing does not use it. 0.0005 at first.
   float maxAmplitude() const { return maxAmplitude_; }
-  void setMaxAmplitude(float amplitude) { maxAmplitude_ = amplitude; }
+  void setMaxAmplitude(float amplitude) { change(maxAmplitude_, amplitude); }
   /// Without effect.
   float altMaxAmplitude() const { return altMaxAmplitude_; }
   /// Scales each trace by its own peak, which then reaches the edge of its panel. Off at first.
   bool selfScaled() const { return selfScaled_; }
-  void setSelfScaled(bool scaled) { selfScaled_ = scaled; }
+  void setSelfScaled(bool scaled) { change(selfScaled_, scaled); }
   /// Draws a red comparison trace 36 points below each trace: the records that getSeisWithIndex() has for 3, 4 and 5.
   /// Needs a subclass that has them, and captions the panel with the comparison. Off at first.
   bool opComparison() const { return opComparison_; }
-  void setOpComparison(bool compare) { opComparison_ = compare; }
+  void setOpComparison(bool compare) { change(opComparison_, compare); }
   /// On only while a comparison trace is drawn.
   bool useAltScale() const { return useAltScale_; }
   /// Prints each trace's largest absolute amplitude under the name of its component. Off at first.
   bool showMaxAmplitude() const { return showMaxAmplitude_; }
-  void setShowMaxAmplitude(bool show) { showMaxAmplitude_ = show; }
+  void setShowMaxAmplitude(bool show) { change(showMaxAmplitude_, show); }
   /// The amplitude range of comparison traces: copies of ymin() and ymax() that computePlotLimits() makes.
   float pymin() const { return pymin_; }
   float pymax() const { return pymax_; }
@@ -80,6 +87,24 @@ protected:
   float pymax_ = 0;
 
 private:
+  // What the writes of properties do: set, and draw anew.
+  void writeMaxAmplitude(float value) {
+    setMaxAmplitude(value);
+    setNeedsDisplay();
+  }
+  void writeSelfScaled(bool value) {
+    setSelfScaled(value);
+    setNeedsDisplay();
+  }
+  void writeOpComparison(bool value) {
+    setOpComparison(value);
+    setNeedsDisplay();
+  }
+  void writeShowMaxAmplitude(bool value) {
+    setShowMaxAmplitude(value);
+    setNeedsDisplay();
+  }
+
   SeismogramArray components() const;
   void drawHeader(const SeismogramRecord& record);
   void drawPanel(const QRectF& rect, int index);

@@ -17,6 +17,7 @@ namespace xov {
 class XOV_EXPORT uniformTimeSeriesView : public SeismogramView {
   Q_OBJECT
   Q_CLASSINFO("shows", "time series")
+  Q_PROPERTY(double maxAmplitude READ maxAmplitude WRITE writeMaxAmplitude NOTIFY settingsChanged)
 
 public:
   explicit uniformTimeSeriesView(QWidget* parent = nullptr) : uniformTimeSeriesView(QRectF(), parent) {}
@@ -30,7 +31,7 @@ public:
   const std::shared_ptr<const UniformSignalArray>& wvfrmArray() const { return wvfrmArray_; }
   /// Stored for hosts; the drawing does not use it. 0 at first.
   float maxAmplitude() const { return maxAmplitude_; }
-  void setMaxAmplitude(float amplitude) { maxAmplitude_ = amplitude; }
+  void setMaxAmplitude(float amplitude) { change(maxAmplitude_, amplitude); }
 
   /// While it draws it sets iRect and pRect to the panel: (24, 48, width − 36, height − 60).
   void drawRect(const QRectF& dirty) override;
@@ -43,6 +44,13 @@ public:
 protected:
   std::shared_ptr<const UniformSignalArray> wvfrmArray_;
   float maxAmplitude_ = 0;
+
+private:
+  // What the writes of properties do: set, and draw anew.
+  void writeMaxAmplitude(float value) {
+    setMaxAmplitude(value);
+    setNeedsDisplay();
+  }
 };
 
 } // namespace xov

@@ -20,6 +20,7 @@ namespace xov {
 class XOV_EXPORT wvfrmView : public PickedSeismogramView {
   Q_OBJECT
   Q_CLASSINFO("shows", "pairs of seismograms")
+  Q_PROPERTY(double maxAmplitude READ maxAmplitude WRITE writeMaxAmplitude NOTIFY settingsChanged)
 
 public:
   explicit wvfrmView(QWidget* parent = nullptr) : wvfrmView(QRectF(), parent) {}
@@ -31,10 +32,13 @@ public:
   /// The records, two by two, kept without owning them: a host that lets the array go gets an empty view. Of a pair
   /// with a null record the other one is drawn.
   void setWvfrmArray(const std::shared_ptr<const SeismogramArray>& records) { wvfrmArray_ = records; }
+  /// A temporary one would be gone when the view draws.
+  template <typename Array>
+  void setWvfrmArray(std::shared_ptr<Array>&&) = delete;
   std::shared_ptr<const SeismogramArray> wvfrmArray() const { return wvfrmArray_.lock(); }
   /// The amplitude that half a panel's height stands for, in the samples' unit; 0.0005 at first.
   float maxAmplitude() const { return maxAmplitude_; }
-  void setMaxAmplitude(float amplitude) { maxAmplitude_ = amplitude; }
+  void setMaxAmplitude(float amplitude) { change(maxAmplitude_, amplitude); }
 
   void drawRect(const QRectF& dirty) override;
   /// One trace into a panel in the current colour. Nothing for a null record.
@@ -48,6 +52,12 @@ protected:
   float maxAmplitude_ = 0.0005f;
 
 private:
+  // What the writes of properties do: set, and draw anew.
+  void writeMaxAmplitude(float value) {
+    setMaxAmplitude(value);
+    setNeedsDisplay();
+  }
+
   void drawHeader(const SeismogramRecord& record);
   void drawPair(const QRectF& rect, const SeismogramRecord* black, const SeismogramRecord* red);
 };

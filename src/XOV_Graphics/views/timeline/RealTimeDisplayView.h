@@ -24,6 +24,12 @@ namespace xov {
 class XOV_EXPORT RealTimeDisplayView : public SeisView01 {
   Q_OBJECT
   Q_CLASSINFO("shows", "real-time seismograms")
+  Q_PROPERTY(QDateTime refDate READ refDate WRITE writeRefDate NOTIFY settingsChanged)
+  Q_PROPERTY(double waveformGain READ waveformGain WRITE writeWaveformGain NOTIFY settingsChanged)
+  Q_PROPERTY(bool originOnRight READ originOnRight WRITE writeOriginOnRight NOTIFY settingsChanged)
+  Q_PROPERTY(bool drawOriginTimes READ drawOriginTimes WRITE writeDrawOriginTimes NOTIFY settingsChanged)
+  Q_PROPERTY(QColor backGroundColor READ backGroundColor WRITE writeBackGroundColor NOTIFY settingsChanged)
+  Q_PROPERTY(QColor drawingColor READ drawingColor WRITE writeDrawingColor NOTIFY settingsChanged)
 
 public:
   ~RealTimeDisplayView() override;
@@ -33,25 +39,28 @@ public:
   /// The reference instant, in any zone; none, that is invalid, at first: then nothing is written and no event
   /// marked.
   QDateTime refDate() const { return refDate_; }
-  void setRefDate(const QDateTime& date) { refDate_ = date; }
+  void setRefDate(const QDateTime& date) { change(refDate_, date); }
   /// The events that may be marked, kept without owning them. Null events and those without a time are not marked.
   void setEventOrigins(const std::shared_ptr<const EventOriginArray>& events) { eventOrigins_ = events; }
+  /// A temporary one would be gone when the view draws.
+  template <typename Array>
+  void setEventOrigins(std::shared_ptr<Array>&&) = delete;
   std::shared_ptr<const EventOriginArray> eventOrigins() const { return eventOrigins_.lock(); }
   /// Multiplies the traces; 1 at first: then ymax − ymin fills a band.
   float waveformGain() const { return waveformGain_; }
-  void setWaveformGain(float gain) { waveformGain_ = gain; }
+  void setWaveformGain(float gain) { change(waveformGain_, gain); }
   /// Whether the reference instant lies on the right edge of the plot, as it does at first, or on the left one.
   bool originOnRight() const { return originOnRight_; }
-  void setOriginOnRight(bool onRight) { originOnRight_ = onRight; }
+  void setOriginOnRight(bool onRight) { change(originOnRight_, onRight); }
   /// Whether events are marked; off at first.
   bool drawOriginTimes() const { return drawOriginTimes_; }
-  void setDrawOriginTimes(bool draw) { drawOriginTimes_ = draw; }
+  void setDrawOriginTimes(bool draw) { change(drawOriginTimes_, draw); }
   /// The colour that the view is filled with; white at first.
   QColor backGroundColor() const { return backGroundColor_; }
-  void setBackGroundColor(const QColor& color) { backGroundColor_ = color; }
+  void setBackGroundColor(const QColor& color) { change(backGroundColor_, color); }
   /// The colour of the traces; black at first.
   QColor drawingColor() const { return drawingColor_; }
-  void setDrawingColor(const QColor& color) { drawingColor_ = color; }
+  void setDrawingColor(const QColor& color) { change(drawingColor_, color); }
 
   /// pRect and iRect (60, 84, width − 140, height − 144).
   void computeRects() override;
@@ -85,6 +94,32 @@ protected:
   QColor drawingColor_;
 
 private:
+  // What the writes of properties do: set, and draw anew.
+  void writeRefDate(const QDateTime& value) {
+    setRefDate(value);
+    setNeedsDisplay();
+  }
+  void writeWaveformGain(float value) {
+    setWaveformGain(value);
+    setNeedsDisplay();
+  }
+  void writeOriginOnRight(bool value) {
+    setOriginOnRight(value);
+    setNeedsDisplay();
+  }
+  void writeDrawOriginTimes(bool value) {
+    setDrawOriginTimes(value);
+    setNeedsDisplay();
+  }
+  void writeBackGroundColor(const QColor& value) {
+    setBackGroundColor(value);
+    setNeedsDisplay();
+  }
+  void writeDrawingColor(const QColor& value) {
+    setDrawingColor(value);
+    setNeedsDisplay();
+  }
+
   void drawBandLabel(const SeismogramRecord& record, double upperEdge);
 };
 

@@ -31,6 +31,10 @@ helicorderView::helicorderView(const QRectF& frame, QWidget* parent) : XOVView(f
 
 helicorderView::~helicorderView() = default;
 
+QString helicorderView::usualAxisName(Qt::Axis axis) const {
+  return axis == Qt::XAxis ? QStringLiteral("time in a row (s)") : QStringLiteral("amplitude");
+}
+
 void helicorderView::drawRect(const QRectF& dirty) {
   GraphicsContext& context = GraphicsContext::current();
   context.setColor(colors::white);

@@ -26,20 +26,33 @@ namespace xov {
 class XOV_EXPORT helicorderView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "drum record")
+  Q_PROPERTY(double gainFactor READ gainFactor WRITE writeGainFactor NOTIFY settingsChanged)
+  Q_PROPERTY(double rowDuration READ rowDuration WRITE writeRowDuration NOTIFY settingsChanged)
+  Q_PROPERTY(int nRows READ nRows WRITE writeNRows NOTIFY settingsChanged)
+  Q_PROPERTY(bool showZeroLines READ showZeroLines WRITE writeShowZeroLines NOTIFY settingsChanged)
+  Q_PROPERTY(bool labelHours READ labelHours WRITE writeLabelHours NOTIFY settingsChanged)
+  Q_PROPERTY(double magThreshold READ magThreshold WRITE writeMagThreshold NOTIFY settingsChanged)
 
 public:
   explicit helicorderView(QWidget* parent = nullptr) : helicorderView(QRectF(), parent) {}
   explicit helicorderView(const QRectF& frame, QWidget* parent = nullptr);
   ~helicorderView() override;
 
+  QString usualAxisName(Qt::Axis axis) const override;
   QSize usualSize() const override { return {800, 600}; }
 
   /// The pieces of one channel, kept without owning them: a host that lets the array go gets a white page. The first
   /// one gives the page its start and title. Null pieces draw nothing.
   void setWvfrmArray(const std::shared_ptr<const SeismogramArray>& pieces) { wvfrmArray_ = pieces; }
+  /// A temporary one would be gone when the view draws.
+  template <typename Array>
+  void setWvfrmArray(std::shared_ptr<Array>&&) = delete;
   std::shared_ptr<const SeismogramArray> wvfrmArray() const { return wvfrmArray_.lock(); }
   /// The events, kept without owning them. Null events and those without a date are not marked.
   void setTheHypoArray(const std::shared_ptr<const EventOriginArray>& events) { theHypos_ = events; }
+  /// A temporary one would be gone when the view draws.
+  template <typename Array>
+  void setTheHypoArray(std::shared_ptr<Array>&&) = delete;
   std::shared_ptr<const EventOriginArray> theHypos() const { return theHypos_.lock(); }
 
   /// The largest absolute sample of all pieces, as of the last draw.
@@ -47,13 +60,13 @@ public:
   void setMaxAmplitude(float amplitude) { maxAmplitude_ = amplitude; }
   /// 1 lets the largest sample touch the edges of its row; 8 at first.
   float gainFactor() const { return gainFactor_; }
-  void setGainFactor(float gain) { gainFactor_ = gain; }
+  void setGainFactor(float gain) { change(gainFactor_, gain); }
   /// Seconds a row; 3600 at first. Traces are drawn only while it is positive.
   float rowDuration() const { return rowDuration_; }
-  void setRowDuration(float seconds) { rowDuration_ = seconds; }
+  void setRowDuration(float seconds) { change(rowDuration_, seconds); }
   /// Rows on the page; 24 at first. Beyond 2048 zero lines and labels thin out, and traces end.
   std::int32_t nRows() const { return nRows_; }
-  void setNRows(std::int32_t rows) { nRows_ = rows; }
+  void setNRows(std::int32_t rows) { change(nRows_, rows); }
   /// Where the page starts, as of the last draw; invalid when that is not known.
   QDateTime startTime() const { return startTime_; }
   void setStartTime(const QDateTime& time) { startTime_ = time; }
@@ -62,13 +75,13 @@ public:
   void setPlotDuration(double seconds) { plotDuration_ = seconds; }
   /// Thin lines through the rows; off at first.
   bool showZeroLines() const { return showZeroLines_; }
-  void setShowZeroLines(bool show) { showZeroLines_ = show; }
+  void setShowZeroLines(bool show) { change(showZeroLines_, show); }
   /// Events are marked when mb, Ms or Mw reaches it; 4 at first.
   float magThreshold() const { return magThreshold_; }
-  void setMagThreshold(float magnitude) { magThreshold_ = magnitude; }
+  void setMagThreshold(float magnitude) { change(magThreshold_, magnitude); }
   /// Whether the time scale counts hours instead of minutes; off at first.
   bool labelHours() const { return labelHours_; }
-  void setLabelHours(bool hours) { labelHours_ = hours; }
+  void setLabelHours(bool hours) { change(labelHours_, hours); }
 
   /// Draws the page. Sets startTime(), plotDuration(), maxAmplitude(), pRect and iRect (both the rectangle of rows
   /// and scale), xmin to 0 and xmax to rowDuration(). Without pieces the page is white.
@@ -97,6 +110,32 @@ protected:
   bool labelHours_ = false;
 
 private:
+  // What the writes of properties do: set, and draw anew.
+  void writeGainFactor(float value) {
+    setGainFactor(value);
+    setNeedsDisplay();
+  }
+  void writeRowDuration(float value) {
+    setRowDuration(value);
+    setNeedsDisplay();
+  }
+  void writeNRows(int value) {
+    setNRows(value);
+    setNeedsDisplay();
+  }
+  void writeShowZeroLines(bool value) {
+    setShowZeroLines(value);
+    setNeedsDisplay();
+  }
+  void writeLabelHours(bool value) {
+    setLabelHours(value);
+    setNeedsDisplay();
+  }
+  void writeMagThreshold(float value) {
+    setMagThreshold(value);
+    setNeedsDisplay();
+  }
+
   void drawPageTitle(const SeismogramRecord& record);
   void drawZeroLines();
   void drawTraces(const SeismogramArray& pieces, float offset);

@@ -37,6 +37,7 @@ void XOV2DScatterPlotView::computePlotLimits() {
   xmax_ = extremes.xmax;
   ymin_ = extremes.ymin;
   ymax_ = extremes.ymax;
+  announceLimits();
 }
 
 void XOV2DScatterPlotView::computeDataRanges() { XOV2DScatterPlotView::computePlotLimits(); }

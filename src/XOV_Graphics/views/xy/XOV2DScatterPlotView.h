@@ -18,6 +18,7 @@ namespace xov {
 class XOV_EXPORT XOV2DScatterPlotView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "scatter plot")
+  Q_PROPERTY(double symbolDiameter READ symbolDiameter WRITE writeSymbolDiameter NOTIFY settingsChanged)
 
 public:
   using Buffer = std::shared_ptr<std::vector<float>>;
@@ -37,7 +38,7 @@ public:
   /// The diameter of the circles, in view points; the sign does not matter. 0 and values that are not finite draw no
   /// circles.
   float symbolDiameter() const { return symbolDiameter_; }
-  void setSymbolDiameter(float diameter) { symbolDiameter_ = diameter; }
+  void setSymbolDiameter(float diameter) { change(symbolDiameter_, diameter); }
 
   /// Sets the limits to the extremes of the points, whatever the fixed-range flags say, and leaves xyRect() alone.
   /// Without points nothing changes.
@@ -60,6 +61,12 @@ protected:
   std::int32_t npts_ = 0;
 
 private:
+  // What the writes of properties do: set, and draw anew.
+  void writeSymbolDiameter(float value) {
+    setSymbolDiameter(value);
+    setNeedsDisplay();
+  }
+
   friend struct XYAxes;
   std::span<const float> readable(const Buffer& buffer) const;
 };

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/views/xy/XOVChartView.h"
 
+#include "XOV_Graphics/views/base/SpokenRanges.h"
+
 namespace xov {
 
 XOVChartView::XOVChartView(QWidget* parent)
@@ -11,5 +13,9 @@ XOVChartView::XOVChartView(QWidget* parent)
 XOVChartView::XOVChartView(const QRectF& frame, QWidget* parent) : View(frame, parent) {}
 
 XOVChartView::~XOVChartView() = default;
+
+QString XOVChartView::spokenDescription() const {
+  return spokenRanges({xmin_, xmax_, ymin_, ymax_}, QStringLiteral("x"), QStringLiteral("y"));
+}
 
 } // namespace xov

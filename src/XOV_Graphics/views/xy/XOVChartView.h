@@ -21,6 +21,9 @@ public:
   explicit XOVChartView(const QRectF& frame, QWidget* parent = nullptr);
   ~XOVChartView() override;
 
+  /// The limits of both directions, those that differ.
+  QString spokenDescription() const override;
+
   float xmin() const { return xmin_; }
   float xmax() const { return xmax_; }
   float ymin() const { return ymin_; }

@@ -43,6 +43,10 @@ XOVHistogramView::XOVHistogramView(const QRectF& frame, QWidget* parent)
 
 XOVHistogramView::~XOVHistogramView() = default;
 
+QString XOVHistogramView::usualAxisName(Qt::Axis axis) const {
+  return axis == Qt::XAxis ? QStringLiteral("value") : QStringLiteral("count");
+}
+
 bool XOVHistogramView::setValuesNPts(const float* values, std::int32_t count) {
   if (count < 0 || (values == nullptr && count > 0)) return false;
   const Values buffer = makeBuffer<float>(count);

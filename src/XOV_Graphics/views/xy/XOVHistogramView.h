@@ -20,6 +20,10 @@ namespace xov {
 class XOV_EXPORT XOVHistogramView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "histogram")
+  Q_PROPERTY(int nBins READ nBins WRITE writeNBins NOTIFY settingsChanged)
+  Q_PROPERTY(double minBinValue READ minBinValue WRITE writeMinBinValue NOTIFY settingsChanged)
+  Q_PROPERTY(double maxBinValue READ maxBinValue WRITE writeMaxBinValue NOTIFY settingsChanged)
+  Q_PROPERTY(QColor barFillColor READ barFillColor WRITE writeBarFillColor NOTIFY settingsChanged)
 
 public:
   using Values = std::shared_ptr<std::vector<float>>;
@@ -30,6 +34,8 @@ public:
   explicit XOVHistogramView(QWidget* parent = nullptr) : XOVHistogramView(QRectF(), parent) {}
   explicit XOVHistogramView(const QRectF& frame, QWidget* parent = nullptr);
   ~XOVHistogramView() override;
+
+  QString usualAxisName(Qt::Axis axis) const override;
 
   /// Copies values into a new buffer and sets minValue() and maxValue() to their extremes (+infinity and −infinity
   /// for none). False, and nothing changed, for a negative count, a missing pointer or when memory does not allow it.
@@ -65,15 +71,15 @@ public:
   std::int32_t maxCount() const { return maxCount_; }
   void setMaxCount(std::int32_t count) { maxCount_ = count; }
   std::int32_t nBins() const { return nBins_; }
-  void setNBins(std::int32_t count) { nBins_ = count; }
+  void setNBins(std::int32_t count) { change(nBins_, count); }
   float binWidth() const { return binWidth_; }
   void setbinWidth(float width) { binWidth_ = width; }
   float minBinValue() const { return minBinValue_; }
-  void setMinBinValue(float value) { minBinValue_ = value; }
+  void setMinBinValue(float value) { change(minBinValue_, value); }
   float maxBinValue() const { return maxBinValue_; }
-  void setMaxBinValue(float value) { maxBinValue_ = value; }
+  void setMaxBinValue(float value) { change(maxBinValue_, value); }
   QColor barFillColor() const { return barFillColor_; }
-  void setBarFillColor(const QColor& color) { barFillColor_ = color; }
+  void setBarFillColor(const QColor& color) { change(barFillColor_, color); }
 
   void drawRect(const QRectF& dirty) override;
   /// Vertical bars over the horizontal axis of values, inside iRect().
@@ -103,6 +109,24 @@ protected:
   QColor barFillColor_;
 
 private:
+  // What the writes of properties do: set, and draw anew.
+  void writeNBins(int value) {
+    setNBins(value);
+    setNeedsDisplay();
+  }
+  void writeMinBinValue(float value) {
+    setMinBinValue(value);
+    setNeedsDisplay();
+  }
+  void writeMaxBinValue(float value) {
+    setMaxBinValue(value);
+    setNeedsDisplay();
+  }
+  void writeBarFillColor(const QColor& value) {
+    setBarFillColor(value);
+    setNeedsDisplay();
+  }
+
   friend struct XYAxes;
   std::span<float> readableValues() const;
   std::span<const std::int32_t> readableCounts() const;

@@ -11,6 +11,8 @@ namespace xov {
 class XOV_EXPORT spectrumView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "spectra")
+  Q_PROPERTY(bool logX READ logX WRITE writeLogX NOTIFY settingsChanged)
+  Q_PROPERTY(bool logY READ logY WRITE writeLogY NOTIFY settingsChanged)
 
 public:
   /// No frame, an empty list, both axes logarithmic.
@@ -29,10 +31,10 @@ public:
 
   /// Whether the frequency axis is wanted logarithmic.
   bool logX() const { return logX_; }
-  void setLogX(bool logarithmic) { logX_ = logarithmic; }
+  void setLogX(bool logarithmic) { change(logX_, logarithmic); }
   /// Whether the amplitude axis is wanted logarithmic.
   bool logY() const { return logY_; }
-  void setLogY(bool logarithmic) { logY_ = logarithmic; }
+  void setLogY(bool logarithmic) { change(logY_, logarithmic); }
 
   void drawRect(const QRectF& dirty) override;
 
@@ -40,6 +42,17 @@ protected:
   ChartItemList theSpectra_;
   bool logX_ = false;
   bool logY_ = false;
+
+private:
+  // What the writes of properties do: set, and draw anew.
+  void writeLogX(bool value) {
+    setLogX(value);
+    setNeedsDisplay();
+  }
+  void writeLogY(bool value) {
+    setLogY(value);
+    setNeedsDisplay();
+  }
 };
 
 } // namespace xov

@@ -45,9 +45,16 @@ bool xyPlotView::scanLimits() {
   return true;
 }
 
-void xyPlotView::computePlotLimits() { scanLimits(); }
+void xyPlotView::computePlotLimits() {
+  scanLimits();
+  announceLimits();
+}
 
-QRectF xyPlotView::computeDataRanges() { return scanLimits() ? limits().rect() : QRectF(); }
+QRectF xyPlotView::computeDataRanges() {
+  if (!scanLimits()) return {};
+  announceLimits();
+  return limits().rect();
+}
 
 void xyPlotView::drawRect(const QRectF&) {
   if (!XYAxes::beginPlot(*this, npts_)) return;

@@ -25,6 +25,7 @@ void xyScatterPlot::computePlotLimits() {
   if (!scanLimits()) return;
   pad(xmin_, xmax_);
   pad(ymin_, ymax_);
+  announceLimits();
 }
 
 void xyScatterPlot::drawRect(const QRectF&) {
