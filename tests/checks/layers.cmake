@@ -15,14 +15,15 @@ set(below_graphics  base graphics platform)
 set(below_views     base views graphics map colour seismic platform)
 set(below_apps      apps base views graphics map grid colour seismic platform)
 set(below_examples  examples base views graphics map grid colour seismic platform)
-set(layers base platform colour map grid seismic graphics views apps examples)
+set(below_designer  designer base views graphics map grid colour seismic platform)
+set(layers base platform colour map grid seismic graphics views apps designer examples)
 
 # The library's folders stand in one root, whose name starts every include.
 set(library base platform colour map grid seismic graphics views)
 set(library_root src/XOV_Graphics)
 
 # Programs use the library as a stranger would.
-set(sees_public_headers_only apps examples)
+set(sees_public_headers_only apps designer examples)
 
 # The desktop is the platform's business. An umbrella header such as <QtGui> would bring all of it along.
 set(desktop_headers
@@ -45,7 +46,7 @@ endfunction()
 # --- lengths
 
 file(GLOB_RECURSE texts RELATIVE ${ROOT} ${ROOT}/cmake/*.h)
-foreach(folder IN ITEMS src apps examples tests bench)
+foreach(folder IN ITEMS src apps designer examples tests bench)
   file(GLOB_RECURSE some RELATIVE ${ROOT} ${ROOT}/${folder}/*.h ${ROOT}/${folder}/*.cpp)
   list(APPEND texts ${some})
 endforeach()
