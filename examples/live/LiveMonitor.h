@@ -62,7 +62,7 @@ private:
   }
   void showLatest() {
     const QDateTime now = QDateTime::currentDateTimeUtc();
-    const xov::RealTimeSpan span = feed_.show(now, kSpan, xov::RealTimeEdge::Right);
+    const xov::RealTimeSpan span = feed_.show(now, kSpan, xov::Edge::Right);
     setXLimitsMinMax(span.xmin, span.xmax);
     setRefDate(now);
     update();

@@ -36,7 +36,7 @@ public:
   void append(const SacHeader& header, double startSeconds, double deltaSeconds, std::span<const float> samples);
 
   /// The channels, in the order in which they first appeared: one array, which grows with them.
-  std::shared_ptr<const SeismogramArray> records() const { return records_; }
+  const std::shared_ptr<const SeismogramArray>& records() const { return shown_; }
 
   /// Moves all channels to the time axis of realTimeSpan() and gives that.
   RealTimeSpan show(const QDateTime& reference, double seconds, Edge edge);
@@ -46,6 +46,7 @@ private:
   QDateTime base_;
   std::vector<std::shared_ptr<RealTimeSeismogram>> channels_;
   std::shared_ptr<SeismogramArray> records_ = std::make_shared<SeismogramArray>();
+  std::shared_ptr<const SeismogramArray> shown_ = records_; // the same, as views take it
 };
 
 } // namespace xov
