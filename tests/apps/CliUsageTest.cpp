@@ -51,7 +51,7 @@ TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
       {{"section", "a", "--gain", "-1"},
        "xov: section: --gain: found '-1', expected a number above 0 (see 'xov section --help')\n"},
       {{"section", "a", "--sort", "size"},
-       "xov: section: --sort: size not in {distance,azimuth,name} (see 'xov section --help')\n"},
+       "xov: section: --sort: found 'size', expected distance, azimuth or name (see 'xov section --help')\n"},
       {{"info"}, "xov: info: FILES is required (see 'xov info --help')\n"},
       {{"xy"}, "xov: xy: FILE is required (see 'xov xy --help')\n"},
       {{"xy", "a", "b"}, "xov: xy: The following argument was not expected: b (see 'xov xy --help')\n"},

@@ -1,5 +1,6 @@
 #include "apps/xov/commands/FkCommand.h"
 
+#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/inputs/ValueRange.h"
 #include "apps/xov/output/TitledView.h"
@@ -65,14 +66,18 @@ void FkCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options, "FILES", "A grid of powers as lines of x, y and power, or the recordings of an array");
   options.add_option("--stations", stations_, "Lines of a station code, its latitude and its longitude")
       ->type_name("FILE");
-  options.add_option("--band", band_, "Lowest and highest frequency in Hz (default: 4 periods to half of Nyquist)")
-      ->type_name("F1 F2")
-      ->expected(2)
-      ->check(numberFromTo(0, kMostHz));
-  options.add_option("--window", window_, "Time to use, in seconds after the last recording begins (default: all)")
-      ->type_name("T1 T2")
-      ->expected(2)
-      ->check(numberFromTo(0, kMostSeconds));
+  takesExactly(
+      options
+          .add_option("--band", band_, "Lowest and highest frequency in Hz (default: 4 periods to half of Nyquist)")
+          ->type_name("F1 F2")
+          ->check(numberFromTo(0, kMostHz)),
+      2);
+  takesExactly(
+      options
+          .add_option("--window", window_, "Time to use, in seconds after the last recording begins (default: all)")
+          ->type_name("T1 T2")
+          ->check(numberFromTo(0, kMostSeconds)),
+      2);
   options.add_option("--limit", limit_, "Largest slowness of the grid in s/km (default 0.5)")
       ->type_name("S")
       ->check(numberFromTo(1e-6, kMostSlowness));

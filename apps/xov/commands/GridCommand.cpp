@@ -1,5 +1,6 @@
 #include "apps/xov/commands/GridCommand.h"
 
+#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/inputs/ValueRange.h"
 
@@ -87,14 +88,16 @@ void GridCommand::addOptions(CLI::App& options) {
       ->check(wholeNumberFromTo(1, std::numeric_limits<int>::max()));
   options.add_option("--type", cell_, "Cells of a headerless grid: int16 or float32 (default int16)")
       ->type_name("TYPE")
-      ->check(CLI::IsMember(std::vector<std::string>{"int16", "float32"}).description(""));
+      ->check(oneOf({"int16", "float32"}));
   options.add_option("--byte-order", order_, "Byte order of a headerless grid: little or big (default little)")
       ->type_name("ORDER")
-      ->check(CLI::IsMember(std::vector<std::string>{"little", "big"}).description(""));
-  options.add_option("--extent", extent_, "Limits of the axes: left, right, lower and upper (default: of the file)")
-      ->type_name("L R B T")
-      ->expected(4)
-      ->check(numberFromTo(-kLargestCoordinate, kLargestCoordinate));
+      ->check(oneOf({"little", "big"}));
+  takesExactly(
+      options
+          .add_option("--extent", extent_, "Limits of the axes: left, right, lower and upper (default: of the file)")
+          ->type_name("L R B T")
+          ->check(numberFromTo(-kLargestCoordinate, kLargestCoordinate)),
+      4);
   options.add_option("--min", min_, "Value at the first colour (default: the smallest value)")
       ->type_name("V")
       ->check(numberFromTo(-kLargestCoordinate, kLargestCoordinate));
@@ -103,8 +106,8 @@ void GridCommand::addOptions(CLI::App& options) {
       ->check(numberFromTo(-kLargestCoordinate, kLargestCoordinate));
   options.add_flag("--topo", topo_, "Colour values as elevations in metres");
   options.add_flag("--peak", peak_, "Mark the largest value");
-  options.add_option("--xlabel", xLabel_, "Label of the X axis")->type_name("T");
-  options.add_option("--ylabel", yLabel_, "Label of the Y axis")->type_name("T");
+  options.add_option("--xlabel", xLabel_, "Label of the X axis")->type_name("TEXT");
+  options.add_option("--ylabel", yLabel_, "Label of the Y axis")->type_name("TEXT");
   image_.addOptions(options);
   output_.addOptions(options);
   options.parse_complete_callback([this] { checkOptions(); });

@@ -1,5 +1,6 @@
 #include "apps/xov/commands/MapCommand.h"
 
+#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 
 #include <CLI/CLI.hpp>
@@ -50,13 +51,14 @@ QSizeF mapViewSize(double widthOverHeight) {
 
 void MapCommand::addOptions(CLI::App& options) {
   background_.addOptions(options);
-  options.add_option("--region", edges_, "What to show, in degrees (default: the globe, 0 360 -90 90)")
-      ->type_name("W E S N")
-      ->check(numberFromTo(-kLargestLongitude, kLargestLongitude));
+  takesExactly(options.add_option("--region", edges_, "What to show, in degrees (default: the globe, 0 360 -90 90)")
+                   ->type_name("W E S N")
+                   ->check(numberFromTo(-kLargestLongitude, kLargestLongitude)),
+               4);
   features_.addOptions(options);
   options.add_option("--align", align_, "Where a map stands that is lower than its place: centre, top or bottom")
       ->type_name("PLACE")
-      ->check(CLI::IsMember(alignNames()).description(""));
+      ->check(oneOf(alignNames()));
   output_.addOptions(options);
   options.parse_complete_callback([this] { findRegion(); });
 }

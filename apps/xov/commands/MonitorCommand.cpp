@@ -48,7 +48,7 @@ void MonitorCommand::addOptions(CLI::App& options) {
       ->check(numberFromTo(kShortestSpan, kLongestSpan));
   options.add_option("--origin", origin_, "Edge that minutes count from: right (now, the default) or left")
       ->type_name("EDGE")
-      ->check(CLI::IsMember(std::vector<std::string>{kLeft, "right"}).description(""));
+      ->check(oneOf({kLeft, "right"}));
   options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
       ->type_name("G")
       ->check(numberAboveZero());

@@ -55,7 +55,7 @@ void SectionCommand::addOptions(CLI::App& options) {
   options.add_flag("--zero-lines", zeroLines_, "Draw a dotted zero line through each trace");
   options.add_option("--sort", order_, "Order from the bottom up: distance, azimuth or name")
       ->type_name("ORDER")
-      ->check(CLI::IsMember(orderNames()).description(""));
+      ->check(oneOf(orderNames()));
   plot_.addOptions(options);
   output_.addOptions(options);
 }

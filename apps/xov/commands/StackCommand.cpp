@@ -1,5 +1,6 @@
 #include "apps/xov/commands/StackCommand.h"
 
+#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 
 #include <CLI/CLI.hpp>
@@ -17,10 +18,10 @@ constexpr char kBands[] = "bands";
 constexpr double kFarthestLimit = 1e30; // beyond, the width of a range may be too large for single precision
 
 CLI::Option* addRange(CLI::App& options, const char* name, std::vector<double>& range, const char* what) {
-  return options.add_option(name, range, what)
-      ->type_name("MIN MAX")
-      ->expected(2)
-      ->check(numberFromTo(-kFarthestLimit, kFarthestLimit));
+  CLI::Option* option = options.add_option(name, range, what)
+                            ->type_name("MIN MAX")
+                            ->check(numberFromTo(-kFarthestLimit, kFarthestLimit));
+  return takesExactly(option, 2);
 }
 
 // Compared as the view will see them.
@@ -35,7 +36,7 @@ void StackCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
   options.add_option("--style", style_, "Traces over each other (overlay, the default) or in a band each (bands)")
       ->type_name("STYLE")
-      ->check(CLI::IsMember(std::vector<std::string>{"overlay", kBands}).description(""));
+      ->check(oneOf({"overlay", kBands}));
   options.add_flag("--fill", fill_, "Fill what overlaid traces enclose");
   addRange(options, "--fixed-x", fixedX_, "Ends of the time axis in seconds (default: those of the records)");
   addRange(options, "--fixed-y", fixedY_, "Ends of the amplitude axis (default: the extremes of the records)");

@@ -1,5 +1,6 @@
 #include "apps/xov/commands/ThreeCommand.h"
 
+#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/output/TitledView.h"
 
 #include <CLI/CLI.hpp>
@@ -12,11 +13,11 @@ namespace xov::cli {
 
 void ThreeCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
-  options
-      .add_option("--components", components_,
-                  "Codes of the vertical, radial and transverse component, as BHZ BHR BHT or Z 1 2")
-      ->type_name("V R T")
-      ->expected(3);
+  takesExactly(options
+                   .add_option("--components", components_,
+                               "Codes of the vertical, radial and transverse component, as BHZ BHR BHT or Z 1 2")
+                   ->type_name("V R T"),
+               3);
   options.add_flag("--self-scaled", selfScaled_, "Let each trace fill its panel");
   options.add_flag("--peaks", peaks_, "Print the largest amplitude of each trace");
   plot_.addOptions(options);

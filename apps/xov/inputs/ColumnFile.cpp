@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include <XOV_Graphics/base/Fields.h>
+#include <XOV_Graphics/base/Headings.h>
 #include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/Numbers.h>
 #include <XOV_Graphics/base/TextLines.h>
@@ -93,9 +94,9 @@ private:
 Status ColumnParser::findColumn(const QString& wanted) {
   bool isNumber = false;
   const int number = wanted.toInt(&isNumber);
-  qsizetype place = isNumber ? number - 1 : layout_.names.indexOf(wanted);
   // A heading may be a number itself, such as a year.
-  if (isNumber && layout_.names.contains(wanted)) place = layout_.names.indexOf(wanted);
+  const qsizetype heading = headingIndex(layout_.names, wanted);
+  const qsizetype place = heading < 0 && isNumber ? number - 1 : heading;
   if (place < 0) {
     const QString known = layout_.names.isEmpty() ? QStringLiteral("the file has no headings")
                                                   : "the headings are " + layout_.names.join(QStringLiteral(", "));

@@ -16,7 +16,7 @@ struct ColumnData {
 };
 
 /// Reads columns from a text file, or from standard input when `path` is "-". `wanted` names them by number from 1 on
-/// or by heading.
+/// or by heading, whatever its case.
 ///
 /// Fields are separated by semicolons, or by commas, or by tabs below a heading, or by blanks and tabs; the first
 /// line decides. Numbers have a decimal point. The first line is the heading unless it has a number in each column

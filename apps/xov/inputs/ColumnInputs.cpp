@@ -1,5 +1,6 @@
 #include "apps/xov/inputs/ColumnInputs.h"
 
+#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/terminal/Messages.h"
 
 #include <CLI/CLI.hpp>
@@ -27,10 +28,11 @@ void ColumnInputs::addOptions(CLI::App& options) {
   options.add_option("FILE", file_, "Text or CSV file of columns, or - for standard input")
       ->required()
       ->type_name("");
-  options.add_option("--columns", columns_, "What to draw, by number or heading (default " + joined(columns_) + ")")
-      ->type_name(names_)
-      ->type_size(int(columns_.size()))
-      ->expected(1);
+  takesExactly(
+      options
+          .add_option("--columns", columns_, "What to draw, by number or heading (default " + joined(columns_) + ")")
+          ->type_name(names_),
+      int(columns_.size()));
   options.add_option("--xlabel", xLabel_, "Label of the X axis (default: the column's heading)")->type_name("TEXT");
   options.add_option("--ylabel", yLabel_, "Label of the Y axis (default: " + std::string(yDefault_) + ")")
       ->type_name("TEXT");

@@ -4,6 +4,7 @@
 
 #include <XOV_Graphics/base/TimeText.h>
 #include <XOV_Graphics/seismic/ChannelPatterns.h>
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -17,6 +18,8 @@ std::optional<double> finiteNumber(const std::string& text) {
   if (!ok || !std::isfinite(value)) return {};
   return value;
 }
+
+constexpr char kBetweenChoices = '\n';
 
 template <typename Accepts>
 CLI::Validator numberThat(const QString& expected, Accepts accepts) {
@@ -48,6 +51,30 @@ CLI::Validator wholeNumberFromTo(int min, int max) {
 
 CLI::Validator numberAboveZero() {
   return numberThat(QStringLiteral("a number above 0"), [](double value) { return value > 0; });
+}
+
+// The words are the validator's name, which the parser itself has no use for.
+CLI::Validator oneOf(const std::vector<std::string>& words) {
+  const auto check = [words](const std::string& text) -> std::string {
+    if (std::ranges::find(words, text) != words.end()) return {};
+    std::string expected;
+    for (const std::string& word : words)
+      expected += expected.empty() ? word : (&word == &words.back() ? " or " : ", ") + word;
+    return "found '" + text + "', expected " + expected;
+  };
+  return CLI::Validator(check, std::string(), CLI::detail::join(words, std::string(1, kBetweenChoices)));
+}
+
+std::vector<std::string> choicesOf(CLI::Option& option) {
+  // The parser tells how many checks an option has by throwing.
+  for (int i = 0;; ++i) {
+    try {
+      const std::string& name = option.get_validator(i)->get_name();
+      if (!name.empty()) return CLI::detail::split(name, kBetweenChoices);
+    } catch (const CLI::OptionNotFound&) {
+      return {};
+    }
+  }
 }
 
 CLI::Validator channelPattern() {

@@ -4,6 +4,9 @@
 
 #include <QDateTime>
 
+#include <string>
+#include <vector>
+
 namespace xov::cli {
 
 /// Accepts finite numbers from `min` to `max`, both included; the message names the bounds.
@@ -14,6 +17,12 @@ CLI::Validator wholeNumberFromTo(int min, int max);
 
 /// Accepts finite numbers above 0.
 CLI::Validator numberAboveZero();
+
+/// Accepts one of a few words; the message names them all.
+CLI::Validator oneOf(const std::vector<std::string>& words);
+
+/// The words of the oneOf() that an option has; none where it has no such check.
+std::vector<std::string> choicesOf(CLI::Option& option);
 
 /// Accepts patterns that select channels.
 CLI::Validator channelPattern();

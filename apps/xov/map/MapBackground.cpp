@@ -1,5 +1,6 @@
 #include "apps/xov/map/MapBackground.h"
 
+#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/map/GridWindow.h"
 #include "apps/xov/terminal/Messages.h"
@@ -46,17 +47,23 @@ void MapBackground::addOptions(CLI::App& options) {
           ->type_name("FILE")
           ->expected(0, 1);
   topoOption_ = topo;
-  options.add_option("--topo-size", topoSize_, "Rows and columns of the grid file (default: twice as wide as high)")
-      ->type_name("R C")
-      ->check(wholeNumberFromTo(1, kMostCells))
-      ->needs(topo);
-  options.add_option("--topo-extent", topoExtent_, "What the grid file covers, in degrees (default 0 360 -90 90)")
-      ->type_name("W E S N")
-      ->check(numberFromTo(-kLargestLongitude, kLargestLongitude))
-      ->needs(topo);
+  takesExactly(
+      options
+          .add_option("--topo-size", topoSize_, "Rows and columns of the grid file (default: twice as wide as high)")
+          ->type_name("R C")
+          ->check(wholeNumberFromTo(1, kMostCells))
+          ->needs(topo),
+      2);
+  takesExactly(
+      options
+          .add_option("--topo-extent", topoExtent_, "What the grid file covers, in degrees (default 0 360 -90 90)")
+          ->type_name("W E S N")
+          ->check(numberFromTo(-kLargestLongitude, kLargestLongitude))
+          ->needs(topo),
+      4);
   options.add_option("--image", image_, "Background picture: 1, 2, 3, 4, 10, or 0 for none (default 2)")
       ->type_name("N")
-      ->check(CLI::IsMember({0, 1, 2, 3, 4, 10}).description(""))
+      ->check(oneOf({"0", "1", "2", "3", "4", "10"}))
       ->excludes(topo);
 }
 

@@ -2,6 +2,7 @@
 
 #include "apps/xov/inputs/ColumnFile.h"
 #include "apps/xov/inputs/EventInputs.h"
+#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/map/MapEvents.h"
 #include "apps/xov/terminal/Messages.h"
@@ -86,30 +87,29 @@ void addLines(geoMapView& view, const std::shared_ptr<XOVPolygonArray>& lines, c
 void MapFeatures::addOptions(CLI::App& options) {
   options.add_option("--plates", plates_, "Plate boundaries: bird (PB2002) or types (trenches, ridges, transforms)")
       ->type_name("SET")
-      ->check(CLI::IsMember({kBird, kTypes}).description(""));
+      ->check(oneOf({kBird, kTypes}));
   options.add_option("--polygons", polygons_, "NXY files of lines")->type_name("FILE");
   options.add_option("--events", events_, "QuakeML or CSV file of earthquakes: colour by depth, size by magnitude")
       ->type_name("FILE");
   options.add_option("--colors", colors_, "Colours of depths: seis (default), nogreen, polar or red")
       ->type_name("TABLE")
-      ->check(CLI::IsMember(depthColorNames()).description(""));
+      ->check(oneOf(depthColorNames()));
   CLI::Option* stations =
       options
           .add_option("--stations", stations_, "Text or CSV file of stations: code, latitude, longitude, or headings")
           ->type_name("FILE");
-  options
-      .add_option("--station-columns", stationColumns_,
-                  "Their columns, by number or heading (default: as the file says)")
-      ->type_name("LON LAT")
-      ->type_size(2)
-      ->expected(1)
-      ->needs(stations);
+  takesExactly(options
+                   .add_option("--station-columns", stationColumns_,
+                               "Their columns, by number or heading (default: as the file says)")
+                   ->type_name("LON LAT")
+                   ->needs(stations),
+               2);
   CLI::Option* vectors = options.add_option("--vectors", vectors_, "Text or CSV file of vectors")->type_name("FILE");
-  options.add_option("--vector-columns", vectorColumns_, "Their columns, by number or heading (default 1 2 3 4)")
-      ->type_name("LON LAT EAST NORTH")
-      ->type_size(4)
-      ->expected(1)
-      ->needs(vectors);
+  takesExactly(
+      options.add_option("--vector-columns", vectorColumns_, "Their columns, by number or heading (default 1 2 3 4)")
+          ->type_name("LON LAT EAST NORTH")
+          ->needs(vectors),
+      4);
   options.add_option("--vector-scale", vectorScale_, "Points a unit (default: the longest vector is 50 points long)")
       ->type_name("S")
       ->check(numberFromTo(-kLargestVectorScale, kLargestVectorScale))

@@ -7,7 +7,6 @@ namespace xov::cli {
 
 namespace {
 
-constexpr int kPalettes = 5;
 constexpr int kMostShades = 256;
 
 } // namespace
@@ -19,7 +18,7 @@ void ImageOptions::addOptions(CLI::App& options) {
                   "to blue through white (default " +
                       std::to_string(palette_) + ")")
       ->type_name("N")
-      ->check(wholeNumberFromTo(0, kPalettes - 1));
+      ->check(oneOf({"0", "1", "2", "3", "4"}));
   options.add_option("--shades", shades_, "Number of colour levels (default 64)")
       ->type_name("N")
       ->check(wholeNumberFromTo(1, kMostShades));

@@ -1,5 +1,6 @@
 #include "apps/xov/output/Output.h"
 
+#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/Desktop.h"
 
@@ -46,10 +47,12 @@ void Output::addOptions(CLI::App& options) {
       ->type_name("FILE")
       ->check(CLI::Validator(checkOutputName, std::string()))
       ->group(kGroup);
-  options.add_option("--size", size_, "Width and height in points (default " + sizeText(defaultSize_) + ")")
-      ->type_name("W H")
-      ->check(numberFromTo(1, kLargestSize))
-      ->group(kGroup);
+  takesExactly(
+      options.add_option("--size", size_, "Width and height in points (default " + sizeText(defaultSize_) + ")")
+          ->type_name("W H")
+          ->check(numberFromTo(1, kLargestSize))
+          ->group(kGroup),
+      2);
   options.add_option("--scale", scale_, "Pixels a point in pictures (default 1)")
       ->type_name("N")
       ->check(numberFromTo(kSmallestScale, kLargestScale))
