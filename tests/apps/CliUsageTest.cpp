@@ -18,10 +18,15 @@ TEST_F(CliUsage, printsHelpAndVersion) {
   EXPECT_EQ(sectionHelp.status, 0);
   EXPECT_TRUE(sectionHelp.out.contains("Usage: xov section [OPTIONS] FILES...")) << qPrintable(sectionHelp.out);
 
+  for (const QStringList& arguments : {QStringList{"help"}, QStringList{"-h"}})
+    EXPECT_EQ(xov(arguments).out, help.out) << qPrintable(arguments.join(' '));
+  EXPECT_EQ(xov({"help", "section"}).out, sectionHelp.out);
+
   const Outcome version = xov({"--version"});
   EXPECT_EQ(version.status, 0);
   EXPECT_TRUE(QRegularExpression("^xov \\d+\\.\\d+\\.\\d+\n$").match(version.out).hasMatch())
       << qPrintable(version.out);
+  EXPECT_EQ(xov({"-V"}).out, version.out);
 }
 
 struct WrongLine {
@@ -32,10 +37,18 @@ struct WrongLine {
 TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
   const WrongLine lines[] = {
       {{}, "xov: A subcommand is required (see 'xov --help')\n"},
-      {{"sektion"}, "xov: there is no command 'sektion' (see 'xov --help')\n"},
+      {{"sektion"}, "xov: there is no command 'sektion'; did you mean 'section'? (see 'xov --help')\n"},
+      {{"help", "sektion"}, "xov: there is no command 'sektion'; did you mean 'section'? (see 'xov --help')\n"},
+      {{"plot"}, "xov: there is no command 'plot' (see 'xov --help')\n"},
+      {{"--verson"}, "xov: there is no option '--verson'; did you mean '--version'? (see 'xov --help')\n"},
       {{"section"}, "xov: section: FILES is required (see 'xov section --help')\n"},
-      {{"section", "a", "--bogus"},
-       "xov: section: The following argument was not expected: --bogus (see 'xov section --help')\n"},
+      {{"section", "a", "--bogus"}, "xov: section: there is no option '--bogus' (see 'xov section --help')\n"},
+      {{"section", "a", "--zero-line=1"},
+       "xov: section: there is no option '--zero-line'; did you mean '--zero-lines'? (see 'xov section --help')\n"},
+      {{"section", "--zero"},
+       "xov: section: there is no option '--zero'; did you mean '--zero-lines'? (see 'xov section --help')\n"},
+      {{"section", "a", "--giant", "3"},
+       "xov: section: there is no option '--giant'; did you mean '--gain'? (see 'xov section --help')\n"},
       {{"section", "a", "-o", "a.gif"},
        "xov: section: --output: found 'a.gif', expected a file name that ends in .pdf, .tif, .jpg or .png "
        "(see 'xov section --help')\n"},
@@ -54,7 +67,7 @@ TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
        "xov: section: --sort: found 'size', expected distance, azimuth or name (see 'xov section --help')\n"},
       {{"info"}, "xov: info: FILES is required (see 'xov info --help')\n"},
       {{"xy"}, "xov: xy: FILE is required (see 'xov xy --help')\n"},
-      {{"xy", "a", "b"}, "xov: xy: The following argument was not expected: b (see 'xov xy --help')\n"},
+      {{"xy", "a", "b"}, "xov: xy: found 'b', expected no more arguments (see 'xov xy --help')\n"},
       {{"scatter"}, "xov: scatter: FILE is required (see 'xov scatter --help')\n"},
       {{"scatter", "a", "--diameter", "0"},
        "xov: scatter: --diameter: found '0', expected a number from 0.1 to 1000 (see 'xov scatter --help')\n"},

@@ -1,6 +1,7 @@
 #include "apps/xov/commands/CommandLine.h"
 
 #include "apps/xov/commands/CommandTable.h"
+#include "apps/xov/commands/Suggestion.h"
 
 #include <CLI/CLI.hpp>
 
@@ -18,7 +19,9 @@ namespace xov::cli {
 
 namespace {
 
-constexpr char kFooter[] = "Exit status: 0 when all went well, 1 when an input could not be read or an output not\n"
+constexpr char kHelp[] = "help";
+constexpr char kFooter[] = "'xov help COMMAND' or 'xov COMMAND --help' says what a command takes.\n"
+                           "Exit status: 0 when all went well, 1 when an input could not be read or an output not\n"
                            "written, 2 when the command line is wrong. Examples and details: man xov\n";
 
 // Qt wants a UTF-8 locale and says so on standard error when it starts in another one, as under cron.
@@ -33,15 +36,14 @@ bool looksLikeList(const std::string& argument) { return argument.starts_with('[
 // The same file by a name that the parser takes for one.
 std::string asFileName(const std::string& argument) { return "./" + argument; }
 
-// The arguments after the program's name, as the parser wants them: last one first, and without what it gets wrong.
+// The words after the program's name, as the parser wants them: last one first, and without what it gets wrong.
 // - "--title=" it takes for an option whose value follows: split in two, the value is the empty text that was meant.
 // - "[A-C]*[EN]" it takes for a list of names.
 // - "--" it forgets when file names stand before it: all arguments after it are file names.
-std::vector<std::string> reversedArguments(int argc, char** argv) {
+std::vector<std::string> asParserWants(const std::vector<std::string>& words) {
   std::vector<std::string> arguments;
   bool onlyNames = false;
-  for (int i = 1; i < argc; ++i) {
-    const std::string argument = argv[i];
+  for (const std::string& argument : words) {
     const bool isOption = !onlyNames && argument.starts_with("--");
     const bool afterOption = !onlyNames && !arguments.empty() && arguments.back().starts_with('-');
     if (isOption && argument.size() == 2) {
@@ -59,21 +61,6 @@ std::vector<std::string> reversedArguments(int argc, char** argv) {
   return {arguments.rbegin(), arguments.rend()};
 }
 
-struct Subcommand {
-  CLI::App* options;
-  std::unique_ptr<Command> command;
-};
-
-std::vector<Subcommand> addSubcommands(CLI::App& xov) {
-  std::vector<Subcommand> subcommands;
-  for (const CommandRow& row : commandTable()) {
-    CLI::App* options = xov.add_subcommand(row.name, row.summary);
-    subcommands.push_back({options, row.make()});
-    subcommands.back().command->addOptions(*options);
-  }
-  return subcommands;
-}
-
 // One line that says what is wrong and where to read more.
 ExitCode usageError(const CLI::App& xov, const std::string& what) {
   std::string name = "xov";
@@ -87,48 +74,92 @@ ExitCode usageError(const CLI::App& xov, const std::string& what) {
   return ExitCode::Usage;
 }
 
-// The first argument where it should be a command and is none.
-std::optional<std::string> unknownCommand(int argc, char** argv) {
-  if (argc < 2 || argv[1][0] == '-') return {};
-  const auto table = commandTable();
-  const bool known = std::any_of(table.begin(), table.end(),
-                                 [&](const CommandRow& row) { return std::strcmp(row.name, argv[1]) == 0; });
-  return known ? std::nullopt : std::optional<std::string>(argv[1]);
+std::vector<std::string> commandNames() {
+  std::vector<std::string> names;
+  for (const CommandRow& row : commandTable())
+    names.emplace_back(row.name);
+  return names;
 }
 
-ExitCode runParsed(const std::vector<Subcommand>& subcommands) {
-  for (const Subcommand& subcommand : subcommands) {
+// All ways to write the options of the program or of the command that was named.
+std::vector<std::string> optionNames(const CLI::App& xov) {
+  const auto named = xov.get_subcommands();
+  const CLI::App& options = named.empty() ? xov : *named.front();
+  std::vector<std::string> names;
+  for (const CLI::Option* option : options.get_options()) {
+    for (const std::string& name : option->get_lnames())
+      names.push_back("--" + name);
+    for (const std::string& name : option->get_snames())
+      names.push_back("-" + name);
+  }
+  return names;
+}
+
+// What is wrong with the arguments that nobody takes; nothing when there are none. A wrong option comes first: what
+// else is wrong may follow from it.
+std::optional<std::string> unexpected(const CLI::App& xov) {
+  const std::vector<std::string> words = xov.remaining(true);
+  if (words.empty()) return {};
+  const auto option =
+      std::ranges::find_if(words, [](const std::string& word) { return word.size() > 1 && word.starts_with('-'); });
+  if (option == words.end()) return "found '" + words.front() + "', expected no more arguments";
+  const std::string name = option->substr(0, option->find('='));
+  return "there is no option '" + name + "'" + suggestionFor(name, optionNames(xov));
+}
+
+// "help section" is "section --help", and "help" alone is "--help".
+std::vector<std::string> withHelpAsOption(std::vector<std::string> words) {
+  if (words.empty() || words[0] != kHelp) return words;
+  words.erase(words.begin());
+  words.resize(std::min<std::size_t>(words.size(), 1));
+  words.emplace_back("--help");
+  return words;
+}
+
+} // namespace
+
+CommandLine::CommandLine()
+    : app_(std::make_unique<CLI::App>(
+          "Plots of seismograms and other data, in a window or as PDF, TIFF, JPEG and PNG files.", "xov")) {
+  app_->require_subcommand(1);
+  app_->set_version_flag("-V,--version", "xov " + version().toString().toStdString(), "Print the version and exit");
+  app_->footer(kFooter);
+  for (const CommandRow& row : commandTable()) {
+    CLI::App* options = app_->add_subcommand(row.name, row.summary);
+    subcommands_.push_back({options, row.make()});
+    subcommands_.back().command->addOptions(*options);
+  }
+}
+
+CommandLine::~CommandLine() = default;
+
+ExitCode CommandLine::run(const std::vector<std::string>& words) {
+  const std::vector<std::string> known = commandNames();
+  if (!words.empty() && !words[0].starts_with('-') && std::ranges::find(known, words[0]) == known.end())
+    return usageError(*app_, "there is no command '" + words[0] + "'" + suggestionFor(words[0], known));
+  try {
+    app_->parse(asParserWants(words));
+  } catch (const CLI::Success& helpOrVersion) {
+    app_->exit(helpOrVersion);
+    return ExitCode::Ok;
+  } catch (const CLI::ParseError& error) {
+    return usageError(*app_, unexpected(*app_).value_or(error.what()));
+  }
+  return runParsed();
+}
+
+ExitCode CommandLine::runParsed() const {
+  for (const Subcommand& subcommand : subcommands_) {
     if (subcommand.options->parsed()) return subcommand.command->run();
   }
   return ExitCode::Usage; // not reached: parsing requires a subcommand
 }
 
-ExitCode parseAndRun(int argc, char** argv) {
-  CLI::App xov("Plots of seismograms and other data, in a window or as PDF, TIFF, JPEG and PNG files.", "xov");
-  xov.require_subcommand(1);
-  xov.set_version_flag("--version", "xov " + version().toString().toStdString(), "Print the version and exit");
-  xov.footer(kFooter);
-  const std::vector<Subcommand> subcommands = addSubcommands(xov);
-  if (const auto unknown = unknownCommand(argc, argv))
-    return usageError(xov, "there is no command '" + *unknown + "'");
-  try {
-    xov.parse(reversedArguments(argc, argv));
-  } catch (const CLI::Success& helpOrVersion) {
-    xov.exit(helpOrVersion);
-    return ExitCode::Ok;
-  } catch (const CLI::ParseError& error) {
-    return usageError(xov, error.what());
-  }
-  return runParsed(subcommands);
-}
-
-} // namespace
-
 int runCommandLine(int argc, char** argv) {
   useUtf8();
   ExitCode code = ExitCode::Failed;
   try {
-    code = parseAndRun(argc, argv);
+    code = CommandLine().run(withHelpAsOption({argv + std::min(argc, 1), argv + argc}));
   } catch (const std::bad_alloc&) {
     complain(QStringLiteral("not enough memory"));
   } catch (const std::exception& exception) {

@@ -1,0 +1,63 @@
+#!/bin/bash
+# Runs every command line that documents show as code, each in a fresh copy of the example data, and looks at what it
+# leaves behind:
+#   documented.sh XOV_PROGRAM EXAMPLE_DATA DOCUMENT...
+# In Markdown, code is what is indented by four blanks or fenced; in a man page, what .Dl shows.
+set -u
+xov=$1 data=$2
+shift 2
+least=20 # lines; fewer mean that they are not found
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+mkdir "$folder/bin"
+ln -s "$xov" "$folder/bin/xov"
+export PATH=$folder/bin:$PATH
+unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
+
+command_lines() {
+  awk '
+    /^```/ { fenced = !fenced }
+    /^    xov( |$)/ { sub(/^ +/, ""); print; next }
+    /^\.Dl xov( |$)/ { sub(/^\.Dl /, ""); gsub(/\\&/, ""); print; next }
+    fenced && /^xov( |$)/ { print }' "$@"
+}
+
+# The file that a line writes: what it names, or a picture named after the command.
+output_of() {
+  local words=($1) i
+  for ((i = 0; i < ${#words[@]}; i++)); do
+    [[ ${words[i]} == -o || ${words[i]} == --output ]] && echo "${words[i + 1]}" && return
+  done
+  case ${words[1]} in
+    info | resources | help) ;;
+    *) echo "${words[1]}.png" ;;
+  esac
+}
+
+# Fails with what is wrong.
+try() {
+  local line=$1 output status=0
+  rm -rf "$folder/data"
+  cp -r "$data" "$folder/data"
+  (cd "$folder/data" && bash -o pipefail -c "$line" >"$folder/out" 2>"$folder/err" </dev/null) || status=$?
+  [ "$status" = 0 ] || { echo "exit status $status"; return 1; }
+  [ ! -s "$folder/err" ] || { echo "something on standard error"; return 1; }
+  output=$(output_of "$line")
+  if [ -n "$output" ]; then
+    [ -s "$folder/data/$output" ] || { echo "no file $output"; return 1; }
+  else
+    [ -s "$folder/out" ] || { echo "nothing printed"; return 1; }
+  fi
+}
+
+count=0 bad=0
+while IFS= read -r line; do
+  count=$((count + 1))
+  if ! problem=$(try "$line"); then
+    bad=$((bad + 1))
+    printf '%s\n  %s\n' "$line" "$problem"
+    sed 's/^/  /' "$folder/err"
+  fi
+done < <(command_lines "$@")
+echo "$count command lines, $bad of them bad"
+[ "$bad" = 0 ] && [ "$count" -ge "$least" ]
