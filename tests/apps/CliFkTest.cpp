@@ -15,7 +15,7 @@ class CliFk : public CliTest {
 protected:
   static constexpr float kPlaces[5][2] = {{0, 0}, {0.01F, 0}, {-0.01F, 0}, {0, 0.01F}, {0, -0.01F}};
 
-  void writeStation(int number, float latitude, float longitude, float interval = 0.05F) {
+  void writeStation(int number, float latitude, float longitude, float interval = 0.05F, int count = 400) {
     SacHeader header;
     header.delta = interval;
     header.b = 0;
@@ -27,7 +27,7 @@ protected:
     header.kstnm = code.c_str();
     std::vector<float> samples;
     const double early = 0.1 * 111.3195 * double(kPlaces[number][1]) + 0.1 * 110.5743 * double(kPlaces[number][0]);
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < count; ++i) {
       const double t = i * 0.05 - 10 + early;
       samples.push_back(float(std::exp(-t * t) * std::cos(2 * std::numbers::pi * t)));
     }
@@ -49,6 +49,29 @@ TEST_F(CliFk, tellsWhereAWaveComesFrom) {
   XOV_REQUIRE_TOOL(text, "pdftotext", {at("plot.pdf"), "-"});
   EXPECT_TRUE(text.contains("back azimuth 45°, 7.07 km/s, power 1.00, 0.5-1.5 Hz")) << qPrintable(text);
   EXPECT_TRUE(text.contains("East Slowness (s/km)"));
+}
+
+// With a limit of 0.05 s/km the peak, at 0.1 s/km each way, lies beyond the corner.
+TEST_F(CliFk, saysWhenThePeakLiesOnTheEdge) {
+  writeArray();
+  const Outcome outcome = xov({"fk", "*.sac", "--band", "0.5", "1.5", "--limit", "0.05", "-o", "plot.pdf"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: the largest power lies on the edge of the grid; --limit makes it larger\n");
+  XOV_REQUIRE_TOOL(text, "pdftotext", {at("plot.pdf"), "-"});
+  EXPECT_TRUE(text.contains(" on the edge,")) << qPrintable(text);
+}
+
+// 20,000 samples; the wave passes at 10 s.
+TEST_F(CliFk, choosesAndNamesTheStrongestPieceOfLongRecordings) {
+  for (int i = 0; i < 5; ++i)
+    writeStation(i, kPlaces[i][0], kPlaces[i][1], 0.05F, 20000);
+  const Outcome outcome = xov({"fk", "*.sac", "--steps", "41", "-o", "plot.pdf"});
+  EXPECT_EQ(outcome.status, 0);
+  // The first 4096 samples hold all of the wave; four periods in 204.8 s are 0.0195 Hz, half of Nyquist is 5 Hz.
+  EXPECT_EQ(outcome.err, "xov: took 0 to 204.8 s, where the recordings are strongest, of 1000 s, and 0.0195 to 5 Hz; "
+                         "--window and --band take others\n");
+  XOV_REQUIRE_TOOL(text, "pdftotext", {at("plot.pdf"), "-"});
+  EXPECT_TRUE(text.contains("back azimuth 45°")) << qPrintable(text);
 }
 
 TEST_F(CliFk, takesPlacesFromATable) {

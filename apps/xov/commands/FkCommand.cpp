@@ -10,6 +10,7 @@
 
 #include <QFileInfo>
 
+#include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/grid/XyzGrid.h>
 #include <XOV_Graphics/seismic/array/RecordArray.h>
 #include <XOV_Graphics/views/image/xovFKImageView.h>
@@ -24,7 +25,8 @@ namespace {
 constexpr double kMostSlowness = 100; // s/km
 constexpr double kMostHz = 1e6;
 constexpr double kMostSeconds = 1e9;
-constexpr float kTitleSize = 13; // what fits above the view's data frame
+constexpr std::size_t kSamplesToUse = 4096; // unless the user names a window: the strongest ones of longer recordings
+constexpr float kTitleSize = 13;            // what fits above the view's data frame
 constexpr double kDegreesPerRadian = 180 / std::numbers::pi;
 
 // Surface waves and body waves alike: 0.333, 7.07 and 12.5.
@@ -43,15 +45,26 @@ Grid gridOf(const BeamPower& beam) {
   return grid;
 }
 
+std::int32_t peakOf(const BeamPower& beam) {
+  return std::int32_t(std::max_element(beam.power.begin(), beam.power.end()) - beam.power.begin());
+}
+
 } // namespace
 
+bool peaksOnTheEdge(const BeamPower& beam) {
+  const std::int32_t index = peakOf(beam);
+  const auto isEdge = [&](std::int32_t step) { return step == 0 || step == beam.steps - 1; };
+  return isEdge(index % beam.steps) || isEdge(index / beam.steps);
+}
+
 QString beamTitle(const BeamPower& beam) {
-  const auto peak = std::max_element(beam.power.begin(), beam.power.end());
-  const auto index = std::int32_t(peak - beam.power.begin());
+  const std::int32_t index = peakOf(beam);
   const double east = beam.slowness(index % beam.steps);
   const double north = beam.slowness(beam.steps - 1 - index / beam.steps);
   const double slowness = std::hypot(east, north);
-  const QString power = QStringLiteral("power %1").arg(double(*peak), 0, 'f', 2);
+  const QString power = QStringLiteral("power %1%2")
+                            .arg(double(beam.power[std::size_t(index)]), 0, 'f', 2)
+                            .arg(peaksOnTheEdge(beam) ? QStringLiteral(" on the edge") : QString());
   const QString band = QStringLiteral("%1-%2 Hz").arg(beam.lowestHz, 0, 'g', 3).arg(beam.highestHz, 0, 'g', 3);
   // At zero slowness the wave comes from straight below.
   if (slowness < beam.slownessLimit / (beam.steps - 1)) return QStringLiteral("from below, %1, %2").arg(power, band);
@@ -74,7 +87,8 @@ void FkCommand::addOptions(CLI::App& options) {
       2);
   takesExactly(
       options
-          .add_option("--window", window_, "Time to use, in seconds after the last recording begins (default: all)")
+          .add_option("--window", window_,
+                      "Time to use, in seconds after the last recording begins (default: all, at most 4096 samples)")
           ->type_name("T1 T2")
           ->check(numberFromTo(0, kMostSeconds)),
       2);
@@ -107,10 +121,38 @@ std::optional<Grid> FkCommand::readGrid() {
   return {};
 }
 
+// All of short recordings; of long ones, which would take long and show noise, the piece that is most likely a wave.
+bool FkCommand::chooseWindow(const RecordArray& array, BeamSearch& search) {
+  const auto window = strongestWindow(array.traces, array.intervalSeconds, kSamplesToUse);
+  if (!window) {
+    complain(window.error());
+    return false;
+  }
+  chosen_ = *window;
+  if (!chosen_) return true;
+  search.windowFrom = chosen_->fromSeconds;
+  search.windowTo = chosen_->toSeconds;
+  return true;
+}
+
+void FkCommand::sayWhatWasTaken(const BeamPower& beam) const {
+  if (chosen_) {
+    complain(QStringLiteral("took %1 to %2 s, where the recordings are strongest, of %3 s, and %4 to %5 Hz; --window "
+                            "and --band take others")
+                 .arg(chosen_->fromSeconds)
+                 .arg(chosen_->toSeconds)
+                 .arg(chosen_->commonSeconds)
+                 .arg(beam.lowestHz, 0, 'g', 3)
+                 .arg(beam.highestHz, 0, 'g', 3));
+  }
+  if (peaksOnTheEdge(beam))
+    complain(QStringLiteral("the largest power lies on the edge of the grid; --limit makes it larger"));
+}
+
 std::optional<BeamPower> FkCommand::analyse() {
   StationTable places;
   if (!stations_.empty()) {
-    const Result<StationTable> table = readStationTable(QString::fromStdString(stations_));
+    const Result<StationTable> table = readStationTable(fileNameFromBytes(stations_));
     if (!table) {
       complain(table.error());
       return {};
@@ -137,6 +179,7 @@ std::optional<BeamPower> FkCommand::analyse() {
     search.windowFrom = window_[0];
     search.windowTo = window_[1];
   }
+  if (window_.empty() && !chooseWindow(*array, search)) return {};
   std::optional<Progress> progress;
   Result<BeamPower> beam = beamPower(array->traces, search, [&](std::int64_t done, std::int64_t total) {
     if (!progress) progress.emplace(QStringLiteral("forming beams"), total);
@@ -147,6 +190,7 @@ std::optional<BeamPower> FkCommand::analyse() {
     complain(beam.error());
     return {};
   }
+  sayWhatWasTaken(*beam);
   return std::move(beam).value();
 }
 

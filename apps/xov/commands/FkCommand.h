@@ -7,6 +7,8 @@
 
 #include <XOV_Graphics/grid/Grid.h>
 #include <XOV_Graphics/seismic/array/BeamPower.h>
+#include <XOV_Graphics/seismic/array/RecordArray.h>
+#include <XOV_Graphics/seismic/array/StrongestWindow.h>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,6 +25,8 @@ private:
   void checkOptions() const;
   std::optional<Grid> readGrid();
   std::optional<BeamPower> analyse();
+  void sayWhatWasTaken(const BeamPower& beam) const;
+  bool chooseWindow(const RecordArray& array, BeamSearch& search);
   ExitCode draw(const Grid& grid, const QString& title);
 
   RecordInputs inputs_;
@@ -30,13 +34,18 @@ private:
   std::string stations_;
   std::vector<double> band_;
   std::vector<double> window_;
+  std::optional<ArrayWindow> chosen_; // of long recordings, where the user names no window
   double limit_ = 0.5;
   int steps_ = 101;
   ImageOptions image_{3};
   Output output_{"fk", {608, 600}};
 };
 
-/// The back azimuth, apparent velocity and power of the largest power, in one line.
+/// Whether the largest power lies on the edge of the grid, so that a larger one may lie beyond.
+bool peaksOnTheEdge(const BeamPower& beam);
+
+/// The back azimuth, apparent velocity and power of the largest power, in one line, which says when it lies on the
+/// edge of the grid.
 QString beamTitle(const BeamPower& beam);
 
 } // namespace xov::cli
