@@ -50,10 +50,10 @@ TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
       {{"section", "a", "--giant", "3"},
        "xov: section: there is no option '--giant'; did you mean '--gain'? (see 'xov section --help')\n"},
       {{"section", "a", "-o", "a.gif"},
-       "xov: section: --output: found 'a.gif', expected a file name that ends in .pdf, .tif, .jpg or .png "
+       "xov: section: --output: found 'a.gif', expected a file name that ends in .pdf, .svg, .tif, .jpg or .png "
        "(see 'xov section --help')\n"},
       {{"section", "a", "-o", "pdf"},
-       "xov: section: --output: found 'pdf', expected a file name that ends in .pdf, .tif, .jpg or .png "
+       "xov: section: --output: found 'pdf', expected a file name that ends in .pdf, .svg, .tif, .jpg or .png "
        "(see 'xov section --help')\n"},
       {{"section", "a", "--size", "0.5", "600"},
        "xov: section: --size: found '0.5', expected a number from 1 to 20000 (see 'xov section --help')\n"},
@@ -89,7 +89,7 @@ TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
 }
 
 TEST_F(CliUsage, looksAtTheOutputNameBeforeItReads) {
-  const Outcome outcome = xov({"section", "missing.SAC", "-o", "plot.svg"});
+  const Outcome outcome = xov({"section", "missing.SAC", "-o", "plot.gif"});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_FALSE(outcome.err.contains("missing.SAC")) << qPrintable(outcome.err);
 }

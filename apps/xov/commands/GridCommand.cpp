@@ -8,6 +8,7 @@
 
 #include <QFileInfo>
 
+#include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/grid/RawGrid.h>
 #include <XOV_Graphics/grid/XyzGrid.h>
 #include <XOV_Graphics/platform/Colors.h>
@@ -122,7 +123,7 @@ void GridCommand::checkOptions() const {
 }
 
 Result<Grid> GridCommand::read() const {
-  const QString path = QString::fromStdString(file_);
+  const QString path = fileNameFromBytes(file_);
   if (rows_ == 0) return readXyzGrid(path);
   RawGridLayout layout;
   layout.rows = rows_;
@@ -150,7 +151,7 @@ std::unique_ptr<XOVView> GridCommand::makeView(const QRectF& frame, const Grid& 
   view->updateImagePlanes();
   view->setXLabelString(QString::fromStdString(xLabel_));
   view->setYLabelString(QString::fromStdString(yLabel_));
-  view->setTitle(output_.titleOr(QFileInfo(QString::fromStdString(file_)).fileName()));
+  view->setTitle(output_.titleOr(QFileInfo(fileNameFromBytes(file_)).fileName()));
   return view;
 }
 

@@ -1,15 +1,18 @@
 #include "apps/xov/commands/InfoCommand.h"
 
-#include "apps/xov/terminal/TextTable.h"
+#include "apps/xov/inputs/InputFiles.h"
 
 #include <QDateTime>
 
 #include <XOV_Graphics/base/TimeText.h>
 #include <XOV_Graphics/seismic/Picks.h>
+#include <XOV_Graphics/seismic/io/events/EventReaders.h>
+#include <XOV_Graphics/seismic/prepare/RecordCopy.h>
 #include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <span>
 
 namespace xov::cli {
 
@@ -19,6 +22,8 @@ constexpr double kMillisecondsPerSecond = 1000;
 constexpr double kLongestOffset = 1e11; // seconds; some three thousand years
 constexpr int kSecondsDecimals = 3;
 constexpr int kDegreesDecimals = 2;
+constexpr int kPlaceDecimals = 4; // of degrees; some ten metres
+constexpr int kMeanDigits = 6;
 
 struct Heading {
   const char* text;
@@ -28,10 +33,23 @@ struct Heading {
 using enum TextTable::Align;
 
 constexpr Heading kHeadings[] = {
-    {"net", Left},   {"sta", Left},    {"loc", Left},       {"chan", Left}, {"start", Left},
-    {"npts", Right}, {"delta", Right}, {"duration", Right}, {"min", Right}, {"max", Right},
-    {"dist", Right}, {"az", Right},    {"picks", Left},     {"file", Left},
+    {"net", Left},    {"sta", Left},    {"loc", Left},       {"chan", Left},  {"start", Left},
+    {"npts", Right},  {"delta", Right}, {"duration", Right}, {"min", Right},  {"max", Right},
+    {"dist", Right},  {"az", Right},    {"mean", Right},     {"lat", Right},  {"lon", Right},
+    {"evlat", Right}, {"evlon", Right}, {"evdepth", Right},  {"picks", Left}, {"file", Left},
 };
+
+constexpr Heading kEventHeadings[] = {
+    {"time", Left}, {"lat", Right}, {"lon", Right}, {"depth", Right},
+    {"mag", Right}, {"type", Left}, {"name", Left}, {"file", Left},
+};
+
+TextTable tableWith(std::span<const Heading> headings) {
+  TextTable table;
+  for (const Heading& heading : headings)
+    table.addColumn(QString::fromLatin1(heading.text), heading.align);
+  return table;
+}
 
 constexpr float kSmallestPlain = 1e-4F; // smaller and larger numbers are written with an exponent
 constexpr float kLargestPlain = 1e9F;
@@ -60,9 +78,16 @@ QString startText(const SeismogramRecord& record) {
 }
 
 // From the first sample to the last, in double precision: a day does not fit single precision to the millisecond.
-double durationSeconds(const SeismogramRecord& record) {
+double durationSeconds(const SeismogramRecord& record, std::int64_t samples) {
   const double interval = intervalSeconds(record);
-  return isDefined(interval) ? interval * std::max(record.npts() - 1, 0) : interval;
+  return isDefined(interval) ? interval * double(std::max<std::int64_t>(samples - 1, 0)) : interval;
+}
+
+// A coordinate in double precision has more digits than the place of an instrument.
+QString degrees(double value) { return isDefined(value) ? QString::number(value, 'f', kPlaceDecimals) : QString(); }
+
+QString meanText(const SampleTally& samples) {
+  return samples.hasFinite() ? QString::number(samples.mean(), 'g', kMeanDigits) : QString();
 }
 
 QString pickName(int key) {
@@ -91,38 +116,106 @@ QString picksText(const SeismogramRecord& record) {
   return word(picks.join(QLatin1Char(',')));
 }
 
-QStringList infoCells(const SeismogramRecord& record) {
-  const bool hasSamples = record.npts() > 0;
+QStringList infoCells(const SeismogramSummary& summary) {
+  const SeismogramRecord& record = *summary.record;
+  const SampleTally& samples = summary.samples;
+  const SacFooter precise = preciseValuesOf(record);
   return {word(record.knetwk()),
           word(record.kstnm()),
           word(record.khole()),
           word(record.kcmpnm()),
           startText(record),
-          QString::number(record.npts()),
+          QString::number(samples.count()),
           shortest(record.delta()),
-          fixed(durationSeconds(record), kSecondsDecimals),
-          hasSamples ? shortest(record.smin()) : QString(),
-          hasSamples ? shortest(record.smax()) : QString(),
+          fixed(durationSeconds(record, samples.count()), kSecondsDecimals),
+          samples.hasFinite() ? shortest(samples.min()) : QString(),
+          samples.hasFinite() ? shortest(samples.max()) : QString(),
           fixed(double(record.gcarc()), kDegreesDecimals),
           fixed(double(record.azimuth()), kDegreesDecimals),
+          meanText(samples),
+          degrees(precise.stla),
+          degrees(precise.stlo),
+          degrees(precise.evla),
+          degrees(precise.evlo),
+          shortest(record.evdp()),
           picksText(record)};
 }
 
-QString infoTable(const SeismogramArray& records, const QStringList& files) {
-  TextTable table;
-  for (const Heading& heading : kHeadings)
-    table.addColumn(QString::fromLatin1(heading.text), heading.align);
-  for (std::size_t i = 0; i < records.size(); ++i)
-    table.addRow(infoCells(*records[i]) << files.value(qsizetype(i)));
-  return table.text();
+QStringList eventCells(const Hypocentre& event) {
+  const HypocentreValues& values = event.values();
+  const float magnitude = event.magnitude();
+  const auto first = std::ranges::find(values.magnitudes, magnitude, &EventMagnitude::value);
+  return {event.oDate().isValid() ? event.oDate().toString(Qt::ISODateWithMs) : QString(),
+          degrees(double(values.latitudeDeg)),
+          degrees(double(values.longitudeDeg)),
+          shortest(values.depthKm),
+          shortest(magnitude),
+          first == values.magnitudes.end() ? QString() : word(first->type),
+          word(values.name)};
 }
 
-void InfoCommand::addOptions(CLI::App& options) { inputs_.addOptions(options); }
+TextTable infoTable() { return tableWith(kHeadings); }
+
+TextTable eventTable() { return tableWith(kEventHeadings); }
+
+void InfoCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options, "FILES", "Seismogram or event files, folders of them, or patterns in quotes");
+}
+
+namespace {
+
+QString roundingNote(const QString& name, const SeismogramSummary& summary) {
+  return QStringLiteral("%1: samples of %2: beyond 16777216, which single precision rounds")
+      .arg(name, summary.record->labelString());
+}
+
+// The tables of seismograms and events, row by row.
+class Tables {
+public:
+  Result<ReadFile> add(const QString& name, const SeismogramReadOptions& options) {
+    const Result<SeismogramFileSummary> file = summarizeInputFile(name, options);
+    if (!file) return addEvents(name, file.error());
+    ReadFile found{!file->records.empty(), file->notes};
+    for (const SeismogramSummary& summary : file->records) {
+      records_.addRow(infoCells(summary) << name);
+      if (summary.samples.isRounded()) found.notes.append(roundingNote(name, summary));
+    }
+    hasRecords_ = hasRecords_ || found.holdsRecords;
+    return found;
+  }
+
+  QString text() const {
+    QStringList tables;
+    if (hasRecords_) tables.append(records_.text());
+    if (hasEvents_) tables.append(events_.text());
+    return tables.join(QLatin1Char('\n'));
+  }
+
+private:
+  // A file that is no seismogram may be one of events; else what is wrong with it as a seismogram is what to say.
+  Result<ReadFile> addEvents(const QString& name, const QString& reason) {
+    const Result<EventFile> file = readEvents(name);
+    if (!file || file->events.empty()) return Error{reason};
+    for (const auto& event : file->events)
+      events_.addRow(eventCells(*event) << name);
+    hasEvents_ = true;
+    return ReadFile{true, file->notes};
+  }
+
+  TextTable records_ = infoTable();
+  TextTable events_ = eventTable();
+  bool hasRecords_ = false;
+  bool hasEvents_ = false;
+};
+
+} // namespace
 
 ExitCode InfoCommand::run() {
-  const Records found = inputs_.read();
-  if (!found.records.empty()) print(infoTable(found.records, found.files));
-  return found.status;
+  Tables tables;
+  const ExitCode status = inputs_.readEach(
+      [&tables](const QString& name, const SeismogramReadOptions& options) { return tables.add(name, options); });
+  print(tables.text());
+  return status;
 }
 
 } // namespace xov::cli

@@ -6,9 +6,11 @@
 #include <QTimer>
 
 #include <XOV_Graphics/seismic/prepare/RecordTexts.h>
+#include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <XOV_Graphics/views/timeline/XOVRealTimeDisplayView02.h>
 #include <XOV_Graphics/views/timeline/realTimeDisplayView01.h>
 #include <algorithm>
+#include <cmath>
 
 namespace xov::cli {
 
@@ -69,6 +71,28 @@ ReplaySettings MonitorCommand::settings() const {
   return settings;
 }
 
+// What is amiss with --at; empty when the recording has that time.
+QString MonitorCommand::outsideNote(const SeismogramArray& records) const {
+  if (at_.empty()) return {};
+  std::optional<double> first;
+  std::optional<double> last;
+  for (const auto& record : records) {
+    const std::optional<double> start = startSeconds(*record);
+    if (!start || record->npts() < 1) continue;
+    const double end = *start + intervalSeconds(*record) * (record->npts() - 1);
+    first = std::min(first.value_or(*start), *start);
+    last = std::max(last.value_or(end), end);
+  }
+  const double at = double(parsedUtcTime(at_).toMSecsSinceEpoch()) / kMillisecondsPerSecond;
+  if (!first || (at >= *first && at <= *last)) return {};
+  const auto text = [](double seconds) {
+    return QDateTime::fromMSecsSinceEpoch(std::llround(seconds * kMillisecondsPerSecond), Qt::UTC)
+        .toString(Qt::ISODateWithMs);
+  };
+  return QStringLiteral("--at: found %1, but the recording lasts from %2 to %3")
+      .arg(QString::fromStdString(at_), text(*first), text(*last));
+}
+
 std::unique_ptr<RealTimeDisplayView> MonitorCommand::makeView(const QRectF& frame) const {
   if (zoneName_) return std::make_unique<XOVRealTimeDisplayView02>(frame);
   return std::make_unique<realTimeDisplayView01>(frame);
@@ -83,6 +107,7 @@ ExitCode MonitorCommand::run() {
     complain(found.files.front() + QStringLiteral(": found no samples with times, expected a reference time"));
     return ExitCode::Failed;
   }
+  if (const QString note = outsideNote(found.records); !note.isEmpty()) complain(note);
   const auto showInWindow = [&](const QRectF& frame) {
     auto view = makeView(frame);
     view->setWaveformGain(float(gain_));

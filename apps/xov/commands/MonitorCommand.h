@@ -18,6 +18,7 @@ public:
 
 private:
   ReplaySettings settings() const;
+  QString outsideNote(const SeismogramArray& records) const;
   std::unique_ptr<RealTimeDisplayView> makeView(const QRectF& frame) const;
 
   RecordInputs inputs_;

@@ -7,6 +7,8 @@
 
 #include <QFileInfo>
 
+#include <XOV_Graphics/base/FileName.h>
+
 namespace xov::cli {
 
 namespace {
@@ -42,14 +44,14 @@ std::optional<ColumnData> ColumnInputs::read() const {
   QStringList wanted;
   for (const std::string& column : columns_)
     wanted.append(QString::fromStdString(column));
-  Result<ColumnData> data = readColumns(QString::fromStdString(file_), wanted);
+  Result<ColumnData> data = readColumns(fileNameFromBytes(file_), wanted);
   if (data) return std::move(*data);
   complain(data.error());
   return {};
 }
 
 void ColumnInputs::complainOf(const QString& what) const {
-  complain(QString::fromStdString(file_) + QStringLiteral(": ") + what);
+  complain(fileNameFromBytes(file_) + QStringLiteral(": ") + what);
 }
 
 QString ColumnInputs::xLabelOr(const QString& fallback) const { return textOr(xLabel_, fallback); }
@@ -57,7 +59,7 @@ QString ColumnInputs::xLabelOr(const QString& fallback) const { return textOr(xL
 QString ColumnInputs::yLabelOr(const QString& fallback) const { return textOr(yLabel_, fallback); }
 
 QString ColumnInputs::title() const {
-  return file_ == "-" ? QString() : QFileInfo(QString::fromStdString(file_)).completeBaseName();
+  return file_ == "-" ? QString() : QFileInfo(fileNameFromBytes(file_)).completeBaseName();
 }
 
 } // namespace xov::cli

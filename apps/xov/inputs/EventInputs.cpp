@@ -2,10 +2,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <XOV_Graphics/base/FileName.h>
+
 namespace xov::cli {
 
 std::optional<EventFile> readEventsOrComplain(const std::string& path) {
-  Result<EventFile> found = readEvents(QString::fromStdString(path));
+  Result<EventFile> found = readEvents(fileNameFromBytes(path));
   if (!found) {
     complain(found.error());
     return {};

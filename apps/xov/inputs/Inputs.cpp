@@ -1,15 +1,17 @@
 #include "apps/xov/inputs/Inputs.h"
 
-#include <QDirIterator>
-#include <QFile>
-#include <QFileInfo>
-
+#include <XOV_Graphics/base/FileName.h>
 #include <algorithm>
+#include <filesystem>
 #include <glob.h>
+#include <string>
+#include <system_error>
 
 namespace xov::cli {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 bool isPattern(const QString& argument) {
   return std::any_of(argument.begin(), argument.end(), [](QChar c) { return QStringLiteral("*?[{").contains(c); });
@@ -23,9 +25,9 @@ QStringList matchingNames(const QString& pattern) {
 #endif
   glob_t found = {};
   QStringList names;
-  if (::glob(QFile::encodeName(pattern).constData(), kFlags, nullptr, &found) == 0) {
+  if (::glob(fileNameBytes(pattern).constData(), kFlags, nullptr, &found) == 0) {
     for (std::size_t i = 0; i < found.gl_pathc; ++i)
-      names.append(QFile::decodeName(found.gl_pathv[i]));
+      names.append(fileNameFromBytes(found.gl_pathv[i]));
   }
   ::globfree(&found);
   // In the same order everywhere, whatever the locale.
@@ -33,19 +35,46 @@ QStringList matchingNames(const QString& pattern) {
   return names;
 }
 
-void addFolder(const QString& folder, InputList& list) {
+bool isHidden(const fs::directory_entry& entry) { return entry.path().filename().native().starts_with('.'); }
+
+fs::path systemPath(const QString& name) { return fileNameBytes(name).toStdString(); }
+
+// All files in a folder and those below it, but for hidden ones. What may not be looked into holds none.
+QStringList filesBelow(const QString& folder) {
   QStringList paths;
-  QDirIterator entries(folder, QDir::Files, QDirIterator::Subdirectories);
-  while (entries.hasNext())
-    paths.append(entries.next());
-  if (paths.isEmpty()) list.errors.append(folder + QStringLiteral(": the folder holds no files"));
+  std::error_code problem;
+  fs::recursive_directory_iterator entry(systemPath(folder), fs::directory_options::skip_permission_denied, problem);
+  for (const fs::recursive_directory_iterator end; !problem && entry != end; entry.increment(problem)) {
+    std::error_code unknown;
+    if (isHidden(*entry)) {
+      entry.disable_recursion_pending();
+    } else if (entry->is_regular_file(unknown)) {
+      paths.append(fileNameFromBytes(entry->path().native()));
+    }
+  }
   paths.sort();
+  return paths;
+}
+
+void addFolder(const QString& folder, InputList& list) {
+  const QStringList paths = filesBelow(folder);
+  if (paths.isEmpty()) list.errors.append(folder + QStringLiteral(": the folder holds no files"));
   for (const QString& path : paths)
     list.files.push_back({path, folder});
 }
 
+bool isFolder(const QString& name) {
+  std::error_code unknown;
+  return fs::is_directory(systemPath(name), unknown);
+}
+
+bool exists(const QString& name) {
+  std::error_code unknown;
+  return fs::exists(systemPath(name), unknown);
+}
+
 void addName(const QString& name, InputList& list) {
-  if (QFileInfo(name).isDir()) {
+  if (isFolder(name)) {
     addFolder(name, list);
   } else {
     list.files.push_back({name, QString()});
@@ -59,7 +88,7 @@ InputList expandInputs(const QStringList& arguments) {
   for (const QString& argument : arguments) {
     if (argument.isEmpty()) {
       list.errors.append(QStringLiteral("'': a file name is empty"));
-    } else if (!isPattern(argument) || QFileInfo::exists(argument)) {
+    } else if (!isPattern(argument) || exists(argument)) {
       addName(argument, list);
     } else {
       const QStringList names = matchingNames(argument);

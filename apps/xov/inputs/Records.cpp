@@ -1,5 +1,6 @@
 #include "apps/xov/inputs/Records.h"
 
+#include "apps/xov/inputs/InputFiles.h"
 #include "apps/xov/inputs/Inputs.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/terminal/Progress.h"
@@ -10,8 +11,10 @@
 #include <QHash>
 #include <QSet>
 
-#include <XOV_Graphics/seismic/io/Readers.h>
+#include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/seismic/prepare/RecordCopy.h>
 #include <algorithm>
+#include <cmath>
 
 namespace xov::cli {
 
@@ -64,50 +67,48 @@ QStringList barrenFolders(const std::vector<InputFile>& files, const QStringList
 QStringList texts(const std::vector<std::string>& arguments) {
   QStringList list;
   for (const std::string& argument : arguments)
-    list.append(QString::fromStdString(argument));
+    list.append(fileNameFromBytes(argument));
   return list;
 }
 
-// Reads files into records and keeps what there is to say of files in which no channel is selected.
+// Goes through the files and keeps what there is to say of those in which no channel is selected.
 class Reading {
 public:
-  Reading(SeismogramReadOptions options, Complaints& complaints)
+  Reading(SeismogramReadOptions options, const FileReader& reader, Complaints& complaints)
       : options_(std::move(options)),
+        reader_(reader),
         complaints_(complaints) {}
 
   void read(const InputFile& file) {
-    const Result<SeismogramFile> found = readSeismogramFile(file.path, options_);
+    const Result<ReadFile> found = reader_(file.path, options_);
     if (!found) return refuse(file, found.error());
     readable_.append(file.path);
-    if (found->records.empty()) {
+    if (!found->holdsRecords) {
       unselected_ += found->notes;
       return;
     }
+    anyRecords_ = true;
     for (const QString& note : found->notes)
       complaints_.say(note);
-    for (const auto& record : found->records) {
-      all_.records.push_back(record);
-      all_.files.append(file.path);
-    }
   }
 
   /// The files that could be read, whatever is selected of them.
   const QStringList& readable() const { return readable_; }
 
   /// Says and counts as failures what is wrong with the command line.
-  Records finish(const QStringList& errors) && {
+  ExitCode finish(const QStringList& errors) {
     for (const QString& error : errors)
       complaints_.say(error);
-    if (!errors.isEmpty()) all_.status = ExitCode::Failed;
-    if (all_.records.empty()) sayUnselected();
-    return std::move(all_);
+    if (!errors.isEmpty()) status_ = ExitCode::Failed;
+    if (!anyRecords_) sayUnselected();
+    return status_;
   }
 
 private:
   void refuse(const InputFile& file, const QString& reason) {
     if (!file.folder.isEmpty()) return complaints_.skip(file, reason);
     complaints_.say(reason);
-    all_.status = ExitCode::Failed;
+    status_ = ExitCode::Failed;
   }
 
   void sayUnselected() {
@@ -115,15 +116,28 @@ private:
       complaints_.say(note);
     const qsizetype rest = unselected_.size() - kUnselectedNotes;
     if (rest > 0) complaints_.say(QStringLiteral("%1 more files hold no channel that is selected").arg(rest));
-    if (!unselected_.isEmpty()) all_.status = ExitCode::Failed;
+    if (!unselected_.isEmpty()) status_ = ExitCode::Failed;
   }
 
   SeismogramReadOptions options_;
+  const FileReader& reader_;
   Complaints& complaints_;
-  Records all_;
+  ExitCode status_ = ExitCode::Ok;
+  bool anyRecords_ = false;
   QStringList readable_;
   QStringList unselected_; // what was noted of files without a record
 };
+
+// What a trace that is drawn does not show of a record; empty when it shows all.
+QString drawingNote(const QString& name, const SeismogramRecord& record) {
+  const std::span<const float> samples = samplesOf(record);
+  const auto isFinite = [](float sample) { return std::isfinite(sample); };
+  const auto bothFinite = [](float left, float right) { return std::isfinite(left) && std::isfinite(right); };
+  if (std::ranges::adjacent_find(samples, bothFinite) != samples.end() || std::ranges::none_of(samples, isFinite))
+    return {};
+  return QStringLiteral("%1: samples of %2: no two in a row are numbers, so there is no line to draw")
+      .arg(name, record.labelString());
+}
 
 } // namespace
 
@@ -139,11 +153,11 @@ void RecordInputs::addOptions(CLI::App& options, const char* files, const char* 
 
 QStringList RecordInputs::names() const { return texts(arguments_); }
 
-Records RecordInputs::read() const {
+ExitCode RecordInputs::readEach(const FileReader& reader) const {
   const InputList inputs = expandInputs(names());
   Progress progress(QStringLiteral("reading"), std::int64_t(inputs.files.size()));
   Complaints complaints(progress);
-  Reading reading({texts(channels_)}, complaints);
+  Reading reading({texts(channels_)}, reader, complaints);
   for (const InputFile& file : inputs.files) {
     reading.read(file);
     progress.advanceTo(&file - inputs.files.data() + 1);
@@ -152,7 +166,23 @@ Records RecordInputs::read() const {
   QStringList errors = inputs.errors;
   for (const QString& folder : barrenFolders(inputs.files, reading.readable()))
     errors.append(folder + QStringLiteral(": the folder holds no seismogram"));
-  return std::move(reading).finish(errors);
+  return reading.finish(errors);
+}
+
+Records RecordInputs::read() const {
+  Records all;
+  all.status = readEach([&all](const QString& name, const SeismogramReadOptions& options) -> Result<ReadFile> {
+    const Result<SeismogramFile> file = readInputFile(name, options);
+    if (!file) return Error{file.error()};
+    ReadFile found{!file->records.empty(), file->notes};
+    for (const auto& record : file->records) {
+      all.records.push_back(record);
+      all.files.append(name);
+      if (const QString note = drawingNote(name, *record); !note.isEmpty()) found.notes.append(note);
+    }
+    return found;
+  });
+  return all;
 }
 
 } // namespace xov::cli

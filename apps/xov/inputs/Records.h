@@ -5,7 +5,9 @@
 #include <QString>
 #include <QStringList>
 
-#include <XOV_Graphics/seismic/SeismogramRecord.h>
+#include <XOV_Graphics/base/Result.h>
+#include <XOV_Graphics/seismic/SeismogramFile.h>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +23,15 @@ struct Records {
   QStringList files;              ///< for each record, the file it came from, named as the user did
   ExitCode status = ExitCode::Ok; ///< Failed when something could not be read; that has been said
 };
+
+/// What was found in a file.
+struct ReadFile {
+  bool holdsRecords = false; ///< that are selected
+  QStringList notes;         ///< as of a SeismogramFile
+};
+
+/// Reads a file of that name and keeps what it wants of it.
+using FileReader = std::function<Result<ReadFile>(const QString& name, const SeismogramReadOptions& options)>;
 
 /// The FILES arguments of a command that takes seismograms, and its option --channels.
 class RecordInputs {
@@ -38,6 +49,9 @@ public:
   /// the status Failed; a folder may hold other files besides. Of files without a channel that is selected nothing is
   /// said as long as others have one.
   Records read() const;
+
+  /// The same for one who reads the files by other means, one after the other: the status of the whole.
+  ExitCode readEach(const FileReader& reader) const;
 
 private:
   std::vector<std::string> arguments_;

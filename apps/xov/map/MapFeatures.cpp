@@ -11,6 +11,7 @@
 
 #include <QFileInfo>
 
+#include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/map/plateBoundaryController.h>
 #include <XOV_Graphics/platform/Colors.h>
 #include <XOV_Graphics/seismic/io/stations/StationText.h>
@@ -33,7 +34,7 @@ std::optional<ColumnData> readOrComplain(const std::string& path, const std::vec
   QStringList wanted;
   for (const std::string& column : columns)
     wanted.append(QString::fromStdString(column));
-  Result<ColumnData> data = readColumns(QString::fromStdString(path), wanted);
+  Result<ColumnData> data = readColumns(fileNameFromBytes(path), wanted);
   if (data) return std::move(*data);
   complain(data.error());
   return {};
@@ -131,7 +132,7 @@ bool MapFeatures::addPolygons(geoMapView& view, const MapRegion& region) const {
   for (const std::string& path : polygons_) {
     auto polygon = std::make_shared<XOVPolygon>();
     QString error;
-    if (polygon->loadNXYFromPath(QString::fromStdString(path), &error)) {
+    if (polygon->loadNXYFromPath(fileNameFromBytes(path), &error)) {
       lines->push_back(std::move(polygon));
     } else {
       complain(error);
@@ -194,7 +195,7 @@ bool MapFeatures::show(geoMapView& view, const MapRegion& region) const {
 }
 
 QString MapFeatures::title() const {
-  return events_.empty() ? QString() : QFileInfo(QString::fromStdString(events_)).completeBaseName();
+  return events_.empty() ? QString() : QFileInfo(fileNameFromBytes(events_)).completeBaseName();
 }
 
 double fittingVectorScale(const std::vector<float>& east, const std::vector<float>& north) {

@@ -3,6 +3,8 @@
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/terminal/Messages.h"
 
+#include <XOV_Graphics/base/FileName.h>
+
 namespace xov::cli {
 
 namespace {
@@ -39,7 +41,7 @@ void ImageOptions::apply(XOVImageView& view) const {
 bool ImageOptions::writeText(XOVImageView& view) const {
   if (textFile_.empty()) return true;
   QString error;
-  if (view.writeXYZToFile(QString::fromStdString(textFile_), &error)) return true;
+  if (view.writeXYZToFile(fileNameFromBytes(textFile_), &error)) return true;
   complain(error);
   return false;
 }

@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+#include <XOV_Graphics/base/FileName.h>
+
 namespace xov::cli {
 
 namespace {
@@ -32,7 +34,7 @@ const Format* formatOf(const QString& path) {
 }
 
 std::string checkOutputName(const std::string& name) {
-  if (formatOf(QString::fromStdString(name)) != nullptr) return {};
+  if (formatOf(fileNameFromBytes(name)) != nullptr) return {};
   return "found '" + name + "', expected a file name that ends in .pdf, .svg, .tif, .jpg or .png";
 }
 
@@ -76,7 +78,7 @@ ExitCode Output::deliver(const MakeView& makeView, const BeforeWriting& beforeWr
     return ExitCode::Ok;
   }
   if (beforeWriting) beforeWriting(*view);
-  if (!file_.empty()) return write(*view, QString::fromStdString(file_));
+  if (!file_.empty()) return write(*view, fileNameFromBytes(file_));
   if (toWindow) complain(QStringLiteral("the display does not answer; writing a file"));
   const QString name = command + QStringLiteral(".png");
   const ExitCode code = write(*view, name);

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/base/InputFile.h"
 
+#include "XOV_Graphics/base/ByteNames.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -23,9 +25,7 @@ Status openForReading(QFile& file, InputKind kind) {
   if (info.isDir()) return Error{name + QStringLiteral(": is a folder, expected a file")};
   if (kind == InputKind::OrdinaryFile && info.exists() && !info.isFile())
     return Error{name + QStringLiteral(": is not an ordinary file")};
-  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-    return Error{name + QStringLiteral(": cannot be opened: ") + file.errorString()};
-  return {};
+  return openByName(file, QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
 Result<QByteArray> readToEnd(QFileDevice& file, const QString& name, qint64 mostBytes) {

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/base/WholeFile.h"
 
+#include "XOV_Graphics/base/ByteNames.h"
+#include "XOV_Graphics/base/FileName.h"
 #include "XOV_Graphics/base/Result.h"
 
 #include <QFileInfo>
@@ -46,6 +48,7 @@ bool writeFileAtomically(const QString& path, const QByteArray& bytes, QString* 
 }
 
 bool writeFileAtomically(const QString& path, const FileContents& contents, QString* error) {
+  if (isByteName(path)) return succeeded(writeByteName(path, contents), error);
   return succeeded(isSpecialFile(path) ? writeInPlace(path, contents) : writeBeside(path, contents), error);
 }
 

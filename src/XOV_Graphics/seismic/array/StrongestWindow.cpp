@@ -11,6 +11,9 @@ namespace xov {
 
 namespace {
 
+// By so much a sum may come out larger that is not: it is kept up by adding and taking away.
+constexpr double kRounding = 1e-9;
+
 // Mean and variance of the samples that are numbers.
 std::pair<double, double> momentsOf(std::span<const float> samples) {
   double sum = 0;
@@ -46,7 +49,7 @@ std::size_t strongestStart(const std::vector<double>& power, std::size_t length)
   std::size_t best = 0;
   for (std::size_t start = 1; start + length <= power.size(); ++start) {
     sum += power[start + length - 1] - power[start - 1];
-    if (!(sum > largest)) continue;
+    if (!(sum > largest * (1 + kRounding))) continue;
     largest = sum;
     best = start;
   }

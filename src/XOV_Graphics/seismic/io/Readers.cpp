@@ -6,6 +6,7 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeed.h"
 #include "XOV_Graphics/seismic/io/sac/SacAlphanumeric.h"
 #include "XOV_Graphics/seismic/io/sac/SacBinary.h"
+#include "XOV_Graphics/seismic/io/sac/SacChecks.h"
 
 #include <QFileInfo>
 
@@ -17,31 +18,68 @@ namespace {
 
 constexpr qint64 kHeadBytes = 1024; // what a format may look at to know its files
 
-using SacReading = Result<std::shared_ptr<SacSeismogram>> (*)(QIODevice&, const QString&, const QString&);
-
 ChannelCodes channelCodes(const SeismogramRecord& record) {
   return {record.knetwk(), record.kstnm(), record.khole(), record.kcmpnm()};
 }
 
-template <SacReading Read>
-Result<SeismogramFile> readOne(QIODevice& device, const QString& name, const QString& path,
-                               const SeismogramReadOptions& options) {
+// The only trace of a file, as `File` holds it, with its notes, if it is selected.
+template <typename File>
+Result<File> selected(const decltype(File::records)& trace, QStringList notes, const QString& name,
+                      const SeismogramReadOptions& options, const SeismogramRecord& record) {
   const Result<ChannelPatterns> patterns = ChannelPatterns::parse(options.channels);
   if (!patterns) return Error{patterns.error()};
-  const Result<std::shared_ptr<SacSeismogram>> trace = Read(device, name, path);
-  if (!trace) return Error{trace.error()};
-  const ChannelCodes codes = channelCodes(**trace);
-  if (patterns->select(codes)) return SeismogramFile{{*trace}, {}};
-  return SeismogramFile{{}, {name + ": no channel is selected of " + channelName(codes)}};
+  const ChannelCodes codes = channelCodes(record);
+  if (!patterns->select(codes)) return File{{}, {name + ": no channel is selected of " + channelName(codes)}};
+  notes.removeAll(QString());
+  return File{trace, std::move(notes)};
 }
 
-/// One format. `matches` sees the first bytes of a file; `read` gets the open file at its start, the name that errors
-/// call it by, and its full path.
+// What a file's header gets wrong without making its samples useless.
+QStringList sacNotes(QIODevice& device, const SacHeader& header, const QString& name, SacPlaces places) {
+  QStringList notes = {sacTimeNote(header, name, places)};
+  if (places == SacPlaces::Bytes) notes.append(excessNote(device, header, name));
+  return notes;
+}
+
+using ReadTrace = Result<std::shared_ptr<SacSeismogram>> (*)(QIODevice&, const QString&, const QString&);
+
+template <ReadTrace Read, SacPlaces places>
+Result<SeismogramFile> readOne(QIODevice& device, const QString& name, const QString& path,
+                               const SeismogramReadOptions& options) {
+  const Result<std::shared_ptr<SacSeismogram>> trace = Read(device, name, path);
+  if (!trace) return Error{trace.error()};
+  const SacHeader& header = *(*trace)->GetSacHeader();
+  return selected<SeismogramFile>({*trace}, sacNotes(device, header, name, places), name, options, **trace);
+}
+
+using SummarizeTrace = Result<SeismogramSummary> (*)(QIODevice&, const QString&, const QString&);
+
+template <SummarizeTrace Summarize, SacPlaces places>
+Result<SeismogramFileSummary> summarizeOne(QIODevice& device, const QString& name, const QString& path,
+                                           const SeismogramReadOptions& options) {
+  const Result<SeismogramSummary> trace = Summarize(device, name, path);
+  if (!trace) return Error{trace.error()};
+  SacHeader header = *trace->record->GetSacHeader();
+  header.npts = std::int32_t(trace->samples.count());
+  return selected<SeismogramFileSummary>({*trace}, sacNotes(device, header, name, places), name, options,
+                                         *trace->record);
+}
+
+Result<SeismogramSummary> summarizeSacAlphanumeric(QIODevice& device, const QString& name, const QString& path) {
+  const Result<std::shared_ptr<SacSeismogram>> trace = readSacAlphanumeric(device, name, path);
+  if (!trace) return Error{trace.error()};
+  return summaryOf(*trace);
+}
+
+/// One format. `matches` sees the first bytes of a file; `read` and `summarize` get the open file at its start, the
+/// name that errors call it by, and its full path.
 struct Format {
   const char* name;
   bool (*matches)(QByteArrayView head);
   Result<SeismogramFile> (*read)(QIODevice& device, const QString& name, const QString& path,
                                  const SeismogramReadOptions& options);
+  Result<SeismogramFileSummary> (*summarize)(QIODevice& device, const QString& name, const QString& path,
+                                             const SeismogramReadOptions& options);
 };
 
 bool isSacBinary(QByteArrayView head) { return sacByteOrder(head).has_value(); }
@@ -49,10 +87,22 @@ bool isSacBinary(QByteArrayView head) { return sacByteOrder(head).has_value(); }
 // The first row that matches reads the file. A miniSEED record may by chance hold what tells a binary SAC file, which
 // in turn never looks like a record.
 constexpr Format kFormats[] = {
-    {"miniSEED", isMiniSeed, readMiniSeedDevice},
-    {"SAC alphanumeric", isSacAlphanumeric, readOne<readSacAlphanumeric>},
-    {"SAC binary", isSacBinary, readOne<readSacBinary>},
+    {"miniSEED", isMiniSeed, readMiniSeedDevice, summarizeMiniSeedDevice},
+    {"SAC alphanumeric", isSacAlphanumeric, readOne<readSacAlphanumeric, SacPlaces::Lines>,
+     summarizeOne<summarizeSacAlphanumeric, SacPlaces::Lines>},
+    {"SAC binary", isSacBinary, readOne<readSacBinary, SacPlaces::Bytes>,
+     summarizeOne<summarizeSacBinary, SacPlaces::Bytes>},
 };
+
+// The format of a device at its start, from its first bytes.
+Result<const Format*> formatOf(QIODevice& device, const QString& name) {
+  const QByteArray head = device.peek(kHeadBytes);
+  if (head.isEmpty()) return Error{name + ": the file is empty"};
+  for (const Format& format : kFormats) {
+    if (format.matches(head)) return &format;
+  }
+  return Error{name + ": unknown format, expected " + seismogramFormats().join(" or ")};
+}
 
 } // namespace
 
@@ -63,16 +113,38 @@ QStringList seismogramFormats() {
   return names;
 }
 
+Result<SeismogramFile> readSeismogramDevice(QIODevice& device, const QString& name, const QString& path,
+                                            const SeismogramReadOptions& options) noexcept {
+  return guarded(name, [&]() -> Result<SeismogramFile> {
+    const Result<const Format*> format = formatOf(device, name);
+    if (!format) return Error{format.error()};
+    return (*format)->read(device, name, path, options);
+  });
+}
+
 Result<SeismogramFile> readSeismogramFile(const QString& path, const SeismogramReadOptions& options) noexcept {
   return guarded(path, [&]() -> Result<SeismogramFile> {
     QFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
-    const QByteArray head = file.peek(kHeadBytes);
-    if (head.isEmpty()) return Error{path + ": the file is empty"};
-    for (const Format& format : kFormats) {
-      if (format.matches(head)) return format.read(file, path, QFileInfo(path).absoluteFilePath(), options);
-    }
-    return Error{path + ": unknown format, expected " + seismogramFormats().join(" or ")};
+    return readSeismogramDevice(file, path, QFileInfo(path).absoluteFilePath(), options);
+  });
+}
+
+Result<SeismogramFileSummary> summarizeSeismogramDevice(QIODevice& device, const QString& name, const QString& path,
+                                                        const SeismogramReadOptions& options) noexcept {
+  return guarded(name, [&]() -> Result<SeismogramFileSummary> {
+    const Result<const Format*> format = formatOf(device, name);
+    if (!format) return Error{format.error()};
+    return (*format)->summarize(device, name, path, options);
+  });
+}
+
+Result<SeismogramFileSummary> summarizeSeismogramFile(const QString& path,
+                                                      const SeismogramReadOptions& options) noexcept {
+  return guarded(path, [&]() -> Result<SeismogramFileSummary> {
+    QFile file(path);
+    if (Status status = openForReading(file); !status) return Error{status.error()};
+    return summarizeSeismogramDevice(file, path, QFileInfo(path).absoluteFilePath(), options);
   });
 }
 

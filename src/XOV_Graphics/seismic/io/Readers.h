@@ -3,7 +3,9 @@
 #include "XOV_Graphics/base/Export.h"
 #include "XOV_Graphics/base/Result.h"
 #include "XOV_Graphics/seismic/SeismogramFile.h"
+#include "XOV_Graphics/seismic/SeismogramSummary.h"
 
+#include <QIODevice>
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +16,19 @@ namespace xov {
 /// records, and a note says so.
 XOV_EXPORT Result<SeismogramFile> readSeismogramFile(const QString& path,
                                                      const SeismogramReadOptions& options = {}) noexcept;
+
+/// The same from a device that is open, at its start, and not sequential, such as a QBuffer or a spooled pipe. `name`
+/// stands for it in errors and notes, and `path` becomes that of the records.
+XOV_EXPORT Result<SeismogramFile> readSeismogramDevice(QIODevice& device, const QString& name, const QString& path,
+                                                       const SeismogramReadOptions& options = {}) noexcept;
+
+/// Reads a file as readSeismogramFile() does and sums its samples up without keeping them: memory stays small
+/// whatever the size of the file. Only files of text are read whole.
+XOV_EXPORT Result<SeismogramFileSummary> summarizeSeismogramFile(const QString& path,
+                                                                 const SeismogramReadOptions& options = {}) noexcept;
+XOV_EXPORT Result<SeismogramFileSummary>
+summarizeSeismogramDevice(QIODevice& device, const QString& name, const QString& path,
+                          const SeismogramReadOptions& options = {}) noexcept;
 
 /// Reads all traces of a file, without the notes.
 XOV_EXPORT Result<SeismogramArray> readSeismograms(const QString& path) noexcept;

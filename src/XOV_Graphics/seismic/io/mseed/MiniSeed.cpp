@@ -15,8 +15,9 @@ namespace xov {
 namespace {
 
 constexpr std::int64_t kMicrosecondsPerMillisecond = 1000;
-constexpr qsizetype kSequenceBytes = 6;     // at the start of a record
-constexpr qsizetype kMostNamedChannels = 8; // in a note
+constexpr float kLargestExactInteger = 16777216; // of single precision, that all smaller ones are exact to
+constexpr qsizetype kSequenceBytes = 6;          // at the start of a record
+constexpr qsizetype kMostNamedChannels = 8;      // in a note
 
 /// An unbroken piece of a channel: its records, in time order, and their samples one after the other.
 struct Piece {
@@ -34,6 +35,12 @@ struct Place {
   bool isFilled = false;
 };
 
+/// What becomes of samples.
+enum class Samples : std::uint8_t {
+  Kept,     ///< in the traces
+  SummedUp, ///< tallies take their place: traces have none
+};
+
 std::int64_t millisecondsBefore(std::int64_t us) {
   return us / kMicrosecondsPerMillisecond - (us % kMicrosecondsPerMillisecond < 0 ? 1 : 0);
 }
@@ -43,11 +50,13 @@ SacText<8> sacText(const QString& text) { return SacText<8>(std::string_view(tex
 /// Turns the records of an index into traces.
 class Assembly {
 public:
-  Assembly(FileWindow& file, MiniSeedIndex& index, QString path)
+  Assembly(FileWindow& file, MiniSeedIndex& index, QString path, Samples samples)
       : file_(file),
         index_(index),
         path_(std::move(path)),
-        places_(index.records.size()) {}
+        samples_(samples),
+        places_(index.records.size()),
+        tallies_(samples == Samples::SummedUp ? index.records.size() : 0) {}
 
   SeismogramArray run() {
     std::vector<std::vector<std::size_t>> recordsOf(index_.channels.size());
@@ -68,6 +77,9 @@ public:
   }
 
   qint64 repeatedCount() const { return repeatedCount_; }
+
+  /// What the samples of each trace amount to, where they are summed up.
+  const std::vector<SampleTally>& tallies() const { return traceTallies_; }
 
 private:
   const IndexedRecord& record(std::size_t i) const { return index_.records[i]; }
@@ -140,8 +152,10 @@ private:
 
   /// Fills the samples of all pieces in one walk through the file.
   void decode() {
-    for (Piece& piece : pieces_)
-      piece.samples.resize(piece.sampleCount);
+    if (samples_ == Samples::Kept) {
+      for (Piece& piece : pieces_)
+        piece.samples.resize(piece.sampleCount);
+    }
     MiniSeedSamples samples;
     for (std::size_t i = 0; i < places_.size(); ++i) {
       if (places_[i].piece == Place::kNowhere) continue;
@@ -158,21 +172,33 @@ private:
     const qsizetype length = indexed.format.length;
     const QByteArrayView view = file_.at(indexed.offset, length);
     if (view.size() < length) return Error{QStringLiteral("the file has become shorter while it was read")};
-    std::vector<float>& all = pieces_[places_[i].piece].samples;
-    return samples.decode(indexed.format, view.first(length),
-                          std::span(all).subspan(places_[i].first, std::size_t(indexed.span.sampleCount)), doubt);
+    const auto count = std::size_t(indexed.span.sampleCount);
+    if (samples_ == Samples::Kept) {
+      std::vector<float>& all = pieces_[places_[i].piece].samples;
+      return samples.decode(indexed.format, view.first(length), std::span(all).subspan(places_[i].first, count),
+                            doubt);
+    }
+    oneRecord_.resize(count);
+    Status status = samples.decode(indexed.format, view.first(length), oneRecord_, doubt);
+    if (!status) return status;
+    SampleTally& tally = tallies_[i];
+    tally.add(oneRecord_);
+    const bool isLarge = std::max(-tally.min(), tally.max()) > kLargestExactInteger;
+    tally.setRounded(isLarge && indexed.format.encoding != MiniSeedEncoding::Float32);
+    return status;
   }
 
   /// A stretch of a piece without a record that could not be decoded.
   struct Stretch {
     std::vector<RecordSpan> records;
     std::vector<float> samples;
+    SampleTally tally;
   };
 
   /// Takes the piece's samples.
   void appendStretches(Piece& piece, std::vector<Stretch>& all) {
     const auto isFilled = [&](std::size_t i) { return places_[i].isFilled; };
-    if (std::ranges::all_of(piece.records, isFilled)) {
+    if (samples_ == Samples::Kept && std::ranges::all_of(piece.records, isFilled)) {
       Stretch& stretch = all.emplace_back();
       for (const std::size_t i : piece.records)
         stretch.records.push_back(record(i).span);
@@ -184,8 +210,12 @@ private:
       if (isFilled(i)) {
         Stretch& stretch = open ? all.back() : all.emplace_back();
         stretch.records.push_back(record(i).span);
-        const auto first = piece.samples.begin() + std::ptrdiff_t(places_[i].first);
-        stretch.samples.insert(stretch.samples.end(), first, first + record(i).span.sampleCount);
+        if (samples_ == Samples::SummedUp) {
+          stretch.tally.add(tallies_[i]);
+        } else {
+          const auto first = piece.samples.begin() + std::ptrdiff_t(places_[i].first);
+          stretch.samples.insert(stretch.samples.end(), first, first + record(i).span.sampleCount);
+        }
       }
       open = isFilled(i);
     }
@@ -204,7 +234,7 @@ private:
   }
 
   /// Takes the stretches' samples.
-  void appendTraces(std::size_t channel, std::vector<Stretch>& stretches, SeismogramArray& traces) const {
+  void appendTraces(std::size_t channel, std::vector<Stretch>& stretches, SeismogramArray& traces) {
     if (stretches.empty()) return;
     std::ranges::stable_sort(stretches, {}, [](const Stretch& stretch) { return stretch.records.front().startUs; });
     const std::int64_t referenceMs = millisecondsBefore(stretches.front().records.front().startUs);
@@ -218,13 +248,18 @@ private:
       precise.b = times.b;
       precise.delta = times.delta;
       traces.push_back(std::make_shared<SacSeismogram>(header, std::move(stretch.samples), path_, precise));
+      if (samples_ == Samples::SummedUp) traceTallies_.push_back(stretch.tally);
     }
   }
 
   FileWindow& file_;
   MiniSeedIndex& index_;
   QString path_;
-  std::vector<Place> places_; // of every record of the index
+  Samples samples_;
+  std::vector<Place> places_;        // of every record of the index
+  std::vector<SampleTally> tallies_; // of every record of the index, where samples are summed up
+  std::vector<SampleTally> traceTallies_;
+  std::vector<float> oneRecord_;
   std::vector<Piece> pieces_;
   qint64 repeatedCount_ = 0;
 };
@@ -285,8 +320,11 @@ bool isMiniSeed(QByteArrayView head) {
   return isFullSeed(head) || isMiniSeed3(head) || findMiniSeedStart(head, 0) < head.size();
 }
 
-Result<SeismogramFile> readMiniSeedDevice(QIODevice& device, const QString& name, const QString& path,
-                                          const SeismogramReadOptions& options) {
+namespace {
+
+Result<SeismogramFile> readDevice(QIODevice& device, const QString& name, const QString& path,
+                                  const SeismogramReadOptions& options, Samples samples,
+                                  std::vector<SampleTally>& tallies) {
   const Result<ChannelPatterns> patterns = ChannelPatterns::parse(options.channels);
   if (!patterns) return Error{patterns.error()};
   FileWindow file(device);
@@ -295,14 +333,35 @@ Result<SeismogramFile> readMiniSeedDevice(QIODevice& device, const QString& name
   if (!index.isReadable) return Error{name + ": cannot be read: " + device.errorString()};
 
   SeismogramFile found;
-  Assembly assembly(file, index, path);
+  Assembly assembly(file, index, path, samples);
   found.records = assembly.run();
+  tallies = assembly.tallies();
   found.notes = lossNotes(index, assembly.repeatedCount(), name);
   if (found.records.empty()) {
     if (!index.channels.empty() || index.passedOver.empty()) return nothingRead(index, name);
     found.notes.append(selectionNote(index, name));
   }
   return found;
+}
+
+} // namespace
+
+Result<SeismogramFile> readMiniSeedDevice(QIODevice& device, const QString& name, const QString& path,
+                                          const SeismogramReadOptions& options) {
+  std::vector<SampleTally> none;
+  return readDevice(device, name, path, options, Samples::Kept, none);
+}
+
+Result<SeismogramFileSummary> summarizeMiniSeedDevice(QIODevice& device, const QString& name, const QString& path,
+                                                      const SeismogramReadOptions& options) {
+  std::vector<SampleTally> tallies;
+  const Result<SeismogramFile> found = readDevice(device, name, path, options, Samples::SummedUp, tallies);
+  if (!found) return Error{found.error()};
+  SeismogramFileSummary summary;
+  summary.notes = found->notes;
+  for (std::size_t i = 0; i < found->records.size(); ++i)
+    summary.records.push_back({found->records[i], tallies[i]});
+  return summary;
 }
 
 } // namespace xov

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/Result.h"
 #include "XOV_Graphics/seismic/SeismogramFile.h"
+#include "XOV_Graphics/seismic/SeismogramSummary.h"
 
 #include <QByteArrayView>
 #include <QIODevice>
@@ -16,5 +17,9 @@ bool isMiniSeed(QByteArrayView head);
 /// records get `path`.
 Result<SeismogramFile> readMiniSeedDevice(QIODevice& device, const QString& name, const QString& path,
                                           const SeismogramReadOptions& options);
+
+/// The same without ever holding more samples than those of one record.
+Result<SeismogramFileSummary> summarizeMiniSeedDevice(QIODevice& device, const QString& name, const QString& path,
+                                                      const SeismogramReadOptions& options);
 
 } // namespace xov

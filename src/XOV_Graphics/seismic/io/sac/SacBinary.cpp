@@ -121,24 +121,72 @@ std::optional<QSysInfo::Endian> sacByteOrder(QByteArrayView head) {
   return {};
 }
 
-Result<std::shared_ptr<SacSeismogram>> readSacBinary(QIODevice& device, const QString& name, const QString& path) {
+namespace {
+
+bool readSamples(QIODevice& device, std::span<float> samples, QSysInfo::Endian order) {
+  if (!readFully(device, {reinterpret_cast<char*>(samples.data()), samples.size_bytes()})) return false;
+  convert<sizeof(float)>(samples.data(), qsizetype(samples.size()), order);
+  return true;
+}
+
+/// Reads header and footer of a file; `takeSamples` reads what lies between them, and makes the trace's samples of
+/// it.
+template <typename TakeSamples>
+Result<std::shared_ptr<SacSeismogram>> readAround(QIODevice& device, const QString& name, const QString& path,
+                                                  TakeSamples takeSamples) {
   QSysInfo::Endian order = QSysInfo::ByteOrder;
   const Result<SacHeader> header = readHeader(device, name, order);
   if (!header) return Error{header.error()};
   if (Status status = checkSize(*header, device.size(), name); !status) return Error{status.error()};
 
-  std::vector<float> samples(std::size_t(header->npts));
-  if (!readFully(device, {reinterpret_cast<char*>(samples.data()), samples.size() * sizeof(float)}))
-    return Error{name + ": cannot be read: " + device.errorString()};
-  convert<sizeof(float)>(samples.data(), qsizetype(samples.size()), order);
-
+  std::vector<float> samples;
+  bool readable = takeSamples(std::size_t(header->npts), order, samples);
   std::optional<SacFooter> footer;
-  if (header->nvhdr == kSacVersion7) {
+  if (readable && header->nvhdr == kSacVersion7) {
     footer = readFooter(device, order);
-    if (!footer) return Error{name + ": cannot be read: " + device.errorString()};
+    readable = footer.has_value();
   }
+  if (!readable) return Error{name + ": cannot be read: " + device.errorString()};
   if (Status status = checkTimes(*header, footer, name); !status) return Error{status.error()};
   return std::make_shared<SacSeismogram>(*header, std::move(samples), path, footer);
+}
+
+} // namespace
+
+Result<std::shared_ptr<SacSeismogram>> readSacBinary(QIODevice& device, const QString& name, const QString& path) {
+  return readAround(device, name, path,
+                    [&device](std::size_t count, QSysInfo::Endian order, std::vector<float>& samples) {
+                      samples.resize(count);
+                      return readSamples(device, samples, order);
+                    });
+}
+
+Result<SeismogramSummary> summarizeSacBinary(QIODevice& device, const QString& name, const QString& path) {
+  constexpr std::size_t kStretch = 1 << 18; // 1 MiB
+  SeismogramSummary summary;
+  const auto sumUp = [&](std::size_t count, QSysInfo::Endian order, std::vector<float>&) {
+    std::vector<float> stretch(std::min(count, kStretch));
+    while (count > 0) {
+      stretch.resize(std::min(count, kStretch));
+      if (!readSamples(device, stretch, order)) return false;
+      summary.samples.add(stretch);
+      count -= stretch.size();
+    }
+    return true;
+  };
+  const Result<std::shared_ptr<SacSeismogram>> trace = readAround(device, name, path, sumUp);
+  if (!trace) return Error{trace.error()};
+  summary.record = *trace;
+  return summary;
+}
+
+QString excessNote(QIODevice& device, const SacHeader& header, const QString& name) {
+  const qint64 excess = (device.size() - device.pos()) / kSampleBytes;
+  if (excess <= 0) return {};
+  return QStringLiteral("%1: %2: found %3, but the file holds %4 samples; the rest is left out")
+      .arg(name, sacPlace("npts", offsetof(SacHeader, npts), SacPlaces::Bytes))
+      .arg(header.npts)
+      .arg(header.npts + excess);
 }
 
 Status writeSacBinary(QIODevice& device, const SacHeader& header, std::span<const float> samples,

@@ -2,6 +2,8 @@
 
 #include "XOV_Graphics/base/Numbers.h"
 
+#include <QDate>
+
 #include <cmath>
 #include <limits>
 
@@ -39,6 +41,38 @@ QString sacPlace(const char* field, std::size_t byteOffset, SacPlaces places) {
   const QString where = places == SacPlaces::Bytes ? " at byte " + QString::number(byteOffset)
                                                    : " on line " + QString::number(word / kValuesPerLine + 1);
   return QLatin1String(field) + where;
+}
+
+QString sacTimeNote(const SacHeader& header, const QString& name, SacPlaces places) {
+  const bool isGiven = header.nzyear != kSacUndefinedInteger || header.nzjday != kSacUndefinedInteger;
+  if (!isGiven || referenceTime(header).isValid()) return {};
+  struct Field {
+    const char* name;
+    std::size_t offset;
+    std::int32_t value;
+    std::int32_t first;
+    std::int32_t last;
+    bool isRequired;
+  };
+  const bool leap = QDate::isLeapYear(header.nzyear);
+  const Field fields[] = {
+      {"nzyear", offsetof(SacHeader, nzyear), header.nzyear, 1, 9999, true},
+      {"nzjday", offsetof(SacHeader, nzjday), header.nzjday, 1, leap ? 366 : 365, true},
+      {"nzhour", offsetof(SacHeader, nzhour), header.nzhour, 0, 23, false},
+      {"nzmin", offsetof(SacHeader, nzmin), header.nzmin, 0, 59, false},
+      {"nzsec", offsetof(SacHeader, nzsec), header.nzsec, 0, 60, false},
+      {"nzmsec", offsetof(SacHeader, nzmsec), header.nzmsec, 0, 999, false},
+  };
+  for (const Field& field : fields) {
+    if (!field.isRequired && field.value == kSacUndefinedInteger) continue;
+    if (field.value >= field.first && field.value <= field.last) continue;
+    return QStringLiteral("%1: %2: found %3, expected %4 to %5; the record has no time")
+        .arg(name, sacPlace(field.name, field.offset, places))
+        .arg(field.value)
+        .arg(field.first)
+        .arg(field.last);
+  }
+  return {};
 }
 
 Error sacError(const QString& name, const QString& place, const QString& found, const QString& expected) {

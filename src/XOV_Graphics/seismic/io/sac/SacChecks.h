@@ -30,6 +30,10 @@ Status checkSacHeader(const SacHeader& header, const QString& name, SacPlaces pl
 /// places are given as text since the values may come from a footer.
 Status checkSacTimes(double delta, const QString& deltaPlace, double b, const QString& bPlace, const QString& name);
 
+/// What to note of a header with a reference time that is none: the first of its fields that is out of range, and
+/// where. Empty when the time is fine, or not given.
+QString sacTimeNote(const SacHeader& header, const QString& name, SacPlaces places);
+
 /// One line of the form "name: place: found this, expected that".
 Error sacError(const QString& name, const QString& place, const QString& found, const QString& expected);
 

@@ -1,0 +1,82 @@
+#include "apps/xov/inputs/InputFiles.h"
+
+#include <QFile>
+#include <QTemporaryFile>
+
+#include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/seismic/io/Readers.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr qsizetype kChunkBytes = 1 << 20;
+
+bool isStandardInput(const QString& name) { return name == QLatin1String("-"); }
+
+QString spokenName(const QString& name) { return isStandardInput(name) ? QStringLiteral("standard input") : name; }
+
+// Whether the bytes come one after the other. A terminal is one that somebody types into; other devices have no end.
+bool isPipe(const QString& name) {
+  struct stat status = {};
+  const int found =
+      isStandardInput(name) ? ::fstat(STDIN_FILENO, &status) : ::stat(fileNameBytes(name).constData(), &status);
+  if (found != 0) return false;
+  const bool isTerminal = isStandardInput(name) && ::isatty(STDIN_FILENO) == 1;
+  return S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode) || isTerminal;
+}
+
+Status spool(QFile& pipe, QTemporaryFile& file, const QString& name) {
+  if (!file.open())
+    return Error{name + QStringLiteral(": there is no place for a temporary file: ") + file.errorString()};
+  std::vector<char> chunk(static_cast<std::size_t>(kChunkBytes));
+  while (true) {
+    const qint64 got = pipe.read(chunk.data(), kChunkBytes);
+    if (got == 0 || (got < 0 && pipe.error() == QFileDevice::NoError)) break; // the end of a pipe
+    if (got < 0) return Error{name + QStringLiteral(": cannot be read: ") + pipe.errorString()};
+    if (file.write(chunk.data(), got) != got)
+      return Error{name + QStringLiteral(": cannot be kept in a temporary file: ") + file.errorString()};
+  }
+  if (file.flush() && file.seek(0)) return {};
+  return Error{name + QStringLiteral(": cannot be kept in a temporary file: ") + file.errorString()};
+}
+
+// What is read of a pipe or standard input.
+template <typename File, typename ReadDevice>
+Result<File> readStream(const QString& name, ReadDevice readDevice) {
+  const QString spoken = spokenName(name);
+  const QString path = isStandardInput(name) ? QStringLiteral("stdin") : name;
+  QFile stream(name);
+  const bool open = isStandardInput(name) ? stream.open(STDIN_FILENO, QIODevice::ReadOnly | QIODevice::Unbuffered)
+                                          : stream.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+  if (!open) return Error{spoken + QStringLiteral(": cannot be opened: ") + stream.errorString()};
+  if (!isPipe(name)) {
+    if (stream.isSequential()) return Error{spoken + QStringLiteral(": is neither a file nor a pipe")};
+    return readDevice(stream, spoken, path);
+  }
+  QTemporaryFile spooled;
+  if (Status status = spool(stream, spooled, spoken); !status) return Error{status.error()};
+  return readDevice(spooled, spoken, path);
+}
+
+} // namespace
+
+Result<SeismogramFile> readInputFile(const QString& name, const SeismogramReadOptions& options) {
+  if (!isStandardInput(name) && !isPipe(name)) return readSeismogramFile(name, options);
+  return readStream<SeismogramFile>(name, [&options](QIODevice& device, const QString& spoken, const QString& path) {
+    return readSeismogramDevice(device, spoken, path, options);
+  });
+}
+
+Result<SeismogramFileSummary> summarizeInputFile(const QString& name, const SeismogramReadOptions& options) {
+  if (!isStandardInput(name) && !isPipe(name)) return summarizeSeismogramFile(name, options);
+  return readStream<SeismogramFileSummary>(name,
+                                           [&options](QIODevice& device, const QString& spoken, const QString& path) {
+                                             return summarizeSeismogramDevice(device, spoken, path, options);
+                                           });
+}
+
+} // namespace xov::cli
