@@ -114,7 +114,7 @@ TEST_F(CliOutput, writesAnSvgOfPathsAndTexts) {
   EXPECT_FALSE(reader.hasError()) << qPrintable(reader.errorString());
   EXPECT_GT(elements["path"], 3); // frame, ticks, trace
   EXPECT_EQ(elements["image"], 0);
-  EXPECT_TRUE(texts.contains(QStringLiteral("P"))) << qPrintable(texts.join(QLatin1Char('|'))); // the pick
+  EXPECT_TRUE(texts.contains(QStringLiteral("A"))) << qPrintable(texts.join(QLatin1Char('|'))); // the arrival
 }
 
 TEST_F(CliOutput, writesTheSamePageInEveryTimeZone) {
