@@ -34,7 +34,7 @@ constexpr Place kPlaces[] = {
     {75.5F, 15, true},     {72.7F, 15, false},      // India, Goa
     {78.8F, 15, true},     {81.5F, 15, false},      // India, Andhra Pradesh
     {108, 13, true},       {110.7F, 13, false},     // Vietnam
-    {115.3F, -25, true},   {112, -25, false},       // Western Australia
+    {115.3F, -25, true},   {110.5F, -25, false},    // Western Australia
     {151.7F, -30, true},   {154.7F, -30, false},    // New South Wales
     {140.2F, 37.5F, true}, {142.4F, 37.5F, false},  // Honshu
     {-37.7F, -10, true},   {-34.7F, -10, false},    // Brazil, Alagoas

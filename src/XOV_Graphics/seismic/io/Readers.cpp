@@ -68,7 +68,9 @@ Result<SeismogramFileSummary> summarizeOne(QIODevice& device, const QString& nam
 Result<SeismogramSummary> summarizeSacAlphanumeric(QIODevice& device, const QString& name, const QString& path) {
   const Result<std::shared_ptr<SacSeismogram>> trace = readSacAlphanumeric(device, name, path);
   if (!trace) return Error{trace.error()};
-  return summaryOf(*trace);
+  SeismogramSummary summary = summaryOf(*trace);
+  (*trace)->takeSamples();
+  return summary;
 }
 
 /// One format. `matches` sees the first bytes of a file; `read` and `summarize` get the open file at its start, the

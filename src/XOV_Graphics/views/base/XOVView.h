@@ -10,6 +10,7 @@
 #include "XOV_Graphics/views/base/PlotController.h"
 #include "XOV_Graphics/views/base/PlotGeometry.h"
 
+#include <QKeySequence>
 #include <QMenu>
 #include <QPointer>
 #include <QString>
@@ -192,6 +193,9 @@ public:
   void resetCursorRects() override;
   /// "Save To PDF", "Save To TIF", "Save To PNG", "Save To JPG", "Copy As PDF".
   QMenu* contextualMenu() const { return contextualMenu_; }
+  /// The key that chooses an entry of a view's contextual menu while the view has the focus; empty where there is
+  /// none. The entry's tool tip names it.
+  static QKeySequence menuKey(const QAction* item);
 
   // Export.
 
@@ -249,6 +253,7 @@ protected:
   void contextMenuEvent(QContextMenuEvent* event) override;
   /// Menu and Shift+F10 open the contextual menu, and its shortcuts choose from it.
   void keyPressEvent(QKeyEvent* event) override;
+  static void setMenuKey(QAction* item, const QKeySequence& key);
   void didDraw() override;
 
   /// Sets what a property reads, and emits settingsChanged() when that changes it.

@@ -4,6 +4,7 @@
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QPointer>
 
 #include <algorithm>
@@ -15,6 +16,7 @@ namespace {
 
 // How much of a dragged picture shows under the pointer.
 constexpr double kDragOpacity = 0.75;
+constexpr char kMenuKey[] = "xovMenuKey"; // an item's property
 // Timers count milliseconds; an interval of zero seconds would take the whole event loop.
 constexpr double kShortestTrackMs = 1;
 constexpr double kLongestTrackMs = 1e9;
@@ -33,11 +35,10 @@ QImage fadedTo(const QImage& image, double opacity) {
 
 void XOVView::buildMenu() {
   contextualMenu_ = new QMenu(QStringLiteral("test"), this);
+  contextualMenu_->setToolTipsVisible(true); // they name the keys
   const auto add = [this](const char* title, void (XOVView::*action)(QObject*), const QKeySequence& shortcut) {
     QAction* item = contextualMenu_->addAction(QLatin1String(title));
-    // An action of a menu that belongs to no menu bar takes no key from the host's own; see keyPressEvent().
-    item->setShortcut(shortcut);
-    item->setShortcutContext(Qt::WidgetShortcut);
+    setMenuKey(item, shortcut);
     connect(item, &QAction::triggered, this, [this, action, item] { (this->*action)(item); });
   };
   constexpr auto kSave = Qt::CTRL | Qt::SHIFT;
@@ -47,6 +48,15 @@ void XOVView::buildMenu() {
   add("Save To JPG", &XOVView::saveJPG, kSave | Qt::Key_J);
   add("Copy As PDF", &XOVView::copy, QKeySequence::Copy);
 }
+
+// The items' own shortcuts stay the host's to set: a key of ours is heard only by the view that has the focus, and
+// only when nothing of the host's has taken it; see keyPressEvent().
+void XOVView::setMenuKey(QAction* item, const QKeySequence& key) {
+  item->setProperty(kMenuKey, key);
+  item->setToolTip(key.toString(QKeySequence::NativeText));
+}
+
+QKeySequence XOVView::menuKey(const QAction* item) { return item->property(kMenuKey).value<QKeySequence>(); }
 
 void XOVView::openMenu(QPoint globalPosition) { contextualMenu_->popup(globalPosition); }
 
@@ -64,8 +74,8 @@ void XOVView::keyPressEvent(QKeyEvent* event) {
   }
   const QList<QAction*> items = contextualMenu_->actions();
   const QKeySequence pressed(event->keyCombination());
-  const auto chosen = std::find_if(items.begin(), items.end(),
-                                   [&](const QAction* item) { return item->shortcuts().contains(pressed); });
+  const auto chosen =
+      std::find_if(items.begin(), items.end(), [&](const QAction* item) { return menuKey(item) == pressed; });
   if (chosen == items.end()) {
     View::keyPressEvent(event);
   } else {

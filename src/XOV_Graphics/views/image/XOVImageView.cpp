@@ -36,8 +36,7 @@ XOVImageView::XOVImageView(const QRectF& frame, QWidget* parent) : XOVView(frame
   setYLimitsMinMax(-90, 90);
   qCInfo(log, "In initWithFrame");
   QAction* item = contextualMenu()->addAction(QStringLiteral("Save to XYZ"));
-  item->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_X);
-  item->setShortcutContext(Qt::WidgetShortcut);
+  setMenuKey(item, Qt::CTRL | Qt::SHIFT | Qt::Key_X);
   connect(item, &QAction::triggered, this, [this, item] { saveXYZ(item); });
 }
 
