@@ -43,10 +43,11 @@ void XOV2DScatterPlotView::computePlotLimits() {
 void XOV2DScatterPlotView::computeDataRanges() { XOV2DScatterPlotView::computePlotLimits(); }
 
 void XOV2DScatterPlotView::drawRect(const QRectF&) {
-  if (!XYAxes::beginPlot(*this, npts_)) return;
-  const double radius = std::abs(double(symbolDiameter_)) / 2;
-  drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), radius), pRect_);
-  drawAxes();
+  const auto drawPoints = [this] {
+    const double radius = std::abs(double(symbolDiameter_)) / 2;
+    drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), radius), pRect_);
+  };
+  if (XYAxes::drawPlot(*this, npts_, drawPoints)) drawAxes();
 }
 
 void XOV2DScatterPlotView::drawAxes() {

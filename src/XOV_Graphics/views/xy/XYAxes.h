@@ -15,15 +15,18 @@ struct XYAxes {
   static constexpr float kLabelFontSize = 14;
   static constexpr double kTitleGap = 2 * double(kLabelFontSize);
 
-  /// Begins a plot of points: white paper with a black line around it and, where there are any points, the frame,
-  /// which pRect and iRect are set to. False without points.
-  template <typename PlotView>
-  static bool beginPlot(PlotView& view, std::int32_t npts) {
+  /// A plot of points: white paper with a black line around it and, where there are any points, the frame, which
+  /// pRect and iRect are set to, and what `drawData` draws, in a saved state. False without points.
+  template <typename PlotView, typename DrawData>
+  static bool drawPlot(PlotView& view, std::int32_t npts, DrawData drawData) {
     view.drawPaper();
     if (npts <= 0) return false;
     view.pRect_ = xyFrame(view.bounds());
     view.iRect_ = view.pRect_;
-    GraphicsContext::current().strokeRect(view.pRect_);
+    GraphicsContext& context = GraphicsContext::current();
+    const SavedState saved(context);
+    context.strokeRect(view.pRect_);
+    drawData();
     return true;
   }
 

@@ -57,16 +57,15 @@ QRectF xyPlotView::computeDataRanges() {
 }
 
 void xyPlotView::drawRect(const QRectF&) {
-  if (!XYAxes::beginPlot(*this, npts_)) return;
-  Path path;
-  path.appendTrace(xyLine(xPoints(), yPoints(), pRect_, limits()));
-  {
+  const auto drawLine = [this] {
+    Path path;
+    path.appendTrace(xyLine(xPoints(), yPoints(), pRect_, limits()));
     GraphicsContext& context = GraphicsContext::current();
     const SavedState unclipped(context);
     context.clipToRect(pRect_);
     context.strokePath(path);
-  }
-  drawAxes();
+  };
+  if (XYAxes::drawPlot(*this, npts_, drawLine)) drawAxes();
 }
 
 void xyPlotView::drawAxes() {

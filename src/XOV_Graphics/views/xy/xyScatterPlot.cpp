@@ -29,9 +29,10 @@ void xyScatterPlot::computePlotLimits() {
 }
 
 void xyScatterPlot::drawRect(const QRectF&) {
-  if (!XYAxes::beginPlot(static_cast<xyPlotView&>(*this), npts_)) return;
-  drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), kSymbolRadius), pRect_);
-  drawTitledAxes();
+  XYAxes::drawPlot(static_cast<xyPlotView&>(*this), npts_, [this] {
+    drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), kSymbolRadius), pRect_);
+    drawTitledAxes();
+  });
 }
 
 // The axis functions draw the titles themselves; both axes are one path.
