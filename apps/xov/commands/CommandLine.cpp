@@ -13,6 +13,7 @@
 #include <langinfo.h>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace xov::cli {
@@ -110,10 +111,8 @@ std::optional<std::string> unexpected(const CLI::App& xov) {
 // "help section" is "section --help", and "help" alone is "--help".
 std::vector<std::string> withHelpAsOption(std::vector<std::string> words) {
   if (words.empty() || words[0] != kHelp) return words;
-  words.erase(words.begin());
-  words.resize(std::min<std::size_t>(words.size(), 1));
-  words.emplace_back("--help");
-  return words;
+  if (words.size() < 2) return {"--help"};
+  return {std::move(words[1]), "--help"};
 }
 
 } // namespace
