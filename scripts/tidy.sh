@@ -1,6 +1,6 @@
 #!/bin/bash
-# Runs clang-tidy with .clang-tidy over the library's sources; files that have not changed since they last passed, nor
-# any header of ours that they include, are left out. Fails with the findings.
+# Runs clang-tidy with .clang-tidy over the sources of the library and the programs; files that have not changed since
+# they last passed, nor any header of ours that they include, are left out. Fails with the findings.
 #   scripts/tidy.sh          what changed
 #   scripts/tidy.sh --all    everything
 set -euo pipefail
@@ -17,16 +17,16 @@ command -v "$tool" >/dev/null || { echo "$tool is not installed" >&2; exit 77; }
 
 # Only for compile_commands.json: a precompiled header of g++ means nothing to clang.
 mkdir -p "$build/passed"
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DXOV_PCH=OFF -DXOV_APPS=OFF -DXOV_EXAMPLES=OFF \
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DXOV_PCH=OFF -DXOV_APPS=ON -DXOV_EXAMPLES=OFF \
   -DXOV_TESTS=OFF >"$build/configure.log" 2>&1 || { cat "$build/configure.log" >&2; exit 1; }
 
-library_sources() {
-  sed -n "s|^ *\"file\": \"$PWD/\(.*\)\",*\$|\1|p" "$build/compile_commands.json" | grep -v "^build/" | sort -u
+own_sources() {
+  sed -n "s|^ *\"file\": \"$PWD/\(.*\)\",*\$|\1|p" "$build/compile_commands.json" | grep -E "^(src|apps)/" | sort -u
 }
 
 own_includes() {
-  grep -rHo '^#include "[^"]*"' --include='*.h' --include='*.cpp' src |
-    sed 's|^\([^:]*\):#include "\(.*\)"$|\1 src/\2|'
+  grep -rHoE '^#include ["<](XOV_Graphics|apps)/[^">]*' --include='*.h' --include='*.cpp' src apps |
+    sed -E 's,^([^:]*):#include ["<],\1 ,; s, XOV_Graphics/, src/XOV_Graphics/,'
 }
 
 # Each source, followed by all headers of ours that it reaches, one line a source.
@@ -106,7 +106,7 @@ tidy_one() {
 tidy_batch() {
   local status=0 source together=$build/batch-${1//\//_}
   touch "$together.started"
-  printf '#include "%s"\n' "$@" >"$together"
+  printf "#include \"$PWD/%s\"\n" "$@" >"$together"
   if "$tool" --quiet -p "$build" --checks=-bugprone-suspicious-include "$together" >"$together.log" 2>&1; then
     for source; do
       touch -r "$together.started" "$(stamp_of "$source")"
@@ -120,7 +120,7 @@ tidy_batch() {
 }
 export -f stamp_of tidy_one tidy_batch
 
-library_sources >"$build/sources"
+own_sources >"$build/sources"
 with_headers <"$build/sources" | changed >"$build/todo"
 # shellcheck disable=SC2016 # the inner shell expands it
 batches <"$build/todo" | xargs -r -L 1 -P "$(nproc)" bash -c 'tidy_batch "$@"' tidy

@@ -29,7 +29,7 @@ std::string valuesOf(const OptionRow& row) {
   if (row.values.empty()) return {};
   std::string names = " Ar";
   for (const std::string& value : row.values)
-    names += " " + argumentName(value);
+    names.append(" ").append(argumentName(value));
   if (row.isList) return names + " Ns Op , Ns Ar ...";
   if (row.takesMany) return names + " ...";
   return (row.valueMayLack ? " Op" : "") + names;

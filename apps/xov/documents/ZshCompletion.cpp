@@ -35,7 +35,8 @@ std::string valuesOf(const OptionRow& row) {
 }
 
 std::string specOf(const OptionRow& row) {
-  const std::string rest = "[" + escaped(row.description) + "]" + valuesOf(row) + "'";
+  std::string rest = "[";
+  rest.append(escaped(row.description)).append("]").append(valuesOf(row)).append("'");
   if (row.shortName.empty()) return (row.mayRepeat ? "'*" : "'") + row.longName + rest;
   return "'(" + row.shortName + " " + row.longName + ")'{" + row.shortName + "," + row.longName + "}'" + rest;
 }
@@ -43,7 +44,7 @@ std::string specOf(const OptionRow& row) {
 std::string argumentsOf(const CommandOptions& command) {
   std::string lines = "_arguments";
   for (const OptionRow& row : command.options)
-    lines += " \\\n      " + specOf(row);
+    lines.append(" \\\n      ").append(specOf(row));
   if (!command.argument.empty())
     lines += std::string(" \\\n      ") + (command.manyArguments ? "'*:file:_files'" : "':file:_files'");
   return lines;

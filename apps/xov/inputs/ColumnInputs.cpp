@@ -45,7 +45,7 @@ std::optional<ColumnData> ColumnInputs::read() const {
   for (const std::string& column : columns_)
     wanted.append(QString::fromStdString(column));
   Result<ColumnData> data = readColumns(fileNameFromBytes(file_), wanted);
-  if (data) return std::move(*data);
+  if (data) return *data;
   complain(data.error());
   return {};
 }
