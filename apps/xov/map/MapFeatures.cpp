@@ -35,7 +35,7 @@ std::optional<ColumnData> readOrComplain(const std::string& path, const std::vec
   for (const std::string& column : columns)
     wanted.append(QString::fromStdString(column));
   Result<ColumnData> data = readColumns(fileNameFromBytes(path), wanted);
-  if (data) return std::move(*data);
+  if (data) return *data;
   complain(data.error());
   return {};
 }

@@ -138,25 +138,32 @@ XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts
   }
 }
 
+// Adds 0 for a number and NaN for everything else, and NaN stays in a sum.
+template <class Vector>
+XOV_INLINE void addUnlessFinite(const Vector& value, Vector& broken) {
+  const Vector same = value;
+  broken += value - same;
+}
+
 template <class Vector>
 XOV_INLINE bool allFiniteWith(const float* samples, std::int64_t count) {
   constexpr int kWidth = kLanes<Vector>;
-  Vector broken[4] = {}, next; // x - x is 0 for a number and NaN for everything else, and NaN stays in a sum
+  Vector broken[4] = {}, next;
   std::int64_t i = 0;
   for (; i + 4 * kWidth <= count; i += 4 * kWidth) {
     for (int k = 0; k < 4; ++k) {
       loadVector(samples + i + k * kWidth, next);
-      broken[k] += next - next;
+      addUnlessFinite(next, broken[k]);
     }
   }
   for (; i + kWidth <= count; i += kWidth) {
     loadVector(samples + i, next);
-    broken[0] += next - next;
+    addUnlessFinite(next, broken[0]);
   }
   float rest = 0;
   if (i < count && count >= kWidth) { // some of them once more
     loadVector(samples + count - kWidth, next);
-    broken[1] += next - next;
+    addUnlessFinite(next, broken[1]);
     i = count;
   }
   for (; i < count; ++i)

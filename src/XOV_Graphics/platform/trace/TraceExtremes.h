@@ -33,9 +33,9 @@ public:
   /// the pen may reach in from.
   int subColumnOf(double column) const;
 
-  /// Finds the extremes of a curve, which must not be empty, from the sub-column of its first sample to that of its
-  /// last. False when a sample is not finite.
-  bool find(const TraceProjection& projection, SampleRange curve, int firstSub, int lastSub);
+  /// Finds the extremes of a curve through samples, of which there must be some, from the sub-column of its first
+  /// sample to that of its last. False when a sample is not finite.
+  bool find(const TraceProjection& projection, SampleRange samples, int firstSub, int lastSub);
 
   /// Rows from a sub-column on: those of the curve, and nothing as far as the pen reaches in from both its ends.
   const float* low(int subColumn) const { return &low_[slot(subColumn)]; }

@@ -37,8 +37,9 @@ std::shared_ptr<SacSeismogram> copyOfRecord(const SeismogramRecord& record, Reco
 }
 
 std::shared_ptr<SacSeismogram> changedRecord(std::shared_ptr<SeismogramRecord> record, RecordChanges changes) {
-  auto* const trace = record.use_count() == 1 ? dynamic_cast<SacSeismogram*>(record.get()) : nullptr;
-  if (trace == nullptr || changes.samples) return copyOfRecord(*record, std::move(changes));
+  const std::shared_ptr<SeismogramRecord> own = std::move(record);
+  auto* const trace = own.use_count() == 1 ? dynamic_cast<SacSeismogram*>(own.get()) : nullptr;
+  if (trace == nullptr || changes.samples) return copyOfRecord(*own, std::move(changes));
   const SacHeader header = changes.header.value_or(headerOf(*trace));
   const SacFooter precise = changes.precise.value_or(trace->preciseValues());
   const QString path = changes.path.value_or(trace->path());
