@@ -145,7 +145,7 @@ QStringList eventCells(const Hypocentre& event) {
   const HypocentreValues& values = event.values();
   const float magnitude = event.magnitude();
   const auto first = std::ranges::find(values.magnitudes, magnitude, &EventMagnitude::value);
-  return {event.oDate().isValid() ? event.oDate().toString(Qt::ISODateWithMs) : QString(),
+  return {utcText(event.oDate()),
           degrees(double(values.latitudeDeg)),
           degrees(double(values.longitudeDeg)),
           shortest(values.depthKm),

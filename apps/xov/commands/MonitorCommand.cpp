@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <XOV_Graphics/base/TimeText.h>
 #include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <XOV_Graphics/views/timeline/XOVRealTimeDisplayView02.h>
@@ -86,8 +87,7 @@ QString MonitorCommand::outsideNote(const SeismogramArray& records) const {
   const double at = double(parsedUtcTime(at_).toMSecsSinceEpoch()) / kMillisecondsPerSecond;
   if (!first || (at >= *first && at <= *last)) return {};
   const auto text = [](double seconds) {
-    return QDateTime::fromMSecsSinceEpoch(std::llround(seconds * kMillisecondsPerSecond), Qt::UTC)
-        .toString(Qt::ISODateWithMs);
+    return utcText(QDateTime::fromMSecsSinceEpoch(std::llround(seconds * kMillisecondsPerSecond), Qt::UTC));
   };
   return QStringLiteral("--at: found %1, but the recording lasts from %2 to %3")
       .arg(QString::fromStdString(at_), text(*first), text(*last));
