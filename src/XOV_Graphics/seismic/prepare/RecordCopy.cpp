@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/prepare/RecordCopy.h"
 
 #include "XOV_Graphics/seismic/Undefined.h"
+#include "XOV_Graphics/seismic/prepare/RecordWindow.h"
 
 #include <algorithm>
 
@@ -14,6 +15,7 @@ const SacHeader& headerOf(const SeismogramRecord& record) {
 
 SacFooter preciseValuesOf(const SeismogramRecord& record) {
   if (const auto* const trace = dynamic_cast<const SacSeismogram*>(&record)) return trace->preciseValues();
+  if (const auto* const window = dynamic_cast<const RecordWindow*>(&record)) return window->preciseValues();
   SacFooter precise = footerFromHeader(headerOf(record));
   precise.b = double(record.b());
   precise.delta = double(record.delta());
