@@ -77,7 +77,7 @@ QString beamTitle(const BeamPower& beam) {
 
 void FkCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options, "FILES", "A grid of powers as lines of x, y and power, or the recordings of an array");
-  options.add_option("--stations", stations_, "Lines of a station code, its latitude and its longitude")
+  options.add_option("--stations", stations_, "StationXML, or lines of a station code, latitude and longitude")
       ->type_name("FILE");
   takesExactly(
       options

@@ -97,7 +97,7 @@ void MapFeatures::addOptions(CLI::App& options) {
       ->check(oneOf(depthColorNames()));
   CLI::Option* stations =
       options
-          .add_option("--stations", stations_, "Text or CSV file of stations: code, latitude, longitude, or headings")
+          .add_option("--stations", stations_, "Stations: StationXML, or text or CSV of code, latitude, longitude")
           ->type_name("FILE");
   takesExactly(options
                    .add_option("--station-columns", stationColumns_,

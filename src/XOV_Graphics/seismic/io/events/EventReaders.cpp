@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/InputFile.h"
+#include "XOV_Graphics/base/XmlElements.h"
 #include "XOV_Graphics/seismic/io/events/EventTable.h"
 #include "XOV_Graphics/seismic/io/events/QuakeMl.h"
 
@@ -14,19 +15,10 @@ namespace {
 constexpr qint64 kHeadBytes = 8192;
 constexpr qint64 kLargestTable = qint64(1) << 30; // tables are read as a whole
 
-bool isXml(QByteArrayView head) {
-  const QByteArrayView marks[] = {QByteArrayView("\xFF\xFE"), QByteArrayView("\xFE\xFF"),
-                                  QByteArrayView("\xEF\xBB\xBF<")};
-  for (const QByteArrayView mark : marks) {
-    if (head.startsWith(mark)) return true;
-  }
-  return head.trimmed().startsWith('<');
-}
-
 Result<EventFile> readDevice(QIODevice& device, const QString& name) {
   const QByteArray head = device.peek(kHeadBytes);
   if (head.isEmpty()) return Error{name + ": the file is empty"};
-  if (isXml(head)) return readQuakeMl(device, name);
+  if (beginsAsXml(head)) return readQuakeMl(device, name);
   if (!isEventTable(head)) return Error{name + ": unknown format, expected QuakeML or a table of events"};
   if (device.size() > kLargestTable)
     return Error{name + ": found " + QString::number(device.size()) + " bytes, expected a table of at most 1 GiB"};

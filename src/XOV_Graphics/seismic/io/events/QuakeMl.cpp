@@ -2,10 +2,9 @@
 
 #include "XOV_Graphics/base/LeftOut.h"
 #include "XOV_Graphics/base/TimeText.h"
+#include "XOV_Graphics/base/XmlElements.h"
 #include "XOV_Graphics/seismic/MagnitudeScale.h"
 #include "XOV_Graphics/seismic/io/events/EventNumbers.h"
-
-#include <QXmlStreamReader>
 
 #include <algorithm>
 
@@ -44,52 +43,22 @@ public:
   QuakeMlParser(QIODevice& device, const QString& name) : xml_(&device), name_(name), leftOut_(name, "event") {}
 
   Result<EventFile> run() {
-    readDocument();
-    if (xml_.hasError())
-      return Error{name_ + ": line " + QString::number(xml_.lineNumber()) + ": " + xml_.errorString().simplified()};
+    xml_.readRoot("quakeml", "QuakeML", [&] {
+      xml_.readChildren("eventParameters", [&] { xml_.readChildren("event", [&] { readEvent(); }); });
+    });
+    if (xml_.hasError()) return Error{name_ + ": " + xml_.faultText()};
     if (leftOut_.isAll()) return leftOut_.error();
     file_.notes = leftOut_.notes();
     return std::move(file_);
   }
 
 private:
-  void readDocument() {
-    while (!xml_.atEnd()) {
-      const QXmlStreamReader::TokenType token = xml_.readNext();
-      if (token == QXmlStreamReader::DTD && !xml_.entityDeclarations().isEmpty()) {
-        xml_.raiseError(QStringLiteral("the document declares entities, which QuakeML has none of"));
-      } else if (token == QXmlStreamReader::StartElement) {
-        if (xml_.name() == QLatin1String("quakeml")) {
-          readChildren("eventParameters", [&] { readChildren("event", [&] { readEvent(); }); });
-        } else {
-          xml_.raiseError("found <" + xml_.name().toString() + ">, expected <quakeml>");
-        }
-      }
-    }
-  }
-
-  /// Calls `read` at each child element of that name, which it must read to its end, and skips the others.
-  template <typename Read>
-  void readChildren(const char* name, Read read) {
-    while (xml_.readNextStartElement()) {
-      if (xml_.name() == QLatin1String(name)) {
-        read();
-      } else {
-        xml_.skipCurrentElement();
-      }
-    }
-  }
-
-  QString text() { return xml_.readElementText(QXmlStreamReader::SkipChildElements).trimmed(); }
-
   /// The text of the element <value> in the current one.
   QString value() {
     QString found;
-    readChildren("value", [&] { found = text(); });
+    xml_.readChildren("value", [&] { found = xml_.elementText(); });
     return found;
   }
-
-  QString id() const { return xml_.attributes().value(QLatin1String("publicID")).toString(); }
 
   void readEvent() {
     const qint64 line = xml_.lineNumber();
@@ -97,9 +66,9 @@ private:
     while (xml_.readNextStartElement()) {
       const QStringView element = xml_.name();
       if (element == QLatin1String("preferredOriginID")) {
-        event.preferredOrigin = text();
+        event.preferredOrigin = xml_.elementText();
       } else if (element == QLatin1String("preferredMagnitudeID")) {
-        event.preferredMagnitude = text();
+        event.preferredMagnitude = xml_.elementText();
       } else if (element == QLatin1String("description")) {
         readDescription(event);
       } else if (element == QLatin1String("origin")) {
@@ -107,7 +76,7 @@ private:
       } else if (element == QLatin1String("magnitude")) {
         readMagnitude(event);
       } else {
-        xml_.skipCurrentElement();
+        xml_.skip();
       }
     }
     if (!xml_.hasError()) addEvent(std::move(event), line);
@@ -118,11 +87,11 @@ private:
     QString type;
     while (xml_.readNextStartElement()) {
       if (xml_.name() == QLatin1String("text")) {
-        described = text();
+        described = xml_.elementText();
       } else if (xml_.name() == QLatin1String("type")) {
-        type = text();
+        type = xml_.elementText();
       } else {
-        xml_.skipCurrentElement();
+        xml_.skip();
       }
     }
     const bool isRegion = type == QLatin1String("region name") || type == QLatin1String("Flinn-Engdahl region");
@@ -133,7 +102,7 @@ private:
 
   Origin readOrigin() {
     Origin origin;
-    origin.id = id();
+    origin.id = xml_.attribute("publicID");
     const auto note = [&](const QString& problem) {
       if (origin.problem.isEmpty()) origin.problem = problem;
     };
@@ -153,7 +122,7 @@ private:
       } else if (element == QLatin1String("depth")) {
         note(takeEventNumber(kEventDepthKm, value(), kKilometresPerMetre, origin.depthKm));
       } else {
-        xml_.skipCurrentElement();
+        xml_.skip();
       }
     }
     if (!origin.time.isValid()) note(QStringLiteral("an origin without a time"));
@@ -161,15 +130,15 @@ private:
   }
 
   void readMagnitude(Event& event) {
-    Magnitude found{id(), {}};
+    Magnitude found{xml_.attribute("publicID"), {}};
     while (xml_.readNextStartElement()) {
       if (xml_.name() == QLatin1String("mag")) {
         const QString problem = takeEventNumber(kEventMagnitude, value(), 1, found.magnitude.value);
         if (event.problem.isEmpty()) event.problem = problem;
       } else if (xml_.name() == QLatin1String("type")) {
-        found.magnitude.type = text();
+        found.magnitude.type = xml_.elementText();
       } else {
-        xml_.skipCurrentElement();
+        xml_.skip();
       }
     }
     if (isDefined(found.magnitude.value)) event.magnitudes.push_back(found);
@@ -206,7 +175,7 @@ private:
     file_.events.push_back(std::make_shared<Hypocentre>(std::move(values)));
   }
 
-  QXmlStreamReader xml_;
+  XmlElements xml_;
   QString name_;
   LeftOut leftOut_;
   EventFile file_;

@@ -2,20 +2,23 @@
 
 #include "XOV_Graphics/base/Fields.h"
 #include "XOV_Graphics/base/Guarded.h"
-#include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/base/TextLines.h"
 #include "XOV_Graphics/base/TimeText.h"
+#include "XOV_Graphics/base/XmlElements.h"
 #include "XOV_Graphics/seismic/Geodesy.h"
+#include "XOV_Graphics/seismic/io/stations/SacPoleZero.h"
+#include "XOV_Graphics/seismic/io/stations/StationFile.h"
+#include "XOV_Graphics/seismic/io/stations/StationXml.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 
 namespace xov {
 
 namespace {
 
-constexpr qint64 kMostBytes = 16 << 20;
 constexpr char kSeparators[] = {'|', ';', ',', '\t', kBlankSeparator};
 
 using Fields = std::vector<QByteArrayView>;
@@ -184,18 +187,39 @@ private:
   QString name_;
 };
 
+/// Each station once, with its place in the latest epoch, in the order of their lines.
+Result<std::vector<Station>> latestStations(const Result<StationInventory>& inventory) {
+  if (!inventory) return Error{inventory.error()};
+  std::map<std::pair<QString, QString>, const InventoryStation*> latest;
+  for (const InventoryStation& station : inventory->stations) {
+    const InventoryStation*& known = latest[{station.network, station.code}];
+    if (!known || !(station.epoch.start < known->epoch.start)) known = &station;
+  }
+  std::vector<Station> stations;
+  for (const InventoryStation& station : inventory->stations) {
+    if (latest.at({station.network, station.code}) != &station) continue;
+    stations.push_back({station.network, station.code, station.latitudeDeg, station.longitudeDeg, station.line});
+  }
+  if (stations.empty()) return Error{inventory->name + QStringLiteral(": holds no stations")};
+  return stations;
+}
+
 } // namespace
 
 Result<std::vector<Station>> readStations(const QString& path) noexcept {
   return guarded(path, [&]() -> Result<std::vector<Station>> {
-    const Result<QByteArray> text = readWholeFile(path, kMostBytes);
+    const Result<QByteArray> text = readStationFile(path);
     if (!text) return Error{text.error()};
-    return StationParser(path).parse(*text);
+    return parseStations(*text, path);
   });
 }
 
 Result<std::vector<Station>> parseStations(QByteArrayView text, const QString& name) noexcept {
-  return guarded(name, [&] { return StationParser(name).parse(text); });
+  return guarded(name, [&] {
+    if (beginsAsXml(text)) return latestStations(parseStationXml(text, name));
+    if (isSacPoleZero(text)) return latestStations(parseSacPoleZero(text, name));
+    return StationParser(name).parse(text);
+  });
 }
 
 } // namespace xov

@@ -10,7 +10,7 @@
 
 namespace xov {
 
-/// A station of a text file.
+/// A station of a file.
 struct XOV_EXPORT Station {
   QString network; ///< empty where the file names none
   QString code;    ///< empty where the file holds places only
@@ -32,6 +32,8 @@ struct XOV_EXPORT Station {
 /// What follows on a line does not count, nor do empty lines and lines that start with #, nor a first line that
 /// neither names columns nor holds a place. Any other line that is no station, and a place off the globe, is refused
 /// with its number, and so is a file without stations or of more than 16 MiB.
+///
+/// Stations also come out of the other files that readInventory() knows: each once, with its latest place.
 XOV_EXPORT Result<std::vector<Station>> readStations(const QString& path) noexcept;
 
 /// The same from memory; `name` stands for the file in errors.
