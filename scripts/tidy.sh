@@ -3,15 +3,18 @@
 # they last passed, nor any header of ours that they include, are left out. Fails with the findings.
 #   scripts/tidy.sh          what changed
 #   scripts/tidy.sh --all    everything
+#   scripts/tidy.sh --slow   everything, with the checks that take longer than all the others together
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export tool=${CLANG_TIDY:-clang-tidy-14}
 export build=build/tidy
 
+export more=
 case ${1-} in
   '') ;;
   --all) rm -rf "$build/passed" ;;
-  *) echo "usage: scripts/tidy.sh [--all]" >&2; exit 2 ;;
+  --slow) rm -rf "$build/passed"; more=,performance-unnecessary-value-param ;;
+  *) echo "usage: scripts/tidy.sh [--all | --slow]" >&2; exit 2 ;;
 esac
 command -v "$tool" >/dev/null || { echo "$tool is not installed" >&2; exit 77; }
 
@@ -57,19 +60,23 @@ changed() {
 }
 
 # Most of the time goes into Qt's headers, so sources are looked at ten at a time, as one that includes them, which is
-# several times as fast. Those that give the same name to a constant, a type or a function of their own go to different
-# batches. One line a batch.
+# several times as fast, with the flags of all sources. Those that give the same name to a constant, a type or a
+# function of their own go to different batches. One line a batch.
 batches() {
   awk '
     function own_names(source,   line, name) {
       split("", names)
       while ((getline line < source) > 0) {
         if (line !~ /^[A-Za-z]/ || line ~ /^(namespace|using|return)/) continue
-        if (match(line, /k[A-Z][A-Za-z0-9_]*/) || match(line, /^(struct|class|enum class) [A-Za-z0-9_]+/) ||
+        if (line ~ /^enum [A-Za-z0-9_]+ {/) {
+          sub(/^[^{]*{/, "", line)
+          split(line, words, /[^A-Za-z0-9_]+/)
+          for (i in words) if (words[i] ~ /^[A-Z]/) names[words[i]] = 1
+        } else if (match(line, /k[A-Z][A-Za-z0-9_]*/) || match(line, /^(struct|class|enum class) [A-Za-z0-9_]+/) ||
             match(line, /[A-Za-z0-9_]+\(/)) {
           name = substr(line, RSTART, RLENGTH)
           sub(/^.* /, "", name)
-          if (substr(line, 1, RSTART) !~ /::$/) names[name] = 1
+          if (substr(line, 1, RSTART - 1) !~ /::$/) names[name] = 1
         }
       }
       close(source)
@@ -90,11 +97,17 @@ batches() {
     END { for (batch = 1; batch <= count; batch++) print substr(files[batch], 2) }'
 }
 
+# The flags that any source is compiled with, each once, quoted as a shell takes them.
+all_flags() {
+  sed -nE 's|^ *"command": "[^ ]+ (.*) -o [^ ]+ -c [^ ]+".*|\1|p' "$build/compile_commands.json" |
+    sed -E 's,\\(.),\1,g; s,-isystem ,-isystem,g' | tr ' ' '\n' | awk '!seen[$0]++' | tr '\n' ' '
+}
+
 # The stamp bears the time before the run, so that a file that is edited meanwhile is looked at again.
 tidy_one() {
   local source=$1 name=${1//\//_}
   touch "$build/$name.started"
-  if "$tool" --quiet -p "$build" "$source" >"$build/$name.log" 2>&1; then
+  if "$tool" --quiet -p "$build" --checks="${more#,}" "$source" >"$build/$name.log" 2>&1; then
     mv "$build/$name.started" "$(stamp_of "$source")"
   else
     grep -v 'warnings* generated\.$\|^Suppressed\|^Use -header-filter' "$build/$name.log"
@@ -104,10 +117,12 @@ tidy_one() {
 
 # A batch that fails says little: names of two files may clash. Each of its files is then looked at alone.
 tidy_batch() {
-  local status=0 source together=$build/batch-${1//\//_}
+  local status=0 source flags together=$build/batch-${1//\//_}
   touch "$together.started"
   printf "#include \"$PWD/%s\"\n" "$@" >"$together"
-  if "$tool" --quiet -p "$build" --checks=-bugprone-suspicious-include "$together" >"$together.log" 2>&1; then
+  eval "flags=($(cat "$build/flags"))"
+  if "$tool" --quiet --checks="-bugprone-suspicious-include$more" "$together" -- "${flags[@]}" \
+    >"$together.log" 2>&1; then
     for source; do
       touch -r "$together.started" "$(stamp_of "$source")"
     done
@@ -120,6 +135,7 @@ tidy_batch() {
 }
 export -f stamp_of tidy_one tidy_batch
 
+all_flags >"$build/flags"
 own_sources >"$build/sources"
 with_headers <"$build/sources" | changed >"$build/todo"
 # shellcheck disable=SC2016 # the inner shell expands it

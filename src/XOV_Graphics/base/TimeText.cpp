@@ -14,7 +14,7 @@ constexpr qint64 kMinutesPerHour = 60;
 constexpr int kLastYear = 9999;
 
 // The groups of the expression.
-enum Group { Year = 1, Separator, Month, Day, Hour, Minute, Second, Fraction, Sign, ZoneHour, ZoneMinute };
+enum Group { Year = 1, Separator, Month, Day, Hour, Minute, Second, Fraction, ZoneSign, ZoneHour, ZoneMinute };
 
 const QRegularExpression& timeExpression() {
   static const QRegularExpression expression(
@@ -35,7 +35,7 @@ std::optional<QDateTime> parseUtcTime(QStringView text) {
   if (!date.isValid() || number(Hour) > 23 || number(Minute) > 59 || number(Second) > 60) return {};
   const double fraction = match.capturedView(Fraction).toDouble();
   const qint64 offset = (number(ZoneHour) * kMinutesPerHour + number(ZoneMinute)) * kSecondsPerMinute;
-  const bool isWest = match.capturedView(Sign) == QLatin1String("-");
+  const bool isWest = match.capturedView(ZoneSign) == QLatin1String("-");
   const qint64 clock = (number(Hour) * kMinutesPerHour + number(Minute)) * kSecondsPerMinute + number(Second) +
                        (isWest ? offset : -offset);
   const QDateTime midnight(date, QTime(0, 0), Qt::UTC);
