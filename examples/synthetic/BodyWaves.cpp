@@ -14,15 +14,16 @@ using Complex = std::complex<double>;
 /// What arrives with a phase: the area under its displacement pulse as a multiple of that of P.
 struct PhaseRow {
   Phase phase;
-  Wave wave;
+  BodyWave wave;
   double inPlane;    // P along the ray, S across it in the vertical plane
   double transverse; // SH
   double nearestDeg; // nearer, the phase is one with the direct wave
 };
 
 constexpr PhaseRow kPhases[] = {
-    {Phase::P, Wave::P, 1.0, 0.0, 0}, {Phase::pP, Wave::P, -0.7, 0.0, 15}, {Phase::PP, Wave::P, 0.5, 0.0, 25},
-    {Phase::S, Wave::S, 4.0, 5.0, 0}, {Phase::sS, Wave::S, -2.0, 2.5, 15}, {Phase::SS, Wave::S, 2.0, 3.5, 25},
+    {Phase::P, BodyWave::P, 1.0, 0.0, 0},    {Phase::pP, BodyWave::P, -0.7, 0.0, 15},
+    {Phase::PP, BodyWave::P, 0.5, 0.0, 25},  {Phase::S, BodyWave::S, 4.0, 5.0, 0},
+    {Phase::sS, BodyWave::S, -2.0, 2.5, 15}, {Phase::SS, BodyWave::S, 2.0, 3.5, 25},
 };
 
 constexpr double kQualityP = 700.0;
@@ -41,7 +42,9 @@ double pulseArea(double magnitude, double distanceDeg) {
          std::pow(distanceDeg / kPulseDistanceDeg, kDecayExponent);
 }
 
-double tStar(Wave wave, double travelTimeS) { return travelTimeS / (wave == Wave::P ? kQualityP : kQualityS); }
+double tStar(BodyWave wave, double travelTimeS) {
+  return travelTimeS / (wave == BodyWave::P ? kQualityP : kQualityS);
+}
 
 /// Attenuation and the delay that comes with it.
 Complex absorption(double frequencyHz, double tStarS) {
@@ -52,11 +55,11 @@ Complex absorption(double frequencyHz, double tStarS) {
 /// A phase's share in each direction. S that swings in the vertical plane points up where P points away.
 std::array<double, DirectionCount> directions(const PhaseRow& row, double slowness) {
   const double angle = incidenceAngle(row.wave, slowness);
-  if (row.wave == Wave::P) return {row.inPlane * std::cos(angle), row.inPlane * std::sin(angle), row.transverse};
+  if (row.wave == BodyWave::P) return {row.inPlane * std::cos(angle), row.inPlane * std::sin(angle), row.transverse};
   return {-row.inPlane * std::sin(angle), row.inPlane * std::cos(angle), row.transverse};
 }
 
-void addPhase(GroundSpectrum& spectra, const Source& source, double distanceDeg, Wave wave, double travelTimeS,
+void addPhase(GroundSpectrum& spectra, const Source& source, double distanceDeg, BodyWave wave, double travelTimeS,
               double startS, const std::array<double, DirectionCount>& shares) {
   const double area = pulseArea(source.magnitude(), distanceDeg);
   const double loss = tStar(wave, travelTimeS);

@@ -1,9 +1,9 @@
 #include "examples/synthetic/SurfaceWaves.h"
 
 #include "examples/synthetic/Burst.h"
-#include "examples/synthetic/EarthModel.h"
 #include "examples/synthetic/Random.h"
 
+#include <XOV_Graphics/seismic/arrivals/EarthModel.h>
 #include <algorithm>
 #include <cmath>
 #include <numbers>

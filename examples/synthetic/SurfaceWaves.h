@@ -1,7 +1,8 @@
 #pragma once
 
 #include "examples/synthetic/GroundMotion.h"
-#include "examples/synthetic/GroupVelocity.h"
+
+#include <XOV_Graphics/seismic/arrivals/GroupVelocity.h>
 
 namespace xov::synthetic {
 

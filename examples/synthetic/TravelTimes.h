@@ -1,7 +1,6 @@
 #pragma once
 
-#include "examples/synthetic/EarthModel.h"
-
+#include <XOV_Graphics/seismic/arrivals/EarthModel.h>
 #include <optional>
 #include <vector>
 

@@ -1,6 +1,6 @@
 #include "examples/synthetic/SurfaceWaves.h"
 
-#include "examples/synthetic/EarthModel.h"
+#include "XOV_Graphics/seismic/arrivals/EarthModel.h"
 #include "tests/examples/Measures.h"
 
 #include <gtest/gtest.h>
@@ -31,22 +31,6 @@ const GroundMotion& waves() {
 std::span<const double> around(Direction direction, double timeS, double halfWidthS) {
   return std::span(waves()[direction])
       .subspan(std::size_t((timeS - halfWidthS) * kRateHz), std::size_t(2 * halfWidthS * kRateHz));
-}
-
-TEST(GroupVelocity, liesOnTheTableAndOnStraightLinesBetweenItsRows) {
-  EXPECT_DOUBLE_EQ(groupVelocity(SurfaceWave::Rayleigh, 20), 2.85);
-  EXPECT_DOUBLE_EQ(groupVelocity(SurfaceWave::Love, 100), 4.23);
-  EXPECT_DOUBLE_EQ(groupVelocity(SurfaceWave::Rayleigh, 55), (3.76 + 3.82) / 2);
-}
-
-TEST(GroupVelocity, keepsTheValueOfTheEndBeyondTheTable) {
-  EXPECT_DOUBLE_EQ(groupVelocity(SurfaceWave::Rayleigh, 1), 3.02);
-  EXPECT_DOUBLE_EQ(groupVelocity(SurfaceWave::Love, 1000), 4.35);
-}
-
-TEST(GroupVelocity, loveWavesAreFasterThanRayleighWaves) {
-  for (double period = 8; period <= 250; period += 1)
-    EXPECT_GT(groupVelocity(SurfaceWave::Love, period), groupVelocity(SurfaceWave::Rayleigh, period)) << period;
 }
 
 TEST(SurfaceWaves, longPeriodsComeFirst) {

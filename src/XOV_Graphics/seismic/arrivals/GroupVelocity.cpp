@@ -1,9 +1,9 @@
-#include "examples/synthetic/GroupVelocity.h"
+#include "XOV_Graphics/seismic/arrivals/GroupVelocity.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace xov::synthetic {
+namespace xov {
 
 namespace {
 
@@ -37,4 +37,11 @@ double groupVelocity(SurfaceWave wave, double periodS) {
   return column(*lower, wave) + part * (column(*upper, wave) - column(*lower, wave));
 }
 
-} // namespace xov::synthetic
+double largestGroupVelocity(SurfaceWave wave) {
+  double largest = 0;
+  for (const Row& row : kRows)
+    largest = std::max(largest, column(row, wave));
+  return largest;
+}
+
+} // namespace xov

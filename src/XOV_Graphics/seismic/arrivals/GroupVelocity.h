@@ -1,8 +1,12 @@
 #pragma once
 
-namespace xov::synthetic {
+#include "XOV_Graphics/base/Export.h"
 
-enum class SurfaceWave { Rayleigh, Love };
+#include <cstdint>
+
+namespace xov {
+
+enum class SurfaceWave : std::uint8_t { Rayleigh, Love };
 
 inline constexpr double kShortestSurfacePeriodS = 8.0;
 inline constexpr double kLongestSurfacePeriodS = 250.0;
@@ -13,6 +17,9 @@ inline constexpr double kLongestSurfacePeriodS = 250.0;
 /// to 4.6 in the mantle, its layers flattened after S. Biswas, L. Knopoff, Bull. Seism. Soc. Am. 60, 1123-1137
 /// (1970), cut into finite elements after J. Lysmer, Bull. Seism. Soc. Am. 60, 89-104 (1970), and rounded to 0.01
 /// km/s.
-double groupVelocity(SurfaceWave wave, double periodS);
+XOV_EXPORT double groupVelocity(SurfaceWave wave, double periodS);
 
-} // namespace xov::synthetic
+/// The largest group velocity of these periods in km/s, with which the wave train begins.
+XOV_EXPORT double largestGroupVelocity(SurfaceWave wave);
+
+} // namespace xov
