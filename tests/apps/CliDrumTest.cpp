@@ -92,6 +92,19 @@ TEST_F(CliDrum, drawsDifferentlyWithEachOption) {
   EXPECT_NE(picture({"--gain", "0.2"}), plain);
 }
 
+// The bytes of a picture tell which events were marked, whatever format they came in.
+TEST_F(CliDrum, marksTheEventsOfCatalogues) {
+  writeDay();
+  writeFile("events.csv", "time,magnitude,type\n2009-02-19T10:20:30Z,4.5,mb\n");
+  writeFile("events.dat", "HY20090219 102030.00 10.000N  20.000E  33.0\n"
+                          "E  0.27   1.72   1.64   2.7 4.5  20\n");
+  EXPECT_EQ(xov({"drum", "day.SAC", "-o", "plain.png"}).err, "");
+  EXPECT_EQ(xov({"drum", "day.SAC", "--events", "events.csv", "-o", "table.png"}).err, "");
+  EXPECT_EQ(xov({"drum", "day.SAC", "--events", "events.dat", "-o", "bulletin.png"}).err, "");
+  EXPECT_EQ(contents("bulletin.png"), contents("table.png"));
+  EXPECT_NE(contents("bulletin.png"), contents("plain.png"));
+}
+
 TEST_F(CliDrum, drawsWithoutEventsThatItCannotRead) {
   writeDay();
   const Outcome outcome = xov({"drum", "day.SAC", "--events", "none.xml", "-o", "plot.png"});

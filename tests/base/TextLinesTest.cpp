@@ -61,5 +61,14 @@ TEST(TextLines, giveWordsAndColumns) {
   EXPECT_TRUE(takeColumns(rest, 3).isEmpty());
 }
 
+TEST(TextLines, giveColumnsAsDescriptionsCountThem) {
+  const QByteArrayView line = "ab 12 ";
+  EXPECT_EQ(columnsOf(line, 1, 2).toByteArray(), "ab");
+  EXPECT_EQ(columnsOf(line, 3, 6).toByteArray(), "12") << "without the blanks around";
+  EXPECT_EQ(columnsOf(line, 5, 90).toByteArray(), "2");
+  EXPECT_TRUE(columnsOf(line, 7, 9).isEmpty());
+  EXPECT_TRUE(columnsOf({}, 1, 1).isEmpty());
+}
+
 } // namespace
 } // namespace xov

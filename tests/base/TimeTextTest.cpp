@@ -60,3 +60,12 @@ TEST(TimeText, thatIsNoMomentIsRefused) {
         "2011-03-11T05:46:24+1", "9999-12-31T23:59:59.9999", "2011-03-11T05:46:24.0000000000001"})
     EXPECT_EQ(read(text), QString()) << text;
 }
+
+TEST(TimeText, isMadeOfNumbersWithinTheirRanges) {
+  EXPECT_EQ(utcText(*utcTime({2011, 3, 11, 5, 46, 24, 0.12})), QStringLiteral("2011-03-11T05:46:24.120Z"));
+  EXPECT_EQ(utcText(*utcTime({2016, 12, 31, 23, 59, 60, 0.5})), QStringLiteral("2017-01-01T00:00:00.500Z"));
+  for (const DateAndClock& none :
+       {DateAndClock{2011, 2, 29}, DateAndClock{0, 1, 1}, DateAndClock{2011, 1, 1, -1}, DateAndClock{2011, 1, 1, 24},
+        DateAndClock{2011, 1, 1, 0, 60}, DateAndClock{2011, 1, 1, 0, 0, 61}, DateAndClock{2011, 1, 1, 0, 0, 0, -0.1}})
+    EXPECT_FALSE(utcTime(none)) << none.year << ' ' << none.hour;
+}

@@ -18,7 +18,9 @@ std::optional<EventFile> readEventsOrComplain(const std::string& path) {
 }
 
 void EventInputs::addOptions(CLI::App& options) {
-  options.add_option("--events", file_, "Mark the events of this file: QuakeML or a table, such as CSV")
+  options
+      .add_option("--events", file_,
+                  "Mark the events of this file: QuakeML, NDK, Nordic, mchedr, hypoDD, ZMAP or a table")
       ->type_name("FILE");
 }
 

@@ -90,7 +90,9 @@ void MapFeatures::addOptions(CLI::App& options) {
       ->type_name("SET")
       ->check(oneOf({kBird, kTypes}));
   options.add_option("--polygons", polygons_, "NXY files of lines")->type_name("FILE");
-  options.add_option("--events", events_, "QuakeML or CSV file of earthquakes: colour by depth, size by magnitude")
+  options
+      .add_option("--events", events_,
+                  "Earthquakes of QuakeML, a catalogue or a table: colour by depth, size by magnitude")
       ->type_name("FILE");
   options.add_option("--colors", colors_, "Colours of depths: seis (default), nogreen, polar or red")
       ->type_name("TABLE")

@@ -50,4 +50,10 @@ QByteArrayView takeColumns(QByteArrayView& rest, qsizetype columns) {
   return withoutBlanks(field);
 }
 
+QByteArrayView columnsOf(QByteArrayView line, qsizetype first, qsizetype last) {
+  if (line.size() < first) return {};
+  QByteArrayView rest = line.sliced(first - 1);
+  return takeColumns(rest, last - first + 1);
+}
+
 } // namespace xov

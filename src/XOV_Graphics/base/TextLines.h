@@ -37,4 +37,8 @@ QByteArrayView takeWord(QByteArrayView& rest);
 /// Takes the first `columns` characters off `rest`, or what is left of it, and gives them without blanks around them.
 QByteArrayView takeColumns(QByteArrayView& rest, qsizetype columns);
 
+/// The columns `first` to `last` of a line, counted from 1 and both included, as descriptions of formats count them,
+/// without blanks around what they hold; empty where the line ends before.
+QByteArrayView columnsOf(QByteArrayView line, qsizetype first, qsizetype last);
+
 } // namespace xov

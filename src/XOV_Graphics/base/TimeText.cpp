@@ -25,24 +25,33 @@ const QRegularExpression& timeExpression() {
   return expression;
 }
 
+/// The moment that lies an offset in seconds before a date and a clock.
+std::optional<QDateTime> timeLess(qint64 offset, const DateAndClock& written) {
+  const QDate date(written.year, written.month, written.day);
+  const bool isClock = written.hour >= 0 && written.hour <= 23 && written.minute >= 0 && written.minute <= 59 &&
+                       written.second >= 0 && written.second <= 60 && written.fraction >= 0 && written.fraction <= 1;
+  if (!date.isValid() || !isClock) return {};
+  const qint64 clock =
+      (written.hour * kMinutesPerHour + written.minute) * kSecondsPerMinute + written.second - offset;
+  const QDateTime midnight(date, QTime(0, 0), Qt::UTC);
+  const QDateTime time = midnight.addMSecs(clock * kMillisecondsPerSecond +
+                                           std::llround(written.fraction * double(kMillisecondsPerSecond)));
+  if (time.date().year() < 1 || time.date().year() > kLastYear) return {};
+  return time;
+}
+
 } // namespace
+
+std::optional<QDateTime> utcTime(const DateAndClock& written) { return timeLess(0, written); }
 
 std::optional<QDateTime> parseUtcTime(QStringView text) {
   const QRegularExpressionMatch match = timeExpression().match(text.trimmed().toString());
   if (!match.hasMatch()) return {};
   const auto number = [&](Group group) { return match.capturedView(group).toInt(); };
-  const QDate date(number(Year), number(Month), number(Day));
-  if (!date.isValid() || number(Hour) > 23 || number(Minute) > 59 || number(Second) > 60) return {};
-  const double fraction = match.capturedView(Fraction).toDouble();
   const qint64 offset = (number(ZoneHour) * kMinutesPerHour + number(ZoneMinute)) * kSecondsPerMinute;
   const bool isWest = match.capturedView(ZoneSign) == QLatin1String("-");
-  const qint64 clock = (number(Hour) * kMinutesPerHour + number(Minute)) * kSecondsPerMinute + number(Second) +
-                       (isWest ? offset : -offset);
-  const QDateTime midnight(date, QTime(0, 0), Qt::UTC);
-  const QDateTime time =
-      midnight.addMSecs(clock * kMillisecondsPerSecond + std::llround(fraction * double(kMillisecondsPerSecond)));
-  if (time.date().year() < 1 || time.date().year() > kLastYear) return {};
-  return time;
+  return timeLess(isWest ? -offset : offset, {number(Year), number(Month), number(Day), number(Hour), number(Minute),
+                                              number(Second), match.capturedView(Fraction).toDouble()});
 }
 
 QString utcText(const QDateTime& time) { return time.toUTC().toString(Qt::ISODateWithMs); }

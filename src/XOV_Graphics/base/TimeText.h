@@ -9,6 +9,21 @@
 
 namespace xov {
 
+/// A date and a clock in UTC, number by number.
+struct XOV_EXPORT DateAndClock {
+  int year = 1;
+  int month = 1;
+  int day = 1;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;      ///< up to 60, a leap second, which counts as the next minute
+  double fraction = 0; ///< of a second
+};
+
+/// The moment of a date and a clock, rounded to the millisecond, years 1 to 9999. Nothing when there is no such date
+/// or clock.
+XOV_EXPORT std::optional<QDateTime> utcTime(const DateAndClock& written);
+
 /// A moment as catalogues write it: 2011-03-11T05:46:24.12Z. The day may be written with slashes or without
 /// separators; a blank may stand for the T; seconds or the whole clock may be missing, which counts as 0; the zone
 /// may be Z, UTC, GMT, an offset such as +02:00, or missing, which is UTC. Second 60, a leap second, counts as the

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "XOV_Graphics/seismic/EventOrigin.h"
+#include "XOV_Graphics/seismic/FocalMechanism.h"
 #include "XOV_Graphics/seismic/Undefined.h"
 
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace xov {
@@ -26,9 +28,10 @@ struct XOV_EXPORT HypocentreValues {
   float Ms = kUndefinedValue;           ///< surface-wave magnitude
   float Mw = kUndefinedValue;           ///< moment magnitude
   float preferredMagnitude =
-      kUndefinedValue;                    ///< of whatever kind; where unset, Mw, Ms or mb stands in, in this order
-  QString name;                           ///< region or title, as the catalogue has it
-  std::vector<EventMagnitude> magnitudes; ///< all of them, in the order of the catalogue
+      kUndefinedValue;                     ///< of whatever kind; where unset, Mw, Ms or mb stands in, in this order
+  QString name;                            ///< region or title, as the catalogue has it
+  std::vector<EventMagnitude> magnitudes;  ///< all of them, in the order of the catalogue
+  std::optional<FocalMechanism> mechanism; ///< of the source, where the catalogue gives one
 };
 
 /// An event held in memory.

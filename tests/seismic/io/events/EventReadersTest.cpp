@@ -1,26 +1,17 @@
 #include "XOV_Graphics/seismic/io/events/EventReaders.h"
 
+#include "tests/seismic/EventTexts.h"
 #include "tests/seismic/TemporaryFiles.h"
 
 #include <gtest/gtest.h>
 
 using namespace xov;
+using test::onlyEvent;
+using test::parsedEvents;
 using test::TemporaryFiles;
+using test::timeText;
 
 namespace {
-
-Result<EventFile> parsed(const QByteArray& bytes) { return parseEvents(bytes, QStringLiteral("in")); }
-
-/// The only event of a file that is read without a note.
-HypocentreValues onlyEvent(const QByteArray& bytes) {
-  const auto file = parsed(bytes);
-  EXPECT_TRUE(file) << file.error().toStdString();
-  EXPECT_TRUE(file->notes.isEmpty()) << file->notes.join(u'\n').toStdString();
-  EXPECT_EQ(file->events.size(), 1U);
-  return file->events.empty() ? HypocentreValues() : file->events.front()->values();
-}
-
-QString timeText(const HypocentreValues& values) { return values.originTime.toString(Qt::ISODateWithMs); }
 
 QByteArray value(const char* element, const char* text) {
   return QByteArray("<") + element + "><value>" + text + "</value><uncertainty>1</uncertainty></" + element + ">";
@@ -52,7 +43,7 @@ const char* const kTohoku = "2011-03-11T05:46:24.120Z";
 
 TEST(QuakeMl, givesTimePlaceAndDepthInKilometres) {
   const HypocentreValues values = onlyEvent(quakeMl(event(origin("o", kTohoku, "38.297", "-142.373", "29500"))));
-  EXPECT_EQ(timeText(values), QStringLiteral("2011-03-11T05:46:24.120Z"));
+  EXPECT_EQ(timeText(values.originTime), "2011-03-11T05:46:24.120Z");
   EXPECT_EQ(values.latitudeDeg, 38.297F);
   EXPECT_EQ(values.longitudeDeg, -142.373F);
   EXPECT_EQ(values.depthKm, 29.5F);
@@ -130,8 +121,8 @@ TEST(QuakeMl, leavesWhatIsMissingUnset) {
 
 TEST(QuakeMl, countsEventsThatItLeavesOutAndNamesTheFirst) {
   // Three lines come before the events.
-  const auto file = parsed(quakeMl(event(origin("o", kTohoku)) + event(origin("o", "soon")) +
-                                   event(magnitude("1", "mb", "5")) + event(origin("o", kTohoku, "91"))));
+  const auto file = parsedEvents(quakeMl(event(origin("o", kTohoku)) + event(origin("o", "soon")) +
+                                         event(magnitude("1", "mb", "5")) + event(origin("o", kTohoku, "91"))));
   EXPECT_EQ(file->events.size(), 1U);
   EXPECT_EQ(file->notes,
             QStringList("in: 3 of 4 events left out, the first on line 5: time: found \"soon\", expected "
@@ -140,17 +131,17 @@ TEST(QuakeMl, countsEventsThatItLeavesOutAndNamesTheFirst) {
 
 TEST(QuakeMl, withoutASoundEventIsRefused) {
   EXPECT_EQ(
-      parsed(quakeMl(event(origin("o", kTohoku, "91")))).error(),
+      parsedEvents(quakeMl(event(origin("o", kTohoku, "91")))).error(),
       QStringLiteral("in: 1 of 1 event left out, the first on line 4: latitude: found \"91\", expected -90 to 90"));
-  EXPECT_EQ(parsed(quakeMl(event(magnitude("1", "mb", "5")))).error(),
+  EXPECT_EQ(parsedEvents(quakeMl(event(magnitude("1", "mb", "5")))).error(),
             QStringLiteral("in: 1 of 1 event left out, the first on line 4: an event without an origin"));
-  EXPECT_EQ(parsed(quakeMl(event(magnitude("1", "mb", "five") + origin("o", kTohoku)))).error(),
+  EXPECT_EQ(parsedEvents(quakeMl(event(magnitude("1", "mb", "five") + origin("o", kTohoku)))).error(),
             QStringLiteral(
                 "in: 1 of 1 event left out, the first on line 4: magnitude: found \"five\", expected -10 to 15"));
 }
 
 TEST(QuakeMl, withoutEventsIsAnEmptyCatalogue) {
-  const auto file = parsed(quakeMl({}));
+  const auto file = parsedEvents(quakeMl({}));
   EXPECT_TRUE(file) << file.error().toStdString();
   EXPECT_TRUE(file->events.empty());
 }
@@ -159,7 +150,7 @@ TEST(QuakeMl, thatIsCutOffOrNotWellFormedIsRefusedInOneLine) {
   const QByteArray whole = quakeMl(event(origin("o", kTohoku)));
   for (const QByteArray& bytes :
        {whole.chopped(30), whole.first(whole.indexOf("<value>")), QByteArray(whole).replace("</event>", "</x>")}) {
-    const auto file = parsed(bytes);
+    const auto file = parsedEvents(bytes);
     EXPECT_FALSE(file);
     EXPECT_TRUE(file.error().startsWith(QStringLiteral("in: line "))) << file.error().toStdString();
     EXPECT_FALSE(file.error().contains(u'\n'));
@@ -167,7 +158,7 @@ TEST(QuakeMl, thatIsCutOffOrNotWellFormedIsRefusedInOneLine) {
 }
 
 TEST(QuakeMl, tellsOtherDocumentsFromItsOwn) {
-  EXPECT_EQ(parsed("<FDSNStationXML/>").error(),
+  EXPECT_EQ(parsedEvents("<FDSNStationXML/>").error(),
             QStringLiteral("in: line 1: found <FDSNStationXML>, expected <quakeml>"));
 }
 
@@ -178,12 +169,13 @@ TEST(QuakeMl, declaresNoEntities) {
     const QByteArray before = "&e" + QByteArray::number(i - 1) + ";";
     bomb += "<!ENTITY e" + QByteArray::number(i) + " \"" + before.repeated(10) + "\">";
   }
-  const auto file = parsed(bomb + "]><quakeml><eventParameters>&e9;</eventParameters></quakeml>");
+  const auto file = parsedEvents(bomb + "]><quakeml><eventParameters>&e9;</eventParameters></quakeml>");
   EXPECT_EQ(file.error(), QStringLiteral("in: line 1: the document declares entities, which QuakeML has none of"));
-  const auto external = parsed("<!DOCTYPE q [<!ENTITY f SYSTEM \"file:///etc/passwd\">]><quakeml>&f;</quakeml>");
+  const auto external =
+      parsedEvents("<!DOCTYPE q [<!ENTITY f SYSTEM \"file:///etc/passwd\">]><quakeml>&f;</quakeml>");
   EXPECT_EQ(external.error(),
             QStringLiteral("in: line 1: the document declares entities, which QuakeML has none of"));
-  EXPECT_TRUE(parsed("<!DOCTYPE quakeml><quakeml/>")) << "a document type alone does no harm";
+  EXPECT_TRUE(parsedEvents("<!DOCTYPE quakeml><quakeml/>")) << "a document type alone does no harm";
 }
 
 TEST(QuakeMl, isReadWhateverItsEncoding) {
@@ -197,7 +189,7 @@ TEST(QuakeMl, isReadWhateverItsEncoding) {
 TEST(EventTable, readsThePlainColumns) {
   const HypocentreValues values =
       onlyEvent("time,latitude,longitude,depth,magnitude,type\n2011-03-11T05:46:24.12Z,38.297,142.373,29,9.1,Mww\n");
-  EXPECT_EQ(timeText(values), QStringLiteral("2011-03-11T05:46:24.120Z"));
+  EXPECT_EQ(timeText(values.originTime), "2011-03-11T05:46:24.120Z");
   EXPECT_EQ(values.latitudeDeg, 38.297F);
   EXPECT_EQ(values.longitudeDeg, 142.373F);
   EXPECT_EQ(values.depthKm, 29);
@@ -221,7 +213,7 @@ TEST(EventTable, readsColumnsInAnyOrderAmongOthers) {
   EXPECT_EQ(values.depthKm, 10.5F);
   EXPECT_EQ(values.longitudeDeg, -7);
   EXPECT_EQ(values.latitudeDeg, 6);
-  EXPECT_EQ(timeText(values), QStringLiteral("2020-01-02T03:04:05.000Z"));
+  EXPECT_EQ(timeText(values.originTime), "2020-01-02T03:04:05.000Z");
   EXPECT_EQ(values.name, QStringLiteral("somewhere"));
 }
 
@@ -234,7 +226,7 @@ TEST(EventTable, readsQuotedFields) {
 }
 
 TEST(EventTable, readsLinesThatEndWithCrLf) {
-  const auto file = parsed("time,latitude,mag\r\n2020-01-02T03:04:05Z,1,4\r\n\r\n2020-01-03T03:04:05Z,2,5\r\n");
+  const auto file = parsedEvents("time,latitude,mag\r\n2020-01-02T03:04:05Z,1,4\r\n\r\n2020-01-03T03:04:05Z,2,5\r\n");
   ASSERT_EQ(file->events.size(), 2U) << file.error().toStdString();
   EXPECT_EQ(file->events[0]->magnitude(), 4);
   EXPECT_EQ(file->events[1]->magnitude(), 5);
@@ -250,6 +242,18 @@ TEST(EventTable, readsOtherSeparators) {
   EXPECT_EQ(onlyEvent(fdsn).name, QStringLiteral("NEAR COAST"));
   EXPECT_EQ(onlyEvent("Date;Time UTC;Latitude;Mag\n2020/01/02;03:04:05.6;1;4\n").originTime.time().msec(), 600);
   EXPECT_EQ(onlyEvent("time\tlat\tlon\tmag\n2020-01-02\t1\t2\t3\n").longitudeDeg, 2);
+}
+
+TEST(EventTable, readsFdsnTextWhoseRowOfNamesIsGone) {
+  const HypocentreValues values =
+      onlyEvent("7|2010-02-27T06:34:13.33|-36.1|-72.9|28.1|A|B|C|D|mb|7.5|E|OFF THE COAST\n");
+  EXPECT_EQ(timeText(values.originTime), "2010-02-27T06:34:13.330Z");
+  EXPECT_EQ(values.latitudeDeg, -36.1F);
+  EXPECT_EQ(values.longitudeDeg, -72.9F);
+  EXPECT_EQ(values.depthKm, 28.1F);
+  EXPECT_EQ(values.mb, 7.5F);
+  EXPECT_EQ(values.name, QStringLiteral("OFF THE COAST"));
+  EXPECT_FALSE(parsedEvents("7|2010-02-27T06:34:13.33|-36.1|-72.9\n")) << "too few columns to tell";
 }
 
 TEST(EventTable, readsColumnsOfMagnitudeTypes) {
@@ -273,35 +277,35 @@ TEST(EventTable, leavesEmptyAndMissingFieldsUnset) {
 }
 
 TEST(EventTable, countsRowsThatItLeavesOutAndNamesTheLineOfTheFirst) {
-  const auto file = parsed("time,latitude,longitude,depth,mag\n"
-                           "2020-01-02,1,2,3,4\n"
-                           "\n"
-                           "2020-01-02,north,2,3,4\n"
-                           ",1,2,3,4\n"
-                           "2020-01-02,1,361,3,4\n"
-                           "2020-01-02,1,2,24400,4\n"
-                           "2020-01-02,1,2,3,99\n"
-                           "2020-01-03,1,2,3,4\n");
+  const auto file = parsedEvents("time,latitude,longitude,depth,mag\n"
+                                 "2020-01-02,1,2,3,4\n"
+                                 "\n"
+                                 "2020-01-02,north,2,3,4\n"
+                                 ",1,2,3,4\n"
+                                 "2020-01-02,1,361,3,4\n"
+                                 "2020-01-02,1,2,24400,4\n"
+                                 "2020-01-02,1,2,3,99\n"
+                                 "2020-01-03,1,2,3,4\n");
   EXPECT_EQ(file->events.size(), 2U);
   EXPECT_EQ(file->notes, QStringList("in: 5 of 7 rows left out, the first on line 4: latitude: found \"north\", "
                                      "expected -90 to 90"));
 }
 
 TEST(EventTable, takesAQuoteThatIsNotClosedForText) {
-  const auto file = parsed("place,time,latitude\n\"open,2020-01-02,1\n\"closed\",2020-01-03,1\n");
+  const auto file = parsedEvents("place,time,latitude\n\"open,2020-01-02,1\n\"closed\",2020-01-03,1\n");
   ASSERT_EQ(file->events.size(), 2U);
   EXPECT_EQ(file->events[0]->values().name, QStringLiteral("\"open"));
   EXPECT_EQ(file->events[1]->values().name, QStringLiteral("closed"));
 }
 
 TEST(EventTable, withoutASoundRowIsRefused) {
-  EXPECT_EQ(parsed("time,latitude\nx,1\n").error(),
+  EXPECT_EQ(parsedEvents("time,latitude\nx,1\n").error(),
             QStringLiteral("in: 1 of 1 row left out, the first on line 2: time: found \"x\", expected a time such as "
                            "2011-03-11T05:46:24.1Z"));
 }
 
 TEST(EventTable, withoutRowsIsAnEmptyCatalogue) {
-  const auto file = parsed("\xEF\xBB\xBFtime,latitude,longitude,depth,mag\n# nothing today\n");
+  const auto file = parsedEvents("\xEF\xBB\xBFtime,latitude,longitude,depth,mag\n# nothing today\n");
   EXPECT_TRUE(file) << file.error().toStdString();
   EXPECT_TRUE(file->events.empty());
 }
@@ -313,7 +317,7 @@ TEST(Events, areReadFromFilesByTheirContents) {
 }
 
 TEST(Events, reachTheViewsAsOrigins) {
-  const auto file = parsed("time,mag,magType\n2020-01-02T00:00:00Z,6.5,Mw\n");
+  const auto file = parsedEvents("time,mag,magType\n2020-01-02T00:00:00Z,6.5,Mw\n");
   const EventOriginArray origins = file->origins();
   ASSERT_EQ(origins.size(), 1U);
   EXPECT_EQ(origins[0]->Mw(), 6.5F);
@@ -323,7 +327,8 @@ TEST(Events, reachTheViewsAsOrigins) {
 TEST(Events, areRefusedInAnyOtherForm) {
   const TemporaryFiles files;
   const QString path = files.write("a.txt", "just some text\n");
-  EXPECT_EQ(readEvents(path).error(), path + ": unknown format, expected QuakeML or a table of events");
+  EXPECT_EQ(readEvents(path).error(),
+            path + ": unknown format, expected QuakeML, GCMT NDK, mchedr, Nordic, hypoDD, ZMAP or a table of events");
   EXPECT_EQ(readEvents(files.write("empty", {})).error(), files.path("empty") + ": the file is empty");
   EXPECT_EQ(readEvents(files.folder()).error(), files.folder() + ": is a folder, expected a file");
 }

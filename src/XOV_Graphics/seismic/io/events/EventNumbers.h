@@ -18,6 +18,11 @@ inline constexpr EventNumber kEventDepthKm = {"depth in km", -100,
                                               6371}; // from a high mountain to the Earth's centre
 inline constexpr EventNumber kEventMagnitude = {"magnitude", -10, 15};
 
+inline constexpr EventNumber kStrikeDeg = {"strike", -360, 360};
+inline constexpr EventNumber kDipDeg = {"dip", 0, 90};
+inline constexpr EventNumber kRakeDeg = {"rake", -360, 360};
+inline constexpr EventNumber kHalfDurationS = {"half duration in s", 0, 3600};
+
 /// Reads such a number, after multiplication by `factor`; what is wrong with it, if anything. An empty text leaves
 /// `value` as it is.
 QString takeEventNumber(const EventNumber& number, QStringView text, double factor, float& value);

@@ -4,9 +4,16 @@
 #include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/base/XmlElements.h"
 #include "XOV_Graphics/seismic/io/events/EventTable.h"
+#include "XOV_Graphics/seismic/io/events/HypoDd.h"
+#include "XOV_Graphics/seismic/io/events/Mchedr.h"
+#include "XOV_Graphics/seismic/io/events/Ndk.h"
+#include "XOV_Graphics/seismic/io/events/Nordic.h"
 #include "XOV_Graphics/seismic/io/events/QuakeMl.h"
+#include "XOV_Graphics/seismic/io/events/Zmap.h"
 
 #include <QBuffer>
+
+#include <algorithm>
 
 namespace xov {
 
@@ -15,14 +22,40 @@ namespace {
 constexpr qint64 kHeadBytes = 8192;
 constexpr qint64 kLargestTable = qint64(1) << 30; // tables are read as a whole
 
+/// A format of text. `matches` sees the first bytes of a file, which may end within a line.
+struct TextFormat {
+  const char* name;
+  bool (*matches)(QByteArrayView head);
+  Result<EventFile> (*read)(QByteArrayView text, const QString& name);
+};
+
+// The first row that matches reads the file; the stricter a format is, the earlier it stands.
+constexpr TextFormat kTextFormats[] = {
+    {"GCMT NDK", isNdk, readNdk},     {"mchedr", isMchedr, readMchedr},
+    {"Nordic", isNordic, readNordic}, {"hypoDD", isHypoDd, readHypoDd},
+    {"ZMAP", isZmap, readZmap},       {"a table of events", isEventTable, readEventTable},
+};
+
+QString formatNames() {
+  QString names = QStringLiteral("QuakeML");
+  for (const TextFormat& format : kTextFormats) {
+    names += &format == std::end(kTextFormats) - 1 ? " or " : ", ";
+    names += QLatin1String(format.name);
+  }
+  return names;
+}
+
 Result<EventFile> readDevice(QIODevice& device, const QString& name) {
   const QByteArray head = device.peek(kHeadBytes);
   if (head.isEmpty()) return Error{name + ": the file is empty"};
   if (beginsAsXml(head)) return readQuakeMl(device, name);
-  if (!isEventTable(head)) return Error{name + ": unknown format, expected QuakeML or a table of events"};
+  const auto* const format =
+      std::ranges::find_if(kTextFormats, [&](const TextFormat& known) { return known.matches(head); });
+  if (format == std::end(kTextFormats)) return Error{name + ": unknown format, expected " + formatNames()};
   if (device.size() > kLargestTable)
-    return Error{name + ": found " + QString::number(device.size()) + " bytes, expected a table of at most 1 GiB"};
-  return readEventTable(device.readAll(), name);
+    return Error{name + ": found " + QString::number(device.size()) +
+                 " bytes, expected a catalogue of at most 1 GiB"};
+  return format->read(device.readAll(), name);
 }
 
 } // namespace

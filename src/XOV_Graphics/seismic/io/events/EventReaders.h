@@ -32,6 +32,11 @@ struct XOV_EXPORT EventFile {
 /// mw, ms, mb and ml are magnitudes of these types. Without names the columns are time, latitude, longitude, depth,
 /// magnitude, type. A field may be empty except for the time.
 ///
+/// FDSN's event text is such a table, also without its row of names. Catalogues in formats of their own are known by
+/// their first lines: GCMT's NDK (with moment tensor, centroid and nodal planes as the event's mechanism), Nordic
+/// (S-files and compact ones), mchedr (the machine-readable PDE bulletin of the USGS), hypoDD (.loc, .reloc and
+/// phase.dat) and ZMAP.
+///
 /// An event without a time, or with a number that is none or out of range, is left out; the notes say how many, and
 /// on which line the first one was. Errors are one line that names the file, and the line where there is one.
 XOV_EXPORT Result<EventFile> readEvents(const QString& path) noexcept;

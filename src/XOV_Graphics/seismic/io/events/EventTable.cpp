@@ -1,11 +1,9 @@
 #include "XOV_Graphics/seismic/io/events/EventTable.h"
 
 #include "XOV_Graphics/base/Fields.h"
-#include "XOV_Graphics/base/LeftOut.h"
 #include "XOV_Graphics/base/TextLines.h"
 #include "XOV_Graphics/base/TimeText.h"
-#include "XOV_Graphics/seismic/MagnitudeScale.h"
-#include "XOV_Graphics/seismic/io/events/EventNumbers.h"
+#include "XOV_Graphics/seismic/io/events/EventDraft.h"
 
 #include <algorithm>
 #include <array>
@@ -73,6 +71,14 @@ constexpr ColumnName kColumnNames[] = {
 constexpr Column kPlainColumns[] = {Column::Time,  Column::Latitude,  Column::Longitude,
                                     Column::Depth, Column::Magnitude, Column::Type};
 
+// Of the text that FDSN web services give (FDSN Web Service Specifications, version 1.2, 2019: fdsnws-event), which
+// has the names in its first row, unless somebody took them away.
+constexpr std::pair<int, Column> kFdsnColumns[] = {
+    {1, Column::Time},          {2, Column::Latitude},   {3, Column::Longitude}, {4, Column::Depth},
+    {9, Column::MagnitudeType}, {10, Column::Magnitude}, {12, Column::Place},
+};
+constexpr std::size_t kFewestFdsnColumns = 13;
+
 struct MagnitudeColumn {
   Column column;
   const char* type;
@@ -82,18 +88,7 @@ constexpr MagnitudeColumn kMagnitudeColumns[] = {
 
 constexpr char kSeparators[] = {',', ';', '\t', '|'};
 
-// What exports write where they know nothing.
-constexpr const char* kNothing[] = {"nan", "null", "none", "-"};
-
 using Fields = std::vector<QByteArrayView>;
-
-/// What a field says; empty when it stands for nothing.
-QString knownText(QByteArrayView field) {
-  const QString text = fieldText(field);
-  const bool isNothing = std::ranges::any_of(
-      kNothing, [&](const char* word) { return text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0; });
-  return isNothing ? QString() : text;
-}
 
 std::optional<Column> columnNamed(QByteArrayView field) {
   const QString name = headingKey(field);
@@ -130,6 +125,23 @@ public:
     return {};
   }
 
+  /// The layout of a row of FDSN's text; else nothing.
+  static std::optional<Layout> fdsn(QByteArrayView row) {
+    Layout layout;
+    layout.separator_ = '|';
+    const Fields fields = fieldsOf(row, layout.separator_);
+    if (fields.size() < kFewestFdsnColumns || !parseUtcTime(knownText(fields[1]))) return {};
+    for (const auto& [place, column] : kFdsnColumns)
+      layout.place(column) = place;
+    return layout;
+  }
+
+  /// The layout of a table without names from its first row; else nothing.
+  static std::optional<Layout> unnamed(QByteArrayView row) {
+    const std::optional<Layout> layout = plain(row);
+    return layout ? layout : fdsn(row);
+  }
+
   char separator() const { return separator_; }
   bool has(Column column) const { return places_[std::size_t(column)] >= 0; }
 
@@ -164,58 +176,41 @@ private:
 
 class TableReader {
 public:
-  TableReader(const Layout& layout, const QString& name) : layout_(layout), leftOut_(name, "row") {}
+  TableReader(const Layout& layout, const QString& name) : layout_(layout), events_(name, "row") {}
 
   void addRow(QByteArrayView row, qint64 line) {
     fields_ = fieldsOf(row, layout_.separator());
-    HypocentreValues values;
-    const QString problem = readRow(values);
-    leftOut_.count(line, problem);
-    if (problem.isEmpty()) file_.events.push_back(std::make_shared<Hypocentre>(std::move(values)));
+    events_.add(readRow(), line);
   }
 
-  Result<EventFile> result() {
-    if (leftOut_.isAll()) return leftOut_.error();
-    file_.notes = leftOut_.notes();
-    return std::move(file_);
-  }
+  Result<EventFile> result() { return events_.result(); }
 
 private:
   QString text(Column column) const { return layout_.text(fields_, column); }
 
-  QString readRow(HypocentreValues& values) const {
+  EventDraft readRow() const {
+    EventDraft draft;
     const QString written = (text(Column::Date) + QLatin1Char(' ') + text(Column::Time)).trimmed();
     const std::optional<QDateTime> time = parseUtcTime(written);
-    if (!time) return unreadableTime(written);
-    values.originTime = *time;
-    values.name = text(Column::Place);
-    QString problem;
-    const auto take = [&](const EventNumber& number, Column column, float& value) {
-      const QString found = takeEventNumber(number, text(column), 1, value);
-      if (problem.isEmpty()) problem = found;
-    };
-    take(kEventLatitude, Column::Latitude, values.latitudeDeg);
-    take(kEventLongitude, Column::Longitude, values.longitudeDeg);
-    take(kEventDepthKm, Column::Depth, values.depthKm);
-
-    std::vector<EventMagnitude> magnitudes;
-    const auto takeMagnitude = [&](Column column, const QString& type) {
-      EventMagnitude magnitude{type, kUndefinedValue};
-      take(kEventMagnitude, column, magnitude.value);
-      if (isDefined(magnitude.value)) magnitudes.push_back(magnitude);
-    };
-    takeMagnitude(Column::Magnitude, text(layout_.has(Column::MagnitudeType) ? Column::MagnitudeType : Column::Type));
-    const std::size_t stated = magnitudes.size();
+    if (!time) {
+      draft.note(unreadableTime(written));
+      return draft;
+    }
+    draft.values.originTime = *time;
+    draft.values.name = text(Column::Place);
+    draft.take(kEventLatitude, text(Column::Latitude), draft.values.latitudeDeg);
+    draft.take(kEventLongitude, text(Column::Longitude), draft.values.longitudeDeg);
+    draft.take(kEventDepthKm, text(Column::Depth), draft.values.depthKm);
+    const Column type = layout_.has(Column::MagnitudeType) ? Column::MagnitudeType : Column::Type;
+    if (draft.takeMagnitude(text(type), text(Column::Magnitude))) draft.preferred = 0;
     for (const MagnitudeColumn& scale : kMagnitudeColumns)
-      takeMagnitude(scale.column, QString::fromLatin1(scale.type));
-    setMagnitudes(values, std::move(magnitudes), stated > 0 ? std::optional<std::size_t>(0) : std::nullopt);
-    return problem;
+      draft.takeMagnitude(QString::fromLatin1(scale.type), text(scale.column));
+    return draft;
   }
 
   Layout layout_;
   Fields fields_;
-  LeftOut leftOut_;
-  EventFile file_;
+  EventList events_;
 };
 
 /// A line without what some exports put before the names.
@@ -232,7 +227,7 @@ bool isRow(QByteArrayView line) { return !line.isEmpty() && !line.startsWith('#'
 bool isEventTable(QByteArrayView head) {
   TextLines lines(withoutMark(head));
   while (const std::optional<QByteArrayView> line = lines.next()) {
-    if (Layout::named(rowOfNames(*line)) || Layout::plain(*line)) return true;
+    if (Layout::named(rowOfNames(*line)) || Layout::unnamed(*line)) return true;
     if (isRow(withoutBlanks(*line))) return false;
   }
   return false;
@@ -245,7 +240,7 @@ Result<EventFile> readEventTable(QByteArrayView text, const QString& name) {
     const QByteArrayView row = withoutBlanks(*line);
     if (!table) {
       const std::optional<Layout> names = Layout::named(rowOfNames(row));
-      const std::optional<Layout> layout = names ? names : Layout::plain(row);
+      const std::optional<Layout> layout = names ? names : Layout::unnamed(row);
       if (layout) table.emplace(*layout, name);
       if (names || !layout) continue;
     }

@@ -1,10 +1,8 @@
 #include "XOV_Graphics/seismic/io/events/QuakeMl.h"
 
-#include "XOV_Graphics/base/LeftOut.h"
 #include "XOV_Graphics/base/TimeText.h"
 #include "XOV_Graphics/base/XmlElements.h"
-#include "XOV_Graphics/seismic/MagnitudeScale.h"
-#include "XOV_Graphics/seismic/io/events/EventNumbers.h"
+#include "XOV_Graphics/seismic/io/events/EventDraft.h"
 
 #include <algorithm>
 
@@ -40,16 +38,14 @@ struct Event {
 
 class QuakeMlParser {
 public:
-  QuakeMlParser(QIODevice& device, const QString& name) : xml_(&device), name_(name), leftOut_(name, "event") {}
+  QuakeMlParser(QIODevice& device, const QString& name) : xml_(&device), name_(name), events_(name) {}
 
   Result<EventFile> run() {
     xml_.readRoot("quakeml", "QuakeML", [&] {
       xml_.readChildren("eventParameters", [&] { xml_.readChildren("event", [&] { readEvent(); }); });
     });
     if (xml_.hasError()) return Error{name_ + ": " + xml_.faultText()};
-    if (leftOut_.isAll()) return leftOut_.error();
-    file_.notes = leftOut_.notes();
-    return std::move(file_);
+    return events_.result();
   }
 
 private:
@@ -155,30 +151,28 @@ private:
   }
 
   void addEvent(Event event, qint64 line) {
-    const Origin* const origin = bestOrigin(event);
-    if (!origin) event.problem = QStringLiteral("an event without an origin");
-    if (origin && event.problem.isEmpty()) event.problem = origin->problem;
-    leftOut_.count(line, event.problem);
-    if (!event.problem.isEmpty()) return;
-    HypocentreValues values;
-    values.originTime = origin->time;
-    values.latitudeDeg = origin->latitudeDeg;
-    values.longitudeDeg = origin->longitudeDeg;
-    values.depthKm = origin->depthKm;
-    values.name = event.name;
+    EventDraft draft;
+    draft.note(event.problem);
+    if (const Origin* const origin = bestOrigin(event)) {
+      draft.note(origin->problem);
+      draft.values.originTime = origin->time;
+      draft.values.latitudeDeg = origin->latitudeDeg;
+      draft.values.longitudeDeg = origin->longitudeDeg;
+      draft.values.depthKm = origin->depthKm;
+    } else {
+      draft.problem = QStringLiteral("an event without an origin");
+    }
+    draft.values.name = event.name;
     const auto preferred = std::ranges::find(event.magnitudes, event.preferredMagnitude, &Magnitude::id);
-    std::vector<EventMagnitude> magnitudes;
-    std::ranges::transform(event.magnitudes, std::back_inserter(magnitudes), &Magnitude::magnitude);
-    const bool hasPreferred = !event.preferredMagnitude.isEmpty() && preferred != event.magnitudes.end();
-    setMagnitudes(values, std::move(magnitudes),
-                  hasPreferred ? std::optional(std::size_t(preferred - event.magnitudes.begin())) : std::nullopt);
-    file_.events.push_back(std::make_shared<Hypocentre>(std::move(values)));
+    std::ranges::transform(event.magnitudes, std::back_inserter(draft.magnitudes), &Magnitude::magnitude);
+    if (!event.preferredMagnitude.isEmpty() && preferred != event.magnitudes.end())
+      draft.preferred = std::size_t(preferred - event.magnitudes.begin());
+    events_.add(std::move(draft), line);
   }
 
   XmlElements xml_;
   QString name_;
-  LeftOut leftOut_;
-  EventFile file_;
+  EventList events_;
 };
 
 } // namespace
