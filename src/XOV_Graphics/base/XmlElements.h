@@ -30,7 +30,8 @@ public:
         if (name() == QLatin1String(root)) {
           read();
         } else {
-          raiseError("found <" + name().toString() + ">, expected <" + QLatin1String(root) + ">");
+          raiseError("found <" + name().left(kQuotedCharacters).toString() + ">, expected <" + QLatin1String(root) +
+                     ">");
         }
       }
     }
@@ -66,6 +67,9 @@ public:
 
   /// What is wrong with the document, with its line.
   QString faultText() const;
+
+private:
+  static constexpr qsizetype kQuotedCharacters = 40;
 };
 
 } // namespace xov

@@ -18,6 +18,13 @@ inline constexpr std::int32_t kSacAmplitudePhase = 3;
 inline constexpr std::int32_t kSacXY = 4;
 inline constexpr std::int32_t kSacXYZ = 51;
 
+/// Values of SacHeader::idep: what the samples are, with the format's own units.
+inline constexpr std::int32_t kSacUnknownKind = 5;
+inline constexpr std::int32_t kSacDisplacement = 6; ///< nm
+inline constexpr std::int32_t kSacVelocity = 7;     ///< nm/s
+inline constexpr std::int32_t kSacAcceleration = 8; ///< nm/s²
+inline constexpr std::int32_t kSacVolts = 50;       ///< velocity
+
 /// An integer of the header that is not set.
 inline constexpr std::int32_t kSacUndefinedInteger = -12345;
 
@@ -116,7 +123,7 @@ struct XOV_EXPORT SacHeader {
   std::int32_t nysize = kSacUndefinedInteger; ///< height of a spectral file
   std::int32_t unused15 = kSacUndefinedInteger;
   std::int32_t iftype = kSacUndefinedInteger; ///< type of file, kSacTimeSeries to kSacXYZ
-  std::int32_t idep = kSacUndefinedInteger;   ///< type of the dependent variable
+  std::int32_t idep = kSacUndefinedInteger;   ///< type of the dependent variable, kSacUnknownKind to kSacVolts
   std::int32_t iztype = kSacUndefinedInteger; ///< what the reference time is
   std::int32_t unused16 = kSacUndefinedInteger;
   std::int32_t iinst = kSacUndefinedInteger;   ///< type of instrument

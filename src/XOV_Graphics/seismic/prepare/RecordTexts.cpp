@@ -23,10 +23,10 @@ struct Quantity {
 };
 
 constexpr Quantity kQuantities[] = {
-    {6, "Displacement (nm)"},
-    {7, "Velocity (nm/s)"},
-    {8, "Acceleration (nm/s/s)"},
-    {50, "Velocity (V)"},
+    {kSacDisplacement, "Displacement (nm)"},
+    {kSacVelocity, "Velocity (nm/s)"},
+    {kSacAcceleration, "Acceleration (nm/s/s)"},
+    {kSacVolts, "Velocity (V)"},
 };
 
 // The station, or how many records there are of several or unknown ones.

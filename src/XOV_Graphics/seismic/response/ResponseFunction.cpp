@@ -14,6 +14,7 @@ namespace {
 
 using Complex = std::complex<double>;
 
+constexpr qsizetype kQuotedCharacters = 40;
 constexpr double kLargestDifference = 0.05; // of a stated sensitivity that is taken as true
 
 /// A unit of ground motion: how many of the SI unit it is, and of which motion.
