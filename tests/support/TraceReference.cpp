@@ -49,21 +49,38 @@ void addLine(const std::vector<QPointF>& line, double radius, std::vector<InkSha
   }
 }
 
+/// The unbroken lines of traces, in pixels.
+std::vector<std::vector<QPointF>> linesOf(std::span<const Trace> traces, const QTransform& viewToDevice) {
+  std::vector<std::vector<QPointF>> lines;
+  for (const Trace& trace : traces) {
+    lines.emplace_back();
+    for (const QPointF& point : trace.points()) {
+      if (std::isnan(point.x()) || std::isnan(point.y()))
+        lines.emplace_back();
+      else
+        lines.back().push_back(viewToDevice.map(point));
+    }
+  }
+  return lines;
+}
+
 std::vector<InkShape> shapesOf(std::span<const Trace> traces, const QTransform& viewToDevice, double radius) {
   std::vector<InkShape> shapes;
-  for (const Trace& trace : traces) {
-    std::vector<QPointF> line;
-    for (const QPointF& point : trace.points()) {
-      if (std::isnan(point.x()) || std::isnan(point.y())) {
-        addLine(line, radius, shapes);
-        line.clear();
-      } else {
-        line.push_back(viewToDevice.map(point));
-      }
-    }
+  for (const std::vector<QPointF>& line : linesOf(traces, viewToDevice))
     addLine(line, radius, shapes);
-  }
   return shapes;
+}
+
+/// Where a side of a polygon crosses a column, and to which side it goes there.
+struct Crossing {
+  double row = 0;
+  int winding = 0;
+};
+
+/// Adds `part` of the rows between two to the coverage of a column.
+void coverRows(double top, double bottom, double part, double* coverage, int width, int height) {
+  for (int row = std::max(int(std::floor(top)), 0); row < height && row < bottom; ++row)
+    coverage[std::ptrdiff_t(row) * width] += part * (std::min(bottom, row + 1.0) - std::max(top, double(row)));
 }
 
 /// The part of a pixel that the shapes ink.
@@ -111,6 +128,40 @@ std::vector<double> referenceCoverage(std::span<const Trace> traces, const QTran
       }
       coverage[static_cast<std::size_t>(row) * static_cast<std::size_t>(width) + static_cast<std::size_t>(column)] =
           pixelCoverage(near, column, row, grid);
+    }
+  }
+  return coverage;
+}
+
+std::vector<double> referenceFill(std::span<const Trace> traces, const QTransform& viewToDevice, bool evenOdd,
+                                  int width, int height, int places) {
+  const std::vector<std::vector<QPointF>> lines = linesOf(traces, viewToDevice);
+  std::vector<std::vector<Crossing>> crossings(static_cast<std::size_t>(width) * static_cast<std::size_t>(places));
+  const auto placeOf = [&](double x) { // of the first place at or right of x
+    return static_cast<int>(std::ceil(std::clamp(x, -1.0, width + 1.0) * places - 0.5));
+  };
+  for (const std::vector<QPointF>& line : lines) {
+    for (std::size_t i = 0; i < line.size(); ++i) {
+      const QPointF from = line[i], to = line[(i + 1) % line.size()];
+      const bool right = from.x() < to.x();
+      const QPointF first = right ? from : to, last = right ? to : from;
+      const int end = std::min(placeOf(last.x()), width * places);
+      for (int place = std::max(placeOf(first.x()), 0); place < end; ++place) {
+        const double along = ((place + 0.5) / places - first.x()) / (last.x() - first.x());
+        crossings[std::size_t(place)].push_back({first.y() + along * (last.y() - first.y()), right ? 1 : -1});
+      }
+    }
+  }
+  std::vector<double> coverage(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  for (int place = 0; place < width * places; ++place) {
+    std::vector<Crossing>& here = crossings[std::size_t(place)];
+    std::sort(here.begin(), here.end(), [](const Crossing& a, const Crossing& b) { return a.row < b.row; });
+    int winding = 0;
+    for (std::size_t k = 0; k + 1 < here.size(); ++k) {
+      winding += here[k].winding;
+      const bool inside = evenOdd ? winding % 2 != 0 : winding != 0;
+      if (inside)
+        coverRows(here[k].row, here[k + 1].row, 1.0 / places, &coverage[std::size_t(place / places)], width, height);
     }
   }
   return coverage;

@@ -18,6 +18,12 @@ namespace xov {
 std::vector<double> referenceCoverage(std::span<const Trace> traces, const QTransform& viewToDevice, double lineWidth,
                                       int width, int height, int grid);
 
+/// The coverage of what traces enclose when they are filled as one path, each piece between gaps closed from its last
+/// point to its first: each column of pixels is cut at `places` places, where windings are counted down the sides
+/// that are crossed there. Along the rows it is exact.
+std::vector<double> referenceFill(std::span<const Trace> traces, const QTransform& viewToDevice, bool evenOdd,
+                                  int width, int height, int places);
+
 /// How a picture of black ink on white differs from the reference.
 struct TraceDifference {
   int inked = 0;     ///< pixels with ink in either

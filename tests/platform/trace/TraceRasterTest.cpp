@@ -1,5 +1,6 @@
 #include "XOV_Graphics/platform/trace/TraceRaster.h"
 
+#include "tests/support/TracePictures.h"
 #include "tests/support/TraceReference.h"
 #include "tests/support/TraceSignals.h"
 
@@ -23,34 +24,11 @@ namespace {
 const float kNan = std::numeric_limits<float>::quiet_NaN();
 const float kInfinity = std::numeric_limits<float>::infinity();
 
-constexpr int kWidth = 72, kHeight = 48; // of the pictures, in view points
-
-/// Pixels of `ratio` a view point, y upwards.
-QTransform viewToDevice(double ratio, int height = kHeight) { return {ratio, 0, 0, -ratio, 0, ratio * height}; }
-
-QImage whitePicture(double ratio) {
-  QImage picture(int(kWidth * ratio), int(kHeight * ratio), QImage::Format_ARGB32_Premultiplied);
-  picture.fill(Qt::white);
-  return picture;
-}
-
-PixelTarget targetOf(QImage& picture) {
-  return {picture.bits(), picture.bytesPerLine(), picture.width(), picture.height()};
-}
+constexpr int kWidth = kPictureWidth, kHeight = kPictureHeight;
 
 bool stroke(QImage& picture, std::span<const Trace> traces, double ratio, double lineWidth,
             const QColor& color = Qt::black) {
-  return strokeTraces(targetOf(picture), traces, viewToDevice(ratio), picture.rect(), lineWidth, color);
-}
-
-Trace traceOf(const std::vector<float>& samples, double pointsPerSample, double y = kHeight / 2.0 + 0.21) {
-  Trace trace;
-  trace.samples = samples.data();
-  trace.last = std::int64_t(samples.size());
-  trace.xScale = pointsPerSample;
-  trace.xOffset = 1.37;
-  trace.yOffset = y;
-  return trace;
+  return strokeTraces(targetOf(picture), traces, pictureTransform(ratio), picture.rect(), lineWidth, color);
 }
 
 int inkedPixels(const QImage& picture) {
@@ -84,7 +62,7 @@ TEST_P(TraceRasterPicture, equalsTheReferenceForEverySignalAndDensity) {
       // one, less where lines are wide; and they share no factor with any fineness.
       const int grid = ratio > 1 ? 37 : 53;
       const std::vector<double> expected =
-          referenceCoverage({&trace, 1}, viewToDevice(ratio), 1, picture.width(), picture.height(), grid);
+          referenceCoverage({&trace, 1}, pictureTransform(ratio), 1, picture.width(), picture.height(), grid);
       const TraceDifference difference = compareWithReference(picture, expected);
       EXPECT_GT(difference.inked, 20);
       EXPECT_LE(difference.mean, 1.0);
@@ -110,7 +88,7 @@ TEST(TraceRaster, aLineOfManyIsAsExactAsOne) {
       QImage picture = whitePicture(1);
       ASSERT_TRUE(stroke(picture, traces, 1, 1));
       const std::vector<double> expected =
-          referenceCoverage({traces.data(), 1}, viewToDevice(1), 1, picture.width(), picture.height(), 37);
+          referenceCoverage({traces.data(), 1}, pictureTransform(1), 1, picture.width(), picture.height(), 37);
       const TraceDifference difference = compareWithReference(picture, expected);
       EXPECT_GT(difference.inked, 20);
       EXPECT_LE(difference.mean, 1.2);
@@ -131,7 +109,7 @@ TEST(TraceRaster, linesThinnerThanAPixelAndWidePensEqualTheReference) {
         QImage picture = whitePicture(1);
         ASSERT_TRUE(stroke(picture, {&trace, 1}, 1, lineWidth));
         const TraceDifference difference = compareWithReference(
-            picture, referenceCoverage({&trace, 1}, viewToDevice(1), lineWidth, kWidth, kHeight, 16));
+            picture, referenceCoverage({&trace, 1}, pictureTransform(1), lineWidth, kWidth, kHeight, 16));
         EXPECT_LE(difference.mean, 3.0); // the reference takes 16 × 16 places a pixel here
         EXPECT_LE(difference.over32, 0.005);
       }
@@ -155,7 +133,7 @@ TEST(TraceRaster, severalTracesOfOnePathInkTheirUnion) {
       QImage picture = whitePicture(1);
       ASSERT_TRUE(stroke(picture, traces, 1, 1));
       const TraceDifference difference =
-          compareWithReference(picture, referenceCoverage(traces, viewToDevice(1), 1, kWidth, kHeight, 32));
+          compareWithReference(picture, referenceCoverage(traces, pictureTransform(1), 1, kWidth, kHeight, 32));
       EXPECT_LE(difference.mean, 2.0) << perPixel << ' ' << amplitude;
       EXPECT_LE(difference.over32, 0.005) << perPixel << ' ' << amplitude;
     }
@@ -174,7 +152,7 @@ TEST(TraceRaster, hundredsOfTracesInkTheirUnion) {
   QImage picture = whitePicture(1);
   ASSERT_TRUE(stroke(picture, traces, 1, 0.05)); // thin lines, so that gaps remain between them
   const TraceDifference difference =
-      compareWithReference(picture, referenceCoverage(traces, viewToDevice(1), 0.05, kWidth, kHeight, 32));
+      compareWithReference(picture, referenceCoverage(traces, pictureTransform(1), 0.05, kWidth, kHeight, 32));
   EXPECT_LE(difference.mean, 4.0); // the reference's own places are as far apart as the lines are wide
   EXPECT_LE(std::abs(difference.bias), 0.5);
   EXPECT_LE(difference.over32, 0.005);
@@ -190,7 +168,7 @@ TEST(TraceRaster, manyShortLinesInOneColumnInkTheirUnion) {
   QImage picture = whitePicture(1);
   ASSERT_TRUE(stroke(picture, {&trace, 1}, 1, 0.5));
   const TraceDifference difference =
-      compareWithReference(picture, referenceCoverage({&trace, 1}, viewToDevice(1), 0.5, kWidth, kHeight, 24));
+      compareWithReference(picture, referenceCoverage({&trace, 1}, pictureTransform(1), 0.5, kWidth, kHeight, 24));
   EXPECT_GT(difference.inked, 300);
   EXPECT_LE(difference.mean, 2.0);
   EXPECT_LE(difference.over32, 0.005);
@@ -258,7 +236,7 @@ TEST(TraceRaster, changesOnlyPixelsInsideTheClip) {
   ASSERT_TRUE(stroke(whole, {&trace, 1}, 1, 1));
   for (const QRect& clip : {QRect(10, 7, 33, 20), QRect(0, 0, 1, 48), QRect(71, 47, 1, 1), QRect(-50, 20, 500, 3)}) {
     QImage clipped = whitePicture(1);
-    ASSERT_TRUE(strokeTraces(targetOf(clipped), {&trace, 1}, viewToDevice(1), clip, 1, Qt::black));
+    ASSERT_TRUE(strokeTraces(targetOf(clipped), {&trace, 1}, pictureTransform(1), clip, 1, Qt::black));
     int worst = 0;
     for (int y = 0; y < kHeight; ++y) {
       for (int x = 0; x < kWidth; ++x) {
@@ -274,9 +252,9 @@ TEST(TraceRaster, aClipOutsideThePictureDrawsNothing) {
   const std::vector<float> samples(100, 1.0F);
   const Trace trace = traceOf(samples, 1);
   QImage picture = whitePicture(1);
-  EXPECT_TRUE(strokeTraces(targetOf(picture), {&trace, 1}, viewToDevice(1), QRect(500, 0, 10, 10), 1, Qt::black));
-  EXPECT_TRUE(strokeTraces(targetOf(picture), {&trace, 1}, viewToDevice(1), QRect(), 1, Qt::black));
-  EXPECT_TRUE(strokeTraces({}, {&trace, 1}, viewToDevice(1), QRect(0, 0, 10, 10), 1, Qt::black));
+  EXPECT_TRUE(strokeTraces(targetOf(picture), {&trace, 1}, pictureTransform(1), QRect(500, 0, 10, 10), 1, Qt::black));
+  EXPECT_TRUE(strokeTraces(targetOf(picture), {&trace, 1}, pictureTransform(1), QRect(), 1, Qt::black));
+  EXPECT_TRUE(strokeTraces({}, {&trace, 1}, pictureTransform(1), QRect(0, 0, 10, 10), 1, Qt::black));
   EXPECT_TRUE(stroke(picture, {}, 1, 1));
   EXPECT_EQ(inkedPixels(picture), 0);
 }
@@ -330,7 +308,7 @@ TEST(TraceRaster, unevenTimesEqualTheReference) {
     QImage picture = whitePicture(1);
     ASSERT_TRUE(stroke(picture, {&trace, 1}, 1, 1));
     const TraceDifference difference =
-        compareWithReference(picture, referenceCoverage({&trace, 1}, viewToDevice(1), 1, kWidth, kHeight, 32));
+        compareWithReference(picture, referenceCoverage({&trace, 1}, pictureTransform(1), 1, kWidth, kHeight, 32));
     EXPECT_LE(difference.mean, 2.0) << perPixel;
     EXPECT_LE(difference.over32, 0.005) << perPixel;
   }
@@ -348,7 +326,7 @@ TEST(TraceRaster, timesWithoutThePrecisionForTheirStepFallTogetherAsTheyRound) {
   QImage picture = whitePicture(1);
   ASSERT_TRUE(stroke(picture, {&trace, 1}, 1, 1));
   const TraceDifference difference =
-      compareWithReference(picture, referenceCoverage({&trace, 1}, viewToDevice(1), 1, kWidth, kHeight, 32));
+      compareWithReference(picture, referenceCoverage({&trace, 1}, pictureTransform(1), 1, kWidth, kHeight, 32));
   EXPECT_LE(difference.mean, 2.0);
   EXPECT_LE(difference.over32, 0.005);
 }
@@ -437,9 +415,9 @@ TEST(TraceRaster, absurdDescriptionsEndSoon) {
           trace.time = time;
           trace.vOrigin = largest;
           QImage picture = whitePicture(1);
-          strokeTraces(targetOf(picture), {&trace, 1}, viewToDevice(1), QRect(0, 0, 9, 9), width, Qt::black);
+          strokeTraces(targetOf(picture), {&trace, 1}, pictureTransform(1), QRect(0, 0, 9, 9), width, Qt::black);
           QImage dot(1, 1, QImage::Format_ARGB32_Premultiplied);
-          strokeTraces(targetOf(dot), {&trace, 1}, viewToDevice(1), dot.rect(), width, Qt::black);
+          strokeTraces(targetOf(dot), {&trace, 1}, pictureTransform(1), dot.rect(), width, Qt::black);
         }
       }
     }

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/platform/trace/TraceRaster.h"
 #include "XOV_Graphics/platform/trace/TraceReduction.h"
+#include "tests/support/TracePictures.h"
 #include "tests/support/TraceReference.h"
 #include "tests/support/TraceSignals.h"
 #include "tests/support/VectorWidths.h"
@@ -17,26 +18,12 @@ using xov::testing::HeldVectorWidth;
 
 namespace {
 
-constexpr int kWidth = 72, kHeight = 48; // of the pictures, in view points
-
-QTransform viewToDevice() { return {1, 0, 0, -1, 0, kHeight}; }
+constexpr int kWidth = kPictureWidth, kHeight = kPictureHeight;
 
 QImage drawn(std::span<const Trace> traces, double lineWidth, const QColor& color = Qt::black) {
-  QImage picture(kWidth, kHeight, QImage::Format_ARGB32_Premultiplied);
-  picture.fill(Qt::white);
-  const PixelTarget target{picture.bits(), picture.bytesPerLine(), kWidth, kHeight};
-  EXPECT_TRUE(strokeTraces(target, traces, viewToDevice(), picture.rect(), lineWidth, color));
+  QImage picture = whitePicture();
+  EXPECT_TRUE(strokeTraces(targetOf(picture), traces, pictureTransform(), picture.rect(), lineWidth, color));
   return picture;
-}
-
-Trace traceOf(const std::vector<float>& samples, double pointsPerSample, double y = kHeight / 2.0 + 0.21) {
-  Trace trace;
-  trace.samples = samples.data();
-  trace.last = std::int64_t(samples.size());
-  trace.xScale = pointsPerSample;
-  trace.xOffset = 1.37;
-  trace.yOffset = y;
-  return trace;
 }
 
 /// The picture at every width of vectors is, byte for byte, that of the widest.
@@ -110,7 +97,7 @@ TEST(TraceWidths, showCoarseTimesAsTheyRound) {
   Trace trace = traceOf(samples, 1 / (20 * 0.01));
   trace.time = TraceTime::uniform(3e6F, 0.01F);
   trace.tOrigin = 3e6F;
-  const std::vector<double> expected = referenceCoverage({&trace, 1}, viewToDevice(), 1, kWidth, kHeight, 37);
+  const std::vector<double> expected = referenceCoverage({&trace, 1}, pictureTransform(), 1, kWidth, kHeight, 37);
   forEachVectorWidth([&] {
     const TraceDifference difference = compareWithReference(drawn({&trace, 1}, 1), expected);
     EXPECT_GT(difference.inked, 500);

@@ -167,6 +167,7 @@ void PixelContext::strokeTracesPointByPoint(const Path& path) {
 }
 
 void PixelContext::onFill(const Path& path) {
+  if (fillTracesAlone(path)) return;
   const QPainterPath shape = filledShape(path);
   const QColor& color = state().fillColor;
   if (isUncleared_ && color.alpha() == kOpaque && fillsAll(shape)) {
@@ -175,6 +176,16 @@ void PixelContext::onFill(const Path& path) {
   }
   clearOnce();
   if (!fillInStrips(painter(), shape, color)) painter().fillPath(shape, color);
+}
+
+// Lines and curves of the same path would wind together with its traces.
+bool PixelContext::fillTracesAlone(const Path& path) {
+  if (path.traces().empty() || path.shape().elementCount() > 0) return false;
+  clearOnce();
+  const InsideRule rule = path.windingRule() == Path::Winding::NonZero ? InsideRule::NonZero : InsideRule::Odd;
+  return drawUnderClip([&](const PixelTarget& pixels, const QRect& clip) {
+    return fillTraces(pixels, path.traces(), toDevice(), clip, rule, state().fillColor);
+  });
 }
 
 void PixelContext::onSymbols(const Symbols& symbols) {

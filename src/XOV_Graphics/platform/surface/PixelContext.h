@@ -34,6 +34,7 @@ private:
   bool drawUnderClip(const std::function<bool(const PixelTarget&, const QRect& clip)>& draw);
   void strokeShape(const Path& path);
   bool strokeCrisp(const Path& path);
+  bool fillTracesAlone(const Path& path);
   void strokeTracesPointByPoint(const Path& path);
 
   PixelTarget target_;

@@ -14,6 +14,7 @@ namespace {
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 // Samples that are looked at together for gaps, and then again for extremes: they stay in the fastest cache.
 constexpr std::int64_t kCached = 4096;
+constexpr std::int64_t kShortStretch = 64; // samples that are asked together whether one of them is a gap, at first
 
 /// The extremes of a block are left in this many lanes, and as many blocks are then reduced together.
 template <class Vector>
@@ -195,6 +196,14 @@ XOV_VECTOR_FUNCTION(bool, findBlockExtremes,
                     (samples, cuts, blocks, lowest, highest))
 
 std::int64_t findFinite(const float* samples, std::int64_t begin, std::int64_t end, bool finite) {
+  // Lines without gaps are passed in growing stretches.
+  for (std::int64_t stretch = kShortStretch; !finite && stretch < end - begin;
+       stretch = std::min(2 * stretch, kCached)) {
+    const std::int32_t cuts[] = {0, static_cast<std::int32_t>(stretch)};
+    float low = 0, high = 0;
+    if (!findBlockExtremes(samples + begin, cuts, 1, &low, &high)) break;
+    begin += stretch;
+  }
   while (begin < end && std::isfinite(samples[begin]) != finite)
     ++begin;
   return begin;

@@ -21,9 +21,14 @@ void TraceCoverage::take(const TraceLayers& layers) {
   }
 }
 
+void TraceCoverage::takeInOrder(std::span<const float* const> lows, std::span<const float* const> highs) {
+  lows_.assign(lows.begin(), lows.end());
+  highs_.assign(highs.begin(), highs.end());
+}
+
 RowRange TraceCoverage::unite(const TraceStrip& strip, int column) {
   RowRange inked;
-  const auto layers = static_cast<int>(order_.size());
+  const auto layers = static_cast<int>(lows_.size());
   const int columns = std::min(kInkColumns, strip.columns - column);
   for (int c = 0; c < columns; ++c) {
     const int firstSub = (column + c) * strip.perColumn;
@@ -39,11 +44,11 @@ RowRange TraceCoverage::unite(const TraceStrip& strip, int column) {
 /// Unites each sub-column's intervals after sorting them.
 void TraceCoverage::uniteOneByOne(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked) {
   const auto bottom = static_cast<float>(rows_);
-  intervals_.resize(order_.size());
+  intervals_.resize(lows_.size());
   for (int j = firstSub; j < firstSub + perColumn; ++j) {
     int found = 0;
-    for (const Layer& layer : order_) {
-      const RowInterval visible{std::max(layer.low[j], 0.0F), std::min(layer.high[j], bottom)};
+    for (std::size_t layer = 0; layer < lows_.size(); ++layer) {
+      const RowInterval visible{std::max(lows_[layer][j], 0.0F), std::min(highs_[layer][j], bottom)};
       if (visible.low < visible.high) intervals_[static_cast<std::size_t>(found++)] = visible;
     }
     const int united = uniteIntervals(intervals_.data(), found, 0);

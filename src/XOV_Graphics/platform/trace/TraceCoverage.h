@@ -5,6 +5,7 @@
 #include "XOV_Graphics/platform/trace/TraceUnion.h"
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace xov {
@@ -17,6 +18,9 @@ public:
 
   /// Takes the layers of a strip, which must stay as they are until its columns have been united.
   void take(const TraceLayers& layers);
+  /// The same for layers that go down the page in every sub-column, by the lower and the higher end of their
+  /// intervals.
+  void takeInOrder(std::span<const float* const> lows, std::span<const float* const> highs);
 
   /// Unites the ink of up to kInkColumns columns from `column` on, and returns the rows that may have some. Its
   /// changes then stand in changes(), and must be cleared by whoever sums them, in those rows and the one behind.

@@ -1,7 +1,6 @@
 #include "XOV_Graphics/platform/trace/TraceEnvelope.h"
 
 #include "XOV_Graphics/base/Lanes.h"
-#include "XOV_Graphics/platform/trace/BlockExtremes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,12 +58,10 @@ void TraceEnvelope::addWindow(const TraceProjection& projection, TraceLayers& la
 }
 
 void TraceEnvelope::addBrokenWindow(const TraceProjection& projection, TraceLayers& layers, SampleRange window) {
-  const float* const samples = projection.samples();
   std::int64_t next = window.begin;
   while (next < window.end) {
     Line line;
-    line.samples.begin = projection.isFinite(next) ? next : findFinite(samples, next + 1, window.end, true);
-    line.samples.end = findFinite(samples, line.samples.begin + 1, window.end, false);
+    line.samples = projection.nextLine(next, window.end);
     next = line.samples.end;
     if (line.samples.size() < 2) continue;
     line.opens = line.samples.begin > window.begin || window.begin == projection.first();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/platform/trace/TraceBorders.h"
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
 #include "XOV_Graphics/platform/trace/TraceStrip.h"
 
@@ -8,14 +9,6 @@
 #include <vector>
 
 namespace xov {
-
-/// Samples in a row that one unbroken line runs through, begin <= i < end.
-struct SampleRange {
-  std::int64_t begin = 0;
-  std::int64_t end = 0;
-
-  std::int64_t size() const { return end - begin; }
-};
 
 /// The lowest and highest row of a curve in every sub-column of a strip.
 ///
@@ -45,28 +38,10 @@ public:
   bool isSmooth() const { return isSmooth_; }
 
 private:
-  /// The curve at hand: its sub-columns are blocks of its samples.
-  struct Curve {
-    const TraceProjection& projection;
-    SampleRange samples;
-    int firstSub = 0;
-    int blocks = 0;
-    bool dense = false;
+  bool findDense(const TraceCurve& curve, float* low, float* high) const;
+  bool findCut(const TraceCurve& curve, float* low, float* high);
+  bool findUneven(const TraceCurve& curve, float* low, float* high);
 
-    const float* values() const { return projection.samples() + samples.begin; }
-    std::int32_t count() const { return static_cast<std::int32_t>(samples.size()); }
-  };
-
-  void cut(const Curve& curve);
-  void cutOneByOne(const Curve& curve);
-  void cutStraight(const Curve& curve, int from, int count, const TimePiece& piece);
-  void cutBetween(const Curve& curve, int border, std::int64_t sample);
-  bool findDense(const Curve& curve, float* low, float* high) const;
-  bool findCut(const Curve& curve, float* low, float* high);
-  bool findUneven(const Curve& curve, float* low, float* high);
-
-  /// The column of a border, counted within the curve.
-  double columnOf(const Curve& curve, int border) const { return strip_.curveBorder(curve.firstSub + border); }
   std::size_t slot(int subColumn) const { return static_cast<std::size_t>(subColumn + padding_ + 2 * reach_); }
 
   TraceStrip strip_;
@@ -74,9 +49,9 @@ private:
   int padding_ = 0; // sub-columns left and right of the strip that the pen reaches in from
   bool isSmooth_ = false;
   std::vector<float> low_, high_;
-  std::vector<std::int32_t> cuts_;                         // see BlockBorders.h
-  std::vector<float> fraction_, before_, after_, borders_; // of the curve at its borders
-  std::vector<float> rows_;                                // of its samples
+  TraceBorders cut_;
+  std::vector<float> before_, after_, borders_; // of the curve at its borders
+  std::vector<float> rows_;                     // of its samples
 };
 
 } // namespace xov

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
 
+#include "XOV_Graphics/platform/trace/BlockExtremes.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -57,6 +59,11 @@ float TraceProjection::row(std::int64_t i) const {
   unclamped.low = -kLargest;
   unclamped.high = kLargest;
   return unclamped(*trace_.firstValue);
+}
+
+SampleRange TraceProjection::nextLine(std::int64_t from, std::int64_t end) const {
+  const std::int64_t begin = isFinite(from) ? from : findFinite(samples(), from + 1, end, true);
+  return {begin, begin < end ? findFinite(samples(), begin + 1, end, false) : begin};
 }
 
 double TraceProjection::columnOfTime(double t) const {

@@ -10,6 +10,14 @@
 
 namespace xov {
 
+/// Samples in a row that one unbroken line runs through, begin <= i < end.
+struct SampleRange {
+  std::int64_t begin = 0;
+  std::int64_t end = 0;
+
+  std::int64_t size() const { return end - begin; }
+};
+
 /// A trace as it lies on the picture: columns and rows in device pixels, rows counted downwards from the clip's top.
 class TraceProjection {
 public:
@@ -33,6 +41,9 @@ public:
   bool isOverruled(std::int64_t i) const { return i == trace_.first && trace_.firstValue.has_value(); }
   double column(std::int64_t i) const;
   float row(std::int64_t i) const;
+
+  /// The next unbroken line that begins at sample `from` or behind, cut off at `end`; empty where there is none.
+  SampleRange nextLine(std::int64_t from, std::int64_t end) const;
 
   /// The first sample at or right of a column; last() when there is none.
   std::int64_t firstAtOrAfter(double wanted) const;

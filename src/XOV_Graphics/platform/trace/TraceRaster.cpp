@@ -1,6 +1,7 @@
 #include "XOV_Graphics/platform/trace/TraceRaster.h"
 
 #include "XOV_Graphics/platform/trace/TraceCoverage.h"
+#include "XOV_Graphics/platform/trace/TraceEnclosure.h"
 #include "XOV_Graphics/platform/trace/TraceEnvelope.h"
 #include "XOV_Graphics/platform/trace/TraceFineness.h"
 #include "XOV_Graphics/platform/trace/TraceInk.h"
@@ -9,6 +10,7 @@
 #include "XOV_Graphics/platform/trace/TraceStrip.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -20,8 +22,12 @@ namespace {
 
 constexpr double kLargestRadius = 64; // pixels; the work for a sub-column grows with the radius
 constexpr double kScaleTolerance = 1e-6;
-constexpr int kWidestStrip = 64;      // columns
-constexpr std::size_t kJudged = 16;   // traces, by and large, whose ink decides about the fineness of a strip
+constexpr int kWidestStrip = 64;    // columns
+constexpr std::size_t kJudged = 16; // traces, by and large, whose ink decides about the fineness of a strip
+constexpr double kFillRadius = 1;   // areas are as fine as the ink of a pen of this many pixels
+// Where a pixel holds more samples than this, a fill is as fine as its start: the curve runs up and down so often
+// that what it encloses is seen outside of a stroke's ink alone.
+constexpr double kDenseFill = 12;
 constexpr int kLayerBudget = 1 << 17; // intervals of a strip that stay in a fast cache
 
 /// The scale of a transform that keeps x rightwards, may mirror y and scales both alike.
@@ -43,12 +49,45 @@ double samplesPerPixel(const std::vector<TraceProjection>& projections) {
   return samples / std::max(pixels, 1.0);
 }
 
+/// The traces as they lie on the picture, without those that show nothing; nothing when the columns of one do not
+/// grow.
+std::optional<std::vector<TraceProjection>> projectionsOf(std::span<const Trace> traces,
+                                                          const QTransform& viewToDevice, const QRect& visible) {
+  std::vector<TraceProjection> projections;
+  projections.reserve(traces.size());
+  for (const Trace& trace : traces) {
+    if (trace.isEmpty()) continue;
+    projections.emplace_back(trace, viewToDevice, visible.top(), visible.height());
+    if (!projections.back().grows()) return std::nullopt;
+    if (projections.back().isEmpty()) projections.pop_back();
+  }
+  return projections;
+}
+
 /// Strips become narrower as the number of lines grows, so that all of a strip's ink stays at hand.
 int stripColumns(int perColumn, std::size_t traces, double radius) {
   const auto lines = static_cast<int>(std::min<std::size_t>(traces, kLayerBudget));
   const int wished = kLayerBudget / (perColumn * std::max(lines, 1));
   const int narrowest = std::max(kInkColumns, static_cast<int>(2 * radius)); // else most work is done twice
   return std::clamp(wished, narrowest, std::max(narrowest, kWidestStrip)) / kInkColumns * kInkColumns;
+}
+
+/// Lays the ink of a strip over its pixels.
+void layStrip(TraceCoverage& coverage, const TraceStrip& strip, const TraceInk& ink, const PixelTarget& target,
+              int top) {
+  const std::ptrdiff_t pixelsPerLine = target.bytesPerLine / std::ptrdiff_t(sizeof(std::uint32_t));
+  for (int column = 0; column < strip.columns; column += kInkColumns) {
+    const RowRange rows = coverage.unite(strip, column);
+    uchar* const line = target.bits + (top + rows.first) * target.bytesPerLine;
+    ink.lay(coverage.changes(), rows, strip.perColumn, std::min(kInkColumns, strip.columns - column),
+            reinterpret_cast<std::uint32_t*>(line) + strip.left + column, pixelsPerLine);
+  }
+}
+
+/// True when x goes right and y down or up, whatever the scales.
+bool isUpright(const QTransform& transform) {
+  return transform.isAffine() && transform.m12() == 0 && transform.m21() == 0 && transform.m11() > 0 &&
+         std::isfinite(transform.m11()) && std::isfinite(transform.m22());
 }
 
 } // namespace
@@ -60,24 +99,17 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
   const double radius = lineWidth * *scale / 2;
   if (radius > kLargestRadius) return false;
   const QRect visible = clip & QRect(0, 0, target.width, target.height);
-  std::vector<TraceProjection> projections;
-  projections.reserve(traces.size());
-  for (const Trace& trace : traces) {
-    if (trace.isEmpty()) continue;
-    projections.emplace_back(trace, viewToDevice, visible.top(), visible.height());
-    if (!projections.back().grows()) return false;
-    if (projections.back().isEmpty()) projections.pop_back();
-  }
+  const auto projections = projectionsOf(traces, viewToDevice, visible);
+  if (!projections) return false;
   const TraceInk ink(color);
-  if (target.bits == nullptr || visible.isEmpty() || projections.empty() || !(radius > 0) || ink.isInvisible()) {
+  if (target.bits == nullptr || visible.isEmpty() || projections->empty() || !(radius > 0) || ink.isInvisible()) {
     return true;
   }
 
-  const std::ptrdiff_t pixelsPerLine = target.bytesPerLine / std::ptrdiff_t(sizeof(std::uint32_t));
-  TraceFineness fineness(radius, projections.size(), samplesPerPixel(projections));
+  TraceFineness fineness(radius, projections->size(), samplesPerPixel(*projections));
   TraceStrip strip{visible.left(), 0, 0, visible.height(), radius};
-  strip.columns = std::min(stripColumns(fineness.subColumns(), projections.size(), radius), visible.width());
-  const std::size_t judgedEvery = projections.size() / kJudged + 1;
+  strip.columns = std::min(stripColumns(fineness.subColumns(), projections->size(), radius), visible.width());
+  const std::size_t judgedEvery = projections->size() / kJudged + 1;
   std::map<int, TraceEnvelope> envelopes; // by fineness
   TraceLayers layers;
   TraceCoverage coverage(strip.rows);
@@ -89,16 +121,45 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
       envelope = &envelopes.try_emplace(strip.perColumn, strip).first->second;
       envelope->moveTo(strip);
       layers.reset(strip.subColumns(), strip.rows);
-      for (std::size_t i = 0; i < projections.size(); ++i)
-        envelope->addTrace(projections[i], layers, i % judgedEvery == 0);
+      for (std::size_t i = 0; i < projections->size(); ++i)
+        envelope->addTrace((*projections)[i], layers, i % judgedEvery == 0);
     } while (fineness.refine(envelope->roughness(), double(strip.subColumns()) * strip.rows));
     coverage.take(layers);
-    for (int column = 0; column < strip.columns; column += kInkColumns) {
-      const RowRange rows = coverage.unite(strip, column);
-      uchar* const line = target.bits + (visible.top() + rows.first) * target.bytesPerLine;
-      ink.lay(coverage.changes(), rows, strip.perColumn, std::min(kInkColumns, strip.columns - column),
-              reinterpret_cast<std::uint32_t*>(line) + strip.left + column, pixelsPerLine);
-    }
+    layStrip(coverage, strip, ink, target, visible.top());
+  }
+  return true;
+}
+
+bool fillTraces(const PixelTarget& target, std::span<const Trace> traces, const QTransform& viewToDevice,
+                const QRect& clip, InsideRule rule, const QColor& color) {
+  if (!isUpright(viewToDevice)) return false;
+  const QRect visible = clip & QRect(0, 0, target.width, target.height);
+  const auto projections = projectionsOf(traces, viewToDevice, visible);
+  if (!projections) return false;
+  const TraceInk ink(color);
+  if (target.bits == nullptr || visible.isEmpty() || projections->empty() || ink.isInvisible()) return true;
+
+  TraceEnclosure enclosure(*projections, rule);
+  const double density = samplesPerPixel(*projections);
+  TraceFineness fineness(kFillRadius, projections->size(), density);
+  TraceStrip strip{visible.left(), 0, 0, visible.height()};
+  strip.columns = std::min(stripColumns(fineness.subColumns(), projections->size(), 0), visible.width());
+  TraceCoverage coverage(strip.rows);
+  for (; strip.left <= visible.right(); strip.left += strip.columns) {
+    strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
+    InkRoughness roughness;
+    do {
+      strip.perColumn = static_cast<int>(std::bit_ceil(static_cast<unsigned>(fineness.subColumns())));
+      enclosure.find(strip);
+      roughness = {};
+      const std::size_t layers = enclosure.lows().size();
+      for (std::size_t layer = 0; layer < layers; ++layer) {
+        const bool judged = layer % (layers / kJudged + 1) == 0;
+        roughness.include(enclosure.lows()[layer], enclosure.highs()[layer], strip.subColumns(), strip.rows, judged);
+      }
+    } while (density < kDenseFill && fineness.refine(roughness, double(strip.subColumns()) * strip.rows));
+    coverage.takeInOrder(enclosure.lows(), enclosure.highs());
+    layStrip(coverage, strip, ink, target, visible.top());
   }
   return true;
 }

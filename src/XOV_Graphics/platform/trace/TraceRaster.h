@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/platform/Trace.h"
+#include "XOV_Graphics/platform/trace/RowPairs.h"
 
 #include <QColor>
 #include <QRect>
@@ -29,5 +30,14 @@ struct PixelTarget {
 /// One pass over the samples; working memory is bounded by the picture's size.
 bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, const QTransform& viewToDevice,
                   const QRect& clip, double lineWidth, const QColor& color);
+
+/// Fills what traces enclose as ONE path, each unbroken line of them closed from its last sample to its first,
+/// however far outside `clip` these lie: windings add up over all of them, and the colour is blended once.
+///
+/// Returns false and draws nothing when the description does not fit, as strokeTraces() does; scales along x and y
+/// may differ. Where a pixel holds dozens of samples and more, only some of them are looked at: what is left out lies
+/// between a curve's extremes, so a stroke covers it.
+bool fillTraces(const PixelTarget& target, std::span<const Trace> traces, const QTransform& viewToDevice,
+                const QRect& clip, InsideRule rule, const QColor& color);
 
 } // namespace xov
