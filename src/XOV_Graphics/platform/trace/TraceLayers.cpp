@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kFirstCapacity = 128; // layers, before lines of the same place are united early
 constexpr int kShortPart = 4;       // lines of this part of a strip, or less, are then put in interval by interval
+constexpr int kTogether = 16;       // sub-columns, as many as one line of a cache holds
 constexpr int kSharedTries = 4;     // layers that are looked at for room before a new one is begun
 // When thousands of lines cross one column, gaps of this many rows between their ink are closed. It bounds how much a
 // sub-column can hold, and so little of a pixel does not show.
@@ -106,22 +107,39 @@ void TraceLayers::insert(int subColumn, float from, float to) {
 }
 
 void TraceLayers::compact() {
-  std::vector<RowInterval> intervals(static_cast<std::size_t>(count()));
+  // A layer's sub-columns lie side by side, so some of them are taken together.
+  const auto layers = static_cast<std::size_t>(count());
+  std::vector<RowInterval> intervals(kTogether * layers);
   int kept = 0;
   const float bottom = static_cast<float>(rows_);
-  for (int j = 0; j < subColumns_; ++j) {
-    int found = 0;
+  for (int first = 0; first < subColumns_; first += kTogether) {
+    const int columns = std::min(kTogether, subColumns_ - first);
+    int found[kTogether] = {};
     for (int layer = 0; layer < count(); ++layer) {
-      const float from = low(layer)[j], to = high(layer)[j];
-      if (from < to && to > 0 && from < bottom) intervals[static_cast<std::size_t>(found++)] = {from, to};
+      const float* const lows = low(layer) + first;
+      const float* const highs = high(layer) + first;
+      for (int j = 0; j < columns; ++j) {
+        const bool shows = lows[j] < highs[j] && highs[j] > 0 && lows[j] < bottom;
+        if (shows)
+          intervals[static_cast<std::size_t>(j) * layers + static_cast<std::size_t>(found[j]++)] = {lows[j],
+                                                                                                    highs[j]};
+      }
     }
-    const int united = uniteIntervals(intervals.data(), found, kClosedGap);
+    for (int j = 0; j < columns; ++j) {
+      found[j] = uniteIntervals(intervals.data() + static_cast<std::size_t>(j) * layers, found[j], kClosedGap);
+      kept = std::max(kept, found[j]);
+    }
     for (int layer = 0; layer < count(); ++layer) {
-      const bool used = layer < united;
-      lowOf(layer)[j] = used ? intervals[static_cast<std::size_t>(layer)].low : kNothingLow;
-      lowOf(layer)[subColumns_ + j] = used ? intervals[static_cast<std::size_t>(layer)].high : kNothingHigh;
+      float* const lows = lowOf(layer) + first;
+      for (int j = 0; j < columns; ++j) {
+        const bool used = layer < found[j];
+        const RowInterval interval =
+            used ? intervals[static_cast<std::size_t>(j) * layers + static_cast<std::size_t>(layer)]
+                 : RowInterval{kNothingLow, kNothingHigh};
+        lows[j] = interval.low;
+        lows[subColumns_ + j] = interval.high;
+      }
     }
-    kept = std::max(kept, united);
   }
   usedUntil_.assign(static_cast<std::size_t>(kept), subColumns_);
   middles_.assign(static_cast<std::size_t>(kept), subColumns_ / 2);

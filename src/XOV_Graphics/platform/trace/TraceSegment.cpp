@@ -1,5 +1,7 @@
 #include "XOV_Graphics/platform/trace/TraceSegment.h"
 
+#include "XOV_Graphics/base/Lanes.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -48,6 +50,62 @@ struct Span {
   int end = 0;
 };
 
+/// A segment with round ends, in single precision.
+struct RoundInk {
+  float x0, x1;
+  float lean; // how far right of a column the disc sits that its highest ink touches, and how far left for the lowest
+  float slope;
+  float topY, bottomY; // at x0
+  float radiusSquared;
+  float subWidth;
+};
+
+/// Adds the ink in as many sub-columns as a vector has lanes, from `first` on, whose rows lie at `low` and `high`.
+template <class Vector>
+XOV_INLINE void addRoundLanes(const RoundInk& round, const Vector& middles, int first, float* low, float* high) {
+  const Vector x = (middles + float(first)) * round.subWidth;
+  const Vector left = Vector{} + round.x0, right = Vector{} + round.x1;
+  Vector below = x + round.lean, above = x - round.lean;
+  for (Vector* middle : {&below, &above}) {
+    keepGreater(*middle, left);
+    keepSmaller(*middle, right);
+  }
+  Vector heightBelow = round.radiusSquared - (x - below) * (x - below);
+  Vector heightAbove = round.radiusSquared - (x - above) * (x - above);
+  for (Vector* height : {&heightBelow, &heightAbove}) {
+    keepGreater(*height, Vector{});
+    takeRoot(*height);
+  }
+  Vector lowest, highest;
+  loadVector(low, lowest);
+  loadVector(high, highest);
+  keepSmaller(lowest, round.topY + round.slope * (above - round.x0) - heightAbove);
+  keepGreater(highest, round.bottomY + round.slope * (below - round.x0) + heightBelow);
+  storeVector(lowest, low);
+  storeVector(highest, high);
+}
+
+template <class Vector>
+XOV_INLINE void addRoundInkWith(const RoundInk& round, int begin, int end, float* low, float* high) {
+  constexpr int kWidth = kLanes<Vector>;
+  Vector middles;
+  for (int lane = 0; lane < kWidth; ++lane)
+    middles[lane] = float(lane) + 0.5F;
+  int j = begin;
+  for (; j + kWidth <= end; j += kWidth)
+    addRoundLanes<Vector>(round, middles, j, low + j, high + j);
+  if (j == end) return;
+  float fewLow[kWidth] = {}, fewHigh[kWidth] = {};
+  std::copy(low + j, low + end, fewLow);
+  std::copy(high + j, high + end, fewHigh);
+  addRoundLanes<Vector>(round, middles, j, fewLow, fewHigh);
+  std::copy_n(fewLow, end - j, low + j);
+  std::copy_n(fewHigh, end - j, high + j);
+}
+
+XOV_VECTOR8_FUNCTION(void, addRoundInk, (const RoundInk& round, int begin, int end, float* low, float* high),
+                     (round, begin, end, low, high))
+
 /// The sub-columns whose middles lie between two columns.
 Span middlesBetween(double left, double right, const TraceStrip& strip, const InkRows& ink) {
   const double first = std::ceil(left * strip.perColumn - 0.5);
@@ -71,19 +129,15 @@ void addRoundSegment(TracePoint from, TracePoint to, const TraceStrip& strip, co
   const auto x0 = static_cast<float>(from.x), x1 = static_cast<float>(to.x);
   const auto topY = static_cast<float>(vertical ? std::min(from.y, to.y) : from.y);
   const auto bottomY = static_cast<float>(vertical ? std::max(from.y, to.y) : from.y);
-  const auto radiusSquared = static_cast<float>(strip.radius * strip.radius);
-  const auto subWidth = static_cast<float>(strip.subWidth());
-  for (int j = span.begin; j < span.end; ++j) {
-    const float x = (float(j) + 0.5F) * subWidth;
-    const float below = std::min(std::max(x + lean, x0), x1);
-    const float above = std::min(std::max(x - lean, x0), x1);
-    const float heightBelow = std::sqrt(std::max(radiusSquared - (x - below) * (x - below), 0.0F));
-    const float heightAbove = std::sqrt(std::max(radiusSquared - (x - above) * (x - above), 0.0F));
-    const float highest = bottomY + slope * (below - x0) + heightBelow;
-    const float lowest = topY + slope * (above - x0) - heightAbove;
-    ink.low[j] = std::min(ink.low[j], lowest);
-    ink.high[j] = std::max(ink.high[j], highest);
-  }
+  const RoundInk round{x0,
+                       x1,
+                       lean,
+                       slope,
+                       topY,
+                       bottomY,
+                       static_cast<float>(strip.radius * strip.radius),
+                       static_cast<float>(strip.subWidth())};
+  addRoundInk(round, span.begin, span.end, ink.low, ink.high);
 }
 
 void addButtSegment(TracePoint from, TracePoint to, const TraceStrip& strip, const InkRows& ink) {
