@@ -102,7 +102,7 @@ TEST(TraceStretches, areNoneForTimesByRuleAndForTangles) {
   ruled.last = 10;
   ruled.time = TraceTime::uniform(0, -1);
   EXPECT_FALSE(TraceStretches::of({&ruled, 1}));
-  // Every sample turns back: 10,000 of them may have 64 + 10000 / 32 turns.
+  // Every sample turns back: 10,000 of them may have 32 + 10000 / 512 turns.
   Line tangle{std::vector<float>(10000), samples};
   for (std::size_t i = 0; i < tangle.x.size(); ++i)
     tangle.x[i] = i % 2 == 0 ? 0.F : 1.F;

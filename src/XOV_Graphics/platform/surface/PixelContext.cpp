@@ -7,6 +7,7 @@
 #include "XOV_Graphics/platform/surface/Pens.h"
 #include "XOV_Graphics/platform/surface/Typeface.h"
 #include "XOV_Graphics/platform/symbol/SymbolRaster.h"
+#include "XOV_Graphics/platform/trace/TangledTraces.h"
 #include "XOV_Graphics/platform/trace/TraceStretches.h"
 
 #include <QPainter>
@@ -80,14 +81,15 @@ void PixelContext::onStroke(const Path& path) {
   clearOnce();
   if (path.shape().elementCount() > 0 && !strokeCrisp(path)) strokeShape(path);
   if (path.traces().empty()) return;
-  const auto stroke = [&](std::span<const Trace> traces) {
+  const auto stroke = [&](std::span<const Trace> traces, auto&& rasteriser) {
     return drawUnderClip([&](const PixelTarget& pixels, const QRect& clip) {
-      return strokeTraces(pixels, traces, toDevice(), clip, path.lineWidth(), state().strokeColor);
+      return rasteriser(pixels, traces, toDevice(), clip, path.lineWidth(), state().strokeColor);
     });
   };
-  if (stroke(path.traces())) return;
+  if (stroke(path.traces(), strokeTraces)) return;
   const auto stretches = TraceStretches::of(path.traces());
-  if (!stretches || !stroke(stretches->traces())) strokeTracesPointByPoint(path);
+  if (stretches && stroke(stretches->traces(), strokeTraces)) return;
+  if (!stroke(path.traces(), strokeTangledTraces)) strokeTracesPointByPoint(path);
 }
 
 bool PixelContext::strokeCrisp(const Path& path) {
@@ -140,8 +142,8 @@ bool PixelContext::drawUnderClip(const std::function<bool(const PixelTarget&, co
   return true;
 }
 
-// The general stroker, for rotated traces and times that turn back all the time; in chunks that share a segment, so
-// that the line is joined where one ends.
+// The general stroker, for pictures that are sheared or stretched; in chunks that share a segment, so that the line
+// is joined where one ends.
 void PixelContext::strokeTracesPointByPoint(const Path& path) {
   const QPen pen = tracePen(path.lineWidth(), state().strokeColor);
   const QRectF bounds = visibleRect(path.lineWidth());

@@ -24,8 +24,8 @@ struct PixelTarget {
 ///
 /// `lineWidth` is in view points; `viewToDevice` maps view points to pixels. Only pixels inside `clip` (device
 /// pixels) change. Returns false and draws nothing when the description does not fit this rasteriser (rotation or
-/// shear, unequal scales along x and y, times that do not grow with the index, a line too wide): the caller then
-/// strokes the points the general way.
+/// shear, unequal scales along x and y, times that do not grow with the index, a line too wide): TraceStretches and
+/// TangledTraces are for those.
 ///
 /// One pass over the samples; working memory is bounded by the picture's size.
 bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, const QTransform& viewToDevice,

@@ -8,8 +8,8 @@ namespace xov {
 namespace {
 
 // A line may turn this often, and once in so many samples.
-constexpr std::int64_t kFreeTurns = 64;
-constexpr std::int64_t kSamplesPerTurn = 32;
+constexpr std::int64_t kFreeTurns = 32;
+constexpr std::int64_t kSamplesPerTurn = 512;
 
 } // namespace
 

@@ -19,7 +19,7 @@ namespace xov {
 class TraceStretches {
 public:
   /// Nothing for traces whose times are not told one by one, and for lines so tangled that there would be a stretch
-  /// for every few samples: stroking them point by point then costs less.
+  /// for every few hundred samples: stroking them segment by segment (see TangledTraces.h) then costs less.
   static std::optional<TraceStretches> of(std::span<const Trace> traces);
 
   /// They borrow what this object holds.
