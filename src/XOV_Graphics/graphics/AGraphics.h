@@ -3,6 +3,9 @@
 #include "XOV_Graphics/base/Export.h"
 #include "XOV_Graphics/graphics/AxisCodes.h"
 
+#include <QDateTime>
+#include <QString>
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -140,6 +143,13 @@ XOV_EXPORT void ADrawAxis(std::span<char> label, int axis, int side, int mode, f
 /// The same for a label buffer of unknown size, which must have room for the suffix, see kAxisSuffixSize. Null stands
 /// for an empty label.
 XOV_EXPORT void ADrawAxis(char* label, int axis, int side, int mode, float lower, float upper, float interval);
+
+/// Draws an X axis that shows UTC: both horizontal edges of the frame set with ASetAxisRect() with ticks at round
+/// moments (see utcTicks()), labels below, and below these the label in the middle, the date of the lower limit at
+/// the left end and, where it is another one, that of the upper limit at the right end. `lower` and `upper` are
+/// seconds since `reference`. What utcTicks() has no ticks for gets the frame and the label alone. Leaves gJustify
+/// at 2.
+XOV_EXPORT void ADrawUtcAxis(const QString& label, const QDateTime& reference, double lower, double upper);
 
 /// Draws an X axis without its label: both horizontal edges of the frame, ticks inwards from both (from the lower one
 /// alone when the frame has no height) and labels below the frame. Sides 3 and 4 draw the same. Mind that `upper`

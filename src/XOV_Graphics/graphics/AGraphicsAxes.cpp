@@ -1,7 +1,10 @@
 #include "XOV_Graphics/base/SinglePrecision.h"
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/graphics/AGraphicsState.h"
+#include "XOV_Graphics/graphics/AxisMeasures.h"
 #include "XOV_Graphics/graphics/LinearAxis.h"
+#include "XOV_Graphics/graphics/UtcAxis.h"
+#include "XOV_Graphics/platform/TextAttributes.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -17,12 +20,6 @@ namespace {
 constexpr int kXAxis = 1;
 constexpr int kYAxis = 2;
 
-// Where axis labels stand, in font sizes.
-constexpr float kXLabelOffset = 2.5f;
-constexpr float kLeftLabelOffset = 2.0f;
-constexpr float kLeftLabelAbove = 0.5f;
-constexpr float kRightLabelOffset = 3.5f;
-
 struct LabelPoint {
   int x = 0;
   int y = 0;
@@ -31,23 +28,24 @@ struct LabelPoint {
 int centerOf(const AxisFrame& frame) { return (frame.left + frame.right) / 2; }
 
 LabelPoint belowFrame(const AxisFrame& frame, float fontSize) {
-  return {centerOf(frame), towardZero(float(frame.bottom) - kXLabelOffset * fontSize)};
+  return {centerOf(frame), towardZero(float(frame.bottom) - axis_measures::kTitleBelowX * fontSize)};
 }
 
 LabelPoint aboveFrame(const AxisFrame& frame, float fontSize) {
-  return {centerOf(frame), towardZero(float(frame.top) + kXLabelOffset * fontSize)};
+  return {centerOf(frame), towardZero(float(frame.top) + axis_measures::kTitleBelowX * fontSize)};
 }
 
 LabelPoint atUpperLeftCorner(const AxisFrame& frame, float fontSize) {
-  return {towardZero(float(frame.left) - kLeftLabelOffset * fontSize),
-          towardZero(float(frame.top) + kLeftLabelAbove * fontSize)};
+  return {towardZero(float(frame.left) - axis_measures::kTitleLeftY * fontSize),
+          towardZero(float(frame.top) + axis_measures::kTitleAboveY * fontSize)};
 }
 
 // Measured from the left edge and half a frame above the top: hosts rely on the place as it is.
 LabelPoint forRightAxis(const AxisFrame& frame, float fontSize) {
   const auto bottom = float(frame.bottom);
   const auto top = float(frame.top);
-  return {towardZero(float(frame.left) + kRightLabelOffset * fontSize), towardZero((bottom + top) * 0.5f + top)};
+  return {towardZero(float(frame.left) + axis_measures::kTitleOfRightAxis * fontSize),
+          towardZero((bottom + top) * 0.5f + top)};
 }
 
 struct AxisKind {
@@ -165,6 +163,28 @@ void ADrawAxis(std::span<char> label, AxisSide side, AxisDetail detail, float lo
   ASetJustify(kind.labelJustify);
   const LabelPoint point = kind.labelPoint(aGraphicsState().axisRect, float(gFontsize));
   ADrawStr(text.c_str(), point.x, point.y);
+}
+
+void ADrawUtcAxis(const QString& label, const QDateTime& reference, double lower, double upper) {
+  const auto attributes = aGraphicsState().labelAttributes.lock();
+  const TextAttributes font = attributes ? *attributes : TextAttributes();
+  UtcAxisRequest request;
+  request.frame = aGraphicsState().axisRect;
+  request.fontSize = gFontsize;
+  request.minorTicks = gXsecTic != 0;
+  request.reference = reference;
+  request.lower = lower;
+  request.upper = upper;
+  request.title = label;
+  request.textWidth = [&font](const QString& text) { return font.size(text).width(); };
+  const UtcAxis axis = layoutUtcAxis(request);
+  drawSegments(axis.frame);
+  drawSegments(axis.ticks);
+  for (const UtcAxisText& text : axis.texts) {
+    ASetJustify(text.justify);
+    ADrawStr(text.label.text.c_str(), text.label.x, text.label.y);
+  }
+  ASetJustify(kJustifyCenter);
 }
 
 void ADrawAxis(std::span<char> label, int axis, int side, int mode, float lower, float upper, float interval) {

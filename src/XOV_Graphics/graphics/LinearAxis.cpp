@@ -3,6 +3,7 @@
 #include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/base/SinglePrecision.h"
 #include "XOV_Graphics/graphics/AxisLabelFormat.h"
+#include "XOV_Graphics/graphics/AxisMeasures.h"
 #include "XOV_Graphics/graphics/AxisScale.h"
 
 #include <cmath>
@@ -11,14 +12,6 @@
 namespace xov {
 
 namespace {
-
-// Lengths and offsets in font sizes.
-constexpr float kMajorTickLength = 0.75f;
-constexpr float kMinorTickLengthX = 0.375f;
-constexpr float kMinorTickLengthY = 0.5f;
-constexpr float kLabelBelowX = 1.25f;
-constexpr float kLabelBesideY = 0.2f;
-constexpr float kLabelBelowTickY = 0.5f;
 
 // The axis seen along its own direction. Ticks grow from the near line by the font size and from the far line against
 // it.
@@ -109,7 +102,7 @@ private:
     float position = steps.position;
     appendMinors(position - steps.positionStep, steps.minorStep, &AxisBuilder::showsMinorBelow);
     for (int i = 0; i < axis_.majorCount; ++i) {
-      if (showsTicks()) appendTick(position, kMajorTickLength);
+      if (showsTicks()) appendTick(position, axis_measures::kMajorTick);
       if (showsLabels()) appendLabel(value, position, steps.format);
       appendMinors(position, steps.minorStep, &AxisBuilder::showsMinorAbove);
       value = value + steps.valueStep;
@@ -129,7 +122,8 @@ private:
     if (!showsTicks() || !request_.minorTicks) return;
     for (int i = 0; i < axis_.minorCount; ++i) {
       position = position + spacing;
-      if ((this->*shows)(position)) appendTick(position, isX() ? kMinorTickLengthX : kMinorTickLengthY);
+      if ((this->*shows)(position))
+        appendTick(position, isX() ? axis_measures::kMinorTickX : axis_measures::kMinorTickY);
     }
   }
 
@@ -150,12 +144,13 @@ private:
     const float fontSize = geometry_.fontSize;
     if (isX()) {
       axis_.labels.push_back({fixedText(value, format.width, format.decimals, Sign::WhenNegative),
-                              towardZero(position), towardZero(geometry_.nearLine - kLabelBelowX * fontSize)});
+                              towardZero(position),
+                              towardZero(geometry_.nearLine - axis_measures::kLabelBelowX * fontSize)});
       return;
     }
     axis_.labels.push_back({yLabelText(request_.invertSigns ? -value : value, format),
-                            towardZero(geometry_.nearLine - kLabelBesideY * fontSize),
-                            towardZero(position - kLabelBelowTickY * fontSize)});
+                            towardZero(geometry_.nearLine - axis_measures::kLabelBesideY * fontSize),
+                            towardZero(position - axis_measures::kLabelBelowTickY * fontSize)});
   }
 
   // Above a negative label, a blank in place of the sign keeps the digits in line. Minus zero is not negative here.

@@ -157,6 +157,11 @@ void setAll(XOVView& view) {
   view.set_trackMouse(true);
 }
 
+void setAll(SeismogramView& view) {
+  setAll(static_cast<XOVView&>(view));
+  view.setTimeReference(QDateTime(QDate(2011, 3, 11), QTime(5, 46, 23), Qt::UTC));
+}
+
 void setAll(XOV2DScatterPlotView& view) {
   setAll(static_cast<XOVView&>(view));
   view.setSymbolDiameter(2.5f);
@@ -177,7 +182,7 @@ void setAll(XOVHistogramView& view) {
 }
 
 void setAll(MultiSeisView& view) {
-  setAll(static_cast<XOVView&>(view));
+  setAll(static_cast<SeismogramView&>(view));
   view.setPlotGainFactor(2.5f);
   view.setShowZeroLine(true);
   view.setFillNegative(true);
@@ -185,7 +190,7 @@ void setAll(MultiSeisView& view) {
 }
 
 void setAll(StackedSeisView& view) {
-  setAll(static_cast<XOVView&>(view));
+  setAll(static_cast<SeismogramView&>(view));
   view.setFillNegative(true);
   view.setFillPositive(true);
 }
@@ -196,17 +201,17 @@ void setAll(SeisView02& view) {
 }
 
 void setAll(wvfrmView& view) {
-  setAll(static_cast<XOVView&>(view));
+  setAll(static_cast<SeismogramView&>(view));
   view.setMaxAmplitude(2.5f);
 }
 
 void setAll(uniformTimeSeriesView& view) {
-  setAll(static_cast<XOVView&>(view));
+  setAll(static_cast<SeismogramView&>(view));
   view.setMaxAmplitude(2.5f);
 }
 
 void setAll(ThreeCompView& view) {
-  setAll(static_cast<XOVView&>(view));
+  setAll(static_cast<SeismogramView&>(view));
   view.setMaxAmplitude(2.5f);
   view.setSelfScaled(true);
   view.setOpComparison(true);

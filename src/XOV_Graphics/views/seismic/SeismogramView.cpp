@@ -1,5 +1,7 @@
 #include "XOV_Graphics/views/seismic/SeismogramView.h"
 
+#include "XOV_Graphics/graphics/AGraphics.h"
+
 #include <cmath>
 
 namespace xov {
@@ -63,7 +65,13 @@ void SeismogramView::strokeDottedLine(QPointF from, QPointF to, double width, co
   GraphicsContext::current().strokePath(line);
 }
 
-void SeismogramView::addTimeAxis(const QString& label) { addAxis(AxisSide::Bottom, label, xmin_, xmax_); }
+void SeismogramView::addTimeAxis(const QString& label) {
+  if (timeReference_.isValid()) {
+    ADrawUtcAxis(QStringLiteral("UTC"), timeReference_, double(xmin_), double(xmax_));
+  } else {
+    addAxis(AxisSide::Bottom, label, xmin_, xmax_);
+  }
+}
 
 void SeismogramView::addAmplitudeAxis(const QString& label) { addAxis(AxisSide::Left, label, ymin_, ymax_); }
 

@@ -5,6 +5,8 @@
 #include "XOV_Graphics/views/base/XOVView.h"
 #include "XOV_Graphics/views/seismic/RecordLimits.h"
 
+#include <QDateTime>
+
 #include <vector>
 
 namespace xov {
@@ -13,9 +15,15 @@ namespace xov {
 /// axes are drawn. It draws nothing by itself.
 class XOV_EXPORT SeismogramView : public XOVView {
   Q_OBJECT
+  Q_PROPERTY(QDateTime timeReference READ timeReference WRITE writeTimeReference NOTIFY settingsChanged)
 
 public:
   ~SeismogramView() override;
+
+  /// The moment that the times of the records count from, where the time axis is to show UTC instead of seconds: its
+  /// ticks then lie at round moments (see utcTicks()), and dates stand at its ends. Invalid at first, for seconds.
+  QDateTime timeReference() const { return timeReference_; }
+  void setTimeReference(const QDateTime& reference) { change(timeReference_, reference); }
 
   QString usualAxisName(Qt::Axis axis) const override;
 
@@ -42,13 +50,22 @@ protected:
   /// A line of dots, round at the ends, in the current colour: lengths of dashes and gaps in turn, in points.
   static void strokeDottedLine(QPointF from, QPointF to, double width, const std::vector<double>& dashes);
 
-  /// Adds the X axis along the bottom edge, xmin … xmax, with its label to the axes begun with beginAxes().
+  /// Adds the X axis along the bottom edge, xmin … xmax, with its label to the axes begun with beginAxes(); the label
+  /// of an axis that shows UTC is "UTC".
   void addTimeAxis(const QString& label);
   /// Adds the Y axis along the left edge, ymin … ymax, with its label.
   void addAmplitudeAxis(const QString& label);
   /// Draws the axis "Time (s)" along the line from `left` to `right` at the height `bottom`, which is the lower edge
   /// of a panel. Beyond 32767 points, which axes do not reach, nothing is drawn.
   void drawTimeAxisUnder(double left, double right, double bottom);
+
+private:
+  void writeTimeReference(const QDateTime& reference) {
+    setTimeReference(reference);
+    setNeedsDisplay();
+  }
+
+  QDateTime timeReference_;
 };
 
 } // namespace xov
