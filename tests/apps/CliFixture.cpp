@@ -60,6 +60,7 @@ void CliTest::writeRecord(const QString& name, const RecordSpec& spec) {
   header.kcmpnm = spec.component;
   header.gcarc = spec.distanceDeg;
   header.az = spec.azimuthDeg;
+  header.o = spec.origin;
   header.a = spec.arrival;
   header.ka = "P";
   header.t1 = spec.second;

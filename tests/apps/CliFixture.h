@@ -30,6 +30,7 @@ struct RecordSpec {
   float azimuthDeg = 45;
   float arrival = kUndefinedValue; ///< a, labelled P
   float second = kUndefinedValue;  ///< t1, labelled S
+  float origin = kUndefinedValue;
 };
 
 /// Runs the built command in a folder of the test's own, without a display.

@@ -16,7 +16,7 @@ TEST_F(CliPanels, captionsEachPairWithItsSecondRecord) {
   EXPECT_FALSE(text.contains("A II (45)")) << qPrintable(text);
   EXPECT_TRUE(text.contains("B II (45)")) << qPrintable(text);
   EXPECT_TRUE(text.contains("C II (45)")) << qPrintable(text);
-  EXPECT_TRUE(text.contains("Time (s)")) << qPrintable(text);
+  EXPECT_TRUE(text.contains("UTC")) << qPrintable(text);
 }
 
 TEST_F(CliPanels, saysThatALastRecordHasNoPartner) {

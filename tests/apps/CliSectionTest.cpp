@@ -32,10 +32,38 @@ protected:
 TEST_F(CliSection, drawsCaptionsPicksAxisLabelAndTitle) {
   const auto text = textOfPlot({"far.SAC", "near.SAC"});
   if (!text) GTEST_SKIP() << "pdftotext is not installed";
-  for (const char* piece : {"FAR II BHZ (80.00) (10.00)", "NEAR II BHZ (10.00) (90.00)", "Time (s)", "2 records"})
+  for (const char* piece : {"FAR II BHZ (80.00) (10.00)", "NEAR II BHZ (10.00) (90.00)", "UTC", "2 records"})
     EXPECT_TRUE(text->contains(piece)) << piece << " in\n" << qPrintable(*text);
   EXPECT_TRUE(QRegularExpression("\\bS\\b").match(*text).hasMatch()) << qPrintable(*text);
   EXPECT_TRUE(QRegularExpression("\\bA\\b").match(*text).hasMatch()) << qPrintable(*text);
+}
+
+// The records begin at 05:47:30.033 and last 20 s: two seconds have 84 of 840 points, enough for "05:47:32".
+TEST_F(CliSection, showsUtcWhereFilesHaveTimesAndNoOrigin) {
+  XOV_REQUIRE_TEXT(text, {"far.SAC", "near.SAC"});
+  for (const char* piece : {"05:47:32", "05:47:48", "UTC", "2011-03-11"})
+    EXPECT_TRUE(text.contains(piece)) << piece << " in\n" << qPrintable(text);
+  XOV_REQUIRE_TEXT(seconds, {"far.SAC", "near.SAC", "--time-axis", "seconds"});
+  EXPECT_TRUE(seconds.contains("Time (s)")) << qPrintable(seconds);
+  EXPECT_FALSE(seconds.contains("05:47:32")) << qPrintable(seconds);
+}
+
+TEST_F(CliSection, showsSecondsWhereAFileKnowsAnOrigin) {
+  writeRecord("event.SAC", {.station = "TLY", .origin = -66});
+  XOV_REQUIRE_TEXT(text, {"event.SAC"});
+  EXPECT_TRUE(text.contains("Time (s)")) << qPrintable(text);
+  XOV_REQUIRE_TEXT(utc, {"event.SAC", "--time-axis", "utc"});
+  EXPECT_TRUE(utc.contains("05:47:32")) << qPrintable(utc);
+}
+
+TEST_F(CliSection, saysWhenRecordsHaveNoUtcToShow) {
+  SacHeader header;
+  header.delta = 1;
+  header.b = 0;
+  writeRecord("timeless.SAC", SacSeismogram(header, {0, 1, 0}));
+  const Outcome outcome = xov({"section", "timeless.SAC", "--time-axis", "utc", "-o", "plot.png"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: the records have no time axis in common: it shows seconds\n");
 }
 
 TEST_F(CliSection, stacksRecordsFromTheBottomInTheGivenOrder) {

@@ -15,7 +15,7 @@ protected:
 
 TEST_F(CliStack, overlaysTracesWithBothAxes) {
   XOV_REQUIRE_TEXT(text, {"stack", "one.SAC", "two.sac"});
-  for (const char* piece : {"Time (s)", "Amplitude", "2 records"})
+  for (const char* piece : {"UTC", "Amplitude", "2 records"})
     EXPECT_TRUE(text.contains(piece)) << piece << " in\n" << qPrintable(text);
   EXPECT_FALSE(text.contains("one")) << qPrintable(text);
 }

@@ -10,12 +10,14 @@ TEST(PanelTimes, areTheHeadersWhereAllRecordsBeginTogether) {
   const PanelTimes times = panelTimes({makeRecord({.begin = 30}), makeRecord({.begin = 30.4F, .count = 21})});
   EXPECT_EQ(times.min, 30) << "within half a sample";
   EXPECT_EQ(times.max, 50) << "20 intervals on";
+  EXPECT_TRUE(times.begins);
 }
 
 TEST(PanelTimes, countFrom0WhereRecordsBeginApart) {
   const PanelTimes times = panelTimes({makeRecord({.begin = 30}), makeRecord({.begin = 31})});
   EXPECT_EQ(times.min, 0);
   EXPECT_EQ(times.max, 9);
+  EXPECT_FALSE(times.begins);
 }
 
 TEST(PanelTimes, haveAWidthWithoutOne) {

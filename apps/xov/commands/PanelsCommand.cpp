@@ -62,9 +62,10 @@ PanelTimes panelTimes(const SeismogramArray& records) {
   double longest = 0;
   for (const auto& record : records)
     longest = std::max(longest, double(record->delta()) * std::max(record->npts() - 1, 0));
-  const float min = isSameBegin(records) ? records.front()->b() : 0;
+  const bool begins = isSameBegin(records);
+  const float min = begins ? records.front()->b() : 0;
   const float max = float(double(min) + longest);
-  return {min, min < max && std::isfinite(max) ? max : min + 1};
+  return {min, min < max && std::isfinite(max) ? max : min + 1, begins};
 }
 
 void PanelsCommand::addOptions(CLI::App& options) {
@@ -72,6 +73,7 @@ void PanelsCommand::addOptions(CLI::App& options) {
   options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
       ->type_name("G")
       ->check(numberAboveZero());
+  timeAxis_.addOptions(options);
   output_.addOptions(options);
 }
 
@@ -94,6 +96,7 @@ ExitCode PanelsCommand::run() {
     view->setWvfrmArray(records);
     view->setMaxAmplitude(float(double(largestAmplitude(*records)) / gain_));
     view->setXLimitsMinMax(times.min, times.max);
+    timeAxis_.apply(*view, times.begins ? *records : SeismogramArray());
     view->setTitle(output_.titleOr(QString()));
     return view;
   });

@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
 
 namespace xov::cli {
@@ -14,6 +15,7 @@ public:
 
 private:
   RecordInputs inputs_;
+  TimeAxisOption timeAxis_;
   Output output_{"panels", {}};
   double gain_ = 1;
 };
@@ -27,6 +29,7 @@ QSizeF sizeOfPanels(std::size_t panels);
 struct PanelTimes {
   float min = 0;
   float max = 1;
+  bool begins = false; ///< the time at the left edge is that of all records
 };
 PanelTimes panelTimes(const SeismogramArray& records);
 

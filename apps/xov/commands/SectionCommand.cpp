@@ -57,6 +57,7 @@ void SectionCommand::addOptions(CLI::App& options) {
       ->type_name("ORDER")
       ->check(oneOf(orderNames()));
   plot_.addOptions(options);
+  timeAxis_.addOptions(options);
   output_.addOptions(options);
 }
 
@@ -74,6 +75,7 @@ ExitCode SectionCommand::run() {
     view->setPlotGainFactor(float((one ? kViewGainOfOne : kViewGain) / gain_));
     view->setShowZeroLine(zeroLines_);
     view->setXLabelString(QStringLiteral("Time (s)"));
+    timeAxis_.apply(*view, *records);
     view->setTitle(output_.titleOr(titleOfRecords(*records)));
     return view;
   });

@@ -3,6 +3,7 @@
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
 
 #include <string>
@@ -18,6 +19,7 @@ public:
 private:
   RecordInputs inputs_;
   RecordPlot plot_;
+  TimeAxisOption timeAxis_;
   Output output_{"section", {900, 600}};
   double gain_ = 1;
   bool zeroLines_ = false;

@@ -41,6 +41,7 @@ void StackCommand::addOptions(CLI::App& options) {
   addRange(options, "--fixed-x", fixedX_, "Ends of the time axis in seconds (default: those of the records)");
   addRange(options, "--fixed-y", fixedY_, "Ends of the amplitude axis (default: the extremes of the records)");
   plot_.addOptions(options);
+  timeAxis_.addOptions(options);
   output_.addOptions(options);
   options.parse_complete_callback([this] { checkOptions(); });
 }
@@ -79,6 +80,7 @@ ExitCode StackCommand::run() {
       view->set_fixedYAxisRange(true);
     }
     view->setXLabelString(QStringLiteral("Time (s)"));
+    timeAxis_.apply(*view, *records);
     view->setYLabelString(amplitudeLabel(*records));
     view->setTitle(output_.titleOr(titleOfRecords(*records)));
     return view;

@@ -3,6 +3,7 @@
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
 
 #include <string>
@@ -26,6 +27,7 @@ private:
 
   RecordInputs inputs_;
   RecordPlot plot_;
+  TimeAxisOption timeAxis_;
   Output output_{"stack", {900, 600}};
   std::string style_;
   bool fill_ = false;

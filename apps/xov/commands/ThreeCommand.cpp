@@ -21,6 +21,7 @@ void ThreeCommand::addOptions(CLI::App& options) {
   options.add_flag("--self-scaled", selfScaled_, "Let each trace fill its panel");
   options.add_flag("--peaks", peaks_, "Print the largest amplitude of each trace");
   plot_.addOptions(options);
+  timeAxis_.addOptions(options);
   output_.addOptions(options);
 }
 
@@ -35,10 +36,12 @@ ExitCode ThreeCommand::run() {
     complain(components.error() + QStringLiteral("; --channels and --components choose others"));
     return ExitCode::Failed;
   }
-  const auto shown = observationOf(*components, plot_.prepare(presentComponents(*components)));
+  const SeismogramArray present = plot_.prepare(presentComponents(*components));
+  const auto shown = observationOf(*components, present);
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<ThreeCompView>>(frame);
     view->setObservation(shown);
+    timeAxis_.apply(*view, present);
     view->setSelfScaled(selfScaled_);
     view->setShowMaxAmplitude(peaks_);
     view->setTitle(output_.titleOr(QString()));

@@ -3,6 +3,7 @@
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
 
 #include <string>
@@ -19,6 +20,7 @@ public:
 private:
   RecordInputs inputs_;
   RecordPlot plot_;
+  TimeAxisOption timeAxis_;
   Output output_{"three", {900, 600}};
   std::vector<std::string> components_; // codes; not given, or three
   bool selfScaled_ = false;

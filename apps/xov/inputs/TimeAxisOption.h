@@ -1,0 +1,30 @@
+#pragma once
+
+#include <XOV_Graphics/seismic/SeismogramRecord.h>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace xov {
+class SeismogramView;
+}
+
+namespace xov::cli {
+
+/// The option --time-axis: whether plots of seismograms show UTC or seconds.
+class TimeAxisOption {
+public:
+  void addOptions(CLI::App& options);
+
+  /// Lets the view show UTC where the user wants it or, unless told otherwise, where the records have a common
+  /// reference time and none knows of an event, whose origin seconds would count from. Says so where the user wants
+  /// UTC and the records have no common reference time.
+  void apply(SeismogramView& view, const SeismogramArray& records) const;
+
+private:
+  std::string axis_;
+};
+
+} // namespace xov::cli
