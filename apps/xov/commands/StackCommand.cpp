@@ -68,6 +68,7 @@ ExitCode StackCommand::run() {
   if (found.records.empty()) return ExitCode::Failed;
   const auto records =
       std::make_shared<const SeismogramArray>(captionedByChannel(plot_.prepare(std::move(found.records))));
+  if (!fixedX_.empty()) timeAxis_.preferSeconds();
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = makeView(frame);
     view->setWvfrmsArray(records);

@@ -39,7 +39,7 @@ void TimeAxisOption::addOptions(CLI::App& options) {
 }
 
 void TimeAxisOption::apply(SeismogramView& view, const SeismogramArray& records) const {
-  if (axis_ == kSeconds || (axis_.empty() && knowsOfAnEvent(records))) return;
+  if (axis_ == kSeconds || (axis_.empty() && (prefersSeconds_ || knowsOfAnEvent(records)))) return;
   const QDateTime reference = commonReference(records);
   if (!reference.isValid() && axis_ == kUtc)
     complain(QStringLiteral("the records have no time axis in common: it shows seconds"));

@@ -18,6 +18,9 @@ class TimeAxisOption {
 public:
   void addOptions(CLI::App& options);
 
+  /// Shows seconds unless the user says otherwise: limits are given in seconds.
+  void preferSeconds() { prefersSeconds_ = true; }
+
   /// Lets the view show UTC where the user wants it or, unless told otherwise, where the records have a common
   /// reference time and none knows of an event, whose origin seconds would count from. Says so where the user wants
   /// UTC and the records have no common reference time.
@@ -25,6 +28,7 @@ public:
 
 private:
   std::string axis_;
+  bool prefersSeconds_ = false;
 };
 
 } // namespace xov::cli
