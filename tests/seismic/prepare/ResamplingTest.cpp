@@ -67,6 +67,8 @@ TEST(Resampled, refusesImpossibleIntervals) {
             "II.TLY..BHZ: found a new sample interval of 0 s, expected more than 0");
   EXPECT_EQ(resampled(*makeRecord(), 1e-12).error().toStdString(),
             "II.TLY..BHZ: found a new sample interval of 1e-12 s, expected at most 268435456 samples of it");
+  EXPECT_EQ(resampled(*makeRecord(), 10001).error().toStdString(),
+            "II.TLY..BHZ: found a new sample interval of 10001 s, expected at most 10000 of the record's");
   EXPECT_EQ(resampled(*makeRecord(), 100, 50.0).error().toStdString(),
             "II.TLY..BHZ: found 10 samples, expected some at intervals of 100 s");
 }

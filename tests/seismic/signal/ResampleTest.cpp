@@ -100,7 +100,7 @@ TEST(Resample, leavesGapsOut) {
 }
 
 TEST(Resample, givesNothingForPlacesThatAreNone) {
-  for (const double step : {0.0, -1.0, HUGE_VAL, std::nan("")})
+  for (const double step : {0.0, -1.0, 10001.0, HUGE_VAL, std::nan("")})
     EXPECT_TRUE(std::isnan(resample(Values(10, 1), {0, step, 2})[1]));
   EXPECT_TRUE(std::isnan(resample(Values(10, 1), {1e300, 1, 1})[0]));
   EXPECT_TRUE(std::isnan(resample({}, {0, 1, 1})[0]));

@@ -1,11 +1,14 @@
 #include "XOV_Graphics/seismic/prepare/Amplitudes.h"
 
+#include "XOV_Graphics/base/Numbers.h"
+#include "XOV_Graphics/seismic/Undefined.h"
 #include "XOV_Graphics/seismic/prepare/RecordCopy.h"
 
 #include <QHash>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace xov {
@@ -56,6 +59,64 @@ float largestAmplitude(const SeismogramArray& records) {
   for (const auto& record : records)
     largest = std::max(largest, record->absMax());
   return largest > 0 ? largest : 1;
+}
+
+namespace {
+
+/// The record with all samples times a number.
+std::shared_ptr<SeismogramRecord> scaled(std::shared_ptr<SeismogramRecord> record, double factor, SacHeader header) {
+  if (isDefined(double(header.depmen))) header.depmen = toSinglePrecision(double(header.depmen) * factor);
+  auto changed = changedRecord(std::move(record), {.header = header});
+  for (float& sample : changed->samples())
+    sample = toSinglePrecision(double(sample) * factor);
+  changed->ComputeExtrema();
+  return changed;
+}
+
+/// The largest absolute finite sample, whatever the record tells.
+float peakOf(const SeismogramRecord& record) {
+  const Extrema extrema = finiteExtrema(samplesOf(record));
+  return std::max(std::abs(extrema.min), std::abs(extrema.max));
+}
+
+bool knowsDistance(const SeismogramRecord& record) { return isDefined(double(record.gcarc())) && record.gcarc() > 0; }
+
+} // namespace
+
+SeismogramArray normalized(SeismogramArray records, NormalizeBy by) {
+  std::vector<float> peaks;
+  for (const auto& record : records)
+    peaks.push_back(peakOf(*record));
+  if (by == NormalizeBy::Section && !peaks.empty()) std::ranges::fill(peaks, float(*std::ranges::max_element(peaks)));
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    if (!(peaks[i] > 0)) continue;
+    SacHeader header = headerOf(*records[i]);
+    header.idep = kSacUnknownKind;
+    records[i] = scaled(std::move(records[i]), 1 / double(peaks[i]), header);
+  }
+  return records;
+}
+
+SeismogramArray scaledByDistance(SeismogramArray records, double power, QStringList& notes) {
+  double nearest = std::numeric_limits<double>::infinity();
+  std::ptrdiff_t unknown = 0;
+  for (const auto& record : records) {
+    if (knowsDistance(*record))
+      nearest = std::min(nearest, double(record->gcarc()));
+    else
+      ++unknown;
+  }
+  for (auto& record : records) {
+    if (!knowsDistance(*record)) continue;
+    const double factor = std::pow(double(record->gcarc()) / nearest, power);
+    if (const SacHeader header = headerOf(*record); std::isfinite(factor))
+      record = scaled(std::move(record), factor, header);
+  }
+  if (unknown > 0)
+    notes.append(QStringLiteral("found no distance of %1 of %2 records: their amplitudes stay as they are")
+                     .arg(unknown)
+                     .arg(records.size()));
+  return records;
 }
 
 } // namespace xov

@@ -22,14 +22,14 @@ XOV_EXPORT std::shared_ptr<SacSeismogram> detrended(const SeismogramRecord& reco
 /// The record with each stretch rising from 0 and falling to 0 over that share of it, at either end: applyTaper().
 /// Refuses a share that is not in 0 ... 0.5.
 XOV_EXPORT Result<std::shared_ptr<SacSeismogram>> taperedByShare(const SeismogramRecord& record, double share,
-                                                                 TaperShape shape = TaperShape::Hann);
+                                                                 TaperShape shape = TaperShape::Hann) noexcept;
 /// The same over that many seconds, at most half of the stretch. Refuses a negative time, and a record without an
 /// interval.
 XOV_EXPORT Result<std::shared_ptr<SacSeismogram>> taperedBySeconds(const SeismogramRecord& record, double seconds,
-                                                                   TaperShape shape = TaperShape::Hann);
+                                                                   TaperShape shape = TaperShape::Hann) noexcept;
 
 /// The filtered record: applyFilter(). Refuses what designButterworth() refuses.
-XOV_EXPORT Result<std::shared_ptr<SacSeismogram>> filtered(const SeismogramRecord& record,
-                                                           const ButterworthFilter& filter, FilterPhase phase);
+XOV_EXPORT Result<std::shared_ptr<SacSeismogram>>
+filtered(const SeismogramRecord& record, const ButterworthFilter& filter, FilterPhase phase) noexcept;
 
 } // namespace xov

@@ -14,11 +14,11 @@ namespace xov {
 
 /// The integral over time: integrate(). Acceleration becomes velocity, velocity displacement (SacHeader::idep); of
 /// anything else the quantity is unknown. Take mean and trend away first. Refuses a record without an interval.
-XOV_EXPORT Result<std::shared_ptr<SacSeismogram>> integrated(const SeismogramRecord& record);
+XOV_EXPORT Result<std::shared_ptr<SacSeismogram>> integrated(const SeismogramRecord& record) noexcept;
 
 /// The derivative with respect to time: differentiate(). Displacement becomes velocity, velocity acceleration.
 /// Refuses a record without an interval.
-XOV_EXPORT Result<std::shared_ptr<SacSeismogram>> differentiated(const SeismogramRecord& record);
+XOV_EXPORT Result<std::shared_ptr<SacSeismogram>> differentiated(const SeismogramRecord& record) noexcept;
 
 /// The envelope, in the units of the record: applyEnvelope().
 XOV_EXPORT std::shared_ptr<SacSeismogram> envelopeOf(const SeismogramRecord& record);
@@ -27,6 +27,7 @@ XOV_EXPORT std::shared_ptr<SacSeismogram> envelopeOf(const SeismogramRecord& rec
 /// averages that do not last a sample, a short one that is not shorter than the long one, a record that is shorter
 /// than the long one, and one without an interval.
 XOV_EXPORT Result<std::shared_ptr<SacSeismogram>> staLtaOf(const SeismogramRecord& record, double shortSeconds,
-                                                           double longSeconds, StaLtaKind kind = StaLtaKind::Classic);
+                                                           double longSeconds,
+                                                           StaLtaKind kind = StaLtaKind::Classic) noexcept;
 
 } // namespace xov

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/prepare/Rotation.h"
 
+#include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/seismic/Undefined.h"
 #include "XOV_Graphics/seismic/prepare/RecordSamples.h"
@@ -168,32 +169,35 @@ std::shared_ptr<SacSeismogram> newRecord(const SeismogramRecord& like, std::size
 
 } // namespace
 
-Result<ThreeComponents> rotated(const ThreeComponents& components, WaveAxes axes, const WaveDirection& direction) {
-  if (!components[kFirst] || !components[kSecond] || (axes == WaveAxes::LQT && !components[kVertical])) {
-    const SeismogramArray present = presentComponents(components);
-    return Error{QStringLiteral("%1found %2 of the components, expected %3")
-                     .arg(present.empty() ? QString() : present.front()->labelString() + QStringLiteral(": "))
-                     .arg(present.size())
-                     .arg(axes == WaveAxes::LQT ? QStringLiteral("a vertical and two horizontal ones")
-                                                : QStringLiteral("two horizontal ones"))};
-  }
-  const SeismogramRecord& reference = *components[kFirst];
-  const double backAzimuth = direction.backAzimuthDeg.value_or(double(reference.backazimuth()));
-  if (!isDefined(backAzimuth))
-    return errorOf(reference, QStringLiteral("found no back azimuth, expected the places of station and event"));
-  const Result<std::array<Shares, 3>> ground = sharesInGround(components);
-  if (!ground) return Error{ground.error()};
-  const Result<CommonPiece> piece = commonPiece(components);
-  if (!piece) return Error{piece.error()};
-  ThreeComponents turned;
-  const std::array<NewComponent, 3> wanted = newComponents(axes, backAzimuth, direction.incidenceDeg);
-  for (std::size_t k = 0; k < wanted.size(); ++k) {
-    const NewComponent& component = wanted[k];
-    if (!components[component.like]) continue;
-    const std::vector<double> samples = mixed(components, *piece, product(component.shares, *ground));
-    turned[k] = newRecord(*components[component.like], piece->first[component.like], component, samples);
-  }
-  return turned;
+Result<ThreeComponents> rotated(const ThreeComponents& components, WaveAxes axes,
+                                const WaveDirection& direction) noexcept {
+  return guarded({}, [&]() -> Result<ThreeComponents> {
+    if (!components[kFirst] || !components[kSecond] || (axes == WaveAxes::LQT && !components[kVertical])) {
+      const SeismogramArray present = presentComponents(components);
+      return Error{QStringLiteral("%1found %2 of the components, expected %3")
+                       .arg(present.empty() ? QString() : present.front()->labelString() + QStringLiteral(": "))
+                       .arg(present.size())
+                       .arg(axes == WaveAxes::LQT ? QStringLiteral("a vertical and two horizontal ones")
+                                                  : QStringLiteral("two horizontal ones"))};
+    }
+    const SeismogramRecord& reference = *components[kFirst];
+    const double backAzimuth = direction.backAzimuthDeg.value_or(double(reference.backazimuth()));
+    if (!isDefined(backAzimuth))
+      return errorOf(reference, QStringLiteral("found no back azimuth, expected the places of station and event"));
+    const Result<std::array<Shares, 3>> ground = sharesInGround(components);
+    if (!ground) return Error{ground.error()};
+    const Result<CommonPiece> piece = commonPiece(components);
+    if (!piece) return Error{piece.error()};
+    ThreeComponents turned;
+    const std::array<NewComponent, 3> wanted = newComponents(axes, backAzimuth, direction.incidenceDeg);
+    for (std::size_t k = 0; k < wanted.size(); ++k) {
+      const NewComponent& component = wanted[k];
+      if (!components[component.like]) continue;
+      const std::vector<double> samples = mixed(components, *piece, product(component.shares, *ground));
+      turned[k] = newRecord(*components[component.like], piece->first[component.like], component, samples);
+    }
+    return turned;
+  });
 }
 
 namespace {

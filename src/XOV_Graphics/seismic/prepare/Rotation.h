@@ -42,7 +42,7 @@ struct XOV_EXPORT WaveDirection {
 /// azimuths; an unknown back azimuth; intervals that differ, samples that lie between each other's by more than a
 /// tenth of an interval (onCommonSamples() mends both), and records without a common time.
 XOV_EXPORT Result<ThreeComponents> rotated(const ThreeComponents& components, WaveAxes axes,
-                                           const WaveDirection& direction = {});
+                                           const WaveDirection& direction = {}) noexcept;
 
 /// Records, turned as far as they can be.
 struct XOV_EXPORT RotatedRecords {

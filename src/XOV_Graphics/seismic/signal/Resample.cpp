@@ -206,7 +206,7 @@ private:
 
 std::vector<double> resample(std::span<const double> values, const SamplePlaces& places) {
   std::vector<double> taken(places.count, std::numeric_limits<double>::quiet_NaN());
-  if (!(places.step > 0) || !std::isfinite(places.step) || !std::isfinite(places.first)) return taken;
+  if (!(places.step > 0) || !(places.step <= double(kMostDecimation)) || !std::isfinite(places.first)) return taken;
   Resampler resampler(places);
   forEachStretch(values, [&](std::span<const double> stretch) {
     resampler.take(stretch, std::size_t(stretch.data() - values.data()), taken);

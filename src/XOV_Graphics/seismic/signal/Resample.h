@@ -9,10 +9,13 @@
 
 namespace xov {
 
+/// The largest step: what is longer wants to be taken in two.
+inline constexpr std::size_t kMostDecimation = 10000;
+
 /// Where samples are wanted, as indices of those that there are: `first` + j · `step` for j from 0 to `count` − 1.
 struct XOV_EXPORT SamplePlaces {
   double first = 0;
-  double step = 1; ///< above 0
+  double step = 1; ///< above 0, kMostDecimation at most
   std::size_t count = 0;
 };
 
@@ -25,16 +28,13 @@ struct XOV_EXPORT SamplePlaces {
 /// frequency of the values, they fade. A level stays exactly.
 ///
 /// Each finite stretch is taken by itself and goes on at both ends turned by 180° about its first or last value.
-/// Places outside of the stretches are NaN. Steps of up to 512 different places between two values take weights that
-/// are computed once; of others, they are looked up to 1e-7.
+/// Places outside of the stretches are NaN, and so are all where the step is out of range. Steps of up to 512
+/// different places between two values take weights that are computed once; of others, they are looked up to 1e-7.
 XOV_EXPORT std::vector<double> resample(std::span<const double> values, const SamplePlaces& places);
 
 /// Every `factor`-th value, from the first one on, without what would be taken for lower frequencies: resample() with
 /// zero phase; causally, behind a Butterworth low-pass of order 16 at 0.75 of the new Nyquist frequency, which is 40
 /// dB down at that and starts at rest. Factors below 1 count as 1.
 XOV_EXPORT std::vector<double> decimate(std::span<const double> values, std::size_t factor, FilterPhase phase);
-
-/// Larger factors of decimate() want to be taken in two steps.
-inline constexpr std::size_t kMostDecimation = 10000;
 
 } // namespace xov
