@@ -95,14 +95,25 @@ TEST(ResponseFunction, ofASymmetricFilterHasALinearPhase) {
   // A quarter, a half, a quarter: cos²(πf/r), delayed by a sample of 0.025 s.
   FilterCoefficients filter;
   filter.numerators = {0.25, 0.5, 0.25};
-  const ResponseFunction function = functionOf({digital(filter)});
   for (const double hertz : {0.0, 0.3, 5.0, 10.0, 19.0}) {
     const double amplitude = std::pow(std::cos(kPi * hertz / 40), 2);
-    expectNear(function.at(hertz), std::polar(amplitude, -2 * kPi * hertz * 0.025), 1e-14, "delayed");
     // The correction turns the delay back. What the file estimates the delay to be does not count.
+    expectNear(functionOf({digital(filter, 0.01)}).at(hertz), std::polar(amplitude, -2 * kPi * hertz * 0.015), 1e-14,
+               "corrected in part");
     expectNear(functionOf({digital(filter, 0.025)}).at(hertz), amplitude, 1e-14, "corrected");
+    expectNear(functionOf({digital(filter)}).at(hertz), amplitude, 1e-14, "without a correction");
   }
-  EXPECT_NEAR(std::abs(function.at(20)), 0, 1e-15);
+  EXPECT_NEAR(std::abs(functionOf({digital(filter)}).at(20)), 0, 1e-15);
+}
+
+TEST(ResponseFunction, ofAnyOtherFilterHasItsOwnPhase) {
+  // 0.75 + 0.25/z, at a quarter of the rate, where z is i.
+  FilterCoefficients filter;
+  filter.numerators = {0.75, 0.25};
+  expectNear(functionOf({digital(filter)}).at(10), Complex(0.75, -0.25), 1e-14, "without a correction");
+  // An eighth of a period of 0.1 s.
+  expectNear(functionOf({digital(filter, 0.0125)}).at(10), Complex(0.75, -0.25) * std::polar(1.0, kPi / 4), 1e-14,
+             "corrected");
 }
 
 TEST(ResponseFunction, ofARecursiveFilterIsTheSameFromCoefficientsAndRoots) {

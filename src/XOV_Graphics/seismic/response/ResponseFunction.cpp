@@ -59,6 +59,29 @@ QString stageProblem(const ResponseStage& stage, double rateHz) {
   return what.isEmpty() ? what : QStringLiteral("stage %1 %2").arg(stage.number).arg(what);
 }
 
+/// The seconds by which a filter of coefficients that read the same from both ends delays any signal; 0 for others.
+double linearPhaseDelay(const ResponseStage& stage, double rateHz) {
+  const auto* const filter = std::get_if<FilterCoefficients>(&stage.filter);
+  if (!filter || !isDigital(stage) || !filter->denominators.empty()) return 0;
+  const std::vector<double>& c = filter->numerators;
+  // Files round each coefficient by itself.
+  constexpr double kRounding = 1e-6;
+  double largest = 0;
+  for (const double coefficient : c)
+    largest = std::max(largest, std::abs(coefficient));
+  for (std::size_t i = 0; i < c.size() / 2; ++i)
+    if (std::abs(c[i] - c[c.size() - 1 - i]) > kRounding * largest) return 0;
+  return double(c.size() - 1) / 2 / rateHz;
+}
+
+/// By how much the samples that a stage puts out come earlier than its filter alone would have it.
+double advanceOf(const ResponseStage& stage, double rateHz) {
+  const double correction = stage.decimation ? stage.decimation->correctionSeconds : 0;
+  if (correction == 0 && isDigital(stage)) return linearPhaseDelay(stage, rateHz);
+  const bool hasFilter = !std::holds_alternative<std::monostate>(stage.filter);
+  return hasFilter || !stage.decimation ? correction : correction - stage.decimation->delaySeconds;
+}
+
 } // namespace
 
 Result<ResponseFunction> ResponseFunction::of(const InstrumentResponse& response, GroundMotion motion) {
@@ -77,9 +100,7 @@ Result<ResponseFunction> ResponseFunction::of(const InstrumentResponse& response
     if (decimation && decimation->inputRateHz > 0) stage.rateHz = decimation->inputRateHz;
     if (const QString problem = stageProblem(described, stage.rateHz); !problem.isEmpty()) return Error{problem};
     rateHz = decimation && decimation->factor > 0 ? stage.rateHz / decimation->factor : stage.rateHz;
-    if (decimation) stage.advanceSeconds = decimation->correctionSeconds;
-    if (decimation && std::holds_alternative<std::monostate>(described.filter))
-      stage.advanceSeconds -= decimation->delaySeconds;
+    stage.advanceSeconds = advanceOf(described, stage.rateHz);
     if (auto* const list = std::get_if<ResponseList>(&stage.stage.filter)) {
       std::ranges::stable_sort(list->points, {}, &ResponseList::Point::frequencyHz);
     } else if (described.gainHz) {

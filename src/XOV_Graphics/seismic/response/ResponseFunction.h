@@ -22,8 +22,12 @@ enum class GroundMotion : std::uint8_t {
 /// that the gain is given for, as SEED defines the gain of a stage (SEED Reference Manual, version 2.4, appendix C);
 /// where none is given, or the filter is 0 there, or it is a list, the filter is as its own normalization makes it. A
 /// list is interpolated between its points, in the logarithms of frequency and amplitude where these are positive,
-/// and is 0 outside of them. A digital filter has its whole phase, delay included, and the correction of its
-/// decimation turns that back. Where a stage has a decimation and no filter, the delay that it states counts.
+/// and is 0 outside of them.
+///
+/// A digital filter has its whole phase, delay included, and the correction of its decimation turns that back. Where
+/// none is stated, a filter of linear phase has no delay: most who leave the correction away have made it, and
+/// evalresp, by which responses are commonly computed, takes it so. Where a stage has a decimation and no filter, the
+/// delay that it states counts.
 class XOV_EXPORT ResponseFunction {
 public:
   /// The function that is 0 everywhere.
