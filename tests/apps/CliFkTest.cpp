@@ -74,6 +74,38 @@ TEST_F(CliFk, choosesAndNamesTheStrongestPieceOfLongRecordings) {
   EXPECT_TRUE(text.contains("back azimuth 45°")) << qPrintable(text);
 }
 
+// All of 20 s: four periods are 0.2 Hz, half of Nyquist is 5 Hz.
+TEST_F(CliFk, namesTheFrequenciesThatItTakesByItself) {
+  writeArray();
+  const Outcome outcome = xov({"fk", "*.sac", "--steps", "41", "-o", "plot.pdf"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: took 0.2 to 5 Hz; --band takes others\n");
+  XOV_REQUIRE_TOOL(text, "pdftotext", {at("plot.pdf"), "-"});
+  EXPECT_TRUE(text.contains(", 0.2-5 Hz")) << qPrintable(text);
+}
+
+// Five by five powers of 0.5, the one in the middle left out: the circles of velocity leave its quarters free.
+TEST_F(CliFk, leavesMissingPowersToThePaper) {
+  QByteArray grid;
+  for (int north = 2; north >= -2; --north) {
+    for (int east = -2; east <= 2; ++east) {
+      const bool isMissing = east == 1 && north == 1;
+      grid +=
+          QByteArray::number(east * 0.1) + ' ' + QByteArray::number(north * 0.1) + (isMissing ? " nan\n" : " 0.5\n");
+    }
+  }
+  writeFile("beam.txt", grid);
+  EXPECT_EQ(xov({"fk", "beam.txt", "-o", "plot.png"}).status, 0);
+  const QImage image(at("plot.png"));
+  int white = 0;
+  // The data frame is 520 by 520 points from (64, 60) on; the fourth column, and row from the south, of five.
+  for (int y = 0; y < 104; ++y) {
+    for (int x = 0; x < 104; ++x)
+      white += image.pixel(64 + 3 * 104 + x, 600 - 60 - 4 * 104 + y) == qRgb(255, 255, 255) ? 1 : 0;
+  }
+  EXPECT_GT(white, 104 * 104 * 3 / 4);
+}
+
 TEST_F(CliFk, takesPlacesFromATable) {
   writeArray();
   // East and west change places, so the wave comes from the north-west.

@@ -21,6 +21,23 @@ TEST_F(CliGrid, drawsColouredCellsOnWhitePaper) {
   EXPECT_EQ(image.pixel(64 + 300, 400 - 50 - 80), qRgb(0, 0, 0));
 }
 
+// The missing value would be drawn in the colour of the smallest, which is black when inverted.
+TEST_F(CliGrid, leavesMissingCellsToThePaper) {
+  writeFile("values.txt", "0 1 1\n1 1 2\n0 0 nan\n1 0 4\n");
+  EXPECT_EQ(xov({"grid", "values.txt", "--inverted", "--size", "500", "400", "-o", "plot.png"}).status, 0);
+  const QImage image(at("plot.png"));
+  EXPECT_EQ(image.pixel(64 + 100, 400 - 50 - 240), qRgb(0, 0, 0));
+  EXPECT_EQ(image.pixel(64 + 100, 400 - 50 - 80), qRgb(255, 255, 255));
+}
+
+TEST_F(CliGrid, marksNoPeakWhereThereIsNoValue) {
+  writeFile("values.txt", "0 1 nan\n1 1 nan\n0 0 nan\n1 0 nan\n");
+  const QStringList arguments{"grid", "values.txt", "--size", "500", "400", "-o"};
+  EXPECT_EQ(xov(arguments + QStringList{"plain.png"}).status, 0);
+  EXPECT_EQ(xov(arguments + QStringList{"peak.png", "--peak"}).status, 0);
+  EXPECT_EQ(QImage(at("peak.png")), QImage(at("plain.png")));
+}
+
 TEST_F(CliGrid, labelsAxesAndThePlot) {
   writeFile("values.txt", kGrid);
   EXPECT_EQ(xov({"grid", "values.txt", "--xlabel", "Longitude", "--ylabel", "Latitude", "-o", "plot.pdf"}).status, 0);

@@ -11,6 +11,7 @@
 #include <QFileInfo>
 
 #include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/grid/GridCell.h>
 #include <XOV_Graphics/grid/XyzGrid.h>
 #include <XOV_Graphics/seismic/array/RecordArray.h>
 #include <XOV_Graphics/views/image/xovFKImageView.h>
@@ -45,35 +46,43 @@ Grid gridOf(const BeamPower& beam) {
   return grid;
 }
 
-std::int32_t peakOf(const BeamPower& beam) {
-  return std::int32_t(std::max_element(beam.power.begin(), beam.power.end()) - beam.power.begin());
+/// Where the largest power lies.
+struct BeamPeak {
+  double east = 0; // s/km
+  double north = 0;
+  double power = 0;
+  bool isOnEdge = false; // of the grid, so that a larger one may lie beyond
+};
+
+BeamPeak peakOf(const BeamPower& beam) {
+  const GridCell cell = largestCell(beam.power, beam.steps).value_or(GridCell());
+  return {beam.slowness(cell.column), beam.slowness(beam.steps - 1 - cell.row),
+          double(beam.power[std::size_t(cell.row) * std::size_t(beam.steps) + std::size_t(cell.column)]),
+          cell.isOnEdge(beam.steps, beam.steps)};
 }
 
-} // namespace
-
-bool peaksOnTheEdge(const BeamPower& beam) {
-  const std::int32_t index = peakOf(beam);
-  const auto isEdge = [&](std::int32_t step) { return step == 0 || step == beam.steps - 1; };
-  return isEdge(index % beam.steps) || isEdge(index / beam.steps);
+QString bandText(const BeamPower& beam, const QString& between) {
+  return QStringLiteral("%1%2%3 Hz").arg(beam.lowestHz, 0, 'g', 3).arg(between).arg(beam.highestHz, 0, 'g', 3);
 }
 
-QString beamTitle(const BeamPower& beam) {
-  const std::int32_t index = peakOf(beam);
-  const double east = beam.slowness(index % beam.steps);
-  const double north = beam.slowness(beam.steps - 1 - index / beam.steps);
-  const double slowness = std::hypot(east, north);
+// The back azimuth, apparent velocity and power of the largest power, and the frequencies, in one line, which says
+// when it lies on the edge of the grid.
+QString beamTitle(const BeamPower& beam, const BeamPeak& peak) {
+  const double slowness = std::hypot(peak.east, peak.north);
   const QString power = QStringLiteral("power %1%2")
-                            .arg(double(beam.power[std::size_t(index)]), 0, 'f', 2)
-                            .arg(peaksOnTheEdge(beam) ? QStringLiteral(" on the edge") : QString());
-  const QString band = QStringLiteral("%1-%2 Hz").arg(beam.lowestHz, 0, 'g', 3).arg(beam.highestHz, 0, 'g', 3);
+                            .arg(peak.power, 0, 'f', 2)
+                            .arg(peak.isOnEdge ? QStringLiteral(" on the edge") : QString());
+  const QString band = bandText(beam, QStringLiteral("-"));
   // At zero slowness the wave comes from straight below.
   if (slowness < beam.slownessLimit / (beam.steps - 1)) return QStringLiteral("from below, %1, %2").arg(power, band);
-  const double azimuth = std::atan2(east, north) * kDegreesPerRadian;
+  const double azimuth = std::atan2(peak.east, peak.north) * kDegreesPerRadian;
   return QStringLiteral("back azimuth %1°, %2 km/s, %3, %4")
       .arg(azimuth < 0 ? azimuth + 360 : azimuth, 0, 'f', 0)
       .arg(threeDigits(1 / slowness))
       .arg(power, band);
 }
+
+} // namespace
 
 void FkCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options, "FILES", "A grid of powers as lines of x, y and power, or the recordings of an array");
@@ -135,18 +144,20 @@ bool FkCommand::chooseWindow(const RecordArray& array, BeamSearch& search) {
   return true;
 }
 
+// What the user left to the command.
 void FkCommand::sayWhatWasTaken(const BeamPower& beam) const {
+  const QString band = bandText(beam, QStringLiteral(" to "));
   if (chosen_) {
-    complain(QStringLiteral("took %1 to %2 s, where the recordings are strongest, of %3 s, and %4 to %5 Hz; --window "
-                            "and --band take others")
-                 .arg(chosen_->fromSeconds)
-                 .arg(chosen_->toSeconds)
-                 .arg(chosen_->commonSeconds)
-                 .arg(beam.lowestHz, 0, 'g', 3)
-                 .arg(beam.highestHz, 0, 'g', 3));
+    complain(
+        QStringLiteral("took %1 to %2 s, where the recordings are strongest, of %3 s, and %4; --window and --band "
+                       "take others")
+            .arg(chosen_->fromSeconds)
+            .arg(chosen_->toSeconds)
+            .arg(chosen_->commonSeconds)
+            .arg(band));
+  } else if (band_.empty()) {
+    complain(QStringLiteral("took %1; --band takes others").arg(band));
   }
-  if (peaksOnTheEdge(beam))
-    complain(QStringLiteral("the largest power lies on the edge of the grid; --limit makes it larger"));
 }
 
 std::optional<BeamPower> FkCommand::analyse() {
@@ -204,6 +215,7 @@ ExitCode FkCommand::draw(const Grid& grid, const QString& title) {
     view->setXLimitsMinMax(x.min, x.max);
     view->setYLimitsMinMax(y.min, y.max);
     image_.apply(*view);
+    view->setMissingCellsTransparent(true);
     view->setupImageDataNROWSNCOLS(values, grid.rows, grid.columns);
     view->setTitleFontSize(kTitleSize);
     view->setTitle(output_.titleOr(title));
@@ -216,7 +228,11 @@ ExitCode FkCommand::draw(const Grid& grid, const QString& title) {
 ExitCode FkCommand::run() {
   if (const auto grid = readGrid()) return draw(*grid, QFileInfo(inputs_.names()[0]).fileName());
   const auto beam = analyse();
-  return beam ? draw(gridOf(*beam), beamTitle(*beam)) : ExitCode::Failed;
+  if (!beam) return ExitCode::Failed;
+  const BeamPeak peak = peakOf(*beam);
+  if (peak.isOnEdge)
+    complain(QStringLiteral("the largest power lies on the edge of the grid; --limit makes it larger"));
+  return draw(gridOf(*beam), beamTitle(*beam, peak));
 }
 
 } // namespace xov::cli

@@ -41,11 +41,4 @@ private:
   Output output_{"fk", {608, 600}};
 };
 
-/// Whether the largest power lies on the edge of the grid, so that a larger one may lie beyond.
-bool peaksOnTheEdge(const BeamPower& beam);
-
-/// The back azimuth, apparent velocity and power of the largest power, in one line, which says when it lies on the
-/// edge of the grid.
-QString beamTitle(const BeamPower& beam);
-
 } // namespace xov::cli

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 
 #include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/grid/GridCell.h>
 #include <XOV_Graphics/grid/RawGrid.h>
 #include <XOV_Graphics/grid/XyzGrid.h>
 #include <XOV_Graphics/platform/Colors.h>
@@ -47,15 +48,15 @@ public:
 };
 
 // The view's own search is exact for square grids only.
-void markPeak(XOVImageView& view, const Grid& grid) {
-  const auto lower = [](float a, float b) { return std::isnan(a) ? !std::isnan(b) : a < b; };
-  const auto index =
-      std::int32_t(std::max_element(grid.values.begin(), grid.values.end(), lower) - grid.values.begin());
+void markPeak(GridPlot& view, const Grid& grid) {
+  const std::optional<GridCell> peak = largestCell(grid.values, grid.columns);
+  view.showPeak = peak.has_value();
+  if (!peak) return;
   const auto along = [](float min, float max, std::int32_t cell, std::int32_t count) {
     return count == 1 ? min : min + (max - min) * float(cell) / float(count - 1);
   };
-  view.setMaxPointXY(along(view.xmin(), view.xmax(), index % grid.columns, grid.columns),
-                     along(view.ymax(), view.ymin(), index / grid.columns, grid.rows));
+  view.setMaxPointXY(along(view.xmin(), view.xmax(), peak->column, grid.columns),
+                     along(view.ymax(), view.ymin(), peak->row, grid.rows));
 }
 
 // Colours run from `min` to `max`, or symmetrically about zero where it lies between them and nobody says otherwise.
@@ -143,7 +144,7 @@ std::unique_ptr<XOVView> GridCommand::makeView(const QRectF& frame, const Grid& 
   view->setXLimitsMinMax(x.min, x.max);
   view->setYLimitsMinMax(y.min, y.max);
   view->setUseTopoValues(topo_);
-  view->showPeak = peak_;
+  view->setMissingCellsTransparent(true);
   image_.apply(*view);
   view->setupImageDataNROWSNCOLS(values, grid.rows, grid.columns);
   if (peak_) markPeak(*view, grid);

@@ -7,11 +7,15 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <XOV_Graphics/base/Resources.h>
+#include <XOV_Graphics/grid/RawGrid.h>
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <utility>
 
 namespace xov::cli {
 
@@ -27,6 +31,8 @@ constexpr int kMostCells = 100000; // a side
 constexpr char kDefault[] = "default";
 constexpr char kGivenAlone[] = "true"; // what the parser stores for an option without its value
 constexpr char kSmallGrid[] = "etopo30.i2";
+constexpr char kLargeGrid[] = "DATA/Grids/etopo5.i2"; // below the data root
+constexpr int kLargeRows = 2160;
 
 std::string limitsText(const PlotLimits& l) {
   return QStringLiteral("%1 %2 %3 %4").arg(l.xmin).arg(l.xmax).arg(l.ymin).arg(l.ymax).toStdString();
@@ -37,6 +43,20 @@ std::optional<int> rowsOfGlobe(qint64 bytes) {
   const qint64 rows = std::llround(std::sqrt(double(bytes) / 4));
   if (rows < 1 || rows > kMostCells || 4 * rows * rows != bytes) return {};
   return int(rows);
+}
+
+// Signed 16-bit metres in the machine's byte order, as the views read them, too.
+Result<Grid> readElevations(const QString& path, int rows, int columns) {
+  RawGridLayout layout;
+  layout.rows = rows;
+  layout.columns = columns;
+  layout.order = std::endian::native == std::endian::little ? ByteOrder::Little : ByteOrder::Big;
+  return readRawGrid(path, layout);
+}
+
+void setLimits(geoMapView& view, const PlotLimits& limits) {
+  view.setXLimitsMinMax(limits.xmin, limits.xmax);
+  view.setYLimitsMinMax(limits.ymin, limits.ymax);
 }
 
 } // namespace
@@ -98,7 +118,7 @@ void MapBackground::checkRegion(const MapRegion& region) const {
                                                limitsText(outer) + ", which the background covers");
 }
 
-bool MapBackground::loadTopoFile(geoMapView& view, QString& error) const {
+Result<Grid> MapBackground::readTopoFile() const {
   const QString path = QString::fromStdString(topo_);
   auto [rows, columns] = topoSize_;
   if (rows == 0 && QFileInfo(path).isFile()) {
@@ -106,24 +126,34 @@ bool MapBackground::loadTopoFile(geoMapView& view, QString& error) const {
     rows = rowsOfGlobe(bytes).value_or(0);
     columns = 2 * rows;
     if (rows == 0) {
-      error = QStringLiteral("%1: found %2 bytes, which is no grid of 16-bit cells that is twice as wide as high; "
-                             "give its rows and columns with --topo-size")
-                  .arg(path)
-                  .arg(bytes);
-      return false;
+      return Error{
+          QStringLiteral("%1: found %2 bytes, which is no grid of 16-bit cells that is twice as wide as high; "
+                         "give its rows and columns with --topo-size")
+              .arg(path)
+              .arg(bytes)};
     }
   }
-  return view.loadTopoImageFromPathNRowsNColsDSmpl(path, std::max(rows, 1), std::max(columns, 1), 1, &error);
+  return readElevations(path, std::max(rows, 1), std::max(columns, 1));
 }
 
 // The grid of the data root, or else the small one that comes with the library.
-bool MapBackground::loadTopo(geoMapView& view, QString& error) const {
+Result<Grid> MapBackground::readTopo() const {
   const bool isDefault = topo_ == kDefault || topo_ == kGivenAlone || topo_.empty();
-  if (!isDefault) return loadTopoFile(view, error);
-  if (view.loadETOPO5DownSmpl(1, &error)) return true;
+  if (!isDefault) return readTopoFile();
+  Result<Grid> large =
+      readElevations(QDir(dataRoot()).filePath(QString::fromLatin1(kLargeGrid)), kLargeRows, 2 * kLargeRows);
+  if (large) return large;
   const QString small = resourcePath(QString::fromLatin1(kSmallGrid));
   const int rows = small.isEmpty() ? 0 : rowsOfGlobe(QFileInfo(small).size()).value_or(0);
-  return rows > 0 && view.loadTopoImageFromPathNRowsNColsDSmpl(small, rows, 2 * rows, 1, &error);
+  return rows > 0 ? readElevations(small, rows, 2 * rows) : std::move(large);
+}
+
+// The view places a grid only within its own meridians; the part that the map shows begins where its region does.
+void MapBackground::showGrid(geoMapView& view, const Grid& grid, const PlotLimits& limits) const {
+  GridWindow window = cutGrid(grid.values, grid.rows, grid.columns, extent(), limits);
+  setLimits(view, window.extent);
+  view.setupImageDataNROWSNCOLS(std::make_shared<const std::vector<float>>(std::move(window.values)), window.rows,
+                                window.columns);
 }
 
 bool MapBackground::loadPicture(geoMapView& view) const {
@@ -135,27 +165,17 @@ bool MapBackground::loadPicture(geoMapView& view) const {
 }
 
 bool MapBackground::show(geoMapView& view, const MapRegion& region) const {
-  const PlotLimits& limits = region.limits();
-  const auto setLimits = [&](const PlotLimits& to) {
-    view.setXLimitsMinMax(to.xmin, to.xmax);
-    view.setYLimitsMinMax(to.ymin, to.ymax);
-  };
   view.setPlacesCellsExactly(true);
-  QString error;
   bool shown = true;
   if (!hasTopo()) {
     shown = loadPicture(view);
-  } else if (!loadTopo(view, error)) {
-    complain(error);
-    shown = false;
+  } else if (const Result<Grid> grid = readTopo()) {
+    showGrid(view, *grid, region.limits());
   } else {
-    // The view places a grid only within its own meridians; this one begins where the region does.
-    GridWindow window = cutGrid(*view.imageFloats(), view.nr(), view.nc(), extent(), limits);
-    setLimits(window.extent);
-    view.setupImageDataNROWSNCOLS(std::make_shared<const std::vector<float>>(std::move(window.values)), window.rows,
-                                  window.columns);
+    complain(grid.error());
+    shown = false;
   }
-  setLimits(limits);
+  setLimits(view, region.limits());
   return shown;
 }
 

@@ -2,6 +2,8 @@
 
 #include "apps/xov/map/MapRegion.h"
 
+#include <XOV_Graphics/base/Result.h>
+#include <XOV_Graphics/grid/Grid.h>
 #include <XOV_Graphics/views/map/geoMapView.h>
 #include <array>
 #include <optional>
@@ -33,8 +35,9 @@ private:
   bool hasTopo() const;
   PlotLimits extent() const;
   bool loadPicture(geoMapView& view) const;
-  bool loadTopo(geoMapView& view, QString& error) const;
-  bool loadTopoFile(geoMapView& view, QString& error) const;
+  Result<Grid> readTopo() const;
+  Result<Grid> readTopoFile() const;
+  void showGrid(geoMapView& view, const Grid& grid, const PlotLimits& limits) const;
 
   const CLI::Option* topoOption_ = nullptr;
   std::string topo_;

@@ -39,7 +39,7 @@ std::optional<GridPeak> findPeak(const GridNodes& nodes, const GridValues& grid)
       if (!value) break;
       if (*value > best) {
         best = *value;
-        peak = {nodes.x(column), nodes.y(row), row, column};
+        peak = {nodes.x(column), nodes.y(row), {row, column}};
       }
     }
   }

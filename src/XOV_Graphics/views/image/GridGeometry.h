@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/grid/GridCell.h"
 #include "XOV_Graphics/views/base/PlotGeometry.h"
 
 #include <cstddef>
@@ -48,8 +49,7 @@ struct GridNodes {
 struct GridPeak {
   float x = 0;
   float y = 0;
-  std::int32_t row = 0;
-  std::int32_t column = 0;
+  GridCell cell;
 };
 
 /// The first of the largest values above −1e30; none where no value is.
