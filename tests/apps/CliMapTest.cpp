@@ -129,6 +129,12 @@ TEST_F(CliMap, placesAPictureToATenthOfAPixel) {
   EXPECT_NEAR(redIn(once, 64 + 10, 90, 300), 100 - 49.65, 0.1);
   EXPECT_NEAR(greenIn(once, 30 + 10, 190, 500), 101.85 - 10, 0.1);
 
+  // The same lengths in pixels of half a point, of which one cell of the picture makes about one.
+  EXPECT_EQ(xov(map + QStringList{"map.png", "--scale", "2"}).status, 0);
+  const QImage twice(at("map.png"));
+  EXPECT_NEAR(redIn(twice, 2 * (64 + 10), 180, 600), 2 * (100 - 49.65), 0.1);
+  EXPECT_NEAR(greenIn(twice, 2 * (30 + 10), 380, 1000), 2 * (101.85 - 10), 0.1);
+
   EXPECT_EQ(xov(map + QStringList{"map.pdf"}).status, 0);
   XOV_REQUIRE_TOOL(nothing, "pdftoppm", {"-r", "144", "-singlefile", "-png", at("map.pdf"), at("page")});
   const QImage page(at("page.png"));
@@ -309,7 +315,8 @@ TEST_F(CliMap, failsForABackgroundThatCannotBeRead) {
     QStringList arguments;
     QString message;
   } faults[] = {
-      {{"--topo", "short.i2", "--topo-size", "2", "3"}, "xov: short.i2: found 3 bytes, expected 12\n"},
+      {{"--topo", "short.i2", "--topo-size", "2", "3"},
+       "xov: short.i2: 3 bytes, expected 12 for 2 rows of 3 columns\n"},
       {{"--topo", "short.i2"},
        "xov: short.i2: found 3 bytes, which is no grid of 16-bit cells that is twice as wide as high; give its rows "
        "and "

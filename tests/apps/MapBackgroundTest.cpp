@@ -3,7 +3,11 @@
 #include <CLI/CLI.hpp>
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QImage>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <XOV_Graphics/base/Resources.h>
 #include <array>
@@ -51,9 +55,25 @@ static_assert(std::size(kPlaces) >= 40);
 constexpr int kBluer = 25;
 bool isSea(QRgb color) { return qBlue(color) - qRed(color) > kBluer; }
 
+// Paper is a PDF file as another program shows it, a pixel a point.
+enum class Medium { Screen, Paper };
+constexpr char kPdfViewer[] = "pdftoppm";
+
+QImage shownByViewer(const QByteArray& pdf) {
+  const QTemporaryDir folder;
+  QFile file(folder.filePath("map.pdf"));
+  if (!file.open(QIODevice::WriteOnly) || file.write(pdf) != pdf.size()) return {};
+  file.close();
+  if (QProcess::execute(kPdfViewer, {"-r", "72", "-singlefile", "-png", file.fileName(), folder.filePath("map")}) !=
+      0)
+    return {};
+  return QImage(folder.filePath("map.png"));
+}
+
 class Map {
 public:
-  Map(const std::vector<std::string>& options, const PlotLimits& limits) : view_({0, 0, 900, 700}) {
+  Map(const std::vector<std::string>& options, const PlotLimits& limits, Medium medium)
+      : view_(medium == Medium::Screen ? QRectF(0, 0, 900, 700) : QRectF(0, 0, 900, 480)) {
     CLI::App app;
     MapBackground background;
     background.addOptions(app);
@@ -61,7 +81,7 @@ public:
     const MapRegion region(limits);
     background.checkRegion(region);
     EXPECT_TRUE(background.show(view_, region));
-    image_ = view_.snapshot();
+    image_ = medium == Medium::Screen ? view_.snapshot() : shownByViewer(view_.dataWithPDFInsideRect(view_.bounds()));
   }
 
   bool shows(const Place& place) const {
@@ -88,8 +108,8 @@ private:
 
 // How many of the places that the map shows have the colour of land where there is land, and of sea where there is
 // sea; the others are named.
-int countRight(const std::vector<std::string>& options, const PlotLimits& limits) {
-  Map map(options, limits);
+int countRight(const std::vector<std::string>& options, const PlotLimits& limits, Medium medium = Medium::Screen) {
+  Map map(options, limits, medium);
   int right = 0;
   for (const Place& place : kPlaces) {
     if (!map.shows(place)) continue;
@@ -134,6 +154,15 @@ TEST_P(MapBackgrounds, haveLandAndSeaWhereTheyAreOnRegionalAndTinyMaps) {
   }
 }
 
+TEST_P(MapBackgrounds, haveLandAndSeaWhereTheyAreOnPaper) {
+  if (QStandardPaths::findExecutable(kPdfViewer).isEmpty()) GTEST_SKIP() << kPdfViewer << " is not installed";
+  EXPECT_EQ(countRight(GetParam(), {0, 360, -90, 90}, Medium::Paper), int(std::size(kPlaces)));
+  EXPECT_EQ(countRight(GetParam(), {-180, 180, 60, 90}, Medium::Paper), 4);
+  EXPECT_EQ(countRight(GetParam(), {100, 260, -60, 60}, Medium::Paper), 12);
+  EXPECT_EQ(countRight(GetParam(), {-130.13F, -117.17F, 40.31F, 47.29F}, Medium::Paper), 2); // Oregon
+  EXPECT_EQ(countRight(GetParam(), {-122.83F, -122.77F, 43.97F, 44.03F}, Medium::Paper), 1); // a part of a cell
+}
+
 INSTANTIATE_TEST_SUITE_P(All, MapBackgrounds,
                          testing::Values(std::vector<std::string>{"--image", "1"},
                                          std::vector<std::string>{"--image", "2"},
@@ -148,9 +177,12 @@ TEST(MapBackgroundOfTheWesternUnitedStates, hasLandAndSeaWhereTheyAre) {
   constexpr int kBetween = 165;
   for (const PlotLimits& limits :
        {PlotLimits{-130, -105, 30, 52}, {-129.95F, -110, 31.02F, 52}, {-127.03F, -113.98F, 32.51F, 48.04F}}) {
-    Map map({"--image", "10"}, limits);
-    for (const Place& place : kCoast)
-      EXPECT_EQ(qGreen(map.colorAt(place)) > kBetween, place.isLand) << place.lon << " " << place.lat;
+    for (const Medium medium : {Medium::Screen, Medium::Paper}) {
+      if (medium == Medium::Paper && QStandardPaths::findExecutable(kPdfViewer).isEmpty()) continue;
+      Map map({"--image", "10"}, limits, medium);
+      for (const Place& place : kCoast)
+        EXPECT_EQ(qGreen(map.colorAt(place)) > kBetween, place.isLand) << place.lon << " " << place.lat;
+    }
   }
 }
 

@@ -145,15 +145,18 @@ TEST(RecordingContext, whatIsDrawnTwiceIsKeptOnceAndWhatHasChangedAnew) {
   EXPECT_EQ(changed[3], 50);
 }
 
-TEST(RecordingContext, anImageKeepsSourceTargetAndOpacity) {
+TEST(RecordingContext, anImageKeepsSourceTargetOpacityAndKind) {
   RecordingContext recording;
   QImage image(4, 4, QImage::Format_RGB32);
   image.fill(Qt::red);
-  recording.drawImage(image, {0, 0, 8, 8}, {1, 1, 2, 2}, 0.5);
-  const RecordedItem item = recording.images().front();
+  recording.drawImage(image, {0, 0, 8, 8}, {1, 1, 2, 2}, 0.5, ImageKind::ExactPicture);
+  RecordingContext again;
+  recording.replay(again);
+  const RecordedItem item = again.images().front();
   EXPECT_EQ(item.target, QRectF(0, 0, 8, 8));
   EXPECT_EQ(item.source, QRectF(1, 1, 2, 2));
   EXPECT_EQ(item.fraction, 0.5);
+  EXPECT_EQ(item.imageKind, ImageKind::ExactPicture);
 }
 
 TEST(RecordingContext, readsAsText) {

@@ -159,10 +159,11 @@ void GraphicsContext::drawText(const QString& text, QPointF position, const Text
   onText(text, position, attributes);
 }
 
-void GraphicsContext::drawImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
+void GraphicsContext::drawImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
+                                ImageKind kind) {
   if (image.isNull() || !isFinite(target) || !isFinite(source)) return;
   if (target.isEmpty() || source.isEmpty() || !(fraction > 0)) return;
-  onImage(image, target, source, std::min(fraction, 1.0));
+  onImage(image, target, source, std::min(fraction, 1.0), kind);
 }
 
 } // namespace xov

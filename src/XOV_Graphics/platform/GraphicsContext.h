@@ -13,10 +13,18 @@
 #include <QString>
 #include <QTransform>
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
 namespace xov {
+
+/// What the pixels of an image are, which decides how surfaces scale and keep it.
+enum class ImageKind : std::uint8_t {
+  Cells,        ///< values, cell by cell: large cells keep sharp edges, and files hold every colour as it is
+  Picture,      ///< a photograph or a relief: large ones are kept in files with losses that the eye does not see
+  ExactPicture, ///< the same, to the fraction of a device pixel: what lies on several of its pixels takes their mean
+};
 
 /// What saveState() keeps: colours, transform and clip.
 struct XOV_EXPORT GraphicsState {
@@ -89,9 +97,10 @@ public:
   /// Draws text, one line below the other at line feeds, with the lower left corner of its box at `position`.
   void drawText(const QString& text, QPointF position, const TextAttributes& attributes);
   /// Draws the part `source` of an image (pixels, from its upper left corner, y downwards) into `target` (view
-  /// points). Cells larger than a device pixel keep sharp edges; smaller ones are averaged. `fraction` is the
-  /// opacity.
-  void drawImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction = 1);
+  /// points). Cells larger than a device pixel keep sharp edges, unless `kind` says otherwise; smaller ones are
+  /// averaged. `fraction` is the opacity.
+  void drawImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction = 1,
+                 ImageKind kind = ImageKind::Cells);
 
   const GraphicsState& state() const { return states_.back(); }
   std::size_t stateDepth() const { return states_.size(); }
@@ -110,7 +119,7 @@ protected:
   /// Fills and strokes the circles one by one; overridden where there is a faster way to the same picture.
   virtual void onSymbols(const Symbols& symbols);
   virtual void onText(const QString&, QPointF, const TextAttributes&) {}
-  virtual void onImage(const QImage&, const QRectF&, const QRectF&, double) {}
+  virtual void onImage(const QImage&, const QRectF&, const QRectF&, double, ImageKind) {}
 
 private:
   void narrowClip(const QPainterPath& path, bool isRect);

@@ -262,7 +262,8 @@ void RecordingContext::onText(const QString& text, QPointF position, const TextA
   item.angleDegrees = qRadiansToDegrees(std::atan2(state().transform.m12(), state().transform.m11()));
 }
 
-void RecordingContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
+void RecordingContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
+                               ImageKind kind) {
   RecordedItem& item = add(RecordedItem::Kind::Image);
   item.image = image;
   item.transform = state().transform;
@@ -270,6 +271,7 @@ void RecordingContext::onImage(const QImage& image, const QRectF& target, const 
   item.target = state().transform.mapRect(target);
   item.source = source;
   item.fraction = fraction;
+  item.imageKind = kind;
 }
 
 void RecordingContext::replay(GraphicsContext& onto) const {
@@ -297,7 +299,7 @@ void RecordingContext::replay(GraphicsContext& onto) const {
       break;
     case RecordedItem::Kind::Image:
       onto.concat(item.transform);
-      onto.drawImage(item.image, item.drawnTarget, item.source, item.fraction);
+      onto.drawImage(item.image, item.drawnTarget, item.source, item.fraction, item.imageKind);
       break;
     }
   }

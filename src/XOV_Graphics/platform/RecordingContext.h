@@ -32,11 +32,12 @@ struct XOV_EXPORT RecordedItem {
   QTransform transform;      ///< Text and Image: from the coordinates of the drawing call to view points
   QPointF origin;            ///< Text: the position given to the drawing call
 
-  QImage image;        ///< Image
-  QRectF target;       ///< Image: bounding box of where it was drawn
-  QRectF drawnTarget;  ///< Image: the rectangle given to the drawing call
-  QRectF source;       ///< Image: the part of the image, in its pixels
-  double fraction = 1; ///< Image: opacity
+  QImage image;                           ///< Image
+  QRectF target;                          ///< Image: bounding box of where it was drawn
+  QRectF drawnTarget;                     ///< Image: the rectangle given to the drawing call
+  QRectF source;                          ///< Image: the part of the image, in its pixels
+  double fraction = 1;                    ///< Image: opacity
+  ImageKind imageKind = ImageKind::Cells; ///< Image
 
   Symbols symbols; ///< Symbols: what was drawn
 
@@ -83,7 +84,8 @@ protected:
   void onFill(const Path& path) override;
   void onSymbols(const Symbols& symbols) override;
   void onText(const QString& text, QPointF position, const TextAttributes& attributes) override;
-  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) override;
+  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
+               ImageKind kind) override;
 
 private:
   std::vector<RecordedItem> itemsOf(RecordedItem::Kind kind) const;

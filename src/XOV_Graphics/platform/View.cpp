@@ -1,5 +1,6 @@
 #include "XOV_Graphics/platform/View.h"
 
+#include "XOV_Graphics/platform/pixels/ScaledImages.h"
 #include "XOV_Graphics/platform/surface/PaperContext.h"
 #include "XOV_Graphics/platform/surface/PdfPage.h"
 #include "XOV_Graphics/platform/surface/Picture.h"
@@ -37,7 +38,7 @@ QRect widgetGeometry(const QRectF& frame) {
 
 } // namespace
 
-View::View(QWidget* parent) : QWidget(parent) {
+View::View(QWidget* parent) : QWidget(parent), scaledImages_(std::make_unique<ScaledImages>()) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -102,6 +103,8 @@ void View::setNeedsDisplay(bool needed) {
   if (needed) update();
 }
 
+void View::forgetScaledImages() { scaledImages_->clear(); }
+
 void View::viewDidEndLiveResize() {}
 
 QByteArray View::dataWithPDFInsideRect(const QRectF& rect) {
@@ -127,7 +130,9 @@ void View::paint(QPainter& painter, const QRectF& target) {
 }
 
 QImage View::pictureOfRect(const QRectF& rect) {
-  return pictureOfPart(rect, bounds(), exportPixelRatio(), [this](GraphicsContext& context) { drawInto(context); });
+  return pictureOfPart(
+      rect, bounds(), exportPixelRatio(), [this](GraphicsContext& context) { drawInto(context); },
+      scaledImages_.get());
 }
 
 double View::exportPixelRatio() const {
@@ -190,9 +195,9 @@ void View::paintEvent(QPaintEvent* event) {
   const QRectF area(dirty.x(), height() - dirty.y() - dirty.height(), dirty.width(), dirty.height());
   const QPointF corner = QPointF(mapTo(window(), QPoint(0, 0))) * ratio;
   QPainter painter(this);
-  const AlignedPicture drawn =
-      alignedPicture(size(), ratio, {corner.x() - std::floor(corner.x()), corner.y() - std::floor(corner.y())},
-                     [&](GraphicsContext& context) { draw(context, area); });
+  const AlignedPicture drawn = alignedPicture(
+      size(), ratio, {corner.x() - std::floor(corner.x()), corner.y() - std::floor(corner.y())},
+      [&](GraphicsContext& context) { draw(context, area); }, scaledImages_.get());
   painter.drawImage(drawn.topLeft, drawn.image);
   if (focusShown_) {
     QStyleOptionFocusRect mark;

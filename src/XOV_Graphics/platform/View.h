@@ -10,11 +10,14 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <memory>
 #include <vector>
 
 class QPainter;
 
 namespace xov {
+
+class ScaledImages;
 
 /// A press of a mouse button, as a view is told of it.
 struct XOV_EXPORT MouseEvent {
@@ -118,6 +121,9 @@ protected:
   bool isDrawing() const { return drawings_ > 0; }
   /// Called when a drawing is over. The base does nothing.
   virtual void didDraw();
+  /// Makes images that are drawn as before anew from their pixels. A QImage tells of changes of its pixels, unless
+  /// they lie in memory of the host's own.
+  void forgetScaledImages();
 
   void paintEvent(QPaintEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -141,6 +147,7 @@ private:
   void renewCursorRects();
   void showCursor(const QCursor* cursor);
 
+  std::unique_ptr<ScaledImages> scaledImages_;
   QTimer liveResizeTimer_;
   std::vector<CursorRect> cursorRects_;
   QSize frameSize_;

@@ -50,6 +50,19 @@ TEST(ImageResampling, smallCellsAreAveragedByArea) {
   EXPECT_EQ(pixelsOf(mixed.image), (std::vector<QRgb>{0xff808080, 0xff808080}));
 }
 
+// The third of five pixels lies half on either of two cells: 255 / 2 = 127.5, rounded up.
+TEST(ImageResampling, sharedEdgesGiveAPixelTheMeanOfItsCellsByArea) {
+  const auto shown = resampleImage(row({kBlack, kWhite}), {0, 0, 2, 1}, {0, 0, 5, 1}, kEverything, CellEdges::Shared);
+  EXPECT_EQ(pixelsOf(shown.image), (std::vector<QRgb>{kBlack, kBlack, 0xff808080, kWhite, kWhite}));
+}
+
+// A cell a pixel, shifted by a quarter: each pixel is three quarters of one cell and a quarter of the next.
+TEST(ImageResampling, sharedEdgesMoveAPictureByAPartOfAPixel) {
+  const auto shown = resampleImage(row({kBlack, kWhite, kWhite, kBlack}), {0.25, 0, 3, 1}, {0, 0, 3, 1}, kEverything,
+                                   CellEdges::Shared);
+  EXPECT_EQ(pixelsOf(shown.image), (std::vector<QRgb>{0xff404040, kWhite, 0xffbfbfbf}));
+}
+
 // Three cells on two pixels: each pixel is two thirds of one cell and one third of the middle one: 255 / 3 = 85.
 TEST(ImageResampling, aCellOnTwoPixelsIsSharedOut) {
   const auto shown = resampleImage(row({kBlack, kWhite, kBlack}), {0, 0, 3, 1}, {0, 0, 2, 1}, kEverything);
@@ -121,6 +134,25 @@ TEST(ImageResampling, finerPicturesThanAPrintersDotsAreReduced) {
   const QImage page = imageForPaper(image, {0, 0, 1000, 1}, {6, 6});
   EXPECT_EQ(page.width(), 50);
   EXPECT_EQ(page.pixel(20, 0), kGreen);
+}
+
+// 72 points are an inch: 900 pixels become 300 of a picture, and stay 900 of cells.
+TEST(ImageResampling, picturesOnPaperHoldNoMoreThan300DotsAnInch) {
+  QImage image(900, 1, QImage::Format_RGB32);
+  image.fill(kGreen);
+  for (const ImageKind kind : {ImageKind::Picture, ImageKind::ExactPicture})
+    EXPECT_EQ(imageForPaper(image, {0, 0, 900, 1}, {72, 72}, kind).width(), 300);
+  EXPECT_EQ(imageForPaper(image, {0, 0, 900, 1}, {72, 72}, ImageKind::Cells).width(), 600);
+}
+
+TEST(ImageResampling, onlyLargeOpaquePicturesBecomeJpegOnPaper) {
+  const QImage large(257, 256, QImage::Format_RGB32);
+  const QImage small(256, 256, QImage::Format_RGB32);
+  EXPECT_TRUE(isJpegOnPaper(large, true, ImageKind::Picture));
+  EXPECT_TRUE(isJpegOnPaper(large, true, ImageKind::ExactPicture));
+  EXPECT_FALSE(isJpegOnPaper(small, true, ImageKind::Picture));
+  EXPECT_FALSE(isJpegOnPaper(large, false, ImageKind::Picture));
+  EXPECT_FALSE(isJpegOnPaper(large, true, ImageKind::Cells));
 }
 
 TEST(ImageResampling, aPosterDoesNotTakeAllMemory) {

@@ -249,6 +249,20 @@ TEST_F(GeoMapBackground, leavesThePictureUnchangedWhenAnotherIsDamaged) {
   EXPECT_EQ(view.dxImage(), 540.0F / 8100);
 }
 
+TEST_F(GeoMapBackground, isAPictureUnlessItHoldsValuesOfAnotherKind) {
+  const auto kind = [this] { return recorded(view)->images().front().imageKind; };
+  writePicture("natural_wide.jpg", {54, 18}, "JPG");
+  ASSERT_TRUE(view.loadImageWithIndex(2));
+  EXPECT_EQ(kind(), ImageKind::Picture);
+  view.setPlacesCellsExactly(true);
+  EXPECT_EQ(kind(), ImageKind::ExactPicture);
+  ASSERT_TRUE(view.loadTopoImageFromPathNRowsNColsDSmpl(files.write("dem.i2", bytesOf({1, 2, 3, 4})), 2, 2, 1));
+  EXPECT_EQ(kind(), ImageKind::ExactPicture);
+  view.setUseTopoValues(false);
+  view.updateImagePlanes();
+  EXPECT_EQ(kind(), ImageKind::Cells);
+}
+
 TEST_F(GeoMapBackground, replacesAGridByAPictureAndAPictureByAGrid) {
   writePicture("natural_wide.jpg", {54, 18}, "JPG");
   const QString path = files.write("dem.i2", bytesOf({1, 2, 3, 4}));

@@ -14,8 +14,11 @@ constexpr std::size_t kChannels = 4;
 constexpr double kPointsPerInch = 72;
 // A cell on paper is made of pixels of this resolution: a viewer that smooths blurs its edges by no more than that.
 constexpr double kCellsPerInch = 300;
-// Pictures finer than this show no more on paper.
-constexpr double kFinestPerInch = 600;
+// Finer ones show no more on paper: lines between cells a printer's dots, pictures not even these.
+constexpr double kFinestCellsPerInch = 600;
+constexpr double kFinestPicturePerInch = 300;
+// Up to so many pixels a picture is short without any loss.
+constexpr int kSmallPicture = 1 << 16;
 constexpr double kLargestPaperSide = 4096;
 
 /// The image pixels that a row or column of device pixels takes, from `first` on, and the weight of each.
@@ -25,10 +28,18 @@ struct Taps {
   int count = 0;
 };
 
-/// One direction: for each device pixel from `begin` on its taps.
+/// A stretch of the image on one of the device, in one direction.
+struct AxisPlace {
+  double sourceFrom;
+  double sourceLength;
+  int sourcePixels;
+  double deviceFrom;
+  double deviceLength;
+};
+
+/// One direction: for each device pixel from `begin` on, within low … high - 1, its taps.
 struct AxisTaps {
-  AxisTaps(double sourceFrom, double sourceLength, int sourcePixels, double deviceFrom, double deviceLength, int low,
-           int high);
+  AxisTaps(const AxisPlace& place, int low, int high, CellEdges edges);
 
   int begin = 0;
   std::vector<Taps> taps;
@@ -38,23 +49,23 @@ private:
   void addAverage(double from, double to, double perPixel, int pixels);
 };
 
-AxisTaps::AxisTaps(double sourceFrom, double sourceLength, int sourcePixels, double deviceFrom, double deviceLength,
-                   int low, int high)
-    : begin(int(std::clamp(std::floor(deviceFrom), double(low), double(high)))) {
+AxisTaps::AxisTaps(const AxisPlace& place, int low, int high, CellEdges edges)
+    : begin(int(std::clamp(std::floor(place.deviceFrom), double(low), double(high)))) {
+  const auto [sourceFrom, sourceLength, sourcePixels, deviceFrom, deviceLength] = place;
   const double deviceTo = deviceFrom + deviceLength;
   const int end = int(std::clamp(std::ceil(deviceTo), double(begin), double(high)));
   const double perPixel = sourceLength / deviceLength;
   for (int pixel = begin; pixel < end; ++pixel) {
     const double from = std::max(double(pixel), deviceFrom);
     const double to = std::min(double(pixel) + 1, deviceTo);
-    if (perPixel > 1) {
+    if (perPixel > 1 || edges == CellEdges::Shared) {
       addAverage(sourceFrom + (from - deviceFrom) * perPixel, sourceFrom + (to - deviceFrom) * perPixel, perPixel,
                  sourcePixels);
       continue;
     }
     const double middle = std::clamp(pixel + 0.5, from, to);
-    const double place = std::floor(sourceFrom + (middle - deviceFrom) * perPixel);
-    taps.push_back({int(std::clamp(place, 0.0, double(sourcePixels - 1))), weights.size(), 1});
+    const double shown = std::floor(sourceFrom + (middle - deviceFrom) * perPixel);
+    taps.push_back({int(std::clamp(shown, 0.0, double(sourcePixels - 1))), weights.size(), 1});
     weights.push_back(float(to - from));
   }
 }
@@ -128,12 +139,13 @@ bool sameRow(const AxisTaps& y, int row) {
 
 } // namespace
 
-ResampledImage resampleImage(const QImage& image, const QRectF& source, const QRectF& device, const QRect& visible) {
+ResampledImage resampleImage(const QImage& image, const QRectF& source, const QRectF& device, const QRect& visible,
+                             CellEdges edges) {
   if (image.isNull() || source.isEmpty() || device.isEmpty() || visible.isEmpty()) return {};
-  AxisTaps x(source.x(), source.width(), image.width(), device.x(), device.width(), visible.left(),
-             visible.right() + 1);
-  AxisTaps y(source.y(), source.height(), image.height(), device.y(), device.height(), visible.top(),
-             visible.bottom() + 1);
+  AxisTaps x({source.x(), source.width(), image.width(), device.x(), device.width()}, visible.left(),
+             visible.right() + 1, edges);
+  AxisTaps y({source.y(), source.height(), image.height(), device.y(), device.height()}, visible.top(),
+             visible.bottom() + 1, edges);
   if (x.taps.empty() || y.taps.empty()) return {};
   QSize used = image.size();
   const int left = shiftToFirst(x, used.rwidth());
@@ -154,16 +166,22 @@ ResampledImage resampleImage(const QImage& image, const QRectF& source, const QR
   return {out, QPoint(x.begin, y.begin)};
 }
 
-QImage imageForPaper(const QImage& image, const QRectF& source, const QSizeF& size) {
-  const auto side = [](double pixels, double points) {
-    const double finest = std::ceil(points * kFinestPerInch / kPointsPerInch);
+QImage imageForPaper(const QImage& image, const QRectF& source, const QSizeF& size, ImageKind kind) {
+  const double finestPerInch = kind == ImageKind::Cells ? kFinestCellsPerInch : kFinestPicturePerInch;
+  const auto side = [finestPerInch](double pixels, double points) {
+    const double finest = std::ceil(points * finestPerInch / kPointsPerInch);
     if (pixels > finest) return std::max(1.0, finest);
     const double perPixel = std::floor(points * kCellsPerInch / kPointsPerInch / pixels);
     const double most = std::floor(kLargestPaperSide / pixels);
     return std::max(1.0, std::round(pixels * std::max(1.0, std::min(perPixel, most))));
   };
   const QSizeF pixels(side(source.width(), size.width()), side(source.height(), size.height()));
-  return resampleImage(image, source, QRectF(QPointF(), pixels), QRect(QPoint(), pixels.toSize())).image;
+  const CellEdges edges = kind == ImageKind::ExactPicture ? CellEdges::Shared : CellEdges::Sharp;
+  return resampleImage(image, source, QRectF(QPointF(), pixels), QRect(QPoint(), pixels.toSize()), edges).image;
+}
+
+bool isJpegOnPaper(const QImage& page, bool isOpaque, ImageKind kind) {
+  return kind != ImageKind::Cells && isOpaque && page.width() * page.height() > kSmallPicture;
 }
 
 } // namespace xov

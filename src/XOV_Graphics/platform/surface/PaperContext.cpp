@@ -7,8 +7,10 @@
 #include "XOV_Graphics/platform/symbol/SymbolCulling.h"
 #include "XOV_Graphics/platform/trace/TraceReduction.h"
 
+#include <QPaintDevice>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <span>
 #include <utility>
@@ -20,6 +22,7 @@ namespace {
 constexpr int kOpaque = 255;
 // Symbols stand on a grid of this many points: shorter files, and a twelfth of a dot at 600 dots an inch.
 constexpr double kStep = 0.01;
+constexpr double kPointsPerInch = 72;
 
 // The place of a symbol on the grid.
 QPointF placeOf(const Symbols& symbols, std::int64_t i) {
@@ -125,10 +128,23 @@ void PaperContext::drawLineAtDesignSize(const QString& line, const TextAttribute
   painter().drawText(QPointF(0, 0), line);
 }
 
-void PaperContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
+// In points of the page, which a host's painter may have made smaller or larger than those of the view.
+QSizeF PaperContext::sizeOnPage(const QRectF& rect) {
+  const QPaintDevice* const device = painter().device();
+  const QSizeF pixels = painter().combinedTransform().mapRect(rect).size();
+  return {pixels.width() * kPointsPerInch / std::max(1, device->logicalDpiX()),
+          pixels.height() * kPointsPerInch / std::max(1, device->logicalDpiY())};
+}
+
+void PaperContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
+                           ImageKind kind) {
   painter().save();
   painter().setOpacity(painter().opacity() * fraction);
-  const QImage page = imageForPaper(image, source, target.size());
+  QImage page = imageForPaper(image, source, kind == ImageKind::Cells ? target.size() : sizeOnPage(target), kind);
+  if (isJpegOnPaper(page, !image.hasAlphaChannel(), kind)) {
+    page.convertTo(QImage::Format_RGB32);
+    painter().setRenderHint(QPainter::LosslessImageRendering, false);
+  }
   drawUpright(page, target, page.rect());
   painter().restore();
 }

@@ -18,7 +18,8 @@ protected:
   void onStroke(const Path& path) override;
   void onFill(const Path& path) override;
   void onSymbols(const Symbols& symbols) override;
-  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) override;
+  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
+               ImageKind kind) override;
   void drawLineAtDesignSize(const QString& line, const TextAttributes& attributes) override;
 
 private:
@@ -26,6 +27,7 @@ private:
   void drawDots(const Symbols& symbols, const QColor& color);
   void drawCircles(const Symbols& symbols);
   void drawCircle(const SymbolLook& look, const QPainterPath& circle);
+  QSizeF sizeOnPage(const QRectF& rect);
 
   PaperTraces* traces_;
 };

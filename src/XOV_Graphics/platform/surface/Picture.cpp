@@ -15,13 +15,14 @@ constexpr double kPointsPerMetre = 72 / 0.0254;
 // Larger pictures than this many pixels a side are beyond what the painter's arithmetic holds.
 constexpr double kLargestSide = 32767;
 
-QImage drawOnImage(QSize size, double ratio, const QTransform& viewToDevice, const Drawing& draw) {
+QImage drawOnImage(QSize size, double ratio, const QTransform& viewToDevice, const Drawing& draw,
+                   ScaledImages* kept) {
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
   if (image.isNull()) return image;
   const PixelTarget target{image.bits(), image.bytesPerLine(), image.width(), image.height()};
   {
     QPainter painter(&image);
-    PixelContext context(painter, viewToDevice, target);
+    PixelContext context(painter, viewToDevice, target, kept);
     draw(context);
   }
   image.setDevicePixelRatio(ratio);
@@ -46,34 +47,37 @@ QSize pixelSize(const QRectF& rect, double ratio) {
 
 } // namespace
 
-QImage picture(const QRectF& rect, double ratio, const Drawing& draw) {
+QImage picture(const QRectF& rect, double ratio, const Drawing& draw, ScaledImages* kept) {
   const QSize size = pixelSize(rect, ratio);
   if (size.isEmpty()) return {};
-  return drawOnImage(size, ratio, toPixels({rect.left(), rect.y() + rect.height()}, ratio), draw);
+  return drawOnImage(size, ratio, toPixels({rect.left(), rect.y() + rect.height()}, ratio), draw, kept);
 }
 
-QImage pictureOfPart(const QRectF& rect, const QRectF& bounds, double ratio, const Drawing& draw) {
+QImage pictureOfPart(const QRectF& rect, const QRectF& bounds, double ratio, const Drawing& draw,
+                     ScaledImages* kept) {
   const QSize part = pixelSize(rect, ratio);
   const QSize whole = pixelSize(bounds, ratio);
   const bool isInside = bounds.contains(rect) && !whole.isEmpty();
   if (part.isEmpty() || !isInside || double(whole.width()) * whole.height() > kLargestWhole)
-    return picture(rect, ratio, draw);
+    return picture(rect, ratio, draw, kept);
   // Rounding must not move the part off the whole.
   const auto place = [ratio](double distance, int most) {
     return std::min(int(std::lround(distance * ratio)), most);
   };
   const QPoint corner(place(rect.left() - bounds.left(), whole.width() - part.width()),
                       place(bounds.y() + bounds.height() - rect.y() - rect.height(), whole.height() - part.height()));
-  const QImage all = picture(bounds, ratio, draw);
+  const QImage all = picture(bounds, ratio, draw, kept);
   return part == whole ? all : all.copy(QRect(corner, part));
 }
 
-AlignedPicture alignedPicture(const QSizeF& size, double ratio, QPointF cornerInPixels, const Drawing& draw) {
+AlignedPicture alignedPicture(const QSizeF& size, double ratio, QPointF cornerInPixels, const Drawing& draw,
+                              ScaledImages* kept) {
   const QSize pixels(int(std::ceil(cornerInPixels.x() + size.width() * ratio)),
                      int(std::ceil(cornerInPixels.y() + size.height() * ratio)));
   if (size.isEmpty()) return {};
   const QPointF topLeft = -cornerInPixels / ratio;
-  return {drawOnImage(pixels, ratio, toPixels({topLeft.x(), size.height() - topLeft.y()}, ratio), draw), topLeft};
+  return {drawOnImage(pixels, ratio, toPixels({topLeft.x(), size.height() - topLeft.y()}, ratio), draw, kept),
+          topLeft};
 }
 
 } // namespace xov

@@ -1,8 +1,8 @@
 #include "XOV_Graphics/platform/surface/PixelContext.h"
 
 #include "XOV_Graphics/platform/pixels/CrispLines.h"
-#include "XOV_Graphics/platform/pixels/ImageResampling.h"
 #include "XOV_Graphics/platform/pixels/LineClip.h"
+#include "XOV_Graphics/platform/pixels/ScaledImages.h"
 #include "XOV_Graphics/platform/pixels/StripFill.h"
 #include "XOV_Graphics/platform/surface/Pens.h"
 #include "XOV_Graphics/platform/surface/Typeface.h"
@@ -45,10 +45,12 @@ bool withinPainterLimits(const QPainterPath& deviceShape) {
 
 } // namespace
 
-PixelContext::PixelContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target)
+PixelContext::PixelContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target,
+                           ScaledImages* kept)
     : PainterContext(painter, viewToDevice,
                      viewToDevice.inverted().mapRect(QRectF(0, 0, target.width, target.height))),
-      target_(target) {}
+      target_(target),
+      kept_(kept) {}
 
 PixelContext::~PixelContext() { clearOnce(); }
 
@@ -207,14 +209,18 @@ void PixelContext::drawLineAtDesignSize(const QString& line, const TextAttribute
   painter().fillPath(Typeface::forFamily(attributes.family()).outline(line), attributes.effectiveColor());
 }
 
-void PixelContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
+void PixelContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
+                           ImageKind kind) {
   clearOnce();
   painter().save();
   painter().setOpacity(fraction);
   const QTransform matrix = toDevice();
   if (matrix.type() <= QTransform::TxScale && matrix.m11() > 0 && matrix.m22() < 0) {
-    const ResampledImage shown =
-        resampleImage(image, source, matrix.mapRect(target), QRect(0, 0, target_.width, target_.height));
+    const CellEdges edges = kind == ImageKind::ExactPicture ? CellEdges::Shared : CellEdges::Sharp;
+    const QRectF device = matrix.mapRect(target);
+    const QRect visible(0, 0, target_.width, target_.height);
+    const ResampledImage shown = kept_ != nullptr ? kept_->scaled(image, source, device, visible, edges)
+                                                  : resampleImage(image, source, device, visible, edges);
     painter().setTransform(QTransform());
     painter().drawImage(shown.topLeft, shown.image);
   } else {

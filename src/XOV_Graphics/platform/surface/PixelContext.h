@@ -9,13 +9,16 @@
 
 namespace xov {
 
+class ScaledImages;
+
 /// Pixels: lines along them stay crisp, text is filled outlines, and traces, symbols and images go through
 /// rasterisers of our own.
 class PixelContext final : public PainterContext {
 public:
   /// `painter` paints on the image behind `target`, whose memory traces are blended into directly. What the memory
-  /// holds at first is cleared.
-  PixelContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target);
+  /// holds at first is cleared. Scaled images are taken from `kept`, and go there, where it is given.
+  PixelContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target,
+               ScaledImages* kept = nullptr);
   PixelContext(const PixelContext&) = delete;
   PixelContext& operator=(const PixelContext&) = delete;
   ~PixelContext() override;
@@ -25,7 +28,8 @@ protected:
   void onFill(const Path& path) override;
   void onSymbols(const Symbols& symbols) override;
   void onText(const QString& text, QPointF position, const TextAttributes& attributes) override;
-  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) override;
+  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
+               ImageKind kind) override;
   void drawLineAtDesignSize(const QString& line, const TextAttributes& attributes) override;
 
 private:
@@ -38,6 +42,7 @@ private:
   void strokeTracesPointByPoint(const Path& path);
 
   PixelTarget target_;
+  ScaledImages* kept_;
   bool isUncleared_ = true; // until something is drawn: mostly a view's background, which needs no clearing
 };
 

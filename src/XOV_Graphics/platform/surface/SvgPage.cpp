@@ -59,14 +59,15 @@ QByteArray strokeOf(const QPen& pen) {
          attribute("stroke-dashoffset", svgNumber(pen.dashOffset() * pen.widthF()));
 }
 
-// An image in the text of an attribute. Photographs are an order smaller as JPEG, and readers refuse attributes of
-// more than ten million characters.
-QByteArray dataOf(const QImage& image, bool isOpaque) {
-  constexpr qsizetype kLargestPng = 1 << 20;
+// An image in the text of an attribute. Readers refuse attributes of more than ten million characters, so that cells,
+// too, have to do with a JPEG where they are too many.
+QByteArray dataOf(const QImage& image, bool isOpaque, ImageKind kind) {
+  constexpr qsizetype kLargestPng = 7'000'000;
+  const auto jpeg = [&] { return "data:image/jpeg;base64," + encodeJpeg(image, kPageJpegQuality).toBase64(); };
+  if (isJpegOnPaper(image, isOpaque, kind)) return jpeg();
   const QByteArray png = encodeImage(image, ImageFormat::Png);
   if (png.isEmpty()) return {};
-  if (png.size() <= kLargestPng || !isOpaque) return "data:image/png;base64," + png.toBase64();
-  return "data:image/jpeg;base64," + encodeImage(image, ImageFormat::Jpeg).toBase64();
+  return png.size() > kLargestPng && isOpaque ? jpeg() : "data:image/png;base64," + png.toBase64();
 }
 
 class SvgContext final : public SurfaceContext {
@@ -83,7 +84,8 @@ protected:
   void onStroke(const Path& path) override;
   void onFill(const Path& path) override;
   void onSymbols(const Symbols& symbols) override;
-  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) override;
+  void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
+               ImageKind kind) override;
   void drawTextLine(const QString& line, QPointF baseline, const TextAttributes& attributes) override;
 
 private:
@@ -229,9 +231,10 @@ void SvgContext::drawTextLine(const QString& line, QPointF baseline, const TextA
   add(text + attribute("xml:space", "preserve") + '>' + escaped(line) + "</text>");
 }
 
-void SvgContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction) {
+void SvgContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
+                         ImageKind kind) {
   if (clippedRect().isEmpty()) return;
-  const QByteArray data = dataOf(imageForPaper(image, source, target.size()), !image.hasAlphaChannel());
+  const QByteArray data = dataOf(imageForPaper(image, source, target.size(), kind), !image.hasAlphaChannel(), kind);
   if (data.isEmpty()) return;
   const QTransform upright = QTransform(1, 0, 0, -1, target.left(), target.top() + target.height()) * toDevice();
   QByteArray element = "<image" + attribute("transform", svgMatrix(upright)) +

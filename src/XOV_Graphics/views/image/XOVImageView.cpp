@@ -168,7 +168,7 @@ bool XOVImageView::isPeakOnGridEdge() const {
   if (!imageFloats_) return false;
   const GridValues grid = GridValues::held(*imageFloats_, nr_, nc_);
   const auto peak = findPeak(GridNodes(limits(), nr_, nc_), grid);
-  return peak && (peak->row == 0 || peak->row == nr_ - 1 || peak->column == 0 || peak->column == nc_ - 1);
+  return peak && peak->cell.isOnEdge(nr_, nc_);
 }
 
 void XOVImageView::setMaxPointXY(float x, float y) {
@@ -218,7 +218,7 @@ void XOVImageView::drawImage() {
   const QRectF cells =
       placesCellsExactly_ ? exactCells(limits(), extent, nr_, nc_) : selectedCells(limits(), extent, nr_, nc_);
   if (const auto place = placeImage(cells, held, anImage_.size(), iRect_))
-    context.drawImage(anImage_, place->target, place->source);
+    context.drawImage(anImage_, place->target, place->source, 1, imageKind());
 }
 
 void XOVImageView::beginFramedAxes(const std::shared_ptr<const TextAttributes>& tickLabels) {

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/Export.h"
 #include "XOV_Graphics/colour/GridColors.h"
+#include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/platform/PlanarBitmap.h"
 #include "XOV_Graphics/views/base/XOVView.h"
 
@@ -121,9 +122,12 @@ public:
   /// Colours the bitmap anew and asks for a redraw. A picture set with setAnImage() stays.
   void updateImagePlanes();
   /// The picture that is drawn, opaque unless missing cells are transparent. A picture of the host's has the nominal
-  /// size of nc × nr cells, in as many pixels as it likes.
+  /// size of nc × nr cells, in as many pixels as it likes; pixels that it changes later show when it is set again.
   QImage anImage() const { return anImage_; }
-  void setAnImage(const QImage& image) { anImage_ = image; }
+  void setAnImage(const QImage& image) {
+    anImage_ = image;
+    forgetScaledImages();
+  }
   /// (nc, nr) as of the last setupNSImage().
   QSizeF iSize() const { return iSize_; }
   /// The bitmap behind the picture of a grid, none before setupNSImage(); its alpha plane holds 1 everywhere.
@@ -187,6 +191,10 @@ public:
 protected:
   /// The steps of a drawing, after the layout, in a state of its own with white as its colour: picture and axes.
   virtual void drawContents();
+  /// What the picture is: cells of a grid.
+  virtual ImageKind imageKind() const { return ImageKind::Cells; }
+  /// Whether the picture is that of the bitmap, and not one of the host's.
+  bool showsBitmap() const { return iRep_ && !anImage_.isNull() && anImage_.cacheKey() == bitmapPicture_; }
   /// How cells become colours.
   virtual GridColoring gridColoring() const;
   /// The values of the grid that the buffer holds, row after row; empty without a grid.
@@ -273,8 +281,6 @@ private:
     setShowAxes(value);
     setNeedsDisplay();
   }
-
-  bool showsBitmap() const { return iRep_ && !anImage_.isNull() && anImage_.cacheKey() == bitmapPicture_; }
 
   std::int64_t bitmapPicture_ = 0; // the key of the picture that shows the bitmap
 };

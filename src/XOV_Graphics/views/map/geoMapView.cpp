@@ -83,6 +83,11 @@ void geoMapView::drawContents() {
   if (_timeStamp()) drawTimeStamp();
 }
 
+ImageKind geoMapView::imageKind() const {
+  if (showsBitmap() && gridColoring().meaning != CellMeaning::Elevation) return ImageKind::Cells;
+  return placesCellsExactly() ? ImageKind::ExactPicture : ImageKind::Picture;
+}
+
 void geoMapView::drawAxes() {
   if (!showAxes_) return;
   const auto tickLabels = std::make_shared<TextAttributes>(TextAttributes::helvetica(kTickLabelSize));

@@ -151,6 +151,9 @@ protected:
   /// Everything on white paper: the background unless hideImage(), axes, polygons, points, vectors, title, time
   /// stamp.
   void drawContents() override;
+  /// A base map or topography is a picture, which is kept small in files; with placesCellsExactly() it is drawn to
+  /// the fraction of a pixel. Cells of any other grid stay cells.
+  ImageKind imageKind() const override;
 
 private:
   VAlign vAlignPlotValue() const { return VAlign(vAlignPlot()); }
