@@ -193,6 +193,24 @@ TEST(GridColors, colorGridsOfAnyLength) {
   }
 }
 
+TEST(GridColors, arePlanesAndPixelsAtOnce) {
+  for (const std::size_t length : {0U, 1U, 255U, 256U, 700U}) {
+    std::vector<float> cells;
+    for (std::size_t i = 0; i < length; ++i)
+      cells.push_back(float(i) / 700);
+    const GridColoring coloring{.palette = 3};
+    Planes alone(length), both(length);
+    std::vector<std::uint32_t> pixels(length), twice(length + 1, kUntouchedPixel);
+    colorGridPlanes(cells, coloring, alone.planes());
+    colorGridPixels(cells, coloring, pixels);
+    colorGrid(cells, coloring, both.planes(), std::span(twice).first(length));
+    EXPECT_EQ(both.bytes, alone.bytes) << length;
+    EXPECT_EQ(twice.back(), kUntouchedPixel);
+    twice.pop_back();
+    EXPECT_EQ(twice, pixels) << length;
+  }
+}
+
 TEST(GridColors, colorAsManyCellsAsThereIsRoomFor) {
   const std::vector<float> cells(700, 1.0F); // black
   Planes planes(700);

@@ -51,7 +51,7 @@ struct PlanePointers {
   XOV_INLINE PlanePointers from(std::size_t first) const { return {red + first, green + first, blue + first}; }
 };
 
-/// Whole blocks of cells, and the pixels or else the planes that they fill.
+/// Whole blocks of cells, and the pixels, the planes, or both, that they fill.
 template <class Cell>
 struct Work {
   explicit Work(const GridColoring& how) : coloring(how), band(bandWidth(how.nShades)), table(pixelTable(how)) {}
@@ -141,27 +141,22 @@ XOV_INLINE void colorBlock(const Work<Cell>& work, const Cell* cells, std::uint3
 }
 
 /// Takes one component out of kBlock pixels.
-XOV_INLINE void takeComponent(const Pixels& pixels, int shift, std::uint8_t* to) {
+XOV_INLINE void takeComponent(const std::uint32_t* pixels, int shift, std::uint8_t* to) {
   for (std::size_t i = 0; i < kBlock; ++i)
     to[i] = std::uint8_t(pixels[i] >> shift);
 }
 
 template <class Vector, class Cell>
-XOV_INLINE void colorToPlanes(const Work<Cell>& work, const Cell* cells, const PlanePointers& planes) {
-  Pixels pixels;
-  colorBlock<Vector>(work, cells, pixels.data());
-  takeComponent(pixels, kRedShift, planes.red);
-  takeComponent(pixels, kGreenShift, planes.green);
-  takeComponent(pixels, 0, planes.blue);
-}
-
-template <class Vector, class Cell>
 XOV_INLINE void colorCells(const Work<Cell>& work) {
+  Pixels block;
   for (std::size_t first = 0; first < work.count; first += kBlock) {
-    if (work.pixels != nullptr)
-      colorBlock<Vector>(work, work.cells + first, work.pixels + first);
-    else
-      colorToPlanes<Vector>(work, work.cells + first, work.planes.from(first));
+    std::uint32_t* const pixels = work.pixels != nullptr ? work.pixels + first : block.data();
+    colorBlock<Vector>(work, work.cells + first, pixels);
+    if (work.planes.red == nullptr) continue;
+    const PlanePointers planes = work.planes.from(first);
+    takeComponent(pixels, kRedShift, planes.red);
+    takeComponent(pixels, kGreenShift, planes.green);
+    takeComponent(pixels, 0, planes.blue);
   }
 }
 
@@ -189,57 +184,59 @@ std::array<Cell, kBlock> paddedRest(std::span<const Cell> rest) {
 }
 
 template <class Cell>
-void fillPlanes(std::span<const Cell> grid, const GridColoring& coloring, const ColorPlanes& planes) {
-  const std::size_t count =
-      std::min({grid.size(), planes.red.size(), planes.green.size(), planes.blue.size(), planes.alpha.size()});
-  const std::size_t rest = count % kBlock;
+void fill(std::span<const Cell> grid, const GridColoring& coloring, std::uint32_t* pixels,
+          const PlanePointers& planes) {
+  const std::size_t rest = grid.size() % kBlock;
   Work<Cell> work(coloring);
   work.cells = grid.data();
-  work.count = count - rest;
-  work.planes = {planes.red.data(), planes.green.data(), planes.blue.data()};
+  work.count = grid.size() - rest;
+  work.pixels = pixels;
+  work.planes = planes;
   run(work);
-  std::fill_n(planes.alpha.begin(), count, std::uint8_t(kAlpha));
   if (rest == 0) return;
-  const auto cells = paddedRest(grid.subspan(work.count, rest));
-  std::array<std::array<std::uint8_t, kBlock>, 3> bytes;
-  const PlanePointers ends = work.planes.from(work.count);
+  const std::size_t end = work.count;
+  const auto cells = paddedRest(grid.subspan(end, rest));
+  Pixels block;
   work.cells = cells.data();
   work.count = kBlock;
-  work.planes = {bytes[0].data(), bytes[1].data(), bytes[2].data()};
+  work.pixels = block.data();
+  work.planes = {};
   run(work);
-  std::copy_n(bytes[0].begin(), rest, ends.red);
-  std::copy_n(bytes[1].begin(), rest, ends.green);
-  std::copy_n(bytes[2].begin(), rest, ends.blue);
+  if (pixels != nullptr) std::copy_n(block.begin(), rest, pixels + end);
+  for (std::size_t i = 0; planes.red != nullptr && i < rest; ++i) {
+    planes.red[end + i] = std::uint8_t(block[i] >> kRedShift);
+    planes.green[end + i] = std::uint8_t(block[i] >> kGreenShift);
+    planes.blue[end + i] = std::uint8_t(block[i]);
+  }
+}
+
+template <class Cell>
+void fillPlanes(std::span<const Cell> grid, const GridColoring& coloring, const ColorPlanes& planes,
+                std::uint32_t* pixels) {
+  const std::size_t count =
+      std::min({grid.size(), planes.red.size(), planes.green.size(), planes.blue.size(), planes.alpha.size()});
+  fill(grid.first(count), coloring, pixels, {planes.red.data(), planes.green.data(), planes.blue.data()});
+  std::fill_n(planes.alpha.begin(), count, std::uint8_t(kAlpha));
 }
 
 template <class Cell>
 void fillPixels(std::span<const Cell> grid, const GridColoring& coloring, std::span<std::uint32_t> pixels) {
-  const std::size_t count = std::min(grid.size(), pixels.size());
-  const std::size_t rest = count % kBlock;
-  Work<Cell> work(coloring);
-  work.cells = grid.data();
-  work.count = count - rest;
-  work.pixels = pixels.data();
-  run(work);
-  if (rest == 0) return;
-  const auto cells = paddedRest(grid.subspan(work.count, rest));
-  Pixels block;
-  std::uint32_t* const end = work.pixels + work.count;
-  work.cells = cells.data();
-  work.count = kBlock;
-  work.pixels = block.data();
-  run(work);
-  std::copy_n(block.begin(), rest, end);
+  fill(grid.first(std::min(grid.size(), pixels.size())), coloring, pixels.data(), {});
 }
 
 } // namespace
 
 void colorGridPlanes(std::span<const float> cells, const GridColoring& coloring, const ColorPlanes& planes) {
-  fillPlanes(cells, coloring, planes);
+  fillPlanes(cells, coloring, planes, nullptr);
 }
 
 void colorGridPlanes(std::span<const std::int16_t> cells, const GridColoring& coloring, const ColorPlanes& planes) {
-  fillPlanes(cells, coloring, planes);
+  fillPlanes(cells, coloring, planes, nullptr);
+}
+
+void colorGrid(std::span<const float> cells, const GridColoring& coloring, const ColorPlanes& planes,
+               std::span<std::uint32_t> pixels) {
+  fillPlanes(cells.first(std::min(cells.size(), pixels.size())), coloring, planes, pixels.data());
 }
 
 void colorGridPixels(std::span<const float> cells, const GridColoring& coloring, std::span<std::uint32_t> pixels) {

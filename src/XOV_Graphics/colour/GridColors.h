@@ -45,4 +45,8 @@ XOV_EXPORT void colorGridPixels(std::span<const float> cells, const GridColoring
 XOV_EXPORT void colorGridPixels(std::span<const std::int16_t> cells, const GridColoring& coloring,
                                 std::span<std::uint32_t> pixels);
 
+/// Both at once, in one pass over the cells.
+XOV_EXPORT void colorGrid(std::span<const float> cells, const GridColoring& coloring, const ColorPlanes& planes,
+                          std::span<std::uint32_t> pixels);
+
 } // namespace xov

@@ -8,7 +8,7 @@ PlanarBitmap::PlanarBitmap(int width, int height) {
   if (width <= 0 || height <= 0 || std::int64_t(width) * height > std::numeric_limits<int>::max()) return;
   width_ = width;
   height_ = height;
-  bytes_.resize(std::size_t(width) * std::size_t(height) * kPlanes);
+  bytes_ = decltype(bytes_)(std::size_t(width) * std::size_t(height) * kPlanes);
 }
 
 std::span<const std::uint8_t> PlanarBitmap::plane(int index) const {

@@ -5,6 +5,8 @@
 #include <QImage>
 
 #include <cstdint>
+#include <cstdlib>
+#include <new>
 #include <span>
 #include <vector>
 
@@ -34,9 +36,27 @@ public:
   QImage toOpaqueImage() const;
 
 private:
+  /// Memory that comes cleared, so that large bitmaps are not written twice.
+  template <class Byte>
+  struct ClearedMemory {
+    using value_type = Byte;
+    ClearedMemory() = default;
+    template <class Other>
+    ClearedMemory(const ClearedMemory<Other>&) noexcept {}
+    Byte* allocate(std::size_t count) {
+      void* const memory = std::calloc(count, sizeof(Byte));
+      if (memory == nullptr) throw std::bad_alloc();
+      return static_cast<Byte*>(memory);
+    }
+    void deallocate(Byte* memory, std::size_t) noexcept { std::free(memory); }
+    void construct(Byte*) noexcept {} // is 0 already
+    void construct(Byte* place, Byte value) noexcept { *place = value; }
+    bool operator==(const ClearedMemory&) const = default;
+  };
+
   int width_ = 0;
   int height_ = 0;
-  std::vector<std::uint8_t> bytes_;
+  std::vector<std::uint8_t, ClearedMemory<std::uint8_t>> bytes_;
 };
 
 } // namespace xov

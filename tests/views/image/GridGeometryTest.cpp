@@ -1,9 +1,13 @@
 #include "XOV_Graphics/views/image/GridGeometry.h"
 
+#include "tests/support/VectorWidths.h"
+
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <limits>
+#include <random>
 #include <vector>
 
 namespace xov {
@@ -39,6 +43,35 @@ TEST(GridRange, leavesOutWhatIsNoNumber) {
   EXPECT_EQ(range.lowest, -4);
   EXPECT_FALSE(gridRange(std::vector<float>{kNaN, kNaN}));
   EXPECT_FALSE(gridRange({}));
+}
+
+// A plain loop over the values, as the range is defined.
+GridRange plainRange(const std::vector<float>& values) {
+  GridRange range{-values[0], values[0]};
+  for (const float value : values) {
+    if (value > range.highest) range.highest = value;
+    if (value < range.lowest) range.lowest = value;
+  }
+  return range;
+}
+
+TEST(GridRange, isThatOfAPlainLoopForAnyLengthAndVectorWidth) {
+  std::mt19937 random(2009);
+  const float odd[] = {kNaN, 0.0F, -0.0F, std::numeric_limits<float>::infinity(), -1e30F, 3.5F, -2, 7};
+  testing::forEachVectorWidth([&] {
+    for (std::size_t length = 1; length < 70; ++length) {
+      // Of all eight kinds, and of zeros of both signs alone.
+      for (const std::size_t first : {0U, 1U}) {
+        std::vector<float> values(length);
+        for (float& value : values)
+          value = odd[first + random() % (first == 0 ? 8 : 2)];
+        if (std::isnan(values[0])) values[0] = 1;
+        const GridRange range = rangeOf(values), plain = plainRange(values);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(range.highest), std::bit_cast<std::uint32_t>(plain.highest)) << length;
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(range.lowest), std::bit_cast<std::uint32_t>(plain.lowest)) << length;
+      }
+    }
+  });
 }
 
 std::vector<float> zeros(std::size_t count) { return std::vector<float>(count); }

@@ -67,5 +67,24 @@ TEST_F(ImageRedraw, redrawsWhatHasChanged) {
   EXPECT_TRUE(changes([&] { view.setAnImage(own); }));
 }
 
+// A view that colours a grid in the memory of the last one leaves alone what a host has of that.
+TEST_F(ImageRedraw, leavesBitmapsAndPicturesOfHostsAsTheyAre) {
+  view.setUseTopoValues(false);
+  hand({0, 1, 1, 0}, 2, 2);
+  const QImage picture = view.anImage();
+  const auto bitmap = view.iRep();
+  hand({1, 0, 0, 1}, 2, 2);
+  EXPECT_EQ(picture.pixel(0, 0), qRgb(255, 255, 255));
+  EXPECT_EQ(bitmap->plane(0)[0], 255);
+  EXPECT_EQ(view.anImage().pixel(0, 0), qRgb(0, 0, 0));
+  EXPECT_EQ(view.iRep()->plane(0)[0], 0);
+  hand({0, 0, 1, 1}, 2, 2); // the view's alone by now
+  EXPECT_EQ(view.anImage().pixel(0, 0), qRgb(255, 255, 255));
+  EXPECT_EQ(view.anImage().pixel(0, 1), qRgb(0, 0, 0));
+  EXPECT_EQ(view.iRep()->plane(0)[0], 255);
+  EXPECT_EQ(view.iRep()->plane(3)[3], 1);
+  EXPECT_EQ(view.iPlanes()[0], view.iRep()->plane(0).data());
+}
+
 } // namespace
 } // namespace xov

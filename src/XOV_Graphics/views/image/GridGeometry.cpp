@@ -1,5 +1,7 @@
 #include "XOV_Graphics/views/image/GridGeometry.h"
 
+#include "XOV_Graphics/base/Lanes.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,6 +11,33 @@ namespace {
 
 // Any value above this one can be a peak.
 constexpr float kBelowPeaks = -1e30F;
+
+template <class Vector>
+XOV_INLINE void widenWith(const float* values, std::size_t count, GridRange& range) {
+  Vector low = Vector{} + range.lowest;
+  Vector high = Vector{} + range.highest;
+  std::size_t i = 0;
+  for (; i + kLanes<Vector> <= count; i += kLanes<Vector>) {
+    Vector smaller;
+    loadVector(values + i, smaller);
+    Vector greater = smaller;
+    keepSmaller(smaller, low);
+    keepGreater(greater, high);
+    low = smaller;
+    high = greater;
+  }
+  // Apart from each other: the lowest may lie above all values, and the highest below.
+  for (int lane = 0; lane < kLanes<Vector>; ++lane) {
+    if (low[lane] < range.lowest) range.lowest = low[lane];
+    if (high[lane] > range.highest) range.highest = high[lane];
+  }
+  for (; i < count; ++i) {
+    if (values[i] < range.lowest) range.lowest = values[i];
+    if (values[i] > range.highest) range.highest = values[i];
+  }
+}
+// Widens a range to hold the values that are numbers.
+XOV_VECTOR_FUNCTION(void, widen, (const float* values, std::size_t count, GridRange& range), (values, count, range))
 
 float spacing(float range, std::int32_t count) { return count == 1 ? 0 : range / float(double(count) - 1); }
 
@@ -50,10 +79,10 @@ std::optional<GridRange> gridRange(std::span<const float> values) {
   const auto first = std::find_if_not(values.begin(), values.end(), [](float v) { return std::isnan(v); });
   if (first == values.end()) return {};
   GridRange range{-*first, *first};
-  for (auto value = first; value != values.end(); ++value) {
-    if (*value > range.highest) range.highest = *value;
-    if (*value < range.lowest) range.lowest = *value;
-  }
+  widen(values.data(), values.size(), range);
+  // Zeros of either sign are equal, and vectors come upon them in another order: the first one counts.
+  if (range.highest == 0) range.highest = *std::find(first, values.end(), 0.0F);
+  if (range.lowest == 0) range.lowest = *first == 0 ? -*first : *std::find(first, values.end(), 0.0F);
   return range;
 }
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
+#include <utility>
 
 namespace xov {
 
@@ -105,8 +106,7 @@ void XOVImageView::setupNSImage() {
   if (nr_ <= 0 || nc_ <= 0) return;
   iSize_ = QSizeF(nc_, nr_);
   const auto bitmap = makeBitmap();
-  if (bitmap) colorPlanes(*bitmap);
-  installBitmap(bitmap, bitmap ? pictureOf(*bitmap) : QImage());
+  installBitmap(bitmap, bitmap ? colorBitmap(*bitmap) : QImage());
   qCInfo(log, "setupNSImage Retain Counts: iRep:%u imageFloats:%u", unsigned(iRep_.use_count() - (bitmap ? 1 : 0)),
          unsigned(imageFloats_.use_count()));
 }
@@ -114,15 +114,18 @@ void XOVImageView::setupNSImage() {
 void XOVImageView::updateImagePlanes() {
   if (nr_ <= 0 || nc_ <= 0) return;
   if (iRep_) {
-    colorPlanes(*iRep_);
-    if (showsBitmap()) installBitmap(iRep_, pictureOf(*iRep_));
+    const bool shows = showsBitmap();
+    const QImage picture = colorBitmap(*iRep_);
+    if (shows) installBitmap(iRep_, picture);
   }
   setNeedsDisplay(true);
 }
 
-std::shared_ptr<PlanarBitmap> XOVImageView::makeBitmap() const {
+std::shared_ptr<PlanarBitmap> XOVImageView::makeBitmap() {
   if (!imageFloats_) return nullptr;
   const GridValues grid = GridValues::held(*imageFloats_, nr_, nc_);
+  const bool isOurs = iRep_.use_count() == 1;
+  if (isOurs && iRep_->width() == grid.columns && iRep_->height() == grid.rows) return std::exchange(iRep_, nullptr);
   try {
     auto bitmap = std::make_shared<PlanarBitmap>(grid.columns, grid.rows);
     if (!bitmap->isNull()) return bitmap;
@@ -132,17 +135,30 @@ std::shared_ptr<PlanarBitmap> XOVImageView::makeBitmap() const {
   return nullptr;
 }
 
-void XOVImageView::colorPlanes(PlanarBitmap& bitmap) const {
-  colorGridPlanes(heldCells(), gridColoring(), {bitmap.plane(0), bitmap.plane(1), bitmap.plane(2), bitmap.plane(3)});
+// Large memory that comes from the system anew takes longer than to colour a grid, so that the view's own serves
+// again.
+QImage XOVImageView::ownPicture(const QSize& size) {
+  const bool isOurs = anImage_.cacheKey() == bitmapPicture_;
+  QImage picture = isOurs ? std::exchange(anImage_, QImage()) : QImage();
+  const bool serves = picture.isDetached() && picture.size() == size && picture.format() == QImage::Format_RGB32;
+  return serves ? picture : QImage(size, QImage::Format_RGB32);
 }
 
-QImage XOVImageView::pictureOf(const PlanarBitmap& bitmap) const {
-  QImage picture = bitmap.toOpaqueImage();
+QImage XOVImageView::colorBitmap(PlanarBitmap& bitmap) {
   const std::span<const float> cells = heldCells();
+  const ColorPlanes planes{bitmap.plane(0), bitmap.plane(1), bitmap.plane(2), bitmap.plane(3)};
+  QImage picture = ownPicture({bitmap.width(), bitmap.height()});
+  const std::size_t pixels = std::size_t(picture.width()) * std::size_t(picture.height());
+  if (picture.isNull() || pixels != cells.size()) {
+    colorGridPlanes(cells, gridColoring(), planes);
+    picture = bitmap.toOpaqueImage();
+  } else {
+    colorGrid(cells, gridColoring(), planes, {reinterpret_cast<QRgb*>(picture.bits()), pixels});
+  }
   const auto isMissing = [](float value) { return std::isnan(value); };
   if (!missingCellsTransparent_ || std::ranges::none_of(cells, isMissing)) return picture;
   picture.convertTo(QImage::Format_ARGB32_Premultiplied);
-  const std::size_t held = std::min(cells.size(), std::size_t(picture.width()) * std::size_t(picture.height()));
+  const std::size_t held = std::min(cells.size(), pixels);
   for (std::size_t i = 0; i < held; ++i) {
     if (isMissing(cells[i])) picture.setPixel(int(i) % picture.width(), int(i) / picture.width(), 0);
   }

@@ -199,12 +199,13 @@ protected:
   virtual GridColoring gridColoring() const;
   /// The values of the grid that the buffer holds, row after row; empty without a grid.
   std::span<const float> heldCells() const;
-  /// A bitmap for the held part of the grid; null, said in the log, when memory does not allow it.
-  std::shared_ptr<PlanarBitmap> makeBitmap() const;
-  /// Fills the bitmap's planes with the grid's colours.
-  void colorPlanes(PlanarBitmap& bitmap) const;
-  /// The picture of the bitmap of the held cells: opaque, but for missing cells where they are transparent.
-  QImage pictureOf(const PlanarBitmap& bitmap) const;
+  /// A bitmap for the held part of the grid: the view's, which has it no longer, where nobody else has it and it is
+  /// as large, or a new one. Null, said in the log, when memory does not allow it.
+  std::shared_ptr<PlanarBitmap> makeBitmap();
+  /// Fills the bitmap's planes with the colours of the held cells. Returns its picture, which is opaque, but for
+  /// missing cells where they are transparent; it takes the memory of the view's picture, which is gone then, where
+  /// that serves.
+  QImage colorBitmap(PlanarBitmap& bitmap);
   /// Makes the bitmap that of the view, with the picture of it; null ones leave the view without.
   void installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, const QImage& picture);
   /// Strokes the data frame with lines of 2 points in black, and begins axes with tick labels of those attributes.
@@ -248,6 +249,7 @@ protected:
 
 private:
   Palette colorPalette() const { return Palette(palette()); }
+  QImage ownPicture(const QSize& size);
   // What the writes of properties do: set, and draw anew.
   void showColors() {
     updateImagePlanes();

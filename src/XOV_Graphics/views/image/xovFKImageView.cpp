@@ -72,9 +72,8 @@ void xovFKImageView::setupNSImage() {
   if (nr_ <= 0 || nc_ <= 0) return;
   iSize_ = QSizeF(nc_, nr_);
   const auto bitmap = makeBitmap();
-  if (bitmap) colorPlanes(*bitmap);
+  const QImage image = bitmap ? colorBitmap(*bitmap) : QImage();
   logCells();
-  const QImage image = bitmap ? pictureOf(*bitmap) : QImage();
   const auto logHolds = [&] {
     const bool installed = !image.isNull() && anImage_.cacheKey() == image.cacheKey();
     qCInfo(log, "setupNSImage Retain Counts: iRep:%d image:%d", int(bitmap.use_count()), installed ? 2 : 1);
