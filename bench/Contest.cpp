@@ -22,4 +22,17 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
+QString pairedRows(const std::vector<Contest>& contests) {
+  QString text;
+  for (std::size_t i = 0; i + 1 < contests.size(); i += 2) {
+    const double ours = median(contests[i].milliseconds), rival = median(contests[i + 1].milliseconds);
+    text += QStringLiteral("| %1 | %2 | %3 | %4 |\n")
+                .arg(QString::fromUtf8(contests[i].name))
+                .arg(ours, 0, 'f', 2)
+                .arg(rival, 0, 'f', 2)
+                .arg(ours / rival, 0, 'f', 2);
+  }
+  return text;
+}
+
 } // namespace xov::bench

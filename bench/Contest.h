@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 #include <vector>
 
@@ -17,5 +19,8 @@ struct Contest {
 void runInTurn(std::vector<Contest>& contests, int rounds);
 
 double median(std::vector<double> values);
+
+/// A row a pair of contests: the medians of one, of the rival behind it, and their ratio.
+QString pairedRows(const std::vector<Contest>& contests);
 
 } // namespace xov::bench

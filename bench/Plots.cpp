@@ -27,20 +27,6 @@ QImage whitePaper() {
   return paper;
 }
 
-// Rows of a contest and of the one that it is measured against.
-QString rows(const std::vector<Contest>& contests) {
-  QString text;
-  for (std::size_t i = 0; i + 1 < contests.size(); i += 2) {
-    const double ours = median(contests[i].milliseconds), rival = median(contests[i + 1].milliseconds);
-    text += QStringLiteral("| %1 | %2 | %3 | %4 |\n")
-                .arg(QLatin1String(contests[i].name))
-                .arg(ours, 0, 'f', 2)
-                .arg(rival, 0, 'f', 2)
-                .arg(ours / rival, 0, 'f', 2);
-  }
-  return text;
-}
-
 // A histogram whose counts have no order, so that every bar stands apart from its neighbours.
 std::unique_ptr<XOVHistogramView> noisyHistogram() {
   auto view = std::make_unique<XOVHistogramView>(QRectF(QPointF(0, 0), QSizeF(kSize)));
@@ -176,7 +162,7 @@ QString plotTable(int rounds) {
   }
   runInTurn(contests, rounds);
   return QStringLiteral("| 900 × 600 points | ms | QPainter, scan: ms | ratio |\n|---|---:|---:|---:|\n") +
-         rows(contests);
+         pairedRows(contests);
 }
 
 } // namespace xov::bench

@@ -2,6 +2,7 @@
 // samples, all in one run and in turn, and reads the peak memory of a process that does nothing else.
 #include "bench/Grids.h"
 #include "bench/LiveDisplay.h"
+#include "bench/Maps.h"
 #include "bench/Measure.h"
 #include "bench/Plots.h"
 #include "bench/Reading.h"
@@ -52,6 +53,7 @@ int main(int argc, char** argv) {
   bool wantsGrids = true;
   bool wantsReading = true;
   bool wantsPlots = true;
+  bool wantsMaps = true;
   for (const std::string& name : liveDisplayNames())
     names.push_back(name);
   if (parser.isSet(QStringLiteral("works"))) {
@@ -59,6 +61,7 @@ int main(int argc, char** argv) {
     wantsGrids = false;
     wantsReading = false;
     wantsPlots = false;
+    wantsMaps = false;
     for (const QString& name : parser.value(QStringLiteral("works")).split(QLatin1Char(','))) {
       if (name == QLatin1String("W4"))
         wantsGrids = true;
@@ -66,6 +69,8 @@ int main(int argc, char** argv) {
         wantsReading = true;
       else if (name == QLatin1String("P1"))
         wantsPlots = true;
+      else if (name == QLatin1String("M1"))
+        wantsMaps = true;
       else
         names.push_back(name.toStdString());
     }
@@ -96,6 +101,8 @@ int main(int argc, char** argv) {
     std::printf("\n%s", qPrintable(readingTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
   if (wantsPlots)
     std::printf("\n%s", qPrintable(plotTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
+  if (wantsMaps)
+    std::printf("\n%s", qPrintable(mapTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
   if (parser.isSet(QStringLiteral("json"))) {
     QFile file(parser.value(QStringLiteral("json")));
     if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(json(all)).toJson()) < 0) {
