@@ -59,6 +59,18 @@ private:
     }
   }
 
+  /// Each is gone through at every frequency, so they are counted together.
+  template <typename Value>
+  void appendCoefficient(std::vector<Value>& values, Value value) {
+    if (coefficients_ < kMostCoefficients) {
+      values.push_back(value);
+      ++coefficients_;
+    } else {
+      problem_.note(xml_.lineNumber(),
+                    QStringLiteral("more than %1 coefficients, poles and zeros").arg(kMostCoefficients));
+    }
+  }
+
   double number() { return takeNumber(xml_, problem_).value_or(0); }
 
   QString unitsName() {
@@ -169,9 +181,9 @@ private:
       } else if (element == QLatin1String("NormalizationFrequency")) {
         filter.normalizationHz = number();
       } else if (element == QLatin1String("Zero")) {
-        append(filter.zeros, readComplex(), kMostCoefficients, "zeros");
+        appendCoefficient(filter.zeros, readComplex());
       } else if (element == QLatin1String("Pole")) {
-        append(filter.poles, readComplex(), kMostCoefficients, "poles");
+        appendCoefficient(filter.poles, readComplex());
       } else {
         return readUnits(element, stage.inputUnits, &stage.outputUnits);
       }
@@ -186,9 +198,9 @@ private:
       if (element == QLatin1String("CfTransferFunctionType")) {
         filter.variable = variable();
       } else if (element == QLatin1String("Numerator")) {
-        append(filter.numerators, number(), kMostCoefficients, "numerators");
+        appendCoefficient(filter.numerators, number());
       } else if (element == QLatin1String("Denominator")) {
-        append(filter.denominators, number(), kMostCoefficients, "denominators");
+        appendCoefficient(filter.denominators, number());
       } else {
         return readUnits(element, stage.inputUnits, &stage.outputUnits);
       }
@@ -205,7 +217,7 @@ private:
       if (element == QLatin1String("Symmetry")) {
         symmetry = xml_.elementText();
       } else if (element == QLatin1String("NumeratorCoefficient")) {
-        append(filter.numerators, number(), kMostCoefficients, "coefficients");
+        appendCoefficient(filter.numerators, number());
       } else {
         return readUnits(element, stage.inputUnits, &stage.outputUnits);
       }
@@ -273,6 +285,7 @@ private:
 
   XmlElements& xml_;
   XmlProblem problem_;
+  std::size_t coefficients_ = 0;
 };
 
 } // namespace
