@@ -91,12 +91,9 @@ void putBack(const Spectrum& spectrum, double factor, std::span<double> stretch)
                  [&](double, double sample) { return sample * factor; });
 }
 
-/// Takes the response away from one stretch; false when it is 0 everywhere.
-bool removeFrom(std::span<double> stretch, const ResponseFunction& function, const ResponseRemoval& removal,
-                double intervalSeconds) {
-  if (removal.trendOrder) removePolynomial(stretch, *removal.trendOrder);
-  applyTaperShare(stretch, removal.taperShare);
-  Spectrum spectrum(stretch, 2 * stretch.size());
+/// Divides a spectrum by the response as it is asked for; false when the response is 0 everywhere.
+bool divide(Spectrum& spectrum, const ResponseFunction& function, const ResponseRemoval& removal,
+            double intervalSeconds) {
   std::vector<Complex> factors = responseAt(function, spectrum, intervalSeconds);
   if (std::ranges::all_of(factors, [](const Complex& value) { return value == 0.0; })) return false;
   invert(factors, removal.waterLevelDb);
@@ -105,6 +102,16 @@ bool removeFrom(std::span<double> stretch, const ResponseFunction& function, con
         removal.preFilter ? shareAt(*removal.preFilter, spectrum.frequencyHz(j, intervalSeconds)) : 1;
     spectrum.values()[j] *= factors[j] * share;
   }
+  return true;
+}
+
+/// Takes the response away from one stretch; false when it is 0 everywhere.
+bool removeFrom(std::span<double> stretch, const ResponseFunction& function, const ResponseRemoval& removal,
+                double intervalSeconds) {
+  if (removal.trendOrder) removePolynomial(stretch, *removal.trendOrder);
+  applyTaperShare(stretch, removal.taperShare);
+  Spectrum spectrum(stretch, 2 * stretch.size());
+  if (!divide(spectrum, function, removal, intervalSeconds)) return false;
   putBack(spectrum, kNanometresPerMetre, stretch);
   return true;
 }

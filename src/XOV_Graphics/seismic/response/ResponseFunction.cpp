@@ -5,6 +5,7 @@
 #include "XOV_Graphics/seismic/response/StageFilter.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -15,6 +16,7 @@ namespace {
 using Complex = std::complex<double>;
 
 constexpr qsizetype kQuotedCharacters = 40;
+constexpr std::size_t kChunk = 1024;        // frequencies at a time, so that no stage needs memory for all
 constexpr double kLargestDifference = 0.05; // of a stated sensitivity that is taken as true
 
 /// A unit of ground motion: how many of the SI unit it is, and of which motion.
@@ -117,26 +119,32 @@ Result<ResponseFunction> ResponseFunction::of(const InstrumentResponse& response
 std::complex<double> ResponseFunction::at(double frequencyHz) const { return at({&frequencyHz, 1}).front(); }
 
 std::vector<std::complex<double>> ResponseFunction::at(std::span<const double> frequenciesHz) const {
-  std::vector<Complex> product(frequenciesHz.size(), unit_);
-  std::vector<Complex> factor(frequenciesHz.size());
-  for (const Stage& stage : stages_) {
-    evaluateFilter(stage.stage, stage.rateHz, frequenciesHz, factor);
-    for (std::size_t i = 0; i < product.size(); ++i)
-      product[i] *= factor[i] * stage.scale;
+  std::vector<Complex> values(frequenciesHz.size(), unit_);
+  for (std::size_t first = 0; first < values.size(); first += kChunk) {
+    const std::size_t count = std::min(kChunk, values.size() - first);
+    multiply(frequenciesHz.subspan(first, count), std::span(values).subspan(first, count));
   }
+  return values;
+}
+
+void ResponseFunction::multiply(std::span<const double> frequenciesHz, std::span<std::complex<double>> values) const {
+  std::array<Complex, kChunk> filter;
   double advance = 0;
-  for (const Stage& stage : stages_)
+  for (const Stage& stage : stages_) {
+    evaluateFilter(stage.stage, stage.rateHz, frequenciesHz, std::span(filter).first(values.size()));
+    for (std::size_t i = 0; i < values.size(); ++i)
+      values[i] *= filter[i] * stage.scale;
     advance += stage.advanceSeconds;
-  for (std::size_t i = 0; i < product.size(); ++i) {
-    const double omega = 2 * std::numbers::pi * frequenciesHz[i];
-    if (advance != 0) product[i] *= std::polar(1.0, omega * advance);
-    for (int k = 0; k < derivatives_; ++k)
-      product[i] *= Complex(0, omega);
-    for (int k = derivatives_; k < 0; ++k)
-      product[i] /= Complex(0, omega);
-    if (!std::isfinite(product[i].real()) || !std::isfinite(product[i].imag())) product[i] = 0;
   }
-  return product;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const double omega = 2 * std::numbers::pi * frequenciesHz[i];
+    if (advance != 0) values[i] *= std::polar(1.0, omega * advance);
+    for (int k = 0; k < derivatives_; ++k)
+      values[i] *= Complex(0, omega);
+    for (int k = derivatives_; k < 0; ++k)
+      values[i] /= Complex(0, omega);
+    if (!std::isfinite(values[i].real()) || !std::isfinite(values[i].imag())) values[i] = 0;
+  }
 }
 
 QString sensitivityProblem(const InstrumentResponse& response) {

@@ -52,6 +52,9 @@ private:
     double advanceSeconds = 0; ///< of what comes out
   };
 
+  /// Multiplies at most a chunk of values by those of the stages.
+  void multiply(std::span<const double> frequenciesHz, std::span<std::complex<double>> values) const;
+
   std::vector<Stage> stages_;
   int derivatives_ = 0; ///< of the wanted motion that the instrument measures; negative: integrals
   double unit_ = 0;

@@ -48,15 +48,11 @@ std::vector<double> Spectrum::samples() const {
     const Complex turned = std::polar(1.0, std::numbers::pi * double(k) / double(half)) * (here - mirrored);
     both[k] = here + mirrored + Complex(-turned.imag(), turned.real());
   }
-  std::vector<Complex> pairs(half);
-  kissfft<double>(half, true).transform(both.data(), pairs.data());
-  std::vector<double> samples;
-  samples.reserve(size());
+  std::vector<double> samples(size());
+  kissfft<double>(half, true).transform(both.data(), reinterpret_cast<Complex*>(samples.data()));
   const double scale = 1 / double(size());
-  for (const Complex& pair : pairs) {
-    samples.push_back(pair.real() * scale);
-    samples.push_back(pair.imag() * scale);
-  }
+  for (double& sample : samples)
+    sample *= scale;
   return samples;
 }
 
