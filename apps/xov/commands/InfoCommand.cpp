@@ -2,12 +2,15 @@
 
 #include "apps/xov/inputs/InputFiles.h"
 
+#include <CLI/CLI.hpp>
+
 #include <QDateTime>
 
 #include <XOV_Graphics/base/TimeText.h>
 #include <XOV_Graphics/seismic/Picks.h>
 #include <XOV_Graphics/seismic/io/events/EventReaders.h>
 #include <XOV_Graphics/seismic/prepare/RecordCopy.h>
+#include <XOV_Graphics/seismic/prepare/RecordPicks.h>
 #include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <algorithm>
 #include <charconv>
@@ -24,6 +27,9 @@ constexpr int kSecondsDecimals = 3;
 constexpr int kDegreesDecimals = 2;
 constexpr int kPlaceDecimals = 4; // of degrees; some ten metres
 constexpr int kMeanDigits = 6;
+constexpr int kArrivalDecimals = 2; // of seconds; other programs' times differ by more
+constexpr int kRayParameterDecimals = 3;
+constexpr int kAngleDecimals = 1;
 
 struct Heading {
   const char* text;
@@ -42,6 +48,12 @@ constexpr Heading kHeadings[] = {
 constexpr Heading kEventHeadings[] = {
     {"time", Left}, {"lat", Right}, {"lon", Right}, {"depth", Right},
     {"mag", Right}, {"type", Left}, {"name", Left}, {"file", Left},
+};
+
+constexpr Heading kArrivalHeadings[] = {
+    {"net", Left},      {"sta", Left},    {"loc", Left},  {"chan", Left},     {"dist", Right},
+    {"evdepth", Right}, {"phase", Left},  {"time", Left}, {"seconds", Right}, {"rayp", Right},
+    {"takeoff", Right}, {"incid", Right}, {"file", Left},
 };
 
 TextTable tableWith(std::span<const Heading> headings) {
@@ -69,12 +81,11 @@ QString fixed(double value, int decimals) {
   return isDefined(value) ? QString::number(value, 'f', decimals) : QString();
 }
 
-QString startText(const SeismogramRecord& record) {
-  const std::shared_ptr<SeisTime> reference = record.mySeisReferenceTime();
-  if (!reference || !(std::abs(record.b()) < kLongestOffset)) return {};
-  reference->updateNSDate();
-  const QDateTime start = reference->nsDate().addMSecs(std::llround(double(record.b()) * kMillisecondsPerSecond));
-  return utcText(start);
+// UTC of a time on the record's axis.
+QString momentText(const SeismogramRecord& record, double seconds) {
+  const QDateTime reference = referenceTimeOf(record);
+  if (!reference.isValid() || !(std::abs(seconds) < kLongestOffset)) return {};
+  return utcText(reference.addMSecs(std::llround(seconds * kMillisecondsPerSecond)));
 }
 
 // From the first sample to the last, in double precision: a day does not fit single precision to the millisecond.
@@ -124,7 +135,7 @@ QStringList infoCells(const SeismogramSummary& summary) {
           word(record.kstnm()),
           word(record.khole()),
           word(record.kcmpnm()),
-          startText(record),
+          momentText(record, double(record.b())),
           QString::number(samples.count()),
           shortest(record.delta()),
           fixed(durationSeconds(record, samples.count()), kSecondsDecimals),
@@ -154,12 +165,31 @@ QStringList eventCells(const Hypocentre& event) {
           word(values.name)};
 }
 
+QStringList arrivalCells(const SeismogramRecord& record, const PhaseArrival& arrival) {
+  const std::optional<double> origin = originSeconds(record);
+  return {word(record.knetwk()),
+          word(record.kstnm()),
+          word(record.khole()),
+          word(record.kcmpnm()),
+          fixed(double(record.gcarc()), kDegreesDecimals),
+          shortest(record.evdp()),
+          phaseName(arrival.phase),
+          origin ? momentText(record, *origin + arrival.seconds) : QString(),
+          fixed(arrival.seconds, kArrivalDecimals),
+          fixed(arrival.rayParameter, kRayParameterDecimals),
+          fixed(arrival.takeOffDeg, kAngleDecimals),
+          fixed(arrival.incidenceDeg, kAngleDecimals)};
+}
+
 TextTable infoTable() { return tableWith(kHeadings); }
 
 TextTable eventTable() { return tableWith(kEventHeadings); }
 
+TextTable arrivalTable() { return tableWith(kArrivalHeadings); }
+
 void InfoCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options, "FILES", "Seismogram or event files, folders of them, or patterns in quotes");
+  options.add_flag("--arrivals", arrivals_, "Print when phases arrive at the records instead");
 }
 
 namespace {
@@ -208,9 +238,50 @@ private:
   bool hasEvents_ = false;
 };
 
+// The table of arrivals, record by record.
+class Arrivals {
+public:
+  Result<ReadFile> add(const QString& name, const SeismogramReadOptions& options) {
+    const Result<SeismogramFileSummary> file = summarizeInputFile(name, options);
+    if (!file) return Error{file.error()};
+    for (const SeismogramSummary& summary : file->records) {
+      const SeismogramRecord& record = *summary.record;
+      for (const PhaseArrival& arrival : arrivalsOf(record)) {
+        table_.addRow(arrivalCells(record, arrival) << name);
+        hasRows_ = true;
+      }
+      if (!isDefined(double(record.gcarc()))) withoutDistance_.push_back(copyOfRecord(record));
+    }
+    return ReadFile{!file->records.empty(), file->notes};
+  }
+
+  QString text() const { return hasRows_ ? table_.text() : QString(); }
+
+  /// Empty when all is known.
+  QString note() const {
+    return withoutDistance_.empty() ? QString()
+                                    : "no distance of " + stationsText(withoutDistance_) + ": arrivals are not known";
+  }
+
+private:
+  TextTable table_ = arrivalTable();
+  SeismogramArray withoutDistance_;
+  bool hasRows_ = false;
+};
+
 } // namespace
 
+ExitCode InfoCommand::printArrivals() const {
+  Arrivals arrivals;
+  const ExitCode status = inputs_.readEach(
+      [&](const QString& name, const SeismogramReadOptions& options) { return arrivals.add(name, options); });
+  print(arrivals.text());
+  if (const QString note = arrivals.note(); !note.isEmpty()) complain(note);
+  return status;
+}
+
 ExitCode InfoCommand::run() {
+  if (arrivals_) return printArrivals();
   Tables tables;
   const ExitCode status = inputs_.readEach(
       [&tables](const QString& name, const SeismogramReadOptions& options) { return tables.add(name, options); });

@@ -8,17 +8,22 @@
 
 #include <XOV_Graphics/seismic/Hypocentre.h>
 #include <XOV_Graphics/seismic/SeismogramSummary.h>
+#include <XOV_Graphics/seismic/arrivals/Arrivals.h>
 
 namespace xov::cli {
 
-/// `xov info`: a table of what seismogram files hold, one line a record, and one of the events of event files.
+/// `xov info`: a table of what seismogram files hold, one line a record, and one of the events of event files; or a
+/// table of the phases that arrive at the records.
 class InfoCommand : public Command {
 public:
   void addOptions(CLI::App& options) override;
   ExitCode run() override;
 
 private:
+  ExitCode printArrivals() const;
+
   RecordInputs inputs_;
+  bool arrivals_ = false;
 };
 
 /// The cells of a record: network, station, location, channel, UTC time of the first sample, number of samples,
@@ -31,9 +36,16 @@ QStringList infoCells(const SeismogramSummary& summary);
 /// known is empty.
 QStringList eventCells(const Hypocentre& event);
 
-/// The table that a row of infoCells(), and then the name of the file, goes into; that of eventCells() likewise.
+/// The cells of a phase at a record: network, station, location, channel, distance in degrees, depth of the event in
+/// km, phase, UTC time, seconds after the origin time, ray parameter in seconds a degree, take-off angle and angle of
+/// incidence in degrees. What is not known is empty.
+QStringList arrivalCells(const SeismogramRecord& record, const PhaseArrival& arrival);
+
+/// The table that a row of infoCells(), and then the name of the file, goes into; that of eventCells() and
+/// arrivalCells() likewise.
 TextTable infoTable();
 TextTable eventTable();
+TextTable arrivalTable();
 
 /// The picks of a record as "o=-66.3334,a=301.506(P),t1=802.857(S)": times in seconds on the trace's axis, labels in
 /// brackets.

@@ -73,6 +73,7 @@ void PanelsCommand::addOptions(CLI::App& options) {
   options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
       ->type_name("G")
       ->check(numberAboveZero());
+  picks_.addOptions(options);
   timeAxis_.addOptions(options);
   output_.addOptions(options);
 }
@@ -89,7 +90,7 @@ ExitCode PanelsCommand::run() {
   }
   output_.setDefaultSize(sizeOfPanels(found.records.size() / 2));
   const auto records =
-      std::make_shared<const SeismogramArray>(pairsFromOneStart(onOneAxis(std::move(found.records))));
+      std::make_shared<const SeismogramArray>(pairsFromOneStart(onOneAxis(picks_.apply(std::move(found.records)))));
   const PanelTimes times = panelTimes(*records);
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<PanelsView>(frame);

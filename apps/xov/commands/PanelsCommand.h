@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/PickOptions.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
@@ -15,6 +16,7 @@ public:
 
 private:
   RecordInputs inputs_;
+  PickOptions picks_;
   TimeAxisOption timeAxis_;
   Output output_{"panels", {}};
   double gain_ = 1;

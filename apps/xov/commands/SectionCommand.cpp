@@ -56,6 +56,7 @@ void SectionCommand::addOptions(CLI::App& options) {
   options.add_option("--sort", order_, "Order from the bottom up: distance, azimuth or name")
       ->type_name("ORDER")
       ->check(oneOf(orderNames()));
+  picks_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
   output_.addOptions(options);
@@ -66,7 +67,7 @@ ExitCode SectionCommand::run() {
   if (found.records.empty()) return ExitCode::Failed;
   const bool one = found.records.size() == 1;
   if (one) output_.setDefaultSize(kSizeOfOne);
-  found.records = plot_.prepare(std::move(found.records));
+  found.records = plot_.prepare(picks_.apply(std::move(found.records)));
   sortRecords(found.records, orderNamed(order_));
   const auto records = std::make_shared<const SeismogramArray>(std::move(found.records));
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {

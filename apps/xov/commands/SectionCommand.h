@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/PickOptions.h"
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
@@ -18,6 +19,7 @@ public:
 
 private:
   RecordInputs inputs_;
+  PickOptions picks_;
   RecordPlot plot_;
   TimeAxisOption timeAxis_;
   Output output_{"section", {900, 600}};

@@ -20,6 +20,7 @@ void ThreeCommand::addOptions(CLI::App& options) {
                3);
   options.add_flag("--self-scaled", selfScaled_, "Let each trace fill its panel");
   options.add_flag("--peaks", peaks_, "Print the largest amplitude of each trace");
+  picks_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
   output_.addOptions(options);
@@ -36,7 +37,7 @@ ExitCode ThreeCommand::run() {
     complain(components.error() + QStringLiteral("; --channels and --components choose others"));
     return ExitCode::Failed;
   }
-  const SeismogramArray present = plot_.prepare(presentComponents(*components));
+  const SeismogramArray present = plot_.prepare(picks_.apply(presentComponents(*components)));
   const auto shown = observationOf(*components, present);
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<ThreeCompView>>(frame);

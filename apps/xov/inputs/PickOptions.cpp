@@ -1,0 +1,36 @@
+#include "apps/xov/inputs/PickOptions.h"
+
+#include "apps/xov/terminal/Messages.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QStringList>
+
+#include <XOV_Graphics/seismic/prepare/RecordPicks.h>
+
+namespace xov::cli {
+
+void PickOptions::addOptions(CLI::App& options) {
+  CLI::Option* const names =
+      options
+          .add_option("--picks", names_, "Draw these picks only: labels, or phases to predict, as 'P,S' or 'PKP,pP'")
+          ->type_name("NAME[,...]")
+          ->delimiter(',')
+          ->allow_extra_args(false);
+  options.add_flag("--no-picks", none_, "Draw no picks")->excludes(names);
+}
+
+SeismogramArray PickOptions::apply(SeismogramArray records) const {
+  if (none_) return withPicksNamed(std::move(records), {});
+  if (names_.empty()) return records;
+  QStringList names;
+  for (const std::string& name : names_)
+    names.append(QString::fromStdString(name).trimmed());
+  names.removeAll(QString());
+  PreparedRecords picked = withPicksOrPredictions(std::move(records), names);
+  for (const QString& note : picked.notes)
+    complain(note);
+  return std::move(picked.records);
+}
+
+} // namespace xov::cli
