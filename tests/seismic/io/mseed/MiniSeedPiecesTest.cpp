@@ -138,14 +138,17 @@ TEST(MiniSeedPieces, followAClockThatDrifts) {
 
 TEST(MiniSeedPieces, matchTheNearestOfSeveralThatCouldGoOn) {
   // Two pieces end 4 ms apart; a record that is due for the second goes there.
-  const std::vector<RecordSpan> spans = {{0, 100, 100}, {4000, 100, 100}, {kSecond + 4000, 100, 100}};
-  EXPECT_EQ(joinRecords(spans), (std::vector<std::vector<std::size_t>>{{0}, {1, 2}}));
+  PieceJoiner joiner;
+  EXPECT_EQ(joiner.add({0, 100, 100}), 0U);
+  EXPECT_EQ(joiner.add({4000, 100, 100}), 1U);
+  EXPECT_EQ(joiner.add({kSecond + 4000, 100, 100}), 1U);
 }
 
 TEST(MiniSeedPieces, ofManyThousandOverlapsAreFoundQuickly) {
   // All start together, so that each is open when the next comes.
-  std::vector<RecordSpan> spans(200000, {0, 1e-3, 100});
-  EXPECT_EQ(joinRecords(spans).size(), spans.size());
+  PieceJoiner joiner;
+  for (std::size_t i = 0; i < 200000; ++i)
+    ASSERT_EQ(joiner.add({0, 1e-3, 100}), i);
 }
 
 TEST(MiniSeedPieces, holdWhatLibmseedPacks) {

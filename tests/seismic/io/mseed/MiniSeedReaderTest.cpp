@@ -314,14 +314,8 @@ TEST(MiniSeedReader, knowsARecordThatLooksLikeSacInPlaces) {
   EXPECT_EQ(test::onlyRecord(readSeismogramFile(path))->npts(), 50);
 }
 
-TEST(MiniSeedReader, saysThatMiniSeed3IsAnotherFormat) {
-  const TemporaryFiles files;
-  const QString path = files.write("a.mseed3", QByteArray("MS\x03") + QByteArray(200, '\0'));
-  EXPECT_EQ(readSeismogramFile(path).error(), path + ": found miniSEED 3, expected miniSEED 2");
-}
-
 TEST(MiniSeedReader, refusesWhatIsNoFile) {
   const TemporaryFiles files;
   EXPECT_EQ(readMiniSeed(files.folder()).error(), files.folder() + ": is a folder, expected a file");
-  EXPECT_EQ(readMiniSeed(files.write("empty", {})).error(), files.path("empty") + ": found no record of miniSEED 2");
+  EXPECT_EQ(readMiniSeed(files.write("empty", {})).error(), files.path("empty") + ": found no record of miniSEED");
 }

@@ -10,7 +10,7 @@
 namespace xov {
 
 /// Whether a file that begins so holds miniSEED: a record at the start or further on, the control headers that full
-/// SEED begins with, or a record of miniSEED 3.
+/// SEED begins with, or the letters of miniSEED 3.
 bool isMiniSeed(QByteArrayView head);
 
 /// Reads a miniSEED file from a device, which can be sequentially read twice. Errors and notes call it `name`; the

@@ -1,5 +1,8 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
 
+#include "XOV_Graphics/seismic/io/mseed/MiniSeed3Record.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedSearch.h"
+
 #include <map>
 
 namespace xov {
@@ -21,11 +24,14 @@ qint64 nextStart(FileWindow& file, qint64 from) {
 
 class Indexer {
 public:
-  Indexer(FileWindow& file, const ChannelPatterns& patterns) : file_(file), patterns_(patterns) {}
+  Indexer(FileWindow& file, const ChannelPatterns& patterns, const RecordSink& sink)
+      : file_(file),
+        patterns_(patterns),
+        sink_(sink) {}
 
   MiniSeedIndex run() {
     qint64 offset = 0;
-    while (offset < file_.size() && index_.isReadable)
+    while (offset < file_.size() && index_.isReadable && isWanted_)
       offset = step(offset);
     return std::move(index_);
   }
@@ -37,14 +43,15 @@ private:
     const QByteArrayView view = file_.at(offset, kMiniSeedChainBytes);
     index_.isReadable = view.size() >= std::min<qint64>(kMiniSeedChainBytes, remaining);
     if (!index_.isReadable) return offset;
-    MiniSeedFinding finding = findMiniSeedRecord(view, remaining);
+    MiniSeedFinding finding = findAnyRecord(view, remaining);
     if (finding.kind == MiniSeedFinding::Kind::Nothing) {
       const qint64 next = nextStart(file_, offset + 1);
       index_.strayBytes.add(offset, QString(), next - offset);
       return next;
     }
     ++index_.recordCount;
-    checkInside(offset, finding);
+    if (finding.record.format.length > 0) checkWhole(offset, finding);
+    if (!index_.isReadable) return offset;
     if (finding.kind == MiniSeedFinding::Kind::Damaged) {
       index_.damagedRecords.add(offset, finding.problem);
       return finding.record.format.length > 0 ? offset + finding.record.format.length : nextStart(file_, offset + 1);
@@ -53,46 +60,68 @@ private:
     return offset + finding.record.format.length;
   }
 
-  /// A length that is too large would hide the records that it covers.
-  void checkInside(qint64 offset, MiniSeedFinding& finding) {
-    int& length = finding.record.format.length;
-    if (length == 0) return;
-    const QByteArrayView view = file_.at(offset, length);
-    if (view.size() < length) {
-      index_.isReadable = false;
-      return;
+  /// Looks at all of a record's bytes. A length that is too large would hide the records that it covers.
+  void checkWhole(qint64 offset, MiniSeedFinding& finding) {
+    SampleFormat& format = finding.record.format;
+    const QByteArrayView view = file_.at(offset, format.length);
+    index_.isReadable = view.size() >= format.length;
+    if (!index_.isReadable) return;
+    const bool isVersion3 = finding.record.version == 3;
+    if (isVersion3) {
+      format.isProven = checkValueProblem(view.first(format.length)).isEmpty();
+      if (format.isProven) return;
     }
-    const qsizetype inside = findRecordInside(view.first(length));
+    const qsizetype behind = isVersion3 ? kLongestMiniSeedRecord : 0;
+    const qsizetype inside = findRecordInside(finding.record, file_.at(offset, format.length + behind));
     if (inside == 0) return;
     finding.kind = MiniSeedFinding::Kind::Damaged;
-    finding.problem = "record length: found " + QString::number(length) + ", but another record begins " +
+    finding.problem = "record length: found " + QString::number(format.length) + ", but another record begins " +
                       QString::number(inside) + " bytes on";
-    length = int(inside);
+    format.length = int(inside);
   }
 
   void addRecord(qint64 offset, const MiniSeedRecord& record) {
-    if (!index_.isReadable || record.sampleCount == 0 || record.format.encoding == MiniSeedEncoding::Text) return;
+    if (record.sampleCount == 0 || record.format.encoding == MiniSeedEncoding::Text) return;
     const std::optional<std::uint32_t> channel = selectedChannel(record);
     if (!channel) return;
-    index_.records.push_back({offset, {record.startUs, record.rateHz, record.sampleCount}, *channel, record.format});
+    const IndexedRecord indexed{offset, {record.startUs, record.rateHz, record.sampleCount}, *channel, record.format};
+    if (!sink_)
+      index_.records.push_back(indexed);
+    else
+      isWanted_ = sink_(indexed, file_.at(offset, record.format.length).first(record.format.length), index_);
   }
 
   /// The number of the record's channel if that is selected.
   std::optional<std::uint32_t> selectedChannel(const MiniSeedRecord& record) {
-    const auto [known, isNew] = numbers_.try_emplace(record.codes);
-    if (isNew) {
-      const ChannelCodes codes = channelCodes(record);
-      const bool selected = patterns_.select(codes);
-      if (selected) known->second = std::uint32_t(index_.channels.size());
-      (selected ? index_.channels : index_.passedOver).push_back(codes);
-    }
+    if (record.source == lastSource_ && record.version == lastVersion_) return lastChannel_;
+    const auto [known, isNew] = numbers_.try_emplace(std::make_pair(record.version, record.source));
+    if (isNew) known->second = channelNumber(channelCodes(record));
+    lastSource_ = record.source;
+    lastVersion_ = record.version;
+    lastChannel_ = known->second;
+    return lastChannel_;
+  }
+
+  /// Records of both versions may be of one channel.
+  std::optional<std::uint32_t> channelNumber(const ChannelCodes& codes) {
+    const auto [known, isNew] = numbersByCodes_.try_emplace(codes);
+    if (!isNew) return known->second;
+    const bool selected = patterns_.select(codes);
+    if (selected) known->second = std::uint32_t(index_.channels.size());
+    (selected ? index_.channels : index_.passedOver).push_back(codes);
     return known->second;
   }
 
   FileWindow& file_;
   const ChannelPatterns& patterns_;
   MiniSeedIndex index_;
-  std::map<std::array<char, 12>, std::optional<std::uint32_t>> numbers_;
+  const RecordSink& sink_;
+  bool isWanted_ = true;
+  std::map<std::pair<int, std::string>, std::optional<std::uint32_t>> numbers_; // by version and source
+  std::map<ChannelCodes, std::optional<std::uint32_t>> numbersByCodes_;
+  std::string lastSource_; // of the record before, which is mostly of the same channel
+  int lastVersion_ = 0;
+  std::optional<std::uint32_t> lastChannel_;
 };
 
 } // namespace
@@ -104,8 +133,8 @@ void LossTally::add(qint64 offset, const QString& problem, qint64 amount) {
   firstProblem = problem;
 }
 
-MiniSeedIndex indexMiniSeed(FileWindow& file, const ChannelPatterns& patterns) {
-  return Indexer(file, patterns).run();
+MiniSeedIndex indexMiniSeed(FileWindow& file, const ChannelPatterns& patterns, const RecordSink& sink) {
+  return Indexer(file, patterns, sink).run();
 }
 
 } // namespace xov

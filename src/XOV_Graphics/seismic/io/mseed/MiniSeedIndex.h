@@ -4,6 +4,8 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedPieces.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedRecord.h"
 
+#include <functional>
+
 namespace xov {
 
 /// Counts losses of one kind and keeps the first of them in the file.
@@ -29,13 +31,18 @@ struct MiniSeedIndex {
   std::vector<ChannelCodes> passedOver; ///< those not selected, as they first appear
   std::vector<IndexedRecord> records;   ///< those of the selected channels that hold samples, by offset
   qint64 recordCount = 0;               ///< of all records, also damaged ones
+  qint64 repeatedCount = 0;             ///< of records that the file holds already, as the assembly finds them
   LossTally damagedRecords;
   LossTally doubtfulRecords; ///< whose samples do not end as they say
   LossTally strayBytes;      ///< bytes that belong to no record
   bool isReadable = true;    ///< false when the device failed before its end
 };
 
+/// Gets each record of a selected channel that holds samples, with its bytes, in place of the index's records; false
+/// ends the walk. The index's lists are filled up to that record.
+using RecordSink = std::function<bool(const IndexedRecord& record, QByteArrayView bytes, MiniSeedIndex& index)>;
+
 /// Walks through a file from record to record.
-MiniSeedIndex indexMiniSeed(FileWindow& file, const ChannelPatterns& patterns);
+MiniSeedIndex indexMiniSeed(FileWindow& file, const ChannelPatterns& patterns, const RecordSink& sink = {});
 
 } // namespace xov

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "XOV_Graphics/seismic/SacSeismogram.h"
-
 #include <cstdint>
-#include <vector>
+#include <map>
 
 namespace xov {
 
@@ -14,13 +12,44 @@ struct RecordSpan {
   int sampleCount = 0;
 };
 
-/// Time-ordered records of one channel, put together to unbroken pieces: for each piece the places of its records in
-/// `spans`, in the order of the pieces' starts.
+/// Puts the records of one channel together to unbroken pieces.
 ///
 /// A record continues a piece whose last record ends within half a sample of where this one starts, and whose rate is
 /// the same to a ten-thousandth; of several, the nearest. So a gap starts another piece, and records that overlap
 /// become pieces that overlap.
-std::vector<std::vector<std::size_t>> joinRecords(const std::vector<RecordSpan>& spans);
+class PieceJoiner {
+public:
+  /// The number of the piece that a record belongs to. Records come in the order of their starts, and pieces are
+  /// numbered in the order of theirs.
+  std::size_t add(const RecordSpan& span);
+
+private:
+  /// A piece that further records may continue.
+  struct OpenPiece {
+    std::size_t number = 0;
+    double rateHz = 0;
+    std::int64_t sampleCount = 0;
+
+    bool takes(const RecordSpan& span) const;
+  };
+  /// Open pieces by the time at which the next record should start.
+  using OpenPieces = std::multimap<std::int64_t, OpenPiece>;
+
+  OpenPieces::iterator pieceBefore(const RecordSpan& span);
+
+  OpenPieces open_;
+  std::size_t count_ = 0;
+};
+
+/// Where the records of a piece lie, put in one after the other.
+struct PieceExtent {
+  RecordSpan first;
+  std::int64_t lastStartUs = 0;
+  std::int64_t countBeforeLast = 0; ///< samples of all records but the last
+  std::int64_t sampleCount = 0;
+
+  void add(const RecordSpan& span);
+};
 
 /// A piece on the time axis that begins at `referenceMs`, milliseconds since 1970: b is the time of its first sample
 /// and delta the interval. Where the records' own times are further from the nominal rate at the end of the piece
@@ -29,6 +58,6 @@ struct PieceTimes {
   double b = 0;
   double delta = 0;
 };
-PieceTimes pieceTimes(const std::vector<RecordSpan>& records, std::int64_t referenceMs);
+PieceTimes pieceTimes(const PieceExtent& extent, std::int64_t referenceMs);
 
 } // namespace xov

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedRecord.h"
 
-#include "XOV_Graphics/base/Numbers.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeed3Record.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedEncodings.h"
 
 #include <QDate>
 #include <QtEndian>
@@ -32,7 +33,6 @@ constexpr int kCorrectionApplied = 0x02;
 constexpr int kFractionsPerSecond = 10000;
 constexpr std::int64_t kMicrosecondsPerFraction = 100;
 constexpr std::int64_t kMicrosecondsPerSecond = 1000000;
-constexpr std::int64_t kSecondsPerDay = 86400;
 
 // Years that digital recordings can be of; in the other byte order they are none.
 constexpr int kFirstYear = 1900;
@@ -49,54 +49,8 @@ constexpr int kMostBlockettes = 255;          // the fixed header counts them in
 constexpr int kShortestExponent = 7;
 constexpr int kLongestExponent = 20;
 static_assert(kLongestMiniSeedRecord == qsizetype(1) << kLongestExponent);
-constexpr qsizetype kShortestRecord = qsizetype(1) << kShortestExponent;
-
-// Beyond these, intervals and ends of records leave the numbers that hold them; no instrument comes near.
-constexpr double kLowestRateHz = 1e-6;
-constexpr double kHighestRateHz = 1e9;
-
-constexpr int kSteimFrameBytes = 64;
-constexpr int kSteimFrameWords = 15;      // of 16; the first one says what the others hold
-constexpr int kSteimIntegrationWords = 2; // of the first frame: its first and its last sample
-
-/// An encoding: how many bytes a sample takes, or for those in frames, how many samples a word holds at most.
-struct EncodingRow {
-  MiniSeedEncoding encoding;
-  const char* name;
-  int sampleBytes;
-  int samplesPerWord;
-};
 
 using Encoding = MiniSeedEncoding;
-constexpr EncodingRow kEncodings[] = {
-    {Encoding::Text, "text", 0, 0},
-    {Encoding::Int16, "16-bit integers", 2, 0},
-    {Encoding::Int32, "32-bit integers", 4, 0},
-    {Encoding::Float32, "32-bit floats", 4, 0},
-    {Encoding::Float64, "64-bit floats", 8, 0},
-    {Encoding::Steim1, "Steim1", 0, 4},
-    {Encoding::Steim2, "Steim2", 0, 7},
-    {Encoding::Geoscope24, "GEOSCOPE 24-bit", 3, 0},
-    {Encoding::Geoscope16Gain3, "GEOSCOPE 16-bit, 3-bit gain", 2, 0},
-    {Encoding::Geoscope16Gain4, "GEOSCOPE 16-bit, 4-bit gain", 2, 0},
-    {Encoding::Cdsn, "CDSN", 2, 0},
-    {Encoding::Sro, "SRO", 2, 0},
-    {Encoding::Dwwssn, "DWWSSN", 2, 0},
-};
-
-const EncodingRow* encodingRow(int number) {
-  for (const EncodingRow& row : kEncodings) {
-    if (int(row.encoding) == number) return &row;
-  }
-  return nullptr;
-}
-
-/// How many samples fit into that many bytes.
-int roomFor(const EncodingRow& row, int bytes) {
-  if (row.sampleBytes > 0) return bytes / row.sampleBytes;
-  const int words = bytes / kSteimFrameBytes * kSteimFrameWords - kSteimIntegrationWords;
-  return std::max(words, 0) * row.samplesPerWord;
-}
 
 /// The numbers of a header in its byte order.
 class HeaderNumbers {
@@ -186,16 +140,12 @@ QString readStart(const HeaderNumbers& header, int microseconds, std::int64_t& s
   const int year = header.at<std::uint16_t>(kYearByte);
   const int day = header.at<std::uint16_t>(kDayByte);
   const int fraction = header.at<std::uint16_t>(kFractionByte);
-  const QDate newYear(year, 1, 1);
-  if (day > newYear.daysInYear())
-    return "day at byte 22: found " + QString::number(day) + ", but " + QString::number(year) + " has " +
-           QString::number(newYear.daysInYear());
+  if (day > QDate(year, 1, 1).daysInYear()) return missingDay(day, year, int(kDayByte));
   if (fraction >= kFractionsPerSecond)
     return "fraction of a second at byte 28: found " + QString::number(fraction) + ", expected less than 10000";
-  const std::int64_t days = QDate(1970, 1, 1).daysTo(newYear) + day - 1;
   const int clock = (header.byteAt(kHourByte) * 60 + header.byteAt(kMinuteByte)) * 60 + header.byteAt(kSecondByte);
   startUs =
-      (days * kSecondsPerDay + clock) * kMicrosecondsPerSecond + fraction * kMicrosecondsPerFraction + microseconds;
+      dayStartUs(year, day) + clock * kMicrosecondsPerSecond + fraction * kMicrosecondsPerFraction + microseconds;
   if ((header.byteAt(kActivityByte) & kCorrectionApplied) == 0)
     startUs += header.at<std::int32_t>(kCorrectionByte) * kMicrosecondsPerFraction;
   return {};
@@ -209,28 +159,10 @@ QString readEncoding(const HeaderNumbers& header, std::optional<qsizetype> forma
   record.format.isBigEndian = header.order() == QSysInfo::BigEndian;
   if (!format) return {};
   const int number = header.byteAt(*format + kBlocketteHeaderBytes);
-  const EncodingRow* const row = encodingRow(number);
-  if (!row) return "encoding: found " + QString::number(number) + ", which is not known";
-  record.format.encoding = row->encoding;
+  const std::optional<Encoding> encoding = miniSeedEncoding(number);
+  if (!encoding) return unknownEncoding(number);
+  record.format.encoding = *encoding;
   record.format.isBigEndian = header.byteAt(*format + kBlocketteHeaderBytes + 1) != 0;
-  return {};
-}
-
-/// Checks that the samples fit into the record; gives the problem, if any.
-QString checkRoom(const HeaderNumbers& header, MiniSeedRecord& record) {
-  record.format.dataOffset = header.at<std::uint16_t>(kDataOffsetByte);
-  if (record.sampleCount == 0 || record.format.encoding == Encoding::Text) return {};
-  if (!(record.rateHz >= kLowestRateHz && record.rateHz <= kHighestRateHz))
-    return "sample rate: found " + numberText(record.rateHz) + " Hz, expected a number above 0";
-  if (record.format.dataOffset < kMiniSeedHeaderBytes || record.format.dataOffset > record.format.length)
-    return "samples: begin at byte " + QString::number(record.format.dataOffset) + " of " +
-           QString::number(record.format.length);
-  const EncodingRow& row = *encodingRow(int(record.format.encoding));
-  const int room = roomFor(row, record.format.length - record.format.dataOffset);
-  if (record.sampleCount > room)
-    return "number of samples: found " + QString::number(record.sampleCount) + ", but " +
-           QString::number(record.format.length) + " bytes have room for " + QString::number(room) + " as " +
-           row.name;
   return {};
 }
 
@@ -274,14 +206,16 @@ QString readRecord(const HeaderNumbers& header, qint64 remaining, MiniSeedRecord
   if (QString problem = readStart(header, blockettes.microseconds, record.startUs); !problem.isEmpty())
     return problem;
   if (QString problem = readEncoding(header, blockettes.format, record); !problem.isEmpty()) return problem;
-  return checkRoom(header, record);
+  record.format.dataOffset = header.at<std::uint16_t>(kDataOffsetByte);
+  return samplesProblem(record, kMiniSeedHeaderBytes);
 }
 
 } // namespace
 
 ChannelCodes channelCodes(const MiniSeedRecord& record) {
+  if (record.version == 3) return sourceCodes(record.source);
   const auto text = [&](int first, int count) {
-    return QString::fromLatin1(record.codes.data() + first, count).trimmed();
+    return QString::fromLatin1(record.source.data() + first, count).trimmed();
   };
   return {text(10, 2), text(0, 5), text(5, 2), text(7, 3)};
 }
@@ -301,26 +235,11 @@ MiniSeedFinding findMiniSeedRecord(QByteArrayView bytes, qint64 remaining) {
   if (!beginsMiniSeedRecord(bytes)) return finding;
   const HeaderNumbers header(bytes, *headerOrder(bytes));
   MiniSeedRecord& record = finding.record;
-  std::replace_copy(bytes.begin() + kCodesByte, bytes.begin() + kYearByte, record.codes.begin(), '\0', ' ');
+  record.source.assign(bytes.begin() + kCodesByte, bytes.begin() + kYearByte);
+  std::ranges::replace(record.source, '\0', ' ');
   finding.problem = readRecord(header, remaining, record);
   finding.kind = finding.problem.isEmpty() ? MiniSeedFinding::Kind::Record : MiniSeedFinding::Kind::Damaged;
   return finding;
-}
-
-qsizetype findMiniSeedStart(QByteArrayView bytes, qsizetype from) {
-  for (qsizetype at = from; at + kMiniSeedHeaderBytes <= bytes.size(); ++at) {
-    if (beginsMiniSeedRecord(bytes.sliced(at))) return at;
-  }
-  return bytes.size();
-}
-
-qsizetype findRecordInside(QByteArrayView bytes) {
-  for (qsizetype at = kShortestRecord; at + kMiniSeedHeaderBytes <= bytes.size(); at += kShortestRecord) {
-    // Its own length does not matter: it may be as wrong as that of the record around it.
-    if (findMiniSeedRecord(bytes.sliced(at), kLongestMiniSeedRecord + 1).kind == MiniSeedFinding::Kind::Record)
-      return at;
-  }
-  return 0;
 }
 
 } // namespace xov

@@ -6,6 +6,7 @@
 #include <QSysInfo>
 
 #include <cstdint>
+#include <string>
 
 namespace xov {
 
@@ -56,14 +57,17 @@ struct SampleFormat {
   MiniSeedEncoding encoding = MiniSeedEncoding::Text;
   bool isBigEndian = true;
   bool isStated = false; ///< by blockette 1000; else it is the usual format
+  bool isProven = true;  ///< false where the record has a check value that is not that of its bytes
 };
 
 /// What the header of a record says, all of it checked.
 struct MiniSeedRecord {
-  std::array<char, 12> codes{}; ///< station 5, location 2, channel 3, network 2, padded with blanks
-  std::int64_t startUs = 0;     ///< time of the first sample, microseconds since 1970
-  double rateHz = 0;            ///< above 0 and finite when there are samples
-  int sampleCount = 0;          ///< 0 to 65535; as many fit into the record, unless they are text
+  int version = 2;
+  /// In version 2 station 5, location 2, channel 3, network 2, padded with blanks; in version 3 the identifier.
+  std::string source;
+  std::int64_t startUs = 0; ///< time of the first sample, microseconds since 1970
+  double rateHz = 0;        ///< above 0 and finite when there are samples
+  int sampleCount = 0;      ///< as many fit into the record, unless they are text
   SampleFormat format;
 };
 
@@ -88,12 +92,5 @@ bool beginsMiniSeedRecord(QByteArrayView bytes);
 /// Reads and checks the header at the start of `bytes`, which are either the rest of the file or so many that the
 /// blockettes must lie in them; `remaining` is how many bytes the file has from here on.
 MiniSeedFinding findMiniSeedRecord(QByteArrayView bytes, qint64 remaining);
-
-/// Where the next record begins in `bytes` from `from` on, if one does, with its whole header. Else the end.
-qsizetype findMiniSeedStart(QByteArrayView bytes, qsizetype from);
-
-/// Where another record begins inside of one that claims to be as long as `bytes`: its length is wrong then. 0 where
-/// none does.
-qsizetype findRecordInside(QByteArrayView bytes);
 
 } // namespace xov

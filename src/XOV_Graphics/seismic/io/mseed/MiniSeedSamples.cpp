@@ -1,17 +1,18 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSamples.h"
 
+#include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/seismic/io/mseed/Libmseed.h"
+#include "XOV_Graphics/seismic/io/mseed/SteimFrames.h"
 
 #include <QtEndian>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
 #include <mutex>
 #include <new>
-#include <utility>
+#include <optional>
+#include <type_traits>
 
 namespace xov {
 
@@ -62,13 +63,12 @@ private:
   QString text_;
 };
 
-constexpr std::size_t kWidestSample = sizeof(double);
-
-/// Doubles beyond single precision become infinite, which a plain conversion leaves undefined.
-float toSingle(double value) {
-  constexpr double largest = std::numeric_limits<float>::max();
-  if (std::abs(value) <= largest || std::isnan(value)) return float(value);
-  return value < 0 ? -std::numeric_limits<float>::infinity() : std::numeric_limits<float>::infinity();
+// libmseed takes samples behind a header and in records of certain lengths only, and reads wide ones where they lie:
+// so they must lie where the processor wants them.
+std::size_t headerBytesBefore(qsizetype dataBytes) {
+  constexpr qsizetype widest = sizeof(double);
+  const qsizetype least = std::max(kMiniSeedHeaderBytes, MINRECLEN - dataBytes);
+  return std::size_t((least + widest - 1) / widest * widest);
 }
 
 /// The last sample by the record's own account, in the first frame of compressed samples.
@@ -78,12 +78,35 @@ std::int32_t statedEnd(const SampleFormat& format, QByteArrayView bytes) {
   return format.isBigEndian ? qFromBigEndian<std::int32_t>(place) : qFromLittleEndian<std::int32_t>(place);
 }
 
-/// Whether compressed samples end where the record says; what is odd if not.
-QString oddEnd(const SampleFormat& format, QByteArrayView bytes, std::int32_t last) {
+/// Whether compressed samples end where the record says; the doubt if not, or the problem where the record does not
+/// say that it holds compressed samples.
+Status checkEnd(const SampleFormat& format, QByteArrayView bytes, std::int32_t last, QString& doubt) {
   if (format.encoding != MiniSeedEncoding::Steim1 && format.encoding != MiniSeedEncoding::Steim2) return {};
   const std::int32_t stated = statedEnd(format, bytes);
   if (stated == last) return {};
-  return "the last sample is " + QString::number(last) + ", but the record says " + QString::number(stated);
+  const QString odd =
+      "the last sample is " + QString::number(last) + ", but the record says " + QString::number(stated);
+  if (!format.isStated) return Error{odd};
+  doubt = odd;
+  return {};
+}
+
+/// Samples stored as numbers of that type, one after the other.
+template <typename Number>
+void takeNumbers(const char* from, bool isBigEndian, std::span<float> samples) {
+  const auto fill = [&](auto numberAt) {
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+      const Number number = numberAt(from + i * sizeof(Number));
+      if constexpr (std::is_same_v<Number, double>)
+        samples[i] = toSinglePrecision(number);
+      else
+        samples[i] = float(number);
+    }
+  };
+  if (isBigEndian)
+    fill([](const char* place) { return qFromBigEndian<Number>(place); });
+  else
+    fill([](const char* place) { return qFromLittleEndian<Number>(place); });
 }
 
 template <typename Value, typename Convert>
@@ -122,30 +145,60 @@ MiniSeedSamples::~MiniSeedSamples() = default;
 Status MiniSeedSamples::decode(const SampleFormat& format, QByteArrayView bytes, std::span<float> samples,
                                QString& doubt) {
   if (samples.empty()) return {};
-  // libmseed reads wide samples where they lie, so they must lie where the processor wants them.
-  const std::size_t shift = (kWidestSample - std::size_t(format.dataOffset) % kWidestSample) % kWidestSample;
-  aligned_.resize(shift + std::size_t(format.length));
-  std::copy_n(bytes.data(), format.length, aligned_.begin() + std::ptrdiff_t(shift));
+  const QByteArrayView data = bytes.first(format.length).sliced(format.dataOffset);
+  std::optional<std::int32_t> last;
+  switch (format.encoding) {
+  case MiniSeedEncoding::Int16:
+    takeNumbers<std::int16_t>(data.data(), format.isBigEndian, samples);
+    return {};
+  case MiniSeedEncoding::Int32:
+    takeNumbers<std::int32_t>(data.data(), format.isBigEndian, samples);
+    return {};
+  case MiniSeedEncoding::Float32:
+    takeNumbers<float>(data.data(), format.isBigEndian, samples);
+    return {};
+  case MiniSeedEncoding::Float64:
+    takeNumbers<double>(data.data(), format.isBigEndian, samples);
+    return {};
+  case MiniSeedEncoding::Steim1:
+    last = decodeSteim(SteimVersion::Steim1, format.isBigEndian, data, samples);
+    break;
+  case MiniSeedEncoding::Steim2:
+    last = decodeSteim(SteimVersion::Steim2, format.isBigEndian, data, samples);
+    break;
+  default:
+    break;
+  }
+  return last ? checkEnd(format, bytes, *last, doubt) : decodeByLibrary(format, bytes, samples, doubt);
+}
+
+Status MiniSeedSamples::decodeByLibrary(const SampleFormat& format, QByteArrayView bytes, std::span<float> samples,
+                                        QString& doubt) {
+  if (samples.empty()) return {};
+  const QByteArrayView data = bytes.first(format.length).sliced(format.dataOffset);
+  const std::size_t headerBytes = headerBytesBefore(data.size());
+  if (headerBytes + std::size_t(data.size()) > MAXRECLEN) return Error{problemText({})};
+  aligned_.resize(headerBytes + std::size_t(data.size()));
+  std::copy(data.begin(), data.end(), aligned_.begin() + std::ptrdiff_t(headerBytes));
 
   // Only the samples are left to libmseed: what it does with headers trusts their blockettes to lie in the record.
   MSRecord& target = *library_->record;
-  target.record = aligned_.data() + shift;
-  target.reclen = format.length;
+  target.record = aligned_.data();
+  target.reclen = int(aligned_.size());
   target.encoding = std::int8_t(format.encoding);
   target.samplecnt = std::int64_t(samples.size());
-  target.fsdh->data_offset = std::uint16_t(format.dataOffset);
+  target.fsdh->data_offset = std::uint16_t(headerBytes);
   const KeptMessage kept;
   const MiniSeedFlag swapped = format.isBigEndian != (QSysInfo::ByteOrder == QSysInfo::BigEndian);
   if (msr_unpack_data(&target, swapped, 0) != std::int64_t(samples.size())) return Error{problemText(kept.text())};
 
   if (target.sampletype == 'd') {
-    take<double>(target.datasamples, samples, toSingle);
+    take<double>(target.datasamples, samples, toSinglePrecision);
   } else if (target.sampletype == 'f') {
     take<float>(target.datasamples, samples, [](float value) { return value; });
   } else {
     take<std::int32_t>(target.datasamples, samples, [](std::int32_t value) { return float(value); });
-    doubt = oddEnd(format, bytes, static_cast<const std::int32_t*>(target.datasamples)[samples.size() - 1]);
-    if (!doubt.isEmpty() && !format.isStated) return Error{std::exchange(doubt, QString())};
+    return checkEnd(format, bytes, static_cast<const std::int32_t*>(target.datasamples)[samples.size() - 1], doubt);
   }
   return {};
 }

@@ -9,8 +9,8 @@
 
 namespace xov {
 
-/// Turns the samples of miniSEED records into floats. What does the work, libmseed, is known to this file's source
-/// only.
+/// Turns the samples of miniSEED records into floats. Integers, floats and Steim's frames are decoded here; libmseed,
+/// known to this file's source only, does the rare encodings and says what is wrong with frames that are damaged.
 class MiniSeedSamples {
 public:
   MiniSeedSamples();
@@ -24,6 +24,9 @@ public:
   /// same, with that as the `doubt`; where the record does not state that they are compressed, they are refused. Not
   /// for text.
   Status decode(const SampleFormat& format, QByteArrayView bytes, std::span<float> samples, QString& doubt);
+
+  /// The same by libmseed alone.
+  Status decodeByLibrary(const SampleFormat& format, QByteArrayView bytes, std::span<float> samples, QString& doubt);
 
 private:
   struct Library;

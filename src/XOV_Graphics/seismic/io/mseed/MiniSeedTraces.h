@@ -1,0 +1,50 @@
+#pragma once
+
+#include "XOV_Graphics/seismic/SeismogramSummary.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
+
+#include <limits>
+
+namespace xov {
+
+/// A stretch of a piece without a record that could not be decoded: its samples, or what they amount to.
+struct Stretch {
+  PieceExtent extent;
+  std::vector<float> samples;
+  SampleTally tally;
+};
+
+/// The stretches of one channel.
+class Stretches {
+public:
+  /// The stretch that a record goes on with, a new one where its piece begins or was broken. Valid until the next
+  /// call.
+  Stretch& add(std::size_t piece, const RecordSpan& span);
+  /// After a record of the piece that cannot be decoded.
+  void breakOff(std::size_t piece);
+
+  /// Gives the stretches away, in time order.
+  std::vector<Stretch> take();
+
+private:
+  static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
+  std::size_t& openOf(std::size_t piece);
+
+  std::vector<Stretch> all_;
+  std::vector<std::size_t> open_; // of each piece, the number of the stretch that goes on; kNone where none does
+};
+
+/// Records, and what the samples of each amount to where those are not kept.
+struct MiniSeedTraces {
+  SeismogramArray records;
+  std::vector<SampleTally> tallies;
+
+  /// Appends the stretches of a channel. They share a reference time, the start of the first one.
+  void append(const ChannelCodes& codes, std::vector<Stretch> stretches, const QString& path);
+};
+
+/// Adds the samples of a record in that encoding.
+void addToTally(SampleTally& tally, MiniSeedEncoding encoding, std::span<const float> samples);
+
+} // namespace xov
