@@ -3,7 +3,6 @@
 #include "XOV_Graphics/seismic/io/mseed/Crc32c.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedEncodings.h"
 
-#include <QDate>
 #include <QtEndian>
 
 #include <algorithm>
@@ -48,7 +47,7 @@ int byteAt(QByteArrayView bytes, qsizetype place) { return static_cast<unsigned 
 QString readTime(QByteArrayView bytes, std::int64_t& startUs) {
   const int year = at<std::uint16_t>(bytes, kYearByte);
   const int day = at<std::uint16_t>(bytes, kDayByte);
-  if (day > QDate(year, 1, 1).daysInYear()) return missingDay(day, year, int(kDayByte));
+  if (day > daysInYear(year)) return missingDay(day, year, int(kDayByte));
   const int clock = (byteAt(bytes, kHourByte) * 60 + byteAt(bytes, kMinuteByte)) * 60 + byteAt(bytes, kSecondByte);
   const std::int64_t nanoseconds = at<std::uint32_t>(bytes, kNanosecondByte);
   startUs = dayStartUs(year, day) + clock * kMicrosecondsPerSecond +

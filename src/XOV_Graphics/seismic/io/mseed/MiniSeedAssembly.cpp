@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedAssembly.h"
 
+#include "XOV_Graphics/base/LargePages.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeed3Record.h"
 
 #include <QHashFunctions>
@@ -143,7 +144,10 @@ private:
     Piece& piece = pieces_[places_[i].piece];
     const std::size_t first = places_[i].first;
     if (piece.samples.size() < first + count) {
-      piece.samples.reserve(piece.sampleCount);
+      if (piece.samples.empty()) {
+        piece.samples.reserve(piece.sampleCount);
+        askForLargePages(piece.samples.data(), piece.sampleCount * sizeof(float));
+      }
       piece.samples.resize(first + count);
     }
     return std::span(piece.samples).subspan(first, count);

@@ -2,9 +2,8 @@
 
 #include "XOV_Graphics/base/Numbers.h"
 
-#include <QDate>
-
 #include <algorithm>
+#include <chrono>
 
 namespace xov {
 
@@ -17,8 +16,6 @@ constexpr double kHighestRateHz = 1e9;
 constexpr qint64 kSteimFrameBytes = 64;
 constexpr qint64 kSteimFrameWords = 15;      // of 16; the first one says what the others hold
 constexpr qint64 kSteimIntegrationWords = 2; // of the first frame: its first and its last sample
-
-constexpr std::int64_t kMicrosecondsPerDay = std::int64_t(86400) * 1000000;
 
 /// An encoding: how many bytes a sample takes, or for those in frames, how many samples a word holds at most.
 struct EncodingRow {
@@ -83,13 +80,21 @@ QString samplesProblem(const MiniSeedRecord& record, qsizetype headerBytes) {
 
 QString unknownEncoding(int number) { return "encoding: found " + QString::number(number) + ", which is not known"; }
 
+int daysInYear(int year) {
+  constexpr int common = 365;
+  return std::chrono::year(year).is_leap() ? common + 1 : common;
+}
+
 QString missingDay(int day, int year, int place) {
   return "day at byte " + QString::number(place) + ": found " + QString::number(day) + ", but " +
-         QString::number(year) + " has " + QString::number(QDate(year, 1, 1).daysInYear());
+         QString::number(year) + " has " + QString::number(daysInYear(year));
 }
 
 std::int64_t dayStartUs(int year, int day) {
-  return (QDate(1970, 1, 1).daysTo(QDate(year, 1, 1)) + day - 1) * kMicrosecondsPerDay;
+  // Qt's dates take ten times as long, which counts where records are many and small.
+  using namespace std::chrono;
+  const sys_days newYear = std::chrono::year(year) / January / 1;
+  return microseconds((newYear + days(day - 1)).time_since_epoch()).count();
 }
 
 } // namespace xov

@@ -16,6 +16,8 @@ QString samplesProblem(const MiniSeedRecord& record, qsizetype headerBytes);
 /// What an encoding that is not known is refused with.
 QString unknownEncoding(int number);
 
+int daysInYear(int year);
+
 /// What is said of a day that its year does not have, at byte `place` of the header.
 QString missingDay(int day, int year, int place);
 

@@ -3,7 +3,6 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeed3Record.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedEncodings.h"
 
-#include <QDate>
 #include <QtEndian>
 
 #include <algorithm>
@@ -140,7 +139,7 @@ QString readStart(const HeaderNumbers& header, int microseconds, std::int64_t& s
   const int year = header.at<std::uint16_t>(kYearByte);
   const int day = header.at<std::uint16_t>(kDayByte);
   const int fraction = header.at<std::uint16_t>(kFractionByte);
-  if (day > QDate(year, 1, 1).daysInYear()) return missingDay(day, year, int(kDayByte));
+  if (day > daysInYear(year)) return missingDay(day, year, int(kDayByte));
   if (fraction >= kFractionsPerSecond)
     return "fraction of a second at byte 28: found " + QString::number(fraction) + ", expected less than 10000";
   const int clock = (header.byteAt(kHourByte) * 60 + header.byteAt(kMinuteByte)) * 60 + header.byteAt(kSecondByte);

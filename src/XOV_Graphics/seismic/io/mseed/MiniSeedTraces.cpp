@@ -52,7 +52,8 @@ Stretch& Stretches::add(std::size_t piece, const RecordSpan& span) {
 void Stretches::breakOff(std::size_t piece) { openOf(piece) = kNone; }
 
 std::vector<Stretch> Stretches::take() {
-  std::ranges::stable_sort(all_, {}, [](const Stretch& stretch) { return stretch.extent.first.startUs; });
+  const auto start = [](const Stretch& stretch) { return stretch.extent.first.startUs; };
+  if (!std::ranges::is_sorted(all_, {}, start)) std::ranges::stable_sort(all_, {}, start);
   open_.clear();
   return std::exchange(all_, {});
 }

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/seismic/io/mseed/SteimFrames.h"
 
+#include "XOV_Graphics/base/Lanes.h"
+
 #include <QtEndian>
 
 #include <algorithm>
@@ -110,38 +112,191 @@ bool takeWord(Sums& sums, std::uint32_t mark, std::uint32_t word) {
   }
 }
 
+/// What the words of a kind hold.
+struct WordKind {
+  int count = 0;
+  int bits = 1;
+};
+
+constexpr int kKinds = 16;
+constexpr int kNoKind = kMostPerWord + 1; // as a count, of words that stand for nothing
+
+/// The kinds by the mark, times four, and the highest two bits of the word.
+using WordKinds = std::array<WordKind, kKinds>;
+
+constexpr WordKinds kSteim1Kinds = {{{0, 1},
+                                     {0, 1},
+                                     {0, 1},
+                                     {0, 1},
+                                     {4, 8},
+                                     {4, 8},
+                                     {4, 8},
+                                     {4, 8},
+                                     {2, 16},
+                                     {2, 16},
+                                     {2, 16},
+                                     {2, 16},
+                                     {1, 32},
+                                     {1, 32},
+                                     {1, 32},
+                                     {1, 32}}};
+constexpr WordKinds kSteim2Kinds = {{{0, 1},
+                                     {0, 1},
+                                     {0, 1},
+                                     {0, 1},
+                                     {4, 8},
+                                     {4, 8},
+                                     {4, 8},
+                                     {4, 8},
+                                     {kNoKind, 1},
+                                     {1, 30},
+                                     {2, 15},
+                                     {3, 10},
+                                     {5, 6},
+                                     {6, 5},
+                                     {7, 4},
+                                     {kNoKind, 1}}};
+
+/// How far decoding has come.
+struct Progress {
+  qsizetype frame = 0; ///< its first byte
+  int word = kIntegrationWords;
+  std::size_t done = 0; ///< samples
+  Sum last = 0;         ///< the last of them
+  bool isOdd = false;   ///< whether a word stands for nothing
+};
+
+std::uint32_t markOf(std::uint32_t marks, int word) { return marks >> (2 * (kFrameWords - 1 - word)) & 3; }
+
+// In lanes, a word costs the same whatever it holds: its differences are moved to the upper end of a lane each, and
+// back down with their signs. A branch for each kind, which nothing foretells in noise, costs three times as much.
+constexpr int kWordLanes = 8;
+using SumLanes = LanesWith<Sum, kWordLanes>::Vector;
+
+struct LaneShifts {
+  std::array<Sum, kWordLanes> up{};
+  std::array<std::int32_t, kWordLanes> down{};
+  int count = 0;
+};
+using KindShifts = std::array<LaneShifts, kKinds>;
+
+constexpr KindShifts laneShifts(const WordKinds& kinds) {
+  KindShifts all;
+  for (std::size_t kind = 0; kind < all.size(); ++kind) {
+    const auto [count, bits] = kinds[kind];
+    all[kind].count = count;
+    for (int lane = 0; lane < kWordLanes; ++lane) {
+      // What is in the lanes behind the last difference does not matter.
+      all[kind].up[std::size_t(lane)] = lane < count && count < kNoKind ? Sum(32 - bits * (count - lane)) : 0;
+      all[kind].down[std::size_t(lane)] = 32 - bits;
+    }
+  }
+  return all;
+}
+
+constexpr KindShifts kSteim1Shifts = laneShifts(kSteim1Kinds);
+constexpr KindShifts kSteim2Shifts = laneShifts(kSteim2Kinds);
+
+/// Makes each lane the sum of all up to it.
+XOV_INLINE void sumUp(SumLanes& differences) {
+  const SumLanes none{};
+  differences += XOV_PICK(none, differences, 0, 8, 9, 10, 11, 12, 13, 14);
+  differences += XOV_PICK(none, differences, 0, 1, 8, 9, 10, 11, 12, 13);
+  differences += XOV_PICK(none, differences, 0, 1, 2, 3, 8, 9, 10, 11);
+}
+
+/// Takes big-endian words in lanes, as long as there is room for whatever one holds. The narrowest vectors have no
+/// shifts by lane, and take none.
+template <class Vector>
+XOV_INLINE void takeWordsWith(const KindShifts& kinds, QByteArrayView frames, std::span<float> samples,
+                              Progress& progress) {
+  if constexpr (kLanes<Vector> == kWordLanes) {
+    std::array<Sum, kWordLanes + 1> sums{}; // of no, one, two ... differences of a word
+    for (; progress.frame + kFrameBytes <= frames.size(); progress.frame += kFrameBytes, progress.word = 1) {
+      const char* const frame = frames.data() + progress.frame;
+      const auto marks = qFromBigEndian<std::uint32_t>(frame);
+      for (; progress.word < kFrameWords; ++progress.word) {
+        const auto word = qFromBigEndian<std::uint32_t>(frame + progress.word * kWordBytes);
+        const LaneShifts& kind = kinds[markOf(marks, progress.word) << 2 | word >> 30];
+        if (samples.size() - progress.done < std::size_t(kWordLanes) || kind.count == kNoKind) return;
+        SumLanes up;
+        Int8 down;
+        loadVector(kind.up.data(), up);
+        loadVector(kind.down.data(), down);
+        const SumLanes upper = (SumLanes{} + word) << up;
+        SumLanes all = XOV_SAME_BITS(SumLanes, XOV_SAME_BITS(Int8, upper) >> down);
+        sumUp(all);
+        const SumLanes values = all + progress.last;
+        storeVector(XOV_CONVERT(Float8, XOV_SAME_BITS(Int8, values)), samples.data() + progress.done);
+        storeVector(all, sums.data() + 1);
+        progress.last += sums[std::size_t(kind.count)];
+        progress.done += std::size_t(kind.count);
+      }
+    }
+  }
+}
+
+XOV_VECTOR8_FUNCTION(void, takeWords,
+                     (const KindShifts& kinds, QByteArrayView frames, std::span<float> samples, Progress& progress),
+                     (kinds, frames, samples, progress))
+
+/// Takes words one after the other to the end.
 template <SteimVersion version, bool isBigEndian>
-std::optional<std::int32_t> decode(QByteArrayView frames, std::span<float> samples) {
-  if (frames.size() < kFrameBytes) return {};
+void takeFrames(QByteArrayView frames, std::span<float> samples, Progress& progress) {
   std::array<std::int32_t, kMostPerFrame> values; // NOLINT(*-member-init): filled before it is read
-  const auto firstSample = numberAt<isBigEndian, Sum>(frames.data() + kFirstSampleWord * kWordBytes);
-  Sum last = 0;
-  std::size_t done = 0;
-  for (qsizetype at = 0; at + kFrameBytes <= frames.size() && done < samples.size(); at += kFrameBytes) {
+  for (; progress.frame + kFrameBytes <= frames.size() && progress.done < samples.size();
+       progress.frame += kFrameBytes, progress.word = 1) {
+    const char* const frame = frames.data() + progress.frame;
+    const auto marks = numberAt<isBigEndian, std::uint32_t>(frame);
+    Sums sums(values.data(), progress.last);
+    const auto held = [&] { return std::size_t(sums.next() - values.data()); };
+    for (int i = progress.word; i < kFrameWords; ++i) {
+      const auto word = numberAt<isBigEndian, std::uint32_t>(frame + i * kWordBytes);
+      if (takeWord<version, isBigEndian>(sums, markOf(marks, i), word)) continue;
+      // What lies behind the last sample does not matter.
+      progress.isOdd = held() < samples.size() - progress.done;
+      break;
+    }
+    if (progress.isOdd) return;
+    const std::size_t count = std::min(held(), samples.size() - progress.done);
+    for (std::size_t i = 0; i < count; ++i)
+      samples[progress.done + i] = float(values[i]);
+    if (count > 0) progress.last = Sum(values[count - 1]);
+    progress.done += count;
+  }
+}
+
+/// The first difference there is; nothing when there is none.
+template <SteimVersion version, bool isBigEndian>
+std::optional<Sum> firstDifference(QByteArrayView frames) {
+  std::array<std::int32_t, kMostPerWord> values{};
+  int first = kIntegrationWords;
+  for (qsizetype at = 0; at + kFrameBytes <= frames.size(); at += kFrameBytes, first = 1) {
     const char* const frame = frames.data() + at;
     const auto marks = numberAt<isBigEndian, std::uint32_t>(frame);
-    const std::size_t wanted = samples.size() - done;
-    Sums sums(values.data(), last);
-    for (int i = at == 0 ? kIntegrationWords : 1; i < kFrameWords; ++i) {
-      const std::uint32_t mark = marks >> (2 * (kFrameWords - 1 - i)) & 3;
-      if (takeWord<version, isBigEndian>(sums, mark, numberAt<isBigEndian, std::uint32_t>(frame + i * kWordBytes)))
-        continue;
-      // What lies behind the last sample does not matter.
-      if (std::size_t(sums.next() - values.data()) >= wanted) break;
-      return {};
+    for (int i = first; i < kFrameWords; ++i) {
+      if (markOf(marks, i) == 0) continue;
+      Sums sums(values.data(), 0);
+      const auto word = numberAt<isBigEndian, std::uint32_t>(frame + i * kWordBytes);
+      return takeWord<version, isBigEndian>(sums, markOf(marks, i), word) ? std::optional(Sum(values[0]))
+                                                                          : std::nullopt;
     }
-    const std::size_t held = std::size_t(sums.next() - values.data());
-    if (held == 0) continue;
-    // The first difference is not one between samples of this record.
-    const Sum shift = done == 0 ? firstSample - Sum(values[0]) : 0;
-    const std::size_t count = std::min(held, wanted);
-    for (std::size_t i = 0; i < count; ++i)
-      samples[done + i] = float(std::int32_t(Sum(values[i]) + shift));
-    last = Sum(values[count - 1]) + shift;
-    done += count;
   }
-  if (done < samples.size()) return {};
-  return std::int32_t(last);
+  return {};
+}
+
+template <SteimVersion version, bool isBigEndian>
+std::optional<std::int32_t> decode(QByteArrayView frames, std::span<float> samples) {
+  const std::optional<Sum> first = firstDifference<version, isBigEndian>(frames);
+  if (!first) return {};
+  Progress progress;
+  // The first difference is not one between samples of this record.
+  progress.last = numberAt<isBigEndian, Sum>(frames.data() + kFirstSampleWord * kWordBytes) - *first;
+  if constexpr (isBigEndian)
+    takeWords(version == SteimVersion::Steim1 ? kSteim1Shifts : kSteim2Shifts, frames, samples, progress);
+  takeFrames<version, isBigEndian>(frames, samples, progress);
+  if (progress.isOdd || progress.done < samples.size()) return {};
+  return std::int32_t(progress.last);
 }
 
 template <SteimVersion version>
