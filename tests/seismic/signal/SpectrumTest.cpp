@@ -39,6 +39,21 @@ TEST(Spectrum, isTheSumOverAllSamplesOfAnyNumber) {
   }
 }
 
+// Of a hundred thousand samples not all values can be summed up in a moment.
+TEST(Spectrum, isTheSumOverManySamplesToo) {
+  for (const std::size_t count : {90000U, 65536U}) {
+    const std::vector<double> samples = noise(count);
+    const Spectrum spectrum(samples);
+    ASSERT_EQ(spectrum.size(), count) << "of small factors";
+    for (const std::size_t j : {std::size_t(1), std::size_t(12345), spectrum.size() / 2 - 1})
+      EXPECT_NEAR(std::abs(spectrum.values()[j] - transformAt(samples, j, spectrum.size())), 0, 1e-8)
+          << count << " samples, value " << j;
+    const std::vector<double> back = spectrum.samples();
+    for (std::size_t k = 0; k < count; ++k)
+      ASSERT_NEAR(back[k], samples[k], 1e-12) << count << " samples, sample " << k;
+  }
+}
+
 TEST(Spectrum, goesBackToTheSamplesAndTheZerosBehindThem) {
   for (const std::size_t count : {1, 2, 3, 6, 10, 16, 31, 90, 1001}) {
     const std::vector<double> samples = noise(count);

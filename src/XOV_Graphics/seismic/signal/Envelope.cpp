@@ -23,7 +23,7 @@ void applyEnvelope(std::span<double> values) {
   forEachStretch(values, [](std::span<double> stretch) {
     const std::vector<double> turned = hilbertTransform(stretch);
     for (std::size_t i = 0; i < stretch.size(); ++i)
-      stretch[i] = std::hypot(stretch[i], turned[i]);
+      stretch[i] = std::sqrt(stretch[i] * stretch[i] + turned[i] * turned[i]);
   });
 }
 

@@ -1,8 +1,8 @@
 #include "XOV_Graphics/seismic/signal/Spectrum.h"
 
+#include "XOV_Graphics/seismic/signal/ComplexTransform.h"
+
 #include <algorithm>
-#include <kissfft.hh>
-#include <numbers>
 
 namespace xov {
 
@@ -17,6 +17,8 @@ bool hasSmallFactors(std::size_t number) {
   return number == 1;
 }
 
+Complex timesI(Complex value) { return {-value.imag(), value.real()}; }
+
 } // namespace
 
 std::size_t Spectrum::sizeFor(std::size_t samples) {
@@ -26,30 +28,46 @@ std::size_t Spectrum::sizeFor(std::size_t samples) {
   return 2 * half;
 }
 
+// Two real samples make one complex number. The transforms E of the samples of even number and O of those of odd
+// number follow from that of these, Z: E[k] + iO[k] = Z[k], and E[k] - iO[k] = conj(Z[n/2 - k]). With w = exp(-2πi
+// k/n), X[k] = E[k] + w O[k], and X[n/2 - k] = conj(E[k] - w O[k]).
 Spectrum::Spectrum(std::span<const double> samples, std::size_t atLeast) {
-  const std::size_t size = sizeFor(std::max(samples.size(), atLeast));
-  std::vector<double> padded(size);
-  std::ranges::copy(samples, padded.begin());
-  values_.resize(size / 2 + 1);
-  // Two real samples make one complex number; the values at 0 and n/2 come in one as well.
-  kissfft<double>(size / 2, false).transform_real(padded.data(), values_.data());
-  values_.back() = values_.front().imag();
-  values_.front() = values_.front().real();
+  const std::size_t half = sizeFor(std::max(samples.size(), atLeast)) / 2;
+  std::vector<Complex> pairs(half);
+  for (std::size_t k = 0; k < samples.size() / 2; ++k)
+    pairs[k] = {samples[2 * k], samples[2 * k + 1]};
+  if (samples.size() % 2 == 1) pairs[samples.size() / 2] = samples.back();
+  values_.resize(half + 1);
+  complexTransform(pairs, std::span(values_).first(half), TransformDirection::Forward);
+  const Complex first = values_.front();
+  values_.front() = first.real() + first.imag();
+  values_.back() = first.real() - first.imag();
+  const UnitRoots roots(2 * half);
+  for (std::size_t k = 1; 2 * k <= half; ++k) {
+    const Complex here = values_[k];
+    const Complex mirrored = std::conj(values_[half - k]);
+    const Complex even = 0.5 * (here + mirrored);
+    const Complex odd = timesI(-0.5 * (here - mirrored));
+    const Complex turned = product(std::conj(roots.at(k)), odd);
+    values_[k] = even + turned;
+    values_[half - k] = std::conj(even - turned);
+  }
 }
 
 std::vector<double> Spectrum::samples() const {
-  // The transforms E of the samples of even number and O of those of odd number are halves of this one, since
-  // X[k] = E[k] + w O[k] and conj(X[n/2 - k]) = E[k] - w O[k] with w = exp(-2πi k/n); E + iO goes back in one step.
   const std::size_t half = size() / 2;
-  std::vector<Complex> both(half);
-  for (std::size_t k = 0; k < half; ++k) {
-    const Complex here = k == 0 ? Complex(values_[k].real()) : values_[k];
-    const Complex mirrored = k == 0 ? Complex(values_[half].real()) : std::conj(values_[half - k]);
-    const Complex turned = std::polar(1.0, std::numbers::pi * double(k) / double(half)) * (here - mirrored);
-    both[k] = here + mirrored + Complex(-turned.imag(), turned.real());
+  std::vector<Complex> pairs(half);
+  const UnitRoots roots(2 * half);
+  const double first = values_.front().real();
+  const double last = values_.back().real();
+  pairs.front() = {first + last, first - last};
+  for (std::size_t k = 1; k < half; ++k) {
+    const Complex here = values_[k];
+    const Complex mirrored = std::conj(values_[half - k]);
+    pairs[k] = here + mirrored + timesI(product(roots.at(k), here - mirrored));
   }
   std::vector<double> samples(size());
-  kissfft<double>(half, true).transform(both.data(), reinterpret_cast<Complex*>(samples.data()));
+  complexTransform(pairs, {reinterpret_cast<Complex*>(samples.data()), half}, TransformDirection::Backward);
   const double scale = 1 / double(size());
   for (double& sample : samples)
     sample *= scale;
