@@ -30,6 +30,10 @@ TraceExtremes::TraceExtremes(const TraceStrip& strip, int reach) : strip_(strip)
   cut_.reserve(size);
 }
 
+bool TraceExtremes::areSmooth(const float* low, const float* high, int count) {
+  return findOverlap(low, high, count) < kSmoothOverlap;
+}
+
 int TraceExtremes::subColumnOf(double column) const {
   const double position = std::floor((column - strip_.left) * strip_.perColumn + strip_.curveShift);
   return static_cast<int>(std::clamp(position, double(-padding_), double(strip_.subColumns() + padding_ - 1)));
@@ -57,7 +61,7 @@ bool TraceExtremes::find(const TraceProjection& projection, SampleRange samples,
     finite = findCut(curve, low, high);
   else
     finite = findUneven(curve, low, high);
-  if (finite) isSmooth_ = findOverlap(low, high, curve.blocks) < kSmoothOverlap;
+  if (finite) isSmooth_ = areSmooth(low, high, curve.blocks);
   return finite;
 }
 
