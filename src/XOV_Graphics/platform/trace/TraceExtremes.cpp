@@ -1,7 +1,7 @@
 #include "XOV_Graphics/platform/trace/TraceExtremes.h"
 
+#include "XOV_Graphics/base/BlockExtremes.h"
 #include "XOV_Graphics/platform/trace/BlockBorders.h"
-#include "XOV_Graphics/platform/trace/BlockExtremes.h"
 #include "XOV_Graphics/platform/trace/RoundPen.h"
 
 #include <algorithm>
@@ -67,7 +67,8 @@ bool TraceExtremes::find(const TraceProjection& projection, SampleRange samples,
 
 /// The extremes of the samples alone.
 bool TraceExtremes::findDense(const TraceCurve& curve, float* low, float* high) const {
-  if (!findBlockExtremes(curve.values(), cut_.cuts(), curve.blocks, low, high)) return false;
+  if (!curve.projection.indexed().findBlockExtremes(curve.samples.begin, cut_.cuts(), curve.blocks, low, high))
+    return false;
   orderRows(curve.projection.rows(), low, high, curve.blocks);
   return true;
 }

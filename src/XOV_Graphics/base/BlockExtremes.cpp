@@ -1,4 +1,4 @@
-#include "XOV_Graphics/platform/trace/BlockExtremes.h"
+#include "XOV_Graphics/base/BlockExtremes.h"
 
 #include "XOV_Graphics/base/Lanes.h"
 
