@@ -122,7 +122,10 @@ std::vector<float> SacSeismogram::takeSamples() {
   return taken;
 }
 
-std::span<float> SacSeismogram::samples() { return samples_; }
+std::span<float> SacSeismogram::samples() {
+  index_.clear();
+  return samples_;
+}
 
 std::span<const float> SacSeismogram::samples() const { return samples_; }
 
@@ -131,6 +134,8 @@ const SacFooter& SacSeismogram::preciseValues() const { return precise_; }
 const float* SacSeismogram::GetSacSeis() const { return samples_.data(); }
 
 int SacSeismogram::npts() const { return header_.npts; }
+
+const SampleIndex* SacSeismogram::sampleIndex() const { return &index_; }
 
 float SacSeismogram::delta() const { return header_.delta; }
 
@@ -147,7 +152,8 @@ float SacSeismogram::smax() const { return extrema_.max; }
 float SacSeismogram::absMax() const { return std::max(std::abs(extrema_.min), std::abs(extrema_.max)); }
 
 void SacSeismogram::ComputeExtrema() {
-  extrema_ = finiteExtrema(samples_);
+  index_.build(samples_);
+  extrema_ = finiteExtrema(samples_, &index_);
   header_.depmin = extrema_.min;
   header_.depmax = extrema_.max;
 }
