@@ -112,13 +112,6 @@ XOV_INLINE void keepGreater(Vector& value, const Vector& other) {
   value = XOV_CHOOSE(value > other, value, other);
 }
 
-/// Adds 0 for a number and NaN for everything else, and NaN stays in a sum.
-template <class Value>
-XOV_INLINE void addUnlessFinite(const Value& value, Value& broken) {
-  const Value same = value;
-  broken += value - same;
-}
-
 template <class Vector>
 inline constexpr int kLanes = static_cast<int>(sizeof(Vector) / 4);
 inline constexpr int kWidestVector = kLanes<Float16>;
