@@ -1,7 +1,7 @@
 #include "XOV_Graphics/platform/trace/TraceSnippets.h"
 
+#include "XOV_Graphics/base/BlockExtremes.h"
 #include "XOV_Graphics/base/Lanes.h"
-#include "XOV_Graphics/platform/trace/BlockExtremes.h"
 
 #include <algorithm>
 #include <array>
