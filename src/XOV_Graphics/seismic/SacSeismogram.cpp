@@ -106,11 +106,12 @@ void SacSeismogram::fitHeaderToSamples() {
   header_.npts = int(std::min(samples_.size(), std::size_t(std::numeric_limits<int>::max())));
   precise_.e = endTime(precise_.e, precise_.b, precise_.delta, header_.npts);
   header_.e = float(std::clamp(precise_.e, -kLargestFloat, kLargestFloat));
-  ComputeExtrema();
+  findExtrema();
 }
 
 void SacSeismogram::setSamples(std::vector<float> samples) {
   samples_ = std::move(samples);
+  mayChange_ = false;
   precise_.e = kUndefinedValue;
   fitHeaderToSamples();
 }
@@ -123,7 +124,7 @@ std::vector<float> SacSeismogram::takeSamples() {
 }
 
 std::span<float> SacSeismogram::samples() {
-  index_.clear();
+  mayChange_ = true;
   return samples_;
 }
 
@@ -134,8 +135,6 @@ const SacFooter& SacSeismogram::preciseValues() const { return precise_; }
 const float* SacSeismogram::GetSacSeis() const { return samples_.data(); }
 
 int SacSeismogram::npts() const { return header_.npts; }
-
-const SampleIndex* SacSeismogram::sampleIndex() const { return &index_; }
 
 float SacSeismogram::delta() const { return header_.delta; }
 
@@ -151,9 +150,13 @@ float SacSeismogram::smax() const { return extrema_.max; }
 
 float SacSeismogram::absMax() const { return std::max(std::abs(extrema_.min), std::abs(extrema_.max)); }
 
+// A drum asks for this at every redraw.
 void SacSeismogram::ComputeExtrema() {
-  index_.build(samples_);
-  extrema_ = finiteExtrema(samples_, &index_);
+  if (mayChange_) findExtrema();
+}
+
+void SacSeismogram::findExtrema() {
+  extrema_ = finiteExtrema(samples_);
   header_.depmin = extrema_.min;
   header_.depmax = extrema_.max;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "XOV_Graphics/base/SampleIndex.h"
 #include "XOV_Graphics/seismic/Extrema.h"
 #include "XOV_Graphics/seismic/SacFooter.h"
 #include "XOV_Graphics/seismic/SacHeader.h"
@@ -38,8 +37,7 @@ public:
   void setSamples(std::vector<float> samples);
   /// Gives the samples away; the trace is empty then.
   std::vector<float> takeSamples();
-  /// The samples, which may be changed in place up to the next ComputeExtrema(), which must be sent afterwards; until
-  /// then the record has no index of them.
+  /// The samples, which may be changed in place until setSamples() is called. Send ComputeExtrema() afterwards.
   std::span<float> samples();
   std::span<const float> samples() const;
   /// The header's times and coordinates in double precision: as given to the constructor, else the header's own.
@@ -47,7 +45,6 @@ public:
 
   const float* GetSacSeis() const override;
   int npts() const override;
-  const SampleIndex* sampleIndex() const override;
   /// Sample interval as the header has it, also when that is unset or not positive.
   float delta() const override;
   float b() const override;
@@ -60,6 +57,7 @@ public:
   float smax() const override;
   /// The larger of |smin| and |smax|.
   float absMax() const override;
+  /// Takes no time while nobody has been handed the samples to change them.
   void ComputeExtrema() override;
 
   /// Text fields without padding; empty when unset.
@@ -101,13 +99,14 @@ public:
 
 private:
   void fitHeaderToSamples();
+  void findExtrema();
   bool hasEventPlace() const;
 
   SacHeader header_;
   SacFooter precise_;
   std::vector<float> samples_;
   QString path_;
-  SampleIndex index_;
+  bool mayChange_ = false; ///< samples() has handed them out
   Extrema extrema_;
   std::shared_ptr<SeisTime> referenceTime_;
 };

@@ -1,10 +1,25 @@
 #include "XOV_Graphics/platform/trace/TraceCoverage.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace xov {
 
-TraceCoverage::TraceCoverage(int rows) : rows_(rows), changes_((std::size_t(rows) + 1) * kInkColumns) {}
+namespace {
+
+std::vector<std::int32_t>& keptChanges() {
+  static thread_local std::vector<std::int32_t> changes;
+  return changes;
+}
+
+} // namespace
+
+TraceCoverage::TraceCoverage(int rows) : rows_(rows), changes_(std::exchange(keptChanges(), {})) {
+  const std::size_t needed = (std::size_t(rows) + 1) * kInkColumns;
+  if (changes_.size() < needed) changes_.resize(needed);
+}
+
+TraceCoverage::~TraceCoverage() { keptChanges() = std::move(changes_); }
 
 /// Puts the layers into their order down the page, as far as they have one.
 void TraceCoverage::take(const TraceLayers& layers) {

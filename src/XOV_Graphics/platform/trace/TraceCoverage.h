@@ -14,7 +14,12 @@ namespace xov {
 /// pixels at a time.
 class TraceCoverage {
 public:
+  /// A picture of thousands of strokes would spend most of its time on clearing room for each: all of a thread share
+  /// one.
   explicit TraceCoverage(int rows);
+  TraceCoverage(const TraceCoverage&) = delete;
+  TraceCoverage& operator=(const TraceCoverage&) = delete;
+  ~TraceCoverage();
 
   /// Takes the layers of a strip, which must stay as they are until its columns have been united.
   void take(const TraceLayers& layers);
@@ -31,7 +36,7 @@ private:
   void uniteOneByOne(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked);
 
   int rows_ = 0;
-  std::vector<std::int32_t> changes_; // see TraceUnion.h
+  std::vector<std::int32_t> changes_; // see TraceUnion.h; all 0 but between unite() and the sums
   std::vector<RowInterval> intervals_;
   struct Layer {
     const float* low = nullptr;

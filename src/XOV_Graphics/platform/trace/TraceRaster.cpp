@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <optional>
 #include <vector>
@@ -21,6 +22,7 @@ namespace xov {
 namespace {
 
 constexpr double kLargestRadius = 64; // pixels; the work for a sub-column grows with the radius
+constexpr double kBeyondPen = 2;      // pixels that the ink of a sub-column may lie further away
 constexpr double kScaleTolerance = 1e-6;
 constexpr int kWidestStrip = 64;    // columns
 constexpr std::size_t kJudged = 16; // traces, by and large, whose ink decides about the fineness of a strip
@@ -72,11 +74,49 @@ int stripColumns(int perColumn, std::size_t traces, double radius) {
   return std::clamp(wished, narrowest, std::max(narrowest, kWidestStrip)) / kInkColumns * kInkColumns;
 }
 
+/// Envelopes of one pen by their fineness. Those of a thread's last stroke are kept for its next one, which is mostly
+/// of the same pen.
+class Envelopes {
+public:
+  TraceEnvelope& of(const TraceStrip& strip) {
+    if (strip.radius != radius_ || strip.columns > columns_) {
+      byFineness_.clear();
+      radius_ = strip.radius;
+      columns_ = strip.columns;
+    }
+    TraceStrip widest = strip;
+    widest.columns = columns_;
+    TraceEnvelope& envelope = byFineness_.try_emplace(strip.perColumn, widest).first->second;
+    envelope.moveTo(strip);
+    return envelope;
+  }
+
+private:
+  double radius_ = 0;
+  int columns_ = 0;
+  std::map<int, TraceEnvelope> byFineness_;
+};
+
+/// The columns that traces may ink.
+struct Extent {
+  double left = std::numeric_limits<double>::infinity();
+  double right = -left;
+
+  Extent(const std::vector<TraceProjection>& projections, double reach) {
+    for (const TraceProjection& projection : projections) {
+      left = std::min(left, projection.column(projection.first()) - reach);
+      right = std::max(right, projection.column(projection.last() - 1) + reach);
+    }
+  }
+  bool touches(int column, int columns) const { return right >= column && left <= column + columns; }
+};
+
 /// Lays the ink of a strip over its pixels.
-void layStrip(TraceCoverage& coverage, const TraceStrip& strip, const TraceInk& ink, const PixelTarget& target,
-              int top) {
+void layStrip(TraceCoverage& coverage, const TraceStrip& strip, const Extent& extent, const TraceInk& ink,
+              const PixelTarget& target, int top) {
   const std::ptrdiff_t pixelsPerLine = target.bytesPerLine / std::ptrdiff_t(sizeof(std::uint32_t));
   for (int column = 0; column < strip.columns; column += kInkColumns) {
+    if (!extent.touches(strip.left + column, kInkColumns)) continue;
     const RowRange rows = coverage.unite(strip, column);
     uchar* const line = target.bits + (top + rows.first) * target.bytesPerLine;
     ink.lay(coverage.changes(), rows, strip.perColumn, std::min(kInkColumns, strip.columns - column),
@@ -110,22 +150,23 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
   TraceStrip strip{visible.left(), 0, 0, visible.height(), radius};
   strip.columns = std::min(stripColumns(fineness.subColumns(), projections->size(), radius), visible.width());
   const std::size_t judgedEvery = projections->size() / kJudged + 1;
-  std::map<int, TraceEnvelope> envelopes; // by fineness
+  static thread_local Envelopes envelopes;
   TraceLayers layers;
   TraceCoverage coverage(strip.rows);
+  const Extent extent(*projections, radius + kBeyondPen);
   for (; strip.left <= visible.right(); strip.left += strip.columns) {
     strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
+    if (!extent.touches(strip.left, strip.columns)) continue;
     TraceEnvelope* envelope = nullptr;
     do {
       strip.perColumn = fineness.subColumns();
-      envelope = &envelopes.try_emplace(strip.perColumn, strip).first->second;
-      envelope->moveTo(strip);
+      envelope = &envelopes.of(strip);
       layers.reset(strip.subColumns(), strip.rows);
       for (std::size_t i = 0; i < projections->size(); ++i)
         envelope->addTrace((*projections)[i], layers, i % judgedEvery == 0);
     } while (fineness.refine(envelope->roughness(), double(strip.subColumns()) * strip.rows));
     coverage.take(layers);
-    layStrip(coverage, strip, ink, target, visible.top());
+    layStrip(coverage, strip, extent, ink, target, visible.top());
   }
   return true;
 }
@@ -145,8 +186,10 @@ bool fillTraces(const PixelTarget& target, std::span<const Trace> traces, const 
   TraceStrip strip{visible.left(), 0, 0, visible.height()};
   strip.columns = std::min(stripColumns(fineness.subColumns(), projections->size(), 0), visible.width());
   TraceCoverage coverage(strip.rows);
+  const Extent extent(*projections, 0);
   for (; strip.left <= visible.right(); strip.left += strip.columns) {
     strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
+    if (!extent.touches(strip.left, strip.columns)) continue;
     InkRoughness roughness;
     do {
       strip.perColumn = static_cast<int>(std::bit_ceil(static_cast<unsigned>(fineness.subColumns())));
@@ -159,7 +202,7 @@ bool fillTraces(const PixelTarget& target, std::span<const Trace> traces, const 
       }
     } while (density < kDenseFill && fineness.refine(roughness, double(strip.subColumns()) * strip.rows));
     coverage.takeInOrder(enclosure.lows(), enclosure.highs());
-    layStrip(coverage, strip, ink, target, visible.top());
+    layStrip(coverage, strip, extent, ink, target, visible.top());
   }
   return true;
 }
