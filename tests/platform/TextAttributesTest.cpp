@@ -6,6 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <QFontInfo>
+#include <QFontMetricsF>
+#include <QPainterPath>
+
+#include <random>
 
 namespace xov {
 namespace {
@@ -97,6 +101,33 @@ TEST(Typeface, outlinesStandOnTheBaseline) {
   const QRectF box = Typeface::forFamily(QStringLiteral("Helvetica")).outline(QStringLiteral("H")).boundingRect();
   EXPECT_NEAR(box.bottom(), 0, 2);  // y downwards, so the foot of the H is at 0
   EXPECT_NEAR(box.top(), -729, 12); // Helvetica's cap height is 718, Nimbus Sans' 729
+}
+
+// Letters are put together from outlines that are found once: no line may look otherwise for that.
+TEST(Typeface, drawsEveryLineAsQtDoes) {
+  std::mt19937 random(3);
+  QStringList lines{QStringLiteral("AVATAR To Wy"),
+                    QStringLiteral("fi fl ffi ffl"),
+                    QStringLiteral(" a  b "),
+                    QStringLiteral("S0001 XX BHZ (10.01) (7.00)"),
+                    QStringLiteral("Zürich 3° × 2, Tōhoku"),
+                    QStringLiteral("a\tb")};
+  for (int i = 0; i < 50; ++i) {
+    QString& line = lines.emplace_back();
+    for (int k = 0; k < 20; ++k)
+      line += QChar(ushort(' ' + random() % 95));
+  }
+  for (const char* family : {"Helvetica", "Courier"}) {
+    const Typeface& face = Typeface::forFamily(QLatin1String(family));
+    for (const QString& line : lines) {
+      QPainterPath expected;
+      expected.addText(0, 0, face.font(), line);
+      expected.setFillRule(Qt::WindingFill);
+      EXPECT_EQ(face.outline(line), expected) << line.toStdString();
+      const double width = QFontMetricsF(face.font()).horizontalAdvance(line);
+      EXPECT_DOUBLE_EQ(face.advance(line) * Typeface::kDesignSize, width) << line.toStdString();
+    }
+  }
 }
 
 } // namespace

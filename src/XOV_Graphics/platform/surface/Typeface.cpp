@@ -2,7 +2,6 @@
 
 #include <QFontDatabase>
 #include <QFontMetricsF>
-#include <QHash>
 
 #include <algorithm>
 #include <array>
@@ -52,18 +51,60 @@ Typeface::Typeface(const QString& family) : font_(installedFamily(family)), line
   font_.setStyleStrategy(QFont::PreferOutline);
 }
 
+Typeface::Line Typeface::shapedByQt(const QString& line) const {
+  Line shaped;
+  shaped.advance = QFontMetricsF(font_).horizontalAdvance(line);
+  shaped.outline.setFillRule(Qt::WindingFill);
+  shaped.outline.addText(0, 0, font_, line);
+  return shaped;
+}
+
+const Typeface::Line& Typeface::letter(QChar letter) const {
+  const auto known = letters_.constFind(letter);
+  return known != letters_.constEnd() ? *known : *letters_.insert(letter, shapedByQt(letter));
+}
+
+/// The letters of a line side by side.
+Typeface::Line Typeface::spelled(const QString& line) const {
+  Line spelled;
+  spelled.outline.setFillRule(Qt::WindingFill);
+  for (const QChar each : line) {
+    const Line& next = letter(each);
+    spelled.outline.addPath(next.outline.translated(spelled.advance, 0));
+    spelled.advance += next.advance;
+  }
+  return spelled;
+}
+
+/// True for a line that is no more than its letters: of ASCII, without a pair that the font draws in another way.
+bool Typeface::isSpelled(const QString& line) const {
+  const auto isPlain = [](QChar each) { return each >= QLatin1Char(' ') && each <= QLatin1Char('~'); };
+  if (!std::all_of(line.begin(), line.end(), isPlain)) return false;
+  for (qsizetype i = 0; i + 1 < line.size(); ++i) {
+    const quint32 pair = quint32(line[i].unicode()) << 16 | line[i + 1].unicode();
+    auto known = pairs_.constFind(pair);
+    if (known == pairs_.constEnd()) {
+      const Line whole = shapedByQt(line.mid(i, 2)), parts = spelled(line.mid(i, 2));
+      known = pairs_.insert(pair, whole.outline == parts.outline && whole.advance == parts.advance);
+    }
+    if (!*known) return false;
+  }
+  return true;
+}
+
+// Qt finds the outline of each letter anew, and a section of thousands of records has as many captions, no two the
+// same.
 const Typeface::Line& Typeface::shaped(const QString& line) const {
   if (const Line* known = lines_.object(line)) return *known;
-  auto shaped = std::make_unique<Line>();
-  shaped->advance = QFontMetricsF(font_).horizontalAdvance(line) / kDesignSize;
-  shaped->outline.setFillRule(Qt::WindingFill);
-  shaped->outline.addText(0, 0, font_, line);
+  auto shaped = std::make_unique<Line>(isSpelled(line) ? spelled(line) : shapedByQt(line));
   const Line& result = *shaped;
   lines_.insert(line, shaped.release());
   return result;
 }
 
-double Typeface::advance(const QString& line) const { return line.isEmpty() ? 0 : shaped(line).advance; }
+double Typeface::advance(const QString& line) const {
+  return line.isEmpty() ? 0 : shaped(line).advance / kDesignSize;
+}
 
 QPainterPath Typeface::outline(const QString& line) const {
   return line.isEmpty() ? QPainterPath() : shaped(line).outline;

@@ -2,6 +2,7 @@
 
 #include <QCache>
 #include <QFont>
+#include <QHash>
 #include <QPainterPath>
 #include <QString>
 
@@ -26,14 +27,20 @@ public:
 
 private:
   struct Line {
-    double advance = 0;
+    double advance = 0; // in design units
     QPainterPath outline;
   };
 
   explicit Typeface(const QString& family);
   const Line& shaped(const QString& line) const;
+  Line spelled(const QString& line) const;
+  Line shapedByQt(const QString& line) const;
+  bool isSpelled(const QString& line) const;
+  const Line& letter(QChar letter) const;
 
   QFont font_;
+  mutable QHash<QChar, Line> letters_;
+  mutable QHash<quint32, bool> pairs_; // whether two letters stand side by side as each by itself
   // Live displays draw the same labels many times a second, and finding a glyph's outline costs more than filling it.
   mutable QCache<QString, Line> lines_;
 };
