@@ -154,6 +154,27 @@ TEST(PaperTraces, aPageHasItsTracesInTheirOrderBetweenOtherDrawing) {
   EXPECT_FALSE(content.contains("314159"));
 }
 
+TEST(PaperTraces, aFilledTraceIsOnePathOfItsRule) {
+  for (const auto& [rule, op] : {std::pair{Path::Winding::NonZero, "f"}, {Path::Winding::EvenOdd, "f*"}}) {
+    Path path = smallPath();
+    path.appendTrace(smallTrace());
+    path.setWindingRule(rule);
+    const QByteArray content = contentOfPage([&path](GraphicsContext& context) { context.fillPath(path); });
+    const QByteArray area = "0 2300 m\n1000 3200 l\n2000 2600 l\n3000 4400 l\n";
+    EXPECT_TRUE(content.contains("0 100 cm\n0 0 0 rg\n" + area + area + op + "\nQ\n")) << content.constData();
+  }
+}
+
+TEST(PaperTraces, aFillBesideLinesIsThePainters) {
+  const QByteArray content = contentOfPage([](GraphicsContext& context) {
+    Path path = smallPath();
+    path.appendRect({50, 50, 10, 10});
+    context.fillPath(path);
+  });
+  EXPECT_FALSE(content.contains("0.01 0 0 -0.01"));
+  EXPECT_TRUE(content.contains("\n50 50 m\n"));
+}
+
 TEST(PaperTraces, aPageWithoutTracesIsByteForByteThePainters) {
   const auto draw = [](GraphicsContext& context) {
     context.setColor(colors::red);
@@ -386,6 +407,15 @@ TEST(PaperTraces, thePageLooksLikeThePixels) {
          context.strokePath(path);
          context.setColor(colors::black);
          context.fillRect({100, 100, 20, 20});
+       }},
+      {kRow,
+       [&](GraphicsContext& context) {
+         fillPage(context);
+         context.setColor(QColor(0, 0, 255, 128));
+         context.clipToRect({20, 30, 100, 30});
+         Path odd = path;
+         odd.setWindingRule(Path::Winding::EvenOdd);
+         context.fillPath(odd);
        }},
   };
   for (const auto& [bound, draw] : drawings) {

@@ -46,7 +46,10 @@ void PaperContext::onStroke(const Path& path) {
   const QRectF visible = visibleRect(path.lineWidth());
   if (traces_ == nullptr || !PaperTraces::canHold(visible, toDevice())) return strokeTraces(path, visible);
   const QColor& color = state().strokeColor;
-  const QPainterPath marker = traces_->stroke(path.traces(), visible, toDevice(), path.lineWidth(), color);
+  fillMarker(traces_->stroke(path.traces(), visible, toDevice(), path.lineWidth(), color), color);
+}
+
+void PaperContext::fillMarker(const QPainterPath& marker, const QColor& color) {
   if (marker.isEmpty()) return;
   // The painter's opacity holds for strokes, too; a colour's own only for what it fills.
   painter().setTransform(QTransform());
@@ -78,7 +81,16 @@ void PaperContext::strokeTraces(const Path& path, const QRectF& visible) {
   painter().restore();
 }
 
-void PaperContext::onFill(const Path& path) { painter().fillPath(filledShape(path), state().fillColor); }
+void PaperContext::onFill(const Path& path) {
+  const QColor& color = state().fillColor;
+  const QRectF visible = visibleRect(0);
+  const bool tracesAlone = !path.traces().empty() && path.shape().elementCount() == 0;
+  if (!tracesAlone || traces_ == nullptr || !PaperTraces::canHold(visible, toDevice()))
+    return painter().fillPath(filledShape(path), color);
+  if (clippedRect().isEmpty()) return;
+  const bool evenOdd = path.windingRule() == Path::Winding::EvenOdd;
+  fillMarker(traces_->fill(path.traces(), visible, toDevice(), evenOdd, color), color);
+}
 
 void PaperContext::onSymbols(const Symbols& symbols) {
   painter().save();

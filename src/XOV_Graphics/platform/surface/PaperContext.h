@@ -24,6 +24,7 @@ protected:
 
 private:
   void strokeTraces(const Path& path, const QRectF& visible);
+  void fillMarker(const QPainterPath& marker, const QColor& color);
   void drawDots(const Symbols& symbols, const QColor& color);
   void drawCircles(const Symbols& symbols);
   void drawCircle(const SymbolLook& look, const QPainterPath& circle);

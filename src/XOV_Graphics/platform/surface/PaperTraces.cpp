@@ -60,13 +60,12 @@ QByteArray decimal(double value) {
   return text + ' ';
 }
 
-/// The state in which lines are stroked; a unit of their coordinates is then a step.
-QByteArray strokeState(const QTransform& toPage, double lineWidth, const QColor& color) {
+/// The state in which a unit of coordinates is a step, and some colour holds for an operator that sets it.
+QByteArray traceState(const QTransform& toPage, const QColor& color, const char* setColor) {
   const double step = kPaperTraceGrid;
   return "q\n" + decimal(toPage.m11() * step) + decimal(toPage.m12() * step) + decimal(toPage.m21() * step) +
          decimal(toPage.m22() * step) + decimal(toPage.dx()) + decimal(toPage.dy()) + "cm\n" + decimal(color.redF()) +
-         decimal(color.greenF()) + decimal(color.blueF()) + "RG\n" + decimal(lineWidth * kStepsPerPoint) +
-         "w 0 J 1 j [] 0 d\n";
+         decimal(color.greenF()) + decimal(color.blueF()) + setColor + '\n';
 }
 
 } // namespace
@@ -129,7 +128,7 @@ QPainterPath PaperTraces::stroke(const std::vector<Trace>& traces, const QRectF&
                                  double lineWidth, const QColor& color) {
   const bool isOpaque = color.alpha() == kOpaque;
   const qsizetype begin = operators_.size();
-  operators_ += strokeState(toPage, lineWidth, color);
+  operators_ += traceState(toPage, color, "RG") + decimal(lineWidth * kStepsPerPoint) + "w 0 J 1 j [] 0 d\n";
   bool shows = false;
   for (const Trace& trace : traces) {
     for (const QPolygonF& line : reduceTrace(trace, kPaperTraceColumn, visible, 0)) {
@@ -140,11 +139,30 @@ QPainterPath PaperTraces::stroke(const std::vector<Trace>& traces, const QRectF&
         addPoints(line, {});
     }
   }
+  return finish(begin, shows, isOpaque ? "Q\n" : "S\nQ\n");
+}
+
+QPainterPath PaperTraces::fill(const std::vector<Trace>& traces, const QRectF& visible, const QTransform& toPage,
+                               bool evenOdd, const QColor& color) {
+  const qsizetype begin = operators_.size();
+  operators_ += traceState(toPage, color, "rg");
+  bool shows = false;
+  for (const Trace& trace : traces) {
+    for (const QPolygonF& area : traceAreas(trace, kPaperTraceColumn, visible)) {
+      shows = true;
+      addPoints(area, {});
+    }
+  }
+  return finish(begin, shows, evenOdd ? "f*\nQ\n" : "f\nQ\n");
+}
+
+/// Ends what began with a trace's state, or takes it back where nothing shows.
+QPainterPath PaperTraces::finish(qsizetype begin, bool shows, const char* operators) {
   if (!shows) {
     operators_.truncate(begin);
     return {};
   }
-  operators_ += isOpaque ? "Q\n" : "S\nQ\n";
+  operators_ += operators;
   ends_.push_back(operators_.size());
   return markerShape(qsizetype(ends_.size()) - 1);
 }

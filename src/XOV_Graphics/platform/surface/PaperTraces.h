@@ -34,6 +34,11 @@ public:
   QPainterPath stroke(const std::vector<Trace>& traces, const QRectF& visible, const QTransform& toPage,
                       double lineWidth, const QColor& color);
 
+  /// The same for traces to be filled with `color`, each piece between gaps closed from its last sample to its first:
+  /// places about which they wind, or with `evenOdd` those inside of an odd number of them.
+  QPainterPath fill(const std::vector<Trace>& traces, const QRectF& visible, const QTransform& toPage, bool evenOdd,
+                    const QColor& color);
+
   bool isEmpty() const { return ends_.empty(); }
 
   /// The page's content with the traces in place of their markers, and takes them; nothing when the markers are not
@@ -50,6 +55,7 @@ private:
   static Step stepOf(QPointF point);
   void addPoints(std::span<const QPointF> points, Step origin);
   void addStroke(std::span<const QPointF> points);
+  QPainterPath finish(qsizetype begin, bool shows, const char* operators);
 
   QByteArray operators_;
   std::vector<qsizetype> ends_; ///< of the operators that each marker stands for

@@ -25,8 +25,8 @@ inline constexpr double kPaperTraceGrid = 0.01;
 std::vector<QPolygonF> reduceTrace(const Trace& trace, double columnWidth, const QRectF& clip, double margin);
 
 /// The polygons that stand for the areas a trace encloses, for a fill that is stroked afterwards: each piece between
-/// gaps, closed from its last sample to its first however far outside `clip` those lie. A dense column of
-/// `columnWidth` view points is passed from its first to its last sample. Inside `clip` and away from the trace's own
+/// gaps, closed from its last sample to its first however far outside `clip` those lie. Of a dense
+/// column of `columnWidth` view points only the first sample counts. Inside `clip` and away from the trace's own
 /// columns the polygons wind as the full ones do; outside they follow the border of `clip`.
 std::vector<QPolygonF> traceAreas(const Trace& trace, double columnWidth, const QRectF& clip);
 
