@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <ctime>
 
 namespace xov::bench {
 
@@ -11,8 +12,11 @@ void runInTurn(std::vector<Contest>& contests, int rounds) {
     for (Contest& contest : contests) {
       QElapsedTimer timer;
       timer.start();
+      const std::clock_t start = std::clock();
       contest.run();
-      if (round > 0) contest.milliseconds.push_back(double(timer.nsecsElapsed()) / 1e6);
+      if (round == 0) continue;
+      contest.milliseconds.push_back(double(timer.nsecsElapsed()) / 1e6);
+      contest.processorMilliseconds.push_back(1e3 * double(std::clock() - start) / CLOCKS_PER_SEC);
     }
   }
 }
@@ -25,12 +29,15 @@ double median(std::vector<double> values) {
 QString pairedRows(const std::vector<Contest>& contests) {
   QString text;
   for (std::size_t i = 0; i + 1 < contests.size(); i += 2) {
-    const double ours = median(contests[i].milliseconds), rival = median(contests[i + 1].milliseconds);
-    text += QStringLiteral("| %1 | %2 | %3 | %4 |\n")
+    const double ours = median(contests[i].processorMilliseconds);
+    const double rival = median(contests[i + 1].processorMilliseconds);
+    text += QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 |\n")
                 .arg(QString::fromUtf8(contests[i].name))
                 .arg(ours, 0, 'f', 2)
                 .arg(rival, 0, 'f', 2)
-                .arg(ours / rival, 0, 'f', 2);
+                .arg(ours / rival, 0, 'f', 2)
+                .arg(median(contests[i].milliseconds), 0, 'f', 2)
+                .arg(median(contests[i + 1].milliseconds), 0, 'f', 2);
   }
   return text;
 }

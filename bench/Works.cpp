@@ -15,12 +15,16 @@ struct Layout {
   int rows;
   std::int64_t samplesPerRow;
   double deviation; ///< of the noise, in view points
+  bool atRatios;    ///< drawn with other pixel ratios, too
 };
 
 const Layout kLayouts[] = {
-    {"W1", "drum: 24 h at 100 Hz in 24 rows", {1200, 900}, 24, 360000, 15},
-    {"W2", "one panel of 10 million samples", {1200, 600}, 1, 10000000, 60},
-    {"W3", "section: 100 traces of 36,000 samples", {1200, 900}, 100, 36000, 8},
+    {"W1", "drum: 24 h at 100 Hz in 24 rows", {1200, 900}, 24, 360000, 15, true},
+    {"W2", "one panel of 10 million samples", {1200, 600}, 1, 10000000, 60, true},
+    {"W3", "section: 100 traces of 36,000 samples", {1200, 900}, 100, 36000, 8, true},
+    {"W8", "zoomed section: 100 traces of 240 samples", {1200, 900}, 100, 240, 8, false},
+    {"W9", "section: 1,000 traces of 1,000 samples", {1200, 900}, 1000, 1000, 8, false},
+    {"W10", "section: 10,000 traces of 1,000 samples", {1200, 900}, 10000, 1000, 8, false},
 };
 
 constexpr const char* kScatter = "S1";
@@ -51,11 +55,13 @@ std::vector<float> noise(std::size_t count) {
 } // namespace
 
 std::vector<std::string> workNames() {
-  std::vector<std::string> drawings;
-  for (const Layout& layout : kLayouts)
-    drawings.emplace_back(layout.name);
+  std::vector<std::string> names, drawings; // all, and those with other pixel ratios
+  for (const Layout& layout : kLayouts) {
+    names.emplace_back(layout.name);
+    if (layout.atRatios) drawings.emplace_back(layout.name);
+  }
+  names.emplace_back(kScatter);
   drawings.emplace_back(kScatter);
-  std::vector<std::string> names = drawings;
   for (const Page& page : kPages)
     names.emplace_back(page.name);
   for (const char* ratio : kRatios) {

@@ -27,8 +27,9 @@ struct Work {
   Work& operator=(Work&&) = default;
 };
 
-/// Names of the works that makeWork() knows, in the order of the report: "W1", "W2", "W3" and the scatter plot "S1";
-/// the pages "W5" of W3, "W6" of W1 and "S2" of S1; and the first four with "@1.5" and "@2" for other pixel ratios.
+/// Names of the works that makeWork() knows, in the order of the report: "W1", "W2", "W3", the sections "W8" to
+/// "W10" and the scatter plot "S1"; the pages "W5" of W3, "W6" of W1 and "S2" of S1; and W1, W2, W3 and S1 with
+/// "@1.5" and "@2" for other pixel ratios.
 std::vector<std::string> workNames();
 
 /// Makes a work with its samples. An unknown name gives a work without a name.

@@ -56,7 +56,6 @@ void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRec
   const TraceWindow window = windowStartingAtLimit(*record, xmin_, xmax_);
   Trace trace;
   trace.samples = record->GetSacSeis();
-  trace.index = record->sampleIndex();
   trace.first = window.first;
   trace.last = window.last;
   if (!trace.isEmpty()) {
