@@ -1,11 +1,51 @@
 #include "XOV_Graphics/seismic/SeismogramSummary.h"
 
+#include "XOV_Graphics/seismic/Extrema.h"
+
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <numeric>
 
 namespace xov {
 
+namespace {
+
+constexpr std::size_t kLanes = 8; // sums that do not wait for each other
+
+// The sum of a block of samples; not finite when one of them is not.
+double sumOf(std::span<const float, kLanes * kLanes> block) {
+  std::array<double, kLanes> sums{};
+  for (std::size_t i = 0; i < block.size(); i += kLanes) {
+    for (std::size_t lane = 0; lane < kLanes; ++lane)
+      sums[lane] += double(block[i + lane]);
+  }
+  return std::accumulate(sums.begin(), sums.end(), 0.0);
+}
+
+} // namespace
+
 void SampleTally::add(std::span<const float> samples) {
+  constexpr std::size_t blockSize = kLanes * kLanes;
+  for (; samples.size() >= blockSize; samples = samples.subspan(blockSize)) {
+    const auto block = samples.first<blockSize>();
+    const double sum = sumOf(block);
+    if (!std::isfinite(sum)) {
+      addOneByOne(block);
+      continue;
+    }
+    SampleTally whole;
+    const Extrema extrema = finiteExtrema(block);
+    whole.count_ = whole.finiteCount_ = std::int64_t(block.size());
+    whole.min_ = extrema.min;
+    whole.max_ = extrema.max;
+    whole.sum_ = sum;
+    add(whole);
+  }
+  addOneByOne(samples);
+}
+
+void SampleTally::addOneByOne(std::span<const float> samples) {
   count_ += std::int64_t(samples.size());
   for (const float sample : samples) {
     if (!std::isfinite(sample)) continue;

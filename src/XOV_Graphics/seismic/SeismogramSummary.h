@@ -33,6 +33,8 @@ public:
   double mean() const { return hasFinite() ? sum_ / double(finiteCount_) : 0; }
 
 private:
+  void addOneByOne(std::span<const float> samples);
+
   std::int64_t count_ = 0;
   std::int64_t finiteCount_ = 0;
   float min_ = 0;

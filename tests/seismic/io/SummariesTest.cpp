@@ -80,6 +80,22 @@ TEST(Summaries, addSamplesUpInPieces) {
   EXPECT_EQ(tally.mean(), 2) << "of -3, 1 and 8";
 }
 
+TEST(Summaries, addBlocksOfSamplesUpAsSingleOnes) {
+  // Whole numbers, whose sums are exact in any order. One block has a NaN, and the last one is not full.
+  std::vector<float> samples(1000);
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = float(i) - 100;
+  samples[500] = std::numeric_limits<float>::quiet_NaN();
+  SampleTally tally;
+  tally.add(samples);
+  EXPECT_EQ(tally.count(), 1000);
+  EXPECT_EQ(tally.notFiniteCount(), 1);
+  EXPECT_EQ(tally.min(), -100);
+  EXPECT_EQ(tally.max(), 899);
+  EXPECT_DOUBLE_EQ(tally.mean(), (899.0 * 900 / 2 - 100.0 * 101 / 2 - 400) / 999)
+      << "without the 400 that is missing";
+}
+
 TEST(Summaries, sayOfSacFilesWhatTheirRecordsWould) {
   expectSameAsRead(SacBytes(Order::Little).samples({1, -2, 5}).bytes());
   expectSameAsRead(SacBytes(Order::Big, 7).samples({1, 4}).footerWith(0, 0.5).bytes());
@@ -101,6 +117,12 @@ TEST(Summaries, sayOfMiniSeedFilesWhatTheirRecordsWould) {
   const MiniSeedBytes late = MiniSeedBytes().time(2012, 133, 1, 0, 0, 0).integers({7});
   const MiniSeedBytes other = MiniSeedBytes().codes("XX", "TEST", "00", "BHN").integers({9, 10});
   expectSameAsRead(joined({first, other, late, next}));
+  // Runs of records that lie apart in time, in another order: the first goes on where the last ends.
+  const MiniSeedBytes between = MiniSeedBytes().time(2012, 133, 0, 0, 30, 0).integers({8});
+  expectSameAsRead(joined({next, late, first}));
+  expectSameAsRead(joined({late, first, next, between}));
+  expectSameAsRead(joined({next, between, late, first, other}));
+  expectSameAsRead(joined({next, first, next})); // a record that is there twice
   // A damaged record amid a piece breaks it.
   MiniSeedBytes damaged = MiniSeedBytes().time(2012, 133, 0, 0, 0, 1000).sampleCount(7);
   damaged.encoding(MiniSeedBytes::kSteim1);

@@ -3,8 +3,7 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedAssembly.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedNotes.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSearch.h"
-
-#include <limits>
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedSums.h"
 
 namespace xov {
 
@@ -13,48 +12,6 @@ namespace {
 bool isFullSeed(QByteArrayView head) { return head.startsWith("000001V "); }
 
 bool isMiniSeed3(QByteArrayView head) { return head.startsWith(QByteArrayView("MS\x03")); }
-
-/// Sums the records of a file up as they come. That needs no memory for a record, but every channel's records in time
-/// order.
-class RunningSums {
-public:
-  /// False, and nothing is done, when the record is not behind the one before.
-  bool add(const IndexedRecord& record, QByteArrayView bytes, MiniSeedIndex& index) {
-    if (record.channel >= channels_.size()) channels_.resize(record.channel + 1);
-    Channel& channel = channels_[record.channel];
-    isInOrder_ = record.span.startUs > channel.lastStartUs;
-    if (!isInOrder_) return false;
-    channel.lastStartUs = record.span.startUs;
-    const std::size_t piece = channel.joiner.add(record.span);
-    samples_.resize(std::size_t(record.span.sampleCount));
-    if (decodeRecord(decoder_, record, bytes, samples_, index))
-      addToTally(channel.stretches.add(piece, record.span).tally, record.format.encoding, samples_);
-    else
-      channel.stretches.breakOff(piece);
-    return true;
-  }
-
-  bool isInOrder() const { return isInOrder_; }
-
-  MiniSeedTraces take(const MiniSeedIndex& index, const QString& path) {
-    MiniSeedTraces traces;
-    for (std::size_t i = 0; i < channels_.size(); ++i)
-      traces.append(index.channels[i], channels_[i].stretches.take(), path);
-    return traces;
-  }
-
-private:
-  struct Channel {
-    std::int64_t lastStartUs = std::numeric_limits<std::int64_t>::min();
-    PieceJoiner joiner;
-    Stretches stretches;
-  };
-
-  MiniSeedSamples decoder_;
-  std::vector<float> samples_;
-  std::vector<Channel> channels_;
-  bool isInOrder_ = true;
-};
 
 } // namespace
 
@@ -80,7 +37,12 @@ public:
   }
 
   void assemble(Samples samples) { traces_ = assembleTraces(file_, index_, path_, samples); }
-  void sumUp(RunningSums& sums) { traces_ = sums.take(index_, path_); }
+  /// False when the records have to be assembled.
+  bool sumUp(RunningSums& sums) {
+    std::optional<MiniSeedTraces> traces = sums.take(index_, path_);
+    if (traces) traces_ = *std::move(traces);
+    return traces.has_value();
+  }
 
   /// What is to be said of the traces, unless there are none where there should be.
   Result<QStringList> notes() const {
@@ -124,10 +86,7 @@ Result<SeismogramFileSummary> summarizeMiniSeedDevice(QIODevice& device, const Q
     return sums.add(record, bytes, index);
   };
   if (Status status = reading.index(*patterns, addToSums); !status) return Error{status.error()};
-  if (sums.isInOrder()) {
-    reading.sumUp(sums);
-  } else {
-    // What is out of order or there twice shows only when all records are known.
+  if (!reading.sumUp(sums)) {
     if (Status status = reading.index(*patterns); !status) return Error{status.error()};
     reading.assemble(Samples::SummedUp);
   }

@@ -23,48 +23,57 @@ std::int64_t halfSample(const RecordSpan& span) { return std::llround(kMicroseco
 
 } // namespace
 
-bool PieceJoiner::OpenPiece::takes(const RecordSpan& span) const {
-  return std::abs(1 - span.rateHz / rateHz) < kRateTolerance && sampleCount + span.sampleCount <= kMostSamples;
+bool PieceJoiner::OpenPiece::takes(const PieceExtent& extent) const {
+  return std::abs(1 - extent.first.rateHz / rateHz) < kRateTolerance &&
+         sampleCount + extent.sampleCount <= kMostSamples;
 }
 
-PieceJoiner::OpenPieces::iterator PieceJoiner::pieceBefore(const RecordSpan& span) {
+PieceJoiner::OpenPieces::iterator PieceJoiner::pieceBefore(const PieceExtent& extent) {
+  const RecordSpan& span = extent.first;
   const std::int64_t tolerance = halfSample(span);
   auto best = open_.end();
   auto candidate = open_.lower_bound(span.startUs - tolerance);
   for (int i = 0; i < kMostCandidates && candidate != open_.end(); ++i, ++candidate) {
     if (candidate->first > span.startUs + tolerance) break;
     const auto distance = [&](auto piece) { return std::abs(piece->first - span.startUs); };
-    if (candidate->second.takes(span) && (best == open_.end() || distance(candidate) < distance(best)))
+    if (candidate->second.takes(extent) && (best == open_.end() || distance(candidate) < distance(best)))
       best = candidate;
   }
   return best;
 }
 
-std::size_t PieceJoiner::add(const RecordSpan& span) {
-  const std::int64_t endUs = span.startUs + duration(span);
-  if (const auto before = pieceBefore(span); before != open_.end()) {
+std::size_t PieceJoiner::add(const RecordSpan& span) { return add(PieceExtent{span, span, span.sampleCount}); }
+
+std::size_t PieceJoiner::add(const PieceExtent& extent) {
+  const std::int64_t endUs = extent.last.startUs + duration(extent.last);
+  if (const auto before = pieceBefore(extent); before != open_.end()) {
     OpenPieces::node_type node = open_.extract(before);
     node.key() = endUs;
-    node.mapped().sampleCount += span.sampleCount;
+    node.mapped().sampleCount += extent.sampleCount;
     return open_.insert(std::move(node))->second.number;
   }
-  open_.emplace(endUs, OpenPiece{count_, span.rateHz, span.sampleCount});
+  open_.emplace(endUs, OpenPiece{count_, extent.first.rateHz, extent.sampleCount});
   return count_++;
 }
 
 void PieceExtent::add(const RecordSpan& span) {
   if (sampleCount == 0) first = span;
-  lastStartUs = span.startUs;
-  countBeforeLast = sampleCount;
+  last = span;
   sampleCount += span.sampleCount;
+}
+
+void PieceExtent::add(const PieceExtent& next) {
+  if (sampleCount == 0) first = next.first;
+  last = next.last;
+  sampleCount += next.sampleCount;
 }
 
 PieceTimes pieceTimes(const PieceExtent& extent, std::int64_t referenceMs) {
   const RecordSpan& first = extent.first;
   if (extent.sampleCount == 0) return {};
   const double nominal = 1 / first.rateHz;
-  const auto before = double(extent.countBeforeLast);
-  const double elapsed = double(extent.lastStartUs - first.startUs) / kMicrosecondsPerSecond;
+  const auto before = double(extent.sampleCount - extent.last.sampleCount);
+  const double elapsed = double(extent.last.startUs - first.startUs) / kMicrosecondsPerSecond;
   const bool drifted = before > 0 && std::abs(elapsed - before * nominal) > nominal / 2;
   return {double(first.startUs - referenceMs * kMicrosecondsPerMillisecond) / kMicrosecondsPerSecond,
           drifted ? elapsed / before : nominal};

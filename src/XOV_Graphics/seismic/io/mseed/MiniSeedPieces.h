@@ -12,6 +12,17 @@ struct RecordSpan {
   int sampleCount = 0;
 };
 
+/// Where the records of a piece lie, put in one after the other.
+struct PieceExtent {
+  RecordSpan first;
+  RecordSpan last;
+  std::int64_t sampleCount = 0; ///< of all records
+
+  void add(const RecordSpan& span);
+  /// Adds the records of a piece that goes on with this one.
+  void add(const PieceExtent& next);
+};
+
 /// Puts the records of one channel together to unbroken pieces.
 ///
 /// A record continues a piece whose last record ends within half a sample of where this one starts, and whose rate is
@@ -22,6 +33,8 @@ public:
   /// The number of the piece that a record belongs to. Records come in the order of their starts, and pieces are
   /// numbered in the order of theirs.
   std::size_t add(const RecordSpan& span);
+  /// The same of records that are one piece already.
+  std::size_t add(const PieceExtent& extent);
 
 private:
   /// A piece that further records may continue.
@@ -30,25 +43,15 @@ private:
     double rateHz = 0;
     std::int64_t sampleCount = 0;
 
-    bool takes(const RecordSpan& span) const;
+    bool takes(const PieceExtent& extent) const;
   };
   /// Open pieces by the time at which the next record should start.
   using OpenPieces = std::multimap<std::int64_t, OpenPiece>;
 
-  OpenPieces::iterator pieceBefore(const RecordSpan& span);
+  OpenPieces::iterator pieceBefore(const PieceExtent& extent);
 
   OpenPieces open_;
   std::size_t count_ = 0;
-};
-
-/// Where the records of a piece lie, put in one after the other.
-struct PieceExtent {
-  RecordSpan first;
-  std::int64_t lastStartUs = 0;
-  std::int64_t countBeforeLast = 0; ///< samples of all records but the last
-  std::int64_t sampleCount = 0;
-
-  void add(const RecordSpan& span);
 };
 
 /// A piece on the time axis that begins at `referenceMs`, milliseconds since 1970: b is the time of its first sample
