@@ -32,7 +32,8 @@ void checkTrace(SeismogramRecord& trace) {
   trace.ComputeExtrema();
   require(trace.smin() <= trace.smax(), "the extremes are in order");
   require(trace.mySeisReferenceTime()->nsDate().isValid(), "the reference time is known");
-  require(trace.labelString().count(QLatin1Char('.')) >= 3, "the label has the four codes");
+  const bool isNamed = !(trace.knetwk() + trace.kstnm() + trace.khole() + trace.kcmpnm()).isEmpty();
+  require(!isNamed || trace.labelString().count(QLatin1Char('.')) >= 3, "the label has the four codes");
 }
 
 bool isSameChannel(const SeismogramRecord& left, const SeismogramRecord& right) {
