@@ -21,7 +21,9 @@ constexpr QByteArrayView kZeros("ZEROS");
 constexpr QByteArrayView kPoles("POLES");
 constexpr QByteArrayView kConstant("CONSTANT");
 
-bool isWord(QByteArrayView text, QByteArrayView word) { return text.compare(word, Qt::CaseInsensitive) == 0; }
+bool isWord(QByteArrayView found, QByteArrayView expected) {
+  return found.compare(expected, Qt::CaseInsensitive) == 0;
+}
 
 std::optional<double> finiteNumber(QByteArrayView text) {
   const std::optional<double> number = toNumber<double>(text);
