@@ -8,6 +8,7 @@
 #include "bench/Reading.h"
 #include "bench/Records.h"
 #include "bench/Report.h"
+#include "bench/Signals.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -17,6 +18,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 
 using namespace xov::bench;
 
@@ -25,7 +27,8 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QCommandLineParser parser;
   parser.addHelpOption();
-  parser.addOption({QStringLiteral("works"), QStringLiteral("Comma-separated names, such as W1,W2@2,W4,reading."),
+  parser.addOption({QStringLiteral("works"),
+                    QStringLiteral("Comma-separated names, such as W1,W2@2,W4,reading,signals."),
                     QStringLiteral("names")});
   parser.addOption({QStringLiteral("rounds"), QStringLiteral("Rounds of the quick engines."), QStringLiteral("n"),
                     QStringLiteral("9")});
@@ -50,40 +53,36 @@ int main(int argc, char** argv) {
                     pictures.filePath(what[1] + QLatin1Char('-') + what[0]));
   }
 
+  // Tables of their own, by the names that --works knows them by.
+  const QString scripts = parser.value(QStringLiteral("rivals"));
+  const std::pair<const char*, std::function<QString(int)>> tables[] = {
+      {"W4", gridTable},
+      {"reading", readingTable},
+      {"P1", plotTable},
+      {"M1", mapTable},
+      {"P2", recordTable},
+      {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
+  };
+
   std::vector<std::string> names = workNames();
-  bool wantsGrids = true;
-  bool wantsReading = true;
-  bool wantsPlots = true;
-  bool wantsMaps = true;
-  bool wantsRecords = true;
   for (const std::string& name : liveDisplayNames())
     names.push_back(name);
+  for (const auto& [name, make] : tables)
+    names.emplace_back(name);
   if (parser.isSet(QStringLiteral("works"))) {
     names.clear();
-    wantsGrids = false;
-    wantsReading = false;
-    wantsPlots = false;
-    wantsMaps = false;
-    wantsRecords = false;
-    for (const QString& name : parser.value(QStringLiteral("works")).split(QLatin1Char(','))) {
-      if (name == QLatin1String("W4"))
-        wantsGrids = true;
-      else if (name == QLatin1String("reading"))
-        wantsReading = true;
-      else if (name == QLatin1String("P1"))
-        wantsPlots = true;
-      else if (name == QLatin1String("M1"))
-        wantsMaps = true;
-      else if (name == QLatin1String("P2"))
-        wantsRecords = true;
-      else
-        names.push_back(name.toStdString());
-    }
+    for (const QString& name : parser.value(QStringLiteral("works")).split(QLatin1Char(',')))
+      names.push_back(name.toStdString());
   }
   std::vector<RivalProgram> rivals;
-  if (parser.isSet(QStringLiteral("rivals"))) rivals = rivalPrograms(parser.value(QStringLiteral("rivals")));
+  if (parser.isSet(QStringLiteral("rivals"))) rivals = rivalPrograms(scripts);
+  const int rounds = std::max(1, parser.value(QStringLiteral("rounds")).toInt());
+  const auto isTable = [&](const std::string& name) {
+    return std::ranges::any_of(tables, [&](const auto& each) { return name == each.first; });
+  };
   std::vector<Measurement> all;
   for (const std::string& name : names) {
+    if (isTable(name)) continue;
     if (isLiveDisplay(name)) {
       constexpr int kRedraws = 60;
       all.push_back(measureLiveDisplay(name, kRedraws));
@@ -94,22 +93,15 @@ int main(int argc, char** argv) {
       std::fprintf(stderr, "xov_bench: there is no work named %s\n", name.c_str());
       return 2;
     }
-    const auto measured = measure(work, rivals, std::max(1, parser.value(QStringLiteral("rounds")).toInt()),
-                                  std::max(1.0, parser.value(QStringLiteral("limit")).toDouble()), pictures);
+    const auto measured =
+        measure(work, rivals, rounds, std::max(1.0, parser.value(QStringLiteral("limit")).toDouble()), pictures);
     all.insert(all.end(), measured.begin(), measured.end());
     std::fprintf(stderr, "%s", qPrintable(table(measured)));
   }
   std::printf("%s\n\n%s\n%s", qPrintable(machine()), qPrintable(table(all)), qPrintable(frameShares(all)));
-  if (wantsGrids)
-    std::printf("\n%s", qPrintable(gridTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
-  if (wantsReading)
-    std::printf("\n%s", qPrintable(readingTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
-  if (wantsPlots)
-    std::printf("\n%s", qPrintable(plotTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
-  if (wantsMaps)
-    std::printf("\n%s", qPrintable(mapTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
-  if (wantsRecords)
-    std::printf("\n%s", qPrintable(recordTable(std::max(1, parser.value(QStringLiteral("rounds")).toInt()))));
+  for (const auto& [name, make] : tables) {
+    if (std::ranges::find(names, name) != names.end()) std::printf("\n%s", qPrintable(make(rounds)));
+  }
   if (parser.isSet(QStringLiteral("json"))) {
     QFile file(parser.value(QStringLiteral("json")));
     if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(json(all)).toJson()) < 0) {

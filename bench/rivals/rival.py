@@ -25,9 +25,9 @@ class Work:
         return self.height * (row + 0.5) / self.rows + self.deviation * self.samples[row]
 
 
-def serve(rival):
-    """Answers the lines of the input. `rival` has prepare(work), draw() and save(path), and may have redraw()
-    and pdf(path)."""
+def serve(rival, words=("draw", "redraw", "save", "pdf")):
+    """Answers the lines of the input. `rival` has prepare(work) and, as far as it can, what the words stand for: of
+    those that draw, draw() and save(path), and maybe redraw() and pdf(path)."""
     work = Work(sys.argv[1:])
 
     def milliseconds(step, *arguments):
@@ -38,5 +38,5 @@ def serve(rival):
     print("ready", milliseconds(rival.prepare, work), flush=True)
     for line in sys.stdin:
         word, _, path = line.strip().partition(" ")
-        step = getattr(rival, word, None) if word in ("draw", "redraw", "save", "pdf") else None
+        step = getattr(rival, word, None) if word in words else None
         print(milliseconds(step, *([path] if path else [])) if step else "no", flush=True)

@@ -1,8 +1,11 @@
 #include "XOV_Graphics/seismic/Extrema.h"
 
+#include "XOV_Graphics/base/SampleIndex.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -50,4 +53,33 @@ TEST(Extrema, areZeroWhenNothingIsFinite) {
   expectExtrema({kNaN}, 0, 0);
   expectExtrema({kNaN, kInfinity, -kInfinity}, 0, 0);
   expectExtrema({kInfinity}, 0, 0);
+}
+
+TEST(Extrema, areTheSameFromAnIndex) {
+  std::vector<float> values(3000);
+  for (std::size_t i = 0; i < values.size(); ++i)
+    values[i] = float((i * 7919) % 1009) - 500;
+  const auto expectSame = [&] {
+    const xov::SampleIndex index(values);
+    const xov::Extrema plain = xov::finiteExtrema(values), indexed = xov::finiteExtrema(values, &index);
+    EXPECT_EQ(indexed.min, plain.min);
+    EXPECT_EQ(indexed.max, plain.max);
+  };
+  expectSame();
+  for (const std::size_t at : {0U, 255U, 256U, 1500U, 2815U, 2816U, 2999U}) { // 2816 = 11 blocks
+    for (const float value : {5000.0F, -5000.0F, kNaN, kInfinity, -kInfinity}) {
+      const float before = std::exchange(values[at], value);
+      expectSame();
+      values[at] = before;
+    }
+  }
+  values.assign(3000, kNaN);
+  expectSame();
+}
+
+TEST(Extrema, areThoseOfTheValuesWhereAnIndexIsOfOthers) {
+  const std::vector<float> others(600, 9), values(600, 2);
+  const xov::SampleIndex index(others);
+  EXPECT_EQ(xov::finiteExtrema(values, &index).max, 2);
+  EXPECT_EQ(xov::finiteExtrema(values, nullptr).max, 2);
 }

@@ -178,6 +178,22 @@ TEST(SacSeismogram, computesItsExtremesAnewOnlyWhenAsked) {
   EXPECT_EQ(trace.absMax(), 8);
 }
 
+TEST(SacSeismogram, hasAnIndexOfItsSamplesWhileTheyStayAsTheyAre) {
+  SacSeismogram trace(header(), std::vector<float>(1000, 3.0F));
+  const auto isIndexed = [&] { return trace.sampleIndex()->covers(trace.GetSacSeis(), 0, trace.npts()); };
+  EXPECT_TRUE(isIndexed());
+  trace.samples()[300] = 8;
+  EXPECT_FALSE(isIndexed()) << "they may change";
+  trace.ComputeExtrema();
+  ASSERT_TRUE(isIndexed());
+  EXPECT_EQ(trace.sampleIndex()->blocksWithin(trace.GetSacSeis(), 0, 1000).highest[1], 8);
+  trace.setSamples(std::vector<float>(600, -1.0F));
+  ASSERT_TRUE(isIndexed());
+  EXPECT_EQ(trace.sampleIndex()->blocksWithin(trace.GetSacSeis(), 0, 600).highest[1], -1);
+  const std::vector<float> taken = trace.takeSamples();
+  EXPECT_FALSE(trace.sampleIndex()->covers(taken.data(), 0, 600));
+}
+
 TEST(SacSeismogram, seesEveryChangeOfSamplesThatWereHandedOut) {
   SacSeismogram trace(header(), {1, 2, 3});
   trace.ComputeExtrema();

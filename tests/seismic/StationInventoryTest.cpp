@@ -53,6 +53,8 @@ TEST(StationInventory, findsTheChannelOfARecordByCodesAndTime) {
   EXPECT_EQ(found(inventory, record({"IU", "TLY", "00", "BHZ"})), "in: has no channel IU.TLY.00.BHZ");
   EXPECT_EQ(found(inventory, record({"IU", "ANMO", "00", "BHZ"}, "1999-01-01T00:00:00")),
             "in: has nothing of 1999-01-01T00:00:10.000Z for IU.ANMO.00.BHZ");
+  EXPECT_EQ(found(inventory, record({"IU", "ANMO", "00", "BHZ"}, "2013-01-01T00:00:00")),
+            "in: has nothing of 2013-01-01T00:00:10.000Z for IU.ANMO.00.BHZ");
 }
 
 TEST(StationInventory, takesTheOnlyLocationForARecordWithoutOne) {

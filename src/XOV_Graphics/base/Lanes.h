@@ -146,6 +146,14 @@ XOV_INLINE void keepSmaller(Float4& value, const Float4& other) { value = __buil
 XOV_INLINE void keepGreater(Float4& value, const Float4& other) { value = __builtin_ia32_maxps(value, other); }
 #endif
 
+/// Adds 0 for a number and NaN for everything else, and NaN stays in a sum: so one look at the end tells whether all
+/// of many were numbers. For vectors and for single numbers.
+template <class Vector>
+XOV_INLINE void addUnlessFinite(const Vector& value, Vector& broken) {
+  const Vector same = value;
+  broken += value - same;
+}
+
 /// One bit for each lane of a comparison that holds.
 XOV_INLINE unsigned laneBits(const Int4& mask) {
 #if XOV_WIDE_VECTORS

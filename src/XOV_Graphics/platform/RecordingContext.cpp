@@ -222,6 +222,7 @@ void RecordingContext::keep(RecordedItem& item, const Path& path) {
   item.path.removeTraces();
   for (Trace& trace : traces) {
     trace.samples = keepNumbers(item, trace.samples, trace.first, trace.last);
+    trace.index = nullptr;
     if (trace.time.rule == TraceTime::Rule::Explicit && trace.time.values != nullptr)
       trace.time.values = keepNumbers(item, trace.time.values, trace.first, trace.last);
     item.path.appendTrace(trace);

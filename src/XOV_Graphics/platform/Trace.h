@@ -11,6 +11,8 @@
 
 namespace xov {
 
+class SampleIndex;
+
 /// How the time of a sample follows from its index, in the trace's own unit (seconds, as a rule). Times are single
 /// precision under every rule but Even.
 struct XOV_EXPORT TraceTime {
@@ -61,6 +63,10 @@ struct XOV_EXPORT Trace {
   std::optional<float> clampLow;
   std::optional<float> clampHigh;
   std::optional<float> firstValue;
+
+  /// The index of the samples' extremes, borrowed like them; null where there is none. One that does not cover them
+  /// is not used. Drawings are the same with it, and those of long records take a fraction of the time.
+  const SampleIndex* index = nullptr;
 
   bool isEmpty() const { return samples == nullptr || last <= first; }
   std::int64_t size() const { return isEmpty() ? 0 : last - first; }

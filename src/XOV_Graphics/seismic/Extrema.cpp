@@ -1,5 +1,7 @@
 #include "XOV_Graphics/seismic/Extrema.h"
 
+#include "XOV_Graphics/base/SampleIndex.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -48,12 +50,38 @@ Extrema extremaWithoutInfinities(std::span<const float> values) {
   return extrema;
 }
 
+void include(std::span<const float> values, Extrema& extrema) {
+  const Extrema own = extremaWithoutInfinities(values);
+  extrema.min = lower(own.min, extrema.min);
+  extrema.max = higher(own.max, extrema.max);
+}
+
 } // namespace
 
 Extrema finiteExtrema(std::span<const float> values) {
   Extrema extrema = extremaWithoutNaN(values);
   if (std::isfinite(extrema.min) && std::isfinite(extrema.max)) return extrema;
   extrema = extremaWithoutInfinities(values);
+  if (extrema.min > extrema.max) return {};
+  return extrema;
+}
+
+Extrema finiteExtrema(std::span<const float> values, const SampleIndex* index) {
+  const auto count = std::int64_t(values.size());
+  if (index == nullptr || !index->covers(values.data(), 0, count)) return finiteExtrema(values);
+  const SampleIndex::Blocks blocks = index->blocksWithin(values.data(), 0, count);
+  Extrema extrema{kInfinity, -kInfinity};
+  include(values.first(std::size_t(blocks.begin)), extrema);
+  for (std::int64_t k = 0; k < blocks.count; ++k) {
+    if (std::isfinite(blocks.lowest[k])) {
+      extrema.min = lower(blocks.lowest[k], extrema.min);
+      extrema.max = higher(blocks.highest[k], extrema.max);
+    } else {
+      include(values.subspan(std::size_t(blocks.begin + k * SampleIndex::kBlock), std::size_t(SampleIndex::kBlock)),
+              extrema);
+    }
+  }
+  include(values.subspan(std::size_t(blocks.end())), extrema);
   if (extrema.min > extrema.max) return {};
   return extrema;
 }

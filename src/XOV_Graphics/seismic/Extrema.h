@@ -6,6 +6,8 @@
 
 namespace xov {
 
+class SampleIndex;
+
 /// Smallest and largest value of a series.
 struct XOV_EXPORT Extrema {
   float min = 0;
@@ -15,5 +17,8 @@ struct XOV_EXPORT Extrema {
 /// The extremes of the finite values; both 0 when there is none. One pass over the data, a second one only when it
 /// holds an infinity.
 XOV_EXPORT Extrema finiteExtrema(std::span<const float> values);
+
+/// The same, from the index where there is one that covers the values: what it knows is not read.
+XOV_EXPORT Extrema finiteExtrema(std::span<const float> values, const SampleIndex* index);
 
 } // namespace xov

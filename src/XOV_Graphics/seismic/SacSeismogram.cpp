@@ -125,6 +125,7 @@ std::vector<float> SacSeismogram::takeSamples() {
 
 std::span<float> SacSeismogram::samples() {
   mayChange_ = true;
+  index_.clear();
   return samples_;
 }
 
@@ -135,6 +136,8 @@ const SacFooter& SacSeismogram::preciseValues() const { return precise_; }
 const float* SacSeismogram::GetSacSeis() const { return samples_.data(); }
 
 int SacSeismogram::npts() const { return header_.npts; }
+
+const SampleIndex* SacSeismogram::sampleIndex() const { return &index_; }
 
 float SacSeismogram::delta() const { return header_.delta; }
 
@@ -156,7 +159,8 @@ void SacSeismogram::ComputeExtrema() {
 }
 
 void SacSeismogram::findExtrema() {
-  extrema_ = finiteExtrema(samples_);
+  index_.build(samples_);
+  extrema_ = finiteExtrema(samples_, &index_);
   header_.depmin = extrema_.min;
   header_.depmax = extrema_.max;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/base/SampleIndex.h"
 #include "XOV_Graphics/seismic/Extrema.h"
 #include "XOV_Graphics/seismic/SacFooter.h"
 #include "XOV_Graphics/seismic/SacHeader.h"
@@ -37,7 +38,8 @@ public:
   void setSamples(std::vector<float> samples);
   /// Gives the samples away; the trace is empty then.
   std::vector<float> takeSamples();
-  /// The samples, which may be changed in place until setSamples() is called. Send ComputeExtrema() afterwards.
+  /// The samples, which may be changed in place up to the next ComputeExtrema(), which must be sent afterwards; until
+  /// then the record has no index of them.
   std::span<float> samples();
   std::span<const float> samples() const;
   /// The header's times and coordinates in double precision: as given to the constructor, else the header's own.
@@ -45,6 +47,7 @@ public:
 
   const float* GetSacSeis() const override;
   int npts() const override;
+  const SampleIndex* sampleIndex() const override;
   /// Sample interval as the header has it, also when that is unset or not positive.
   float delta() const override;
   float b() const override;
@@ -107,6 +110,7 @@ private:
   std::vector<float> samples_;
   QString path_;
   bool mayChange_ = false; ///< samples() has handed them out
+  SampleIndex index_;
   Extrema extrema_;
   std::shared_ptr<SeisTime> referenceTime_;
 };

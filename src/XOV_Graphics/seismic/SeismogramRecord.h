@@ -10,6 +10,7 @@
 
 namespace xov {
 
+class SampleIndex;
 struct SacHeader;
 
 /// What captions make of numbers that are not set.
@@ -36,6 +37,9 @@ public:
   virtual const float* GetSacSeis() const = 0;
   /// Number of samples.
   virtual int npts() const = 0;
+  /// An index of the extremes of these samples, with which long records are drawn in a fraction of the time; null
+  /// where the record keeps none. It stays owned by the record and valid while the samples are.
+  virtual const SampleIndex* sampleIndex() const { return nullptr; }
   /// Sample interval in seconds.
   virtual float delta() const = 0;
   /// Time of the first sample in seconds.

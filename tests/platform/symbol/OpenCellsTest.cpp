@@ -34,6 +34,8 @@ TEST(OpenCells, allCellsStartOpen) {
   EXPECT_EQ(cells.openCount(), 390);
   EXPECT_TRUE(cells.anyOpen(0, {129, 130}));
   EXPECT_FALSE(cells.anyOpen(0, {5, 5}));
+  EXPECT_EQ(cells.countOpen(0, {0, 130}), 130);
+  EXPECT_EQ(cells.countOpen(0, {5, 5}), 0);
 }
 
 TEST(OpenCells, closedStretchesAreFoundAcrossWordBoundaries) {
@@ -44,6 +46,8 @@ TEST(OpenCells, closedStretchesAreFoundAcrossWordBoundaries) {
   EXPECT_FALSE(cells.anyOpen(0, {64, 128}));
   EXPECT_TRUE(cells.anyOpen(0, {59, 140}));
   EXPECT_TRUE(cells.anyOpen(0, {60, 141}));
+  EXPECT_EQ(cells.countOpen(0, {50, 150}), 20);
+  EXPECT_EQ(cells.countOpen(0, {61, 139}), 0);
 }
 
 TEST(OpenCells, visitsEachOpenCellOfAStretchAndClosesThoseItIsToldTo) {

@@ -1,5 +1,5 @@
+#include "XOV_Graphics/base/BlockExtremes.h"
 #include "XOV_Graphics/platform/trace/BlockBorders.h"
-#include "XOV_Graphics/platform/trace/BlockExtremes.h"
 #include "tests/support/TraceSignals.h"
 #include "tests/support/VectorWidths.h"
 

@@ -30,6 +30,15 @@ TEST(RecordWindow, borrowsTheSamplesFromBorderToBorder) {
   EXPECT_EQ(test::samplesOf(RecordWindow(record, 7.01, 9.99)), (Floats{3, 4}));
 }
 
+TEST(RecordWindow, isDrawnWithTheIndexOfTheRecord) {
+  const auto record = makeRecord({.count = 2000});
+  const RecordWindow window(record, 100, 1500);
+  ASSERT_NE(window.sampleIndex(), nullptr);
+  EXPECT_TRUE(window.sampleIndex()->covers(window.GetSacSeis(), 0, window.npts()));
+  EXPECT_EQ(window.smin(), 100);
+  EXPECT_EQ(window.smax(), 1500);
+}
+
 TEST(RecordWindow, reachesAsFarAsTheRecordWhereABorderIsOpenOrOutside) {
   const auto record = makeRecord({.count = 4});
   EXPECT_EQ(RecordWindow(record, -kOpen, kOpen).npts(), 4);

@@ -25,11 +25,31 @@ double quickArcsine(double u) {
 
 } // namespace
 
+DiscChords::DiscChords(double r) : radius(r), squared(r * r), inverse(1 / r), area(std::numbers::pi * r * r) {}
+
+DiscChords::Line DiscChords::lineAt(double distance) const {
+  const double t = std::clamp(distance, -radius, radius);
+  const double halfChord = std::sqrt(squared - t * t);
+  const double angle = radius <= kLargestQuickRadius
+                           ? std::copysign(quickArcsine(std::min(1.0, std::abs(t) * inverse)), t)
+                           : std::atan2(t, halfChord); // the more accurate of the two
+  return {t, (t * halfChord + squared * angle) / 2};
+}
+
+// The area of the disc with X <= x and Y <= y. With H the integral of the half chord from 0:
+//   corner inside the disc    H(x) + H(y) + x y + a quarter of the disc
+//   corner outside            nothing, the part left of x, the part below y, or all but what both cut off.
+double DiscChords::areaLeftBelow(const Line& x, const Line& y) const {
+  if (x.at * x.at + y.at * y.at <= squared) return x.integral + y.integral + x.at * y.at + area / 4;
+  const double left = area / 2 + 2 * x.integral;
+  const double below = area / 2 + 2 * y.integral;
+  if (x.at < 0) return y.at < 0 ? 0 : left;
+  return y.at < 0 ? below : left + below - area;
+}
+
 void DiscCoverage::reset(QPointF center, double radius, const QRect& cells) {
   center_ = center;
-  radius_ = radius;
-  inverse_ = 1 / radius;
-  area_ = std::numbers::pi * radius * radius;
+  chords_ = DiscChords(radius);
   ++disc_;
   firstColumn_ = cells.x();
   firstRow_ = cells.y();
@@ -39,37 +59,19 @@ void DiscCoverage::reset(QPointF center, double radius, const QRect& cells) {
 
 const DiscCoverage::Line& DiscCoverage::line(std::vector<Line>& lines, int index, double distance) const {
   Line& line = lines[std::size_t(index)];
-  if (line.disc == disc_) return line;
-  const double t = std::clamp(distance, -radius_, radius_);
-  const double squared = radius_ * radius_;
-  const double halfChord = std::sqrt(squared - t * t);
-  const double angle = radius_ <= kLargestQuickRadius
-                           ? std::copysign(quickArcsine(std::min(1.0, std::abs(t) * inverse_)), t)
-                           : std::atan2(t, halfChord); // the more accurate of the two
-  line = {t, (t * halfChord + squared * angle) / 2, disc_};
+  if (line.disc != disc_) line = {chords_.lineAt(distance), disc_};
   return line;
 }
 
-// The area of the disc with X <= x and Y <= y. With H the integral of the half chord from 0:
-//   corner inside the disc    H(x) + H(y) + x y + a quarter of the disc
-//   corner outside            nothing, the part left of x, the part below y, or all but what both cut off.
-double DiscCoverage::areaLeftBelow(const Line& x, const Line& y) const {
-  if (x.at * x.at + y.at * y.at <= radius_ * radius_) return x.integral + y.integral + x.at * y.at + area_ / 4;
-  const double left = area_ / 2 + 2 * x.integral;
-  const double below = area_ / 2 + 2 * y.integral;
-  if (x.at < 0) return y.at < 0 ? 0 : left;
-  return y.at < 0 ? below : left + below - area_;
-}
-
 double DiscCoverage::of(int column, int row) {
-  if (!(radius_ > 0)) return 0;
-  if (radius_ > kLargestExactRadius) return sampled(column, row);
+  if (!(chords_.radius > 0)) return 0;
+  if (chords_.radius > kLargestExactRadius) return sampled(column, row);
   const Line& left = line(columns_, column - firstColumn_, column - center_.x());
   const Line& right = line(columns_, column + 1 - firstColumn_, column + 1 - center_.x());
   const Line& low = line(rows_, row - firstRow_, row - center_.y());
   const Line& high = line(rows_, row + 1 - firstRow_, row + 1 - center_.y());
-  const double area =
-      areaLeftBelow(right, high) - areaLeftBelow(left, high) - areaLeftBelow(right, low) + areaLeftBelow(left, low);
+  const double area = chords_.areaLeftBelow(right, high) - chords_.areaLeftBelow(left, high) -
+                      chords_.areaLeftBelow(right, low) + chords_.areaLeftBelow(left, low);
   return std::clamp(area, 0.0, 1.0);
 }
 
@@ -79,7 +81,7 @@ double DiscCoverage::sampled(int column, int row) const {
     for (int i = 0; i < kSamples; ++i) {
       const double x = column + (i + 0.5) / kSamples - center_.x();
       const double y = row + (j + 0.5) / kSamples - center_.y();
-      inside += std::hypot(x, y) <= radius_ ? 1 : 0;
+      inside += std::hypot(x, y) <= chords_.radius ? 1 : 0;
     }
   }
   return double(inside) / (kSamples * kSamples);

@@ -8,6 +8,28 @@
 
 namespace xov {
 
+/// What the lines of a grid cut off of a disc.
+struct DiscChords {
+  /// A grid line: its distance from the centre, held inside ± the radius, and the integral of the half chord up to
+  /// it.
+  struct Line {
+    double at = 0;
+    double integral = 0;
+  };
+
+  DiscChords() = default;
+  explicit DiscChords(double radius);
+
+  Line lineAt(double distance) const;
+  /// The area of the disc left of a line and below another one.
+  double areaLeftBelow(const Line& x, const Line& y) const;
+
+  double radius = 0;
+  double squared = 0;
+  double inverse = 0;
+  double area = 0; ///< of the whole disc
+};
+
 /// How much of each cell of a grid a disc covers: the exact area, not samples of it. Cell (column, row) is the unit
 /// square from (column, row) to (column + 1, row + 1).
 class DiscCoverage {
@@ -20,20 +42,14 @@ public:
   double of(int column, int row);
 
 private:
-  // A grid line: its distance from the centre, held inside ± the radius, and the integral of the half chord up to it.
-  struct Line {
-    double at = 0;
-    double integral = 0;
+  struct Line : DiscChords::Line {
     std::uint64_t disc = 0; // the disc that it was computed for
   };
   const Line& line(std::vector<Line>& lines, int index, double distance) const;
-  double areaLeftBelow(const Line& x, const Line& y) const;
   double sampled(int column, int row) const;
 
   QPointF center_;
-  double radius_ = 0;
-  double inverse_ = 0;
-  double area_ = 0; // of the whole disc
+  DiscChords chords_;
   std::uint64_t disc_ = 0;
   int firstColumn_ = 0;
   int firstRow_ = 0;

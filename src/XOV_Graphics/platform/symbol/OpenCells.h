@@ -39,6 +39,7 @@ public:
   int rows() const { return rows_; }
   std::int64_t openCount() const { return openCount_; }
   bool anyOpen(int row, CellSpan columns) const;
+  int countOpen(int row, CellSpan columns) const;
   /// Whether a disc reaches into an open cell.
   bool anyOpenUnder(const CellDisc& disc) const;
   void close(int row, CellSpan columns);
@@ -79,6 +80,15 @@ inline bool OpenCells::anyOpen(int row, CellSpan columns) const {
     if ((words_[wordIndex(row, word)] & mask(word, columns)) != 0) return true;
   }
   return false;
+}
+
+inline int OpenCells::countOpen(int row, CellSpan columns) const {
+  int count = 0;
+  if (columns.isEmpty()) return count;
+  const int lastWord = (columns.last - 1) / kBits;
+  for (int word = columns.first / kBits; word <= lastWord; ++word)
+    count += std::popcount(words_[wordIndex(row, word)] & mask(word, columns));
+  return count;
 }
 
 template <typename Visit>

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/platform/symbol/SymbolRaster.h"
 
 #include "XOV_Graphics/platform/symbol/ClearPlaces.h"
+#include "XOV_Graphics/platform/symbol/DiscBlock.h"
 #include "XOV_Graphics/platform/symbol/DiscCoverage.h"
 #include "XOV_Graphics/platform/symbol/OpenCells.h"
 
@@ -23,6 +24,8 @@ constexpr float kFaintest = 1.0f / 1024;
 // covered, too: one of these widths.
 constexpr double kLargeRadius = 24;
 constexpr double kClearances[] = {4, 1, 0.25};
+// Of a small symbol's cells one in so many must show, for all of them to be reckoned at once.
+constexpr int kOpenFraction = 4;
 // A picture is drawn in bands of at most this many pixels, 16 bytes each.
 constexpr int kBandPixels = 1 << 21;
 // How far two scales may differ for a circle to stay one.
@@ -89,6 +92,7 @@ struct CellDistances {
 struct Disc {
   double radius = 0;
   DiscCoverage coverage;
+  DiscBlock block; // of a small symbol
 
   double squared() const { return radius * radius; }
   double coverageOf(int column, int row, const CellDistances& to) {
@@ -142,7 +146,7 @@ private:
     inner_.radius = std::max(0.0, (look.radius - halfLine) * scale_);
     fillInk_ = Ink(look.fill);
     strokeInk_ = Ink(look.stroke);
-    strokes_ = look.hasOutline() ? look.strokes : 0;
+    strokes_ = look.hasOutline() && strokeInk_.alpha > 0 ? look.strokes : 0;
     // Behind a ring or a translucent disc, a disc of another look may still show.
     mayClear_ = symbols_.looks == nullptr || look.coveringRadius() > 0;
   }
@@ -153,6 +157,8 @@ private:
     const CellSpan box = disc.touchedColumns(open_.columns());
     const bool large = disc.radius >= kLargeRadius;
     if (large && clear_.contains(center, disc.radius)) return;
+    const QRect block(box.first, rows.first, box.last - box.first, rows.last - rows.first);
+    if (!large && DiscBlock::fits(block) && isMostlyOpen(rows, box)) return drawBlock(disc, block);
     bool prepared = false;
     float laid = 0;
     for (int row = rows.first; row < rows.last; ++row) {
@@ -160,7 +166,7 @@ private:
       if (!open_.anyOpen(row, box)) continue;
       const CellSpan touched = disc.touchedIn(row, open_.columns());
       if (!open_.anyOpen(row, touched)) continue;
-      if (!std::exchange(prepared, true)) prepareCoverage(center, rows, box);
+      if (!std::exchange(prepared, true)) prepareCoverage(center, block);
       Seen* seen = &seen_[std::size_t(row) * std::size_t(open_.columns())];
       open_.visitOpen(row, touched, [&](int column) {
         const float through = seen[column].through;
@@ -181,8 +187,39 @@ private:
     clear_.add({disc.x, disc.y}, radius);
   }
 
-  void prepareCoverage(QPointF center, CellSpan rows, CellSpan columns) {
-    const QRect cells(columns.first, rows.first, columns.last - columns.first, rows.last - rows.first);
+  // Where much of a small symbol shows, all its cells at once take less time than those that show one by one.
+  bool isMostlyOpen(CellSpan rows, CellSpan columns) const {
+    int open = 0;
+    for (int row = rows.first; row < rows.last; ++row)
+      open += open_.countOpen(row, columns);
+    return open * kOpenFraction >= (rows.last - rows.first) * (columns.last - columns.first);
+  }
+
+  void drawBlock(const CellDisc& disc, const QRect& cells) {
+    const QPointF center(disc.x, disc.y);
+    if (strokes_ > 0) {
+      outer_.block.cover(center, outer_.radius, cells);
+      inner_.block.cover(center, inner_.radius, cells);
+    }
+    if (fillInk_.alpha > 0) fill_.block.cover(center, fill_.radius, cells);
+    for (int row = 0; row < cells.height(); ++row) {
+      Seen* seen = &seen_[std::size_t(cells.y() + row) * std::size_t(open_.columns())];
+      open_.visitOpen(cells.y() + row, disc.touchedIn(cells.y() + row, open_.columns()), [&](int column) {
+        const int place = column - cells.x();
+        if (strokes_ > 0) layLine(seen[column], outer_.block.at(place, row) - inner_.block.at(place, row));
+        if (fillInk_.alpha > 0 && seen[column].through >= kHidden)
+          seen[column].layBehind(fillInk_, float(fill_.block.at(place, row)));
+        return seen[column].through < kHidden;
+      });
+    }
+  }
+
+  void layLine(Seen& seen, double line) const {
+    for (int stroke = 0; stroke < strokes_ && seen.through >= kHidden; ++stroke)
+      seen.layBehind(strokeInk_, float(std::clamp(line, 0.0, 1.0)));
+  }
+
+  void prepareCoverage(QPointF center, const QRect& cells) {
     fill_.coverage.reset(center, fill_.radius, cells);
     outer_.coverage.reset(center, outer_.radius, cells);
     inner_.coverage.reset(center, inner_.radius, cells);
@@ -193,12 +230,10 @@ private:
     const CellDistances to(center, column, row);
     if (to.farthestSquared <= inner_.squared()) return seen.layBehind(fillInk_, 1);
     if (strokes_ > 0) {
-      const double line = outer_.coverageOf(column, row, to) - inner_.coverageOf(column, row, to);
-      for (int stroke = 0; stroke < strokes_ && seen.through >= kHidden; ++stroke)
-        seen.layBehind(strokeInk_, float(std::clamp(line, 0.0, 1.0)));
+      layLine(seen, outer_.coverageOf(column, row, to) - inner_.coverageOf(column, row, to));
       if (seen.through < kHidden) return;
     }
-    seen.layBehind(fillInk_, float(fill_.coverageOf(column, row, to)));
+    if (fillInk_.alpha > 0) seen.layBehind(fillInk_, float(fill_.coverageOf(column, row, to)));
   }
 
   const Symbols& symbols_;

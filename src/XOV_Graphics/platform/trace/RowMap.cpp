@@ -40,17 +40,17 @@ XOV_INLINE void toRows(const RowMap& toRow, bool unbounded, Vector& value) {
 template <class Vector>
 XOV_INLINE bool findRowsWith(const float* samples, int count, const RowMap& toRow, float* rows) {
   const bool unbounded = isUnbounded(toRow);
-  Vector value, broken = {}; // x - x is 0 for a number and NaN for everything else, and NaN stays in a sum
+  Vector value, broken = {};
   float rest = 0;
   int i = 0;
   for (; i + kLanes<Vector> <= count; i += kLanes<Vector>) {
     loadVector(samples + i, value);
-    broken += value - value;
+    addUnlessFinite(value, broken);
     toRows(toRow, unbounded, value);
     storeVector(value, rows + i);
   }
   for (; i < count; ++i) {
-    rest += samples[i] - samples[i];
+    addUnlessFinite(samples[i], rest);
     rows[i] = toRow(samples[i]);
   }
   return rest + sumOfLanes(broken) == 0;

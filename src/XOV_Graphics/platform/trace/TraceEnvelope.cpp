@@ -11,6 +11,8 @@ namespace {
 
 // Up to this many samples a sub-column, each segment by itself costs less than widening every sub-column.
 constexpr double kSparse = 0.2;
+// From this many on, lines between gaps may end within one.
+constexpr double kCrowded = 8;
 // Samples that are looked at together; indices inside such a stretch fit 32 bits.
 constexpr std::int64_t kLongestWindow = std::int64_t(1) << 28;
 // Up to so many samples of a trace's next strip are asked for while this one is at hand. More than these the
@@ -23,7 +25,8 @@ TraceEnvelope::TraceEnvelope(const TraceStrip& strip)
     : strip_(strip),
       smooth_(strip.radius, strip.perColumn, RoundPen::Curve::Smooth),
       tips_(strip.radius, strip.perColumn, RoundPen::Curve::Tips),
-      extremes_(strip, smooth_.reach()) {
+      extremes_(strip, smooth_.reach()),
+      snippets_(strip, smooth_.reach()) {
   moveTo(strip);
 }
 
@@ -58,8 +61,14 @@ void TraceEnvelope::addWindow(const TraceProjection& projection, TraceLayers& la
 }
 
 void TraceEnvelope::addBrokenWindow(const TraceProjection& projection, TraceLayers& layers, SampleRange window) {
+  const int firstSub = extremes_.subColumnOf(projection.column(window.begin));
+  const int lastSub = extremes_.subColumnOf(projection.column(window.end - 1));
+  const bool crowded = double(window.size()) >= kCrowded * (lastSub - firstSub + 1);
+  if (crowded) snippets_.reset(strip_);
   std::int64_t next = window.begin;
   while (next < window.end) {
+    if (crowded && next > window.begin) next = snippets_.take(projection, extremes_, next, window.end);
+    if (next == window.end) break;
     Line line;
     line.samples = projection.nextLine(next, window.end);
     next = line.samples.end;
@@ -68,6 +77,10 @@ void TraceEnvelope::addBrokenWindow(const TraceProjection& projection, TraceLaye
     line.closes = line.samples.end < window.end || window.end == projection.last();
     addLine(projection, layers, line);
   }
+  if (!crowded) return;
+  snippets_.ink(projection.rows(), smooth_, tips_, layers, [this](const InkRows& ink) {
+    roughness_.include(ink.low + ink.begin, ink.high + ink.begin, ink.end - ink.begin, strip_.rows, judged_);
+  });
 }
 
 TracePoint TraceEnvelope::point(const TraceProjection& projection, std::int64_t i) const {

@@ -5,6 +5,7 @@
 #include "XOV_Graphics/platform/trace/TraceFineness.h"
 #include "XOV_Graphics/platform/trace/TraceLayers.h"
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
+#include "XOV_Graphics/platform/trace/TraceSnippets.h"
 #include "XOV_Graphics/platform/trace/TraceStrip.h"
 
 #include <cstdint>
@@ -50,6 +51,7 @@ private:
   bool judged_ = false;
   RoundPen smooth_, tips_;
   TraceExtremes extremes_;
+  TraceSnippets snippets_;
   std::vector<float> rows_; // of the points of a sparse line
 };
 

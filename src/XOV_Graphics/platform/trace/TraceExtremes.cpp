@@ -1,7 +1,7 @@
 #include "XOV_Graphics/platform/trace/TraceExtremes.h"
 
+#include "XOV_Graphics/base/BlockExtremes.h"
 #include "XOV_Graphics/platform/trace/BlockBorders.h"
-#include "XOV_Graphics/platform/trace/BlockExtremes.h"
 #include "XOV_Graphics/platform/trace/RoundPen.h"
 
 #include <algorithm>
@@ -28,6 +28,10 @@ TraceExtremes::TraceExtremes(const TraceStrip& strip, int reach) : strip_(strip)
   for (std::vector<float>* values : {&before_, &after_, &borders_})
     values->resize(size);
   cut_.reserve(size);
+}
+
+bool TraceExtremes::areSmooth(const float* low, const float* high, int count) {
+  return findOverlap(low, high, count) < kSmoothOverlap;
 }
 
 int TraceExtremes::subColumnOf(double column) const {
@@ -57,13 +61,14 @@ bool TraceExtremes::find(const TraceProjection& projection, SampleRange samples,
     finite = findCut(curve, low, high);
   else
     finite = findUneven(curve, low, high);
-  if (finite) isSmooth_ = findOverlap(low, high, curve.blocks) < kSmoothOverlap;
+  if (finite) isSmooth_ = areSmooth(low, high, curve.blocks);
   return finite;
 }
 
 /// The extremes of the samples alone.
 bool TraceExtremes::findDense(const TraceCurve& curve, float* low, float* high) const {
-  if (!findBlockExtremes(curve.values(), cut_.cuts(), curve.blocks, low, high)) return false;
+  if (!curve.projection.indexed().findBlockExtremes(curve.samples.begin, cut_.cuts(), curve.blocks, low, high))
+    return false;
   orderRows(curve.projection.rows(), low, high, curve.blocks);
   return true;
 }

@@ -36,6 +36,8 @@ public:
 
   /// True where the curve leaves most sub-columns as it enters the next; false where it is made of tips.
   bool isSmooth() const { return isSmooth_; }
+  /// The same of extremes in neighbouring sub-columns.
+  static bool areSmooth(const float* low, const float* high, int count);
 
 private:
   bool findDense(const TraceCurve& curve, float* low, float* high) const;

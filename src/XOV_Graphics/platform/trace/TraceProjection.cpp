@@ -1,6 +1,6 @@
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
 
-#include "XOV_Graphics/platform/trace/BlockExtremes.h"
+#include "XOV_Graphics/base/BlockExtremes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,6 +32,7 @@ TraceProjection::TraceProjection(const Trace& trace, const QTransform& viewToDev
   if (!drawable) last_ = first_;
   if (last_ > first_ && !isFinite(first_)) ++first_;
   if (isEmpty()) return;
+  indexed_ = IndexedSamples(trace.samples, first_, last_, trace.index);
   grows_ = !timeline_.decreases() && !timeline_.hasGaps() && columnScale_ >= 0;
   setRows(viewToDevice, clipTop, clipHeight);
 }
@@ -63,7 +64,7 @@ float TraceProjection::row(std::int64_t i) const {
 
 SampleRange TraceProjection::nextLine(std::int64_t from, std::int64_t end) const {
   const std::int64_t begin = isFinite(from) ? from : findFinite(samples(), from + 1, end, true);
-  return {begin, begin < end ? findFinite(samples(), begin + 1, end, false) : begin};
+  return {begin, begin < end ? indexed_.findGap(begin + 1, end) : begin};
 }
 
 double TraceProjection::columnOfTime(double t) const {

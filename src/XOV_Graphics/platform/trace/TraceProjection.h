@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/platform/Trace.h"
 #include "XOV_Graphics/platform/TraceTimeline.h"
+#include "XOV_Graphics/platform/trace/IndexedSamples.h"
 #include "XOV_Graphics/platform/trace/RowMap.h"
 
 #include <QTransform>
@@ -34,6 +35,8 @@ public:
   /// The samples as the host holds them, indexed like the trace. The first one may be overruled: see row().
   const float* samples() const { return trace_.samples; }
   const RowMap& rows() const { return rows_; }
+  /// The same samples with the index that the trace may have.
+  const IndexedSamples& indexed() const { return indexed_; }
 
   /// True unless sample i breaks the line.
   bool isFinite(std::int64_t i) const { return trace_.valueAt(i).has_value(); }
@@ -64,6 +67,7 @@ private:
 
   Trace trace_;
   TraceTimeline timeline_;
+  IndexedSamples indexed_;
   RowMap rows_;
   double columnScale_ = 1;
   double columnOffset_ = 0;

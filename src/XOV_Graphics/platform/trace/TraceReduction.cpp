@@ -1,6 +1,5 @@
 #include "XOV_Graphics/platform/trace/TraceReduction.h"
 
-#include "XOV_Graphics/platform/trace/BlockExtremes.h"
 #include "XOV_Graphics/platform/trace/TraceClip.h"
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
 
@@ -142,7 +141,7 @@ std::int64_t TraceReducer::addDenseColumns(std::int64_t begin, std::int64_t last
   if (columns == 0) return begin;
   float low[kBatch], high[kBatch];
   const bool unbroken =
-      projection_.isFinite(begin) && findBlockExtremes(projection_.samples() + begin, cuts, columns, low, high);
+      projection_.isFinite(begin) && projection_.indexed().findBlockExtremes(begin, cuts, columns, low, high);
   for (int k = 0; k < columns; ++k) {
     if (unbroken)
       addExtremes(begin + cuts[k], begin + cuts[k + 1], low[k], high[k]);
@@ -202,10 +201,9 @@ void TraceReducer::addBlock(std::int64_t begin, std::int64_t end) {
   }
   if (begin == end) return;
   if (!projection_.isFinite(begin)) return addBroken(begin, end); // also where a clamp leaves no number
-  const float* const samples = projection_.samples();
   const std::int32_t cuts[] = {0, static_cast<std::int32_t>(end - begin)};
   float low = 0, high = 0;
-  if (!findBlockExtremes(samples + begin, cuts, 1, &low, &high)) return addBroken(begin, end);
+  if (!projection_.indexed().findBlockExtremes(begin, cuts, 1, &low, &high)) return addBroken(begin, end);
   addExtremes(begin, end, low, high);
 }
 
@@ -216,9 +214,8 @@ void TraceReducer::addExtremes(std::int64_t begin, std::int64_t end, float low, 
       addPoint(begin);
     return;
   }
-  const float* const samples = projection_.samples();
-  std::int64_t lowest = std::find(samples + begin, samples + end, low) - samples;
-  std::int64_t highest = std::find(samples + begin, samples + end, high) - samples;
+  std::int64_t lowest = projection_.indexed().findExtreme(low, begin, end);
+  std::int64_t highest = projection_.indexed().findExtreme(high, begin, end);
   if (lowest > highest) std::swap(lowest, highest);
   addPoint(begin);
   // Between a column's lowest and highest sample a stroke covers the fill, wherever its side runs.

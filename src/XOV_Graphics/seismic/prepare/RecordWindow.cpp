@@ -116,7 +116,7 @@ RecordWindow::Piece RecordWindow::pieceOf(const Source& source) const {
     piece.precise.e = piece.precise.b + double(piece.samples.size() - 1) * piece.precise.delta;
   }
   refineHeader(piece.header, piece.precise);
-  const Extrema extrema = finiteExtrema(piece.samples);
+  const Extrema extrema = finiteExtrema(piece.samples, record_->sampleIndex());
   piece.header.npts = int(piece.samples.size());
   piece.header.depmin = extrema.min;
   piece.header.depmax = extrema.max;
@@ -138,6 +138,8 @@ const SacFooter& RecordWindow::preciseValues() const { return piece().precise; }
 const float* RecordWindow::GetSacSeis() const { return samples().data(); }
 
 int RecordWindow::npts() const { return int(samples().size()); }
+
+const SampleIndex* RecordWindow::sampleIndex() const { return record_->sampleIndex(); }
 
 float RecordWindow::delta() const { return record_->delta(); }
 

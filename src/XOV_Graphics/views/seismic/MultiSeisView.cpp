@@ -98,6 +98,7 @@ Trace MultiSeisView::traceOf(const SeismogramRecord& record, double center, doub
   if (ymax_ > ampMax) ampMax = ymax_;
   Trace trace;
   trace.samples = record.GetSacSeis();
+  trace.index = record.sampleIndex();
   trace.last = record.npts();
   trace.tOrigin = xmin_;
   trace.xScale = timeScale(pRect_);

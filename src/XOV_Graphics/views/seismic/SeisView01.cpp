@@ -24,6 +24,7 @@ void SeisView01::drawRect(const QRectF&) {
     if (!record) continue;
     Trace trace;
     trace.samples = record->GetSacSeis();
+    trace.index = record->sampleIndex();
     trace.last = record->npts();
     trace.tOrigin = xmin_;
     trace.xScale = timeScale(pRect_);

@@ -56,6 +56,7 @@ void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRec
   const TraceWindow window = windowStartingAtLimit(*record, xmin_, xmax_);
   Trace trace;
   trace.samples = record->GetSacSeis();
+  trace.index = record->sampleIndex();
   trace.first = window.first;
   trace.last = window.last;
   if (!trace.isEmpty()) {

@@ -67,6 +67,7 @@ void wvfrmView::drawSeisSeis(const QRectF& rect, const SeismogramRecord* record)
   if (record == nullptr) return;
   Trace trace;
   trace.samples = record->GetSacSeis();
+  trace.index = record->sampleIndex();
   trace.last = record->npts();
   trace.time = TraceTime::uniform(0, 1);
   trace.xScale = timeScale(rect) * double(record->delta());

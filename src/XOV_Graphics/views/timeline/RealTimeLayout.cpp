@@ -39,6 +39,7 @@ Trace realTimeTrace(const RealTimeBands& bands, std::size_t k, const SeismogramR
   Trace trace;
   if (!(delta >= 0) || record.GetSacSeis() == nullptr) return trace;
   trace.samples = record.GetSacSeis();
+  trace.index = record.sampleIndex();
   trace.first = std::max(0, towardZero((limits.xmin - b) / delta));
   trace.last = record.npts();
   if (trace.isEmpty()) return trace;

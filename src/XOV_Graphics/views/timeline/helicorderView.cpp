@@ -90,8 +90,10 @@ void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
     if (piece == nullptr) continue;
     const PieceTimes times{piece->b() + offset, piece->delta(), piece->npts()};
     Path rows;
-    for (const Trace& trace : rowTraces(page, times, piece->GetSacSeis(), *scale, reach))
+    for (Trace& trace : rowTraces(page, times, piece->GetSacSeis(), *scale, reach)) {
+      trace.index = piece->sampleIndex();
       rows.appendTrace(trace);
+    }
     context.setColor(k % 2 == 1 ? colors::red : colors::black);
     context.strokePath(rows);
   }

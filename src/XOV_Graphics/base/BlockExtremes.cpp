@@ -1,4 +1,4 @@
-#include "XOV_Graphics/platform/trace/BlockExtremes.h"
+#include "XOV_Graphics/base/BlockExtremes.h"
 
 #include "XOV_Graphics/base/Lanes.h"
 
@@ -139,13 +139,6 @@ XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts
   }
 }
 
-// Adds 0 for a number and NaN for everything else, and NaN stays in a sum.
-template <class Vector>
-XOV_INLINE void addUnlessFinite(const Vector& value, Vector& broken) {
-  const Vector same = value;
-  broken += value - same;
-}
-
 template <class Vector>
 XOV_INLINE bool allFiniteWith(const float* samples, std::int64_t count) {
   constexpr int kWidth = kLanes<Vector>;
@@ -168,10 +161,12 @@ XOV_INLINE bool allFiniteWith(const float* samples, std::int64_t count) {
     i = count;
   }
   for (; i < count; ++i)
-    rest += samples[i] - samples[i];
+    addUnlessFinite(samples[i], rest);
   broken[0] += (broken[1] + broken[2]) + broken[3];
   return rest + sumOfLanes(broken[0]) == 0;
 }
+
+XOV_VECTOR_FUNCTION(bool, allFinite, (const float* samples, std::int64_t count), (samples, count))
 
 /// Blocks are checked for gaps and scanned in groups whose samples stay in the cache.
 template <class Vector>
@@ -197,13 +192,9 @@ XOV_VECTOR_FUNCTION(bool, findBlockExtremes,
 
 std::int64_t findFinite(const float* samples, std::int64_t begin, std::int64_t end, bool finite) {
   // Lines without gaps are passed in growing stretches.
-  for (std::int64_t stretch = kShortStretch; !finite && stretch < end - begin;
-       stretch = std::min(2 * stretch, kCached)) {
-    const std::int32_t cuts[] = {0, static_cast<std::int32_t>(stretch)};
-    float low = 0, high = 0;
-    if (!findBlockExtremes(samples + begin, cuts, 1, &low, &high)) break;
+  for (std::int64_t stretch = kShortStretch; !finite && stretch < end - begin && allFinite(samples + begin, stretch);
+       stretch = std::min(2 * stretch, kCached))
     begin += stretch;
-  }
   while (begin < end && std::isfinite(samples[begin]) != finite)
     ++begin;
   return begin;

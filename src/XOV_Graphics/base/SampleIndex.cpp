@@ -1,0 +1,105 @@
+#include "XOV_Graphics/base/SampleIndex.h"
+
+#include "XOV_Graphics/base/BlockExtremes.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <limits>
+
+namespace xov {
+
+namespace {
+
+constexpr float kGap = std::numeric_limits<float>::quiet_NaN();
+// Blocks whose extremes are found together.
+constexpr std::int64_t kBatch = 64;
+
+constexpr std::array<std::int32_t, kBatch + 1> evenCuts() {
+  std::array<std::int32_t, kBatch + 1> cuts{};
+  for (std::size_t k = 0; k < cuts.size(); ++k)
+    cuts[k] = std::int32_t(std::int64_t(k) * SampleIndex::kBlock);
+  return cuts;
+}
+
+constexpr std::array<std::int32_t, kBatch + 1> kCuts = evenCuts();
+
+// Blocks that follow each other; those that hold a gap are found one by one.
+void findBlocks(const float* samples, std::int64_t blocks, float* lowest, float* highest) {
+  if (findBlockExtremes(samples, kCuts.data(), int(blocks), lowest, highest)) return;
+  for (std::int64_t k = 0; k < blocks; ++k) {
+    if (!findBlockExtremes(samples + k * SampleIndex::kBlock, kCuts.data(), 1, lowest + k, highest + k))
+      lowest[k] = highest[k] = kGap;
+  }
+}
+
+} // namespace
+
+void SampleIndex::build(std::span<const float> samples, std::int64_t firstNumber) {
+  clear();
+  number_ = std::max<std::int64_t>(firstNumber, 0);
+  appended(samples, std::int64_t(samples.size()));
+}
+
+void SampleIndex::changed(std::span<const float> samples, std::int64_t from, std::int64_t to) {
+  samples_ = samples.data();
+  from = std::max<std::int64_t>(from, 0);
+  to = std::min(to, count_);
+  if (from < to) fill(samples, (number_ + from) / kBlock, (number_ + to - 1) / kBlock + 1);
+}
+
+void SampleIndex::appended(std::span<const float> samples, std::int64_t count) {
+  samples_ = samples.data();
+  const std::int64_t before = number_ + count_;
+  count_ += std::max<std::int64_t>(count, 0);
+  const std::int64_t whole = (number_ + count_) / kBlock;
+  resize(std::max<std::int64_t>(whole - firstBlock(), 0));
+  fill(samples, before / kBlock, whole);
+}
+
+void SampleIndex::dropped(std::span<const float> samples, std::int64_t count) {
+  samples_ = samples.data();
+  count = std::clamp<std::int64_t>(count, 0, count_);
+  const std::int64_t before = firstBlock();
+  number_ += count;
+  count_ -= count;
+  dropped_ = std::min(dropped_ + std::size_t(firstBlock() - before), lowest_.size());
+  if (dropped_ < lowest_.size() / 2 + 1) return;
+  for (std::vector<float>* extremes : {&lowest_, &highest_})
+    extremes->erase(extremes->begin(), extremes->begin() + std::ptrdiff_t(dropped_));
+  dropped_ = 0;
+}
+
+void SampleIndex::clear() { *this = SampleIndex(); }
+
+void SampleIndex::resize(std::int64_t blocks) {
+  for (std::vector<float>* extremes : {&lowest_, &highest_})
+    extremes->resize(dropped_ + std::size_t(blocks), kGap);
+}
+
+// Of blocks with these numbers, the whole ones.
+void SampleIndex::fill(std::span<const float> samples, std::int64_t fromBlock, std::int64_t toBlock) {
+  const std::int64_t end = std::min(toBlock, (number_ + count_) / kBlock);
+  for (std::int64_t block = std::max(fromBlock, firstBlock()); block < end; block += kBatch) {
+    const std::size_t place = dropped_ + std::size_t(block - firstBlock());
+    findBlocks(samples.data() + (block * kBlock - number_), std::min(kBatch, end - block), &lowest_[place],
+               &highest_[place]);
+  }
+}
+
+bool SampleIndex::covers(const float* samples, std::int64_t first, std::int64_t last) const {
+  if (samples_ == nullptr || samples == nullptr || last < first) return false;
+  const std::less_equal<const float*> isNotBehind;
+  return isNotBehind(samples_, samples + first) && isNotBehind(samples + last, samples_ + count_);
+}
+
+SampleIndex::Blocks SampleIndex::blocksWithin(const float* samples, std::int64_t first, std::int64_t last) const {
+  const std::int64_t shift = samples - samples_ + number_; // from places in the stretch to numbers
+  const std::int64_t from = std::max((first + shift + kBlock - 1) / kBlock, firstBlock());
+  const std::int64_t to = (last + shift) / kBlock;
+  if (to <= from) return {.begin = last};
+  const std::size_t place = dropped_ + std::size_t(from - firstBlock());
+  return {from * kBlock - shift, to - from, &lowest_[place], &highest_[place]};
+}
+
+} // namespace xov

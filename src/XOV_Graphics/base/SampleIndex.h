@@ -1,0 +1,69 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace xov {
+
+/// The lowest and highest of every 256 samples of a recording, and which of them hold a gap. With it, extremes of
+/// long stretches are found without reading their samples: a picture of a month is drawn as fast as one of a day,
+/// with the same pixels. It takes 0.8 % of the memory of the samples.
+///
+/// It borrows nothing: who changes samples tells the index, with all samples as they are then. Asked about samples
+/// that it was not told of last, it answers for none.
+///
+/// Blocks are counted by numbers that samples keep when older ones are dropped, as a live display drops them: the
+/// first sample indexed has number 0, or what build() is given.
+///
+/// Not locked: queries may come from several threads while nobody changes it.
+class XOV_EXPORT SampleIndex {
+public:
+  /// Samples a block. In a shorter one the borders of a picture's columns would be found sooner, at more memory.
+  static constexpr std::int64_t kBlock = 256;
+
+  SampleIndex() = default;
+  explicit SampleIndex(std::span<const float> samples) { build(samples); }
+
+  /// Indexes samples, the first of which has that number (0 or above).
+  void build(std::span<const float> samples, std::int64_t firstNumber = 0);
+  /// Samples from <= i < to, counted from the first one, have other values.
+  void changed(std::span<const float> samples, std::int64_t from, std::int64_t to);
+  /// `count` samples were added at the end; `samples` holds them.
+  void appended(std::span<const float> samples, std::int64_t count);
+  /// `count` samples are gone from the beginning; `samples` does not hold them any more.
+  void dropped(std::span<const float> samples, std::int64_t count);
+  /// Forgets all samples.
+  void clear();
+
+  /// True when samples[first] … samples[last - 1] are among those that the index was told of last.
+  bool covers(const float* samples, std::int64_t first, std::int64_t last) const;
+
+  /// Whole blocks within a stretch of samples: block k holds samples begin + k · kBlock to begin + (k + 1) · kBlock.
+  struct Blocks {
+    std::int64_t begin = 0; ///< the first block's first sample, counted as the stretch is
+    std::int64_t count = 0;
+    const float* lowest = nullptr;  ///< of each block; NaN where a sample of it is not finite
+    const float* highest = nullptr; ///< the same
+    std::int64_t end() const { return begin + count * kBlock; }
+  };
+  /// Those of samples[first] … samples[last - 1], which the index must cover.
+  Blocks blocksWithin(const float* samples, std::int64_t first, std::int64_t last) const;
+
+private:
+  std::int64_t firstBlock() const { return (number_ + kBlock - 1) / kBlock; }
+  void fill(std::span<const float> samples, std::int64_t fromBlock, std::int64_t toBlock);
+  void resize(std::int64_t blocks);
+
+  const float* samples_ = nullptr; // only compared
+  std::int64_t number_ = 0;        // of the first sample
+  std::int64_t count_ = 0;
+  // Those of whole blocks, from firstBlock() on, behind `dropped_` that are cut off by and by.
+  std::vector<float> lowest_, highest_;
+  std::size_t dropped_ = 0;
+};
+
+} // namespace xov

@@ -1,0 +1,119 @@
+#include "XOV_Graphics/platform/trace/IndexedSamples.h"
+
+#include "XOV_Graphics/base/BlockExtremes.h"
+#include "XOV_Graphics/base/Lanes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace xov {
+
+namespace {
+
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+// With fewer samples a block, those outside whole blocks of the index are most of them.
+constexpr std::int64_t kWorthAnIndex = 2 * SampleIndex::kBlock;
+// So many borders ahead, the samples around them are asked from memory.
+constexpr int kBordersAhead = 8;
+
+void prefetchAround(const float* samples, std::int64_t border, std::int64_t first, std::int64_t last) {
+  const std::int64_t from = std::max(border - SampleIndex::kBlock, first);
+  const std::int64_t to = std::min(border + SampleIndex::kBlock, last);
+  for (std::int64_t i = from; i < to; i += kCacheLine)
+    XOV_PREFETCH(samples + i);
+}
+
+template <class Vector>
+XOV_INLINE bool findIndexedExtremesWith(const SampleIndex& index, const float* samples, const std::int32_t* cuts,
+                                        int blocks, float* lowest, float* highest) {
+  constexpr int kWidth = kLanes<Vector>;
+  Vector broken = {};
+  float rest = 0;
+  for (int k = 0; k < blocks; ++k) {
+    if (k + kBordersAhead <= blocks) prefetchAround(samples, cuts[k + kBordersAhead], cuts[0], cuts[blocks]);
+    Vector lows = Vector{} + kInfinity, highs = Vector{} - kInfinity;
+    float low = kInfinity, high = -kInfinity;
+    const auto takeVector = [&](const float* lower, const float* higher) XOV_INLINE_LAMBDA {
+      Vector next;
+      loadVector(lower, next);
+      keepSmaller(lows, next);
+      addUnlessFinite(next, broken);
+      loadVector(higher, next);
+      keepGreater(highs, next);
+    };
+    // The extremes of samples, or of blocks of them.
+    const auto take = [&](const float* lower, const float* higher, std::int64_t count) XOV_INLINE_LAMBDA {
+      std::int64_t i = 0;
+      for (; i + kWidth <= count; i += kWidth)
+        takeVector(lower + i, higher + i);
+      if (i < count && count >= kWidth) { // some of them once more
+        takeVector(lower + count - kWidth, higher + count - kWidth);
+        i = count;
+      }
+      for (; i < count; ++i) {
+        low = std::min(low, lower[i]);
+        high = std::max(high, higher[i]);
+        addUnlessFinite(lower[i], rest);
+      }
+    };
+    const std::int64_t begin = cuts[k], end = cuts[k + 1];
+    const SampleIndex::Blocks inner = index.blocksWithin(samples, begin, end);
+    take(samples + begin, samples + begin, inner.begin - begin);
+    take(inner.lowest, inner.highest, inner.count);
+    take(samples + inner.end(), samples + inner.end(), end - inner.end());
+    for (int lane = 0; lane < kWidth; ++lane) {
+      low = std::min(low, float(lows[lane]));
+      high = std::max(high, float(highs[lane]));
+    }
+    lowest[k] = low;
+    highest[k] = high;
+  }
+  return rest + sumOfLanes(broken) == 0;
+}
+
+XOV_VECTOR_FUNCTION(bool, findIndexedExtremes,
+                    (const SampleIndex& index, const float* samples, const std::int32_t* cuts, int blocks,
+                     float* lowest, float* highest),
+                    (index, samples, cuts, blocks, lowest, highest))
+
+} // namespace
+
+IndexedSamples::IndexedSamples(const float* samples, std::int64_t first, std::int64_t last, const SampleIndex* index)
+    : samples_(samples),
+      index_(index != nullptr && index->covers(samples, first, last) ? index : nullptr) {}
+
+bool IndexedSamples::findBlockExtremes(std::int64_t begin, const std::int32_t* cuts, int blocks, float* lowest,
+                                       float* highest) const {
+  const float* const from = samples_ + begin;
+  if (index_ == nullptr || cuts[blocks] - cuts[0] < kWorthAnIndex * blocks)
+    return xov::findBlockExtremes(from, cuts, blocks, lowest, highest);
+  return findIndexedExtremes(*index_, from, cuts, blocks, lowest, highest);
+}
+
+std::int64_t IndexedSamples::findGap(std::int64_t begin, std::int64_t end) const {
+  if (index_ == nullptr || begin >= end) return findFinite(samples_, begin, end, false);
+  const SampleIndex::Blocks inner = index_->blocksWithin(samples_, begin, end);
+  const std::int64_t before = findFinite(samples_, begin, inner.begin, false);
+  if (before < inner.begin) return before;
+  const float* const broken =
+      std::find_if(inner.lowest, inner.lowest + inner.count, [](float low) { return !std::isfinite(low); });
+  return findFinite(samples_, inner.begin + (broken - inner.lowest) * SampleIndex::kBlock, end, false);
+}
+
+std::int64_t IndexedSamples::findExtreme(float value, std::int64_t begin, std::int64_t end) const {
+  const auto findWithin = [&](std::int64_t from, std::int64_t to) {
+    return std::find(samples_ + from, samples_ + to, value) - samples_;
+  };
+  if (index_ == nullptr || begin >= end) return findWithin(begin, end);
+  const SampleIndex::Blocks inner = index_->blocksWithin(samples_, begin, end);
+  const std::int64_t before = findWithin(begin, inner.begin);
+  if (before < inner.begin) return before;
+  for (std::int64_t k = 0; k < inner.count; ++k) {
+    if (inner.lowest[k] == value || inner.highest[k] == value)
+      return findWithin(inner.begin + k * SampleIndex::kBlock, end);
+  }
+  return findWithin(inner.end(), end);
+}
+
+} // namespace xov

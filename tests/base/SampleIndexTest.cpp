@@ -1,0 +1,195 @@
+#include "XOV_Graphics/base/SampleIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+#include <random>
+#include <vector>
+
+namespace xov {
+namespace {
+
+constexpr std::int64_t kBlock = SampleIndex::kBlock;
+const float kNan = std::numeric_limits<float>::quiet_NaN();
+
+// 0, 1, 2, …: block k has the extremes k · 256 and k · 256 + 255.
+std::vector<float> ramp(std::size_t count) {
+  std::vector<float> samples(count);
+  std::iota(samples.begin(), samples.end(), 0.0F);
+  return samples;
+}
+
+SampleIndex::Blocks allBlocks(const SampleIndex& index, const std::vector<float>& samples) {
+  return index.blocksWithin(samples.data(), 0, std::int64_t(samples.size()));
+}
+
+// Every block that the index answers with has the extremes of its samples, and those that could be answered with are.
+void expectRight(const SampleIndex& index, std::span<const float> samples, std::int64_t firstNumber) {
+  const auto count = std::int64_t(samples.size());
+  if (count == 0) return;
+  ASSERT_TRUE(index.covers(samples.data(), 0, count));
+  const SampleIndex::Blocks blocks = index.blocksWithin(samples.data(), 0, count);
+  const std::int64_t from = (firstNumber + kBlock - 1) / kBlock, to = (firstNumber + count) / kBlock;
+  ASSERT_EQ(blocks.count, std::max<std::int64_t>(to - from, 0));
+  EXPECT_EQ(blocks.begin, blocks.count > 0 ? from * kBlock - firstNumber : count);
+  for (std::int64_t k = 0; k < blocks.count; ++k) {
+    const auto block = samples.subspan(std::size_t(blocks.begin + k * kBlock), std::size_t(kBlock));
+    const bool hasGap = std::any_of(block.begin(), block.end(), [](float v) { return !std::isfinite(v); });
+    if (hasGap) {
+      EXPECT_TRUE(std::isnan(blocks.lowest[k])) << k;
+      EXPECT_TRUE(std::isnan(blocks.highest[k])) << k;
+    } else {
+      EXPECT_EQ(blocks.lowest[k], *std::min_element(block.begin(), block.end())) << k;
+      EXPECT_EQ(blocks.highest[k], *std::max_element(block.begin(), block.end())) << k;
+    }
+  }
+}
+
+TEST(SampleIndex, holdsTheExtremesOfEachWholeBlock) {
+  const std::vector<float> samples = ramp(3 * 256 + 100);
+  const SampleIndex index(samples);
+  const SampleIndex::Blocks blocks = allBlocks(index, samples);
+  ASSERT_EQ(blocks.count, 3);
+  EXPECT_EQ(blocks.begin, 0);
+  EXPECT_EQ(blocks.end(), 768);
+  EXPECT_EQ(std::vector<float>(blocks.lowest, blocks.lowest + 3), (std::vector<float>{0, 256, 512}));
+  EXPECT_EQ(std::vector<float>(blocks.highest, blocks.highest + 3), (std::vector<float>{255, 511, 767}));
+}
+
+TEST(SampleIndex, answersWithBlocksThatLieWholeWithinAStretch) {
+  const std::vector<float> samples = ramp(1024);
+  const SampleIndex index(samples);
+  const SampleIndex::Blocks blocks = index.blocksWithin(samples.data(), 1, 1023);
+  EXPECT_EQ(blocks.begin, 256);
+  EXPECT_EQ(blocks.count, 2);
+  EXPECT_EQ(blocks.lowest[0], 256);
+  EXPECT_EQ(index.blocksWithin(samples.data(), 300, 700).count, 0);
+  EXPECT_EQ(index.blocksWithin(samples.data(), 300, 700).begin, 700) << "all of it lies before";
+}
+
+TEST(SampleIndex, countsAStretchFromWhereItBegins) {
+  const std::vector<float> samples = ramp(1024);
+  const SampleIndex index(samples);
+  ASSERT_TRUE(index.covers(samples.data() + 100, 0, 900));
+  const SampleIndex::Blocks blocks = index.blocksWithin(samples.data() + 100, 0, 900);
+  EXPECT_EQ(blocks.begin, 156);
+  EXPECT_EQ(blocks.lowest[0], 256);
+  EXPECT_EQ(blocks.count, 2) << "up to sample 768 of 1000";
+}
+
+TEST(SampleIndex, marksABlockWithAGap) {
+  for (const float gap : {kNan, std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()}) {
+    std::vector<float> samples = ramp(768);
+    samples[511] = gap;
+    const SampleIndex index(samples);
+    const SampleIndex::Blocks blocks = allBlocks(index, samples);
+    EXPECT_EQ(blocks.lowest[0], 0);
+    EXPECT_TRUE(std::isnan(blocks.lowest[1]));
+    EXPECT_TRUE(std::isnan(blocks.highest[1]));
+    EXPECT_EQ(blocks.highest[2], 767);
+  }
+}
+
+TEST(SampleIndex, coversOnlyTheSamplesThatItWasToldOf) {
+  const std::vector<float> samples = ramp(512), others = ramp(512);
+  const SampleIndex index(samples);
+  EXPECT_TRUE(index.covers(samples.data(), 0, 512));
+  EXPECT_TRUE(index.covers(samples.data() + 12, -12, 500));
+  EXPECT_FALSE(index.covers(samples.data(), 0, 513));
+  EXPECT_FALSE(index.covers(samples.data(), -1, 512));
+  EXPECT_FALSE(index.covers(others.data(), 0, 512));
+  EXPECT_FALSE(index.covers(nullptr, 0, 0));
+  EXPECT_FALSE(SampleIndex().covers(samples.data(), 0, 1));
+}
+
+TEST(SampleIndex, forgetsWhenCleared) {
+  const std::vector<float> samples = ramp(512);
+  SampleIndex index(samples);
+  index.clear();
+  EXPECT_FALSE(index.covers(samples.data(), 0, 512));
+}
+
+TEST(SampleIndex, takesChangedSamples) {
+  std::vector<float> samples = ramp(1024);
+  SampleIndex index(samples);
+  samples[300] = -5;
+  samples[600] = 5000;
+  index.changed(samples, 300, 601);
+  expectRight(index, samples, 0);
+  samples[300] = kNan;
+  index.changed(samples, 300, 301);
+  expectRight(index, samples, 0);
+  samples[300] = 1;
+  index.changed(samples, -10, 5000);
+  expectRight(index, samples, 0);
+}
+
+TEST(SampleIndex, takesAsFewBlocksAsAppendedSamplesFill) {
+  std::vector<float> samples;
+  SampleIndex index;
+  index.build(samples);
+  for (const std::size_t count : {0U, 1U, 200U, 54U, 1U, 0U, 256U, 1000U, 5U}) {
+    const std::vector<float> more = ramp(count);
+    samples.insert(samples.end(), more.begin(), more.end());
+    index.appended(samples, std::int64_t(count));
+    expectRight(index, samples, 0);
+  }
+}
+
+TEST(SampleIndex, dropsWholeBlocksAsSamplesLeave) {
+  const std::vector<float> all = ramp(5000);
+  std::span<const float> samples(all);
+  SampleIndex index(samples);
+  std::int64_t gone = 0;
+  for (const std::int64_t count : {1, 255, 256, 300, 0, 1700, 2000}) {
+    samples = samples.subspan(std::size_t(count));
+    gone += count;
+    index.dropped(samples, count);
+    expectRight(index, samples, gone);
+  }
+}
+
+TEST(SampleIndex, countsBlocksByTheNumberOfTheFirstSample) {
+  const std::vector<float> samples = ramp(1000);
+  SampleIndex index;
+  for (const std::int64_t number : {0, 1, 255, 256, 300, 1'000'000'007}) {
+    index.build(samples, number);
+    expectRight(index, samples, number);
+  }
+}
+
+TEST(SampleIndex, holdsThroughAnyOrderOfChanges) {
+  std::mt19937 random(1);
+  const auto upTo = [&](int most) { return std::uniform_int_distribution<int>(0, most)(random); };
+  const auto value = [&] { return upTo(300) == 0 ? kNan : float(upTo(2000) - 1000); };
+  std::vector<float> samples;
+  SampleIndex index;
+  std::int64_t number = 77;
+  index.build(samples, number);
+  for (int turn = 0; turn < 400; ++turn) {
+    const auto count = std::int64_t(samples.size());
+    if (const int kind = upTo(2); kind == 0) {
+      const int more = upTo(900);
+      for (int i = 0; i < more; ++i)
+        samples.push_back(value());
+      index.appended(samples, more);
+    } else if (kind == 1) {
+      const std::int64_t less = std::min<std::int64_t>(upTo(800), count);
+      samples.erase(samples.begin(), samples.begin() + less);
+      number += less;
+      index.dropped(samples, less);
+    } else if (count > 0) {
+      const std::int64_t from = upTo(int(count) - 1), to = from + upTo(int(count - from));
+      for (std::int64_t i = from; i < to; ++i)
+        samples[std::size_t(i)] = value();
+      index.changed(samples, from, to);
+    }
+    expectRight(index, samples, number);
+  }
+}
+
+} // namespace
+} // namespace xov
