@@ -76,6 +76,39 @@ TEST(TraceReduction, breaksTheLineAtGaps) {
   EXPECT_EQ(lines[1], (QPolygonF{{5, 4}, {6, 5}}));
 }
 
+TEST(TraceReduction, unitesManyShortLinesOfAColumnWhereTheyOverlap) {
+  // Five lines in a column of 10 points. Four overlap: the lowest of their samples is 0, the highest 5; of those with
+  // a join, which are neither first nor last in a line, 1 and 4. The fifth has no join.
+  const std::vector<float> samples{6, kNan, 0, 4,    1, 2, kNan, 1, 3,    2, 5, kNan, 2,
+                                   3, 3,    2, kNan, 3, 2, 1.5F, 2, kNan, 9, 8, kNan, 7};
+  const std::vector<QPolygonF> lines = reduceTrace(traceOf(samples, 0.25), 10, QRectF(0, -1, 100, 100), 1);
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0], (QPolygonF{{0.5, 0}, {0.75, 4}, {1, 1}, {2.5, 5}})); // samples 2, 3, 4 and 10
+  EXPECT_EQ(lines[1], (QPolygonF{{5.75, 8}, {5.5, 9}}));                   // 23 and 22
+}
+
+TEST(TraceReduction, showsThousandsOfShortLinesAsTheyAre) {
+  std::mt19937 random(4);
+  std::vector<float> samples(12000);
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = i % 5 == 0 ? kNan : 12 + 2 * normal(random, 1) + 3 * std::sin(float(i) * 0.002F);
+  const Trace trace = traceOf(samples, 0.001);
+  const std::vector<QPolygonF> lines = reduceTrace(trace, kPaperTraceColumn, QRectF(0, 0, 12, 24), 1);
+  EXPECT_LT(lines.size(), 400U);     // of 2,400, in 48 columns
+  const int width = 24, height = 48; // two pixels a point
+  const std::vector<double> reduced = coverageOf(lines, 2, width, height);
+  const std::vector<double> full =
+      referenceCoverage({&trace, 1}, QTransform::fromScale(2, 2), 1, width, height, kGrid);
+  double difference = 0, inked = 0;
+  for (std::size_t i = 0; i < full.size(); ++i) {
+    if (full[i] == 0 && reduced[i] == 0) continue;
+    difference += 255 * std::abs(full[i] - reduced[i]);
+    ++inked;
+  }
+  EXPECT_GT(inked, 100);
+  EXPECT_LE(difference / inked, 3);
+}
+
 TEST(TraceReduction, breaksTheLineAtGapsInsideAColumn) {
   std::vector<float> samples(100);
   for (std::size_t i = 0; i < samples.size(); ++i)

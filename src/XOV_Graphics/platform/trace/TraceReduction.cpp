@@ -1,5 +1,6 @@
 #include "XOV_Graphics/platform/trace/TraceReduction.h"
 
+#include "XOV_Graphics/platform/trace/SnippetClusters.h"
 #include "XOV_Graphics/platform/trace/TraceClip.h"
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
 
@@ -20,6 +21,9 @@ constexpr std::int64_t kNear = 8;               // samples that are looked at on
 constexpr std::int64_t kLongestBlock = 1 << 20; // samples scanned together; their indices fit 32 bits
 constexpr int kBatch = 256;                     // columns scanned together
 constexpr double kTie = 1e-6;                   // samples; closer to a border than this, the sample itself is asked
+constexpr std::int64_t kManyLines = 4;          // between gaps of a column, before they are united
+constexpr double kTouching = 0.02;              // points between lines that are drawn as one
+constexpr double kDash = 0.05;                  // points that an upright segment rises at least
 constexpr double kStraight = 0.125;             // columns; how far times may lie from a straight piece
 
 class TraceReducer {
@@ -32,7 +36,9 @@ public:
         origin_(origin),
         box_(box),
         shape_(shape),
-        clip_(box, kPaperTraceGrid, shape) {}
+        clip_(box, kPaperTraceGrid, shape),
+        numbersAreThere_(!projection_.pieces().empty() && std::isfinite(trace.clampLow.value_or(0)) &&
+                         std::isfinite(trace.clampHigh.value_or(0))) {}
 
   std::vector<QPolygonF> reduce() {
     if (projection_.isEmpty()) return {};
@@ -54,12 +60,17 @@ private:
   void addCurve(std::int64_t from, std::int64_t to);
   void addExtremes(std::int64_t begin, std::int64_t end, float low, float high);
   void addBroken(std::int64_t begin, std::int64_t end);
+  std::int64_t addSnippets(std::int64_t begin, std::int64_t end);
+  void addCluster(const SnippetClusters::Cluster& cluster);
   void addPoint(std::int64_t i);
   void addStartOfPiece(std::int64_t inside);
   void addEndOfPiece(std::int64_t beyond);
   std::int64_t nextBorder(std::int64_t begin, std::int64_t guess, std::int64_t end, double border) const;
   double columnOf(std::int64_t i) const { return std::floor((projection_.column(i) - origin_) / width_); }
-  bool breaks(std::int64_t i) const { return !projection_.isFinite(i) || !std::isfinite(projection_.column(i)); }
+  bool breaks(std::int64_t i) const {
+    if (numbersAreThere_ && !projection_.isOverruled(i)) return !std::isfinite(trace_.samples[i]);
+    return !projection_.isFinite(i) || !std::isfinite(projection_.column(i));
+  }
 
   const Trace& trace_;
   TraceProjection projection_;
@@ -68,6 +79,8 @@ private:
   QRectF box_;
   TraceClip::Shape shape_;
   TraceClip clip_;
+  bool numbersAreThere_; // every sample that is a number has a place
+  SnippetClusters snippets_;
 };
 
 void TraceReducer::addPoint(std::int64_t i) {
@@ -274,7 +287,7 @@ void TraceReducer::addBroken(std::int64_t begin, std::int64_t end) {
   while (begin < end) {
     if (breaks(begin)) {
       clip_.endLine();
-      ++begin;
+      begin = addSnippets(begin + 1, end);
       continue;
     }
     std::int64_t stop = begin + 1;
@@ -287,6 +300,41 @@ void TraceReducer::addBroken(std::int64_t begin, std::int64_t end) {
         addPoint(begin);
     begin = stop;
   }
+}
+
+/// Takes lines that follow a gap, as long as they end in the column, and returns the first sample behind them. Where
+/// there are many, those that overlap are drawn as one.
+std::int64_t TraceReducer::addSnippets(std::int64_t begin, std::int64_t end) {
+  if (shape_ == TraceClip::Shape::Polygon || !numbersAreThere_) return begin;
+  const auto gap = static_cast<float>(kTouching / std::max(std::abs(trace_.yScale), kTouching / kFarAway));
+  snippets_.reset(projection_.samples(), gap);
+  const float* const samples = projection_.samples();
+  std::int64_t next = begin;
+  while (next < end) {
+    std::int64_t stop = next;
+    while (stop < end && !breaks(stop))
+      ++stop;
+    if (stop == end) break; // goes on in the next column
+    const bool isDash = stop - next == 2 &&
+                        std::abs(double(samples[next]) - double(samples[next + 1])) * std::abs(trace_.yScale) < kDash;
+    if (isDash) break;
+    if (stop - next > 1) snippets_.add(next, stop);
+    next = stop + 1;
+  }
+  if (snippets_.lines() <= kManyLines) return begin;
+  for (const SnippetClusters::Cluster& cluster : snippets_.unite())
+    addCluster(cluster);
+  return next;
+}
+
+void TraceReducer::addCluster(const SnippetClusters::Cluster& cluster) {
+  addPoint(cluster.lowest);
+  if (cluster.innerLowest != SnippetClusters::kNone) {
+    addPoint(cluster.innerHighest);
+    addPoint(cluster.innerLowest);
+  }
+  addPoint(cluster.highest);
+  clip_.endLine();
 }
 
 std::vector<QPolygonF> reduceInside(const Trace& trace, double columnWidth, double origin, const QRectF& box,
