@@ -78,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(DevicePixelRatios, TraceRasterPicture, ::testing::Value
 TEST(TraceRaster, aLineOfManyIsAsExactAsOne) {
   constexpr std::size_t kLines = 40;
   std::mt19937 random(5);
-  for (const double perPixel : {3.0, 30.0, 300.0}) {
+  for (const double perPixel : {0.2, 0.6, 3.0, 30.0, 300.0}) {
     for (const Signal& signal : signalKinds()) {
       SCOPED_TRACE(::testing::Message() << signal.name << ", " << perPixel << " samples a pixel");
       const std::vector<float> samples = samplesOf(signal, perPixel, kWidth - 3, random);

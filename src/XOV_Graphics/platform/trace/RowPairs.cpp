@@ -1,6 +1,7 @@
 #include "XOV_Graphics/platform/trace/RowPairs.h"
 
 #include "XOV_Graphics/base/Lanes.h"
+#include "XOV_Graphics/platform/trace/TraceStrip.h"
 
 #include <algorithm>
 #include <bit>
@@ -11,7 +12,7 @@ namespace xov {
 
 namespace {
 
-constexpr int kTogether = 8; // sub-columns that are sorted side by side
+constexpr int kTogether = kSortedTogether;
 
 /// Sorts each lane of `count` rows of kTogether numbers, of which those of `Vector` are looked at. (Batcher's merge
 /// exchange, which takes any count: Knuth, The Art of Computer Programming 3, 5.2.2, algorithm M.)
@@ -78,11 +79,45 @@ XOV_INLINE void pairAllRowsWith(float* rows, int areas, int stride, int count, I
   }
 }
 
+template <class Vector>
+XOV_INLINE void sortAllIntervalsWith(const float* const* lows, const float* const* highs, int layers, int first,
+                                     int count, int rows, float* sortedLows, float* sortedHighs) {
+  const Vector top = {}, bottom = Vector{} + float(rows), nothing = Vector{} + kNothingLow;
+  for (int layer = 0; layer < layers; ++layer) {
+    float* const low = sortedLows + std::ptrdiff_t(layer) * kTogether;
+    float* const high = sortedHighs + std::ptrdiff_t(layer) * kTogether;
+    std::fill_n(std::copy_n(lows[layer] + first, count, low), kTogether - count, kNothingLow);
+    std::fill_n(std::copy_n(highs[layer] + first, count, high), kTogether - count, kNothingLow);
+    for (int lane = 0; lane < kTogether; lane += kLanes<Vector>) {
+      Vector from, to;
+      loadVector(low + lane, from);
+      loadVector(high + lane, to);
+      const auto shows = (from < to) & (to > top) & (from < bottom);
+      storeVector(XOV_CHOOSE(shows, from, nothing), low + lane);
+      storeVector(XOV_CHOOSE(shows, to, nothing), high + lane);
+    }
+  }
+  for (int lane = 0; lane < kTogether; lane += kLanes<Vector>) {
+    sortLanes<Vector>(sortedLows + lane, layers);
+    sortLanes<Vector>(sortedHighs + lane, layers);
+  }
+}
+
+XOV_VECTOR8_FUNCTION(void, sortAllIntervals,
+                     (const float* const* lows, const float* const* highs, int layers, int first, int count, int rows,
+                      float* sortedLows, float* sortedHighs),
+                     (lows, highs, layers, first, count, rows, sortedLows, sortedHighs))
+
 XOV_VECTOR8_FUNCTION(void, pairAllRows,
                      (float* rows, int areas, int stride, int count, InsideRule rule, float* scratch),
                      (rows, areas, stride, count, rule, scratch))
 
 } // namespace
+
+void sortIntervals(const float* const* lows, const float* const* highs, int layers, int first, int count, int rows,
+                   float* sortedLows, float* sortedHighs) {
+  sortAllIntervals(lows, highs, layers, first, count, rows, sortedLows, sortedHighs);
+}
 
 void pairRows(float* rows, int areas, int stride, int count, InsideRule rule) {
   std::vector<float> scratch(2 * static_cast<std::size_t>(areas) * kTogether);

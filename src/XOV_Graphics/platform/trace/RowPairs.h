@@ -20,4 +20,15 @@ enum class InsideRule {
 /// the k-th first border and the k-th second one from above, for some k.
 void pairRows(float* rows, int areas, int stride, int count, InsideRule rule);
 
+/// Sub-columns that are sorted side by side.
+inline constexpr int kSortedTogether = 8;
+
+/// Sorts the intervals of `count` sub-columns, at most kSortedTogether: layer k holds lows[k][first + j] to
+/// highs[k][first + j]. The k-th lower end from above goes to sortedLows[k · kSortedTogether + j], and so do the
+/// higher ends: one at a time these bound intervals of the same union, and any two of them have a gap between them
+/// where, and only where, the union has one. What does not reach into 0 to `rows` is kNothingLow at both ends, behind
+/// the rest.
+void sortIntervals(const float* const* lows, const float* const* highs, int layers, int first, int count, int rows,
+                   float* sortedLows, float* sortedHighs);
+
 } // namespace xov

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/platform/trace/TraceCoverage.h"
 
+#include "XOV_Graphics/platform/trace/RowPairs.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -51,28 +53,26 @@ RowRange TraceCoverage::unite(const TraceStrip& strip, int column) {
     if (addUnion(lows_.data(), highs_.data(), layers, firstSub, strip.perColumn, rows_, changes, inked)) continue;
     for (int row = 0; row <= rows_; ++row)
       changes[row * kInkColumns] = 0;
-    uniteOneByOne(firstSub, strip.perColumn, changes, inked);
+    uniteSorted(firstSub, strip.perColumn, changes, inked);
   }
   return inked;
 }
 
-/// Unites each sub-column's intervals after sorting them.
-void TraceCoverage::uniteOneByOne(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked) {
-  const auto bottom = static_cast<float>(rows_);
-  intervals_.resize(lows_.size());
-  for (int j = firstSub; j < firstSub + perColumn; ++j) {
-    int found = 0;
-    for (std::size_t layer = 0; layer < lows_.size(); ++layer) {
-      const RowInterval visible{std::max(lows_[layer][j], 0.0F), std::min(highs_[layer][j], bottom)};
-      if (visible.low < visible.high) intervals_[static_cast<std::size_t>(found++)] = visible;
-    }
-    const int united = uniteIntervals(intervals_.data(), found, 0);
-    for (int k = 0; k < united; ++k) {
-      const RowInterval& interval = intervals_[static_cast<std::size_t>(k)];
-      addEdge(changes, rowUnits(interval.low), 1);
-      addEdge(changes, rowUnits(interval.high), -1);
-      includeRows(inked, interval.low, interval.high, rows_);
-    }
+/// Unites the intervals after sorting them: then none lies above one before it.
+void TraceCoverage::uniteSorted(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked) {
+  const std::size_t layers = lows_.size();
+  sortedLows_.resize(layers * kSortedTogether);
+  sortedHighs_.resize(layers * kSortedTogether);
+  sortedLayers_.resize(2 * layers);
+  for (std::size_t layer = 0; layer < layers; ++layer) {
+    sortedLayers_[layer] = sortedLows_.data() + layer * kSortedTogether;
+    sortedLayers_[layers + layer] = sortedHighs_.data() + layer * kSortedTogether;
+  }
+  for (int j = firstSub; j < firstSub + perColumn; j += kSortedTogether) {
+    sortIntervals(lows_.data(), highs_.data(), int(layers), j, kSortedTogether, rows_, sortedLows_.data(),
+                  sortedHighs_.data());
+    addUnion(sortedLayers_.data(), sortedLayers_.data() + layers, int(layers), 0, kSortedTogether, rows_, changes,
+             inked);
   }
 }
 

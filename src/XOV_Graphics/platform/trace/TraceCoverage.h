@@ -33,11 +33,12 @@ public:
   std::int32_t* changes() { return changes_.data(); }
 
 private:
-  void uniteOneByOne(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked);
+  void uniteSorted(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked);
 
   int rows_ = 0;
   std::vector<std::int32_t> changes_; // see TraceUnion.h; all 0 but between unite() and the sums
-  std::vector<RowInterval> intervals_;
+  std::vector<float> sortedLows_, sortedHighs_;
+  std::vector<const float*> sortedLayers_;
   struct Layer {
     const float* low = nullptr;
     const float* high = nullptr;

@@ -19,6 +19,7 @@ constexpr double kLevels = 255;
 constexpr double kThinPen = 0.5;    // pixels
 constexpr std::size_t kFew = 4;     // lines
 constexpr double kDense = 128;      // samples a pixel
+constexpr double kSegments = 1;     // samples a pixel, below which rows between samples are known exactly
 constexpr double kCrowd = 1.5;      // layers of ink, between which little paper shows
 constexpr double kEdgeError = 0.25; // of a sub-column, on average
 // A curve's rows are exact along a slant, so that errors there mostly cancel, but for about this part.
@@ -134,13 +135,12 @@ TraceFineness::TraceFineness(double radius, std::size_t lines, double samplesPer
   };
   constexpr auto kAnyLines = std::numeric_limits<std::size_t>::max();
   constexpr double kAnySamples = std::numeric_limits<double>::infinity();
-  // Few lines leave room for more than many do. Where a pixel holds few samples, much of its ink lies beside a steep
+  // Few lines leave room for more than many do. Segments longer than a pixel are judged well by what they look like.
+  // Where a pixel holds few samples, much of its ink lies beside a steep
   // edge; where it holds dozens, little does, and less so for a wide pen.
-  constexpr Start kStarts[] = {{kFew, kDense, 64, 2},
-                               {kAnyLines, 12, 40, 1},
-                               {16, kDense, 32, 1},
-                               {kAnyLines, kDense, 24, 2.0 / 3},
-                               {kAnyLines, kAnySamples, 16, 1}};
+  constexpr Start kStarts[] = {
+      {kFew, kDense, 64, 2}, {kAnyLines, kSegments, 16, 1},    {kAnyLines, 12, 40, 1},
+      {16, kDense, 32, 1},   {kAnyLines, kDense, 24, 2.0 / 3}, {kAnyLines, kAnySamples, 16, 1}};
   const Start& start = *std::find_if(std::begin(kStarts), std::end(kStarts), [=](const Start& s) {
     return lines <= s.lines && samplesPerPixel < s.samplesPerPixel;
   });

@@ -1,6 +1,6 @@
 #include "XOV_Graphics/platform/trace/TraceLayers.h"
 
-#include "XOV_Graphics/platform/trace/RoundPen.h"
+#include "XOV_Graphics/platform/trace/RowPairs.h"
 
 #include <algorithm>
 
@@ -10,32 +10,33 @@ namespace {
 
 constexpr int kFirstCapacity = 128; // layers, before lines of the same place are united early
 constexpr int kShortPart = 4;       // lines of this part of a strip, or less, are then put in interval by interval
-constexpr int kTogether = 16;       // sub-columns, as many as one line of a cache holds
 constexpr int kSharedTries = 4;     // layers that are looked at for room before a new one is begun
 // When thousands of lines cross one column, gaps of this many rows between their ink are closed. It bounds how much a
 // sub-column can hold, and so little of a pixel does not show.
 constexpr float kClosedGap = 1.0F / 128;
 
-} // namespace
-
-int uniteIntervals(RowInterval* intervals, int count, float gap) {
-  if (count < 2) return count;
-  const auto higherUp = [](const RowInterval& a, const RowInterval& b) { return a.low < b.low; };
-  // Lines mostly come in their order down or up the page.
-  if (!std::is_sorted(intervals, intervals + count, higherUp)) {
-    std::reverse(intervals, intervals + count);
-    if (!std::is_sorted(intervals, intervals + count, higherUp)) std::sort(intervals, intervals + count, higherUp);
-  }
-  int last = 0;
-  for (int i = 1; i < count; ++i) {
-    if (intervals[i].low <= intervals[last].high + gap) {
-      intervals[last].high = std::max(intervals[last].high, intervals[i].high);
-    } else {
-      intervals[++last] = intervals[i];
+/// Unites sorted intervals of a sub-column in their place, and clears the rest. Returns how many remain.
+int uniteSorted(float* lows, float* highs, int count) {
+  int united = 0;
+  for (int k = 0; k < count * kSortedTogether && lows[k] < kNothingLow; k += kSortedTogether) {
+    const int last = (united - 1) * kSortedTogether;
+    const float low = lows[k], high = highs[k];
+    if (united > 0 && low <= highs[last] + kClosedGap) {
+      highs[last] = high;
+      continue;
     }
+    lows[united * kSortedTogether] = low;
+    highs[united * kSortedTogether] = high;
+    ++united;
   }
-  return last + 1;
+  for (int layer = united; layer < count; ++layer) {
+    lows[layer * kSortedTogether] = kNothingLow;
+    highs[layer * kSortedTogether] = kNothingHigh;
+  }
+  return united;
 }
+
+} // namespace
 
 void TraceLayers::reset(int subColumns, int rows) {
   subColumns_ = subColumns;
@@ -107,38 +108,21 @@ void TraceLayers::insert(int subColumn, float from, float to) {
 }
 
 void TraceLayers::compact() {
-  // A layer's sub-columns lie side by side, so some of them are taken together.
-  const auto layers = static_cast<std::size_t>(count());
-  std::vector<RowInterval> intervals(kTogether * layers);
+  std::vector<const float*> lows, highs;
+  for (int layer = 0; layer < count(); ++layer) {
+    lows.push_back(low(layer));
+    highs.push_back(high(layer));
+  }
+  std::vector<float> sortedLows(lows.size() * kSortedTogether), sortedHighs(sortedLows.size());
   int kept = 0;
-  const float bottom = static_cast<float>(rows_);
-  for (int first = 0; first < subColumns_; first += kTogether) {
-    const int columns = std::min(kTogether, subColumns_ - first);
-    int found[kTogether] = {};
+  for (int first = 0; first < subColumns_; first += kSortedTogether) {
+    const int columns = std::min(kSortedTogether, subColumns_ - first);
+    sortIntervals(lows.data(), highs.data(), count(), first, columns, rows_, sortedLows.data(), sortedHighs.data());
+    for (int j = 0; j < columns; ++j)
+      kept = std::max(kept, uniteSorted(sortedLows.data() + j, sortedHighs.data() + j, count()));
     for (int layer = 0; layer < count(); ++layer) {
-      const float* const lows = low(layer) + first;
-      const float* const highs = high(layer) + first;
-      for (int j = 0; j < columns; ++j) {
-        const bool shows = lows[j] < highs[j] && highs[j] > 0 && lows[j] < bottom;
-        if (shows)
-          intervals[static_cast<std::size_t>(j) * layers + static_cast<std::size_t>(found[j]++)] = {lows[j],
-                                                                                                    highs[j]};
-      }
-    }
-    for (int j = 0; j < columns; ++j) {
-      found[j] = uniteIntervals(intervals.data() + static_cast<std::size_t>(j) * layers, found[j], kClosedGap);
-      kept = std::max(kept, found[j]);
-    }
-    for (int layer = 0; layer < count(); ++layer) {
-      float* const lows = lowOf(layer) + first;
-      for (int j = 0; j < columns; ++j) {
-        const bool used = layer < found[j];
-        const RowInterval interval =
-            used ? intervals[static_cast<std::size_t>(j) * layers + static_cast<std::size_t>(layer)]
-                 : RowInterval{kNothingLow, kNothingHigh};
-        lows[j] = interval.low;
-        lows[subColumns_ + j] = interval.high;
-      }
+      std::copy_n(sortedLows.data() + layer * kSortedTogether, columns, lowOf(layer) + first);
+      std::copy_n(sortedHighs.data() + layer * kSortedTogether, columns, lowOf(layer) + subColumns_ + first);
     }
   }
   usedUntil_.assign(static_cast<std::size_t>(kept), subColumns_);

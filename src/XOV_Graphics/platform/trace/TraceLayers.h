@@ -27,8 +27,11 @@ public:
   int middle(int layer) const { return middles_[static_cast<std::size_t>(layer)]; }
 
 private:
+  static constexpr std::size_t kApart = 8;
+
   std::size_t offset(int layer) const {
-    return static_cast<std::size_t>(layer) * static_cast<std::size_t>(subColumns_);
+    // A little apart, so that the same sub-column of all layers does not share few places of a cache.
+    return static_cast<std::size_t>(layer) * (static_cast<std::size_t>(subColumns_) + kApart);
   }
   float* lowOf(int layer) { return values_.data() + 2 * offset(layer); }
   int addLayer();
@@ -43,14 +46,5 @@ private:
   std::vector<int> middles_;
   std::vector<float> scratch_; // the ink of a short line on its way into the layers
 };
-
-/// Intervals of rows of one sub-column.
-struct RowInterval {
-  float low = 0;
-  float high = 0;
-};
-
-/// Sorts intervals and joins those that touch or lie less than `gap` apart; returns how many remain, at the front.
-int uniteIntervals(RowInterval* intervals, int count, float gap);
 
 } // namespace xov
