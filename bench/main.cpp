@@ -56,12 +56,9 @@ int main(int argc, char** argv) {
   // Tables of their own, by the names that --works knows them by.
   const QString scripts = parser.value(QStringLiteral("rivals"));
   const std::pair<const char*, std::function<QString(int)>> tables[] = {
-      {"W4", gridTable},
-      {"reading", readingTable},
-      {"P1", plotTable},
-      {"M1", mapTable},
-      {"P2", recordTable},
-      {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
+      {"W4", gridTable},   {"reading", readingTable},
+      {"P1", plotTable},   {"M1", mapTable},
+      {"P2", recordTable}, {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
   };
 
   std::vector<std::string> names = workNames();

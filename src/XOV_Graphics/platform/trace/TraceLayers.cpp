@@ -38,6 +38,25 @@ int uniteSorted(float* lows, float* highs, int count) {
 
 } // namespace
 
+int uniteIntervals(RowInterval* intervals, int count, float gap) {
+  if (count < 2) return count;
+  const auto higherUp = [](const RowInterval& a, const RowInterval& b) { return a.low < b.low; };
+  // Lines mostly come in their order down or up the page.
+  if (!std::is_sorted(intervals, intervals + count, higherUp)) {
+    std::reverse(intervals, intervals + count);
+    if (!std::is_sorted(intervals, intervals + count, higherUp)) std::sort(intervals, intervals + count, higherUp);
+  }
+  int last = 0;
+  for (int i = 1; i < count; ++i) {
+    if (intervals[i].low <= intervals[last].high + gap) {
+      intervals[last].high = std::max(intervals[last].high, intervals[i].high);
+    } else {
+      intervals[++last] = intervals[i];
+    }
+  }
+  return last + 1;
+}
+
 void TraceLayers::reset(int subColumns, int rows) {
   subColumns_ = subColumns;
   rows_ = rows;

@@ -47,4 +47,13 @@ private:
   std::vector<float> scratch_; // the ink of a short line on its way into the layers
 };
 
+/// Intervals of rows of one sub-column.
+struct RowInterval {
+  float low = 0;
+  float high = 0;
+};
+
+/// Sorts intervals and joins those that touch or lie less than `gap` apart; returns how many remain, at the front.
+int uniteIntervals(RowInterval* intervals, int count, float gap);
+
 } // namespace xov
