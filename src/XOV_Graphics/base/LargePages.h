@@ -6,6 +6,6 @@ namespace xov {
 
 /// Asks the system to back memory that is going to be filled as a whole by large pages, where it has them: what it
 /// takes to get 100 MB in small ones is as long as to fill it twice. Contents and size stay as they are.
-void askForLargePages(const void* start, std::size_t bytes);
+void askForLargePages(void* start, std::size_t bytes);
 
 } // namespace xov

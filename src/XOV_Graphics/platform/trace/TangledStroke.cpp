@@ -199,12 +199,12 @@ void TangledStroke::addRound(TracePoint from, TracePoint to, RowRange rows) {
   spans.radiusSquared = static_cast<float>(radius_ * radius_);
   spans.places = static_cast<float>(bits_.places());
   std::int32_t begins[kChunk], ends[kChunk];
-  for (int row = bits_.firstOpen(rows.first); row < rows.last;) {
-    const int count = std::min(kChunk, rows.last - row);
-    findSpans(spans, row, count, shiftsFrom(row), begins, ends);
+  for (int first = bits_.firstOpen(rows.first); first < rows.last;) {
+    const int count = std::min(kChunk, rows.last - first);
+    findSpans(spans, first, count, shiftsFrom(first), begins, ends);
     for (int k = 0; k < count; ++k)
-      bits_.addSpan(row + k, static_cast<unsigned>(begins[k]), static_cast<unsigned>(ends[k]));
-    row = bits_.firstOpen(row + count);
+      bits_.addSpan(first + k, static_cast<unsigned>(begins[k]), static_cast<unsigned>(ends[k]));
+    first = bits_.firstOpen(first + count);
   }
 }
 

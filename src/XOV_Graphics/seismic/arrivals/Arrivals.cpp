@@ -49,10 +49,11 @@ void appendPhase(std::vector<PhaseArrival>& arrivals, const PhaseTimes& times, S
   std::vector<PhaseArrival> all;
   times.append(all, phase, distanceDeg);
   std::ranges::sort(all, isEarlier);
-  const auto same = std::ranges::unique(all, [](const PhaseArrival& left, const PhaseArrival& right) {
+  // Not of std::ranges: clang 14 does not compile the libstdc++ of GCC 12 there.
+  const auto isSame = [](const PhaseArrival& left, const PhaseArrival& right) {
     return right.seconds - left.seconds < kSameSeconds;
-  });
-  all.erase(same.begin(), same.end());
+  };
+  all.erase(std::unique(all.begin(), all.end(), isSame), all.end());
   if (repeats == PhaseRepeats::FirstOnly && all.size() > 1) all.resize(1);
   arrivals.insert(arrivals.end(), all.begin(), all.end());
 }
