@@ -20,7 +20,7 @@ enum class GroundMotion : std::uint8_t {
 ///
 /// It is the product of the stages. Each is its gain times its filter, and the filter is scaled to 1 at the frequency
 /// that the gain is given for, as SEED defines the gain of a stage (SEED Reference Manual, version 2.4, appendix C);
-/// where none is given, or the filter is 0 there, or it is a list, the filter is as its own normalization makes it. A
+/// where none is given, or the filter is 0 there, or it is a list, the filter is as its own normalisation makes it. A
 /// list is interpolated between its points, in the logarithms of frequency and amplitude where these are positive,
 /// and is 0 outside of them.
 ///
