@@ -83,7 +83,7 @@ TEST_F(CliDocumentation, completesValuesInBash) {
   EXPECT_EQ(completed("xov stack --style = b"), QStringList{"bands"}); // as bash takes --style=b apart
   EXPECT_EQ(completed("xov stack --style ="), (QStringList{"overlay", "bands"}));
   EXPECT_EQ(completed("xov monitor --origin l"), QStringList{"left"});
-  EXPECT_EQ(completed("xov section --z"), QStringList{"--zero-lines"});
+  EXPECT_EQ(completed("xov section --zero-l"), QStringList{"--zero-lines"});
   EXPECT_EQ(completed("xov section --sort a"), QStringList{"azimuth"});
   EXPECT_EQ(completed("xov section da"), QStringList{"data set.SAC"});
   // The values of an option are numbers, and behind the last of them there are files.
@@ -135,7 +135,7 @@ print -r -- "${${line#*<}%%>*}"
     return tool("zsh", {"-f", at("typed.zsh"), XOV_DOCUMENTS, words})->trimmed();
   };
   EXPECT_EQ(completedLine("xov sec"), "xov section");
-  EXPECT_EQ(completedLine("xov section --ze"), "xov section --zero-lines");
+  EXPECT_EQ(completedLine("xov section --zero-l"), "xov section --zero-lines");
   EXPECT_EQ(completedLine("xov stack --style ba"), "xov stack --style bands");
   EXPECT_EQ(completedLine("xov help mon"), "xov help monitor");
 }

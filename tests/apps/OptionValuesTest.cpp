@@ -98,8 +98,8 @@ TEST(OptionValues, areThoseOfTheOptionAndNoFileBehindThem) {
   }
   // None is overlooked.
   EXPECT_EQ(seen, (std::set<std::string>{"--band", "--columns", "--components", "--extent", "--fixed-x", "--fixed-y",
-                                         "--region", "--size", "--station-columns", "--topo-extent", "--topo-size",
-                                         "--vector-columns", "--window"}));
+                                         "--pre-filter", "--region", "--size", "--station-columns", "--topo-extent",
+                                         "--topo-size", "--vector-columns", "--window"}));
 }
 
 TEST(OptionValues, mayBeNegativeButNoOptions) {

@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/CommandTable.h"
 #include "apps/xov/commands/Suggestion.h"
+#include "apps/xov/prepare/StepWords.h"
 
 #include <CLI/CLI.hpp>
 
@@ -137,7 +138,7 @@ ExitCode CommandLine::run(const std::vector<std::string>& words) {
   if (!words.empty() && !words[0].starts_with('-') && std::ranges::find(known, words[0]) == known.end())
     return usageError(*app_, "there is no command '" + words[0] + "'" + suggestionFor(words[0], known));
   try {
-    app_->parse(asParserWants(words));
+    app_->parse(asParserWants(withStepValues(words)));
   } catch (const CLI::Success& helpOrVersion) {
     app_->exit(helpOrVersion);
     return ExitCode::Ok;

@@ -37,11 +37,12 @@ void DrumCommand::addOptions(CLI::App& options) {
       ->check(numberFromTo(-kLargestMagnitude, kLargestMagnitude));
   options.add_flag("--zero-lines", zeroLines_, "Draw a thin zero line through each row");
   options.add_flag("--hours", hours_, "Count the time scale in hours instead of minutes");
+  preparation_.addOptions(options);
   output_.addOptions(options);
 }
 
 ExitCode DrumCommand::run() {
-  Records found = inputs_.read();
+  Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   const bool several = channelsOf(found.records).size() > 1;
   Result<DrumPage> page = layOutDrum(std::move(found.records), rowSeconds_, rows_);
@@ -64,6 +65,7 @@ ExitCode DrumCommand::run() {
     view->setShowZeroLines(zeroLines_);
     view->setLabelHours(hours_);
     view->setTitle(output_.titleOr(QStringLiteral("UTC")));
+    view->setSubtitle(preparation_.text());
     return view;
   });
   return std::max({found.status, marked.status, delivered});

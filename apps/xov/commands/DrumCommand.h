@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/EventInputs.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/output/Output.h"
+#include "apps/xov/prepare/Preparation.h"
 
 #include <optional>
 
@@ -17,6 +18,7 @@ public:
 
 private:
   RecordInputs inputs_;
+  Preparation preparation_;
   EventInputs events_;
   Output output_{"drum", {900, 900}};
   std::optional<int> rows_;

@@ -13,6 +13,7 @@
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/grid/GridCell.h>
 #include <XOV_Graphics/grid/XyzGrid.h>
+#include <XOV_Graphics/platform/TextAttributes.h>
 #include <XOV_Graphics/seismic/array/RecordArray.h>
 #include <XOV_Graphics/views/image/xovFKImageView.h>
 #include <algorithm>
@@ -28,12 +29,20 @@ constexpr double kMostHz = 1e6;
 constexpr double kMostSeconds = 1e9;
 constexpr std::size_t kSamplesToUse = 4096; // unless the user names a window: the strongest ones of longer recordings
 constexpr float kTitleSize = 13;            // what fits above the view's data frame
+constexpr double kTitleSideGap = 6;         // points
 constexpr double kDegreesPerRadian = 180 / std::numbers::pi;
 
 // Surface waves and body waves alike: 0.333, 7.07 and 12.5.
 QString threeDigits(double number) {
   const int decimals = 2 - int(std::floor(std::log10(number)));
   return QString::number(number, 'f', std::clamp(decimals, 0, 6));
+}
+
+// What was done to the recordings is told in the title's line, since there is no room for another one.
+float sizeOfTitle(const QString& title, double viewWidth) {
+  const double width = TextAttributes::helvetica(double(kTitleSize)).size(title).width();
+  const double room = viewWidth - 2 * kTitleSideGap;
+  return width > room && room > 0 ? float(double(kTitleSize) * room / width) : kTitleSize;
 }
 
 Grid gridOf(const BeamPower& beam) {
@@ -86,8 +95,6 @@ QString beamTitle(const BeamPower& beam, const BeamPeak& peak) {
 
 void FkCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options, "FILES", "A grid of powers as lines of x, y and power, or the recordings of an array");
-  options.add_option("--stations", stations_, "StationXML, or lines of a station code, latitude and longitude")
-      ->type_name("FILE");
   takesExactly(
       options
           .add_option("--band", band_, "Lowest and highest frequency in Hz (default: 4 periods to half of Nyquist)")
@@ -109,6 +116,8 @@ void FkCommand::addOptions(CLI::App& options) {
       ->check(wholeNumberFromTo(2, kMostBeamSteps));
   image_.addOptions(options);
   image_.addTextOption(options);
+  preparation_.addOptions(options);
+  preparation_.leavePlacesAlone();
   output_.addOptions(options);
   options.parse_complete_callback([this] { checkOptions(); });
 }
@@ -123,7 +132,7 @@ void FkCommand::checkOptions() const {
 // The grid that the only file holds, where it is one; a file of recordings is not.
 std::optional<Grid> FkCommand::readGrid() {
   const QStringList names = inputs_.names();
-  if (names.size() != 1 || !stations_.empty() || !QFileInfo(names[0]).isFile()) return {};
+  if (names.size() != 1 || !preparation_.stationsFile().empty() || !QFileInfo(names[0]).isFile()) return {};
   Result<Grid> grid = readXyzGrid(names[0]);
   if (grid) return std::move(grid).value();
   gridError_ = grid.error();
@@ -162,16 +171,17 @@ void FkCommand::sayWhatWasTaken(const BeamPower& beam) const {
 
 std::optional<BeamPower> FkCommand::analyse() {
   StationTable places;
-  if (!stations_.empty()) {
-    const Result<StationTable> table = readStationTable(fileNameFromBytes(stations_));
+  if (!preparation_.stationsFile().empty()) {
+    const Result<StationTable> table = readStationTable(fileNameFromBytes(preparation_.stationsFile()));
     if (!table) {
       complain(table.error());
       return {};
     }
     places = *table;
   }
-  const Records found = inputs_.read();
+  Records found = inputs_.read();
   if (found.records.empty() && !gridError_.isEmpty()) complain(gridError_);
+  if (found.status == ExitCode::Ok) found = preparation_.apply(std::move(found));
   if (found.status != ExitCode::Ok || found.records.empty()) return {};
   const Result<RecordArray> array = arrayOfRecords(found.records, found.files, places);
   if (!array) {
@@ -217,8 +227,8 @@ ExitCode FkCommand::draw(const Grid& grid, const QString& title) {
     image_.apply(*view);
     view->setMissingCellsTransparent(true);
     view->setupImageDataNROWSNCOLS(values, grid.rows, grid.columns);
-    view->setTitleFontSize(kTitleSize);
     view->setTitle(output_.titleOr(title));
+    view->setTitleFontSize(sizeOfTitle(view->plotTitle(), frame.width()));
     written = image_.writeText(*view);
     return view;
   });
@@ -232,7 +242,8 @@ ExitCode FkCommand::run() {
   const BeamPeak peak = peakOf(*beam);
   if (peak.isOnEdge)
     complain(QStringLiteral("the largest power lies on the edge of the grid; --limit makes it larger"));
-  return draw(gridOf(*beam), beamTitle(*beam, peak));
+  const QString done = preparation_.text();
+  return draw(gridOf(*beam), beamTitle(*beam, peak) + (done.isEmpty() ? QString() : QStringLiteral("; ") + done));
 }
 
 } // namespace xov::cli

@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/output/ImageOptions.h"
 #include "apps/xov/output/Output.h"
+#include "apps/xov/prepare/Preparation.h"
 
 #include <XOV_Graphics/grid/Grid.h>
 #include <XOV_Graphics/seismic/array/BeamPower.h>
@@ -30,8 +31,8 @@ private:
   ExitCode draw(const Grid& grid, const QString& title);
 
   RecordInputs inputs_;
+  Preparation preparation_;
   QString gridError_; // why the only file is no grid
-  std::string stations_;
   std::vector<double> band_;
   std::vector<double> window_;
   std::optional<ArrayWindow> chosen_; // of long recordings, where the user names no window

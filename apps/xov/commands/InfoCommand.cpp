@@ -190,6 +190,7 @@ TextTable arrivalTable() { return tableWith(kArrivalHeadings); }
 void InfoCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options, "FILES", "Seismogram or event files, folders of them, or patterns in quotes");
   options.add_flag("--arrivals", arrivals_, "Print when phases arrive at the records instead");
+  preparation_.addOptions(options);
 }
 
 namespace {
@@ -212,6 +213,13 @@ public:
     }
     hasRecords_ = hasRecords_ || found.holdsRecords;
     return found;
+  }
+
+  // Records that have been made ready have their samples in memory.
+  void addPrepared(const Records& prepared) {
+    for (std::size_t i = 0; i < prepared.records.size(); ++i)
+      records_.addRow(infoCells(summaryOf(prepared.records[i])) << prepared.files[qsizetype(i)]);
+    hasRecords_ = hasRecords_ || !prepared.records.empty();
   }
 
   QString text() const {
@@ -244,15 +252,14 @@ public:
   Result<ReadFile> add(const QString& name, const SeismogramReadOptions& options) {
     const Result<SeismogramFileSummary> file = summarizeInputFile(name, options);
     if (!file) return Error{file.error()};
-    for (const SeismogramSummary& summary : file->records) {
-      const SeismogramRecord& record = *summary.record;
-      for (const PhaseArrival& arrival : arrivalsOf(record)) {
-        table_.addRow(arrivalCells(record, arrival) << name);
-        hasRows_ = true;
-      }
-      if (!isDefined(double(record.gcarc()))) withoutDistance_.push_back(copyOfRecord(record));
-    }
+    for (const SeismogramSummary& summary : file->records)
+      addRecord(name, *summary.record);
     return ReadFile{!file->records.empty(), file->notes};
+  }
+
+  void addPrepared(const Records& prepared) {
+    for (std::size_t i = 0; i < prepared.records.size(); ++i)
+      addRecord(prepared.files[qsizetype(i)], *prepared.records[i]);
   }
 
   QString text() const { return hasRows_ ? table_.text() : QString(); }
@@ -264,6 +271,14 @@ public:
   }
 
 private:
+  void addRecord(const QString& name, const SeismogramRecord& record) {
+    for (const PhaseArrival& arrival : arrivalsOf(record)) {
+      table_.addRow(arrivalCells(record, arrival) << name);
+      hasRows_ = true;
+    }
+    if (!isDefined(double(record.gcarc()))) withoutDistance_.push_back(copyOfRecord(record));
+  }
+
   TextTable table_ = arrivalTable();
   SeismogramArray withoutDistance_;
   bool hasRows_ = false;
@@ -271,10 +286,21 @@ private:
 
 } // namespace
 
+// Whatever is done to records, or where they lie, is told of records in memory; else their samples are not kept.
+template <typename Table>
+ExitCode InfoCommand::fill(Table& table) const {
+  if (preparation_.isWanted()) {
+    const Records prepared = preparation_.apply(inputs_.read());
+    table.addPrepared(prepared);
+    return prepared.records.empty() ? ExitCode::Failed : prepared.status;
+  }
+  return inputs_.readEach(
+      [&table](const QString& name, const SeismogramReadOptions& options) { return table.add(name, options); });
+}
+
 ExitCode InfoCommand::printArrivals() const {
   Arrivals arrivals;
-  const ExitCode status = inputs_.readEach(
-      [&](const QString& name, const SeismogramReadOptions& options) { return arrivals.add(name, options); });
+  const ExitCode status = fill(arrivals);
   print(arrivals.text());
   if (const QString note = arrivals.note(); !note.isEmpty()) complain(note);
   return status;
@@ -283,9 +309,10 @@ ExitCode InfoCommand::printArrivals() const {
 ExitCode InfoCommand::run() {
   if (arrivals_) return printArrivals();
   Tables tables;
-  const ExitCode status = inputs_.readEach(
-      [&tables](const QString& name, const SeismogramReadOptions& options) { return tables.add(name, options); });
+  const ExitCode status = fill(tables);
   print(tables.text());
+  const QString done = preparation_.text();
+  if (!done.isEmpty() && !tables.text().isEmpty()) print(QStringLiteral("# ") + done + QLatin1Char('\n'));
   return status;
 }
 

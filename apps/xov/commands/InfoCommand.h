@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/prepare/Preparation.h"
 #include "apps/xov/terminal/TextTable.h"
 
 #include <QStringList>
@@ -20,10 +21,13 @@ public:
   ExitCode run() override;
 
 private:
+  template <typename Table>
+  ExitCode fill(Table& table) const;
   ExitCode printArrivals() const;
 
   RecordInputs inputs_;
   bool arrivals_ = false;
+  Preparation preparation_;
 };
 
 /// The cells of a record: network, station, location, channel, UTC time of the first sample, number of samples,

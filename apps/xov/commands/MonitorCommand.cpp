@@ -60,6 +60,7 @@ void MonitorCommand::addOptions(CLI::App& options) {
       ->check(utcTime());
   options.add_flag("--zone-name", zoneName_, "Write the local time with the name of its zone");
   events_.addOptions(options);
+  preparation_.addOptions(options);
   output_.addOptions(options);
 }
 
@@ -99,7 +100,7 @@ std::unique_ptr<RealTimeDisplayView> MonitorCommand::makeView(const QRectF& fram
 }
 
 ExitCode MonitorCommand::run() {
-  const Records found = inputs_.read();
+  const Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   const MarkedEvents marked = events_.read();
   const auto replay = std::make_shared<Replay>(found.records, marked.events, settings());
@@ -112,6 +113,7 @@ ExitCode MonitorCommand::run() {
     auto view = makeView(frame);
     view->setWaveformGain(float(gain_));
     view->setTitle(output_.titleOr(titleOfChannels(found.records)));
+    view->setSubtitle(preparation_.text());
     replay->attachTo(*view);
     play(replay, *view);
     return view;

@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/Replay.h"
 #include "apps/xov/output/Output.h"
+#include "apps/xov/prepare/Preparation.h"
 
 #include <string>
 
@@ -22,6 +23,7 @@ private:
   std::unique_ptr<RealTimeDisplayView> makeView(const QRectF& frame) const;
 
   RecordInputs inputs_;
+  Preparation preparation_;
   EventInputs events_;
   Output output_{"monitor", {1000, 600}};
   double speed_ = 1;

@@ -23,11 +23,13 @@ constexpr double kAxis = 56;
 constexpr double kNarrowest = 640; // for the header and a title
 constexpr std::size_t kMostRows = 6;
 constexpr float kTitleSize = 18;
-constexpr double kTitleInset = 12; // from the right edge
+constexpr float kSubtitleSize = 9;
+constexpr double kSubtitleDrop = 24; // below the title
+constexpr double kTitleInset = 12;   // from the right edge
 constexpr double kTitleDrop = 2;
 constexpr std::size_t kColumnsBeforeRows = 4; // so many columns before a further row
 
-// Panels with a title in the upper right corner: the event is written in the left one.
+// Panels with a title in the upper right corner, and the subtitle below: the event is written in the left one.
 class PanelsView : public wvfrmView {
 public:
   using wvfrmView::wvfrmView;
@@ -36,8 +38,11 @@ public:
     wvfrmView::drawRect(dirty);
     setLabelFontSize(kTitleSize);
     const QRectF b = bounds();
-    drawStringXYHJustVJust(plotTitle(), float(b.x() + b.width() - kTitleInset),
-                           float(b.y() + b.height() - kTitleDrop), 3, 3);
+    const auto right = float(b.x() + b.width() - kTitleInset);
+    drawStringXYHJustVJust(plotTitle(), right, float(b.y() + b.height() - kTitleDrop), 3, 3);
+    if (subtitle().isEmpty()) return;
+    setLabelFontSize(kSubtitleSize);
+    drawStringXYHJustVJust(subtitle(), right, float(b.y() + b.height() - kSubtitleDrop), 3, 3);
   }
 };
 
@@ -75,11 +80,12 @@ void PanelsCommand::addOptions(CLI::App& options) {
       ->check(numberAboveZero());
   picks_.addOptions(options);
   timeAxis_.addOptions(options);
+  preparation_.addOptions(options);
   output_.addOptions(options);
 }
 
 ExitCode PanelsCommand::run() {
-  Records found = inputs_.read();
+  Records found = preparation_.apply(inputs_.read());
   if (found.records.size() < 2) {
     if (!found.records.empty()) complain(found.files.front() + QStringLiteral(": found one record, expected pairs"));
     return ExitCode::Failed;
@@ -99,6 +105,7 @@ ExitCode PanelsCommand::run() {
     view->setXLimitsMinMax(times.min, times.max);
     timeAxis_.apply(*view, times.begins ? *records : SeismogramArray());
     view->setTitle(output_.titleOr(QString()));
+    view->setSubtitle(preparation_.text());
     return view;
   });
   return std::max(found.status, delivered);

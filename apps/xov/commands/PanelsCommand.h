@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
+#include "apps/xov/prepare/Preparation.h"
 
 namespace xov::cli {
 
@@ -18,6 +19,7 @@ private:
   RecordInputs inputs_;
   PickOptions picks_;
   TimeAxisOption timeAxis_;
+  Preparation preparation_;
   Output output_{"panels", {}};
   double gain_ = 1;
 };

@@ -59,11 +59,12 @@ void SectionCommand::addOptions(CLI::App& options) {
   picks_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
+  preparation_.addOptions(options);
   output_.addOptions(options);
 }
 
 ExitCode SectionCommand::run() {
-  Records found = inputs_.read();
+  Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   const bool one = found.records.size() == 1;
   if (one) output_.setDefaultSize(kSizeOfOne);
@@ -78,6 +79,7 @@ ExitCode SectionCommand::run() {
     view->setXLabelString(QStringLiteral("Time (s)"));
     timeAxis_.apply(*view, *records);
     view->setTitle(output_.titleOr(titleOfRecords(*records)));
+    view->setSubtitle(preparation_.text());
     return view;
   });
   return std::max(found.status, delivered);

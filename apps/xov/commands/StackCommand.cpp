@@ -42,6 +42,7 @@ void StackCommand::addOptions(CLI::App& options) {
   addRange(options, "--fixed-y", fixedY_, "Ends of the amplitude axis (default: the extremes of the records)");
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
+  preparation_.addOptions(options);
   output_.addOptions(options);
   options.parse_complete_callback([this] { checkOptions(); });
 }
@@ -64,7 +65,7 @@ std::unique_ptr<StackedSeisView> StackCommand::makeView(const QRectF& frame) con
 }
 
 ExitCode StackCommand::run() {
-  Records found = inputs_.read();
+  Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   const auto records =
       std::make_shared<const SeismogramArray>(captionedByChannel(plot_.prepare(std::move(found.records))));
@@ -84,6 +85,7 @@ ExitCode StackCommand::run() {
     timeAxis_.apply(*view, *records);
     view->setYLabelString(amplitudeLabel(*records));
     view->setTitle(output_.titleOr(titleOfRecords(*records)));
+    view->setSubtitle(preparation_.text());
     return view;
   });
   return std::max(found.status, delivered);

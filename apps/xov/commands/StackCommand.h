@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
+#include "apps/xov/prepare/Preparation.h"
 
 #include <string>
 #include <vector>
@@ -26,6 +27,7 @@ private:
   std::unique_ptr<StackedSeisView> makeView(const QRectF& frame) const;
 
   RecordInputs inputs_;
+  Preparation preparation_;
   RecordPlot plot_;
   TimeAxisOption timeAxis_;
   Output output_{"stack", {900, 600}};

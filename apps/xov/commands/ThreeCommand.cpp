@@ -23,11 +23,12 @@ void ThreeCommand::addOptions(CLI::App& options) {
   picks_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
+  preparation_.addOptions(options);
   output_.addOptions(options);
 }
 
 ExitCode ThreeCommand::run() {
-  const Records found = inputs_.read();
+  const Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   QStringList codes;
   for (const std::string& code : components_)
@@ -46,6 +47,7 @@ ExitCode ThreeCommand::run() {
     view->setSelfScaled(selfScaled_);
     view->setShowMaxAmplitude(peaks_);
     view->setTitle(output_.titleOr(QString()));
+    view->setSubtitle(preparation_.text());
     return view;
   });
   return std::max(found.status, delivered);

@@ -1,4 +1,5 @@
 #include "apps/xov/documents/Documents.h"
+#include "apps/xov/prepare/Preparation.h"
 
 #include <algorithm>
 #include <cctype>
@@ -41,19 +42,21 @@ std::string itemOf(const OptionRow& row) {
   return row.shortName.empty() ? longForm : "Fl " + row.shortName.substr(1) + valuesOf(row) + " , " + longForm;
 }
 
+bool isShared(const std::string& group) { return group == kOutputGroup || group == kPreparationGroup; }
+
 std::string synopsisOf(const CommandOptions& command) {
   std::string lines = ".Nm\n.Cm " + command.name + "\n";
-  std::string behind; // the arguments, and the option that they may stand behind
-  bool hasOutput = false;
+  std::string behind;           // the arguments, and the option that they may stand behind
+  std::set<std::string> shared; // the groups of options that are told of once for all commands
   for (const OptionRow& row : command.options) {
     if (row.longName == kHelpOption) continue;
     if (row.isArgument) {
       behind = ".Op Fl " + row.longName.substr(1) + "\n";
-    } else if (row.group != kOutputGroup) {
+    } else if (!isShared(row.group)) {
       lines += ".Op Fl " + row.longName.substr(1) +
                (row.isList ? " Ar " + argumentName(row.values[0]) : valuesOf(row)) + "\n";
-    } else if (!std::exchange(hasOutput, true)) {
-      lines += ".Op Ar output options\n";
+    } else if (shared.insert(row.group).second) {
+      lines += ".Op Ar " + argumentName(row.group) + " options\n";
     }
   }
   if (!command.argument.empty())

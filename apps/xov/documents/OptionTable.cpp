@@ -21,6 +21,9 @@ std::vector<std::string> wordsOf(const std::string& text) {
   return words;
 }
 
+// "[SHARE]" may be left out.
+bool isOptionalName(const std::string& name) { return name.starts_with('[') && name.ends_with(']'); }
+
 // "PATTERN[,...]" is called PATTERN.
 std::string withoutBrackets(const std::string& name) { return name.substr(0, name.find('[')); }
 
@@ -40,15 +43,17 @@ OptionRow rowOf(CLI::Option& option) {
   row.group = option.get_group();
   row.description = withoutDefault(option.get_description());
   if (option.get_items_expected_max() == 0) return row;
-  for (const std::string& name : wordsOf(option.get_type_name()))
-    row.values.push_back(withoutBrackets(name));
+  for (const std::string& name : wordsOf(option.get_type_name())) {
+    row.valueMayLack = isOptionalName(name);
+    row.values.push_back(row.valueMayLack ? name.substr(1, name.size() - 2) : withoutBrackets(name));
+  }
   if (row.values.empty()) row.values = {kFile};
   row.isList = option.get_type_name().find("[,...]") != std::string::npos;
   row.isArgument = option.get_positional();
   row.choices = choicesOf(option);
   if (!row.choices.empty()) row.kind = ValueKind::Choice;
   if (row.values.front() == kFile) row.kind = ValueKind::File;
-  row.valueMayLack = option.get_items_expected_min() == 0;
+  row.valueMayLack = row.valueMayLack || option.get_items_expected_min() == 0;
   row.mayRepeat = takesAnyNumber(option);
   row.takesMany = row.mayRepeat && option.get_allow_extra_args();
   return row;

@@ -138,6 +138,7 @@ void setAll(View& view) { view.setExportPixelRatio(2.5); }
 void setAll(XOVView& view) {
   setAll(static_cast<View&>(view));
   view.setTitle(QStringLiteral("title"));
+  view.setSubtitle(QStringLiteral("subtitle"));
   view.setXLabelString(QStringLiteral("x"));
   view.setYLabelString(QStringLiteral("y"));
   view.setXmin(2.5f);

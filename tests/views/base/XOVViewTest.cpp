@@ -233,6 +233,35 @@ TEST(XOVView, theCentredTitleStands4PointsAboveTheFrame) {
   EXPECT_NEAR(recording->texts().at(0).position.y(), 174, 1e-9);
 }
 
+// The subtitle's box is 1.15 x 9 = 10.35 points high.
+TEST(XOVView, theSubtitleStandsBetweenFrameAndTitle) {
+  XOVView view({0, 0, 300, 200});
+  view.computeRects();
+  view.setTitle(QStringLiteral("Event"));
+  view.setSubtitle(QStringLiteral("filtered"));
+  view.setTitleColor(colors::red);
+  const auto recording = recorded([&] { view.drawTitleTopCentered(); });
+  const auto texts = recording->texts();
+  ASSERT_EQ(texts.size(), 2U);
+  const double width = TextAttributes::helvetica(9).size(QStringLiteral("filtered")).width();
+  EXPECT_EQ(texts[0].text, QStringLiteral("filtered"));
+  EXPECT_EQ(texts[0].color, colors::red);
+  EXPECT_NEAR(texts[0].position.x(), 50 + (220 - width) / 2, 1e-9);
+  EXPECT_NEAR(texts[0].position.y(), 174, 1e-9);
+  EXPECT_NEAR(texts[1].position.y(), 174 + 10.35, 1e-9);
+}
+
+TEST(XOVView, aSubtitleWiderThanTheViewIsSmaller) {
+  XOVView view({0, 0, 300, 200});
+  view.computeRects();
+  const QString text = QString(200, u'm');
+  view.setSubtitle(text);
+  const auto recording = recorded([&] { view.drawTitleTopCentered(); });
+  const double size = 9 * (300 - 2 * 12) / TextAttributes::helvetica(9).size(text).width();
+  ASSERT_LT(size, 9);
+  EXPECT_NEAR(recording->texts().at(0).position.x(), 50 + (220 - (300 - 2 * 12)) / 2.0, 0.01);
+}
+
 TEST(XOVView, theTimeStampStandsInTheLowerRightCornerInGray) {
   XOVView view({0, 0, 300, 200});
   const auto recording = recorded([&] { view.drawTimeStamp(); });

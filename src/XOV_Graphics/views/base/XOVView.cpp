@@ -18,6 +18,7 @@ namespace {
 
 constexpr double kLabelSize = 18;
 constexpr double kTitleSize = 18;
+constexpr double kSubtitleSize = 9;
 constexpr double kSizeLabelSize = 12;
 constexpr double kTimeStampSize = 9;
 constexpr double kDefaultTrackInterval = 0.25; // seconds
@@ -26,6 +27,7 @@ constexpr double kPlotMargin = 20;
 constexpr double kFrameOffset = 50;
 constexpr double kTitleRightGap = 24;
 constexpr double kTitleTopGap = 4;
+constexpr double kSubtitleSideGap = 12; // to the edges of the view
 constexpr double kTimeStampGap = 6;
 constexpr double kPointsPerInch = 72;
 constexpr float kAxisLineWidth = 0.75f;
@@ -133,7 +135,24 @@ void XOVView::drawTitle() {
 
 void XOVView::drawTitleTopCentered() {
   const QSizeF size = titleAttributes_->size(plotTitle_);
-  drawTitleAt({iRect_.x() + (iRect_.width() - size.width()) / 2, iRect_.y() + iRect_.height() + kTitleTopGap});
+  const double below = drawSubtitle();
+  drawTitleAt(
+      {iRect_.x() + (iRect_.width() - size.width()) / 2, iRect_.y() + iRect_.height() + kTitleTopGap + below});
+}
+
+/// Draws the subtitle and gives its height.
+double XOVView::drawSubtitle() {
+  if (subtitle_.isEmpty()) return 0;
+  TextAttributes attributes = TextAttributes::helvetica(kSubtitleSize);
+  attributes.setColor(titleAttributes_->effectiveColor());
+  const double room = bounds().width() - 2 * kSubtitleSideGap;
+  const double width = attributes.size(subtitle_).width();
+  if (width > room) attributes.setFont(QStringLiteral("Helvetica"), std::max(kSubtitleSize * room / width, 1.0));
+  const QSizeF size = attributes.size(subtitle_);
+  GraphicsContext::current().drawText(
+      subtitle_, {iRect_.x() + (iRect_.width() - size.width()) / 2, iRect_.y() + iRect_.height() + kTitleTopGap},
+      attributes);
+  return size.height();
 }
 
 void XOVView::drawTimeStamp() {

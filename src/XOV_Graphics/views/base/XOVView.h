@@ -34,6 +34,7 @@ class XOV_EXPORT XOVView : public View {
   Q_OBJECT
   Q_CLASSINFO("shows", "empty plot")
   Q_PROPERTY(QString title READ plotTitle WRITE writeTitle NOTIFY settingsChanged)
+  Q_PROPERTY(QString subtitle READ subtitle WRITE writeSubtitle NOTIFY settingsChanged)
   Q_PROPERTY(QString xLabel READ xLabelString WRITE writeXLabel NOTIFY settingsChanged)
   Q_PROPERTY(QString yLabel READ yLabelString WRITE writeYLabel NOTIFY settingsChanged)
   Q_PROPERTY(double xmin READ xmin WRITE writeXmin NOTIFY limitsChanged)
@@ -108,6 +109,10 @@ public:
 
   QString plotTitle() const { return plotTitle_; }
   void setTitle(const QString& title) { change(plotTitle_, title); }
+  /// A line in small letters between the title and the data frame, for views whose title stands above it in the
+  /// middle; empty for none. The title makes room for it.
+  QString subtitle() const { return subtitle_; }
+  void setSubtitle(const QString& subtitle) { change(subtitle_, subtitle); }
   QString xLabelString() const { return xLabelString_; }
   void setXLabelString(const QString& label) { change(xLabelString_, label); }
   QString yLabelString() const { return yLabelString_; }
@@ -157,7 +162,8 @@ public:
   }
   /// The title inside the data frame, 24 points from its right side and two text heights below its top.
   void drawTitle();
-  /// The title 4 points above the data frame, centred.
+  /// The title 4 points above the data frame, centred, or above the subtitle (Helvetica 9 or, where the view is not
+  /// wide enough, smaller; in the title's colour), which stands there then.
   void drawTitleTopCentered();
   /// The local date and time in the lower right corner.
   void drawTimeStamp();
@@ -299,6 +305,7 @@ protected:
   std::shared_ptr<TextAttributes> titleAttributes_;
   std::shared_ptr<TextAttributes> timeStampAttributes_;
   QString plotTitle_;
+  QString subtitle_;
   QString yLabelString_;
   QString xLabelString_;
   bool fixedXAxisRange_ = false;
@@ -325,9 +332,11 @@ private:
   void writeSheetFile(const SavePanel* sheet, FileWriter write);
   void limitsWereSet();
   void drawTitleAt(QPointF origin);
+  double drawSubtitle();
 
   // What the writes of properties do: set, and draw anew.
   void writeTitle(const QString& title);
+  void writeSubtitle(const QString& subtitle);
   void writeXLabel(const QString& label);
   void writeYLabel(const QString& label);
   void writeXmin(float value);

@@ -99,6 +99,11 @@ void XOVView::writeFixedYAxisRange(bool fixed) {
   setNeedsDisplay();
 }
 
+void XOVView::writeSubtitle(const QString& subtitle) {
+  setSubtitle(subtitle);
+  setNeedsDisplay();
+}
+
 void XOVView::writeShowPlotTitle(bool show) {
   set_showPlotTitle(show);
   setNeedsDisplay();

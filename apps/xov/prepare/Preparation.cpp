@@ -1,0 +1,195 @@
+#include "apps/xov/prepare/Preparation.h"
+
+#include "apps/xov/inputs/EventInputs.h"
+#include "apps/xov/inputs/OptionValues.h"
+#include "apps/xov/inputs/RecordPlot.h"
+#include "apps/xov/inputs/Validators.h"
+#include "apps/xov/prepare/EventChoice.h"
+#include "apps/xov/prepare/StepRunner.h"
+
+#include <CLI/CLI.hpp>
+
+#include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/seismic/io/stations/InventoryReader.h>
+#include <XOV_Graphics/seismic/prepare/Placement.h>
+#include <algorithm>
+#include <map>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr qsizetype kMostProblems = 5; // that are said in full
+constexpr double kMostHz = 1e6;
+constexpr double kDeepestWaterDb = 1000;
+
+CLI::Validator parsedBy(Result<PreparationStep> (*parse)(const QString&)) {
+  const auto check = [parse](const std::string& value) {
+    return parse(QString::fromStdString(value)).error().toStdString();
+  };
+  return CLI::Validator(check, std::string());
+}
+
+// Poles and zeros may come without.
+bool hasPlaces(const StationInventory& inventory) {
+  return !inventory.stations.empty() || std::ranges::any_of(inventory.channels, [](const StationChannel& channel) {
+    return channel.latitudeDeg.has_value();
+  });
+}
+
+void complainOfEach(const QStringList& notes) {
+  for (const QString& note : notes)
+    complain(note);
+}
+
+} // namespace
+
+CLI::Option* Preparation::add(CLI::App& options, const char* name, const char* value, Parse parse, const char* what) {
+  const std::string description = what;
+  CLI::Option* const option = options.add_option(name, description)
+                                  ->type_name(value)
+                                  ->type_size(1)
+                                  ->expected(1)
+                                  ->take_all()
+                                  ->check(parsedBy(parse))
+                                  ->group(kPreparationGroup);
+  declared_.push_back({option, parse});
+  return option;
+}
+
+void Preparation::addFlag(CLI::App& options, const char* name, Parse parse, const char* what) {
+  const std::string description = what;
+  declared_.push_back({options.add_flag(name, description)->group(kPreparationGroup), parse});
+}
+
+void Preparation::addOptions(CLI::App& options) {
+  app_ = &options;
+  CLI::Option* const stations =
+      options
+          .add_option("--stations", stations_,
+                      "Places of stations and their responses: StationXML, poles and zeros, text")
+          ->type_name("FILE")
+          ->group(kPreparationGroup);
+  options.add_option("--event", event_, "The event that the records show: QuakeML, a catalogue or a table")
+      ->type_name("FILE")
+      ->group(kPreparationGroup);
+  add(options, "--start", "TIME", parseStart, "Cut off what is before this time: UTC, or seconds on the time axis");
+  add(options, "--end", "TIME", parseEnd, "Cut off what is after this time: UTC, or seconds on the time axis");
+  add(options, "--around", "PHASE FROM TO", parseAround,
+      "Keep these seconds about a pick or an expected phase, as P -10 60");
+  add(options, "--filter", "BAND F1 F2", parseFilter,
+      "Butterworth filter: lowpass F, highpass F, bandpass F1 F2 or bandstop F1 F2 in Hz");
+  options.add_option("--corners", filterOrder_, "Poles at each corner of filters (default 4)")
+      ->type_name("N")
+      ->check(wholeNumberFromTo(1, kMostFilterOrder))
+      ->group(kPreparationGroup);
+  options.add_flag("--zero-phase", zeroPhase_, "Filter forward and backward, so that onsets stay at their times")
+      ->group(kPreparationGroup);
+  add(options, "--detrend", "[KIND]", parseDetrend,
+      "Take away the mean, linear trend or a polynomial of that order (default linear)");
+  add(options, "--taper", "[SHARE]", parseTaper,
+      "Let both ends rise from 0 over this share of the record, or seconds as 10s (default 0.05)");
+  add(options, "--normalize", "[BY]", parseNormalize,
+      "Divide by the largest sample of each record, or of all: section (default record)");
+  addFlag(options, "--integrate", parseIntegrate, "Integrate over time");
+  addFlag(options, "--differentiate", parseDifferentiate, "Differentiate with respect to time");
+  add(options, "--decimate", "N", parseDecimate, "Keep every Nth sample, after a filter against aliases");
+  addResponseOptions(options, stations);
+  add(options, "--rotate", "AXES", parseRotate, "Turn components of a station: ZRT");
+}
+
+void Preparation::addResponseOptions(CLI::App& options, CLI::Option* stations) {
+  add(options, "--remove-response", "[MOTION]", parseRemoveResponse,
+      "Take the response of --stations away: disp, vel or acc in nm, nm/s or nm/s² (default vel)")
+      ->needs(stations);
+  takesExactly(
+      options
+          .add_option("--pre-filter", preFilter_,
+                      "Frequencies in Hz that --remove-response leaves: all from B to C, none beyond A and D")
+          ->type_name("A B C D")
+          ->check(numberFromTo(0, kMostHz))
+          ->group(kPreparationGroup),
+      4);
+  options
+      .add_option("--water-level", waterLevelDb_,
+                  "Limit of --remove-response in dB below the response's largest value (default 60)")
+      ->type_name("DB")
+      ->check(numberFromTo(0, kDeepestWaterDb))
+      ->group(kPreparationGroup);
+}
+
+// Each option has its values in the order in which the parser met it.
+std::vector<PreparationStep> Preparation::steps() const {
+  std::vector<PreparationStep> steps;
+  std::map<const CLI::Option*, std::size_t> met;
+  for (const CLI::Option* const option : app_->parse_order()) {
+    const auto declared = std::ranges::find(declared_, option, &Declared::option);
+    if (declared == declared_.end()) continue;
+    const std::size_t place = met[option]++;
+    const Result<PreparationStep> step = declared->parse(QString::fromStdString(option->results().at(place)));
+    if (step) steps.push_back(*step);
+  }
+  return steps;
+}
+
+bool Preparation::isWanted() const { return !steps().empty() || !stations_.empty() || !event_.empty(); }
+
+StepSettings Preparation::settings() const {
+  StepSettings settings;
+  settings.filterOrder = filterOrder_;
+  if (zeroPhase_) settings.filterPhase = FilterPhase::Zero;
+  settings.waterLevelDb = waterLevelDb_;
+  if (!preFilter_.empty()) settings.preFilter = PreFilter{preFilter_[0], preFilter_[1], preFilter_[2], preFilter_[3]};
+  return settings;
+}
+
+// False, which has been said, when the file cannot be read.
+bool Preparation::takeStations(Records& records, StepSettings& settings) const {
+  if (stations_.empty()) return true;
+  Result<StationInventory> inventory = readInventory(fileNameFromBytes(stations_));
+  if (!inventory) {
+    complain(inventory.error());
+    return false;
+  }
+  complainOfEach(inventory->notes);
+  settings.inventory = std::move(inventory).value();
+  if (!placesRecords_ || !hasPlaces(settings.inventory)) return true;
+  PreparedRecords placed = withStations(std::move(records.records), settings.inventory);
+  complainOfEach(placed.notes);
+  records.records = std::move(placed.records);
+  return true;
+}
+
+bool Preparation::takeEvent(Records& records) const {
+  if (event_.empty()) return true;
+  const std::optional<EventFile> events = readEventsOrComplain(event_);
+  if (!events) return false;
+  PreparedRecords placed = withEventsOf(std::move(records.records), events->events);
+  complainOfEach(placed.notes);
+  records.records = std::move(placed.records);
+  return true;
+}
+
+Records Preparation::apply(Records records) const {
+  if (!isWanted() || records.records.empty()) return records;
+  StepSettings settings = this->settings();
+  const bool hasStations = takeStations(records, settings);
+  const bool hasEvent = takeEvent(records);
+  if (!hasStations || !hasEvent) records.status = ExitCode::Failed;
+  const std::vector<PreparationStep> steps = this->steps();
+  if (countsOnAxis(steps)) records.records = onOneAxis(std::move(records.records));
+  ReadyRecords ready = makeReady(std::move(records.records), records.files, steps, settings);
+  complainOfEach(ready.notes);
+  for (const QString& problem : ready.problems.first(std::min(ready.problems.size(), kMostProblems)))
+    complain(problem + QStringLiteral("; left out"));
+  const qsizetype rest = ready.problems.size() - kMostProblems;
+  if (rest > 0) complain(QStringLiteral("%1 more records left out").arg(rest));
+  if (!ready.problems.isEmpty()) records.status = ExitCode::Failed;
+  records.records = std::move(ready.records);
+  records.files = std::move(ready.files);
+  return records;
+}
+
+QString Preparation::text() const { return describe(steps(), settings()); }
+
+} // namespace xov::cli
