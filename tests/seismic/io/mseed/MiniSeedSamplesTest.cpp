@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSamples.h"
 
 #include "XOV_Graphics/seismic/io/mseed/SteimFrames.h"
+#include "tests/support/VectorWidths.h"
 
 #include <gtest/gtest.h>
 
@@ -67,10 +68,12 @@ TEST(MiniSeedSamples, areThoseOfLibmseedInEveryEncodingAndOrder) {
       settle(bytes, random);
       const std::size_t most = std::size_t(format.length - 64) / 8;
       const std::size_t count = 1 + random() % most;
-      const Outcome ours = outcome(&MiniSeedSamples::decode, format, bytes, count);
-      EXPECT_EQ(ours, outcome(&MiniSeedSamples::decodeByLibrary, format, bytes, count))
-          << int(encoding) << ' ' << round << ' ' << ours.problem.toStdString();
-      whole += ours.problem.isEmpty() ? 1 : 0;
+      const Outcome libmseeds = outcome(&MiniSeedSamples::decodeByLibrary, format, bytes, count);
+      xov::testing::forEachVectorWidth([&] {
+        EXPECT_EQ(outcome(&MiniSeedSamples::decode, format, bytes, count), libmseeds)
+            << int(encoding) << ' ' << round << ' ' << libmseeds.problem.toStdString();
+      });
+      whole += libmseeds.problem.isEmpty() ? 1 : 0;
     }
   }
   EXPECT_GT(whole, 12 * 200 / 2) << "most can be decoded";
