@@ -10,6 +10,7 @@
 
 #include <QBuffer>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -36,9 +37,15 @@ void checkTrace(SeismogramRecord& trace) {
   require(!isNamed || trace.labelString().count(QLatin1Char('.')) >= 3, "the label has the four codes");
 }
 
+// The header of a trace has room for eight letters of a code: what has as many may be longer in the file.
+bool mayBeCut(const SeismogramRecord& trace) {
+  constexpr qsizetype room = 8;
+  return std::max({trace.knetwk().size(), trace.kstnm().size(), trace.khole().size(), trace.kcmpnm().size()}) >= room;
+}
+
 bool isSameChannel(const SeismogramRecord& left, const SeismogramRecord& right) {
-  return left.knetwk() == right.knetwk() && left.kstnm() == right.kstnm() && left.khole() == right.khole() &&
-         left.kcmpnm() == right.kcmpnm();
+  return !mayBeCut(left) && left.knetwk() == right.knetwk() && left.kstnm() == right.kstnm() &&
+         left.khole() == right.khole() && left.kcmpnm() == right.kcmpnm();
 }
 
 // What becomes of samples: their bits, with one value for all that are no numbers, and what is said of them.

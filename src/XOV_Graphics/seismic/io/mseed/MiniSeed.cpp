@@ -40,8 +40,9 @@ public:
   /// False when the records have to be assembled.
   bool sumUp(RunningSums& sums) {
     std::optional<MiniSeedTraces> traces = sums.take(index_, path_);
-    if (traces) traces_ = *std::move(traces);
-    return traces.has_value();
+    if (!traces) return false;
+    traces_ = *std::move(traces);
+    return true;
   }
 
   /// What is to be said of the traces, unless there are none where there should be.
