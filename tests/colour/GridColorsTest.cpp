@@ -101,7 +101,8 @@ std::vector<float> randomBits(std::size_t count) {
 
 TEST(GridColors, agreeWithSingleValuesInEveryPalette) {
   GridColoring coloring;
-  for (coloring.palette = -1; coloring.palette <= 5; ++coloring.palette) {
+  for (const int palette : {-1, 0, 1, 2, 3, 4, 5, kViridisPalette, kCividisPalette}) {
+    coloring.palette = palette;
     for (coloring.nShades = 1; coloring.nShades <= 260; ++coloring.nShades)
       expectAgreement(valuesAtBandEnds(coloring.nShades), coloring);
   }

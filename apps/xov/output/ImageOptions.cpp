@@ -10,6 +10,15 @@ namespace xov::cli {
 namespace {
 
 constexpr int kMostShades = 256;
+constexpr char kViridis[] = "viridis";
+constexpr char kCividis[] = "cividis";
+
+// Of one of the words that --palette takes.
+std::int32_t paletteNamed(const std::string& name) {
+  if (name == kViridis) return XOVImageView::Viridis;
+  if (name == kCividis) return XOVImageView::Cividis;
+  return std::stoi(name);
+}
 
 } // namespace
 
@@ -17,10 +26,10 @@ void ImageOptions::addOptions(CLI::App& options) {
   options
       .add_option("--palette", palette_,
                   "Colours: 0 grey, 1 red to blue through white, 2 rainbow from red, 3 rainbow from blue, 4 dark red "
-                  "to blue through white (default " +
-                      std::to_string(palette_) + ")")
-      ->type_name("N")
-      ->check(oneOf({"0", "1", "2", "3", "4"}));
+                  "to blue through white, viridis, cividis (default " +
+                      palette_ + ")")
+      ->type_name("PALETTE")
+      ->check(oneOf({"0", "1", "2", "3", "4", kViridis, kCividis}));
   options.add_option("--shades", shades_, "Number of colour levels (default 64)")
       ->type_name("N")
       ->check(wholeNumberFromTo(1, kMostShades));
@@ -33,7 +42,7 @@ void ImageOptions::addTextOption(CLI::App& options) {
 }
 
 void ImageOptions::apply(XOVImageView& view) const {
-  view.setPalette(palette_);
+  view.setPalette(paletteNamed(palette_));
   view.setNShades(shades_);
   view.setInverted(inverted_);
 }

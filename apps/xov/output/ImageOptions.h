@@ -13,7 +13,7 @@ namespace xov::cli {
 /// --inverted.
 class ImageOptions {
 public:
-  explicit ImageOptions(int palette) : palette_(palette) {}
+  explicit ImageOptions(int palette) : palette_(std::to_string(palette)) {}
 
   void addOptions(CLI::App& options);
   /// --xyz, for the grid as text.
@@ -25,7 +25,7 @@ public:
   bool writeText(XOVImageView& view) const;
 
 private:
-  int palette_;
+  std::string palette_; // a number or a name
   int shades_ = 64;
   bool inverted_ = false;
   std::string textFile_;

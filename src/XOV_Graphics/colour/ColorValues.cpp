@@ -1,6 +1,7 @@
 #include "XOV_Graphics/colour/ColorValues.h"
 
 #include "XOV_Graphics/colour/ColorIndex.h"
+#include "XOV_Graphics/colour/PerceptualTables.h"
 
 #include <algorithm>
 
@@ -22,6 +23,10 @@ void writeColor(const Rgb& color, std::uint32_t* red, std::uint32_t* green, std:
 }
 
 std::uint8_t intensity(std::uint32_t value) { return std::uint8_t(validateColor(value)); }
+
+Rgb colorOf(std::uint32_t packed) {
+  return {std::uint8_t(packed >> 16), std::uint8_t(packed >> 8), std::uint8_t(packed)};
+}
 
 Rgb grey(std::uint32_t level) {
   const std::uint8_t shade = intensity(kHighestLevel - level);
@@ -60,6 +65,10 @@ Rgb paletteColor(int palette, std::uint32_t level) {
     return kRainbow[std::size_t(kLastStep - rainbowStep(level))];
   case 3:
     return kRainbow[std::size_t(rainbowStep(level))];
+  case kViridisPalette:
+    return colorOf(kViridis[level]);
+  case kCividisPalette:
+    return colorOf(kCividis[level]);
   default:
     return kDiverging[std::size_t(divergingStep(level))];
   }

@@ -9,6 +9,10 @@ namespace xov {
 /// One scalar in, one colour out. The functions read only their arguments and constant tables, so that any thread may
 /// call them. A result whose pointer is null is left out. To colour a whole grid, see colour/GridColors.h.
 
+/// Palettes whose lightness grows evenly.
+inline constexpr int kViridisPalette = 100;
+inline constexpr int kCividisPalette = 101;
+
 /// `value`, but 255 where it is above that.
 XOV_EXPORT std::uint32_t validateColor(std::uint32_t value);
 
@@ -24,6 +28,8 @@ XOV_EXPORT std::uint32_t validateColor(std::uint32_t value);
 /// | 1               | red       | blue | white in the middle                          |
 /// | 2               | red       | blue | rainbow of 19 colours                        |
 /// | 3               | blue      | red  | the same, the other way around               |
+/// | 100             | dark violet | yellow | "viridis": lightness grows evenly         |
+/// | 101             | dark blue | yellow | "cividis": the same, and nearly the same with any colour vision |
 /// | any other number| dark red  | blue | 16 of 19 colours, white in the middle of them|
 XOV_EXPORT void getColorValues(int nShades, int palette, std::uint32_t* red, std::uint32_t* green,
                                std::uint32_t* blue, std::uint32_t* alpha, float value);

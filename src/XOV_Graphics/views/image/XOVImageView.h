@@ -46,6 +46,8 @@ public:
     RedToBlue = 2,          ///< the rainbow
     BlueToRed = 3,          ///< the rainbow the other way around
     WhiteCenterRainbow = 4, ///< dark red to blue, white in the middle
+    Viridis = 100,          ///< dark violet, blue, green, yellow: equal differences of values look equally large
+    Cividis = 101,          ///< dark blue, grey, yellow: the same with any colour vision
   };
   Q_ENUM(Palette)
   /// Red, green, blue, alpha and one that is not used: one byte a cell each, rows from the top.
