@@ -6,6 +6,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -94,6 +95,44 @@ XYData tangled() {
   return data;
 }
 
+// Steps of about half a pixel in any direction.
+XYData walk() {
+  XYData data;
+  std::mt19937 random(7);
+  const auto step = [&random] { return float(random() % 2001) / 1000 - 1; };
+  float x = float(kPoints) / 2, y = 500;
+  for (std::size_t i = 0; i < kPoints; ++i) {
+    data.x[i] = x = std::clamp(x + step() * kPoints / kSize.width(), 0.F, float(kPoints));
+    data.y[i] = y = std::clamp(y + step() * 1000 / kSize.height(), 0.F, 1000.F);
+  }
+  return data;
+}
+
+// Two oscillations, one along each axis.
+XYData figure() {
+  XYData data;
+  for (std::size_t i = 0; i < kPoints; ++i) {
+    const double turn = 6.2831853 * double(i) / kPoints;
+    data.x[i] = float(kPoints * (0.5 + 0.48 * std::sin(37 * turn)));
+    data.y[i] = float(500 + 480 * std::sin(29 * turn + 0.3));
+  }
+  return data;
+}
+
+// Rings of a thousand points with ragged edges.
+XYData islands() {
+  XYData data;
+  std::mt19937 random(9);
+  for (std::size_t i = 0; i < kPoints; ++i) {
+    const std::size_t ring = i / 1000;
+    const double turn = 6.2831853 * double(i % 1000) / 999;
+    const double radius = 0.02 * (1 + 0.3 * std::sin(5 * turn + double(ring)) + double(random() % 100) / 5000);
+    data.x[i] = float(kPoints * (0.03 + 0.94 * double(ring % 32) / 31 + radius * std::cos(turn)));
+    data.y[i] = float(1000 * (0.03 + 0.94 * double(ring / 32) / 31 + radius * std::sin(turn)));
+  }
+  return data;
+}
+
 std::unique_ptr<xyPlotView> plotOf(const XYData& data) {
   auto view = std::make_unique<xyPlotView>(QRectF(QPointF(0, 0), QSizeF(kSize)));
   view->setDataPointersXY(data.x, data.y);
@@ -153,7 +192,10 @@ QString plotTable(int rounds) {
                                                   {"the same, x steps back once", stepsBackOnce()},
                                                   {"the same, from right to left", fromRightToLeft()},
                                                   {"the same, one x missing", oneTimeMissing()},
-                                                  {"the same, x at random", tangled()}};
+                                                  {"the same, x at random", tangled()},
+                                                  {"walk of a million steps", walk()},
+                                                  {"figure of two oscillations", figure()},
+                                                  {"coasts of a thousand islands", islands()}};
   std::vector<std::unique_ptr<xyPlotView>> views;
   for (const auto& [name, data] : lines) {
     xyPlotView& view = *views.emplace_back(plotOf(data));

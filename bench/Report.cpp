@@ -41,6 +41,8 @@ QString time(const Measurement& m) {
 
 } // namespace
 
+QString commit() { return qEnvironmentVariable("XOV_BENCH_COMMIT"); }
+
 QString machine() {
   QString processor = QSysInfo::currentCpuArchitecture();
   QFile file(QStringLiteral("/proc/cpuinfo"));
@@ -52,9 +54,11 @@ QString machine() {
       }
     }
   }
-  return QStringLiteral("%1, %2 cores, %3, Qt %4")
-      .arg(processor, QString::number(QThread::idealThreadCount()), QSysInfo::prettyProductName(),
-           QString::fromLatin1(qVersion()));
+  const QString text = QStringLiteral("%1, %2 cores, %3, Qt %4")
+                           .arg(processor, QString::number(QThread::idealThreadCount()),
+                                QSysInfo::prettyProductName(), QString::fromLatin1(qVersion()));
+  const QString measured = commit();
+  return measured.isEmpty() ? text : text + QStringLiteral(", commit ") + measured;
 }
 
 QString table(const std::vector<Measurement>& measurements) {
@@ -87,7 +91,9 @@ QJsonObject json(const std::vector<Measurement>& measurements) {
     row[QStringLiteral("sampleMegabytes")] = m.sampleMegabytes;
     rows.append(row);
   }
-  return {{QStringLiteral("machine"), machine()}, {QStringLiteral("measurements"), rows}};
+  return {{QStringLiteral("machine"), machine()},
+          {QStringLiteral("commit"), commit()},
+          {QStringLiteral("measurements"), rows}};
 }
 
 } // namespace xov::bench

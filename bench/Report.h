@@ -26,7 +26,10 @@ struct Measurement {
   double peakMegabytes = 0; ///< of the process that drew it, samples included
 };
 
-/// A line that names processor and system.
+/// What is measured, as bench/run tells in XOV_BENCH_COMMIT; empty where nothing does.
+QString commit();
+
+/// A line that names processor, system and commit.
 QString machine();
 
 /// The table with ratios to the scan of the same work, and with the memory that drawing takes beyond it.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <random>
 
 namespace xov::bench {
@@ -16,6 +17,7 @@ struct Layout {
   std::int64_t samplesPerRow;
   double deviation; ///< of the noise, in view points
   bool atRatios;    ///< drawn with other pixel ratios, too
+  int gapEvery = 0; ///< so many samples one is missing
 };
 
 const Layout kLayouts[] = {
@@ -25,6 +27,8 @@ const Layout kLayouts[] = {
     {"W8", "zoomed section: 100 traces of 240 samples", {1200, 900}, 100, 240, 8, false},
     {"W9", "section: 1,000 traces of 1,000 samples", {1200, 900}, 1000, 1000, 8, false},
     {"W10", "section: 10,000 traces of 1,000 samples", {1200, 900}, 10000, 1000, 8, false},
+    {"W11", "W2 with every hundredth sample missing", {1200, 600}, 1, 10000000, 60, false, 100},
+    {"W12", "W2 with every fifth sample missing", {1200, 600}, 1, 10000000, 60, false, 5},
 };
 
 constexpr const char* kScatter = "S1";
@@ -36,7 +40,7 @@ struct Page {
   const char* name;
   const char* of;
 };
-constexpr Page kPages[] = {{"W5", "W3"}, {"W6", "W1"}, {"S2", kScatter}};
+constexpr Page kPages[] = {{"W5", "W3"}, {"W6", "W1"}, {"S2", kScatter}, {"W13", "W12"}};
 
 // Standard deviation 1; the same numbers on every machine, which std::normal_distribution does not promise.
 std::vector<float> noise(std::size_t count) {
@@ -114,6 +118,9 @@ Work makeWork(const std::string& name) {
     work.size = layout.size;
     work.ratio = ratio;
     work.samples = noise(std::size_t(layout.rows * layout.samplesPerRow));
+    for (std::size_t i = 0; layout.gapEvery > 0 && i < work.samples.size(); ++i) {
+      if (i % std::size_t(layout.gapEvery) == 0) work.samples[i] = std::numeric_limits<float>::quiet_NaN();
+    }
     for (int row = 0; row < layout.rows; ++row) {
       Trace trace;
       trace.samples = work.samples.data() + row * layout.samplesPerRow;

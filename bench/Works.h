@@ -28,7 +28,8 @@ struct Work {
 };
 
 /// Names of the works that makeWork() knows, in the order of the report: "W1", "W2", "W3", the sections "W8" to
-/// "W10" and the scatter plot "S1"; the pages "W5" of W3, "W6" of W1 and "S2" of S1; and W1, W2, W3 and S1 with
+/// "W10", panels with gaps "W11" and "W12" and the scatter plot "S1"; the pages "W5" of W3, "W6" of W1, "S2" of S1
+/// and "W13" of W12; and W1, W2, W3 and S1 with
 /// "@1.5" and "@2" for other pixel ratios.
 std::vector<std::string> workNames();
 

@@ -27,8 +27,8 @@ class PyQtGraph:
         self.picture = self.widget.grab()
 
     def draw(self):
-        for curve in self.curves:  # as after a change of the range: it is downsampled anew
-            curve.updateItems(styleUpdate=False)
+        for curve in self.curves:  # as after a change of the range, which alone makes it reduce the samples anew
+            curve.viewRangeChanged()
         self.picture = self.widget.grab()
 
     def redraw(self):
