@@ -1,5 +1,6 @@
 #include "apps/xov/commands/CommandTable.h"
 
+#include "apps/xov/commands/ConvertCommand.h"
 #include "apps/xov/commands/DrumCommand.h"
 #include "apps/xov/commands/FkCommand.h"
 #include "apps/xov/commands/GridCommand.h"
@@ -38,6 +39,7 @@ constexpr CommandRow kCommands[] = {
     {"map", "Draw events, stations, vectors and plate boundaries on a map", make<MapCommand>},
     {"grid", "Draw a grid of values as a coloured picture", make<GridCommand>},
     {"fk", "Draw the beam power of an array over slowness", make<FkCommand>},
+    {"convert", "Write seismograms as SAC or miniSEED files", make<ConvertCommand>},
     {"info", "List what seismogram files hold", make<InfoCommand>},
     {"resources", "List base maps and plate boundaries, or import boundaries", make<ResourcesCommand>},
 };

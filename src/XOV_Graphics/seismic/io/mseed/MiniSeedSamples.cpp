@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/seismic/io/mseed/Libmseed.h"
+#include "XOV_Graphics/seismic/io/mseed/LibmseedMessages.h"
 #include "XOV_Graphics/seismic/io/mseed/SteimFrames.h"
 
 #include <QtEndian>
@@ -25,43 +26,6 @@ static_assert(int(MiniSeedEncoding::Text) == DE_ASCII && int(MiniSeedEncoding::I
               int(MiniSeedEncoding::Geoscope16Gain3) == DE_GEOSCOPE163 &&
               int(MiniSeedEncoding::Geoscope16Gain4) == DE_GEOSCOPE164 && int(MiniSeedEncoding::Cdsn) == DE_CDSN &&
               int(MiniSeedEncoding::Sro) == DE_SRO && int(MiniSeedEncoding::Dwwssn) == DE_DWWSSN);
-
-// libmseed composes its messages in one buffer for the whole process.
-std::mutex libraryMutex;
-
-// The last that libmseed says while this thread decodes; null at other times.
-thread_local QString* message = nullptr;
-
-/// Keeps the messages of our own calls to ourselves. The host's go where libmseed sends them by itself.
-void keepDiagnostic(char* text) {
-  if (message == nullptr) {
-    std::fputs(text, stderr);
-  } else {
-    *message = QString::fromLatin1(text).simplified();
-  }
-}
-
-void keepLog(char* text) {
-  if (message == nullptr) std::fputs(text, stdout);
-}
-
-class KeptMessage {
-public:
-  KeptMessage() : lock_(libraryMutex) {
-    static std::once_flag once;
-    std::call_once(once, [] { ms_loginit(keepLog, nullptr, keepDiagnostic, nullptr); });
-    message = &text_;
-  }
-  ~KeptMessage() { message = nullptr; }
-  KeptMessage(const KeptMessage&) = delete;
-  KeptMessage& operator=(const KeptMessage&) = delete;
-
-  const QString& text() const { return text_; }
-
-private:
-  std::lock_guard<std::mutex> lock_;
-  QString text_;
-};
 
 // libmseed takes samples behind a header and in records of certain lengths only, and reads wide ones where they lie:
 // so they must lie where the processor wants them.
@@ -188,7 +152,7 @@ Status MiniSeedSamples::decodeByLibrary(const SampleFormat& format, QByteArrayVi
   target.encoding = std::int8_t(format.encoding);
   target.samplecnt = std::int64_t(samples.size());
   target.fsdh->data_offset = std::uint16_t(headerBytes);
-  const KeptMessage kept;
+  const LibmseedMessages kept;
   const MiniSeedFlag swapped = format.isBigEndian != (QSysInfo::ByteOrder == QSysInfo::BigEndian);
   if (msr_unpack_data(&target, swapped, 0) != std::int64_t(samples.size())) return Error{problemText(kept.text())};
 
