@@ -6,8 +6,8 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <numbers>
-#include <optional>
 
 namespace xov {
 
@@ -128,7 +128,7 @@ public:
         rows_(phasesOf(places.step)),
         cycle_(std::llround(places.step * double(rows_.size()))) {
     if (rows_.size() * 2 * reach_ > kMostWeights && rows_.size() > 1) rows_.clear();
-    if (rows_.empty()) table_.emplace(kernel_);
+    if (rows_.empty()) table_ = std::make_unique<KernelTable>(kernel_);
     if (rows_.empty()) row_.resize(2 * reach_);
   }
 
@@ -198,7 +198,7 @@ private:
   std::size_t reach_;
   std::vector<std::vector<double>> rows_; // of each phase; none where there are too many
   std::int64_t cycle_;                    // values in as many steps as there are phases
-  std::optional<KernelTable> table_;
+  std::unique_ptr<const KernelTable> table_;
   std::vector<double> row_;
 };
 
