@@ -33,6 +33,10 @@ void ImageOptions::addOptions(CLI::App& options) {
   options.add_option("--shades", shades_, "Number of colour levels (default 64)")
       ->type_name("N")
       ->check(wholeNumberFromTo(1, kMostShades));
+  options
+      .add_option("--color-bar", colorBar_,
+                  "Draw a bar of the colours and their values, with this title; '' for none")
+      ->type_name("TITLE");
   options.add_flag("--inverted", inverted_, "Turn each colour into its complement");
 }
 
@@ -45,6 +49,8 @@ void ImageOptions::apply(XOVImageView& view) const {
   view.setPalette(paletteNamed(palette_));
   view.setNShades(shades_);
   view.setInverted(inverted_);
+  view.setShowColorBar(colorBar_.has_value());
+  view.setColorBarTitle(QString::fromStdString(colorBar_.value_or("")));
 }
 
 bool ImageOptions::writeText(XOVImageView& view) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <XOV_Graphics/views/image/XOVImageView.h>
+#include <optional>
 #include <string>
 
 namespace CLI {
@@ -9,8 +10,8 @@ class App;
 
 namespace xov::cli {
 
-/// How the values of a grid are coloured, with the options that commands for grids share: --palette, --shades and
-/// --inverted.
+/// How the values of a grid are coloured, with the options that commands for grids share: --palette, --shades,
+/// --inverted and --color-bar.
 class ImageOptions {
 public:
   explicit ImageOptions(int palette) : palette_(std::to_string(palette)) {}
@@ -19,7 +20,7 @@ public:
   /// --xyz, for the grid as text.
   void addTextOption(CLI::App& options);
 
-  /// Hands palette, shades and inversion to a view, before it gets its grid.
+  /// Hands palette, shades, inversion and colour bar to a view, before it gets its grid.
   void apply(XOVImageView& view) const;
   /// Writes the text of the view's grid where the user wants it. False, which has been said, when that fails.
   bool writeText(XOVImageView& view) const;
@@ -28,6 +29,7 @@ private:
   std::string palette_; // a number or a name
   int shades_ = 64;
   bool inverted_ = false;
+  std::optional<std::string> colorBar_; // its title
   std::string textFile_;
 };
 

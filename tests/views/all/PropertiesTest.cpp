@@ -248,6 +248,8 @@ void setAll(XOVImageView& view) {
   view.setUseTopoValues(false);
   view.setHideImage(true);
   view.setShowAxes(false);
+  view.setShowColorBar(true);
+  view.setColorBarTitle(QStringLiteral("and more"));
 }
 
 void setAll(geoMapView& view) {

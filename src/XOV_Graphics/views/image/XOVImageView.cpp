@@ -4,6 +4,7 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
+#include "XOV_Graphics/views/image/ColorBar.h"
 #include "XOV_Graphics/views/image/GridGeometry.h"
 #include "XOV_Graphics/views/image/ImagePlacement.h"
 
@@ -29,6 +30,9 @@ constexpr float kYLabelLeft = 36;
 
 constexpr double kLeaderInset = 1;
 constexpr double kPeakRadius = 4.5;
+
+constexpr float kColorBarTextSize = 14;
+constexpr int kColorBarLevels = 256;
 
 } // namespace
 
@@ -202,6 +206,11 @@ void XOVImageView::computeRects() {
   pRect_ = {kPlotMargin, kPlotMargin, b.width() - 2 * kPlotMargin, b.height() - 2 * kPlotMargin};
   iRect_ = {kFrameLeft, kFrameBottom, pRect_.width() - kFrameNarrower, pRect_.height() - kFrameLower};
   if (!showAxes_) iRect_ = pRect_;
+  leaveRoomForColorBar();
+}
+
+void XOVImageView::leaveRoomForColorBar() {
+  if (hasColorBar()) iRect_.setWidth(iRect_.width() - kColorBarRoom);
 }
 
 void XOVImageView::drawRect(const QRectF&) {
@@ -219,6 +228,7 @@ void XOVImageView::drawRect(const QRectF&) {
 void XOVImageView::drawContents() {
   drawImage();
   drawAxes();
+  drawColorBar();
 }
 
 void XOVImageView::drawImage() {
@@ -263,6 +273,43 @@ void XOVImageView::drawAxes() {
                          3);
   drawRotatedStringXYHJustVJustAngle(yLabelString_, kYLabelLeft, float(iRect_.y() + 0.5 * iRect_.height()), 2, 2, 90);
   strokeAxisPath();
+}
+
+void XOVImageView::drawColorBar() {
+  if (!hasColorBar() || !(iRect_.width() > 0) || !(iRect_.height() > 0)) return;
+  const ColorBar bar = layoutColorBar(
+      {.picture = iRect_, .lowest = minValue_, .highest = maxValue_, .fontSize = int(kColorBarTextSize)});
+  std::array<float, kColorBarLevels> values{};
+  for (int row = 0; row < kColorBarLevels; ++row) { // from the top
+    const float share = (float(kColorBarLevels - row) - 0.5F) / float(kColorBarLevels);
+    values[std::size_t(row)] = minValue_ + share * (maxValue_ - minValue_);
+  }
+  QImage levels(1, kColorBarLevels, QImage::Format_RGB32);
+  std::array<std::uint32_t, kColorBarLevels> pixels{};
+  colorGridPixels(values, gridColoring(), pixels);
+  for (int row = 0; row < kColorBarLevels; ++row)
+    levels.setPixel(0, row, pixels[std::size_t(row)]);
+
+  GraphicsContext& context = GraphicsContext::current();
+  const SavedState saved(context);
+  context.drawImage(levels, bar.bar, QRectF(0, 0, 1, kColorBarLevels));
+  context.setColor(colors::black);
+  context.strokeRect(bar.bar);
+  Path ticks;
+  for (const AxisSegment& tick : bar.ticks) {
+    ticks.moveTo({double(tick.x1), double(tick.y1)});
+    ticks.lineTo({double(tick.x2), double(tick.y2)});
+  }
+  context.strokePath(ticks);
+  const TextAttributes attributes = *labelAttributes_;
+  setLabelFontSize(kColorBarTextSize);
+  for (const AxisLabel& label : bar.labels)
+    drawStringXYHJustVJust(QString::fromStdString(label.text), float(label.x), float(label.y), 1, 4);
+  // Text that is centred and then turned upright lies a line's height to the left.
+  const double titleX = bar.title.x() + labelAttributes_->lineHeight();
+  drawRotatedStringXYHJustVJustAngle(colorBarTitle_ + QString::fromStdString(bar.suffix), float(titleX),
+                                     float(bar.title.y()), 2, 2, 90);
+  *labelAttributes_ = attributes;
 }
 
 void XOVImageView::drawMaxLocation() {

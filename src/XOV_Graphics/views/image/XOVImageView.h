@@ -36,6 +36,8 @@ class XOV_EXPORT XOVImageView : public XOVView {
   Q_PROPERTY(bool inverted READ inverted WRITE writeInverted NOTIFY settingsChanged)
   Q_PROPERTY(bool useTopoValues READ useTopoValues WRITE writeUseTopoValues NOTIFY settingsChanged)
   Q_PROPERTY(bool hideImage READ hideImage WRITE writeHideImage NOTIFY settingsChanged)
+  Q_PROPERTY(bool showColorBar READ showColorBar WRITE writeShowColorBar NOTIFY settingsChanged)
+  Q_PROPERTY(QString colorBarTitle READ colorBarTitle WRITE writeColorBarTitle NOTIFY settingsChanged)
   Q_PROPERTY(bool showAxes READ showAxes WRITE writeShowAxes NOTIFY settingsChanged)
 
 public:
@@ -157,13 +159,20 @@ public:
 
   // Drawing.
 
-  /// Whether there are axes and room for them; on at first.
   /// Whether the picture lies under the limits to the fraction of a cell; off at first, when the limits select whole
   /// cells and these fill the frame, which moves the picture by up to a cell. Maps on which coasts must lie under
   /// boundaries and symbols want it on.
   bool placesCellsExactly() const { return placesCellsExactly_; }
   void setPlacesCellsExactly(bool exactly) { placesCellsExactly_ = exactly; }
 
+  /// Whether a bar at the right side of the picture, which is narrower then, shows the colours of all values from
+  /// minValue to maxValue; off at first. A map has none.
+  bool showColorBar() const { return showColorBar_; }
+  void setShowColorBar(bool show) { change(showColorBar_, show); }
+  /// What its numbers are, with their unit, as "Residual (s)"; written along the bar.
+  QString colorBarTitle() const { return colorBarTitle_; }
+  void setColorBarTitle(const QString& title) { change(colorBarTitle_, title); }
+  /// Whether there are axes and room for them; on at first.
   bool showAxes() const { return showAxes_; }
   void setShowAxes(bool show) { change(showAxes_, show); }
   /// pRect (20, 20, width − 40, height − 40) and iRect (64, 50, width − 96, height − 80); without axes iRect is
@@ -175,6 +184,8 @@ public:
   /// White paper in the data frame, and the part of the picture that the limits select on it.
   virtual void drawImage();
   virtual void drawAxes();
+  /// The colour bar, where it shows.
+  void drawColorBar();
   /// Red lines from the left and the lower axis to the peak, and a circle around it, if it lies within the limits.
   /// This view's drawRect() does not draw it.
   void drawMaxLocation();
@@ -210,6 +221,10 @@ protected:
   QImage colorBitmap(PlanarBitmap& bitmap);
   /// Makes the bitmap that of the view, with the picture of it; null ones leave the view without.
   void installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, const QImage& picture);
+  /// Whether there is a colour bar.
+  virtual bool hasColorBar() const { return showColorBar_; }
+  /// Takes the room of the colour bar, where it shows, from the data frame.
+  void leaveRoomForColorBar();
   /// Strokes the data frame with lines of 2 points in black, and begins axes with tick labels of those attributes.
   void beginFramedAxes(const std::shared_ptr<const TextAttributes>& tickLabels);
   /// Adds an X axis below the frame, with its label, and a Y axis at the left, without one.
@@ -248,6 +263,8 @@ protected:
   bool placesCellsExactly_ = false;
   bool useTopoValues_ = true;
   bool missingCellsTransparent_ = false;
+  bool showColorBar_ = false;
+  QString colorBarTitle_;
 
 private:
   Palette colorPalette() const { return Palette(palette()); }
@@ -279,6 +296,14 @@ private:
   }
   void writeHideImage(bool value) {
     setHideImage(value);
+    setNeedsDisplay();
+  }
+  void writeShowColorBar(bool value) {
+    setShowColorBar(value);
+    setNeedsDisplay();
+  }
+  void writeColorBarTitle(const QString& value) {
+    setColorBarTitle(value);
     setNeedsDisplay();
   }
   void writeShowAxes(bool value) {

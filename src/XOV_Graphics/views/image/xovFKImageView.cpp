@@ -100,6 +100,7 @@ void xovFKImageView::computeRects() {
   pRect_ = {kMarginSide, kMarginBottom, b.width() - kNarrower, b.height() - kLower};
   iRect_ = {pRect_.x() + kYAxisRoom, pRect_.y(), pRect_.width() - kYAxisRoom, pRect_.height()};
   if (!showAxes_) iRect_ = pRect_;
+  leaveRoomForColorBar();
 }
 
 void xovFKImageView::drawContents() {
@@ -110,6 +111,7 @@ void xovFKImageView::drawContents() {
   drawZeroGrid();
   computeImagePeakLocation();
   drawMaxLocation();
+  drawColorBar();
 }
 
 void xovFKImageView::drawAxes() {

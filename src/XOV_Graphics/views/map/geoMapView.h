@@ -154,6 +154,7 @@ protected:
   /// A base map or topography is a picture, which is kept small in files; with placesCellsExactly() it is drawn to
   /// the fraction of a pixel. Cells of any other grid stay cells.
   ImageKind imageKind() const override;
+  bool hasColorBar() const override { return false; }
 
 private:
   VAlign vAlignPlotValue() const { return VAlign(vAlignPlot()); }
