@@ -45,7 +45,7 @@ TEST(UtcAxis, labelsTitleAndDateStandBelow) {
   const std::vector<UtcAxisText> expected = {
       {{"05:46:24", 100, 45}, AJustify::Center}, // 60 - 1.25 · 12
       {{"05:46:25", 160, 45}, AJustify::Center}, {{"05:46:26", 220, 45}, AJustify::Center},
-      {{"UTC", 160, 30}, AJustify::Center}, // 60 - 2.5 · 12
+      {{"UTC", 220, 30}, AJustify::Right}, // 60 - 2.5 · 12; in the middle it would touch the date
       {{"2011-03-11", 100, 30}, AJustify::Left},
   };
   EXPECT_EQ(layoutUtcAxis(request()).texts, expected);
@@ -56,6 +56,15 @@ TEST(UtcAxis, anotherDayAtTheRightEndIsNamedThere) {
   overMidnight.frame.right = 400;
   overMidnight.upper = 86400;
   EXPECT_EQ(layoutUtcAxis(overMidnight).texts.back(), (UtcAxisText{{"2011-03-12", 400, 30}, AJustify::Right}));
+}
+
+TEST(UtcAxis, aTitleThatWouldTouchTheDateStandsAtTheRightEnd) {
+  UtcAxisRequest tight = request();
+  tight.title = QStringLiteral("Time, UTC");
+  tight.frame.right = 100 + 192; // 2 · (60 + 9) + 54
+  EXPECT_EQ(layoutUtcAxis(tight).texts[3], (UtcAxisText{{"Time, UTC", 196, 30}, AJustify::Center}));
+  tight.frame.right = 100 + 191;
+  EXPECT_EQ(layoutUtcAxis(tight).texts[3], (UtcAxisText{{"Time, UTC", 291, 30}, AJustify::Right}));
 }
 
 TEST(UtcAxis, aDateWithoutRoomAtTheRightEndIsLeftOut) {

@@ -73,6 +73,12 @@ TEST(UtcTicks, midnightShowsMonthAndDayWhereTheYearHasNoRoom) {
             (QStringList{"12:00", "18:00", "01-01", "06:00", "12:00"}));
 }
 
+TEST(UtcTicks, midnightAtTheLowerLimitShowsItsTime) {
+  // Its day is that of the lower limit, which stands at the same end of the axis.
+  EXPECT_EQ(labels(request("2011-12-31T00:00:00", 0, 86400, 240)),
+            (QStringList{"00:00", "06:00", "12:00", "18:00", "2012-01-01"}));
+}
+
 TEST(UtcTicks, daysCountFromTheFirstOfEachMonth) {
   // 40 days of 10 points: a day of the form 03-11 takes 40 points, so five days do.
   EXPECT_EQ(labels(request("2011-02-20T00:00:00", 0, 40 * 86400.0, 400)),

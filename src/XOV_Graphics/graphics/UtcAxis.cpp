@@ -67,13 +67,15 @@ private:
     const auto below = [&](const QString& text, float x, AJustify justify) {
       if (!text.isEmpty()) addText(text, x, axis_measures::kTitleBelowX, justify);
     };
-    below(request_.title, (left + right) / 2, AJustify::Center);
-    if (ticks.firstDate.isEmpty()) return;
-    below(ticks.firstDate, left, AJustify::Left);
+    if (ticks.firstDate.isEmpty()) return below(request_.title, (left + right) / 2, AJustify::Center);
     const double taken = 2 * request_.textWidth(ticks.lastDate) + request_.textWidth(request_.title);
-    if (ticks.lastDate != ticks.firstDate && taken + 2 * kGap * double(request_.fontSize) <= length()) {
-      below(ticks.lastDate, right, AJustify::Right);
-    }
+    const bool hasRoom = taken + 2 * kGap * double(request_.fontSize) <= length();
+    if (hasRoom)
+      below(request_.title, (left + right) / 2, AJustify::Center);
+    else
+      below(request_.title, right, AJustify::Right);
+    below(ticks.firstDate, left, AJustify::Left);
+    if (hasRoom && ticks.lastDate != ticks.firstDate) below(ticks.lastDate, right, AJustify::Right);
   }
 
   const UtcAxisRequest& request_;

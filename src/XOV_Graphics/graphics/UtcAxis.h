@@ -38,7 +38,8 @@ struct UtcAxis {
 
 /// Lays out the axis along both horizontal edges of the frame, as layoutLinearAxis() does, with the ticks of
 /// utcTicks(). Below the labels stand the title, the date of the lower limit at the left end and, where the upper
-/// limit lies in another day and there is room, its date at the right end.
+/// limit lies in another day and there is room, its date at the right end. On an axis so short that the title would
+/// touch the date, it stands at the right end.
 UtcAxis layoutUtcAxis(const UtcAxisRequest& request);
 
 } // namespace xov

@@ -289,7 +289,8 @@ private:
   QString labelOf(qint64 utc, const Step& step) const {
     const QString narrow = narrowText(utc, step);
     const std::optional<QDate> day = dayToShow(utc, step);
-    if (!day) return narrow;
+    if (!day || span_.secondsOf(utc) == request_.lower)
+      return narrow; // the date of the lower limit is told beside it
     const auto fits = [&](const QString& text) {
       return (request_.textWidth(text) + request_.textWidth(narrow)) / 2 + request_.gap <= spacing(step);
     };

@@ -36,8 +36,8 @@ struct XOV_EXPORT UtcTicks {
 
 /// The ticks between two moments, both included. They lie a round time apart, from one millisecond to 1,000 years:
 /// the shortest one at which labels do not touch. Labels show as much as differs, "05:46:24.12" or "05:46"; at
-/// midnight stands the day, "2011-03-11", or "03-11" where there is no room; ticks days apart show days, then months
-/// "2011-03", then years.
+/// midnight stands the day, "2011-03-11", or "03-11" where there is no room, but for a midnight that is the lower
+/// limit, whose day is `firstDate`; ticks days apart show days, then months "2011-03", then years.
 ///
 /// Times run on in seconds, as the samples of a record do, so that a leap second has room of its own and, where ticks
 /// lie a second apart or less, its label "23:59:60". Nothing where the reference is invalid, a limit or length is

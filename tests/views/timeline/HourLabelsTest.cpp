@@ -51,6 +51,25 @@ TEST(HourLabels, giveTheBeginOfRowsThatHoldNoWholeHours) {
             (QStringList{" 03/11 22:00", " 03/11 22:01", " 03/11 22:03"}));
 }
 
+TEST(HourLabels, ofPartsOfAnHourAreThinnedOutToRoundTimes) {
+  const auto page = [](std::int32_t rows, float rowDuration) {
+    return HelicorderPage{{72, 36, 492, 36 + 10 * (double(rows) + 1)}, rows, rowDuration}; // rows of 10 points
+  };
+  EXPECT_EQ(rowsOfLabel(page(96, 900), 10), 1);
+  EXPECT_EQ(rowsOfLabel(page(96, 900), 13), 2);  // half hours
+  EXPECT_EQ(rowsOfLabel(page(96, 900), 21), 4);  // three rows are 45 minutes; the hour is next
+  EXPECT_EQ(rowsOfLabel(page(96, 900), 45), 8);  // five rows are more than an hour: two hours
+  EXPECT_EQ(rowsOfLabel(page(40, 5400), 13), 2); // no part of an hour: as few as there is room for
+  EXPECT_EQ(rowsOfLabel(page(24, 3600), 13), 1); // whole hours are told at every row
+  EXPECT_EQ(rowsOfLabel(page(3, 900), 1000), 3);
+  EXPECT_EQ(rowsOfLabel(pageOf(0, 900), 13), 1);
+  EXPECT_EQ(rowsOfLabel({{72, 36, 492, 0}, 24, 900}, 13), 1); // without room for rows
+  QStringList list;
+  for (const HourLabel& label : hourLabels(page(9, 900), utc(2011, 3, 11), utc(2011, 3, 11), 4))
+    list << label.text;
+  EXPECT_EQ(list, (QStringList{" 03/11 00:00", " 03/11 01:00", " 03/11 02:00"}));
+}
+
 TEST(HourLabels, ofPartsOfAnHourCountFromTheHourThatThePageBeginsWith) {
   // The first sample was taken at 22:50; the page begins at 22:00.
   EXPECT_EQ(texts(pageOf(5, 1800), utc(2011, 3, 11, 22, 50)),

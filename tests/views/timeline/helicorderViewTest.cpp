@@ -416,6 +416,24 @@ TEST_F(Helicorder, writesHourLabelsBesideTheirRows) {
   expectText(recording_, text, placed(text, kHelvetica12, {64, 372 - 5.5 * 12}, 3, 2), 12, colors::lightGray);
 }
 
+TEST_F(Helicorder, labelsOfQuarterHoursStayOnThePageAndApart) {
+  view_.setNRows(96);
+  view_.setRowDuration(900);
+  const Records pieces = recordsOf({recordAt(kMidnight, {0, 1})});
+  draw(pieces);
+  double above = 436;
+  int labels = 0;
+  for (const RecordedItem& item : recording_.items()) {
+    if (!item.text.contains(QStringLiteral("02/19 "))) continue;
+    EXPECT_EQ(item.attributes.pointSize(), 11);
+    EXPECT_GE(item.position.x(), 0) << item.text.toStdString();
+    EXPECT_LE(item.position.y() + item.attributes.size(item.text).height(), above) << item.text.toStdString();
+    above = item.position.y();
+    ++labels;
+  }
+  EXPECT_EQ(labels, 96 / 8); // rows of 300 / 97 points: five rows have room, two hours are round
+}
+
 TEST_F(Helicorder, drawsItsScaleInLightGrayLinesOfOnePoint) {
   const Records pieces = recordsOf({recordAt(kMidnight, {0, 1})});
   view_.setLabelHours(true);

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace xov {
@@ -27,8 +28,23 @@ bool holdsWholeHours(float seconds) { return std::isfinite(seconds) && std::fmod
 
 } // namespace
 
-std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& reference,
-                                  const QDateTime& startTime) {
+bool labelsTellMinutes(const HelicorderPage& page) { return !holdsWholeHours(page.rowDuration); }
+
+std::int32_t rowsOfLabel(const HelicorderPage& page, double height) {
+  const double fewest = std::ceil(height / page.rowHeight());
+  if (!labelsTellMinutes(page) || !(fewest > 1)) return 1;
+  const std::int64_t rows = std::int64_t(std::min(fewest, double(page.nRows)));
+  const double rowsOfHour = kSecondsPerHour / double(page.rowDuration);
+  if (!(rowsOfHour >= 1) || rowsOfHour != std::floor(rowsOfHour)) return std::int32_t(rows);
+  const auto hour = std::int64_t(rowsOfHour);
+  std::int64_t round = rows;
+  while (hour % round != 0 && round % hour != 0)
+    ++round;
+  return std::int32_t(std::min<std::int64_t>(round, page.nRows));
+}
+
+std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& reference, const QDateTime& startTime,
+                                  std::int32_t step) {
   std::vector<HourLabel> labels;
   if (!reference.isValid()) return labels;
   const bool wholeHours = holdsWholeHours(page.rowDuration);
@@ -37,7 +53,10 @@ std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& r
   const std::int64_t firstHour = startTime.isValid() ? startTime.time().hour() : 0;
   const std::int64_t hoursPerRow = towardZero(page.rowDuration) / kSecondsPerHour;
   const double wholeTop = std::trunc(page.top());
+  std::int64_t next = 0;
   for (const std::int32_t row : page.markedRows()) {
+    if (row < next) continue;
+    next = std::int64_t(row) + step;
     const QDateTime begin = dateAfter(wholeHours ? reference : pageBegin, double(row) * double(page.rowDuration));
     const QDate date = begin.date();
     if (!date.isValid()) continue;

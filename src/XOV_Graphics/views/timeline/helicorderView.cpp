@@ -18,6 +18,7 @@ constexpr double kTitleLeft = 72;
 constexpr double kTitleDrop = 2;
 constexpr double kZeroLineWidth = 0.5;
 constexpr float kHourFontSize = 12;
+constexpr float kMinuteFontSize = 11; // the widest "month/day hour:minute" that the margin has room for
 constexpr float kLabelFontSize = 18;
 constexpr float kBelowAllAmplitudes = -1.0e20f;
 
@@ -142,8 +143,10 @@ void helicorderView::drawHourLabels() {
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   labelAttributes_->setColor(colors::lightGray);
-  setLabelFontSize(kHourFontSize);
-  for (const HourLabel& label : hourLabels({pRect_, nRows_, rowDuration_}, start.reference, startTime_))
+  const HelicorderPage page{pRect_, nRows_, rowDuration_};
+  setLabelFontSize(labelsTellMinutes(page) ? kMinuteFontSize : kHourFontSize);
+  const std::int32_t step = rowsOfLabel(page, labelAttributes_->size(QStringLiteral("00:00")).height());
+  for (const HourLabel& label : hourLabels(page, start.reference, startTime_, step))
     drawStringXYHJustVJust(label.text, float(label.place.x()), float(label.place.y()), 3, 2);
   setLabelFontSize(kLabelFontSize);
 }
