@@ -92,7 +92,8 @@ RecordPointer headerOf(const SeismogramRecord& record, double startSeconds, doub
 
 /// Packs one stretch of finite samples.
 Status packStretch(MSRecord& header, std::span<const float> samples, Sink& sink, const QString& name) {
-  std::vector<std::int32_t> integers;
+  std::vector<std::int32_t> integers; // libmseed wants samples that may be written to
+  std::vector<float> floats;
   header.numsamples = std::int64_t(samples.size());
   if (std::ranges::all_of(samples, isInteger)) {
     integers.assign(samples.begin(), samples.end());
@@ -100,7 +101,8 @@ Status packStretch(MSRecord& header, std::span<const float> samples, Sink& sink,
     header.sampletype = 'i';
     header.encoding = DE_STEIM2; // differences of such numbers fit into its 30 bits
   } else {
-    header.datasamples = const_cast<float*>(samples.data()); // read only
+    floats.assign(samples.begin(), samples.end());
+    header.datasamples = floats.data();
     header.sampletype = 'f';
     header.encoding = DE_FLOAT32;
   }
