@@ -25,20 +25,21 @@ XOV_INLINE void orderPixels(Int8& count) {
 template <class Vector>
 XOV_INLINE void countBits(std::uint64_t* words, WordsOf<Vector>& count) {
   using Words = WordsOf<Vector>;
-  constexpr int kRowsOfNibbles = 2; // whose counts of at most 4 fit four bits
-  Words bytes = {};
-  for (int row = 0; row < InkBits::kBitRows; row += kRowsOfNibbles) {
-    Words nibbles = {};
-    for (int k = 0; k < kRowsOfNibbles; ++k, words += kRowWords) {
+  constexpr int kRowsOfBytes = 8; // whose counts of at most 64 leave a byte's sign alone
+  Words halves = {};
+  for (int row = 0; row < InkBits::kBitRows; row += kRowsOfBytes) {
+    Words bytes = {};
+    for (int k = 0; k < kRowsOfBytes; ++k, words += kRowWords) {
       Words bits;
       loadVector(words, bits);
       storeVector(Words{}, words);
-      bits = bits - ((bits >> 1) & 0x55555555);
-      nibbles += (bits & 0x33333333) + ((bits >> 2) & 0x33333333);
+      constexpr int kEveryFourth = 0x11111111;
+      const Words nibbles = (bits & kEveryFourth) + ((bits >> 1) & kEveryFourth) + ((bits >> 2) & kEveryFourth) +
+                            ((bits >> 3) & kEveryFourth);
+      bytes += (nibbles & 0x0F0F0F0F) + ((nibbles >> 4) & 0x0F0F0F0F);
     }
-    bytes += (nibbles & 0x0F0F0F0F) + ((nibbles >> 4) & 0x0F0F0F0F);
+    halves += (bytes & 0x00FF00FF) + ((bytes >> 8) & 0x00FF00FF);
   }
-  const Words halves = (bytes & 0x00FF00FF) + ((bytes >> 8) & 0x00FF00FF);
   count = (halves & 0xFFFF) + (halves >> 16);
   orderPixels(count);
 }
