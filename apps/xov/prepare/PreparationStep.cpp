@@ -104,6 +104,8 @@ template <class... Functions>
 struct Overloaded : Functions... {
   using Functions::operator()...;
 };
+template <class... Functions>
+Overloaded(Functions...) -> Overloaded<Functions...>; // which older compilers do not find by themselves
 
 } // namespace
 
