@@ -30,6 +30,20 @@ TEST_F(CliMonitor, writesAMomentOfChoice) {
   EXPECT_TRUE(text.contains("05:50:07 UTC")) << qPrintable(text);
 }
 
+TEST_F(CliMonitor, saysWhenTheMomentLiesOutsideTheRecording) {
+  // 900 samples a second apart: the last one 899 s after 05:46:00.
+  for (const char* inside : {"2011-03-11T05:46:00", "2011-03-11T06:00:59"})
+    EXPECT_EQ(xov({"monitor", "BHZ.SAC", "--at", inside, "-o", "plot.png"}).err, "") << inside;
+  for (const char* outside : {"2011-03-11T05:45:59", "2011-03-11T06:01:00"}) {
+    const Outcome outcome = xov({"monitor", "BHZ.SAC", "--at", outside, "-o", "plot.png"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err,
+              QStringLiteral("xov: --at: found %1, but the recording lasts from 2011-03-11T05:46:00.000Z "
+                             "to 2011-03-11T06:00:59.000Z\n")
+                  .arg(outside));
+  }
+}
+
 TEST_F(CliMonitor, countsFromTheBeginningOfTheSpanOnTheLeft) {
   XOV_REQUIRE_TEXT(text, {"monitor", "BHZ.SAC", "--at", "2011-03-11T05:50:07", "--origin", "left", "--span", "120"});
   EXPECT_TRUE(text.contains("05:48:07 UTC")) << qPrintable(text);

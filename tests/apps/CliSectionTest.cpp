@@ -4,6 +4,9 @@
 #include <QImage>
 #include <QRegularExpression>
 
+#include <limits>
+#include <vector>
+
 namespace xov::cli {
 namespace {
 
@@ -46,6 +49,23 @@ TEST_F(CliSection, showsUtcWhereFilesHaveTimesAndNoOrigin) {
   XOV_REQUIRE_TEXT(seconds, {"far.SAC", "near.SAC", "--time-axis", "seconds"});
   EXPECT_TRUE(seconds.contains("Time (s)")) << qPrintable(seconds);
   EXPECT_FALSE(seconds.contains("05:47:32")) << qPrintable(seconds);
+}
+
+TEST_F(CliSection, saysOfSinglesBetweenMissingSamplesThatTheyMakeNoLine) {
+  constexpr float kMissing = std::numeric_limits<float>::quiet_NaN();
+  const auto errorsOf = [this](std::vector<float> samples) {
+    SacHeader header;
+    header.knetwk = "II";
+    header.kstnm = "TLY";
+    header.kcmpnm = "BHZ";
+    header.b = 0;
+    header.delta = 1;
+    writeRecord("gaps.SAC", SacSeismogram(header, std::move(samples)));
+    return xov({"section", "gaps.SAC", "-o", "plot.png"}).err;
+  };
+  EXPECT_EQ(errorsOf({1, kMissing, 2, kMissing, 3}),
+            "xov: gaps.SAC: samples of II.TLY..BHZ: no two in a row are numbers, so there is no line to draw\n");
+  EXPECT_EQ(errorsOf({1, kMissing, 2, 3, kMissing}), "");
 }
 
 TEST_F(CliSection, showsSecondsWhereAFileKnowsAnOrigin) {
