@@ -10,10 +10,12 @@
 #include <QPainter>
 
 #include <cmath>
+#include <functional>
 #include <memory>
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace xov::bench {
@@ -26,7 +28,7 @@ constexpr float kDeviation = 100;
 
 using Records = std::shared_ptr<const SeismogramArray>;
 
-enum class Signal { Noise, Sine, NoiseWithGaps };
+enum class Signal { Noise, Sine, Walk, NoiseWithGaps };
 
 // Records that begin at the same time.
 Records recordsOf(std::size_t count, std::size_t samples, Signal signal = Signal::Noise) {
@@ -83,6 +85,32 @@ std::unique_ptr<helicorderView> drumOf(const Records& pieces) {
   auto view = std::make_unique<helicorderView>(QRectF(QPointF(0, 0), QSizeF(kSize)));
   view->setWvfrmArray(pieces);
   return view;
+}
+
+// A month at 100 Hz, with or without an index of its extremes.
+class Month : public SacSeismogram {
+public:
+  using SacSeismogram::SacSeismogram;
+  const SampleIndex* sampleIndex() const override { return isIndexed ? SacSeismogram::sampleIndex() : nullptr; }
+  bool isIndexed = true;
+};
+
+std::shared_ptr<Month> month(Signal signal) {
+  constexpr std::size_t kSamples = 30ULL * 8640000;
+  constexpr std::size_t kGapEvery = 8640000, kGap = 10000;
+  std::mt19937 random(2009);
+  std::vector<float> values(kSamples);
+  double walk = 0;
+  for (std::size_t i = 0; i < kSamples; ++i) {
+    const double noise = double(random()) / 4294967296.0 - 0.5;
+    walk += noise;
+    values[i] = float(signal == Signal::Walk ? walk : noise * double(kDeviation));
+    if (signal == Signal::NoiseWithGaps && i % kGapEvery < kGap) values[i] = std::nanf("");
+  }
+  SacHeader header;
+  header.delta = kDelta;
+  header.b = 0;
+  return std::make_shared<Month>(header, std::move(values));
 }
 
 // All records over each other, or in a band each.
@@ -154,9 +182,25 @@ QString recordTable(int rounds) {
   const Records oneDay = dayInPieces(1), pieces = dayInPieces(8640);
   XOVView& whole = *views.emplace_back(drumOf(oneDay));
   add("drum of a day in 8,640 pieces", drumOf(pieces), [&draw, &whole] { draw(whole); });
+  const std::pair<const char*, std::shared_ptr<Month>> months[] = {
+      {"a month at 100 Hz, noise", month(Signal::Noise)},
+      {"a month, a random walk", month(Signal::Walk)},
+      {"a month with 30 gaps", month(Signal::NoiseWithGaps)}};
+  std::vector<Records> monthRecords;
+  for (const auto& [name, record] : months) {
+    monthRecords.push_back(std::make_shared<const SeismogramArray>(SeismogramArray{record}));
+    XOVView& view = *views.emplace_back(viewOf<MultiSeisView>(monthRecords.back()));
+    const auto drawMonth = [&draw, &view, &samples = *record](bool isIndexed) {
+      samples.isIndexed = isIndexed;
+      draw(view);
+    };
+    contests.push_back({name, [drawMonth] { drawMonth(true); }});
+    contests.push_back({"", [drawMonth] { drawMonth(false); }});
+  }
   runInTurn(contests, rounds);
-  return QStringLiteral("| 900 × 600 points | CPU ms | stroke, QPainter, one piece: CPU ms | ratio | ms | its ms |\n"
-                        "|---|---:|---:|---:|---:|---:|\n") +
+  return QStringLiteral(
+             "| 900 × 600 points | CPU ms | stroke, QPainter, one piece, no index: CPU ms | ratio | ms | its ms |\n"
+             "|---|---:|---:|---:|---:|---:|\n") +
          pairedRows(contests);
 }
 
