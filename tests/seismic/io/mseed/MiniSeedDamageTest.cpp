@@ -81,6 +81,19 @@ TEST(MiniSeedDamage, leavesOutARecordInAnUnknownEncoding) {
   EXPECT_EQ(noteOf(halfSecond(1, 2).encoding(19)), leftOut("encoding: found 19, which is not known"));
 }
 
+TEST(MiniSeedDamage, leavesOutARecordAtATimeThatCannotBeAndNamesTheField) {
+  EXPECT_EQ(noteOf(halfSecond(1, 2).time(2012, 133, 25, 0, 0, 0)),
+            leftOut("hour at byte 24: found 25, expected 0 to 23"));
+  EXPECT_EQ(noteOf(halfSecond(1, 2).time(2012, 133, 0, 60, 0, 0)),
+            leftOut("minute at byte 25: found 60, expected 0 to 59"));
+  EXPECT_EQ(noteOf(halfSecond(1, 2).time(2012, 133, 0, 0, 61, 0)),
+            leftOut("second at byte 26: found 61, expected 0 to 60"));
+  EXPECT_EQ(noteOf(halfSecond(1, 2).time(2012, 400, 0, 0, 0, 0)),
+            leftOut("day of the year at byte 22: found 400, expected 1 to 366"));
+  EXPECT_EQ(noteOf(halfSecond(1, 2).time(12, 133, 0, 0, 0, 0)),
+            leftOut("year at byte 20: found 12, expected 1900 to 2100"));
+}
+
 TEST(MiniSeedDamage, leavesOutARecordWithoutASampleRate) {
   EXPECT_EQ(noteOf(halfSecond(1, 2).rate(0, 1)), leftOut("sample rate: found 0 Hz, expected a number above 0"));
   EXPECT_TRUE(noteOf(halfSecond(1, 2).exactRate(1e30F)).startsWith(leftOut("sample rate: found 1")));

@@ -46,7 +46,12 @@ private:
     MiniSeedFinding finding = findAnyRecord(view, remaining);
     if (finding.kind == MiniSeedFinding::Kind::Nothing) {
       const qint64 next = nextStart(file_, offset + 1);
-      index_.strayBytes.add(offset, QString(), next - offset);
+      if (const QString problem = impossibleTime(view); problem.isEmpty()) {
+        index_.strayBytes.add(offset, QString(), next - offset);
+      } else {
+        ++index_.recordCount;
+        index_.damagedRecords.add(offset, problem);
+      }
       return next;
     }
     ++index_.recordCount;

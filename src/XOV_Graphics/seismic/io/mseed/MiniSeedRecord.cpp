@@ -85,12 +85,23 @@ std::optional<QSysInfo::Endian> headerOrder(QByteArrayView bytes) {
   return {};
 }
 
-bool isSequenceByte(char c) { return (c >= '0' && c <= '9') || c == ' ' || c == '\0'; }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isSequenceByte(char c) { return isDigit(c) || c == ' ' || c == '\0'; }
 bool isCodeByte(char c) { return (c >= ' ' && c <= '~') || c == '\0'; }
 bool isQuality(char c) { return c == 'D' || c == 'R' || c == 'Q' || c == 'M'; }
 
 bool hasPossibleTime(const HeaderNumbers& header) {
   return header.byteAt(kHourByte) <= 23 && header.byteAt(kMinuteByte) <= 59 && header.byteAt(kSecondByte) <= 60;
+}
+
+/// Sequence number, quality and codes as a record begins with them.
+bool beginsWithCodes(QByteArrayView bytes) {
+  if (bytes.size() < kMiniSeedHeaderBytes || !isQuality(bytes[kQualityByte])) return false;
+  const char reserved = bytes[kQualityByte + 1];
+  const QByteArrayView sequence = bytes.first(kQualityByte);
+  const QByteArrayView codes = bytes.sliced(kCodesByte, kYearByte - kCodesByte);
+  return (reserved == ' ' || reserved == '\0') && std::all_of(sequence.begin(), sequence.end(), isSequenceByte) &&
+         std::all_of(codes.begin(), codes.end(), isCodeByte);
 }
 
 /// What the three blockettes that matter say.
@@ -220,13 +231,32 @@ ChannelCodes channelCodes(const MiniSeedRecord& record) {
 }
 
 bool beginsMiniSeedRecord(QByteArrayView bytes) {
-  if (bytes.size() < kMiniSeedHeaderBytes || !isQuality(bytes[kQualityByte])) return false;
-  const char reserved = bytes[kQualityByte + 1];
-  const QByteArrayView sequence = bytes.first(kQualityByte);
-  const QByteArrayView codes = bytes.sliced(kCodesByte, kYearByte - kCodesByte);
-  return (reserved == ' ' || reserved == '\0') && std::all_of(sequence.begin(), sequence.end(), isSequenceByte) &&
-         std::all_of(codes.begin(), codes.end(), isCodeByte) && headerOrder(bytes) &&
-         hasPossibleTime({bytes, QSysInfo::BigEndian});
+  return beginsWithCodes(bytes) && headerOrder(bytes) && hasPossibleTime({bytes, QSysInfo::BigEndian});
+}
+
+QString impossibleTime(QByteArrayView bytes) {
+  // Six digits: with blanks alone, too much else would look like a header.
+  if (!beginsWithCodes(bytes) || !std::all_of(bytes.begin(), bytes.begin() + kQualityByte, isDigit)) return {};
+  const std::optional<QSysInfo::Endian> order = headerOrder(bytes);
+  const HeaderNumbers header(bytes, order.value_or(QSysInfo::BigEndian));
+  const auto problem = [](const char* field, qsizetype byte, int found, int least, int most) {
+    if (least <= found && found <= most) return QString();
+    return QStringLiteral("%1 at byte %2: found %3, expected %4 to %5")
+        .arg(QLatin1String(field))
+        .arg(byte)
+        .arg(found)
+        .arg(least)
+        .arg(most);
+  };
+  const QString problems[] = {
+      problem("year", kYearByte, header.at<std::uint16_t>(kYearByte), kFirstYear, kLastYear),
+      problem("day of the year", kDayByte, header.at<std::uint16_t>(kDayByte), 1, kLongestYear),
+      problem("hour", kHourByte, header.byteAt(kHourByte), 0, 23),
+      problem("minute", kMinuteByte, header.byteAt(kMinuteByte), 0, 59),
+      problem("second", kSecondByte, header.byteAt(kSecondByte), 0, 60),
+  };
+  const auto first = std::ranges::find_if(problems, [](const QString& text) { return !text.isEmpty(); });
+  return first == std::end(problems) ? QString() : *first;
 }
 
 MiniSeedFinding findMiniSeedRecord(QByteArrayView bytes, qint64 remaining) {

@@ -89,6 +89,10 @@ struct MiniSeedFinding {
 /// Whether `bytes` begin as a record does: sequence number, quality, codes and a time that all can be.
 bool beginsMiniSeedRecord(QByteArrayView bytes);
 
+/// What is wrong with the time of a record whose header is sound but for it: "hour at byte 24: found 25, expected 0
+/// to 23". Empty where `bytes` do not begin with such a header.
+QString impossibleTime(QByteArrayView bytes);
+
 /// Reads and checks the header at the start of `bytes`, which are either the rest of the file or so many that the
 /// blockettes must lie in them; `remaining` is how many bytes the file has from here on.
 MiniSeedFinding findMiniSeedRecord(QByteArrayView bytes, qint64 remaining);
