@@ -53,11 +53,15 @@ Words optionsOfSeveralValues(const CommandRow& row) {
   return names;
 }
 
-// The words that the option's line must begin with: those that it makes no sense without.
-Words linePrefix(const CLI::Option& option) {
+// The words that the option's line must begin with: those that it, or the command, makes no sense without.
+Words linePrefix(const CLI::App& command, const CLI::Option& option) {
   Words prefix;
+  const auto add = [&](const CLI::Option& needed) { prefix.insert(prefix.end(), {needed.get_name(), "needed.txt"}); };
   for (const CLI::Option* needed : option.get_needs())
-    prefix.insert(prefix.end(), {needed->get_name(), "needed.txt"});
+    add(*needed);
+  for (const CLI::Option* other : command.get_options()) {
+    if (other->get_required() && !other->get_positional()) add(*other);
+  }
   return prefix;
 }
 
@@ -85,7 +89,7 @@ TEST(OptionValues, areThoseOfTheOptionAndNoFileBehindThem) {
       const Words forms[] = {asWords, {name, joined(given, ',')}, withEquals, {name + "=" + joined(given, ',')}};
       for (const Words& form : forms) {
         SCOPED_TRACE(std::string(row.name) + " " + joined(form, ' '));
-        Words line = linePrefix(option);
+        Words line = linePrefix(sample.app, option);
         line.insert(line.end(), form.begin(), form.end());
         line.emplace_back(kFile);
         std::reverse(line.begin(), line.end()); // as the parser wants it
