@@ -64,6 +64,9 @@ TEST(HourLabels, ofPartsOfAnHourAreThinnedOutToRoundTimes) {
   EXPECT_EQ(rowsOfLabel(page(3, 900), 1000), 3);
   EXPECT_EQ(rowsOfLabel(pageOf(0, 900), 13), 1);
   EXPECT_EQ(rowsOfLabel({{72, 36, 492, 0}, 24, 900}, 13), 1); // without room for rows
+  EXPECT_EQ(rowsOfLabel(page(96, 1e-30F), 13), 2);            // rows of no time have no round ones
+  for (const std::int32_t rows : {0, -5})
+    EXPECT_EQ(rowsOfLabel({{72, 36, 492, 37}, rows, 900}, 1000), 1) << rows;
   QStringList list;
   for (const HourLabel& label : hourLabels(page(9, 900), utc(2011, 3, 11), utc(2011, 3, 11), 4))
     list << label.text;

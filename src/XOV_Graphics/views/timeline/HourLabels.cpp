@@ -33,14 +33,17 @@ bool labelsTellMinutes(const HelicorderPage& page) { return !holdsWholeHours(pag
 std::int32_t rowsOfLabel(const HelicorderPage& page, double height) {
   const double fewest = std::ceil(height / page.rowHeight());
   if (!labelsTellMinutes(page) || !(fewest > 1)) return 1;
-  const std::int64_t rows = std::int64_t(std::min(fewest, double(page.nRows)));
+  const std::int64_t rows = std::int64_t(std::clamp(fewest, 1.0, std::max(double(page.nRows), 1.0)));
   const double rowsOfHour = kSecondsPerHour / double(page.rowDuration);
-  if (!(rowsOfHour >= 1) || rowsOfHour != std::floor(rowsOfHour)) return std::int32_t(rows);
+  // Rows of less than a second have no round times.
+  const bool isPartOfAnHour =
+      rowsOfHour >= 1 && rowsOfHour <= kSecondsPerHour && rowsOfHour == std::floor(rowsOfHour);
+  if (!isPartOfAnHour) return std::int32_t(rows);
   const auto hour = std::int64_t(rowsOfHour);
   std::int64_t round = rows;
   while (hour % round != 0 && round % hour != 0)
     ++round;
-  return std::int32_t(std::min<std::int64_t>(round, page.nRows));
+  return std::int32_t(std::min<std::int64_t>(round, std::max(page.nRows, 1)));
 }
 
 std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& reference, const QDateTime& startTime,
