@@ -139,8 +139,7 @@ bool mayScaleLabels(AxisSide side) {
 }
 
 void ASetAxisRect(float left, float right, float top, float bottom) {
-  const auto as16Bits = [](float value) { return std::int16_t(towardZero(value)); };
-  aGraphicsState().axisRect = {as16Bits(top), as16Bits(left), as16Bits(bottom), as16Bits(right)};
+  aGraphicsState().axisRect = axisFrame(left, right, top, bottom);
 }
 
 void AXlinAxis(int, char* suffix, int mode, float upper, float lower, float interval) {

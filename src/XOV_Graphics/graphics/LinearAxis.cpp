@@ -171,6 +171,11 @@ private:
 
 } // namespace
 
+AxisFrame axisFrame(float left, float right, float top, float bottom) {
+  const auto as16Bits = [](float value) { return std::int16_t(towardZero(value)); };
+  return {as16Bits(top), as16Bits(left), as16Bits(bottom), as16Bits(right)};
+}
+
 LinearAxis layoutLinearAxis(const LinearAxisRequest& request) { return AxisBuilder(request).build(); }
 
 } // namespace xov

@@ -16,6 +16,12 @@ struct AxisFrame {
   std::int16_t right = 0;
 };
 
+/// How far from 0 the edges of a frame may lie, in view points: beyond, they wrap around.
+inline constexpr double kAxisReach = 32767;
+
+/// The frame with these edges, each cut off to a whole point and kept as 16 bits.
+AxisFrame axisFrame(float left, float right, float top, float bottom);
+
 enum class AxisDirection : std::uint8_t { X, Y };
 enum class AxisLine : std::uint8_t {
   AtStart,

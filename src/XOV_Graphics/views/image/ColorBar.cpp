@@ -13,8 +13,6 @@ constexpr double kWidth = 14;
 constexpr float kTickLength = 4;
 constexpr int kLabelGap = 7;  // from the bar
 constexpr double kTitle = 74; // from the picture
-// Axes keep their frames in 16 bits.
-constexpr double kAxisReach = 32767;
 
 bool isWithinReach(const QRectF& rect) {
   return std::abs(rect.left()) <= kAxisReach && std::abs(rect.right()) <= kAxisReach &&
@@ -34,8 +32,7 @@ ColorBar layoutColorBar(const ColorBarRequest& request) {
   const double right = bar.bar.right();
   LinearAxisRequest axis;
   axis.direction = AxisDirection::Y;
-  axis.frame = {std::int16_t(towardZero(float(bar.bar.bottom()))), std::int16_t(towardZero(float(bar.bar.left()))),
-                std::int16_t(towardZero(float(bar.bar.top()))), std::int16_t(towardZero(float(right)))};
+  axis.frame = axisFrame(float(bar.bar.left()), float(right), float(bar.bar.bottom()), float(bar.bar.top()));
   axis.fontSize = request.fontSize;
   axis.lower = request.lowest;
   axis.upper = request.highest;

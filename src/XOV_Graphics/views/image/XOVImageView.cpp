@@ -285,10 +285,7 @@ void XOVImageView::drawColorBar() {
     values[std::size_t(row)] = minValue_ + share * (maxValue_ - minValue_);
   }
   QImage levels(1, kColorBarLevels, QImage::Format_RGB32);
-  std::array<std::uint32_t, kColorBarLevels> pixels{};
-  colorGridPixels(values, gridColoring(), pixels);
-  for (int row = 0; row < kColorBarLevels; ++row)
-    levels.setPixel(0, row, pixels[std::size_t(row)]);
+  colorGridPixels(values, gridColoring(), {reinterpret_cast<QRgb*>(levels.bits()), values.size()});
 
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);

@@ -1,17 +1,11 @@
 #include "XOV_Graphics/views/seismic/SeismogramView.h"
 
 #include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/graphics/LinearAxis.h"
 
 #include <cmath>
 
 namespace xov {
-
-namespace {
-
-// The frame of an axis is kept in 16 bits; beyond them it would wrap around into the picture.
-constexpr double kAxisReach = 32767;
-
-} // namespace
 
 SeismogramView::SeismogramView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {}
 
