@@ -34,6 +34,7 @@ grid-palette-1|The same in palette 1, its peak marked|grid grid_residuals.txt --
 grid-palette-2|In palette 2|grid grid_residuals.txt --palette 2 --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 2'
 grid-palette-3|In palette 3, in twelve shades|grid grid_residuals.txt --palette 3 --shades 12 --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 3'
 grid-palette-4|In palette 4|grid grid_residuals.txt --palette 4 --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 4'
+grid-dawn|In the palette dawn, with its colour bar|grid grid_residuals.txt --palette dawn --color-bar 'Residual (s)' --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals'
 grid-inverted|In palette 0, inverted|grid grid_residuals.txt --inverted --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 0, inverted'
 grid-relief|A headerless grid of elevations|grid grid_relief.i2 --rows 181 --columns 241 --topo --extent -20 -16 63 66 --xlabel 'Longitude' --ylabel 'Latitude' --title 'A made-up island'
 fk-grid|Beam power over slowness, from a grid|fk fk_plane_wave.txt

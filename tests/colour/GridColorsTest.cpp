@@ -101,7 +101,7 @@ std::vector<float> randomBits(std::size_t count) {
 
 TEST(GridColors, agreeWithSingleValuesInEveryPalette) {
   GridColoring coloring;
-  for (const int palette : {-1, 0, 1, 2, 3, 4, 5, kViridisPalette, kCividisPalette}) {
+  for (const int palette : {-1, 0, 1, 2, 3, 4, 5, kViridisPalette, kCividisPalette, kDawnPalette}) {
     coloring.palette = palette;
     for (coloring.nShades = 1; coloring.nShades <= 260; ++coloring.nShades)
       expectAgreement(valuesAtBandEnds(coloring.nShades), coloring);

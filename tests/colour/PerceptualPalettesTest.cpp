@@ -1,7 +1,7 @@
 // Palettes whose lightness grows evenly: judged by the lightness of CIE 1976 (L*), which is reckoned here from the
 // colours alone.
 #include "XOV_Graphics/colour/ColorValues.h"
-#include "tests/colour/ColorReckoning.h"
+#include "tests/colour/ColorVision.h"
 
 #include <gtest/gtest.h>
 
@@ -12,17 +12,8 @@
 namespace xov::test {
 namespace {
 
-using Linear = std::array<double, 3>; // red, green and blue light, 0 to 1
-
-double linearOf(std::uint32_t component) { // IEC 61966-2-1
-  const double c = double(component) / 255;
-  return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-}
-
-Linear lightOf(const Color& color) { return {linearOf(color.red), linearOf(color.green), linearOf(color.blue)}; }
-
 double lightness(const Linear& light) {
-  const double y = 0.2126 * light[0] + 0.7152 * light[1] + 0.0722 * light[2];
+  const double y = luminance(light);
   return y > 216.0 / 24389 ? 116 * std::cbrt(y) - 16 : y * 24389 / 27;
 }
 
@@ -49,7 +40,8 @@ TEST_P(PerceptualPalette, growsLighterByEqualSteps) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Palettes, PerceptualPalette, ::testing::Values(kViridisPalette, kCividisPalette));
+INSTANTIATE_TEST_SUITE_P(Palettes, PerceptualPalette,
+                         ::testing::Values(kViridisPalette, kCividisPalette, kDawnPalette));
 
 // The ends as their authors give them, in 1/255: viridis (0.267, 0.005, 0.329) and (0.993, 0.906, 0.144), cividis
 // (0, 0.135, 0.305) and (0.996, 0.909, 0.218).
@@ -63,15 +55,10 @@ TEST(PerceptualPalettes, beginAndEndWithThePublishedColors) {
 // Deuteranopia by the matrix of Machado, Oliveira and Fernandes (2009) on light: cividis hardly changes in hue, so
 // red and green come out as the original ones to a tenth, which a rainbow's do not.
 TEST(PerceptualPalettes, cividisLooksAlmostTheSameWithoutCellsForGreen) {
-  const auto seen = [](const Linear& light) {
-    return Linear{0.367322 * light[0] + 0.860646 * light[1] - 0.227968 * light[2],
-                  0.280085 * light[0] + 0.672501 * light[1] + 0.047413 * light[2],
-                  -0.011820 * light[0] + 0.042940 * light[1] + 0.968881 * light[2]};
-  };
   const auto largestChange = [&](int palette) {
     double largest = 0;
     for (int level = 0; level < 255; ++level) {
-      const Linear light = lightOf(levelColor(palette, level)), changed = seen(light);
+      const Linear light = lightOf(levelColor(palette, level)), changed = times(kDeuteranopia, light);
       for (std::size_t k = 0; k < light.size(); ++k)
         largest = std::max(largest, std::abs(light[k] - changed[k]));
     }
@@ -79,6 +66,41 @@ TEST(PerceptualPalettes, cividisLooksAlmostTheSameWithoutCellsForGreen) {
   };
   EXPECT_LT(largestChange(kCividisPalette), 0.1);
   EXPECT_GT(largestChange(3), 0.4);
+}
+
+// B. Ottosson (2020).
+Linear oklabOf(const Linear& light) {
+  constexpr Matrix kToCells = {{{0.4122214708, 0.5363325363, 0.0514459929},
+                                {0.2119034982, 0.6806995451, 0.1073969566},
+                                {0.0883024619, 0.2817188376, 0.6299787005}}};
+  constexpr Matrix kToLab = {{{0.2104542553, 0.7936177850, -0.0040720468},
+                              {1.9779984951, -2.4285922050, 0.4505937099},
+                              {0.0259040371, 0.7827717662, -0.8086757660}}};
+  Linear cells = times(kToCells, light);
+  for (double& cell : cells)
+    cell = std::cbrt(cell);
+  return times(kToLab, cells);
+}
+
+// The way back from the colours, which are rounded to 1/255, to the helix that they were taken from.
+TEST(PerceptualPalettes, dawnIsAHelixThroughLightness) {
+  for (int level = 0; level < 255; ++level) {
+    const Linear lab = oklabOf(lightOf(levelColor(kDawnPalette, level)));
+    const double t = double(level) / 255, angle = (270 - 300 * t) * 3.14159265358979 / 180;
+    EXPECT_NEAR(lab[0], 0.28 + 0.59 * t, 0.004) << level;
+    EXPECT_NEAR(lab[1], 0.01 + 0.085 * std::cos(angle), 0.006) << level;
+    EXPECT_NEAR(lab[2], 0.02 + 0.085 * std::sin(angle), 0.006) << level;
+  }
+}
+
+// Along the helix 15 levels span an angle of 300° · 15 / 255 = 17.647°, whose chord is 2 · 0.085 · sin(8.8235°) =
+// 0.026077, and a height of 0.59 · 15 / 255 = 0.034706: together 0.043411.
+TEST(PerceptualPalettes, dawnChangesByEqualSteps) {
+  for (int level = 0; level + 15 < 255; level += 15) {
+    const Linear from = oklabOf(lightOf(levelColor(kDawnPalette, level)));
+    const Linear to = oklabOf(lightOf(levelColor(kDawnPalette, level + 15)));
+    EXPECT_NEAR(std::hypot(to[0] - from[0], to[1] - from[1], to[2] - from[2]), 0.043411, 0.003) << level;
+  }
 }
 
 } // namespace

@@ -12,11 +12,13 @@ namespace {
 constexpr int kMostShades = 256;
 constexpr char kViridis[] = "viridis";
 constexpr char kCividis[] = "cividis";
+constexpr char kDawn[] = "dawn";
 
 // Of one of the words that --palette takes.
 std::int32_t paletteNamed(const std::string& name) {
   if (name == kViridis) return XOVImageView::Viridis;
   if (name == kCividis) return XOVImageView::Cividis;
+  if (name == kDawn) return XOVImageView::Dawn;
   return std::stoi(name);
 }
 
@@ -26,10 +28,10 @@ void ImageOptions::addOptions(CLI::App& options) {
   options
       .add_option("--palette", palette_,
                   "Colours: 0 grey, 1 red to blue through white, 2 rainbow from red, 3 rainbow from blue, 4 dark red "
-                  "to blue through white, viridis, cividis (default " +
+                  "to blue through white, viridis, cividis, dawn (default " +
                       palette_ + ")")
       ->type_name("PALETTE")
-      ->check(oneOf({"0", "1", "2", "3", "4", kViridis, kCividis}));
+      ->check(oneOf({"0", "1", "2", "3", "4", kViridis, kCividis, kDawn}));
   options.add_option("--shades", shades_, "Number of colour levels (default 64)")
       ->type_name("N")
       ->check(wholeNumberFromTo(1, kMostShades));

@@ -69,6 +69,8 @@ Rgb paletteColor(int palette, std::uint32_t level) {
     return colorOf(kViridis[level]);
   case kCividisPalette:
     return colorOf(kCividis[level]);
+  case kDawnPalette:
+    return colorOf(kDawn[level]);
   default:
     return kDiverging[std::size_t(divergingStep(level))];
   }

@@ -12,6 +12,7 @@ namespace xov {
 /// Palettes whose lightness grows evenly.
 inline constexpr int kViridisPalette = 100;
 inline constexpr int kCividisPalette = 101;
+inline constexpr int kDawnPalette = 102;
 
 /// `value`, but 255 where it is above that.
 XOV_EXPORT std::uint32_t validateColor(std::uint32_t value);
@@ -30,6 +31,7 @@ XOV_EXPORT std::uint32_t validateColor(std::uint32_t value);
 /// | 3               | blue      | red  | the same, the other way around               |
 /// | 100             | dark violet | yellow | "viridis": lightness grows evenly         |
 /// | 101             | dark blue | yellow | "cividis": the same, and nearly the same with any colour vision |
+/// | 102             | dark blue | rose | "dawn": lightness grows evenly, through green and ochre |
 /// | any other number| dark red  | blue | 16 of 19 colours, white in the middle of them|
 XOV_EXPORT void getColorValues(int nShades, int palette, std::uint32_t* red, std::uint32_t* green,
                                std::uint32_t* blue, std::uint32_t* alpha, float value);

@@ -50,6 +50,7 @@ public:
     WhiteCenterRainbow = 4, ///< dark red to blue, white in the middle
     Viridis = 100,          ///< dark violet, blue, green, yellow: equal differences of values look equally large
     Cividis = 101,          ///< dark blue, grey, yellow: the same with any colour vision
+    Dawn = 102,             ///< dark blue, green, ochre, rose: lightness and hue by equal steps
   };
   Q_ENUM(Palette)
   /// Red, green, blue, alpha and one that is not used: one byte a cell each, rows from the top.
