@@ -42,6 +42,19 @@ TEST(RealTimeSeismogram, hasNoSamplesAtFirst) {
   EXPECT_EQ(record.pickLabelWithKey(3), QStringLiteral("-12345"));
 }
 
+TEST(RealTimeSeismogram, indexesWhatArrivesAndAnswersWithItsExtremes) {
+  RealTimeSeismogram record(channel("A"), 6);
+  record.append(seconds(utc(10, 0, 0)), 0.01, Floats(400, 1));
+  record.append(seconds(utc(10, 0, 6)), 0.01, Floats(400, 7)); // behind a gap of 2 s, and 400 samples too many
+  ASSERT_EQ(record.npts(), 600);
+  ASSERT_NE(record.sampleIndex(), nullptr);
+  ASSERT_TRUE(record.sampleIndex()->covers(record.GetSacSeis(), 0, 600));
+  record.append(seconds(utc(10, 0, 5)), 0.01, Floats{-3}); // late, into the gap
+  record.ComputeExtrema();
+  EXPECT_EQ(record.smin(), -3);
+  EXPECT_EQ(record.smax(), 7);
+}
+
 TEST(RealTimeSeismogram, countsTimesFromItsBase) {
   RealTimeSeismogram record(channel("A"), 60);
   record.setBaseTime(utc(10, 0, 0));

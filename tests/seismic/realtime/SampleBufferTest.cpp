@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -21,6 +22,24 @@ std::vector<float> contents(const SampleBuffer& buffer) {
 }
 
 using Floats = std::vector<float>;
+
+/// The index answers for all samples, with nothing but the extremes of each block: NaN where one has a gap.
+void expectIndexOf(const SampleBuffer& buffer) {
+  const std::span<const float> samples = buffer.samples();
+  const auto count = std::int64_t(samples.size());
+  ASSERT_TRUE(buffer.index().covers(samples.data(), 0, count));
+  const SampleIndex::Blocks blocks = buffer.index().blocksWithin(samples.data(), 0, count);
+  ASSERT_GE(blocks.count, count / SampleIndex::kBlock - 1) << "of blocks that the borders cut no more than two";
+  for (std::int64_t k = 0; k < blocks.count; ++k) {
+    const auto block =
+        samples.subspan(std::size_t(blocks.begin + k * SampleIndex::kBlock), std::size_t(SampleIndex::kBlock));
+    const bool hasGap = std::ranges::any_of(block, [](float sample) { return std::isnan(sample); });
+    ASSERT_EQ(std::isnan(blocks.lowest[k]), hasGap) << k;
+    if (hasGap) continue;
+    ASSERT_EQ(blocks.lowest[k], *std::ranges::min_element(block)) << k;
+    ASSERT_EQ(blocks.highest[k], *std::ranges::max_element(block)) << k;
+  }
+}
 
 /// Samples at half seconds from 1000 s on.
 SampleBuffer halfSeconds(std::int64_t capacity) { return SampleBuffer(0.5, capacity); }
@@ -185,6 +204,27 @@ TEST(SampleBuffer, agreesWithATableOverRandomPieces) {
       ASSERT_TRUE(std::all_of(found.begin(), found.begin() + extra, [](float s) { return s == kGap; }));
       ASSERT_EQ(Floats(found.begin() + extra, found.end()), expected) << "seed " << seed << " step " << step;
       ASSERT_EQ(buffer.startSeconds(), double(newest + 1 - std::int64_t(found.size())) * 0.25);
+    }
+  }
+}
+
+TEST(SampleBuffer, indexesWhatItHoldsHoweverPiecesCome) {
+  for (std::uint32_t seed = 1; seed <= 6; ++seed) {
+    std::mt19937 random(seed);
+    SampleBuffer buffer(0.01, 300 + std::int64_t(random() % 4000));
+    std::int64_t now = 100000;
+    for (int step = 0; step < 150; ++step) {
+      // On time, late, after a gap, from before the oldest, and now and then after a pause longer than the buffer.
+      const std::uint32_t kind = random() % 20;
+      if (kind == 19) now += 10000;
+      if (kind > 16) now += random() % 700;
+      const std::int64_t late = kind < 5 ? random() % 5000 : 0;
+      Floats piece(1 + random() % 900);
+      for (float& sample : piece)
+        sample = float(random() % 1000);
+      buffer.append(double(now - late) * 0.01, piece);
+      if (late == 0) now += std::ssize(piece);
+      ASSERT_NO_FATAL_FAILURE(expectIndexOf(buffer)) << "seed " << seed << " step " << step;
     }
   }
 }

@@ -1,4 +1,5 @@
 #include "TimelineDrawing.h"
+#include "XOV_Graphics/seismic/realtime/RealTimeSeismogram.h"
 #include "XOV_Graphics/views/timeline/XOVRealTimeDisplayView02.h"
 #include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
 
@@ -407,6 +408,52 @@ TEST(RealTimeSteps, canBeReplaced) {
   view.setEventOrigins(events);
   view.drawInto(recording);
   EXPECT_EQ(view.done, (QStringList{"markers", "seismograms", "labels", "minutes"}));
+}
+
+// A channel that arrives, with or without an index.
+class LiveChannel : public RealTimeSeismogram {
+public:
+  LiveChannel(double seconds, bool isIndexed) : RealTimeSeismogram(SacHeader(), seconds), isIndexed_(isIndexed) {}
+  const SampleIndex* sampleIndex() const override { return isIndexed_ ? RealTimeSeismogram::sampleIndex() : nullptr; }
+
+private:
+  bool isIndexed_;
+};
+
+// 28 columns of samples so dense that the index is asked, which follows what is dropped, late or missing.
+TYPED_TEST(RealTimeDisplay, drawsWhatArrivesTheSameWithAnIndexAndWithout) {
+  constexpr double kInterval = 0.002;
+  constexpr int kPiece = 12000;
+  TypeParam view{QRectF(0, 0, 168, 234)};
+  std::mt19937 random(36);
+  std::vector<std::shared_ptr<SeismogramArray>> channels;
+  for (const bool isIndexed : {true, false}) {
+    channels.push_back(std::make_shared<SeismogramArray>());
+    for (int k = 0; k < 2; ++k)
+      channels.back()->push_back(std::make_shared<LiveChannel>(600, isIndexed));
+  }
+  view.setXLimitsMinMax(0, 600);
+  view.setYLimitsMinMax(-100, 100);
+  for (int step = 0; step < 36; ++step) {
+    if (step % 7 == 3) continue; // a gap
+    for (std::size_t k = 0; k < 2; ++k) {
+      const std::vector<float> piece = noise(random, kPiece, 60.0F + 30.0F * float(k));
+      const int place = step % 11 == 9 ? step - 5 : step; // some come late
+      for (const auto& records : channels)
+        static_cast<LiveChannel&>(*(*records)[k]).append(1000 + place * kPiece * kInterval, kInterval, piece);
+    }
+    if (step % 15 != 5) continue;
+    QImage pictures[2];
+    for (std::size_t i = 0; i < 2; ++i) {
+      for (const auto& record : *channels[i])
+        static_cast<LiveChannel&>(*record).setBaseTime(
+            QDateTime::fromMSecsSinceEpoch(qint64(400000 + (step + 1) * kPiece * 2), Qt::UTC));
+      const std::shared_ptr<const SeismogramArray> shown = channels[i];
+      view.setWvfrmsArray(shown);
+      pictures[i] = view.pictureOfRect(view.bounds());
+    }
+    EXPECT_EQ(pictures[0], pictures[1]) << step;
+  }
 }
 
 } // namespace

@@ -59,7 +59,7 @@ void RealTimeSeismogram::append(double startSeconds, double deltaSeconds, std::s
 
 void RealTimeSeismogram::widenExtrema(std::span<const float> samples) {
   if (std::ranges::none_of(samples, [](float sample) { return std::isfinite(sample); })) return;
-  const Extrema added = finiteExtrema(samples);
+  const Extrema added = finiteExtrema(samples, &buffer_.index());
   extrema_ = hasExtrema_ ? Extrema{std::min(extrema_.min, added.min), std::max(extrema_.max, added.max)} : added;
   hasExtrema_ = true;
 }
@@ -89,6 +89,7 @@ void RealTimeSeismogram::describeSamples() {
 
 const float* RealTimeSeismogram::GetSacSeis() const { return buffer_.samples().data(); }
 int RealTimeSeismogram::npts() const { return header_.npts; }
+const SampleIndex* RealTimeSeismogram::sampleIndex() const { return &buffer_.index(); }
 float RealTimeSeismogram::delta() const { return header_.delta; }
 float RealTimeSeismogram::b() const { return header_.b; }
 float RealTimeSeismogram::e() const { return header_.e; }

@@ -31,6 +31,8 @@ public:
   /// The samples, oldest first; valid until the next append().
   const float* GetSacSeis() const override;
   int npts() const override;
+  /// Kept up as samples arrive.
+  const SampleIndex* sampleIndex() const override;
   /// The interval of the samples; unset before the first ones.
   float delta() const override;
   float b() const override;

@@ -41,9 +41,11 @@ void SampleBuffer::append(double startSeconds, std::span<const float> piece) {
   const std::int64_t newBegin = std::max(std::min(first_, place), newEnd - capacity_);
   const std::int64_t skipped = std::max<std::int64_t>(newBegin - place, 0);
   if (skipped >= std::ssize(piece)) return;
+  const std::int64_t begin = first_;
   reframe(newBegin, newEnd);
   const std::span<const float> kept = piece.subspan(std::size_t(skipped));
   std::ranges::copy(kept, storage_.begin() + std::ptrdiff_t(dropped_) + (place + skipped - newBegin));
+  keepIndex(begin, end, place + skipped, place + std::ssize(piece));
 }
 
 /// Empties the buffer; the next sample has that time.
@@ -74,6 +76,19 @@ void SampleBuffer::reframe(std::int64_t begin, std::int64_t end) {
     dropped_ = 0;
   }
   storage_.resize(dropped_ + std::size_t(end - begin), kNothing);
+}
+
+/// Tells the index what is new: the buffer held the places from `begin` to before `end`, and those from `from` to
+/// before `to` have other samples.
+void SampleBuffer::keepIndex(std::int64_t begin, std::int64_t end, std::int64_t from, std::int64_t to) {
+  const std::span<const float> all = samples();
+  if (first_ < begin || first_ >= end) {
+    index_.build(all);
+    return;
+  }
+  index_.dropped(all, first_ - begin);
+  index_.changed(all, from - first_, std::min(to, end) - first_);
+  index_.appended(all, first_ + std::ssize(all) - end);
 }
 
 } // namespace xov

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/base/SampleIndex.h"
 
 #include <cstdint>
 #include <span>
@@ -26,6 +27,8 @@ public:
 
   /// All samples from the oldest to the newest; valid until the next append().
   std::span<const float> samples() const;
+  /// Their extremes, kept up as pieces arrive: what a piece does not touch is not read again.
+  const SampleIndex& index() const { return index_; }
   /// Time of the oldest sample; 0 when there is none.
   double startSeconds() const;
   double deltaSeconds() const { return delta_; }
@@ -34,6 +37,7 @@ public:
 private:
   void startAt(double startSeconds);
   void reframe(std::int64_t begin, std::int64_t end);
+  void keepIndex(std::int64_t begin, std::int64_t end, std::int64_t from, std::int64_t to);
 
   double delta_;
   std::int64_t capacity_;
@@ -43,6 +47,7 @@ private:
   // The samples are at the end; before them are `dropped_` that the next clearing removes.
   std::vector<float> storage_;
   std::size_t dropped_ = 0;
+  SampleIndex index_;
 };
 
 } // namespace xov
