@@ -2,11 +2,24 @@
 
 #include "Claims.h"
 #include "XOV_Graphics/seismic/io/events/EventReaders.h"
+#include "XOV_Graphics/seismic/mechanism/BeachBall.h"
+#include "XOV_Graphics/seismic/mechanism/SourceGeometry.h"
+
+#include <cmath>
 
 namespace xov::fuzz {
 
 inline bool isUnsetOrWithin(float value, float lowest, float highest) {
   return value == kUndefinedValue || (value >= lowest && value <= highest);
+}
+
+inline void checkMechanism(const FocalMechanism& mechanism) {
+  const std::optional<MomentTensor> tensor = radiatingTensorOf(mechanism);
+  if (!tensor) return;
+  for (const BeachBallLine& patch : beachBallOf(*tensor).patches) {
+    for (const QPointF point : patch)
+      require(std::hypot(point.x(), point.y()) <= 1 + 1e-6, "a patch lies on its ball");
+  }
 }
 
 /// Checks what an event reader gave.
@@ -27,6 +40,7 @@ inline void checkEvents(const Result<EventFile>& file) {
       require(isUnsetOrWithin(magnitude, -10, 15), "a magnitude is one");
     require(values.magnitudes.empty() == (event->magnitude() == kUndefinedValue),
             "an event with magnitudes has one of its own");
+    if (values.mechanism) checkMechanism(*values.mechanism);
   }
   require(file->origins().size() == file->events.size(), "every event reaches the views");
 }

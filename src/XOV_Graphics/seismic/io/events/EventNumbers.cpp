@@ -10,18 +10,27 @@ namespace {
 
 constexpr qsizetype kQuotedCharacters = 40;
 
-} // namespace
-
-QString takeEventNumber(const EventNumber& number, QStringView text, double factor, float& value) {
+template <typename Value>
+QString take(const EventNumber& number, QStringView text, double factor, Value& value) {
   if (text.isEmpty()) return {};
   const QByteArray digits = text.trimmed().toUtf8();
   const double read = toNumber<double>(digits, OutOfRange::Nearest).value_or(std::nan("")) * factor;
   if (read >= number.lowest && read <= number.highest) {
-    value = float(read);
+    value = Value(read);
     return {};
   }
   return QLatin1String(number.name) + ": found \"" + text.left(kQuotedCharacters).toString().simplified() +
          "\", expected " + numberText(number.lowest) + " to " + numberText(number.highest);
+}
+
+} // namespace
+
+QString takeEventNumber(const EventNumber& number, QStringView text, double factor, float& value) {
+  return take(number, text, factor, value);
+}
+
+QString takeEventNumber(const EventNumber& number, QStringView text, double factor, double& value) {
+  return take(number, text, factor, value);
 }
 
 } // namespace xov

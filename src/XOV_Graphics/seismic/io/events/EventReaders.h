@@ -24,7 +24,8 @@ struct XOV_EXPORT EventFile {
 ///
 /// QuakeML 1.2 (D. Schorlemmer et al., QuakeML Basic Event Description, 2013): of each event the preferred origin,
 /// else the first one with a time; all magnitudes (setMagnitudes() says which count); the region's name, else
-/// the first description.
+/// the first description; the preferred focal mechanism, else the first one with a moment tensor or a nodal plane. A
+/// mechanism with a number that is none or out of range is left out, which a note says; its event stays.
 ///
 /// Tables of text, as catalogues export them: fields separated by commas, semicolons, tabulators or "|", quoted where
 /// they hold a separator. A first row with names says which column is which, in any order and whatever else there is:

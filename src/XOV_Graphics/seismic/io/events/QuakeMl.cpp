@@ -3,6 +3,8 @@
 #include "XOV_Graphics/base/TimeText.h"
 #include "XOV_Graphics/base/XmlElements.h"
 #include "XOV_Graphics/seismic/io/events/EventDraft.h"
+#include "XOV_Graphics/seismic/io/events/QuakeMlMechanism.h"
+#include "XOV_Graphics/seismic/mechanism/SourceGeometry.h"
 
 #include <algorithm>
 
@@ -31,6 +33,8 @@ struct Event {
   QString preferredMagnitude;
   std::vector<Origin> origins;
   std::vector<Magnitude> magnitudes;
+  QString preferredMechanism;
+  std::vector<QuakeMlMechanism> mechanisms;
   QString name;
   bool isNamedAfterRegion = false;
   QString problem;
@@ -38,14 +42,22 @@ struct Event {
 
 class QuakeMlParser {
 public:
-  QuakeMlParser(QIODevice& device, const QString& name) : xml_(&device), name_(name), events_(name) {}
+  QuakeMlParser(QIODevice& device, const QString& name)
+      : xml_(&device),
+        name_(name),
+        events_(name),
+        mechanisms_(name, "focal mechanism") {}
 
   Result<EventFile> run() {
     xml_.readRoot("quakeml", "QuakeML", [&] {
       xml_.readChildren("eventParameters", [&] { xml_.readChildren("event", [&] { readEvent(); }); });
     });
     if (xml_.hasError()) return Error{name_ + ": " + xml_.faultText()};
-    return events_.result();
+    Result<EventFile> found = events_.result();
+    if (!found) return found;
+    EventFile file = std::move(found).value();
+    file.notes += mechanisms_.notes();
+    return file;
   }
 
 private:
@@ -71,6 +83,10 @@ private:
         event.origins.push_back(readOrigin());
       } else if (element == QLatin1String("magnitude")) {
         readMagnitude(event);
+      } else if (element == QLatin1String("preferredFocalMechanismID")) {
+        event.preferredMechanism = xml_.elementText();
+      } else if (element == QLatin1String("focalMechanism")) {
+        readMechanism(event);
       } else {
         xml_.skip();
       }
@@ -140,6 +156,35 @@ private:
     if (isDefined(found.magnitude.value)) event.magnitudes.push_back(found);
   }
 
+  /// One that cannot be read leaves the event without it.
+  void readMechanism(Event& event) {
+    const qint64 line = xml_.lineNumber();
+    QuakeMlMechanism found = readQuakeMlMechanism(xml_);
+    mechanisms_.count(line, found.problem);
+    if (found.problem.isEmpty()) event.mechanisms.push_back(std::move(found));
+  }
+
+  /// The preferred mechanism, else the first one that tells how the source radiates, with the centroid at the origin
+  /// that came out with it.
+  static std::optional<FocalMechanism> bestMechanism(const Event& event) {
+    const std::vector<QuakeMlMechanism>& all = event.mechanisms;
+    auto best = std::ranges::find(all, event.preferredMechanism, &QuakeMlMechanism::id);
+    if (event.preferredMechanism.isEmpty() || best == all.end()) {
+      best = std::ranges::find_if(
+          all, [](const QuakeMlMechanism& found) { return radiatingTensorOf(found.mechanism).has_value(); });
+    }
+    if (best == all.end()) return {};
+    FocalMechanism mechanism = best->mechanism;
+    const auto centroid = std::ranges::find(event.origins, best->derivedOrigin, &Origin::id);
+    if (best->derivedOrigin.isEmpty() || centroid == event.origins.end() || !centroid->problem.isEmpty())
+      return mechanism;
+    mechanism.centroidTime = centroid->time;
+    mechanism.centroidLatitudeDeg = centroid->latitudeDeg;
+    mechanism.centroidLongitudeDeg = centroid->longitudeDeg;
+    mechanism.centroidDepthKm = centroid->depthKm;
+    return mechanism;
+  }
+
   /// The preferred origin, else the first without a problem, else the first; null when there is none.
   static const Origin* bestOrigin(const Event& event) {
     const std::vector<Origin>& origins = event.origins;
@@ -163,6 +208,7 @@ private:
       draft.problem = QStringLiteral("an event without an origin");
     }
     draft.values.name = event.name;
+    draft.values.mechanism = bestMechanism(event);
     const auto preferred = std::ranges::find(event.magnitudes, event.preferredMagnitude, &Magnitude::id);
     std::ranges::transform(event.magnitudes, std::back_inserter(draft.magnitudes), &Magnitude::magnitude);
     if (!event.preferredMagnitude.isEmpty() && preferred != event.magnitudes.end())
@@ -173,6 +219,7 @@ private:
   XmlElements xml_;
   QString name_;
   EventList events_;
+  LeftOut mechanisms_;
 };
 
 } // namespace
