@@ -1,5 +1,7 @@
 #include "XOV_Graphics/platform/RecordingContext.h"
 
+#include "XOV_Graphics/platform/trace/TraceLobes.h"
+
 #include <QtMath>
 
 #include <algorithm>
@@ -57,6 +59,14 @@ QString strokeText(const Path& path) {
   return text + QStringLiteral(" dash=%1+%2").arg(dashes.join(QLatin1Char(',')), number(path.dashPhase()));
 }
 
+// What fills of traces cover that are not closed from end to end; that of the first stands for all.
+QString areaText(const Path& path) {
+  if (path.traces().empty() || path.traces().front().area == TraceArea::Enclosed) return {};
+  const Trace& trace = path.traces().front();
+  const auto side = trace.area == TraceArea::AboveLevel ? QLatin1String("above") : QLatin1String("below");
+  return QStringLiteral(" %1=%2").arg(side, number(double(trace.level)));
+}
+
 QString colorText(const QColor& color) {
   if (!color.isValid()) return QStringLiteral("none");
   return color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb);
@@ -88,6 +98,31 @@ template <typename T>
 const T* elementZero(const T* data, std::int64_t first) {
   const auto place = reinterpret_cast<std::uintptr_t>(data) - std::uintptr_t(first) * sizeof(T);
   return reinterpret_cast<const T*>(place); // NOLINT(performance-no-int-to-ptr)
+}
+
+// Turned traces are spelled out as lines, of which nobody knows any more where their lobes were.
+Path withLobesSpelledOut(const Path& path) {
+  QPainterPath shape = path.shape();
+  std::vector<Trace> enclosed;
+  for (const Trace& trace : path.traces()) {
+    if (trace.area == TraceArea::Enclosed) {
+      enclosed.push_back(trace);
+      continue;
+    }
+    Path alone;
+    alone.appendTrace(trace);
+    const bool upwards = (trace.area == TraceArea::AboveLevel) == (trace.yScale > 0);
+    std::vector<QPolygonF> lobes;
+    for (const QPolygonF& line : alone.polylines())
+      appendLobes(line, trace.yOf(trace.level), upwards ? LobeSide::Above : LobeSide::Below, lobes);
+    for (const QPolygonF& lobe : lobes)
+      shape.addPolygon(lobe);
+  }
+  Path result = Path::fromShape(shape);
+  result.setWindingRule(path.windingRule());
+  for (const Trace& trace : enclosed)
+    result.appendTrace(trace);
+  return result;
 }
 
 } // namespace
@@ -130,7 +165,7 @@ QString RecordedItem::toText() const {
   case Kind::Stroke:
     return QStringLiteral("stroke %1%2%3 %4").arg(ink, strokeText(path), clipped, polylinesText(path));
   case Kind::Fill:
-    return QStringLiteral("fill %1%2 %3").arg(ink, clipped, polylinesText(path));
+    return QStringLiteral("fill %1%2%3 %4").arg(ink, areaText(path), clipped, polylinesText(path));
   case Kind::Text: {
     QString line = QStringLiteral("text %1 %2 %3%4 at %5")
                        .arg(ink, attributes.family(), number(attributes.pointSize()), clipped, pointText(position));
@@ -231,7 +266,10 @@ void RecordingContext::keep(RecordedItem& item, const Path& path) {
 
 void RecordingContext::onStroke(const Path& path) { keep(add(RecordedItem::Kind::Stroke), path); }
 
-void RecordingContext::onFill(const Path& path) { keep(add(RecordedItem::Kind::Fill), path); }
+void RecordingContext::onFill(const Path& path) {
+  const bool isTurned = state().transform.type() > QTransform::TxScale;
+  keep(add(RecordedItem::Kind::Fill), isTurned ? withLobesSpelledOut(path) : path);
+}
 
 void RecordingContext::onSymbols(const Symbols& symbols) {
   // Under any other transform than a move the circles change size or shape: each is then recorded as it comes out.

@@ -36,6 +36,14 @@ struct XOV_EXPORT TraceTime {
   }
 };
 
+/// What fills cover of a trace. Lobes wind the same way on both sides of their levels: those of a path are united by
+/// the non-zero rule, wherever they overlap.
+enum class TraceArea : std::uint8_t {
+  Enclosed,   ///< each unbroken line, closed straight from its last sample to its first
+  AboveLevel, ///< what lies between the line and the level, where the line runs at larger values
+  BelowLevel, ///< the same where it runs at smaller ones
+};
+
 /// A polyline through evenly or unevenly sampled data, described instead of spelled out: a Path that holds a Trace
 /// costs the same for ten samples and for ten million.
 ///
@@ -63,6 +71,11 @@ struct XOV_EXPORT Trace {
   std::optional<float> clampLow;
   std::optional<float> clampHigh;
   std::optional<float> firstValue;
+
+  /// What fills cover; strokes do not ask.
+  TraceArea area = TraceArea::Enclosed;
+  /// The value that lobes are cut at, exactly between two samples. It is not clamped.
+  float level = 0;
 
   /// The index of the samples' extremes, borrowed like them; null where there is none. One that does not cover them
   /// is not used. Drawings are the same with it, and those of long records take a fraction of the time.

@@ -36,8 +36,12 @@ void TraceEnclosure::addAreas(const TraceProjection& projection) {
     area.right = projection.column(area.samples.end - 1);
     constexpr double kMiddles = 2.0 * kFinest; // of all finenesses
     if (std::ceil(area.left * kMiddles) == std::ceil(area.right * kMiddles)) continue;
-    area.row = double(projection.row(area.samples.begin));
-    area.slope = (double(projection.row(area.samples.end - 1)) - area.row) / (area.right - area.left);
+    if (projection.hasLobes()) {
+      area.row = double(projection.levelRow());
+    } else {
+      area.row = double(projection.row(area.samples.begin));
+      area.slope = (double(projection.row(area.samples.end - 1)) - area.row) / (area.right - area.left);
+    }
     areas_.push_back(area);
   }
 }
@@ -92,6 +96,7 @@ void TraceEnclosure::findAreas(std::size_t trace) {
     std::fill(side + done, side + span.first, kNowhere);
     findCurve(projections_[trace], *area, span, curve);
     findSide(*area, span, side);
+    if (projections_[trace].hasLobes()) keepLobes(projections_[trace].areLobesUpwards(), span, curve, side);
     done = span.last;
   }
   if (done < 0) return;
@@ -124,6 +129,17 @@ void TraceEnclosure::findCurve(const TraceProjection& projection, const Area& ar
   const float* const fraction = borders_.fraction() + 1;
   for (std::size_t k = 0; k < count; ++k)
     rows[static_cast<std::size_t>(span.first) + k] = before_[k] + fraction[k] * (after_[k] - before_[k]);
+}
+
+/// Lets the curve follow its level where it runs on the other side of it. The upper border comes first: all lobes
+/// wind the same way.
+void TraceEnclosure::keepLobes(bool upwards, Span span, float* curve, float* level) {
+  for (int j = span.first; j < span.last; ++j) {
+    const float upper = std::min(curve[j], level[j]);
+    const float lower = std::max(curve[j], level[j]);
+    curve[j] = upwards ? upper : level[j];
+    level[j] = upwards ? level[j] : lower;
+  }
 }
 
 void TraceEnclosure::findSide(const Area& area, Span span, float* rows) const {

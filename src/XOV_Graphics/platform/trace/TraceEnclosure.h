@@ -15,7 +15,8 @@ namespace xov {
 /// rows at the middle of each sub-column, exactly along the rows.
 ///
 /// A line whose times grow crosses the middle of a sub-column once, and so does the side that closes it: both are
-/// looked up, however many samples the sub-column holds.
+/// looked up, however many samples the sub-column holds. Where lobes alone are filled, the side is their level, and
+/// the curve counts on one side of it.
 class TraceEnclosure {
 public:
   /// Borrows the projections, whose columns must grow.
@@ -37,7 +38,7 @@ private:
     double left = 0;
     double right = 0;
     double row = 0;   ///< of the side at its left end
-    double slope = 0; ///< rows a column
+    double slope = 0; ///< rows a column; 0 for a level
   };
   /// Sub-columns first <= j < last.
   struct Span {
@@ -49,6 +50,7 @@ private:
   Span middlesIn(const Area& area) const;
   void findAreas(std::size_t trace);
   void findCurve(const TraceProjection& projection, const Area& area, Span span, float* rows);
+  static void keepLobes(bool upwards, Span span, float* curve, float* level);
   void findSide(const Area& area, Span span, float* rows) const;
   float* rowsOf(int border) {
     return rows_.data() + static_cast<std::size_t>(border) * static_cast<std::size_t>(strip_.subColumns());

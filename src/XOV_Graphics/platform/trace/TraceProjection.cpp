@@ -55,11 +55,14 @@ double TraceProjection::column(std::int64_t i) const {
 }
 
 float TraceProjection::row(std::int64_t i) const {
-  if (!isOverruled(i)) return rows_(trace_.samples[i]);
+  return isOverruled(i) ? rowUnclamped(*trace_.firstValue) : rows_(trace_.samples[i]);
+}
+
+float TraceProjection::rowUnclamped(float value) const {
   RowMap unclamped = rows_;
   unclamped.low = -kLargest;
   unclamped.high = kLargest;
-  return unclamped(*trace_.firstValue);
+  return unclamped(value);
 }
 
 SampleRange TraceProjection::nextLine(std::int64_t from, std::int64_t end) const {

@@ -45,6 +45,12 @@ public:
   double column(std::int64_t i) const;
   float row(std::int64_t i) const;
 
+  /// The row that the lobes of a trace end at.
+  float levelRow() const { return rowUnclamped(trace_.level); }
+  /// Whether lobes alone are filled, and on which side of that row they lie.
+  bool hasLobes() const { return trace_.area != TraceArea::Enclosed; }
+  bool areLobesUpwards() const { return (trace_.area == TraceArea::AboveLevel) == (rows_.scale < 0); }
+
   /// The next unbroken line that begins at sample `from` or behind, cut off at `end`; empty where there is none.
   SampleRange nextLine(std::int64_t from, std::int64_t end) const;
 
@@ -63,6 +69,7 @@ public:
   bool isDense(std::int64_t a, std::int64_t b, double spacing) const;
 
 private:
+  float rowUnclamped(float value) const;
   void setRows(const QTransform& viewToDevice, double clipTop, double clipHeight);
 
   Trace trace_;

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/platform/trace/SnippetClusters.h"
 #include "XOV_Graphics/platform/trace/TraceClip.h"
+#include "XOV_Graphics/platform/trace/TraceLobes.h"
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
 
 #include <algorithm>
@@ -26,17 +27,27 @@ constexpr double kTouching = 0.02;              // points between lines that are
 constexpr double kDash = 0.05;                  // points that an upright segment rises at least
 constexpr double kStraight = 0.125;             // columns; how far times may lie from a straight piece
 
+/// What the points of a trace are wanted for.
+enum class Wanted { Stroke, Enclosed, Lobes };
+
+// A line that is cut at the box no longer tells where its lobes begin.
+TraceClip clipFor(Wanted wanted, const QRectF& box) {
+  constexpr QRectF kEverything(-kFarAway, -kFarAway, 2 * kFarAway, 2 * kFarAway);
+  return {wanted == Wanted::Lobes ? kEverything : box, kPaperTraceGrid,
+          wanted == Wanted::Enclosed ? TraceClip::Shape::Polygon : TraceClip::Shape::Line};
+}
+
 class TraceReducer {
 public:
   /// Columns are counted from `origin`; `box` is what may show.
-  TraceReducer(const Trace& trace, double columnWidth, double origin, const QRectF& box, TraceClip::Shape shape)
+  TraceReducer(const Trace& trace, double columnWidth, double origin, const QRectF& box, Wanted wanted)
       : trace_(trace),
         projection_(trace, QTransform(), 0, 0),
         width_(columnWidth),
         origin_(origin),
         box_(box),
-        shape_(shape),
-        clip_(box, kPaperTraceGrid, shape),
+        wanted_(wanted),
+        clip_(clipFor(wanted, box)),
         numbersAreThere_(!projection_.pieces().empty() && std::isfinite(trace.clampLow.value_or(0)) &&
                          std::isfinite(trace.clampHigh.value_or(0))) {}
 
@@ -77,7 +88,7 @@ private:
   double width_;
   double origin_;
   QRectF box_;
-  TraceClip::Shape shape_;
+  Wanted wanted_;
   TraceClip clip_;
   bool numbersAreThere_; // every sample that is a number has a place
   SnippetClusters snippets_;
@@ -107,7 +118,7 @@ void TraceReducer::reduceGrowing() {
   const std::int64_t last = std::min(projection_.firstAtOrAfter(box_.right()) + 1, projection_.last());
   std::int64_t begin = first;
   std::int64_t size = 1;
-  if (shape_ == TraceClip::Shape::Polygon) addStartOfPiece(first);
+  if (wanted_ == Wanted::Enclosed) addStartOfPiece(first);
   while (begin < last) {
     if (const std::int64_t next = addDenseColumns(begin, last); next > begin) {
       begin = next;
@@ -119,7 +130,7 @@ void TraceReducer::reduceGrowing() {
     addColumn(begin, end);
     begin = end;
   }
-  if (shape_ == TraceClip::Shape::Polygon) addEndOfPiece(last);
+  if (wanted_ == Wanted::Enclosed) addEndOfPiece(last);
 }
 
 /// Cuts from `begin` on at each column's right border, the first of which is `firstBorder`, as long as the samples
@@ -232,7 +243,7 @@ void TraceReducer::addExtremes(std::int64_t begin, std::int64_t end, float low, 
   if (lowest > highest) std::swap(lowest, highest);
   addPoint(begin);
   // Between a column's lowest and highest sample a stroke covers the fill, wherever its side runs.
-  if (shape_ == TraceClip::Shape::Polygon) {
+  if (wanted_ != Wanted::Stroke) {
     if (end == projection_.last() || breaks(end)) addPoint(end - 1);
     return;
   }
@@ -305,7 +316,7 @@ void TraceReducer::addBroken(std::int64_t begin, std::int64_t end) {
 /// Takes lines that follow a gap, as long as they end in the column, and returns the first sample behind them. Where
 /// there are many, those that overlap are drawn as one.
 std::int64_t TraceReducer::addSnippets(std::int64_t begin, std::int64_t end) {
-  if (shape_ == TraceClip::Shape::Polygon || !numbersAreThere_) return begin;
+  if (wanted_ != Wanted::Stroke || !numbersAreThere_) return begin;
   const auto gap = static_cast<float>(kTouching / std::max(std::abs(trace_.yScale), kTouching / kFarAway));
   snippets_.reset(projection_.samples(), gap);
   const float* const samples = projection_.samples();
@@ -338,9 +349,9 @@ void TraceReducer::addCluster(const SnippetClusters::Cluster& cluster) {
 }
 
 std::vector<QPolygonF> reduceInside(const Trace& trace, double columnWidth, double origin, const QRectF& box,
-                                    TraceClip::Shape shape) {
+                                    Wanted wanted) {
   if (!(columnWidth > 0) || trace.isEmpty() || !(box.width() > 0) || !(box.height() > 0)) return {};
-  return TraceReducer(trace, columnWidth, origin, box, shape).reduce();
+  return TraceReducer(trace, columnWidth, origin, box, wanted).reduce();
 }
 
 } // namespace
@@ -348,12 +359,25 @@ std::vector<QPolygonF> reduceInside(const Trace& trace, double columnWidth, doub
 std::vector<QPolygonF> reduceTrace(const Trace& trace, double columnWidth, const QRectF& clip, double margin) {
   const QRectF inside = clip.normalized();
   return reduceInside(trace, columnWidth, inside.left(), inside.adjusted(-margin, -margin, margin, margin),
-                      TraceClip::Shape::Line);
+                      Wanted::Stroke);
 }
 
 std::vector<QPolygonF> traceAreas(const Trace& trace, double columnWidth, const QRectF& clip) {
   const QRectF inside = clip.normalized();
-  return reduceInside(trace, columnWidth, inside.left(), inside, TraceClip::Shape::Polygon);
+  if (trace.area == TraceArea::Enclosed)
+    return reduceInside(trace, columnWidth, inside.left(), inside, Wanted::Enclosed);
+  const double level = std::clamp(trace.yOf(trace.level), -kFarAway, kFarAway);
+  const bool upwards = (trace.area == TraceArea::AboveLevel) == (trace.yScale > 0);
+  std::vector<QPolygonF> lobes;
+  for (const QPolygonF& line : reduceInside(trace, columnWidth, inside.left(), inside, Wanted::Lobes))
+    appendLobes(line, level, upwards ? LobeSide::Above : LobeSide::Below, lobes);
+  TraceClip visible(inside, kPaperTraceGrid, TraceClip::Shape::Polygon);
+  for (const QPolygonF& lobe : lobes) {
+    for (const QPointF& point : lobe)
+      visible.add(point.x(), point.y());
+    visible.endLine();
+  }
+  return visible.takeLines();
 }
 
 } // namespace xov

@@ -24,8 +24,8 @@ inline constexpr double kPaperTraceGrid = 0.01;
 /// Works for every description; times that do not grow only cost more. A line of a single point is left out.
 std::vector<QPolygonF> reduceTrace(const Trace& trace, double columnWidth, const QRectF& clip, double margin);
 
-/// The polygons that stand for the areas a trace encloses, for a fill that is stroked afterwards: each piece between
-/// gaps, closed from its last sample to its first however far outside `clip` those lie. Of a dense
+/// The polygons that stand for what fills cover of a trace, which is stroked afterwards: each piece between gaps,
+/// closed from its last sample to its first however far outside `clip` those lie, or its lobes. Of a dense
 /// column of `columnWidth` view points only the first sample counts. Inside `clip` and away from the trace's own
 /// columns the polygons wind as the full ones do; outside they follow the border of `clip`.
 std::vector<QPolygonF> traceAreas(const Trace& trace, double columnWidth, const QRectF& clip);
