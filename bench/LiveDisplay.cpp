@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <random>
 
 namespace xov::bench {
@@ -74,18 +75,37 @@ private:
   std::int64_t arrived_ = 0;
 };
 
-// One redraw at a time since the start, in milliseconds.
-double redrawMilliseconds(Source& source, realTimeDisplayView01& view, double seconds) {
-  QElapsedTimer timer;
-  timer.start();
-  source.arriveUpTo(std::int64_t(seconds * kRateHz));
-  const QDateTime now = QDateTime::fromMSecsSinceEpoch(qint64((kStartS + seconds) * kMillisecondsPerSecond), Qt::UTC);
-  const RealTimeSpan span = source.feed().show(now, kSpanS, Edge::Right);
-  view.setXLimitsMinMax(span.xmin, span.xmax);
-  view.setRefDate(now);
-  const QImage picture = view.pictureOfRect(view.bounds());
-  return picture.isNull() ? 0 : double(timer.nsecsElapsed()) / 1e6;
-}
+// A display that has been drawn once with its whole span.
+class LiveDisplay {
+public:
+  explicit LiveDisplay(int channels) : source_(channels), view_(kFrame) {
+    records_ = source_.feed().records();
+    view_.setWvfrmsArray(records_);
+    view_.setYLimitsMinMax(-kAmplitude, kAmplitude);
+    redraw();
+  }
+
+  /// Draws the next frame; returns milliseconds.
+  double redraw() {
+    const double seconds = kSpanS + frame_++ / kFramesPerSecond;
+    QElapsedTimer timer;
+    timer.start();
+    source_.arriveUpTo(std::int64_t(seconds * kRateHz));
+    const QDateTime now =
+        QDateTime::fromMSecsSinceEpoch(qint64((kStartS + seconds) * kMillisecondsPerSecond), Qt::UTC);
+    const RealTimeSpan span = source_.feed().show(now, kSpanS, Edge::Right);
+    view_.setXLimitsMinMax(span.xmin, span.xmax);
+    view_.setRefDate(now);
+    const QImage picture = view_.pictureOfRect(view_.bounds());
+    return picture.isNull() ? 0 : double(timer.nsecsElapsed()) / 1e6;
+  }
+
+private:
+  Source source_;
+  realTimeDisplayView01 view_;
+  std::shared_ptr<const SeismogramArray> records_;
+  int frame_ = 0;
+};
 
 } // namespace
 
@@ -98,21 +118,22 @@ std::vector<std::string> liveDisplayNames() {
 
 bool isLiveDisplay(const std::string& name) { return displayNamed(name) != nullptr; }
 
+std::function<void()> liveRedraws(const std::string& name) {
+  const Display* const display = displayNamed(name);
+  if (display == nullptr) return {};
+  return [live = std::make_shared<LiveDisplay>(display->channels)] { live->redraw(); };
+}
+
 Measurement measureLiveDisplay(const std::string& name, int redraws) {
   Measurement measurement;
   measurement.work = name;
   measurement.engine = "xov";
   const Display* const display = displayNamed(name);
   if (display == nullptr || redraws < 1) return measurement;
-  Source source(display->channels);
-  realTimeDisplayView01 view(kFrame);
-  const std::shared_ptr<const SeismogramArray> records = source.feed().records();
-  view.setWvfrmsArray(records);
-  view.setYLimitsMinMax(-kAmplitude, kAmplitude);
+  LiveDisplay live(display->channels);
   std::vector<double> times;
-  redrawMilliseconds(source, view, kSpanS);
-  for (int i = 1; i <= redraws; ++i)
-    times.push_back(redrawMilliseconds(source, view, kSpanS + i / kFramesPerSecond));
+  for (int i = 0; i < redraws; ++i)
+    times.push_back(live.redraw());
   std::ranges::sort(times);
   measurement.milliseconds = times[times.size() / 2];
   measurement.fastest = times.front();

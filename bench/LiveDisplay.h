@@ -2,6 +2,7 @@
 
 #include "bench/Report.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,9 @@ std::vector<std::string> liveDisplayNames();
 
 /// Whether makeLiveDisplay() knows the name.
 bool isLiveDisplay(const std::string& name);
+
+/// Redraws the next frame of a display each time it is called; empty for an unknown name.
+std::function<void()> liveRedraws(const std::string& name);
 
 /// Times redraws of a display of an hour at 100 Hz on 1600 x 900 points that scrolls: before each, the samples of a
 /// sixtieth of a second arrive at every channel. A redraw is everything from the new time span to the finished

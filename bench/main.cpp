@@ -1,5 +1,6 @@
 // xov_bench: times the drawing of long seismograms by this library and by plain QPainter against a scan of the same
 // samples, all in one run and in turn, and reads the peak memory of a process that does nothing else.
+#include "XOV_Graphics/base/Threads.h"
 #include "bench/Grids.h"
 #include "bench/LiveDisplay.h"
 #include "bench/Maps.h"
@@ -8,6 +9,7 @@
 #include "bench/Reading.h"
 #include "bench/Records.h"
 #include "bench/Report.h"
+#include "bench/Sharing.h"
 #include "bench/Signals.h"
 
 #include <QApplication>
@@ -43,7 +45,11 @@ int main(int argc, char** argv) {
   parser.addOption({QStringLiteral("one"),
                     QStringLiteral("Draw ENGINE:WORK once and print milliseconds and megabytes."),
                     QStringLiteral("what")});
+  parser.addOption({QStringLiteral("threads"),
+                    QStringLiteral("Threads of our own library; its rivals have one, and so does it unless told."),
+                    QStringLiteral("n"), QStringLiteral("1")});
   parser.process(app);
+  xov::setThreadCount(std::max(1, parser.value(QStringLiteral("threads")).toInt()));
 
   const QDir pictures(parser.value(QStringLiteral("pictures")));
   if (parser.isSet(QStringLiteral("one"))) {
@@ -56,9 +62,13 @@ int main(int argc, char** argv) {
   // Tables of their own, by the names that --works knows them by.
   const QString scripts = parser.value(QStringLiteral("rivals"));
   const std::pair<const char*, std::function<QString(int)>> tables[] = {
-      {"W4", gridTable},   {"reading", readingTable},
-      {"P1", plotTable},   {"M1", mapTable},
-      {"P2", recordTable}, {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
+      {"W4", gridTable},
+      {"reading", readingTable},
+      {"P1", plotTable},
+      {"M1", mapTable},
+      {"P2", recordTable},
+      {"threads", sharingTable},
+      {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
   };
 
   std::vector<std::string> names = workNames();

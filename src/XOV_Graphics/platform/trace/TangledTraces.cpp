@@ -1,5 +1,7 @@
 #include "XOV_Graphics/platform/trace/TangledTraces.h"
 
+#include "XOV_Graphics/base/Spares.h"
+#include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/platform/trace/InkBits.h"
 #include "XOV_Graphics/platform/trace/TangledPoints.h"
 #include "XOV_Graphics/platform/trace/TangledStroke.h"
@@ -27,6 +29,14 @@ std::optional<double> roundScale(const QTransform& transform) {
   return isRound ? std::optional(scale) : std::nullopt;
 }
 
+// What a strip is drawn with.
+struct Desk {
+  InkBits bits;
+  std::vector<std::int32_t> changes;
+
+  explicit Desk(int rows) : bits(rows), changes((std::size_t(rows) + 1) * kInkColumns) {}
+};
+
 } // namespace
 
 bool strokeTangledTraces(const PixelTarget& target, std::span<const Trace> traces, const QTransform& viewToDevice,
@@ -43,11 +53,14 @@ bool strokeTangledTraces(const PixelTarget& target, std::span<const Trace> trace
     if (!trace.isEmpty()) lines.emplace_back(trace, viewToDevice, QRectF(visible), radius);
   }
 
-  InkBits bits(visible.height());
-  TangledStroke stroke(radius, bits);
-  std::vector<std::int32_t> changes((std::size_t(visible.height()) + 1) * kInkColumns);
   const std::ptrdiff_t pixelsPerLine = target.bytesPerLine / std::ptrdiff_t(sizeof(std::uint32_t));
-  for (int left = visible.left(); left <= visible.right(); left += kInkColumns) {
+  Spares<Desk> desks([&] { return Desk(visible.height()); });
+  const int strips = (visible.width() + kInkColumns - 1) / kInkColumns;
+  runTasks(strips, TaskStart::FirstAlone, [&](int strip) {
+    const auto desk = desks.take();
+    InkBits& bits = desk->bits;
+    TangledStroke stroke(radius, bits);
+    const int left = visible.left() + strip * kInkColumns;
     bits.reset(std::min(kInkColumns, visible.right() + 1 - left));
     const QPointF corner(left, visible.top());
     const auto addSegment = [&](const TangledPoints::Segment& segment) {
@@ -58,11 +71,11 @@ bool strokeTangledTraces(const PixelTarget& target, std::span<const Trace> trace
     for (const TangledPoints& line : lines) {
       if (!line.forEachSegment(left, left + bits.columns(), addSegment)) break;
     }
-    const RowRange rows = bits.takeChanges(changes.data());
+    const RowRange rows = bits.takeChanges(desk->changes.data());
     uchar* const pixels = target.bits + (visible.top() + rows.first) * target.bytesPerLine;
-    ink.lay(changes.data(), rows, InkBits::kPlaces, bits.columns(), reinterpret_cast<std::uint32_t*>(pixels) + left,
-            pixelsPerLine);
-  }
+    ink.lay(desk->changes.data(), rows, InkBits::kPlaces, bits.columns(),
+            reinterpret_cast<std::uint32_t*>(pixels) + left, pixelsPerLine);
+  });
   return true;
 }
 

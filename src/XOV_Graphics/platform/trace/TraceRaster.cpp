@@ -1,5 +1,6 @@
 #include "XOV_Graphics/platform/trace/TraceRaster.h"
 
+#include "XOV_Graphics/platform/trace/StripRuns.h"
 #include "XOV_Graphics/platform/trace/TraceCoverage.h"
 #include "XOV_Graphics/platform/trace/TraceEnclosure.h"
 #include "XOV_Graphics/platform/trace/TraceEnvelope.h"
@@ -14,7 +15,9 @@
 #include <cmath>
 #include <limits>
 #include <map>
+#include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace xov {
@@ -109,6 +112,18 @@ struct Extent {
     }
   }
   bool touches(int column, int columns) const { return right >= column && left <= column + columns; }
+
+  /// Moves a picture's first strip on to the first one with ink, and returns the columns from there to the last one.
+  int beginAt(const QRect& visible, TraceStrip& first) const {
+    int end = visible.left();
+    bool isFound = false;
+    for (int at = visible.left(); at <= visible.right(); at += first.columns) {
+      if (!touches(at, std::min(first.columns, visible.right() + 1 - at))) continue;
+      if (!std::exchange(isFound, true)) first.left = at;
+      end = std::min(at + first.columns, visible.right() + 1);
+    }
+    return end - first.left;
+  }
 };
 
 /// Lays the ink of a strip over its pixels.
@@ -146,28 +161,27 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
     return true;
   }
 
-  TraceFineness fineness(radius, projections->size(), samplesPerPixel(*projections));
-  TraceStrip strip{visible.left(), 0, 0, visible.height(), radius};
-  strip.columns = std::min(stripColumns(fineness.subColumns(), projections->size(), radius), visible.width());
+  const TraceFineness fineness(radius, projections->size(), samplesPerPixel(*projections));
+  TraceStrip first{visible.left(), 0, 0, visible.height(), radius};
+  first.columns = std::min(stripColumns(fineness.subColumns(), projections->size(), radius), visible.width());
   const std::size_t judgedEvery = projections->size() / kJudged + 1;
-  static thread_local Envelopes envelopes;
-  TraceLayers layers;
-  TraceCoverage coverage(strip.rows);
   const Extent extent(*projections, radius + kBeyondPen);
-  for (; strip.left <= visible.right(); strip.left += strip.columns) {
-    strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
-    if (!extent.touches(strip.left, strip.columns)) continue;
-    TraceEnvelope* envelope = nullptr;
-    do {
-      strip.perColumn = fineness.subColumns();
-      envelope = &envelopes.of(strip);
-      layers.reset(strip.subColumns(), strip.rows);
-      for (std::size_t i = 0; i < projections->size(); ++i)
-        envelope->addTrace((*projections)[i], layers, i % judgedEvery == 0);
-    } while (fineness.refine(envelope->roughness(), double(strip.subColumns()) * strip.rows));
-    coverage.take(layers);
-    layStrip(coverage, strip, extent, ink, target, visible.top());
-  }
+  drawStrips(first, extent.beginAt(visible, first), fineness, [&] {
+    return [&, layers = std::make_shared<TraceLayers>(),
+            coverage = std::make_shared<TraceCoverage>(first.rows)](TraceStrip& strip, TraceFineness& fine) {
+      static thread_local Envelopes envelopes;
+      TraceEnvelope* envelope = nullptr;
+      do {
+        strip.perColumn = fine.subColumns();
+        envelope = &envelopes.of(strip);
+        layers->reset(strip.subColumns(), strip.rows);
+        for (std::size_t i = 0; i < projections->size(); ++i)
+          envelope->addTrace((*projections)[i], *layers, i % judgedEvery == 0);
+      } while (fine.refine(envelope->roughness(), double(strip.subColumns()) * strip.rows));
+      coverage->take(*layers);
+      layStrip(*coverage, strip, extent, ink, target, visible.top());
+    };
+  });
   return true;
 }
 
@@ -180,30 +194,31 @@ bool fillTraces(const PixelTarget& target, std::span<const Trace> traces, const 
   const TraceInk ink(color);
   if (target.bits == nullptr || visible.isEmpty() || projections->empty() || ink.isInvisible()) return true;
 
-  TraceEnclosure enclosure(*projections, rule);
+  const TraceEnclosure areas(*projections, rule);
   const double density = samplesPerPixel(*projections);
-  TraceFineness fineness(kFillRadius, projections->size(), density);
-  TraceStrip strip{visible.left(), 0, 0, visible.height()};
-  strip.columns = std::min(stripColumns(fineness.subColumns(), projections->size(), 0), visible.width());
-  TraceCoverage coverage(strip.rows);
+  const TraceFineness fineness(kFillRadius, projections->size(), density);
+  TraceStrip first{visible.left(), 0, 0, visible.height()};
+  first.columns = std::min(stripColumns(fineness.subColumns(), projections->size(), 0), visible.width());
   const Extent extent(*projections, 0);
-  for (; strip.left <= visible.right(); strip.left += strip.columns) {
-    strip.columns = std::min(strip.columns, visible.right() + 1 - strip.left);
-    if (!extent.touches(strip.left, strip.columns)) continue;
-    InkRoughness roughness;
-    do {
-      strip.perColumn = static_cast<int>(std::bit_ceil(static_cast<unsigned>(fineness.subColumns())));
-      enclosure.find(strip);
-      roughness = {};
-      const std::size_t layers = enclosure.lows().size();
-      for (std::size_t layer = 0; layer < layers; ++layer) {
-        const bool judged = layer % (layers / kJudged + 1) == 0;
-        roughness.include(enclosure.lows()[layer], enclosure.highs()[layer], strip.subColumns(), strip.rows, judged);
-      }
-    } while (density < kDenseFill && fineness.refine(roughness, double(strip.subColumns()) * strip.rows));
-    coverage.takeInOrder(enclosure.lows(), enclosure.highs());
-    layStrip(coverage, strip, extent, ink, target, visible.top());
-  }
+  drawStrips(first, extent.beginAt(visible, first), fineness, [&] {
+    return [&, enclosure = areas,
+            coverage = std::make_shared<TraceCoverage>(first.rows)](TraceStrip& strip, TraceFineness& fine) mutable {
+      InkRoughness roughness;
+      do {
+        strip.perColumn = static_cast<int>(std::bit_ceil(static_cast<unsigned>(fine.subColumns())));
+        enclosure.find(strip);
+        roughness = {};
+        const std::size_t layers = enclosure.lows().size();
+        for (std::size_t layer = 0; layer < layers; ++layer) {
+          const bool judged = layer % (layers / kJudged + 1) == 0;
+          roughness.include(enclosure.lows()[layer], enclosure.highs()[layer], strip.subColumns(), strip.rows,
+                            judged);
+        }
+      } while (density < kDenseFill && fine.refine(roughness, double(strip.subColumns()) * strip.rows));
+      coverage->takeInOrder(enclosure.lows(), enclosure.highs());
+      layStrip(*coverage, strip, extent, ink, target, visible.top());
+    };
+  });
   return true;
 }
 

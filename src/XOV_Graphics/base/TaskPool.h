@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+namespace xov {
+
+/// When other threads join in.
+enum class TaskStart : std::uint8_t {
+  /// Task 0 is done first, alone and on the calling thread; the others see what it did. While what is left is not
+  /// going
+  /// to take long, judged by those that are done, nobody else is woken up for it.
+  FirstAlone,
+  /// All at once: tasks that are known to take longer than it takes to wake a thread up.
+  Together,
+};
+
+/// Does task(0) to task(count - 1), each once, on up to threadCount() threads of which the calling one is the first,
+/// and returns when all are done. Tasks are begun in their order; they must not depend on each other.
+///
+/// A task that throws keeps those that have not begun from beginning; once the others are over, what the first one of
+/// them threw is thrown on. A task may run tasks itself. Several threads may call at the same time, and a forked
+/// child may, too: who calls does everything alone where no other thread is at hand.
+void runTasks(int count, TaskStart start, const std::function<void(int)>& task);
+
+} // namespace xov
