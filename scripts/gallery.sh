@@ -26,8 +26,10 @@ monitor|A real-time display, an hour after a large distant earthquake|monitor da
 monitor-left|Three channels that have arrived, minutes counted from the left|monitor section/XX.KITE.00.BH{E,N,Z}.SAC --origin left --span 3600 --zone-name
 xy-travel-times|A line plot: travel times against distance|xy xy_travel_times.txt --xlabel 'Distance (degrees)' --ylabel 'Travel time (s)' --title 'P in IASP91, source at 24 km'
 xy-group-velocity|A line plot: group velocity against period|xy xy_group_velocity.txt --xlabel 'Period (s)' --ylabel 'Group velocity (km/s)' --title 'Rayleigh waves'
+xy-log-axis|The same over a logarithmic axis|xy xy_group_velocity.txt --log-x --xlabel 'Period (s)' --ylabel 'Group velocity (km/s)' --title 'Rayleigh waves'
 scatter-durations|A scatter plot: duration of earthquakes against magnitude|scatter xy_source_durations.csv --diameter 8 --title '400 made-up earthquakes'
 hist-magnitudes|A histogram: magnitudes, each unit holding a tenth as many as the one below|hist xy_source_durations.csv --title '400 made-up earthquakes'
+hist-log-counts|The same with logarithmic counts: a straight flank|hist xy_source_durations.csv --log-y --title '400 made-up earthquakes'
 hist-durations|A histogram about the mean, its range given|hist xy_source_durations.csv --columns 2 --remove-mean --bins 30 --min -1 --max 1.5 --xlabel 'Logarithm of duration, less the mean' --title '400 made-up earthquakes'
 grid-palette-0|A grid in palette 0|grid grid_residuals.txt --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 0'
 grid-palette-1|The same in palette 1, its peak marked|grid grid_residuals.txt --palette 1 --peak --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 1'

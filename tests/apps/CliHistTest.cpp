@@ -45,6 +45,26 @@ TEST_F(CliHist, takesTheRangeAndRemovesTheMean) {
                          "0.000e+00 2.000e+00 1\n");
 }
 
+TEST_F(CliHist, binsOfALogarithmicAxisDivideTheDecades) {
+  // 1 to 100 in two bins of a decade, and one more above; 0 has no place.
+  const Outcome outcome = xov({"hist", "-", "--log-x", "--log-y", "--bins", "2", "--dump"}, "1\n2\n0\n50\n100\n");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: -: 1 of 5 rows are not above 0 and have no place on a logarithmic axis\n");
+  EXPECT_EQ(outcome.out, "nValues = 4, minValue = 1.000e+00 maxValue = 1.000e+03\n"
+                         "nBins = 2, binWidth = 1.000e+00\n"
+                         "leftEdge rightEdge Count\n"
+                         "1.000e+00 1.000e+01 2\n"
+                         "1.000e+00 1.000e+01 2\n");
+}
+
+TEST_F(CliHist, endsOfALogarithmicAxisAreAboveZero) {
+  for (const QStringList& options : {QStringList{"--min", "0"}, {"--max", "-1"}, {"--remove-mean"}}) {
+    const Outcome outcome = hist(QStringList{"--log-x"} + options);
+    EXPECT_EQ(outcome.status, 2) << qPrintable(options[0]);
+    EXPECT_TRUE(outcome.err.startsWith("xov: hist: " + options[0] + ": ")) << qPrintable(outcome.err);
+  }
+}
+
 TEST_F(CliHist, takesNegativeEnds) {
   // Bins of (-2 - -6) / (1 + 1) = 2; all six values lie above and count in the only one.
   const Outcome outcome = hist({"--bins", "1", "--min", "-6", "--max", "-2", "--dump"});

@@ -22,6 +22,13 @@ int fillPixels(const QImage& image) {
   return count;
 }
 
+TEST_F(CliScatter, takesLogarithmicAxes) {
+  writeFile("points.txt", "1 1\n10 100\n100 0\n");
+  const Outcome outcome = xov({"scatter", "points.txt", "--log-x", "--log-y", "-o", "plot.png"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: points.txt: 1 of 3 rows are not above 0 and have no place on a logarithmic axis\n");
+}
+
 TEST_F(CliScatter, drawsEachRowWholeTheFirstIncluded) {
   // Four circles in the corners of the data, 40 points across. At most 2 of these are outline, so each has between
   // pi * 18^2 = 1018 and pi * 20^2 = 1257 grey pixels; three circles, or four that the frame cuts in half, have fewer

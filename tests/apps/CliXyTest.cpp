@@ -46,6 +46,26 @@ TEST_F(CliXy, drawsOnePointAndAConstant) {
   }
 }
 
+TEST_F(CliXy, aLogarithmicAxisSaysWhatHasNoPlaceOnIt) {
+  writeFile("curve.txt", "1 1e-6\n2 0\n3 1e-3\n-4 nan\n");
+  const Outcome outcome = xov({"xy", "curve.txt", "--log-y", "-o", "plot.pdf"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: curve.txt: 1 of 4 rows are not above 0 and have no place on a logarithmic axis\n");
+  EXPECT_EQ(xov({"xy", "curve.txt", "--log-x", "-o", "plot.pdf"}).err,
+            "xov: curve.txt: 1 of 4 rows are not above 0 and have no place on a logarithmic axis\n");
+  writeFile("none.txt", "-1 1\n0 2\n");
+  const Outcome none = xov({"xy", "none.txt", "--log-x", "-o", "none.pdf"});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_TRUE(none.err.endsWith("xov: none.txt: holds no finite numbers to draw\n")) << qPrintable(none.err);
+}
+
+TEST_F(CliXy, aLogarithmicAxisIsLabelledByDecades) {
+  writeFile("curve.txt", "1 1\n2 100\n3 10000\n");
+  const auto text = textOfPlot({"curve.txt", "--log-y"});
+  if (!text) GTEST_SKIP() << "pdftotext is not installed";
+  EXPECT_TRUE(text->contains("10000")) << qPrintable(*text);
+}
+
 TEST_F(CliXy, failsInOneLineAndWritesNothing) {
   writeFile("text.txt", "1 2\n3 x\n");
   writeFile("gaps.txt", "nan 1\ninf 2\n");

@@ -34,8 +34,19 @@ BinRange binRange(float lowest, float highest, std::int32_t bins, std::optional<
   return {min ? lower : values.min, nearestFinite(double(values.max) + binWidth)};
 }
 
+BinRange logBinRange(float lowest, float highest, std::int32_t bins, std::optional<double> min,
+                     std::optional<double> max) {
+  const auto logarithm = [](std::optional<double> end) -> std::optional<double> {
+    if (!end) return {};
+    return std::log10(*end);
+  };
+  const BinRange logs = binRange(std::log10(lowest), std::log10(highest), bins, logarithm(min), logarithm(max));
+  return {nearestFinite(std::pow(10.0, double(logs.min))), nearestFinite(std::pow(10.0, double(logs.max)))};
+}
+
 void HistCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
+  logAxes_.addOptions(options);
   options.add_option("--bins", bins_, "Number of bins (default 20)")
       ->type_name("N")
       ->check(wholeNumberFromTo(1, XOVHistogramView::kMostBins));
@@ -55,6 +66,10 @@ void HistCommand::addOptions(CLI::App& options) {
 void HistCommand::checkRange() const {
   if (min_ && max_ && !(float(*min_) < float(*max_)))
     throw CLI::ValidationError("--max", "expected a number above that of --min");
+  if (!logAxes_.axes().x) return;
+  for (const auto& [option, end] : {std::pair("--min", min_), {"--max", max_}})
+    if (end && !(float(*end) > 0)) throw CLI::ValidationError(option, "expected a number above 0 with --log-x");
+  if (removeMean_) throw CLI::ValidationError("--remove-mean", "does not go with --log-x");
 }
 
 std::unique_ptr<XOVHistogramView> HistCommand::makeView(const QRectF& frame, const ColumnData& data) const {
@@ -63,7 +78,9 @@ std::unique_ptr<XOVHistogramView> HistCommand::makeView(const QRectF& frame, con
   // Neither fails for numbers of values and bins that come this far, unless memory runs out.
   if (!view->setValuesNPts(values.data(), std::int32_t(values.size()))) throw std::bad_alloc();
   if (removeMean_) view->removeMeanFromValues();
-  const BinRange range = binRange(view->minValue(), view->maxValue(), bins_, min_, max_);
+  logAxes_.apply(*view);
+  const BinRange range = logAxes_.axes().x ? logBinRange(view->minValue(), view->maxValue(), bins_, min_, max_)
+                                           : binRange(view->minValue(), view->maxValue(), bins_, min_, max_);
   view->setNBinsMinMax(bins_, range.min, range.max);
   if (!view->binValues()) throw std::bad_alloc();
   view->setXLabelString(inputs_.xLabelOr(data.names[0]));
@@ -75,6 +92,7 @@ std::unique_ptr<XOVHistogramView> HistCommand::makeView(const QRectF& frame, con
 ExitCode HistCommand::run() {
   std::optional<ColumnData> data = inputs_.read();
   if (!data) return ExitCode::Failed;
+  logAxes_.leaveOutWhatHasNoPlace(*data, inputs_);
   removeWhatIsNotFinite(data->columns[0]);
   if (data->columns[0].empty()) {
     inputs_.complainOf(QStringLiteral("holds no finite numbers to draw"));

@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/ColumnInputs.h"
+#include "apps/xov/inputs/LogAxisOptions.h"
 #include "apps/xov/output/Output.h"
 
 #include <cstdint>
@@ -25,6 +26,7 @@ private:
   std::unique_ptr<XOVHistogramView> makeView(const QRectF& frame, const ColumnData& data) const;
 
   ColumnInputs inputs_{{"1"}, "C", "Count"};
+  LogAxisOptions logAxes_;
   Output output_{"hist", {600, 500}};
   std::int32_t bins_ = 20;
   std::optional<double> min_;
@@ -47,5 +49,9 @@ struct BinRange {
 /// twice as wide a range as its bar shows. Without a range of its own the values get one like those of other plots.
 BinRange binRange(float lowest, float highest, std::int32_t bins, std::optional<double> min,
                   std::optional<double> max);
+
+/// The same for bins that are equally wide along a logarithmic axis. All values are above 0.
+BinRange logBinRange(float lowest, float highest, std::int32_t bins, std::optional<double> min,
+                     std::optional<double> max);
 
 } // namespace xov::cli

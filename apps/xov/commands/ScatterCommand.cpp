@@ -29,6 +29,7 @@ XOV2DScatterPlotView::Buffer withFirstRepeated(std::vector<float> values) {
 
 void ScatterCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
+  logAxes_.addOptions(options);
   options.add_option("--diameter", diameter_, "Diameter of the circles in points (default 12)")
       ->type_name("D")
       ->check(numberFromTo(kSmallestDiameter, kLargestDiameter));
@@ -38,16 +39,15 @@ void ScatterCommand::addOptions(CLI::App& options) {
 ExitCode ScatterCommand::run() {
   std::optional<ColumnData> data = inputs_.read();
   if (!data) return ExitCode::Failed;
-  const auto extremes = limitsOfPoints(data->columns[0], data->columns[1]);
-  if (!extremes) {
-    inputs_.complainOf(QStringLiteral("holds no finite numbers to draw"));
-    return ExitCode::Failed;
-  }
-  const PlotLimits limits = widenedBy(*extremes, kMargin);
+  logAxes_.leaveOutWhatHasNoPlace(*data, inputs_);
+  const auto extremes = logAxes_.limitsOf(*data, inputs_);
+  if (!extremes) return ExitCode::Failed;
+  const PlotLimits limits = widenedBy(*extremes, kMargin, logAxes_.axes());
   const auto x = withFirstRepeated(std::move(data->columns[0]));
   const auto y = withFirstRepeated(std::move(data->columns[1]));
   return output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<XOV2DScatterPlotView>>(frame);
+    logAxes_.apply(*view);
     view->setXpYpNpts(x, y, std::int32_t(std::min<std::size_t>(x->size(), std::numeric_limits<std::int32_t>::max())));
     view->setSymbolDiameter(float(diameter_));
     view->setXLimitsMinMax(limits.xmin, limits.xmax);

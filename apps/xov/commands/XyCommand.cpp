@@ -1,6 +1,5 @@
 #include "apps/xov/commands/XyCommand.h"
 
-#include "apps/xov/inputs/ValueRange.h"
 #include "apps/xov/output/TitledView.h"
 
 #include <CLI/CLI.hpp>
@@ -13,21 +12,21 @@ namespace xov::cli {
 
 void XyCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
+  logAxes_.addOptions(options);
   output_.addOptions(options);
 }
 
 ExitCode XyCommand::run() {
-  const std::optional<ColumnData> data = inputs_.read();
+  std::optional<ColumnData> data = inputs_.read();
   if (!data) return ExitCode::Failed;
+  logAxes_.leaveOutWhatHasNoPlace(*data, inputs_);
   const std::vector<float>& x = data->columns[0];
   const std::vector<float>& y = data->columns[1];
-  const auto limits = limitsOfPoints(x, y);
-  if (!limits) {
-    inputs_.complainOf(QStringLiteral("holds no finite numbers to draw"));
-    return ExitCode::Failed;
-  }
+  const auto limits = logAxes_.limitsOf(*data, inputs_);
+  if (!limits) return ExitCode::Failed;
   return output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<xyPlotView>>(frame);
+    logAxes_.apply(*view);
     view->setDataPointersXY(x, y);
     view->setNpts(std::int32_t(std::min<std::size_t>(x.size(), std::numeric_limits<std::int32_t>::max())));
     view->setXLimitsMinMax(limits->xmin, limits->xmax);

@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/ColumnInputs.h"
+#include "apps/xov/inputs/LogAxisOptions.h"
 #include "apps/xov/output/Output.h"
 
 namespace xov::cli {
@@ -14,6 +15,7 @@ public:
 
 private:
   ColumnInputs inputs_{{"1", "2"}, "X Y"};
+  LogAxisOptions logAxes_;
   Output output_{"xy", {600, 500}};
 };
 

@@ -23,6 +23,16 @@ ValueRange finiteRange(std::span<const float> values) {
   return range;
 }
 
+ValueRange widenedBy(ValueRange range, double share, bool logarithmic) {
+  if (logarithmic) {
+    const LogRange logs = logRange(range.min, range.max);
+    const double margin = share * (logs.upper - logs.lower);
+    return {nearestFinite(std::pow(10.0, logs.lower - margin)), nearestFinite(std::pow(10.0, logs.upper + margin))};
+  }
+  const double margin = share * (double(range.max) - double(range.min));
+  return {nearestFinite(range.min - margin), nearestFinite(range.max + margin)};
+}
+
 } // namespace
 
 float nearestFinite(double value) {
@@ -45,11 +55,10 @@ std::optional<PlotLimits> limitsOfPoints(std::span<const float> x, std::span<con
   return PlotLimits{xs.min, xs.max, ys.min, ys.max};
 }
 
-PlotLimits widenedBy(const PlotLimits& limits, double share) {
-  const double x = share * (double(limits.xmax) - double(limits.xmin));
-  const double y = share * (double(limits.ymax) - double(limits.ymin));
-  return {nearestFinite(limits.xmin - x), nearestFinite(limits.xmax + x), nearestFinite(limits.ymin - y),
-          nearestFinite(limits.ymax + y)};
+PlotLimits widenedBy(const PlotLimits& limits, double share, LogAxes axes) {
+  const ValueRange x = widenedBy(ValueRange{limits.xmin, limits.xmax}, share, axes.x);
+  const ValueRange y = widenedBy(ValueRange{limits.ymin, limits.ymax}, share, axes.y);
+  return {x.min, x.max, y.min, y.max};
 }
 
 } // namespace xov::cli

@@ -23,7 +23,8 @@ ValueRange nonEmptyRange(float min, float max);
 /// them. Empty when no value of an axis is finite.
 std::optional<PlotLimits> limitsOfPoints(std::span<const float> x, std::span<const float> y);
 
-/// The limits moved outwards by a share of the ranges, at both ends.
-PlotLimits widenedBy(const PlotLimits& limits, double share);
+/// The limits moved outwards by a share of the ranges, at both ends; of the ranges of logarithms where an axis has
+/// these, and its limits are above 0.
+PlotLimits widenedBy(const PlotLimits& limits, double share, LogAxes axes = {});
 
 } // namespace xov::cli

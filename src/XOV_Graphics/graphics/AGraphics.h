@@ -151,6 +151,12 @@ XOV_EXPORT void ADrawAxis(char* label, int axis, int side, int mode, float lower
 /// at 2.
 XOV_EXPORT void ADrawUtcAxis(const QString& label, const QDateTime& reference, double lower, double upper);
 
+/// Draws one logarithmic axis of the frame set with ASetAxisRect(): its lines and ticks at both edges, its tick
+/// labels (see logTicks()) and its label, where ADrawAxis() has them. The limits are the decimal logarithms of the
+/// data values at the left or bottom and at the right or top end. What logTicks() has no ticks for gets the frame and
+/// the label alone.
+XOV_EXPORT void ADrawLogAxis(const QString& label, AxisSide side, double lowerLog10, double upperLog10);
+
 /// Draws an X axis without its label: both horizontal edges of the frame, ticks inwards from both (from the lower one
 /// alone when the frame has no height) and labels below the frame. Sides 3 and 4 draw the same. Mind that `upper`
 /// comes before `lower`; otherwise the arguments are those of ADrawAxis(). Labels leave gJustify at 2.

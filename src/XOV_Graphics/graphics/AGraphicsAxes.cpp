@@ -3,7 +3,9 @@
 #include "XOV_Graphics/graphics/AGraphicsState.h"
 #include "XOV_Graphics/graphics/AxisMeasures.h"
 #include "XOV_Graphics/graphics/LinearAxis.h"
+#include "XOV_Graphics/graphics/LogAxis.h"
 #include "XOV_Graphics/graphics/UtcAxis.h"
+#include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/platform/TextAttributes.h"
 
 #include <algorithm>
@@ -127,6 +129,43 @@ std::string drawTicked(AxisSide side, AxisDetail detail, const AxisInterval& int
   return axis.suffix;
 }
 
+TextAttributes tickLabelAttributes() {
+  const auto attributes = aGraphicsState().labelAttributes.lock();
+  return attributes ? *attributes : TextAttributes();
+}
+
+// The fonts of numbers with exponents.
+struct PowerFonts {
+  explicit PowerFonts(const TextAttributes& attributes) : text(attributes), exponent(attributes) {
+    exponent.setFont(text.family(), kExponentSize * text.pointSize());
+  }
+
+  double width(const LogTick& tick) const {
+    const double number = text.size(QString::fromStdString(tick.text)).width();
+    if (tick.exponent.empty()) return number;
+    return number + exponent.size(QString::fromStdString(tick.exponent)).width();
+  }
+
+  void draw(const LogAxisLabel& label) const {
+    GraphicsContext& context = GraphicsContext::current();
+    const QString number = QString::fromStdString(label.tick.text);
+    context.drawText(number, {label.x, label.y}, text);
+    if (label.tick.exponent.empty()) return;
+    context.drawText(QString::fromStdString(label.tick.exponent),
+                     {label.x + text.size(number).width(), label.y + kExponentRise * text.pointSize()}, exponent);
+  }
+
+  TextAttributes text;
+  TextAttributes exponent;
+};
+
+void drawAxisLabel(AxisSide side, const std::string& text) {
+  const AxisKind& kind = kindOf(side);
+  ASetJustify(kind.labelJustify);
+  const LabelPoint point = kind.labelPoint(aGraphicsState().axisRect, float(gFontsize));
+  ADrawStr(text.c_str(), point.x, point.y);
+}
+
 void writeSuffix(const std::string& text, char* suffix) {
   if (suffix != nullptr) std::snprintf(suffix, kAxisSuffixSize, "%s", text.c_str());
 }
@@ -158,15 +197,30 @@ void ADrawAxis(std::span<char> label, AxisSide side, AxisDetail detail, float lo
   std::string text(label.begin(), std::find(label.begin(), label.end(), '\0'));
   text += suffix;
   if (text.size() < label.size()) std::memcpy(label.data(), text.c_str(), text.size() + 1);
-  const AxisKind& kind = kindOf(side);
-  ASetJustify(kind.labelJustify);
-  const LabelPoint point = kind.labelPoint(aGraphicsState().axisRect, float(gFontsize));
-  ADrawStr(text.c_str(), point.x, point.y);
+  drawAxisLabel(side, text);
+}
+
+void ADrawLogAxis(const QString& label, AxisSide side, double lowerLog10, double upperLog10) {
+  const PowerFonts fonts(tickLabelAttributes());
+  LogAxisRequest request;
+  request.direction = directionOf(side);
+  request.frame = aGraphicsState().axisRect;
+  request.line = side == AxisSide::Right ? AxisLine::AtEnd : AxisLine::AtStart;
+  request.fontSize = gFontsize;
+  request.lower = lowerLog10;
+  request.upper = upperLog10;
+  request.minorTicks = (request.direction == AxisDirection::X ? gXsecTic : gYsecTic) != 0;
+  request.textWidth = [&fonts](const LogTick& tick) { return fonts.width(tick); };
+  const LogAxis axis = layoutLogAxis(request);
+  drawSegments(axis.frame);
+  drawSegments(axis.ticks);
+  for (const LogAxisLabel& text : axis.labels)
+    fonts.draw(text);
+  drawAxisLabel(side, label.toStdString());
 }
 
 void ADrawUtcAxis(const QString& label, const QDateTime& reference, double lower, double upper) {
-  const auto attributes = aGraphicsState().labelAttributes.lock();
-  const TextAttributes font = attributes ? *attributes : TextAttributes();
+  const TextAttributes font = tickLabelAttributes();
   UtcAxisRequest request;
   request.frame = aGraphicsState().axisRect;
   request.fontSize = gFontsize;

@@ -163,8 +163,16 @@ void setAll(SeismogramView& view) {
   view.setTimeReference(QDateTime(QDate(2011, 3, 11), QTime(5, 46, 23), Qt::UTC));
 }
 
+void setAll(xyPlotView& view) {
+  setAll(static_cast<XOVView&>(view));
+  view.setLogX(true);
+  view.setLogY(true);
+}
+
 void setAll(XOV2DScatterPlotView& view) {
   setAll(static_cast<XOVView&>(view));
+  view.setLogX(true);
+  view.setLogY(true);
   view.setSymbolDiameter(2.5f);
 }
 
@@ -176,6 +184,8 @@ void setAll(spectrumView& view) {
 
 void setAll(XOVHistogramView& view) {
   setAll(static_cast<XOVView&>(view));
+  view.setLogX(true);
+  view.setLogY(true);
   view.setNBins(7);
   view.setMinBinValue(2.5f);
   view.setMaxBinValue(3.5f);

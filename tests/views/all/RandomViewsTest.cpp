@@ -55,6 +55,8 @@ Hosted xyView(RandomHost& host) {
   const std::vector<float> y = host.samples(3000);
   view.setDataPointersXY(x, y);
   view.setNpts(host.chance(0.7) ? int(std::min(x.size(), y.size())) : host.count(100000) - 10);
+  view.setLogX(host.chance(0.3));
+  view.setLogY(host.chance(0.3));
   if (host.chance(0.7)) view.computePlotLimits();
   return hosted;
 }
@@ -67,6 +69,8 @@ Hosted scatterView(RandomHost& host) {
     const auto y = std::make_shared<std::vector<float>>(host.samples(3000));
     view.setXpYpNpts(x, y, host.count(4000));
   }
+  view.setLogX(host.chance(0.3));
+  view.setLogY(host.chance(0.3));
   view.setSymbolDiameter(host.chance(0.7) ? 12 : host.number());
   if (host.chance(0.7)) view.computePlotLimits();
   return hosted;
@@ -77,6 +81,8 @@ Hosted histogramView(RandomHost& host) {
   auto& view = static_cast<XOVHistogramView&>(*hosted.view);
   const std::vector<float> values = host.samples(3000);
   view.setValuesNPts(values.data(), int(values.size()));
+  view.setLogX(host.chance(0.3));
+  view.setLogY(host.chance(0.3));
   view.setNBinsMinMax(host.chance(0.9) ? host.count(200) - 5 : 2000000000, host.number(), host.number());
   view.binValues();
   return hosted;

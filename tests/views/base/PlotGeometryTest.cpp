@@ -23,6 +23,26 @@ TEST(PlotGeometry, dataAndViewPointsAreInversesOfEachOther) {
   }
 }
 
+// Two decades on 200 points: 1 at 50, 10 at 150, 100 at 250.
+TEST(PlotGeometry, aLogarithmicAxisHasDecadesEquallyFarApart) {
+  const QRectF frame(50, 10, 200, 100);
+  const PlotLimits limits{1, 100, 0, 5};
+  const QPointF data = viewToData({150, 60}, frame, limits, {.x = true});
+  EXPECT_NEAR(data.x(), 10, 1e-5);
+  EXPECT_EQ(data.y(), 2.5);
+  EXPECT_NEAR(dataToView({10, 2.5}, frame, limits, {.x = true}).x(), 150, 1e-4);
+  EXPECT_EQ(viewToData({150, 60}, frame, limits, {}), viewToData({150, 60}, frame, limits));
+}
+
+TEST(PlotGeometry, logarithmicLimitsNotAboveZeroLieAMillionthBelow) {
+  EXPECT_EQ(logRange(0.01F, 1).upper, 0);
+  EXPECT_NEAR(logRange(0.01F, 1).lower, -2, 1e-7);
+  EXPECT_EQ(logRange(0, 100).lower, -4);
+  EXPECT_EQ(logRange(100, -3).upper, -4); // limits in descending order
+  EXPECT_TRUE(std::isnan(logRange(-1, 0).lower) && std::isnan(logRange(-1, 0).upper));
+  EXPECT_EQ(drawnLimits({0, 100, -7, 7}, {.x = true}), (PlotLimits{-4, 2, -7, 7}));
+}
+
 TEST(PlotGeometry, limitDifferencesAreTakenInSinglePrecision) {
   // 16777216 + 1 is not a float: the range 16777217 − 0.3 rounds to 16777216.
   const PlotLimits limits{0.3f, 16777216.0f, 0, 1};

@@ -1,10 +1,16 @@
 #include "XOV_Graphics/views/base/PlotGeometry.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace xov {
 
 namespace {
+
+// A limit that is not above 0 lies that far from the other one.
+constexpr double kDecadesToZero = 6;
 
 // The share of a length that a justification code moves text back by: 2 half of it, 3 all of it.
 double shift(int code, double length) {
@@ -32,6 +38,43 @@ QPointF dataToView(QPointF data, const QRectF& frame, const PlotLimits& limits) 
   const double yRange = limits.ymax - limits.ymin;
   return {frame.x() + (data.x() - double(limits.xmin)) * (frame.width() / xRange),
           frame.y() + (data.y() - double(limits.ymin)) * (frame.height() / yRange)};
+}
+
+LogRange logRange(float lower, float upper) {
+  const double largest = double(std::max(lower, upper));
+  if (!(largest > 0)) {
+    constexpr double kNothing = std::numeric_limits<double>::quiet_NaN();
+    return {kNothing, kNothing};
+  }
+  const auto logarithm = [largest](float limit) {
+    return limit > 0 ? std::log10(double(limit)) : std::log10(largest) - kDecadesToZero;
+  };
+  return {logarithm(lower), logarithm(upper)};
+}
+
+PlotLimits drawnLimits(const PlotLimits& limits, LogAxes axes) {
+  PlotLimits drawn = limits;
+  if (axes.x) {
+    const LogRange x = logRange(limits.xmin, limits.xmax);
+    drawn.xmin = float(x.lower);
+    drawn.xmax = float(x.upper);
+  }
+  if (axes.y) {
+    const LogRange y = logRange(limits.ymin, limits.ymax);
+    drawn.ymin = float(y.lower);
+    drawn.ymax = float(y.upper);
+  }
+  return drawn;
+}
+
+QPointF viewToData(QPointF point, const QRectF& frame, const PlotLimits& limits, LogAxes axes) {
+  const QPointF drawn = viewToData(point, frame, drawnLimits(limits, axes));
+  return {axes.x ? std::pow(10.0, drawn.x()) : drawn.x(), axes.y ? std::pow(10.0, drawn.y()) : drawn.y()};
+}
+
+QPointF dataToView(QPointF data, const QRectF& frame, const PlotLimits& limits, LogAxes axes) {
+  const QPointF drawn(axes.x ? std::log10(data.x()) : data.x(), axes.y ? std::log10(data.y()) : data.y());
+  return dataToView(drawn, frame, drawnLimits(limits, axes));
 }
 
 bool containsPoint(const QRectF& rect, QPointF point) {

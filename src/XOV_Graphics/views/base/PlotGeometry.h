@@ -19,7 +19,27 @@ struct XOV_EXPORT PlotLimits {
 
   /// (xmin, ymin, xmax − xmin, ymax − ymin); the differences are taken in single precision.
   QRectF rect() const;
+  bool operator==(const PlotLimits&) const = default;
 };
+
+/// Which axes of a plot are logarithmic.
+struct XOV_EXPORT LogAxes {
+  bool x = false;
+  bool y = false;
+
+  bool operator==(const LogAxes&) const = default;
+};
+
+/// The limits of an axis as they are drawn on a logarithmic one: their decimal logarithms. A limit that is not above
+/// 0 stands for a millionth of the other one; where neither is above 0, both are NaN.
+struct XOV_EXPORT LogRange {
+  double lower = 0;
+  double upper = 0;
+};
+XOV_EXPORT LogRange logRange(float lower, float upper);
+
+/// The limits with those of logarithmic axes as logRange() has them.
+XOV_EXPORT PlotLimits drawnLimits(const PlotLimits& limits, LogAxes axes);
 
 /// The data coordinates of a point of a view whose data frame is `frame`: the limits' differences in single
 /// precision, the rest in double. Not finite for a frame without width or height.
@@ -27,6 +47,10 @@ XOV_EXPORT QPointF viewToData(QPointF point, const QRectF& frame, const PlotLimi
 
 /// The point of a view at data coordinates; the inverse of viewToData().
 XOV_EXPORT QPointF dataToView(QPointF data, const QRectF& frame, const PlotLimits& limits);
+
+/// Both for a plot with logarithmic axes.
+XOV_EXPORT QPointF viewToData(QPointF point, const QRectF& frame, const PlotLimits& limits, LogAxes axes);
+XOV_EXPORT QPointF dataToView(QPointF data, const QRectF& frame, const PlotLimits& limits, LogAxes axes);
 
 /// Whether a point lies in a rectangle or on any of its four edges. Nothing lies in one of negative size.
 XOV_EXPORT bool containsPoint(const QRectF& rect, QPointF point);

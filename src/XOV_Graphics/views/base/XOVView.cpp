@@ -201,6 +201,12 @@ void XOVView::beginAxes(const QRectF& frame) {
 }
 
 void XOVView::addAxis(AxisSide side, const QString& label, float lower, float upper, float interval) {
+  const bool isX = side == AxisSide::Bottom || side == AxisSide::Top;
+  if (isX ? logAxes().x : logAxes().y) {
+    const LogRange range = logRange(lower, upper);
+    ADrawLogAxis(label, side, range.lower, range.upper);
+    return;
+  }
   setXLabel(label, mayScaleLabels(side) ? LabelRoom::ExceptPowerOfTen : LabelRoom::All);
   ADrawAxis(xLabel_, side, AxisDetail::Labels, lower, upper, interval);
 }

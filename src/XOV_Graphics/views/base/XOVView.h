@@ -94,6 +94,8 @@ public:
   /// (xmin, ymin, xmax − xmin, ymax − ymin) as of the last limit setter.
   QRectF xyRect() const { return xyRect_; }
   PlotLimits limits() const { return {xmin_, xmax_, ymin_, ymax_}; }
+  /// Which axes are logarithmic, for clicks, tracking and axes; none unless overridden.
+  virtual LogAxes logAxes() const { return {}; }
   /// The smallest Y range for views that scale to their data; kUnsetRange when unset.
   float minYRange() const { return minYRange_; }
   void setMinYRange(float range) { change(minYRange_, range); }
@@ -286,6 +288,7 @@ protected:
   void beginAxes(const QRectF& frame);
   /// Adds one axis, ticks, labels and all, to those begun with beginAxes(). The label goes through the xLabel buffer;
   /// where the power flag of the axis is set it is cut so that a power of ten can follow.
+  /// An axis that logAxes() names is logarithmic, and the interval does not count.
   void addAxis(AxisSide side, const QString& label, float lower, float upper, float interval = kAutomaticInterval);
   void emptyAxisPath();
   void strokeAxisPath();

@@ -66,13 +66,12 @@ Path HistogramBars::overValues() const {
   const double top = bottom + frame.height();
   const double xRange = double(limits.xmax - limits.xmin);
   const double xScale = frame.width() / xRange;
-  const double yScale = frame.height() / double(limits.ymax - limits.ymin);
   const double barWidth = double(bins.width) / xRange * frame.width();
 
   Path path = outline();
   double y = bottom;
   const auto draw = [&](double x, std::size_t bar) {
-    const double height = std::min(bottom + counts[bar] * yScale, top);
+    const double height = std::min(bottom + heightOf(counts[bar]), top);
     const double end = std::min(x + barWidth, right);
     path.moveTo({x, y});
     path.lineTo({x, height});
@@ -87,6 +86,13 @@ Path HistogramBars::overValues() const {
   }
   thinner.flush(draw);
   return path;
+}
+
+// On a linear axis bars grow from 0, wherever the axis begins.
+double HistogramBars::heightOf(std::int32_t count) const {
+  const double yScale = frame.height() / double(limits.ymax - limits.ymin);
+  if (!logCounts) return count * yScale;
+  return count > 0 ? std::max(0.0, (std::log10(double(count)) - double(limits.ymin)) * yScale) : 0;
 }
 
 Path HistogramBars::besideFrame() const {

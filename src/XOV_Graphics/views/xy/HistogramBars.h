@@ -21,6 +21,7 @@ struct HistogramBars {
   std::int32_t maxCount = 0;
   QRectF frame;
   PlotLimits limits;
+  bool logCounts = false; ///< the Y limits are decimal logarithms of counts; for bars over values
 
   /// Vertical bars over a horizontal axis of values, cut at the right and top of the frame. Bins whose left edge lies
   /// outside the frame are left out. Bars after the first, and the right side of each, stand on a line whose height
@@ -36,6 +37,7 @@ struct HistogramBars {
 
 private:
   double besideX() const;
+  double heightOf(std::int32_t count) const;
 };
 
 } // namespace xov

@@ -32,7 +32,7 @@ std::span<const float> XOV2DScatterPlotView::readable(const Buffer& buffer) cons
 
 void XOV2DScatterPlotView::computePlotLimits() {
   if (xPoints().empty()) return;
-  const PlotLimits extremes = dataExtremes(xPoints(), yPoints());
+  const PlotLimits extremes = dataExtremes(xPoints(), yPoints(), logAxes());
   xmin_ = extremes.xmin;
   xmax_ = extremes.xmax;
   ymin_ = extremes.ymin;
@@ -45,7 +45,9 @@ void XOV2DScatterPlotView::computeDataRanges() { XOV2DScatterPlotView::computePl
 void XOV2DScatterPlotView::drawRect(const QRectF&) {
   const auto drawPoints = [this] {
     const double radius = std::abs(double(symbolDiameter_)) / 2;
-    drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), radius), pRect_);
+    const PlottedValues x(xPoints(), logX());
+    const PlottedValues y(yPoints(), logY());
+    drawInsideFrame(xySymbols(x, y, pRect_, drawnLimits(limits(), logAxes()), radius), pRect_);
   };
   if (XYAxes::drawPlot(*this, npts_, drawPoints)) drawAxes();
 }

@@ -18,6 +18,8 @@ namespace xov {
 class XOV_EXPORT XOV2DScatterPlotView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "scatter plot")
+  Q_PROPERTY(bool logX READ logX WRITE writeLogX NOTIFY settingsChanged)
+  Q_PROPERTY(bool logY READ logY WRITE writeLogY NOTIFY settingsChanged)
   Q_PROPERTY(double symbolDiameter READ symbolDiameter WRITE writeSymbolDiameter NOTIFY settingsChanged)
 
 public:
@@ -39,6 +41,14 @@ public:
   /// circles.
   float symbolDiameter() const { return symbolDiameter_; }
   void setSymbolDiameter(float diameter) { change(symbolDiameter_, diameter); }
+
+  /// Whether an axis is logarithmic; off at first. Pairs with a value that is not above 0 have no place there
+  /// and are left out.
+  bool logX() const { return logAxes_.x; }
+  void setLogX(bool logarithmic) { change(logAxes_.x, logarithmic); }
+  bool logY() const { return logAxes_.y; }
+  void setLogY(bool logarithmic) { change(logAxes_.y, logarithmic); }
+  LogAxes logAxes() const override { return logAxes_; }
 
   /// Sets the limits to the extremes of the points, whatever the fixed-range flags say, and leaves xyRect() alone.
   /// Without points nothing changes.
@@ -66,6 +76,17 @@ private:
     setSymbolDiameter(value);
     setNeedsDisplay();
   }
+
+  void writeLogX(bool value) {
+    setLogX(value);
+    setNeedsDisplay();
+  }
+  void writeLogY(bool value) {
+    setLogY(value);
+    setNeedsDisplay();
+  }
+
+  LogAxes logAxes_;
 
   friend struct XYAxes;
   std::span<const float> readable(const Buffer& buffer) const;

@@ -5,8 +5,10 @@
 #include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/views/xy/HistogramBars.h"
 #include "XOV_Graphics/views/xy/XYAxes.h"
+#include "XOV_Graphics/views/xy/XYPlotFrame.h"
 
 #include <algorithm>
+#include <cmath>
 #include <new>
 #include <string>
 
@@ -15,6 +17,8 @@ namespace xov {
 namespace {
 
 constexpr double kHeadroom = 1.05; // the Y axis ends that much above the highest bar
+constexpr double kLogHeadroom = 1.5;
+constexpr float kBelowOneCount = 0.5F; // where a logarithmic Y axis begins, so that a single count shows
 constexpr std::int32_t kAboveAllCounts = 1000000000;
 
 // A buffer of n values; null when memory does not allow it.
@@ -90,11 +94,21 @@ void XOVHistogramView::setNBinsMinMax(std::int32_t nBins, float min, float max) 
   computebinWidth();
 }
 
-void XOVHistogramView::computebinWidth() { binWidth_ = HistogramBins::widthFor(nBins_, minBinValue_, maxBinValue_); }
+// As they lie along the axis.
+HistogramBins XOVHistogramView::bins() const {
+  const PlotLimits range = drawnLimits({minBinValue_, maxBinValue_, 0, 0}, {.x = logX()});
+  return {nBins_, range.xmin, range.xmax, binWidth_};
+}
+
+void XOVHistogramView::computebinWidth() {
+  const HistogramBins range = bins();
+  binWidth_ = HistogramBins::widthFor(nBins_, range.min, range.max);
+}
 
 void XOVHistogramView::computeNBinsFor(float width) {
   if (width == 0) return;
-  nBins_ = HistogramBins::countFor(width, minBinValue_, maxBinValue_);
+  const HistogramBins range = bins();
+  nBins_ = HistogramBins::countFor(width, range.min, range.max);
 }
 
 bool XOVHistogramView::binValues() {
@@ -104,7 +118,7 @@ bool XOVHistogramView::binValues() {
   if (nBins_ < 1 || nBins_ > kMostBins) return false;
   const Counts counts = makeBuffer<std::int32_t>(nBins_);
   if (!counts) return false;
-  HistogramBins{nBins_, minBinValue_, maxBinValue_, binWidth_}.countInto(values, *counts);
+  bins().countInto(PlottedValues(values, logX()), *counts);
   maxCount_ = -kAboveAllCounts;
   minCount_ = kAboveAllCounts;
   for (const std::int32_t count : *counts) {
@@ -126,8 +140,8 @@ void XOVHistogramView::drawRect(const QRectF&) {
     xmax_ = maxBinValue_;
   }
   if (!fixedYAxisRange_) {
-    ymin_ = 0;
-    ymax_ = float(kHeadroom * maxCount_);
+    ymin_ = logY() ? kBelowOneCount : 0;
+    ymax_ = logY() ? float(kLogHeadroom * std::max(1, maxCount_)) : float(kHeadroom * maxCount_);
   }
   drawHHistogram();
   drawAxes();
@@ -144,21 +158,22 @@ void XOVHistogramView::fillAndStroke(const Path& bars, const QColor& fill) {
 void XOVHistogramView::drawHHistogram() {
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
-  const HistogramBins bins{nBins_, minBinValue_, maxBinValue_, binWidth_};
-  fillAndStroke(HistogramBars{bins, readableCounts(), maxCount_, iRect_, limits()}.overValues(), barFillColor_);
+  const PlotLimits drawn = drawnLimits(limits(), logAxes());
+  fillAndStroke(HistogramBars{bins(), readableCounts(), maxCount_, iRect_, drawn, logY()}.overValues(),
+                barFillColor_);
 }
 
 void XOVHistogramView::drawVHistogram() {
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
-  const HistogramBins bins{nBins_, minBinValue_, maxBinValue_, binWidth_};
-  const HistogramBars bars{bins, readableCounts(), maxCount_, iRect_, limits()};
+  const HistogramBars bars{bins(), readableCounts(), maxCount_, iRect_, limits()};
   context.strokePath(bars.baseline());
   fillAndStroke(bars.besideFrame(), colors::gray);
 }
 
 void XOVHistogramView::drawAxes() {
-  XYAxes::draw(*this, iRect_, scaledAxis(xmin_, xmax_, xLabelString_), scaledAxis(ymin_, ymax_, yLabelString_));
+  XYAxes::draw(*this, iRect_, XYAxes::axis(xmin_, xmax_, xLabelString_, logX()),
+               XYAxes::axis(ymin_, ymax_, yLabelString_, logY()));
 }
 
 QString XOVHistogramView::description() const {
@@ -167,7 +182,8 @@ QString XOVHistogramView::description() const {
   text += "nBins = " + std::to_string(nBins_) + ", binWidth = " + dumped(binWidth_) + "\n";
   if (nBins_ > 0) text += "leftEdge rightEdge Count\n";
   const std::span<const std::int32_t> counts = readableCounts();
-  const std::string edges = dumped(minBinValue_) + ' ' + dumped(minBinValue_ + binWidth_) + ' ';
+  const float firstRightEdge = logX() ? std::pow(10.0F, bins().leftEdge(1)) : minBinValue_ + binWidth_;
+  const std::string edges = dumped(minBinValue_) + ' ' + dumped(firstRightEdge) + ' ';
   const std::size_t bins = std::size_t(std::max(0, nBins_));
   const std::size_t listed = nBins_ <= kMostBins ? bins : std::min(bins, counts.size());
   for (std::size_t bin = 0; bin < listed; ++bin) {

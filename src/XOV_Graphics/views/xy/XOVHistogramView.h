@@ -12,6 +12,8 @@
 
 namespace xov {
 
+struct HistogramBins;
+
 /// A histogram: values sorted into bins of equal width between a lower and an upper bin value, the counts drawn as
 /// filled bars with linear axes, and a text dump of the binning.
 ///
@@ -20,6 +22,8 @@ namespace xov {
 class XOV_EXPORT XOVHistogramView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "histogram")
+  Q_PROPERTY(bool logX READ logX WRITE writeLogX NOTIFY settingsChanged)
+  Q_PROPERTY(bool logY READ logY WRITE writeLogY NOTIFY settingsChanged)
   Q_PROPERTY(int nBins READ nBins WRITE writeNBins NOTIFY settingsChanged)
   Q_PROPERTY(double minBinValue READ minBinValue WRITE writeMinBinValue NOTIFY settingsChanged)
   Q_PROPERTY(double maxBinValue READ maxBinValue WRITE writeMaxBinValue NOTIFY settingsChanged)
@@ -42,6 +46,16 @@ public:
   bool setValuesNPts(const float* values, std::int32_t count);
   /// Subtracts the mean of the values, summed in single precision, from them and from minValue() and maxValue().
   void removeMeanFromValues();
+
+  /// Whether an axis is logarithmic; off at first. Along a logarithmic X axis the bins are equally wide there: their
+  /// edges are still minBinValue() and maxBinValue(), but binWidth() is in decades, and values that are not above 0
+  /// are counted in no bin; set it before binValues(). On a logarithmic Y axis, which begins below 1, bars show the
+  /// logarithms of the counts.
+  bool logX() const { return logAxes_.x; }
+  void setLogX(bool logarithmic) { change(logAxes_.x, logarithmic); }
+  bool logY() const { return logAxes_.y; }
+  void setLogY(bool logarithmic) { change(logAxes_.y, logarithmic); }
+  LogAxes logAxes() const override { return logAxes_; }
 
   /// Sets number and range of the bins, and computes their width.
   void setNBinsMinMax(std::int32_t nBins, float min, float max);
@@ -126,6 +140,18 @@ private:
     setBarFillColor(value);
     setNeedsDisplay();
   }
+
+  void writeLogX(bool value) {
+    setLogX(value);
+    setNeedsDisplay();
+  }
+  void writeLogY(bool value) {
+    setLogY(value);
+    setNeedsDisplay();
+  }
+
+  HistogramBins bins() const;
+  LogAxes logAxes_;
 
   friend struct XYAxes;
   std::span<float> readableValues() const;

@@ -30,6 +30,11 @@ struct XYAxes {
     return true;
   }
 
+  /// The limits and the label of an axis, scaled unless it is logarithmic.
+  static ScaledAxis axis(float lower, float upper, const QString& label, bool logarithmic) {
+    return logarithmic ? ScaledAxis{lower, upper, label} : scaledAxis(lower, upper, label);
+  }
+
   /// Draws into the current graphics context, `frame` being what the axes are drawn around; the titles are placed by
   /// the view's iRect and bounds. Leaves the view's label font at kLabelFontSize.
   template <typename PlotView>

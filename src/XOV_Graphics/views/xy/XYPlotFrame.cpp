@@ -4,6 +4,8 @@
 #include "XOV_Graphics/platform/GraphicsContext.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace xov {
 
@@ -28,12 +30,20 @@ std::size_t readablePoints(std::int32_t npts, std::size_t xCount, std::size_t yC
   return npts <= 0 ? 0 : std::min({std::size_t(npts), xCount, yCount});
 }
 
-PlotLimits dataExtremes(std::span<const float> x, std::span<const float> y) {
+PlottedValues::PlottedValues(std::span<const float> values, bool logarithmic) : values_(values) {
+  if (!logarithmic) return;
+  logarithms_.reserve(values.size());
+  for (const float value : values)
+    logarithms_.push_back(value > 0 ? std::log10(value) : std::numeric_limits<float>::quiet_NaN());
+  values_ = logarithms_;
+}
+
+PlotLimits dataExtremes(std::span<const float> x, std::span<const float> y, LogAxes axes) {
   PlotLimits limits{kBeyondData, -kBeyondData, kBeyondData, -kBeyondData};
   for (const float value : x)
-    widen(value, limits.xmin, limits.xmax);
+    if (!axes.x || value > 0) widen(value, limits.xmin, limits.xmax);
   for (const float value : y)
-    widen(value, limits.ymin, limits.ymax);
+    if (!axes.y || value > 0) widen(value, limits.ymin, limits.ymax);
   return limits;
 }
 

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 namespace xov {
 
@@ -29,9 +30,21 @@ QRectF xyFrame(const QRectF& bounds);
 /// Points whose two values can both be read: `npts`, or fewer where values end before; none for a negative count.
 std::size_t readablePoints(std::int32_t npts, std::size_t xCount, std::size_t yCount);
 
+/// Values as they lie along an axis: themselves, or on a logarithmic axis their decimal logarithms, NaN for those not
+/// above 0. Borrows the values.
+class PlottedValues {
+public:
+  PlottedValues(std::span<const float> values, bool logarithmic);
+  operator std::span<const float>() const { return values_; }
+
+private:
+  std::vector<float> logarithms_;
+  std::span<const float> values_;
+};
+
 /// The extremes of paired values, from 1e25 down and −1e25 up, so that these remain where no value lies between.
-/// NaN counts for nothing.
-PlotLimits dataExtremes(std::span<const float> x, std::span<const float> y);
+/// NaN counts for nothing, nor on a logarithmic axis does what is not above 0.
+PlotLimits dataExtremes(std::span<const float> x, std::span<const float> y, LogAxes axes);
 
 /// View points a data unit, in single precision. Not finite for equal limits.
 struct XYScale {

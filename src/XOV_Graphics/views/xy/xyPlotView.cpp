@@ -37,7 +37,7 @@ std::span<const float> xyPlotView::yPoints() const {
 
 bool xyPlotView::scanLimits() {
   if (xPoints().empty()) return false;
-  const PlotLimits extremes = dataExtremes(xPoints(), yPoints());
+  const PlotLimits extremes = dataExtremes(xPoints(), yPoints(), logAxes());
   xmin_ = extremes.xmin;
   xmax_ = extremes.xmax;
   ymin_ = extremes.ymin;
@@ -59,7 +59,9 @@ QRectF xyPlotView::computeDataRanges() {
 void xyPlotView::drawRect(const QRectF&) {
   const auto drawLine = [this] {
     Path path;
-    path.appendTrace(xyLine(xPoints(), yPoints(), pRect_, limits()));
+    const PlottedValues x(xPoints(), logX());
+    const PlottedValues y(yPoints(), logY());
+    path.appendTrace(xyLine(x, y, pRect_, drawnLimits(limits(), logAxes())));
     GraphicsContext& context = GraphicsContext::current();
     const SavedState unclipped(context);
     context.clipToRect(pRect_);
@@ -69,7 +71,8 @@ void xyPlotView::drawRect(const QRectF&) {
 }
 
 void xyPlotView::drawAxes() {
-  XYAxes::draw(*this, pRect_, scaledAxis(xmin_, xmax_, xLabelString_), scaledAxis(ymin_, ymax_, yLabelString_));
+  XYAxes::draw(*this, pRect_, XYAxes::axis(xmin_, xmax_, xLabelString_, logX()),
+               XYAxes::axis(ymin_, ymax_, yLabelString_, logY()));
 }
 
 } // namespace xov

@@ -18,6 +18,8 @@ namespace xov {
 class XOV_EXPORT xyPlotView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "line plot")
+  Q_PROPERTY(bool logX READ logX WRITE writeLogX NOTIFY settingsChanged)
+  Q_PROPERTY(bool logY READ logY WRITE writeLogY NOTIFY settingsChanged)
 
 public:
   explicit xyPlotView(QWidget* parent = nullptr) : xyPlotView(QRectF(), parent) {}
@@ -36,6 +38,14 @@ public:
   void setNpts(std::int32_t npts) { npts_ = npts; }
   /// Adds to npts(), saturating at the largest count.
   void incrementNpts(std::int32_t count);
+
+  /// Whether an axis is logarithmic; off at first. Values that are not above 0 have no place there and break
+  /// the line; no power of ten is taken out of its labels.
+  bool logX() const { return logAxes_.x; }
+  void setLogX(bool logarithmic) { change(logAxes_.x, logarithmic); }
+  bool logY() const { return logAxes_.y; }
+  void setLogY(bool logarithmic) { change(logAxes_.y, logarithmic); }
+  LogAxes logAxes() const override { return logAxes_; }
 
   /// Sets the four limits to the extremes of the points, whatever the fixed-range flags say, and leaves xyRect()
   /// alone. Without points nothing changes.
@@ -59,6 +69,18 @@ protected:
   std::int32_t npts_ = 0;
 
 private:
+  // What the writes of properties do: set, and draw anew.
+  void writeLogX(bool value) {
+    setLogX(value);
+    setNeedsDisplay();
+  }
+  void writeLogY(bool value) {
+    setLogY(value);
+    setNeedsDisplay();
+  }
+
+  LogAxes logAxes_;
+
   friend struct XYAxes;
 };
 

@@ -2,6 +2,8 @@
 
 #include "XOV_Graphics/views/xy/XYAxes.h"
 
+#include <cmath>
+
 namespace xov {
 
 namespace {
@@ -9,7 +11,14 @@ namespace {
 constexpr double kSymbolRadius = 6;
 constexpr double kPadding = 0.05; // of the range, on each side
 
-void pad(float& low, float& high) {
+void pad(float& low, float& high, bool logarithmic) {
+  if (logarithmic) {
+    const LogRange range = logRange(low, high);
+    const double padding = kPadding * (range.upper - range.lower);
+    low = float(std::pow(10.0, range.lower - padding));
+    high = float(std::pow(10.0, range.upper + padding));
+    return;
+  }
   const auto padding = float(kPadding * double(high - low));
   low -= padding;
   high += padding;
@@ -23,14 +32,16 @@ xyScatterPlot::~xyScatterPlot() = default;
 
 void xyScatterPlot::computePlotLimits() {
   if (!scanLimits()) return;
-  pad(xmin_, xmax_);
-  pad(ymin_, ymax_);
+  pad(xmin_, xmax_, logX());
+  pad(ymin_, ymax_, logY());
   announceLimits();
 }
 
 void xyScatterPlot::drawRect(const QRectF&) {
   XYAxes::drawPlot(static_cast<xyPlotView&>(*this), npts_, [this] {
-    drawInsideFrame(xySymbols(xPoints(), yPoints(), pRect_, limits(), kSymbolRadius), pRect_);
+    const PlottedValues x(xPoints(), logX());
+    const PlottedValues y(yPoints(), logY());
+    drawInsideFrame(xySymbols(x, y, pRect_, drawnLimits(limits(), logAxes()), kSymbolRadius), pRect_);
     drawTitledAxes();
   });
 }
