@@ -1,7 +1,12 @@
 #include "XOV_Graphics/platform/ImageFile.h"
 
+#include "XOV_Graphics/platform/surface/PngFile.h"
+
 #include <QBuffer>
+#include <QColorSpace>
 #include <QImageWriter>
+
+#include <new>
 
 namespace xov {
 
@@ -58,11 +63,24 @@ void report(QString* error, const QString& text) {
   if (error != nullptr) *error = text;
 }
 
+// Texts and colour spaces, which views do not give a picture, are left to Qt's writer.
+bool isPlain(const QImage& image) { return image.textKeys().isEmpty() && !image.colorSpace().isValid(); }
+
+QByteArray encodePng(const QImage& image, QString* error) {
+  try {
+    return pngFile(image);
+  } catch (const std::bad_alloc&) {
+    report(error, QStringLiteral("cannot write png: not enough memory"));
+    return {};
+  }
+}
+
 QByteArray encode(const QImage& image, ImageFormat format, int jpegQuality, QString* error) {
   if (image.isNull()) {
     report(error, QStringLiteral("there is no picture to write: the view is empty or too large"));
     return {};
   }
+  if (format == ImageFormat::Png && isPlain(image)) return encodePng(image, error);
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
