@@ -152,6 +152,15 @@ TEST(SampleIndex, dropsWholeBlocksAsSamplesLeave) {
   }
 }
 
+TEST(SampleIndex, marksABlockThatAnIncreasingFunctionTakesBeyondNumbers) {
+  std::vector<float> samples = ramp(512); // the second block up to 511
+  SampleIndex index(samples);
+  const auto large = [](float sample) { return sample < 300 ? sample : std::numeric_limits<float>::infinity(); };
+  std::ranges::transform(samples, samples.begin(), large);
+  index.mapped(large);
+  expectRight(index, samples, 0);
+}
+
 TEST(SampleIndex, countsBlocksByTheNumberOfTheFirstSample) {
   const std::vector<float> samples = ramp(1000);
   SampleIndex index;
@@ -171,7 +180,7 @@ TEST(SampleIndex, holdsThroughAnyOrderOfChanges) {
   index.build(samples, number);
   for (int turn = 0; turn < 400; ++turn) {
     const auto count = std::int64_t(samples.size());
-    if (const int kind = upTo(2); kind == 0) {
+    if (const int kind = upTo(4); kind == 0) {
       const int more = upTo(900);
       for (int i = 0; i < more; ++i)
         samples.push_back(value());
@@ -181,6 +190,14 @@ TEST(SampleIndex, holdsThroughAnyOrderOfChanges) {
       samples.erase(samples.begin(), samples.begin() + less);
       number += less;
       index.dropped(samples, less);
+    } else if (kind == 2) {
+      const std::int64_t less = std::min<std::int64_t>(upTo(400), count);
+      samples.resize(std::size_t(count - less));
+      index.truncated(samples, less);
+    } else if (kind == 3) {
+      const auto lowered = [by = float(upTo(20))](float sample) { return 0.5F * (sample - by); };
+      std::ranges::transform(samples, samples.begin(), lowered);
+      index.mapped(lowered);
     } else if (count > 0) {
       const std::int64_t from = upTo(int(count) - 1), to = from + upTo(int(count - from));
       for (std::int64_t i = from; i < to; ++i)

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
+#include <cmath>
 #include <limits>
 
 namespace xov {
@@ -68,6 +68,21 @@ void SampleIndex::dropped(std::span<const float> samples, std::int64_t count) {
   for (std::vector<float>* extremes : {&lowest_, &highest_})
     extremes->erase(extremes->begin(), extremes->begin() + std::ptrdiff_t(dropped_));
   dropped_ = 0;
+}
+
+void SampleIndex::truncated(std::span<const float> samples, std::int64_t count) {
+  samples_ = samples.data();
+  count_ -= std::clamp<std::int64_t>(count, 0, count_);
+  resize(std::max<std::int64_t>((number_ + count_) / kBlock - firstBlock(), 0));
+}
+
+void SampleIndex::mapped(const std::function<float(float)>& increasing) {
+  for (std::size_t k = dropped_; k < lowest_.size(); ++k) {
+    const float low = increasing(lowest_[k]), high = increasing(highest_[k]);
+    const bool isFinite = std::isfinite(low) && std::isfinite(high);
+    lowest_[k] = isFinite ? low : kGap;
+    highest_[k] = isFinite ? high : kGap;
+  }
 }
 
 void SampleIndex::clear() { *this = SampleIndex(); }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -36,6 +37,11 @@ public:
   void appended(std::span<const float> samples, std::int64_t count);
   /// `count` samples are gone from the beginning; `samples` does not hold them any more.
   void dropped(std::span<const float> samples, std::int64_t count);
+  /// `count` samples are gone from the end; `samples` does not hold them any more.
+  void truncated(std::span<const float> samples, std::int64_t count);
+  /// Each sample has become what `increasing` makes of it, which must not fall where samples grow: extremes stay
+  /// those of the same samples.
+  void mapped(const std::function<float(float)>& increasing);
   /// Forgets all samples.
   void clear();
 

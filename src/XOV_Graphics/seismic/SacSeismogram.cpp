@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/SacSeismogram.h"
 
+#include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/seismic/Geodesy.h"
 #include "XOV_Graphics/seismic/Picks.h"
 #include "XOV_Graphics/seismic/UtcTime.h"
@@ -86,6 +87,13 @@ SacSeismogram::SacSeismogram(const SacHeader& header, std::vector<float> samples
     : header_(header),
       samples_(std::move(samples)),
       path_(std::move(path)) {
+  takeHeader(precise);
+  findExtrema();
+}
+
+SacSeismogram::~SacSeismogram() = default;
+
+void SacSeismogram::takeHeader(const std::optional<SacFooter>& precise) {
   if (precise) {
     precise_ = *precise;
     refineHeader(header_, precise_);
@@ -96,17 +104,57 @@ SacSeismogram::SacSeismogram(const SacHeader& header, std::vector<float> samples
     header_.b = 0;
     precise_.b = 0;
   }
-  fitHeaderToSamples();
+  fitTimesToSamples();
   referenceTime_ = std::make_shared<UtcTime>(referenceTime(header_));
 }
 
-SacSeismogram::~SacSeismogram() = default;
-
-void SacSeismogram::fitHeaderToSamples() {
+void SacSeismogram::fitTimesToSamples() {
   header_.npts = int(std::min(samples_.size(), std::size_t(std::numeric_limits<int>::max())));
   precise_.e = endTime(precise_.e, precise_.b, precise_.delta, header_.npts);
   header_.e = float(std::clamp(precise_.e, -kLargestFloat, kLargestFloat));
+}
+
+void SacSeismogram::fitHeaderToSamples() {
+  fitTimesToSamples();
   findExtrema();
+}
+
+void SacSeismogram::setHeader(const SacHeader& header, QString path, std::optional<SacFooter> precise) {
+  header_ = header;
+  path_ = std::move(path);
+  takeHeader(precise);
+  if (mayChange_) return findExtrema();
+  header_.depmin = extrema_.min;
+  header_.depmax = extrema_.max;
+}
+
+void SacSeismogram::keepSamples(std::size_t first, std::size_t count) {
+  first = std::min(first, samples_.size());
+  count = std::min(count, samples_.size() - first);
+  const std::size_t behind = samples_.size() - first - count;
+  samples_.resize(first + count);
+  index_.truncated(samples_, std::int64_t(behind));
+  samples_.erase(samples_.begin(), samples_.begin() + std::ptrdiff_t(first));
+  index_.dropped(samples_, std::int64_t(first));
+  precise_.b += double(first) * precise_.delta;
+  precise_.e = kUndefinedValue;
+  refineHeader(header_, precise_);
+  fitTimesToSamples();
+  mayChange_ ? findExtrema() : noteExtrema();
+}
+
+void SacSeismogram::rescaleSamples(double offset, double factor) {
+  if (mayChange_) findExtrema();
+  const auto rescaled = [=](float sample) { return toSinglePrecision((double(sample) - offset) * factor); };
+  if (std::isfinite(rescaled(extrema_.min)) && std::isfinite(rescaled(extrema_.max))) {
+    for (float& sample : samples_)
+      sample = float((double(sample) - offset) * factor);
+  } else {
+    std::ranges::transform(samples_, samples_.begin(), rescaled);
+  }
+  if (!(factor > 0)) return findExtrema();
+  index_.mapped(rescaled);
+  noteExtrema();
 }
 
 void SacSeismogram::setSamples(std::vector<float> samples) {
@@ -160,6 +208,11 @@ void SacSeismogram::ComputeExtrema() {
 
 void SacSeismogram::findExtrema() {
   index_.build(samples_);
+  noteExtrema();
+}
+
+/// Takes the extremes from the index.
+void SacSeismogram::noteExtrema() {
   extrema_ = finiteExtrema(samples_, &index_);
   header_.depmin = extrema_.min;
   header_.depmax = extrema_.max;

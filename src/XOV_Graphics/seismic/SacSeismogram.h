@@ -38,6 +38,15 @@ public:
   void setSamples(std::vector<float> samples);
   /// Gives the samples away; the trace is empty then.
   std::vector<float> takeSamples();
+  /// Takes over other header values and another path, as the constructor does. The samples stay, and what is known of
+  /// them.
+  void setHeader(const SacHeader& header, QString path, std::optional<SacFooter> precise = {});
+  /// Keeps `count` samples from `first` on, as far as there are any, and drops those before and behind. The trace
+  /// then begins at the first one that is kept.
+  void keepSamples(std::size_t first, std::size_t count);
+  /// Each sample becomes (sample - offset) · factor in single precision, infinite where it is too large for that. The
+  /// extremes follow without another look at the samples while the factor is above 0.
+  void rescaleSamples(double offset, double factor);
   /// The samples, which may be changed in place up to the next ComputeExtrema(), which must be sent afterwards; until
   /// then the record has no index of them.
   std::span<float> samples();
@@ -101,8 +110,11 @@ public:
   QString path() const override;
 
 private:
+  void takeHeader(const std::optional<SacFooter>& precise);
   void fitHeaderToSamples();
+  void fitTimesToSamples();
   void findExtrema();
+  void noteExtrema();
   bool hasEventPlace() const;
 
   SacHeader header_;

@@ -148,6 +148,14 @@ TEST(DrumPage, holdsALongRecordingOnce) {
   EXPECT_EQ(page->pieces[0]->b(), 1020);
 }
 
+TEST(DrumPage, cutsALongRecordingWithoutACopy) {
+  SeismogramArray records = {makeRecord({.count = 10000})};
+  const float* const samples = records[0]->GetSacSeis();
+  const Result<DrumPage> page = layOutDrum(std::move(records), 3600, 1);
+  EXPECT_EQ(page->pieces[0]->GetSacSeis(), samples);
+  EXPECT_LT(page->pieces[0]->npts(), 10000);
+}
+
 TEST(DrumPage, refusesRowsWithoutADuration) {
   for (const double seconds : {0.0, -3600.0, std::numeric_limits<double>::quiet_NaN()})
     EXPECT_TRUE(layOutDrum({makeRecord()}, seconds).error().endsWith("expected more than 0")) << seconds;

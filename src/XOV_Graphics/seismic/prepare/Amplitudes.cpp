@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/prepare/Amplitudes.h"
 
+#include "XOV_Graphics/base/FiniteSum.h"
 #include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/seismic/Undefined.h"
 #include "XOV_Graphics/seismic/prepare/RecordCopy.h"
@@ -15,40 +16,23 @@ namespace xov {
 
 namespace {
 
-struct Sum {
-  double samples = 0;
-  double count = 0;
-
-  double mean() const { return count > 0 ? samples / count : 0; }
-};
-
-void add(Sum& sum, const SeismogramRecord& record) {
-  for (const float sample : samplesOf(record)) {
-    if (!std::isfinite(sample)) continue;
-    sum.samples += double(sample);
-    ++sum.count;
-  }
-}
-
 std::shared_ptr<SeismogramRecord> lowered(std::shared_ptr<SeismogramRecord> record, double by) {
   auto changed = changedRecord(std::move(record));
-  for (float& sample : changed->samples())
-    sample = float(double(sample) - by);
-  changed->ComputeExtrema();
+  changed->rescaleSamples(by, 1);
   return changed;
 }
 
 } // namespace
 
 SeismogramArray withoutMeans(SeismogramArray records, MeanOf mean) {
-  QHash<QString, Sum> channels;
+  QHash<QString, FiniteSum> channels;
   if (mean == MeanOf::Channel) {
     for (const auto& record : records)
-      add(channels[record->labelString()], *record);
+      addFinite(samplesOf(*record), channels[record->labelString()]);
   }
   for (auto& record : records) {
-    Sum sum = channels.value(record->labelString());
-    if (mean == MeanOf::Record) add(sum, *record);
+    FiniteSum sum = channels.value(record->labelString());
+    if (mean == MeanOf::Record) addFinite(samplesOf(*record), sum);
     record = lowered(std::move(record), sum.mean());
   }
   return records;
@@ -67,15 +51,13 @@ namespace {
 std::shared_ptr<SeismogramRecord> scaled(std::shared_ptr<SeismogramRecord> record, double factor, SacHeader header) {
   if (isDefined(double(header.depmen))) header.depmen = toSinglePrecision(double(header.depmen) * factor);
   auto changed = changedRecord(std::move(record), {.header = header});
-  for (float& sample : changed->samples())
-    sample = toSinglePrecision(double(sample) * factor);
-  changed->ComputeExtrema();
+  changed->rescaleSamples(0, factor);
   return changed;
 }
 
 /// The largest absolute finite sample, whatever the record tells.
 float peakOf(const SeismogramRecord& record) {
-  const Extrema extrema = finiteExtrema(samplesOf(record));
+  const Extrema extrema = finiteExtrema(samplesOf(record), record.sampleIndex());
   return std::max(std::abs(extrema.min), std::abs(extrema.max));
 }
 

@@ -47,15 +47,14 @@ std::int64_t samplesBefore(const SeismogramRecord& record, double seconds) {
 }
 
 // The samples of a piece from the start of the page to its end; null when there are none.
-std::shared_ptr<SeismogramRecord> cutToPage(const std::shared_ptr<SeismogramRecord>& piece, double end) {
+std::shared_ptr<SeismogramRecord> cutToPage(std::shared_ptr<SeismogramRecord> piece, double end) {
   const std::int64_t first = samplesBefore(*piece, 0);
   const std::int64_t last = samplesBefore(*piece, end);
   if (last <= first) return nullptr;
   if (first == 0 && last == piece->npts()) return piece;
-  const float* const samples = piece->GetSacSeis();
-  SacFooter precise = preciseValuesOf(*piece);
-  precise.b += double(first) * precise.delta;
-  return copyOfRecord(*piece, {.samples = std::vector<float>(samples + first, samples + last), .precise = precise});
+  const auto cut = changedRecord(std::move(piece));
+  cut->keepSamples(std::size_t(first), std::size_t(last - first));
+  return cut;
 }
 
 bool canBePlaced(const SeismogramRecord& record) {
@@ -133,7 +132,8 @@ std::vector<float> minutePeaks(const SeismogramArray& pieces) {
     const double perMinute = std::clamp(std::round(kSecondsPerMinute / double(piece->delta())), 1.0, double(count));
     for (std::size_t first = 0; first < count; first += std::size_t(perMinute)) {
       const float* const begin = piece->GetSacSeis() + first;
-      const Extrema extrema = finiteExtrema({begin, std::min(std::size_t(perMinute), count - first)});
+      const Extrema extrema =
+          finiteExtrema({begin, std::min(std::size_t(perMinute), count - first)}, piece->sampleIndex());
       peaks.push_back(std::max(std::abs(extrema.min), std::abs(extrema.max)));
     }
   }
@@ -168,7 +168,7 @@ Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::opt
   page.pieces = consecutivePieces(withoutMeans(std::move(records), MeanOf::Channel));
   page.rows = rows ? std::clamp(*rows, 1, kMostDrumRows) : rowsFor(page.pieces, rowSeconds);
   for (auto& piece : page.pieces)
-    piece = cutToPage(piece, double(page.rows) * rowSeconds);
+    piece = cutToPage(std::move(piece), double(page.rows) * rowSeconds);
   std::erase(page.pieces, nullptr);
   page.gain = gainFor(page.pieces);
   return page;

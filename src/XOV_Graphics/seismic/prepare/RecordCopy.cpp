@@ -40,12 +40,11 @@ std::shared_ptr<SacSeismogram> copyOfRecord(const SeismogramRecord& record, Reco
 
 std::shared_ptr<SacSeismogram> changedRecord(std::shared_ptr<SeismogramRecord> record, RecordChanges changes) {
   const std::shared_ptr<SeismogramRecord> own = std::move(record);
-  auto* const trace = own.use_count() == 1 ? dynamic_cast<SacSeismogram*>(own.get()) : nullptr;
+  auto trace = own.use_count() == 1 ? std::dynamic_pointer_cast<SacSeismogram>(own) : nullptr;
   if (trace == nullptr || changes.samples) return copyOfRecord(*own, std::move(changes));
-  const SacHeader header = changes.header.value_or(headerOf(*trace));
-  const SacFooter precise = changes.precise.value_or(trace->preciseValues());
-  const QString path = changes.path.value_or(trace->path());
-  return std::make_shared<SacSeismogram>(header, trace->takeSamples(), path, precise);
+  trace->setHeader(changes.header.value_or(headerOf(*trace)), changes.path.value_or(trace->path()),
+                   changes.precise.value_or(trace->preciseValues()));
+  return trace;
 }
 
 } // namespace xov

@@ -32,7 +32,8 @@ struct XOV_EXPORT RecordChanges {
 XOV_EXPORT std::shared_ptr<SacSeismogram> copyOfRecord(const SeismogramRecord& record, RecordChanges changes = {});
 
 /// Like copyOfRecord(), for a record that is not needed as it was: of one that nobody else holds the samples are
-/// taken over instead of copied, so that a long recording is in memory once. `record` must not be null.
+/// taken over instead of copied, so that a long recording is in memory once; where only the header or the path
+/// changes, the record itself comes back with those. `record` must not be null.
 XOV_EXPORT std::shared_ptr<SacSeismogram> changedRecord(std::shared_ptr<SeismogramRecord> record,
                                                         RecordChanges changes = {});
 
