@@ -36,6 +36,29 @@ struct InkShape {
     const double aside = py * direction.x() - px * direction.y();
     return along >= 0 && along <= length && std::abs(aside) <= radius;
   }
+  /// The rows that it inks at a column of no width; the upper end is below the lower one where there are none.
+  std::pair<double, double> rowsAt(double x) const {
+    const double px = x - from.x();
+    if (length == 0) {
+      const double reach = radius * radius - px * px;
+      return reach < 0 ? std::pair(1.0, 0.0) : std::pair(from.y() - std::sqrt(reach), from.y() + std::sqrt(reach));
+    }
+    // Beside the line within the radius, and along it between its ends.
+    constexpr double kFar = 1e9;
+    double top = -kFar, bottom = kFar;
+    const auto keepBetween = [&](double start, double step, double least, double most) {
+      if (step == 0) {
+        if (start < least || start > most) bottom = -kFar;
+        return;
+      }
+      const double a = (least - start) / step, b = (most - start) / step;
+      top = std::max(top, std::min(a, b));
+      bottom = std::min(bottom, std::max(a, b));
+    };
+    keepBetween(-px * direction.y(), direction.x(), -radius, radius);
+    keepBetween(px * direction.x(), direction.y(), 0, length);
+    return {from.y() + top, from.y() + bottom};
+  }
   /// A shape is convex: it holds a pixel when it holds its corners.
   bool holdsPixel(double x, double y) const {
     return holds(x, y) && holds(x + 1, y) && holds(x, y + 1) && holds(x + 1, y + 1);
@@ -128,6 +151,34 @@ std::vector<double> referenceCoverage(std::span<const Trace> traces, const QTran
       }
       coverage[static_cast<std::size_t>(row) * static_cast<std::size_t>(width) + static_cast<std::size_t>(column)] =
           pixelCoverage(near, column, row, grid);
+    }
+  }
+  return coverage;
+}
+
+std::vector<double> columnReference(std::span<const Trace> traces, const QTransform& viewToDevice, double lineWidth,
+                                    int width, int height, int places) {
+  const int all = width * places;
+  std::vector<std::vector<std::pair<double, double>>> inked(static_cast<std::size_t>(all));
+  const auto placeOf = [&](double x) { // of the first place at or right of x
+    return static_cast<int>(std::ceil(std::clamp(x, -1.0, width + 1.0) * places - 0.5));
+  };
+  for (const InkShape& shape : shapesOf(traces, viewToDevice, lineWidth * viewToDevice.m11() / 2)) {
+    const int end = std::min(placeOf(shape.right()), all);
+    for (int place = std::max(placeOf(shape.left()), 0); place < end; ++place) {
+      const auto rows = shape.rowsAt((place + 0.5) / places);
+      if (rows.first < rows.second) inked[std::size_t(place)].push_back(rows);
+    }
+  }
+  std::vector<double> coverage(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  for (int place = 0; place < all; ++place) {
+    std::vector<std::pair<double, double>>& here = inked[std::size_t(place)];
+    std::sort(here.begin(), here.end());
+    double covered = 0;
+    for (const auto& [top, bottom] : here) {
+      if (bottom <= covered) continue;
+      coverRows(std::max(top, covered), bottom, 1.0 / places, &coverage[std::size_t(place / places)], width, height);
+      covered = bottom;
     }
   }
   return coverage;

@@ -18,6 +18,11 @@ namespace xov {
 std::vector<double> referenceCoverage(std::span<const Trace> traces, const QTransform& viewToDevice, double lineWidth,
                                       int width, int height, int grid);
 
+/// The same coverage, found at `places` places of each column of pixels, where it is exact along the rows: for steep
+/// lines of very many samples, whose edges stand nearly upright.
+std::vector<double> columnReference(std::span<const Trace> traces, const QTransform& viewToDevice, double lineWidth,
+                                    int width, int height, int places);
+
 /// The coverage of what traces enclose when they are filled as one path, each piece between gaps closed from its last
 /// point to its first: each column of pixels is cut at `places` places, where windings are counted down the sides
 /// that are crossed there. Along the rows it is exact.

@@ -74,6 +74,33 @@ TEST_P(TraceRasterPicture, equalsTheReferenceForEverySignalAndDensity) {
 INSTANTIATE_TEST_SUITE_P(DevicePixelRatios, TraceRasterPicture, ::testing::Values(1.0, 1.5, 2.0),
                          [](const auto& ratio) { return "ratio" + std::to_string(int(ratio.param * 100)); });
 
+// Errors along a steep edge do not cancel: all of it shows how finely columns are cut. Beside many lines, one begins
+// as coarsely as it may.
+TEST(TraceRaster, steepSmoothOscillationsEqualTheReference) {
+  constexpr int kColumns = 32, kRows = 250, kPlaces = 96;
+  constexpr std::size_t kLines = 40;
+  constexpr double kPerPixel = 20;
+  const QTransform upwards(1, 0, 0, -1, 0, kRows);
+  const std::vector<float> farAway(std::size_t(kPerPixel * (kColumns - 3)), 1e6F);
+  std::vector<float> samples(farAway.size());
+  for (const double period : {2.0, 4.0, 10.0, 25.0, 50.0}) {
+    for (const double width : {1.0, 1.3, 2.0, 3.0, 5.0}) {
+      SCOPED_TRACE(::testing::Message() << "width " << width << ", period " << period);
+      for (std::size_t i = 0; i < samples.size(); ++i)
+        samples[i] = float(110 * std::sin(2 * M_PI * double(i) / kPerPixel / period + 0.3));
+      std::vector<Trace> traces(kLines, traceOf(farAway, 1 / kPerPixel));
+      traces.front() = traceOf(samples, 1 / kPerPixel, kRows / 2.0);
+      QImage picture(kColumns, kRows, QImage::Format_ARGB32_Premultiplied);
+      picture.fill(Qt::white);
+      ASSERT_TRUE(strokeTraces(targetOf(picture), traces, upwards, picture.rect(), width, Qt::black));
+      const TraceDifference difference = compareWithReference(
+          picture, columnReference({traces.data(), 1}, upwards, width, kColumns, kRows, kPlaces));
+      EXPECT_LE(difference.mean, 1.05);
+      EXPECT_LE(difference.worst, 32);
+    }
+  }
+}
+
 // Most of the lines lie outside the picture: what is compared is the work of a large path, which begins coarser.
 TEST(TraceRaster, aLineOfManyIsAsExactAsOne) {
   constexpr std::size_t kLines = 40;

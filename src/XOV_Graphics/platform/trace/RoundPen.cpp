@@ -8,21 +8,39 @@ namespace xov {
 
 namespace {
 
-// How much further away from a sub-column's middle than the middle of its neighbour the neighbour's extremes are
-// taken to lie, in sub-columns. A smooth curve has them on the far border, half a sub-column further; a little less
-// fits turning points. Tips lie anywhere, so that the distance of the middles is right on average; a little more
+// A smooth curve has its extremes in a sub-column on the border that is further away. The disc that touches a slant
+// there mostly stands within the sub-column: its tangent so many sub-columns before the border, carried on to there,
+// is how high the slant's ink lies above the border.
+constexpr double kTouch = 0.36;
+constexpr double kSteepestTouch = 0.995; // of the pen's reach: the tangent of a slope of ten
+// How much further away from a sub-column's middle than the middle of its neighbour the neighbour's tips are taken to
+// lie, in sub-columns. They lie anywhere, so that the distance of the middles is right on average; a little more
 // makes up for the disc being round.
-constexpr double kSmoothDistance = 0.4;
 constexpr double kTipDistance = 0.1;
 
 // By how much the pen's half height may change within a run, in pixels. Tips show little of the outer part of a pen:
-// there it is enough that a run lies near the outline on its two ends together.
+// there it is enough that a run lies near the outline on its two ends together. A slant's extreme within a run lies
+// at its far end, so that a smooth curve's run is nearly as high as the pen is there.
 constexpr float kLevelRun = 0.025F;
+constexpr float kSmoothLevelRun = 0.0125F;
+constexpr float kSmoothRun = 0.25F; // of the way from the height at the far end to that at the near one
 constexpr float kNearRun = 0.036F;
 constexpr float kOuterHeight = 0.8F; // of the radius, and below
 constexpr int kMostLevels = 4;
 // Sub-columns that are widened together, so that all of their extremes stay in the fastest cache.
 constexpr int kChunk = 256;
+
+/// Half the height of a disc at a distance from its middle.
+double discHeight(double radius, double distance) {
+  return std::sqrt(std::max(radius * radius - distance * distance, 0.0));
+}
+
+/// That of its tangent at a distance, which touches it a little nearer to the middle.
+double tangentHeight(double radius, double distance) {
+  const double touch = std::min(distance - kTouch, kSteepestTouch * radius);
+  const double height = discHeight(radius, touch);
+  return std::max(height - (distance - touch) * touch / height, 0.0);
+}
 
 /// Room for the extremes of a chunk and those that its ends reach.
 int rowSize(int reach) { return kChunk + 2 * reach + 2 * kWidestVector; }
@@ -156,7 +174,6 @@ XOV_VECTOR_FUNCTION(void, widenCurve,
 } // namespace
 
 RoundPen::RoundPen(double radius, int perColumn, Curve curve) {
-  const double extraDistance = curve == Curve::Smooth ? kSmoothDistance : kTipDistance;
   const double reach = radius * perColumn;
   const int width = std::max(1, static_cast<int>(std::lround(2 * reach)));
   even_ = width % 2 == 0;
@@ -164,14 +181,16 @@ RoundPen::RoundPen(double radius, int perColumn, Curve curve) {
   reach_ = width / 2;
   std::vector<float> heights(static_cast<std::size_t>(reach_));
   for (std::size_t k = 0; k < heights.size(); ++k) {
-    const double distance = double(k) + (even_ ? 0.5 : 1.0) + extraDistance;
-    heights[k] = static_cast<float>(std::sqrt(std::max(reach * reach - distance * distance, 0.0)) / perColumn);
+    const double distance = double(k) + (even_ ? 0.5 : 1.0);
+    const double height =
+        curve == Curve::Smooth ? tangentHeight(reach, distance + 0.5) : discHeight(reach, distance + kTipDistance);
+    heights[k] = static_cast<float>(height / perColumn);
   }
   setRuns(heights, perColumn, curve);
 }
 
-/// Takes the longest runs that are level enough, at the mean of their heights. The middle stands alone, since its
-/// height is the width of a level line.
+/// Takes the longest runs that are level enough, at a height between those of their ends. The middle stands alone,
+/// since its height is the width of a level line.
 void RoundPen::setRuns(const std::vector<float>& heights, int perColumn, Curve curve) {
   for (int k = 0; k < reach_;) {
     int level = 0;
@@ -180,13 +199,14 @@ void RoundPen::setRuns(const std::vector<float>& heights, int perColumn, Curve c
     const auto isLevel = [&](int l) {
       if (last(l) >= heights.size()) return false;
       const float drop = heights[first] - heights[last(l)], width = float((1 << l) - 1) / float(perColumn);
-      if (drop <= kLevelRun) return true;
+      if (drop <= (curve == Curve::Smooth ? kSmoothLevelRun : kLevelRun)) return true;
       const bool isOuter = curve == Curve::Tips && heights[first] <= kOuterHeight * middleHeight_;
       return isOuter && drop * width <= kNearRun * std::hypot(drop, width);
     };
     while (k > 0 && level < kMostLevels && isLevel(level + 1))
       ++level;
-    runs_.push_back({k, level, (heights[first] + heights[last(level)]) / 2});
+    const float farther = heights[last(level)], nearness = curve == Curve::Smooth ? kSmoothRun : 0.5F;
+    runs_.push_back({k, level, farther + nearness * (heights[first] - farther)});
     levels_ = std::max(levels_, level);
     k += 1 << level;
   }

@@ -22,8 +22,10 @@ constexpr double kDense = 128;      // samples a pixel
 constexpr double kSegments = 1;     // samples a pixel, below which rows between samples are known exactly
 constexpr double kCrowd = 1.5;      // layers of ink, between which little paper shows
 constexpr double kEdgeError = 0.25; // of a sub-column, on average
-// A curve's rows are exact along a slant, so that errors there mostly cancel, but for about this part.
-constexpr float kOfSlant = 0.2F;
+// A slant of so many rows from sub-column to sub-column is off by as much as a jump. Below that errors of
+// neighbouring rows cancel, the more the less the slant: what remains goes with its square.
+constexpr float kSteep = 2;    // rows
+constexpr float kSlant = 1.2F; // jumps, at the most
 
 int roundedDown(double subColumns) { return std::max(static_cast<int>(subColumns) / kStep * kStep, kStep); }
 
@@ -39,14 +41,19 @@ XOV_INLINE void loadRows(const float* rows, float bottom, Vector& value) {
   keepSmaller(value, Vector{} + bottom);
 }
 
-/// Adds how far three rows of neighbouring sub-columns are from one slope, and part of the slope.
+/// Adds how far an edge is off, in rows: that of a slope through three rows of neighbouring sub-columns, or of a
+/// jump, whichever is more.
 template <class Vector>
 XOV_INLINE void addJump(const Vector& before, const Vector& here, const Vector& next, Vector& jump) {
   const Vector slope = next - here, bend = slope - (here - before);
   Vector steep = slope, bent = bend;
   keepGreater(steep, -slope);
   keepGreater(bent, -bend);
-  jump += bent * 0.5F + steep * kOfSlant; // a jump bends twice
+  Vector slant = steep * steep * (kSlant / kSteep);
+  keepSmaller(slant, steep * kSlant);
+  bent *= 0.5F; // a jump bends twice
+  keepGreater(bent, slant);
+  jump += bent;
 }
 
 template <class Vector>
