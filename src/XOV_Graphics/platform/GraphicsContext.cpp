@@ -134,6 +134,19 @@ void GraphicsContext::strokeRect(const QRectF& rect) { strokePath(Path::rect(rec
 
 void GraphicsContext::fillRect(const QRectF& rect) { fillPath(Path::rect(rect)); }
 
+void GraphicsContext::fillPatches(const Patches& patches) {
+  if (!patches.isEmpty()) onPatches(patches);
+}
+
+void GraphicsContext::onPatches(const Patches& patches) {
+  const SavedState saved(*this);
+  for (std::size_t i = 0; i < patches.count(); ++i) {
+    if (!patches.color(i).isValid()) continue;
+    setFillColor(patches.color(i));
+    fillPath(patches.path(i));
+  }
+}
+
 void GraphicsContext::drawSymbols(const Symbols& symbols) {
   if (!symbols.isEmpty()) onSymbols(symbols);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/platform/Patches.h"
 #include "XOV_Graphics/platform/Path.h"
 #include "XOV_Graphics/platform/Symbols.h"
 #include "XOV_Graphics/platform/TextAttributes.h"
@@ -92,6 +93,8 @@ public:
   /// Strokes the outline of a rectangle, line width 1.
   void strokeRect(const QRectF& rect);
   void fillRect(const QRectF& rect);
+  /// Fills each patch in its own colour.
+  void fillPatches(const Patches& patches);
   /// Fills and strokes each symbol, one after the other, in the symbols' own colours.
   void drawSymbols(const Symbols& symbols);
   /// Draws text, one line below the other at line feeds, with the lower left corner of its box at `position`.
@@ -116,6 +119,8 @@ protected:
   virtual void onClipPath(const Path&) {}
   virtual void onStroke(const Path&) {}
   virtual void onFill(const Path&) {}
+  /// Fills the patches as paths one by one; overridden where there is a faster way.
+  virtual void onPatches(const Patches& patches);
   /// Fills and strokes the circles one by one; overridden where there is a faster way to the same picture.
   virtual void onSymbols(const Symbols& symbols);
   virtual void onText(const QString&, QPointF, const TextAttributes&) {}

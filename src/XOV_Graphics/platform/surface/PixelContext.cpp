@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/platform/pixels/CrispLines.h"
 #include "XOV_Graphics/platform/pixels/LineClip.h"
+#include "XOV_Graphics/platform/pixels/PatchFill.h"
 #include "XOV_Graphics/platform/pixels/ScaledImages.h"
 #include "XOV_Graphics/platform/pixels/StripFill.h"
 #include "XOV_Graphics/platform/surface/Pens.h"
@@ -189,6 +190,14 @@ bool PixelContext::fillTracesAlone(const Path& path) {
   const InsideRule rule = path.windingRule() == Path::Winding::NonZero ? InsideRule::NonZero : InsideRule::Odd;
   return drawUnderClip([&](const PixelTarget& pixels, const QRect& clip) {
     return fillTraces(pixels, path.traces(), toDevice(), clip, rule, state().fillColor);
+  });
+}
+
+void PixelContext::onPatches(const Patches& patches) {
+  clearOnce();
+  drawUnderClip([&](const PixelTarget& pixels, const QRect& clip) {
+    xov::fillPatches(pixels, patches, toDevice(), clip);
+    return true;
   });
 }
 
