@@ -1,5 +1,6 @@
 #include "bench/Maps.h"
 
+#include "XOV_Graphics/seismic/mechanism/BeachBall.h"
 #include "XOV_Graphics/views/image/XOVImageView.h"
 #include "XOV_Graphics/views/map/geoMapView.h"
 #include "XOV_Graphics/views/xy/XOV2DScatterPlotView.h"
@@ -21,6 +22,8 @@ constexpr QSize kSize(900, 600);
 constexpr int kCells = 8192; // a side
 constexpr int kPalette = 3;
 constexpr int kMapPoints = 200000;
+constexpr int kBeachBalls = 10000;
+constexpr double kBallRadius = 8;
 constexpr int kSymbols = 1000000;
 constexpr float kPointsOfSize1 = 24; // the width of a map's point
 
@@ -86,6 +89,45 @@ void paintPoints(const geoMapView& map) {
   }
 }
 
+MapMechanismArray mechanisms() {
+  MapMechanismArray balls(kBeachBalls);
+  std::mt19937 random(13);
+  std::normal_distribution<double> element;
+  for (MapMechanism& ball : balls) {
+    ball.longitudeDeg = float(random() % 36000) / 100;
+    ball.latitudeDeg = float(random() % 18000) / 100 - 90;
+    ball.tensor = {element(random), element(random), element(random),
+                   element(random), element(random), element(random)};
+    ball.radius = kBallRadius;
+    ball.color = QColor::fromHsv(int(random() % 360), 255, 200);
+  }
+  return balls;
+}
+
+// What a program would do that has the polygons.
+void paintMechanisms(const geoMapView& map) {
+  QImage paper = whitePaper();
+  QPainter painter(&paper);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF frame = map.mapRect();
+  for (const MapMechanism& mechanism : map.mechanisms()) {
+    const BeachBall ball = beachBallOf(mechanism.tensor, 64);
+    painter.resetTransform();
+    painter.translate(frame.x() + double(mechanism.longitudeDeg) * frame.width() / 360,
+                      frame.y() + double(90 - mechanism.latitudeDeg) * frame.height() / 180);
+    painter.scale(mechanism.radius, -mechanism.radius);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ball.groundIsCompressional ? mechanism.color : QColor(Qt::white));
+    painter.drawEllipse(QPointF(), 1, 1);
+    painter.setPen(QPen(Qt::black, 0));
+    painter.setBrush(ball.groundIsCompressional ? QColor(Qt::white) : mechanism.color);
+    for (const BeachBallLine& patch : ball.patches)
+      painter.drawPolygon(patch.data(), int(patch.size()));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(QPointF(), 1, 1);
+  }
+}
+
 struct Places {
   XOV2DScatterPlotView::Buffer x = std::make_shared<std::vector<float>>();
   XOV2DScatterPlotView::Buffer y = std::make_shared<std::vector<float>>();
@@ -144,6 +186,10 @@ QString mapTable(int rounds) {
   map.setThePoints(translucentPoints());
   draw(map);
 
+  geoMapView balls(frame);
+  balls.setMechanisms(mechanisms());
+  draw(balls);
+
   const Places places;
   std::vector<Contest> contests = {
       {"8192 × 8192 cells, redraw", [&] { draw(image); }},
@@ -158,6 +204,8 @@ QString mapTable(int rounds) {
       {"", [&] { coloredByTable(*cells); }},
       {"200,000 translucent points on a map", [&] { draw(map); }},
       {"", [&] { paintPoints(map); }},
+      {"10,000 beach balls on a map", [&] { draw(balls); }},
+      {"", [&] { paintMechanisms(balls); }},
   };
   const std::pair<const char*, float> sizes[] = {{"a million symbols of 3 points", 3.0F},
                                                  {"a million symbols of 12 points", 12.0F},

@@ -241,8 +241,9 @@ TEST_F(CliMap, drawsEventsStationsVectorsAndLines) {
   writeFile("vectors.txt", "30 0 1 2\n40 0 -3 4\n");
   writeFile("line.nxy", "3\n0 0\n10 10\n20 0\n");
   writeFile("other.nxy", "2\n100 0\n110 10\n");
-  const QStringList features = {"map",         "--events",   "events.csv", "--stations", "stations.txt", "--vectors",
-                                "vectors.txt", "--polygons", "line.nxy",   "other.nxy",  "--image",      "0"};
+  const QStringList features = {"map",       "--events",    "events.csv", "--stations", "stations.txt",
+                                "--vectors", "vectors.txt", "--polygons", "line.nxy",   "other.nxy",
+                                "--image",   "0",           "--no-legend"};
   for (const char* name : {"map.png", "map.pdf"}) {
     const Outcome outcome = xov(features + QStringList{"-o", name});
     EXPECT_EQ(outcome.status, 0);
@@ -250,10 +251,69 @@ TEST_F(CliMap, drawsEventsStationsVectorsAndLines) {
   }
   XOV_REQUIRE_TOOL(text, "pdftotext", {at("map.pdf"), "-"});
   EXPECT_TRUE(text.contains("events")) << "the title\n" << qPrintable(text);
-  EXPECT_TRUE(text.contains("315")) << qPrintable(text);
+  EXPECT_TRUE(text.contains("45°W")) << qPrintable(text);
   // The large event's fill, 20 points around 142 E, 38 N: of depth 29 km, 20 · sqrt(29 / 700) = 4.07.
   EXPECT_EQ(QImage(at("map.png")).pixelColor(64 + int(142 / 360.0 * 804), 482 - 50 - int(128 / 180.0 * 402)),
             QColor(255, 61, 0)); // (1, 0.24, 0)
+}
+
+QByteArray quakeMlOfTwo() {
+  const auto value = [](const char* name, const char* text) {
+    return QByteArray("<") + name + "><value>" + text + "</value></" + name + ">";
+  };
+  const QByteArray time = value("time", "2011-03-11T05:46:23Z");
+  const QByteArray strike = value("strike", "0") + value("dip", "45") + value("rake", "90");
+  const auto event = [&](const char* latitude, const char* magnitude, const QByteArray& mechanism) {
+    return "<event><origin>" + time + value("latitude", latitude) + value("longitude", "90") +
+           value("depth", "10000") + "</origin><magnitude>" + value("mag", magnitude) + "</magnitude>" + mechanism +
+           "</event>";
+  };
+  return "<quakeml xmlns=\"http://quakeml.org/xmlns/quakeml/1.2\"><eventParameters>" +
+         event("0", "7",
+               "<focalMechanism><nodalPlanes><nodalPlane1>" + strike +
+                   "</nodalPlane1></nodalPlanes></focalMechanism>") +
+         event("40", "6", "") + "</eventParameters></quakeml>";
+}
+
+TEST_F(CliMap, drawsBeachBallsForTheEventsWhoseMechanismIsKnown) {
+  writeFile("events.xml", quakeMlOfTwo());
+  const QStringList map = {"map", "--image", "0", "--events", "events.xml", "--no-legend", "-o", "map.png"};
+  EXPECT_EQ(xov(map + QStringList{"--mechanisms", "--mechanism-color", "#0000ff", "--mechanism-size", "40"}).err, "");
+  const QImage image(at("map.png"));
+  const QRectF region(0, -90, 360, 180);
+  // 40 points are 18 degrees; the middle of a thrust is compressional, its east side is not.
+  EXPECT_EQ(colorAt(image, region, 90, 0), QColor(0, 0, 255));
+  EXPECT_EQ(colorAt(image, region, 98, 0), QColor(255, 255, 255));
+  // The other event is a circle: of 10 km, 20 · sqrt(10 / 700) = 2.4 in the table from dark red to blue.
+  EXPECT_EQ(colorAt(image, region, 90, 40), QColor(242, 0, 0));
+  EXPECT_EQ(xov(map + QStringList{"--mechanisms"}).err, "");
+  EXPECT_EQ(colorAt(QImage(at("map.png")), region, 90, 0), QColor(242, 0, 0)) << "that of its depth";
+}
+
+TEST_F(CliMap, saysWhereAFileTellsNoMechanism) {
+  writeFile("events.csv", "time,latitude,longitude,depth,magnitude\n2011-03-11T05:46:23Z,38,142,29,9\n");
+  const Outcome outcome = xov({"map", "--image", "0", "--events", "events.csv", "--mechanisms", "-o", "map.png"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: events.csv: tells no mechanism of an event\n");
+  EXPECT_EQ(xov({"map", "--mechanisms", "-o", "map.png"}).status, 2) << "without events";
+  EXPECT_EQ(xov({"map", "--events", "events.csv", "--mechanisms", "--mechanism-color", "reddish"}).status, 2);
+}
+
+TEST_F(CliMap, explainsWhatItShows) {
+  writeFile("events.csv", "time,latitude,longitude,depth,magnitude\n2011-03-11T05:46:23Z,38,12,29,6.8\n"
+                          "2011-03-11T05:46:23Z,39,12,29,5.2\n");
+  writeFile("stations.txt", "TLY 38.2 12.4\n");
+  writeGrid("globe.i2", 90, 180);
+  XOV_REQUIRE_TEXT(text, {"map", "--topo", "globe.i2", "--region", "10", "14", "36", "40", "--events", "events.csv",
+                          "--stations", "stations.txt", "--station-names", "--plates", "types", "--color-bar",
+                          "Elevation (m)"});
+  for (const char* word : {"Magnitude", "Depth (km)", "700", "trenches", "ridges", "transform faults", "100 km",
+                           "TLY", "12°E", "38°N", "Elevation (m)"})
+    EXPECT_TRUE(text.contains(QString::fromUtf8(word))) << word << "\n" << qPrintable(text);
+  XOV_REQUIRE_TEXT(bare, {"map", "--image", "0", "--region", "10", "14", "36", "40", "--events", "events.csv",
+                          "--no-legend", "--no-scale-bar", "--no-degree-signs"});
+  for (const char* word : {"Magnitude", "km", "E", "N"})
+    EXPECT_FALSE(bare.contains(QLatin1String(word))) << word << "\n" << qPrintable(bare);
 }
 
 TEST_F(CliMap, readsNamedColumns) {

@@ -1,6 +1,7 @@
 #include "apps/xov/map/MapEvents.h"
 
 #include "XOV_Graphics/seismic/Undefined.h"
+#include "apps/xov/map/MapKey.h"
 
 #include <gtest/gtest.h>
 
@@ -92,6 +93,29 @@ TEST(EventPoints, haveColorSizeAndPlaceOfTheirEvent) {
   EXPECT_EQ(points[0]->depth(), 175);
   EXPECT_EQ(points[0]->colorIndex(), 10);
   EXPECT_FLOAT_EQ(points[0]->symbolSize(), 4.5F / 12);
+}
+
+TEST(MagnitudeKey, hasACircleForEachWholeMagnitudeThatThereIs) {
+  const auto radius = [](float magnitude) { return 2.0 * double(magnitude); };
+  const MapLegendSection key =
+      magnitudeKey({event(0, 0, 10, 6.6F), event(0, 0, 10, 4.6F), event(0, 0, 10, kUndefinedValue)}, radius);
+  ASSERT_EQ(key.items.size(), 3U);
+  EXPECT_EQ(key.items[0].text, QStringLiteral("5"));
+  EXPECT_EQ(key.items[0].radius, 10);
+  EXPECT_EQ(key.items[2].text, QStringLiteral("7"));
+  EXPECT_TRUE(magnitudeKey({event(0, 0, 10, kUndefinedValue)}, radius).items.empty());
+  const MapLegendSection wide = magnitudeKey({event(0, 0, 10, -2), event(0, 0, 10, 9)}, radius);
+  ASSERT_EQ(wide.items.size(), 7U) << "the largest ones";
+  EXPECT_EQ(wide.items[0].text, QStringLiteral("3"));
+}
+
+TEST(DepthKey, runsFromTheSurfaceToTheRight) {
+  const std::vector<QColor> colors = {Qt::red, Qt::green, Qt::blue};
+  EXPECT_EQ(depthKey(colors, true).colors.front(), QColor(Qt::red));
+  EXPECT_EQ(depthKey(colors, false).colors.front(), QColor(Qt::blue));
+  // As the colours: by the square root, 0.2673 of the bar for 50 of 700 km.
+  EXPECT_NEAR(depthKey(colors, true).marks[1].share, 0.2673, 1e-4);
+  EXPECT_EQ(depthKey(colors, true).marks.back().text, QStringLiteral("700"));
 }
 
 } // namespace

@@ -19,6 +19,9 @@ constexpr double kWidth = 900;
 constexpr double kSmallestWidth = 400;
 constexpr double kLargestHeight = 700;
 constexpr double kSmallestHeight = 240;
+constexpr double kColorBarWidth = 88;
+constexpr double kLegendHeight = 36;
+constexpr float kWidestWithScaleBar = 90; // degrees of longitude: on wider maps a kilometre has no one length
 
 struct Align {
   const char* name;
@@ -41,12 +44,12 @@ std::int32_t alignCode(const std::string& name) {
 
 } // namespace
 
-QSizeF mapViewSize(double widthOverHeight) {
+QSizeF mapViewSize(double widthOverHeight, const QSizeF& margins) {
   const double height =
       std::clamp(std::round((kWidth - kBesides) / widthOverHeight + kAboveAndBelow), kSmallestHeight, kLargestHeight);
   const double width =
       std::clamp(std::round((height - kAboveAndBelow) * widthOverHeight + kBesides), kSmallestWidth, kWidth);
-  return {width, height};
+  return QSizeF(width, height) + margins;
 }
 
 void MapCommand::addOptions(CLI::App& options) {
@@ -59,6 +62,14 @@ void MapCommand::addOptions(CLI::App& options) {
   options.add_option("--align", align_, "Where a map stands that is lower than its place: centre, top or bottom")
       ->type_name("PLACE")
       ->check(oneOf(alignNames()));
+  CLI::Option* const topo = options.get_option("--topo");
+  options
+      .add_option("--color-bar", colorBar_, "Draw a bar of the colours of elevations, with this title; '' for none")
+      ->type_name("TITLE")
+      ->needs(topo);
+  options.add_flag("--no-degree-signs", noDegreeSigns_, "Label the edges with numbers alone, without E, W, N and S");
+  options.add_flag("--no-scale-bar", noScaleBar_, "Draw no bar of kilometres");
+  options.add_flag("--no-legend", noLegend_, "Do not explain magnitudes, depths and plate boundaries below the map");
   output_.addOptions(options);
   options.parse_complete_callback([this] { findRegion(); });
 }
@@ -72,7 +83,17 @@ void MapCommand::findRegion() {
     region_ = *region;
   }
   background_.checkRegion(region_);
-  output_.setDefaultSize(mapViewSize(region_.widthOverHeight()));
+  output_.setDefaultSize(
+      mapViewSize(region_.widthOverHeight(), {colorBar_ ? kColorBarWidth : 0, hasLegend() ? kLegendHeight : 0}));
+}
+
+void MapCommand::showMargins(geoMapView& view, MapLegend legend) const {
+  const PlotLimits& limits = region_.limits();
+  view.setShowDegreeSigns(!noDegreeSigns_);
+  view.setShowScaleBar(!noScaleBar_ && limits.xmax - limits.xmin <= kWidestWithScaleBar);
+  if (hasLegend()) view.setLegend(std::move(legend));
+  view.setShowColorBar(colorBar_.has_value());
+  view.setColorBarTitle(QString::fromStdString(colorBar_.value_or("")));
 }
 
 ExitCode MapCommand::run() {
@@ -80,7 +101,9 @@ ExitCode MapCommand::run() {
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<geoMapView>(frame);
     all = background_.show(*view, region_);
-    all = features_.show(*view, region_) && all;
+    MapLegend legend;
+    all = features_.show(*view, region_, legend) && all;
+    showMargins(*view, std::move(legend));
     view->setVAlignPlot(alignCode(align_));
     view->setTitle(output_.titleOr(features_.title()));
     return view;

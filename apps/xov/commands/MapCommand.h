@@ -19,17 +19,23 @@ public:
 
 private:
   void findRegion();
+  bool hasLegend() const { return !noLegend_ && features_.needLegend(); }
+  void showMargins(geoMapView& view, MapLegend legend) const;
 
   MapBackground background_;
   MapFeatures features_;
   std::optional<std::array<double, 4>> edges_;
   MapRegion region_;
   std::string align_ = "centre";
+  bool noDegreeSigns_ = false;
+  bool noScaleBar_ = false;
+  bool noLegend_ = false;
+  std::optional<std::string> colorBar_; // its title
   Output output_{"map", {900, 482}};
 };
 
 /// The size of a map view of that width over height, with room for axes and a title: 900 points wide, or less for a
-/// map that would be higher than 700.
-QSizeF mapViewSize(double widthOverHeight);
+/// map that would be higher than 700; and wider or higher by what stands beside and below the map.
+QSizeF mapViewSize(double widthOverHeight, const QSizeF& margins = {});
 
 } // namespace xov::cli

@@ -32,10 +32,6 @@ float drawnMagnitude(const Hypocentre& event) {
   return isDefined(magnitude) ? magnitude : float(kBaseMagnitude);
 }
 
-bool hasPlace(const std::shared_ptr<Hypocentre>& event) {
-  return isDefined(event->values().latitudeDeg) && isDefined(event->values().longitudeDeg);
-}
-
 } // namespace
 
 const DepthColors& depthColorsNamed(const std::string& name) {
@@ -65,10 +61,15 @@ float magnitudeSymbolSize(float magnitude) {
   return float(std::clamp(radius, kSmallestRadius, kLargestRadius) / kRadiusOfSize1);
 }
 
+bool hasPlace(const Hypocentre& event) {
+  return isDefined(event.values().latitudeDeg) && isDefined(event.values().longitudeDeg);
+}
+
 GeoMapPointArray eventPoints(const HypocentreArray& events, const MapRegion& region, std::size_t colors,
                              bool redFirst) {
   HypocentreArray placed;
-  std::copy_if(events.begin(), events.end(), std::back_inserter(placed), hasPlace);
+  std::copy_if(events.begin(), events.end(), std::back_inserter(placed),
+               [](const std::shared_ptr<Hypocentre>& event) { return hasPlace(*event); });
   std::stable_sort(placed.begin(), placed.end(),
                    [](const auto& a, const auto& b) { return drawnMagnitude(*a) > drawnMagnitude(*b); });
   GeoMapPointArray points;

@@ -29,6 +29,9 @@ int depthColorIndex(float depthKm, std::size_t colors, bool redFirst);
 /// 20 points; that of magnitude 4 where it is not known.
 float magnitudeSymbolSize(float magnitude);
 
+/// Whether latitude and longitude of an event are known.
+bool hasPlace(const Hypocentre& event);
+
 /// The events that have a place, the largest ones first, so that small ones lie over them.
 GeoMapPointArray eventPoints(const HypocentreArray& events, const MapRegion& region, std::size_t colors,
                              bool redFirst);

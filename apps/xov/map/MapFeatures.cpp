@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/map/MapEvents.h"
+#include "apps/xov/map/MapKey.h"
 #include "apps/xov/terminal/Messages.h"
 
 #include <CLI/CLI.hpp>
@@ -16,6 +17,7 @@
 #include <XOV_Graphics/platform/Colors.h>
 #include <XOV_Graphics/seismic/io/stations/StationText.h>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace xov::cli {
@@ -27,8 +29,21 @@ constexpr char kTypes[] = "types";
 constexpr double kLargestVectorScale = 1e9;
 constexpr double kLongestVector = 50;     // points
 constexpr float kStationSize = 2.5F / 12; // a radius of 2.5 points
+constexpr double kNameClearance = 4.5;    // of names from the middle of their stations, points
+constexpr double kRadiusOfSize1 = 12;     // of the view
 constexpr float kFootSize = 1.5F / 12;
 const QColor kLines = QColor::fromRgbF(0.75F, 0.05F, 0.1F, 0.9F); // seen on land, on sea, and on paper
+
+// Those that people with any colour vision tell apart by their lightness, on land, on sea, and on paper. A title
+// begins with the type.
+struct PlateType {
+  const char* name;
+  const char* plural;
+  QColor color;
+};
+const PlateType kPlateTypes[] = {{"trench", "trenches", kLines},
+                                 {"ridge", "ridges", QColor::fromRgbF(1.0F, 0.6F, 0.0F)},
+                                 {"transform", "transform faults", QColor::fromRgbF(0.3F, 0.1F, 0.45F)}};
 
 std::optional<ColumnData> readOrComplain(const std::string& path, const std::vector<std::string>& columns) {
   QStringList wanted;
@@ -90,13 +105,15 @@ void MapFeatures::addOptions(CLI::App& options) {
       ->type_name("SET")
       ->check(oneOf({kBird, kTypes}));
   options.add_option("--polygons", polygons_, "NXY files of lines")->type_name("FILE");
-  options
-      .add_option("--events", events_,
-                  "Earthquakes of QuakeML, a catalogue or a table: colour by depth, size by magnitude")
-      ->type_name("FILE");
+  CLI::Option* events =
+      options
+          .add_option("--events", events_,
+                      "Earthquakes of QuakeML, a catalogue or a table: colour by depth, size by magnitude")
+          ->type_name("FILE");
   options.add_option("--colors", colors_, "Colours of depths: seis (default), nogreen, polar or red")
       ->type_name("TABLE")
       ->check(oneOf(depthColorNames()));
+  mechanisms_.addOptions(options, events);
   CLI::Option* stations =
       options
           .add_option("--stations", stations_, "Stations: StationXML, or text or CSV of code, latitude, longitude")
@@ -107,6 +124,8 @@ void MapFeatures::addOptions(CLI::App& options) {
                    ->type_name("LON LAT")
                    ->needs(stations),
                2);
+  options.add_flag("--station-names", stationNames_, "Write their codes beside them, where there is room")
+      ->needs(stations);
   CLI::Option* vectors = options.add_option("--vectors", vectors_, "Text or CSV file of vectors")->type_name("FILE");
   takesExactly(
       options.add_option("--vector-columns", vectorColumns_, "Their columns, by number or heading (default 1 2 3 4)")
@@ -119,13 +138,42 @@ void MapFeatures::addOptions(CLI::App& options) {
       ->needs(vectors);
 }
 
-bool MapFeatures::addPlates(geoMapView& view, const MapRegion& region) const {
+bool MapFeatures::addPlates(geoMapView& view, const MapRegion& region, MapLegend& legend) const {
   if (plates_.empty()) return true;
   plateBoundaryController controller;
   // What is missing stands in the log, which goes where complaints do.
-  const bool loaded = plates_ == kBird ? controller.loadBirdPlateBoundaries() : controller.loadUTPlateBoundaries();
-  addLines(view, controller.boundaries(), region);
+  if (plates_ == kBird) {
+    const bool loaded = controller.loadBirdPlateBoundaries();
+    addLines(view, controller.boundaries(), region);
+    return loaded;
+  }
+  const bool loaded = controller.loadUTPlateBoundaries();
+  addPlateTypes(view, *controller.boundaries(), region, legend);
   return loaded;
+}
+
+// Those of each type as a set with its colour; what tells no type has the colour of all lines.
+void MapFeatures::addPlateTypes(geoMapView& view, const XOVPolygonArray& boundaries, const MapRegion& region,
+                                MapLegend& legend) const {
+  std::array<std::shared_ptr<XOVPolygonArray>, std::size(kPlateTypes)> ofType;
+  for (auto& lines : ofType)
+    lines = std::make_shared<XOVPolygonArray>();
+  const auto others = std::make_shared<XOVPolygonArray>();
+  for (const std::shared_ptr<XOVPolygon>& line : boundaries) {
+    const auto* const type = std::ranges::find_if(kPlateTypes, [&](const PlateType& candidate) {
+      return line->title().startsWith(QLatin1String(candidate.name), Qt::CaseInsensitive);
+    });
+    (type == std::end(kPlateTypes) ? others : ofType[std::size_t(type - kPlateTypes)])->push_back(line);
+  }
+  addLines(view, others, region);
+  std::vector<std::pair<QString, QColor>> shown;
+  for (std::size_t i = 0; i < ofType.size(); ++i) {
+    if (ofType[i]->empty()) continue;
+    addLines(view, ofType[i], region);
+    view.setPolygonSetColor(view.thePolygonSets().size() - 1, kPlateTypes[i].color);
+    shown.emplace_back(QString::fromLatin1(kPlateTypes[i].plural), kPlateTypes[i].color);
+  }
+  if (!shown.empty()) legend.push_back(lineKey(shown));
 }
 
 bool MapFeatures::addPolygons(geoMapView& view, const MapRegion& region) const {
@@ -145,12 +193,23 @@ bool MapFeatures::addPolygons(geoMapView& view, const MapRegion& region) const {
   return all;
 }
 
-bool MapFeatures::addEvents(geoMapView& view, const MapRegion& region) const {
+bool MapFeatures::addEvents(geoMapView& view, const MapRegion& region, MapLegend& legend) const {
   if (events_.empty()) return true;
   const std::optional<EventFile> file = readEventsOrComplain(events_);
   if (!file) return false;
   const DepthColors& table = depthColorsNamed(colors_);
-  *view.thePoints() = eventPoints(file->events, region, view.theColors()->size(), table.redFirst);
+  const HypocentreArray circles =
+      mechanisms_.areWanted() ? mechanisms_.take(file->events, view, region, table.redFirst) : file->events;
+  *view.thePoints() = eventPoints(circles, region, view.theColors()->size(), table.redFirst);
+  if (mechanisms_.areWanted() && view.mechanisms().empty())
+    complain(QStringLiteral("%1: tells no mechanism of an event").arg(fileNameFromBytes(events_)));
+
+  const bool hasBalls = !view.mechanisms().empty();
+  const MapLegendSection magnitudes = magnitudeKey(file->events, [&](float magnitude) {
+    return hasBalls ? mechanisms_.radius(magnitude) : kRadiusOfSize1 * double(magnitudeSymbolSize(magnitude));
+  });
+  if (!magnitudes.items.empty() && !(hasBalls && mechanisms_.hasOneSize())) legend.push_back(magnitudes);
+  legend.push_back(depthKey(*view.theColors(), table.redFirst));
   return true;
 }
 
@@ -160,9 +219,14 @@ bool MapFeatures::addStations(geoMapView& view, const MapRegion& region) const {
       stationColumns_.empty() ? readStationsOrComplain(stations_) : stationsInColumns(stations_, stationColumns_);
   if (!stations) return false;
   const int color = addColor(view, colors::black);
-  for (const Station& station : *stations)
-    addPoint(view, region.symbolLongitude(float(station.longitudeDeg)), float(station.latitudeDeg), kStationSize,
-             color);
+  MapLabelArray names;
+  for (const Station& station : *stations) {
+    const float longitude = region.symbolLongitude(float(station.longitudeDeg));
+    addPoint(view, longitude, float(station.latitudeDeg), kStationSize, color);
+    if (stationNames_ && !station.code.isEmpty())
+      names.push_back({float(station.latitudeDeg), longitude, station.code, kNameClearance});
+  }
+  view.setLabels(std::move(names));
   return true;
 }
 
@@ -186,12 +250,14 @@ bool MapFeatures::addVectors(geoMapView& view, const MapRegion& region) const {
   return true;
 }
 
-bool MapFeatures::show(geoMapView& view, const MapRegion& region) const {
+bool MapFeatures::needLegend() const { return !events_.empty() || plates_ == kTypes; }
+
+bool MapFeatures::show(geoMapView& view, const MapRegion& region, MapLegend& legend) const {
   view.setPlateBoundaryColor(kLines);
   depthColorsNamed(colors_).build(view);
-  bool all = addPlates(view, region);
+  bool all = addEvents(view, region, legend);
+  all = addPlates(view, region, legend) && all;
   all = addPolygons(view, region) && all;
-  all = addEvents(view, region) && all;
   all = addStations(view, region) && all;
   return addVectors(view, region) && all;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/xov/map/MapMechanisms.h"
 #include "apps/xov/map/MapRegion.h"
 
 #include <XOV_Graphics/views/map/geoMapView.h>
@@ -18,16 +19,22 @@ class MapFeatures {
 public:
   void addOptions(CLI::App& options);
 
-  /// Puts everything that can be read into the view. False, with a message for each, when a file could not be.
-  bool show(geoMapView& view, const MapRegion& region) const;
+  /// Puts everything that can be read into the view, and what its symbols mean into the legend. False, with a message
+  /// for each, when a file could not be.
+  bool show(geoMapView& view, const MapRegion& region, MapLegend& legend) const;
+
+  /// Whether there is something for a legend to explain.
+  bool needLegend() const;
 
   /// A title: the name of the file of events without its extension; empty without one.
   QString title() const;
 
 private:
-  bool addPlates(geoMapView& view, const MapRegion& region) const;
+  bool addPlates(geoMapView& view, const MapRegion& region, MapLegend& legend) const;
+  void addPlateTypes(geoMapView& view, const XOVPolygonArray& boundaries, const MapRegion& region,
+                     MapLegend& legend) const;
   bool addPolygons(geoMapView& view, const MapRegion& region) const;
-  bool addEvents(geoMapView& view, const MapRegion& region) const;
+  bool addEvents(geoMapView& view, const MapRegion& region, MapLegend& legend) const;
   bool addStations(geoMapView& view, const MapRegion& region) const;
   bool addVectors(geoMapView& view, const MapRegion& region) const;
 
@@ -35,7 +42,9 @@ private:
   std::vector<std::string> polygons_;
   std::string events_;
   std::string colors_ = "seis";
+  MapMechanisms mechanisms_;
   std::string stations_;
+  bool stationNames_ = false;
   std::vector<std::string> stationColumns_; // none where the file says it itself
   std::string vectors_;
   std::vector<std::string> vectorColumns_ = {"1", "2", "3", "4"};

@@ -102,6 +102,13 @@ void fill(geoMapView& view) {
   vector->setEastValue(10);
   vector->setScaleFactor(2);
   view.addTheVector(vector);
+  MapMechanism thrust;
+  thrust.tensor = {1, 0, -1, 0, 0, 0};
+  view.setMechanisms({thrust, thrust});
+  view.setLabels({{10, 20, QStringLiteral("A"), 4}});
+  view.setLegend({{QStringLiteral("Depth"), {{QStringLiteral("one"), Qt::red, 3}}, {Qt::red, Qt::blue}, {}}});
+  view.setMovesMechanismsApart(true);
+  view.setShowScaleBar(true);
 }
 
 void fill(helicorderView& view) {

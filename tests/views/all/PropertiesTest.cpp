@@ -268,6 +268,9 @@ void setAll(geoMapView& view) {
   view.setPlateBoundaryColor(Qt::magenta);
   view.setOutlinePointsWithNoData(false);
   view.setVAlignPlot(geoMapView::VAlign::Top);
+  view.setShowDegreeSigns(true);
+  view.setShowScaleBar(true);
+  view.setMovesMechanismsApart(true);
 }
 
 TYPED_TEST(Properties, areNotDrawnAnewByTheSetters) {

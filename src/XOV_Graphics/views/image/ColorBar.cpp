@@ -36,7 +36,7 @@ ColorBar layoutColorBar(const ColorBarRequest& request) {
   axis.fontSize = request.fontSize;
   axis.lower = request.lowest;
   axis.upper = request.highest;
-  axis.mayScaleLabels = true;
+  axis.mayScaleLabels = request.mayScaleLabels;
   axis.minorTicks = false;
   LinearAxis laidOut = layoutLinearAxis(axis);
   for (const AxisSegment& tick : laidOut.ticks) {

@@ -18,6 +18,7 @@ struct ColorBarRequest {
   float lowest = 0;  ///< the value at the lower end
   float highest = 0; ///< at the upper end
   int fontSize = 14; ///< points
+  bool mayScaleLabels = true;
 };
 
 /// A colour bar ready to be drawn.

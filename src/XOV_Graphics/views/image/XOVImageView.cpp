@@ -277,12 +277,16 @@ void XOVImageView::drawAxes() {
 
 void XOVImageView::drawColorBar() {
   if (!hasColorBar() || !(iRect_.width() > 0) || !(iRect_.height() > 0)) return;
-  const ColorBar bar = layoutColorBar(
-      {.picture = iRect_, .lowest = minValue_, .highest = maxValue_, .fontSize = int(kColorBarTextSize)});
+  const auto [lowest, highest, fontSize, mayScaleLabels] = colorBarScale();
+  const ColorBar bar = layoutColorBar({.picture = iRect_,
+                                       .lowest = lowest,
+                                       .highest = highest,
+                                       .fontSize = fontSize,
+                                       .mayScaleLabels = mayScaleLabels});
   std::array<float, kColorBarLevels> values{};
   for (int row = 0; row < kColorBarLevels; ++row) { // from the top
     const float share = (float(kColorBarLevels - row) - 0.5F) / float(kColorBarLevels);
-    values[std::size_t(row)] = minValue_ + share * (maxValue_ - minValue_);
+    values[std::size_t(row)] = lowest + share * (highest - lowest);
   }
   QImage levels(1, kColorBarLevels, QImage::Format_RGB32);
   colorGridPixels(values, gridColoring(), {reinterpret_cast<QRgb*>(levels.bits()), values.size()});
@@ -299,7 +303,7 @@ void XOVImageView::drawColorBar() {
   }
   context.strokePath(ticks);
   const TextAttributes attributes = *labelAttributes_;
-  setLabelFontSize(kColorBarTextSize);
+  setLabelFontSize(float(fontSize));
   for (const AxisLabel& label : bar.labels)
     drawStringXYHJustVJust(QString::fromStdString(label.text), float(label.x), float(label.y), 1, 4);
   // Text that is centred and then turned upright lies a line's height to the left.

@@ -167,7 +167,7 @@ public:
   void setPlacesCellsExactly(bool exactly) { placesCellsExactly_ = exactly; }
 
   /// Whether a bar at the right side of the picture, which is narrower then, shows the colours of all values from
-  /// minValue to maxValue; off at first. A map has none.
+  /// minValue to maxValue; off at first. A map has one for a topography, and none for a picture.
   bool showColorBar() const { return showColorBar_; }
   void setShowColorBar(bool show) { change(showColorBar_, show); }
   /// What its numbers are, with their unit, as "Residual (s)"; written along the bar.
@@ -224,6 +224,15 @@ protected:
   void installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, const QImage& picture);
   /// Whether there is a colour bar.
   virtual bool hasColorBar() const { return showColorBar_; }
+  /// The numbers of a colour bar.
+  struct ColorBarScale {
+    float lowest = 0;           ///< at the lower end
+    float highest = 0;          ///< at the upper end
+    int fontSize = 14;          ///< points
+    bool mayScaleLabels = true; ///< whether large numbers are divided by a power of ten
+  };
+  /// From minValue to maxValue.
+  virtual ColorBarScale colorBarScale() const { return {minValue_, maxValue_}; }
   /// Takes the room of the colour bar, where it shows, from the data frame.
   void leaveRoomForColorBar();
   /// Strokes the data frame with lines of 2 points in black, and begins axes with tick labels of those attributes.

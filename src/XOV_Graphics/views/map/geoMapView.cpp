@@ -1,10 +1,10 @@
 #include "XOV_Graphics/views/map/geoMapView.h"
 
-#include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/views/map/MapColors.h"
 #include "XOV_Graphics/views/map/MapLayout.h"
+#include "XOV_Graphics/views/map/MapLegendLayout.h"
 #include "XOV_Graphics/views/map/MapPoints.h"
 #include "XOV_Graphics/views/map/MapProjection.h"
 
@@ -13,8 +13,8 @@ namespace xov {
 namespace {
 
 constexpr float kBoundaryAlpha = 0.5F;
-constexpr int kTickLabelSize = 18;
 constexpr double kMargin = 40;
+constexpr double kLegendGap = 8; // above the legend
 
 template <typename T>
 std::shared_ptr<T> orEmpty(std::shared_ptr<T> array) {
@@ -52,6 +52,16 @@ void geoMapView::addAPolygonSet(std::shared_ptr<XOVPolygonArray> polygons) {
   if (polygons) thePolygonSets_.push_back(std::move(polygons));
 }
 
+void geoMapView::setPolygonSetColor(std::size_t set, const QColor& color) {
+  if (set >= thePolygonSets_.size()) return;
+  if (polygonSetColors_.size() <= set) polygonSetColors_.resize(set + 1);
+  polygonSetColors_[set] = color;
+}
+
+QColor geoMapView::polygonSetColor(std::size_t set) const {
+  return set < polygonSetColors_.size() ? polygonSetColors_[set] : QColor();
+}
+
 void geoMapView::setTheColors(std::shared_ptr<MapColorArray> colors) { theColors_ = orEmpty(std::move(colors)); }
 
 void geoMapView::buildGrayScaleColorsNLevels(std::int32_t n) {
@@ -69,7 +79,14 @@ void geoMapView::computeRects() {
   pRect_ = {kMargin, kMargin, b.width() - 2 * kMargin, b.height() - 2 * kMargin};
   iRect_ = pRect_;
   XOVImageView::computeRects();
-  iRect_ = mapRectangle(iRect_, limits(), MapAlign(vAlignPlot_));
+  if (!legend_.empty()) {
+    const double height = layoutLegend(b.x(), b.width()).height + kLegendGap;
+    pRect_.adjust(0, height, 0, 0);
+    iRect_.adjust(0, height, 0, 0);
+  }
+  const QRectF room = iRect_;
+  iRect_ = mapRectangle(room, limits(), MapAlign(vAlignPlot_));
+  if (showAxes_) leaveRoomForTickLabels(room);
 }
 
 void geoMapView::drawContents() {
@@ -79,6 +96,11 @@ void geoMapView::drawContents() {
   if (showPlates_) drawPolygons();
   drawPoints();
   drawVectors();
+  drawMechanisms();
+  drawLabels();
+  drawScaleBar();
+  drawLegend();
+  drawColorBar();
   drawTitleTopCentered();
   if (_timeStamp()) drawTimeStamp();
 }
@@ -88,26 +110,16 @@ ImageKind geoMapView::imageKind() const {
   return placesCellsExactly() ? ImageKind::ExactPicture : ImageKind::Picture;
 }
 
-void geoMapView::drawAxes() {
-  if (!showAxes_) return;
-  const auto tickLabels = std::make_shared<TextAttributes>(TextAttributes::helvetica(kTickLabelSize));
-  tickLabels->setColor(colors::darkGray);
-  beginFramedAxes(tickLabels);
-  ASetFontSize(kTickLabelSize);
-  const float interval = mapTickInterval(xmax_ - xmin_);
-  addAxes(QStringLiteral(" "), interval, interval);
-  strokeAxisPath();
-}
-
 void geoMapView::drawPolygons() {
   if (thePolygonSets_.empty()) return;
   const MapProjection projection(iRect_, limits());
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   context.clipToRect(iRect_);
-  context.setColor(plateBoundaryColor_);
-  for (const std::shared_ptr<XOVPolygonArray>& set : thePolygonSets_) {
-    for (const std::shared_ptr<XOVPolygon>& polygon : *set) {
+  for (std::size_t set = 0; set < thePolygonSets_.size(); ++set) {
+    context.setColor(plateBoundaryColor_);
+    context.setColor(polygonSetColor(set));
+    for (const std::shared_ptr<XOVPolygon>& polygon : *thePolygonSets_[set]) {
       if (polygon) context.strokePath(projection.line(*polygon));
     }
   }

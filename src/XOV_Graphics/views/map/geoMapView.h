@@ -5,6 +5,9 @@
 #include "XOV_Graphics/map/geoMapPoint.h"
 #include "XOV_Graphics/map/geoMapVector.h"
 #include "XOV_Graphics/views/image/XOVImageView.h"
+#include "XOV_Graphics/views/map/MapLabel.h"
+#include "XOV_Graphics/views/map/MapLegend.h"
+#include "XOV_Graphics/views/map/MapMechanism.h"
 
 #include <QColor>
 #include <QImage>
@@ -14,6 +17,10 @@
 #include <vector>
 
 namespace xov {
+
+struct LaidOutLegend;
+struct LinearAxis;
+struct PlacedDisc;
 
 /// What a map shows; views share these with the host. Null entries are left out.
 using GeoMapPointArray = std::vector<std::shared_ptr<geoMapPoint>>;
@@ -25,7 +32,8 @@ using XOVPolygonSets = std::vector<std::shared_ptr<XOVPolygonArray>>;
 
 /// A map in longitude and latitude, the view's x and y limits in degrees: a topography or a picture at the back, then
 /// plate boundaries, symbols and vectors, and a title. The map keeps its shape: at the middle latitude both axes have
-/// the same scale.
+/// the same scale. Beach balls, labels, a scale bar, a legend and the colour bar of a topography are drawn when they
+/// are asked for.
 ///
 /// Longitudes are -180 … 180 or 0 … 360, as the limits and the data like. On a map that reaches beyond 180 degrees,
 /// negative longitudes of data stand for those 360 degrees further east; lines on a map that begins west of Greenwich
@@ -37,6 +45,10 @@ class XOV_EXPORT geoMapView : public XOVImageView {
   Q_PROPERTY(QColor plateBoundaryColor READ plateBoundaryColor WRITE writePlateBoundaryColor NOTIFY settingsChanged)
   Q_PROPERTY(bool outlinePointsWithNoData READ outlinePointsWithNoData WRITE writeOutlinePointsWithNoData NOTIFY
                  settingsChanged)
+  Q_PROPERTY(bool showDegreeSigns READ showDegreeSigns WRITE writeShowDegreeSigns NOTIFY settingsChanged)
+  Q_PROPERTY(bool showScaleBar READ showScaleBar WRITE writeShowScaleBar NOTIFY settingsChanged)
+  Q_PROPERTY(
+      bool movesMechanismsApart READ movesMechanismsApart WRITE writeMovesMechanismsApart NOTIFY settingsChanged)
   Q_PROPERTY(xov::geoMapView::VAlign vAlignPlot READ vAlignPlotValue WRITE writeVAlignPlot NOTIFY settingsChanged)
 
 public:
@@ -75,6 +87,19 @@ public:
   const XOVPolygonSets& thePolygonSets() const { return thePolygonSets_; }
   /// Null is not added.
   void addAPolygonSet(std::shared_ptr<XOVPolygonArray> polygons);
+  /// The colour of one set, by its place in thePolygonSets(); an invalid one, as at first, leaves it to
+  /// plateBoundaryColor(). Nothing for a set that is not there.
+  void setPolygonSetColor(std::size_t set, const QColor& color);
+  QColor polygonSetColor(std::size_t set) const;
+  /// Focal mechanisms as beach balls over the points; none at first.
+  const MapMechanismArray& mechanisms() const { return mechanisms_; }
+  void setMechanisms(MapMechanismArray mechanisms) { mechanisms_ = std::move(mechanisms); }
+  /// Names at places; none at first. One that would cover another name or place is left out.
+  const MapLabelArray& labels() const { return labels_; }
+  void setLabels(MapLabelArray labels) { labels_ = std::move(labels); }
+  /// What stands below the map, whose room it takes; none at first.
+  const MapLegend& legend() const { return legend_; }
+  void setLegend(MapLegend legend) { legend_ = std::move(legend); }
 
   // How it shows it.
 
@@ -92,6 +117,18 @@ public:
   std::int32_t vAlignPlot() const { return vAlignPlot_; }
   void setVAlignPlot(std::int32_t align) { change(vAlignPlot_, align); }
   void setVAlignPlot(VAlign align) { setVAlignPlot(std::int32_t(align)); }
+  /// Whether the edges of the map are labelled with degree signs and E, W, N and S, longitudes from 180°W to 180°E;
+  /// off at first.
+  bool showDegreeSigns() const { return showDegreeSigns_; }
+  void setShowDegreeSigns(bool show) { change(showDegreeSigns_, show); }
+  /// Whether a bar in the lower left corner of the map shows how long so many kilometres are at its middle latitude;
+  /// off at first.
+  bool showScaleBar() const { return showScaleBar_; }
+  void setShowScaleBar(bool show) { change(showScaleBar_, show); }
+  /// Whether beach balls that would overlap are moved aside, with a line to their place; off at first. More than 400
+  /// stay where they are.
+  bool movesMechanismsApart() const { return movesMechanismsApart_; }
+  void setMovesMechanismsApart(bool move) { change(movesMechanismsApart_, move); }
   /// Where the map was last laid out, in view points.
   QRectF mapRect() const { return iRect_; }
 
@@ -134,11 +171,16 @@ public:
 
   // Drawing.
 
-  /// Lays out as the base view and then fits the map into iRect, centred from left to right.
+  /// Lays out as the base view and then fits the map into iRect, centred from left to right. Latitudes with so many
+  /// digits that the edge of the view would cut them take their room from the map.
   void computeRects() override;
   /// Ticks every 10 to 90 degrees by the map's width, without titles.
   void drawAxes() override;
   void drawPolygons();
+  void drawMechanisms();
+  void drawLabels();
+  void drawScaleBar();
+  void drawLegend();
   /// Circles of 12 · symbolSize points radius: filled in the colour of their index, of their own opacity, and
   /// outlined. An index beyond theColors() leaves the outline only.
   void drawPoints();
@@ -148,13 +190,16 @@ public:
   QImage getImageOfView();
 
 protected:
-  /// Everything on white paper: the background unless hideImage(), axes, polygons, points, vectors, title, time
-  /// stamp.
+  /// Everything on white paper: the background unless hideImage(), axes, polygons, points, vectors, beach balls,
+  /// labels, scale bar, legend, colour bar, title, time stamp.
   void drawContents() override;
   /// A base map or topography is a picture, which is kept small in files; with placesCellsExactly() it is drawn to
   /// the fraction of a pixel. Cells of any other grid stay cells.
   ImageKind imageKind() const override;
-  bool hasColorBar() const override { return false; }
+  /// A picture has none.
+  bool hasColorBar() const override { return showColorBar() && showsBitmap() && !hideImage(); }
+  /// The elevations that there are, in plain metres: their colours do not depend on minValue and maxValue.
+  ColorBarScale colorBarScale() const override;
 
 private:
   VAlign vAlignPlotValue() const { return VAlign(vAlignPlot()); }
@@ -171,11 +216,30 @@ private:
     setOutlinePointsWithNoData(value);
     setNeedsDisplay();
   }
+  void writeShowDegreeSigns(bool value) {
+    setShowDegreeSigns(value);
+    setNeedsDisplay();
+  }
+  void writeShowScaleBar(bool value) {
+    setShowScaleBar(value);
+    setNeedsDisplay();
+  }
+  void writeMovesMechanismsApart(bool value) {
+    setMovesMechanismsApart(value);
+    setNeedsDisplay();
+  }
   void writeVAlignPlot(VAlign value) {
     setVAlignPlot(value);
     setNeedsDisplay();
   }
 
+  int tickLabelSize() const;
+  LinearAxis layoutAxis(Qt::Axis axis) const;
+  double widthOfTickLabels(Qt::Axis axis) const;
+  void leaveRoomForTickLabels(const QRectF& room);
+  void drawDegrees();
+  std::vector<PlacedDisc> placeMechanisms() const;
+  LaidOutLegend layoutLegend(double left, double width) const;
   void setImageExtent(const PlotLimits& extent, float dx, float dy);
 
   std::shared_ptr<GeoMapPointArray> thePoints_;
@@ -186,6 +250,13 @@ private:
   bool showPlates_ = false;
   bool outlinePointsWithNoData_ = true;
   QColor plateBoundaryColor_;
+  std::vector<QColor> polygonSetColors_;
+  MapMechanismArray mechanisms_;
+  MapLabelArray labels_;
+  MapLegend legend_;
+  bool showDegreeSigns_ = false;
+  bool showScaleBar_ = false;
+  bool movesMechanismsApart_ = false;
 };
 
 } // namespace xov
