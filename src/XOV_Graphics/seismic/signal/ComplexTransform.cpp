@@ -105,12 +105,27 @@ UnitRoots::UnitRoots(std::size_t n) : shift_(unsigned(std::bit_width(n)) / 2) {
     coarse_[m] = root(m << shift_);
 }
 
+struct ComplexPlan::InOneGo {
+  kissfft<double> transform;
+};
+
+ComplexPlan::ComplexPlan(std::size_t n, TransformDirection direction) : direction_(direction) {
+  if (n <= kInOneGo)
+    inOneGo_ = std::make_unique<InOneGo>(kissfft<double>(n, direction == TransformDirection::Backward));
+}
+
+ComplexPlan::~ComplexPlan() = default;
+
+void ComplexPlan::run(std::span<Complex> values, std::span<Complex> result) const {
+  if (inOneGo_) {
+    inOneGo_->transform.transform(values.data(), result.data());
+  } else {
+    LongTransform(values, middleDivisor(values.size()), direction_ == TransformDirection::Backward).run(result);
+  }
+}
+
 void complexTransform(std::span<Complex> values, std::span<Complex> result, TransformDirection direction) {
-  const bool isBackward = direction == TransformDirection::Backward;
-  if (values.size() > kInOneGo)
-    LongTransform(values, middleDivisor(values.size()), isBackward).run(result);
-  else
-    kissfft<double>(values.size(), isBackward).transform(values.data(), result.data());
+  ComplexPlan(values.size(), direction).run(values, result);
 }
 
 } // namespace xov

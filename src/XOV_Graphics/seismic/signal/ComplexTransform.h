@@ -3,6 +3,7 @@
 #include <complex>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -32,8 +33,25 @@ private:
 /// The sign of the exponent.
 enum class TransformDirection : std::uint8_t { Forward, Backward };
 
-/// The Fourier transform Σ x[k] exp(∓2πi jk/n), without a factor, of values whose number has small factors only. It
-/// goes into `result`, which is as long; the values are lost.
+/// The Fourier transform Σ x[k] exp(∓2πi jk/n), without a factor, of n values, n having small factors only: made
+/// ready once for as many transforms as are wanted.
+class ComplexPlan {
+public:
+  ComplexPlan(std::size_t n, TransformDirection direction);
+  ~ComplexPlan();
+  ComplexPlan(const ComplexPlan&) = delete;
+  ComplexPlan& operator=(const ComplexPlan&) = delete;
+
+  /// Of n values into `result`, which is as long; the values are lost.
+  void run(std::span<std::complex<double>> values, std::span<std::complex<double>> result) const;
+
+private:
+  struct InOneGo;
+  TransformDirection direction_;
+  std::unique_ptr<InOneGo> inOneGo_; ///< none for those that are taken apart
+};
+
+/// The same for one transform.
 void complexTransform(std::span<std::complex<double>> values, std::span<std::complex<double>> result,
                       TransformDirection direction);
 

@@ -1,0 +1,51 @@
+#include "XOV_Graphics/seismic/signal/NoiseModels.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace xov {
+namespace {
+
+// A + B log10(T) with the constants of the section that the period lies in.
+TEST(NoiseModels, haveTheValuesOfTheirSections) {
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::Low, 0.1), -162.36 - 5.64, 1e-9);
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::Low, 1), -166.40, 1e-9);
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::Low, 10), -132.18 - 31.57, 1e-9);
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::Low, 50), -187.5, 1e-9);
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::Low, 100), -216.47 + 2 * 15.70, 1e-9);
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::Low, 100000), -346.88 + 5 * 48.75, 1e-9);
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::High, 0.1), -108.73 + 17.23, 1e-9);
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::High, 1), -116.85, 1e-9);
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::High, 10), -93.37 - 22.42, 1e-9);
+  EXPECT_NEAR(*noiseModelDb(NoiseModel::High, 100), -151.52 + 2 * 10.01, 1e-9);
+}
+
+// The sections were fitted to one line each: a wrong constant makes a step. The steepest one falls by 163 dB a
+// decade, 0.07 dB in a thousandth of one.
+TEST(NoiseModels, goOnFromSectionToSection) {
+  for (const NoiseModel model : {NoiseModel::Low, NoiseModel::High}) {
+    double before = *noiseModelDb(model, kShortestNoisePeriod);
+    for (double log10 = -0.9995; log10 < 5; log10 += 0.0005) {
+      const double here = *noiseModelDb(model, std::pow(10.0, log10));
+      EXPECT_NEAR(here, before, 0.12) << "at a period of " << std::pow(10.0, log10) << " s";
+      before = here;
+    }
+  }
+}
+
+TEST(NoiseModels, lieAboveEachOther) {
+  for (double log10 = -1; log10 <= 5; log10 += 0.01)
+    EXPECT_LT(*noiseModelDb(NoiseModel::Low, std::pow(10.0, log10)),
+              *noiseModelDb(NoiseModel::High, std::pow(10.0, log10)));
+}
+
+TEST(NoiseModels, knowNothingBeyondTheirPeriods) {
+  for (const double period : {0.0, -1.0, 0.0999, 100001.0, std::numeric_limits<double>::quiet_NaN(),
+                              std::numeric_limits<double>::infinity()})
+    EXPECT_FALSE(noiseModelDb(NoiseModel::Low, period)) << period;
+}
+
+} // namespace
+} // namespace xov
