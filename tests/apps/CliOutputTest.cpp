@@ -36,6 +36,21 @@ protected:
   }
 };
 
+TEST_F(CliOutput, isTheSameWithAnyNumberOfThreads) {
+  for (const char* extension : {"png", "pdf", "svg", "tif", "jpg"}) {
+    QByteArray alone;
+    for (const char* threads : {"1", "2", "4", "16"}) {
+      const QString name = QStringLiteral("a%1.%2").arg(threads, extension);
+      const Outcome outcome = xov({"--threads", threads, "section", "a.SAC", "--scale", "2", "-o", name});
+      EXPECT_EQ(outcome.status, 0) << qPrintable(outcome.err);
+      const QByteArray bytes = contents(name);
+      ASSERT_FALSE(bytes.isEmpty());
+      if (alone.isEmpty()) alone = bytes;
+      EXPECT_TRUE(bytes == alone) << qPrintable(name);
+    }
+  }
+}
+
 TEST_F(CliOutput, writesPicturesOfSizeTimesScale) {
   draw("a.png", {"--size", "300", "200"});
   EXPECT_EQ(image("a.png", "png").size(), QSize(300, 200));

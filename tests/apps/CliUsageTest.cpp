@@ -41,6 +41,8 @@ TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
       {{"help", "sektion"}, "xov: there is no command 'sektion'; did you mean 'section'? (see 'xov --help')\n"},
       {{"plot"}, "xov: there is no command 'plot' (see 'xov --help')\n"},
       {{"--verson"}, "xov: there is no option '--verson'; did you mean '--version'? (see 'xov --help')\n"},
+      {{"--threads", "0", "section", "a"},
+       "xov: --threads: found '0', expected a number from 1 to 256 (see 'xov --help')\n"},
       {{"section"}, "xov: section: FILES is required (see 'xov section --help')\n"},
       {{"section", "a", "--bogus"}, "xov: section: there is no option '--bogus' (see 'xov section --help')\n"},
       {{"section", "a", "--zero-line=1"},

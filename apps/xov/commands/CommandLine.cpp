@@ -2,10 +2,12 @@
 
 #include "apps/xov/commands/CommandTable.h"
 #include "apps/xov/commands/Suggestion.h"
+#include "apps/xov/inputs/Validators.h"
 #include "apps/xov/prepare/StepWords.h"
 
 #include <CLI/CLI.hpp>
 
+#include <XOV_Graphics/base/Threads.h>
 #include <XOV_Graphics/base/Version.h>
 #include <algorithm>
 #include <clocale>
@@ -123,6 +125,10 @@ CommandLine::CommandLine()
           "Plots of seismograms and other data, in a window or as PDF, TIFF, JPEG and PNG files.", "xov")) {
   app_->require_subcommand(1);
   app_->set_version_flag("-V,--version", "xov " + version().toString().toStdString(), "Print the version and exit");
+  app_->add_option("--threads", threads_, "Threads that share the work (default: as many as processors)")
+      ->type_name("N")
+      ->check(numberFromTo(1, kMostThreads))
+      ->trigger_on_parse(); // what is wrong with it is no matter of the command behind it
   app_->footer(kFooter);
   for (const CommandRow& row : commandTable()) {
     CLI::App* options = app_->add_subcommand(row.name, row.summary);
@@ -149,6 +155,7 @@ ExitCode CommandLine::run(const std::vector<std::string>& words) {
 }
 
 ExitCode CommandLine::runParsed() const {
+  if (threads_ > 0) setThreadCount(threads_);
   for (const Subcommand& subcommand : subcommands_) {
     if (subcommand.options->parsed()) return subcommand.command->run();
   }

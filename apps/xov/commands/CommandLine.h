@@ -31,6 +31,7 @@ private:
 
   std::unique_ptr<CLI::App> app_;
   std::vector<Subcommand> subcommands_;
+  int threads_ = 0; // 0 when nothing is said of them
 };
 
 /// Parses the command line, runs the subcommand and returns the exit status: an ExitCode.

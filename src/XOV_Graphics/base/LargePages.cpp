@@ -3,6 +3,7 @@
 #ifdef __linux__
 #include <memory>
 #include <sys/mman.h>
+#include <unistd.h>
 #endif
 
 namespace xov {
@@ -13,8 +14,14 @@ void askForLargePages(void* start, std::size_t bytes) {
   // Only whole pages, so that nothing else gets one. Refused, it is as before.
   if (std::align(page, page, start, bytes) != nullptr) madvise(start, bytes / page * page, MADV_HUGEPAGE);
 }
+
+void offerToSystem(void* start, std::size_t bytes) {
+  const auto page = std::size_t(sysconf(_SC_PAGESIZE));
+  if (std::align(page, page, start, bytes) != nullptr) madvise(start, bytes / page * page, MADV_FREE);
+}
 #else
 void askForLargePages(void*, std::size_t) {}
+void offerToSystem(void*, std::size_t) {}
 #endif
 
 } // namespace xov

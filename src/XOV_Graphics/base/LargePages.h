@@ -8,4 +8,7 @@ namespace xov {
 /// takes to get 100 MB in small ones is as long as to fill it twice. Contents and size stay as they are.
 void askForLargePages(void* start, std::size_t bytes);
 
+/// Lets the system take memory back when it runs short; whole pages of it then hold zeros when they are used again.
+void offerToSystem(void* start, std::size_t bytes);
+
 } // namespace xov

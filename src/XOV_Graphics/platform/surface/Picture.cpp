@@ -1,6 +1,7 @@
 #include "XOV_Graphics/platform/surface/Picture.h"
 
 #include "XOV_Graphics/platform/surface/PixelContext.h"
+#include "XOV_Graphics/platform/surface/PixelMemory.h"
 
 #include <QPainter>
 
@@ -17,7 +18,7 @@ constexpr double kLargestSide = 32767;
 
 QImage drawOnImage(QSize size, double ratio, const QTransform& viewToDevice, const Drawing& draw,
                    ScaledImages* kept) {
-  QImage image(size, QImage::Format_ARGB32_Premultiplied);
+  QImage image = reusedImage(size, QImage::Format_ARGB32_Premultiplied);
   if (image.isNull()) return image;
   const PixelTarget target{image.bits(), image.bytesPerLine(), image.width(), image.height()};
   {

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/platform/surface/PixelContext.h"
 
+#include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/platform/pixels/CrispLines.h"
 #include "XOV_Graphics/platform/pixels/LineClip.h"
 #include "XOV_Graphics/platform/pixels/PatchFill.h"
@@ -34,8 +35,12 @@ QPainterPath dashedArea(const QPen& pen, const QPainterPath& shape) {
 }
 
 void fillPixels(const PixelTarget& target, QRgb color) {
-  for (int row = 0; row < target.height; ++row)
-    std::fill_n(reinterpret_cast<QRgb*>(target.bits + row * target.bytesPerLine), target.width, color);
+  constexpr int kBandRows = 64;
+  runTasks((target.height + kBandRows - 1) / kBandRows, TaskStart::FirstAlone, [&](int band) {
+    const int end = std::min((band + 1) * kBandRows, target.height);
+    for (int row = band * kBandRows; row < end; ++row)
+      std::fill_n(reinterpret_cast<QRgb*>(target.bits + row * target.bytesPerLine), target.width, color);
+  });
 }
 
 bool withinPainterLimits(const QPainterPath& deviceShape) {
