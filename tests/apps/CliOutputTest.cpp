@@ -164,6 +164,59 @@ TEST_F(CliOutput, writesAPictureNamedAfterTheCommandWithoutADisplay) {
   EXPECT_EQ(files(), (QStringList{"a.SAC", "section.png"}));
 }
 
+TEST_F(CliOutput, replacesNoFileThatWasNotAskedFor) {
+  writeFile("section.png", "mine");
+  writeFile("section_2.png", "mine, too");
+  EXPECT_EQ(xov({"section", "a.SAC"}).out, "wrote section_3.png\n");
+  EXPECT_EQ(contents("section.png"), "mine");
+  EXPECT_EQ(contents("section_2.png"), "mine, too");
+}
+
+TEST_F(CliOutput, takesSizesInCentimetresAndInches) {
+  draw("a.pdf", {"--size", "16cm", "10cm"});
+  XOV_REQUIRE_TOOL(info, "pdfinfo", {at("a.pdf")});
+  // 16 / 2.54 · 72 = 453.5 and 10 / 2.54 · 72 = 283.5 points, in whole ones.
+  EXPECT_TRUE(QRegularExpression("Page size: +454 x 283 pts").match(info).hasMatch()) << qPrintable(info);
+  draw("a.png", {"--size", "6in,4in"});
+  EXPECT_EQ(image("a.png", "png").size(), QSize(432, 288));
+  const Outcome mixed = xov({"section", "a.SAC", "-o", "b.png", "--size", "6", "4in"});
+  EXPECT_EQ(mixed.status, 2);
+  EXPECT_TRUE(mixed.err.contains("--size: found '6 4in', expected a unit at both or at none"))
+      << qPrintable(mixed.err);
+}
+
+TEST_F(CliOutput, givesPicturesTheirPixelsAnInchAndTellsThem) {
+  for (const char* name : {"a.png", "a.tif", "a.jpg"}) {
+    draw(name, {"--size", "6in", "4in", "--dpi", "300"});
+    const QImage picture(at(name));
+    EXPECT_EQ(picture.size(), QSize(1800, 1200)) << name;
+    EXPECT_NEAR(picture.dotsPerMeterX() * 0.0254, 300, 0.01) << name;
+    EXPECT_NEAR(picture.dotsPerMeterY() * 0.0254, 300, 0.01) << name;
+  }
+  EXPECT_EQ(xov({"section", "a.SAC", "--dpi", "300", "--scale", "2", "-o", "b.png"}).status, 2);
+  EXPECT_EQ(xov({"section", "a.SAC", "--dpi", "1", "-o", "b.png"}).status, 2);
+}
+
+TEST_F(CliOutput, drawsTheSameInPixelsAnInchAndPixelsAPoint) {
+  draw("a.png", {"--dpi", "144"});
+  draw("b.png", {"--scale", "2"});
+  EXPECT_EQ(contents("a.png"), contents("b.png"));
+}
+
+TEST_F(CliOutput, saysNothingButErrorsWhenQuiet) {
+  writeRecord("b.SAC");
+  writeRecord("c.SAC");
+  const QString note = "xov: c.SAC: the last record has no partner; not drawn\n";
+  EXPECT_EQ(xov({"panels", "a.SAC", "b.SAC", "c.SAC"}).err, note);
+  for (const QStringList& words : {QStringList{"--quiet", "panels"}, QStringList{"panels", "-q"}}) {
+    const Outcome outcome = xov(words + QStringList{"a.SAC", "b.SAC", "c.SAC"});
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.status, 0);
+  }
+  EXPECT_EQ(xov({"section", "--quiet", "nowhere.SAC", "a.SAC", "-o", "x.png"}).err.count('\n'), 1);
+}
+
 TEST_F(CliOutput, replacesAnExistingFile) {
   writeFile("a.png", QByteArray(1000000, 'x'));
   draw("a.png", {"--size", "300", "200"});

@@ -58,9 +58,11 @@ TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
        "xov: section: --output: found 'pdf', expected a file name that ends in .pdf, .svg, .tif, .jpg or .png "
        "(see 'xov section --help')\n"},
       {{"section", "a", "--size", "0.5", "600"},
-       "xov: section: --size: found '0.5', expected a number from 1 to 20000 (see 'xov section --help')\n"},
+       "xov: section: --size: found '0.5', expected 1 to 20000 points, as 600, 16cm, 160mm, "
+       "6in or 450pt (see 'xov section --help')\n"},
       {{"section", "a", "--size", "900", "20001"},
-       "xov: section: --size: found '20001', expected a number from 1 to 20000 (see 'xov section --help')\n"},
+       "xov: section: --size: found '20001', expected 1 to 20000 points, as 600, 16cm, 160mm, "
+       "6in or 450pt (see 'xov section --help')\n"},
       {{"section", "a", "--scale", "33"},
        "xov: section: --scale: found '33', expected a number from 0.1 to 32 (see 'xov section --help')\n"},
       {{"section", "a", "--gain", "-1"},

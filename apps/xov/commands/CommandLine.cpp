@@ -99,6 +99,11 @@ std::vector<std::string> optionNames(const CLI::App& xov) {
   return names;
 }
 
+// Before the command's name or behind it.
+void addQuiet(CLI::App& options) {
+  options.add_flag_callback("-q,--quiet", setQuiet, "Say nothing but errors: no notes, no progress");
+}
+
 // What is wrong with the arguments that nobody takes; nothing when there are none. A wrong option comes first: what
 // else is wrong may follow from it.
 std::optional<std::string> unexpected(const CLI::App& xov) {
@@ -130,9 +135,11 @@ CommandLine::CommandLine()
       ->check(numberFromTo(1, kMostThreads))
       ->trigger_on_parse(); // what is wrong with it is no matter of the command behind it
   app_->footer(kFooter);
+  addQuiet(*app_);
   for (const CommandRow& row : commandTable()) {
     CLI::App* options = app_->add_subcommand(row.name, row.summary);
     subcommands_.push_back({options, row.make()});
+    addQuiet(*options);
     subcommands_.back().command->addOptions(*options);
   }
 }

@@ -1,6 +1,7 @@
 #include "apps/xov/commands/DrumCommand.h"
 
 #include "apps/xov/inputs/Validators.h"
+#include "apps/xov/output/RecordNames.h"
 #include "apps/xov/output/TitledView.h"
 
 #include <XOV_Graphics/seismic/prepare/DrumPage.h>
@@ -38,7 +39,7 @@ void DrumCommand::addOptions(CLI::App& options) {
   options.add_flag("--zero-lines", zeroLines_, "Draw a thin zero line through each row");
   options.add_flag("--hours", hours_, "Count the time scale in hours instead of minutes");
   preparation_.addOptions(options);
-  output_.addOptions(options);
+  output_.addOptions(options, recordFieldNames());
 }
 
 ExitCode DrumCommand::run() {
@@ -50,11 +51,11 @@ ExitCode DrumCommand::run() {
     complain(several ? page.error() + QStringLiteral("; --channels chooses") : page.error());
     return ExitCode::Failed;
   }
-  for (const QString& note : page->notes)
-    complain(note);
+  for (const QString& text : page->notes)
+    note(text);
   const MarkedEvents marked = events_.read();
   const auto pieces = std::make_shared<const SeismogramArray>(page->pieces);
-  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+  const ExitCode delivered = output_.deliver(nameFieldsOf(*pieces), [&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<helicorderView>>(frame);
     view->setWvfrmArray(pieces);
     view->setTheHypoArray(marked.events);

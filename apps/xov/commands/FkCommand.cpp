@@ -157,15 +157,14 @@ bool FkCommand::chooseWindow(const RecordArray& array, BeamSearch& search) {
 void FkCommand::sayWhatWasTaken(const BeamPower& beam) const {
   const QString band = bandText(beam, QStringLiteral(" to "));
   if (chosen_) {
-    complain(
-        QStringLiteral("took %1 to %2 s, where the recordings are strongest, of %3 s, and %4; --window and --band "
-                       "take others")
-            .arg(chosen_->fromSeconds)
-            .arg(chosen_->toSeconds)
-            .arg(chosen_->commonSeconds)
-            .arg(band));
+    note(QStringLiteral("took %1 to %2 s, where the recordings are strongest, of %3 s, and %4; --window and --band "
+                        "take others")
+             .arg(chosen_->fromSeconds)
+             .arg(chosen_->toSeconds)
+             .arg(chosen_->commonSeconds)
+             .arg(band));
   } else if (band_.empty()) {
-    complain(QStringLiteral("took %1; --band takes others").arg(band));
+    note(QStringLiteral("took %1; --band takes others").arg(band));
   }
 }
 
@@ -240,8 +239,7 @@ ExitCode FkCommand::run() {
   const auto beam = analyse();
   if (!beam) return ExitCode::Failed;
   const BeamPeak peak = peakOf(*beam);
-  if (peak.isOnEdge)
-    complain(QStringLiteral("the largest power lies on the edge of the grid; --limit makes it larger"));
+  if (peak.isOnEdge) note(QStringLiteral("the largest power lies on the edge of the grid; --limit makes it larger"));
   const QString done = preparation_.text();
   return draw(gridOf(*beam), beamTitle(*beam, peak) + (done.isEmpty() ? QString() : QStringLiteral("; ") + done));
 }

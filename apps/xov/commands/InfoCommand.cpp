@@ -302,7 +302,7 @@ ExitCode InfoCommand::printArrivals() const {
   Arrivals arrivals;
   const ExitCode status = fill(arrivals);
   print(arrivals.text());
-  if (const QString note = arrivals.note(); !note.isEmpty()) complain(note);
+  if (const QString text = arrivals.note(); !text.isEmpty()) note(text);
   return status;
 }
 

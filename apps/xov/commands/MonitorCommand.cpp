@@ -108,7 +108,7 @@ ExitCode MonitorCommand::run() {
     complain(found.files.front() + QStringLiteral(": found no samples with times, expected a reference time"));
     return ExitCode::Failed;
   }
-  if (const QString note = outsideNote(found.records); !note.isEmpty()) complain(note);
+  if (const QString outside = outsideNote(found.records); !outside.isEmpty()) note(outside);
   const auto showInWindow = [&](const QRectF& frame) {
     auto view = makeView(frame);
     view->setWaveformGain(float(gain_));

@@ -2,6 +2,7 @@
 
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Validators.h"
+#include "apps/xov/output/RecordNames.h"
 
 #include <XOV_Graphics/seismic/prepare/Amplitudes.h>
 #include <XOV_Graphics/seismic/prepare/CommonAxis.h>
@@ -78,10 +79,11 @@ void PanelsCommand::addOptions(CLI::App& options) {
   options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
       ->type_name("G")
       ->check(numberAboveZero());
+  pages_.addOptions(options);
   picks_.addOptions(options);
   timeAxis_.addOptions(options);
   preparation_.addOptions(options);
-  output_.addOptions(options);
+  output_.addOptions(options, recordFieldNames());
 }
 
 ExitCode PanelsCommand::run() {
@@ -91,14 +93,17 @@ ExitCode PanelsCommand::run() {
     return ExitCode::Failed;
   }
   if (found.records.size() % 2 == 1) {
-    complain(found.files.back() + QStringLiteral(": the last record has no partner; not drawn"));
+    note(found.files.back() + QStringLiteral(": the last record has no partner; not drawn"));
     found.records.pop_back();
   }
-  output_.setDefaultSize(sizeOfPanels(found.records.size() / 2));
-  const auto records =
-      std::make_shared<const SeismogramArray>(pairsFromOneStart(onOneAxis(picks_.apply(std::move(found.records)))));
-  const PanelTimes times = panelTimes(*records);
-  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+  RecordPages pages = pages_.pagesOf(std::move(found.records), [&](SeismogramArray records) {
+    return pairsFromOneStart(onOneAxis(picks_.apply(std::move(records))));
+  });
+  for (std::size_t page = 0; page < pages.count(); ++page)
+    pages.setSize(page, sizeOfPanels(pages.recordsOn(page) / 2));
+  const ExitCode delivered = output_.deliver(pages.plotPages(), [&](const QRectF& frame, std::size_t page) {
+    const auto& records = pages.recordsOf(page);
+    const PanelTimes times = panelTimes(*records);
     auto view = std::make_unique<PanelsView>(frame);
     view->setWvfrmArray(records);
     view->setMaxAmplitude(float(double(largestAmplitude(*records)) / gain_));

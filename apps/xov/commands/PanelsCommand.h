@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
+#include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
 
 namespace xov::cli {
@@ -17,6 +18,7 @@ public:
 
 private:
   RecordInputs inputs_;
+  PageOption pages_{"panels", 2};
   PickOptions picks_;
   TimeAxisOption timeAxis_;
   Preparation preparation_;

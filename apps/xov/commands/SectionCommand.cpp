@@ -1,6 +1,7 @@
 #include "apps/xov/commands/SectionCommand.h"
 
 #include "apps/xov/inputs/Validators.h"
+#include "apps/xov/output/RecordNames.h"
 
 #include <XOV_Graphics/seismic/prepare/RecordOrder.h>
 #include <XOV_Graphics/seismic/prepare/RecordTexts.h>
@@ -56,22 +57,28 @@ void SectionCommand::addOptions(CLI::App& options) {
   options.add_option("--sort", order_, "Order from the bottom up: distance, azimuth or name")
       ->type_name("ORDER")
       ->check(oneOf(orderNames()));
+  pages_.addOptions(options);
   picks_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
   preparation_.addOptions(options);
-  output_.addOptions(options);
+  output_.addOptions(options, recordFieldNames());
 }
 
 ExitCode SectionCommand::run() {
   Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
-  const bool one = found.records.size() == 1;
-  if (one) output_.setDefaultSize(kSizeOfOne);
-  found.records = plot_.prepare(picks_.apply(std::move(found.records)));
-  sortRecords(found.records, orderNamed(order_));
-  const auto records = std::make_shared<const SeismogramArray>(std::move(found.records));
-  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+  RecordPages pages = pages_.pagesOf(std::move(found.records), [&](SeismogramArray records) {
+    records = plot_.prepare(picks_.apply(std::move(records)));
+    sortRecords(records, orderNamed(order_));
+    return records;
+  });
+  for (std::size_t page = 0; page < pages.count(); ++page) {
+    if (pages.recordsOn(page) == 1) pages.setSize(page, kSizeOfOne);
+  }
+  const ExitCode delivered = output_.deliver(pages.plotPages(), [&](const QRectF& frame, std::size_t page) {
+    const auto& records = pages.recordsOf(page);
+    const bool one = records->size() == 1;
     auto view = std::make_unique<MultiSeisView>(frame);
     view->setWvfrmsArray(records);
     view->setPlotGainFactor(float((one ? kViewGainOfOne : kViewGain) / gain_));

@@ -6,6 +6,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
+#include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
 
 #include <string>
@@ -20,6 +21,7 @@ public:
 
 private:
   RecordInputs inputs_;
+  PageOption pages_{"records"};
   PickOptions picks_;
   Preparation preparation_;
   RecordPlot plot_;

@@ -2,6 +2,7 @@
 
 #include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
+#include "apps/xov/output/RecordNames.h"
 
 #include <CLI/CLI.hpp>
 
@@ -40,10 +41,11 @@ void StackCommand::addOptions(CLI::App& options) {
   options.add_flag("--fill", fill_, "Fill what overlaid traces enclose");
   addRange(options, "--fixed-x", fixedX_, "Ends of the time axis in seconds (default: those of the records)");
   addRange(options, "--fixed-y", fixedY_, "Ends of the amplitude axis (default: the extremes of the records)");
+  pages_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
   preparation_.addOptions(options);
-  output_.addOptions(options);
+  output_.addOptions(options, recordFieldNames());
   options.parse_complete_callback([this] { checkOptions(); });
 }
 
@@ -67,10 +69,12 @@ std::unique_ptr<StackedSeisView> StackCommand::makeView(const QRectF& frame) con
 ExitCode StackCommand::run() {
   Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
-  const auto records =
-      std::make_shared<const SeismogramArray>(captionedByChannel(plot_.prepare(std::move(found.records))));
+  RecordPages pages = pages_.pagesOf(std::move(found.records), [&](SeismogramArray records) {
+    return captionedByChannel(plot_.prepare(std::move(records)));
+  });
   if (!fixedX_.empty()) timeAxis_.preferSeconds();
-  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+  const ExitCode delivered = output_.deliver(pages.plotPages(), [&](const QRectF& frame, std::size_t page) {
+    const auto& records = pages.recordsOf(page);
     auto view = makeView(frame);
     view->setWvfrmsArray(records);
     if (!fixedX_.empty()) {

@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/output/Output.h"
+#include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
 
 #include <string>
@@ -28,6 +29,7 @@ private:
 
   RecordInputs inputs_;
   Preparation preparation_;
+  PageOption pages_{"records"};
   RecordPlot plot_;
   TimeAxisOption timeAxis_;
   Output output_{"stack", {900, 600}};

@@ -1,6 +1,7 @@
 #include "apps/xov/commands/ThreeCommand.h"
 
 #include "apps/xov/inputs/OptionValues.h"
+#include "apps/xov/output/RecordNames.h"
 #include "apps/xov/output/TitledView.h"
 
 #include <CLI/CLI.hpp>
@@ -24,7 +25,7 @@ void ThreeCommand::addOptions(CLI::App& options) {
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
   preparation_.addOptions(options);
-  output_.addOptions(options);
+  output_.addOptions(options, recordFieldNames());
 }
 
 ExitCode ThreeCommand::run() {
@@ -40,7 +41,7 @@ ExitCode ThreeCommand::run() {
   }
   const SeismogramArray present = plot_.prepare(picks_.apply(presentComponents(*components)));
   const auto shown = observationOf(*components, present);
-  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+  const ExitCode delivered = output_.deliver(nameFieldsOf(present), [&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<ThreeCompView>>(frame);
     view->setObservation(shown);
     timeAxis_.apply(*view, present);

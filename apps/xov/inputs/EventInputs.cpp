@@ -12,8 +12,8 @@ std::optional<EventFile> readEventsOrComplain(const std::string& path) {
     complain(found.error());
     return {};
   }
-  for (const QString& note : found->notes)
-    complain(note);
+  for (const QString& text : found->notes)
+    note(text);
   return std::move(found).value();
 }
 

@@ -28,8 +28,8 @@ SeismogramArray PickOptions::apply(SeismogramArray records) const {
     names.append(QString::fromStdString(name).trimmed());
   names.removeAll(QString());
   PreparedRecords picked = withPicksOrPredictions(std::move(records), names);
-  for (const QString& note : picked.notes)
-    complain(note);
+  for (const QString& text : picked.notes)
+    note(text);
   return std::move(picked.records);
 }
 

@@ -21,9 +21,8 @@ SeismogramArray RecordPlot::prepare(SeismogramArray records) const {
 SeismogramArray onOneAxis(SeismogramArray records) {
   SeismogramArray aligned = onCommonAxis(std::move(records));
   if (const std::size_t axes = countTimeAxes(aligned); axes > 1)
-    complain(
-        QStringLiteral("the records lie far apart in time or have no reference time: seconds count from %1 moments")
-            .arg(axes));
+    note(QStringLiteral("the records lie far apart in time or have no reference time: seconds count from %1 moments")
+             .arg(axes));
   return aligned;
 }
 

@@ -33,15 +33,19 @@ public:
     complain(text);
   }
 
+  void sayNote(const QString& text) {
+    if (!isQuiet()) say(text);
+  }
+
   void skip(const InputFile& file, const QString& reason) {
     const int count = ++skipped_[file.folder];
-    if (count <= kNotesPerFolder) say(reason + QStringLiteral("; skipped"));
+    if (count <= kNotesPerFolder) sayNote(reason + QStringLiteral("; skipped"));
   }
 
   void sayRest() {
     for (auto folder = skipped_.cbegin(); folder != skipped_.cend(); ++folder) {
       const int rest = folder.value() - kNotesPerFolder;
-      if (rest > 0) say(QStringLiteral("%1: %2 more files skipped").arg(folder.key()).arg(rest));
+      if (rest > 0) sayNote(QStringLiteral("%1: %2 more files skipped").arg(folder.key()).arg(rest));
     }
   }
 
@@ -89,7 +93,7 @@ public:
     }
     anyRecords_ = true;
     for (const QString& note : found->notes)
-      complaints_.say(note);
+      complaints_.sayNote(note);
   }
 
   /// The files that could be read, whatever is selected of them.

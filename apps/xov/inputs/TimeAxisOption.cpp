@@ -42,7 +42,7 @@ void TimeAxisOption::apply(SeismogramView& view, const SeismogramArray& records)
   if (axis_ == kSeconds || (axis_.empty() && (prefersSeconds_ || knowsOfAnEvent(records)))) return;
   const QDateTime reference = commonReference(records);
   if (!reference.isValid() && axis_ == kUtc)
-    complain(QStringLiteral("the records have no time axis in common: it shows seconds"));
+    note(QStringLiteral("the records have no time axis in common: it shows seconds"));
   view.setTimeReference(reference);
 }
 

@@ -160,8 +160,12 @@ bool MapBackground::loadPicture(geoMapView& view) const {
   const int index = image_.value_or(kWorldPicture);
   QString error;
   if (index == kNoPicture || view.loadImageWithIndex(index, &error)) return true;
-  complain(error);
-  return !image_; // nobody has asked for the default picture
+  if (image_) {
+    complain(error);
+    return false;
+  }
+  note(error); // nobody has asked for the default picture
+  return true;
 }
 
 bool MapBackground::show(geoMapView& view, const MapRegion& region) const {

@@ -69,13 +69,31 @@ Desktop::Desktop(DesktopUse use) : argc_(preparePlatform(use)), application_(arg
 
 bool Desktop::hasWindows() const { return QGuiApplication::platformName() != kOffscreen; }
 
-void Desktop::showUntilClosed(XOVView& view, const QString& title) {
-  view.setWindowTitle(title);
-  for (const char* keys : {"Ctrl+Q", "Ctrl+W"}) {
-    auto* shortcut = new QShortcut(QKeySequence(QLatin1String(keys)), &view);
-    QObject::connect(shortcut, &QShortcut::activated, &view, &QWidget::close);
-  }
-  view.show();
+void Desktop::showUntilClosed(std::size_t pages, const MakePage& makePage, const QString& title) {
+  std::unique_ptr<XOVView> view;
+  std::size_t shown = 0;
+  std::function<void(std::size_t)> show;
+  const auto addKeys = [](XOVView& window, const QKeySequence& keys, const std::function<void()>& act) {
+    QObject::connect(new QShortcut(keys, &window), &QShortcut::activated, &window, act);
+  };
+  show = [&](std::size_t page) {
+    if (page >= pages) return; // which a page before the first is, too
+    std::unique_ptr<XOVView> next = makePage(page);
+    XOVView& window = *next;
+    window.setWindowTitle(pages == 1 ? title
+                                     : QStringLiteral("%1, page %2 of %3").arg(title).arg(page + 1).arg(pages));
+    for (const char* keys : {"Ctrl+Q", "Ctrl+W"})
+      addKeys(window, QKeySequence(QLatin1String(keys)), [&window] { window.close(); });
+    addKeys(window, QKeySequence(Qt::Key_PageDown), [&show, &shown] { show(shown + 1); });
+    addKeys(window, QKeySequence(Qt::Key_PageUp), [&show, &shown] { show(shown - 1); });
+    if (view) window.setGeometry(view->geometry());
+    window.show();
+    shown = page;
+    std::swap(view, next);
+    // The window that is left is at work on the key yet.
+    if (next) next.release()->deleteLater();
+  };
+  show(0);
   QApplication::exec();
 }
 

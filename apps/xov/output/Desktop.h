@@ -3,7 +3,10 @@
 #include <QApplication>
 
 #include <XOV_Graphics/views/base/XOVView.h>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
 
 namespace xov::cli {
 
@@ -25,8 +28,13 @@ public:
   /// False when no window can be seen, because none was wanted or the display does not answer.
   bool hasWindows() const;
 
-  /// Shows the view as a window and returns when it is closed, which Ctrl+Q and Ctrl+W do too.
-  void showUntilClosed(XOVView& view, const QString& title);
+  /// Makes the view of a page, counted from 0.
+  using MakePage = std::function<std::unique_ptr<XOVView>(std::size_t page)>;
+
+  /// Shows the view of each page as a window and returns when it is closed, which Ctrl+Q and Ctrl+W do too. Page Down
+  /// and Page Up go from one page to the next, of which one at a time is there; the title names the page where there
+  /// are several.
+  void showUntilClosed(std::size_t pages, const MakePage& makePage, const QString& title);
 
 private:
   // Qt keeps references to both. It gets the program's name alone: the rest of the command line is not its own.

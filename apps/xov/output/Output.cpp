@@ -7,6 +7,8 @@
 #include <QFileInfo>
 
 #include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/platform/PdfDocument.h>
+#include <array>
 
 namespace xov::cli {
 
@@ -17,11 +19,12 @@ constexpr char kGroup[] = "Output";
 struct Format {
   const char* extension;
   bool (XOVView::*write)(const QString& path, QString* error);
+  bool holdsPages = false;
 };
 
 constexpr Format kFormats[] = {
-    {"pdf", &XOVView::writePDFToFile},  {"svg", &XOVView::writeSVGToFile}, {"tif", &XOVView::writeTIFToFile},
-    {"tiff", &XOVView::writeTIFToFile}, {"jpg", &XOVView::writeJPGToFile}, {"jpeg", &XOVView::writeJPGToFile},
+    {"pdf", &XOVView::writePDFToFile, true}, {"svg", &XOVView::writeSVGToFile}, {"tif", &XOVView::writeTIFToFile},
+    {"tiff", &XOVView::writeTIFToFile},      {"jpg", &XOVView::writeJPGToFile}, {"jpeg", &XOVView::writeJPGToFile},
     {"png", &XOVView::writePNGToFile},
 };
 
@@ -33,7 +36,10 @@ const Format* formatOf(const QString& path) {
   return nullptr;
 }
 
-std::string checkOutputName(const std::string& name) {
+constexpr char kPageField[] = "page";
+constexpr double kPointsPerInch = 72;
+
+std::string checkFormat(const std::string& name) {
   if (formatOf(fileNameFromBytes(name)) != nullptr) return {};
   return "found '" + name + "', expected a file name that ends in .pdf, .svg, .tif, .jpg or .png";
 }
@@ -42,56 +48,137 @@ std::string sizeText(const QSizeF& size) {
   return QStringLiteral("%1 %2").arg(size.width()).arg(size.height()).toStdString();
 }
 
+// The name, or the first one with a number that no file has.
+QString unusedName(const QString& name) {
+  QString unused = name;
+  for (std::size_t number = 2; QFileInfo::exists(unused) || QFileInfo(unused).isSymLink(); ++number)
+    unused = numberedName(name, number);
+  return unused;
+}
+
 } // namespace
 
-void Output::addOptions(CLI::App& options) {
+/// What is to be shown or written.
+struct Output::Plot {
+  const std::vector<PlotPage>& pages;
+  const MakePage& makePage;
+  const BeforeWriting& beforeWriting;
+};
+
+void Output::addOptions(CLI::App& options, const QStringList& fields) {
+  fields_ = fields + QStringList{QLatin1String(kPageField)};
+  const auto checkFields = [known = fields_](const std::string& name) {
+    return FileTemplate::parse(fileNameFromBytes(name), known).error().toStdString();
+  };
+  const auto takeSize = [this](const std::array<std::string, 2>& sides) {
+    const Result<QSizeF> size = parsedSize(QString::fromStdString(sides[0]), QString::fromStdString(sides[1]));
+    if (!size) throw CLI::ValidationError("--size", size.error().toStdString());
+    size_ = *size;
+  };
   options.add_option("-o,--output", file_, "Write the plot to this file: .pdf, .svg, .tif, .jpg or .png")
       ->type_name("FILE")
-      ->check(CLI::Validator(checkOutputName, std::string()))
+      ->check(CLI::Validator(checkFormat, std::string()))
+      ->check(CLI::Validator(checkFields, std::string()))
       ->group(kGroup);
-  takesExactly(
-      options.add_option("--size", size_, "Width and height in points (default " + sizeText(defaultSize_) + ")")
-          ->type_name("W H")
-          ->check(numberFromTo(1, kLargestSize))
-          ->group(kGroup),
-      2);
-  options.add_option("--scale", scale_, "Pixels a point in pictures (default 1)")
+  takesExactly(options
+                   .add_option_function<std::array<std::string, 2>>(
+                       "--size", takeSize,
+                       "Width and height, as 900 600 (points), 16cm 10cm, 160mm 100mm or 6in 4in (default " +
+                           sizeText(defaultSize_) + ")")
+                   ->type_name("W H")
+                   ->group(kGroup),
+               2);
+  CLI::Option* const scale = options.add_option("--scale", scale_, "Pixels a point in pictures (default 1)")
+                                 ->type_name("N")
+                                 ->check(numberFromTo(kSmallestScale, kLargestScale))
+                                 ->group(kGroup);
+  options.add_option("--dpi", dpi_, "Pixels an inch in pictures, instead of --scale (default 72)")
       ->type_name("N")
-      ->check(numberFromTo(kSmallestScale, kLargestScale))
+      ->check(numberFromTo(kSmallestScale * kPointsPerInch, kLargestScale * kPointsPerInch))
+      ->excludes(scale)
       ->group(kGroup);
   options.add_option("--title", title_, "Title of the plot; '' for none")->type_name("T")->group(kGroup);
 }
 
-QRectF Output::frame() const {
-  return size_[0] > 0 ? QRectF(0, 0, size_[0], size_[1]) : QRectF(QPointF(), defaultSize_);
+QRectF Output::frameOf(const PlotPage& page) const {
+  const QSizeF usual = page.size.isEmpty() ? defaultSize_ : page.size;
+  return {QPointF(), size_.isEmpty() ? usual : size_};
 }
+
+double Output::pixelsPerPoint() const { return dpi_ ? *dpi_ / kPointsPerInch : scale_.value_or(1); }
 
 QString Output::titleOr(const QString& fallback) const { return title_ ? QString::fromStdString(*title_) : fallback; }
 
 ExitCode Output::deliver(const MakeView& makeView, const BeforeWriting& beforeWriting) const {
+  return deliver(NameFields(), makeView, beforeWriting);
+}
+
+ExitCode Output::deliver(const NameFields& fields, const MakeView& makeView,
+                         const BeforeWriting& beforeWriting) const {
+  return deliver(
+      {PlotPage{fields, {}}}, [&makeView](const QRectF& frame, std::size_t /*page*/) { return makeView(frame); },
+      beforeWriting);
+}
+
+ExitCode Output::deliver(const std::vector<PlotPage>& pages, const MakePage& makePage,
+                         const BeforeWriting& beforeWriting) const {
   const bool toWindow = file_.empty() && displayPresent();
   Desktop desktop(toWindow ? DesktopUse::Window : DesktopUse::Files);
-  const std::unique_ptr<XOVView> view = makeView(frame());
   const QString command = QString::fromLatin1(command_);
   if (toWindow && desktop.hasWindows()) {
-    desktop.showUntilClosed(*view, QStringLiteral("xov ") + command);
+    desktop.showUntilClosed(
+        pages.size(), [&](std::size_t page) { return makePage(frameOf(pages[page]), page); },
+        QStringLiteral("xov ") + command);
     return ExitCode::Ok;
   }
-  if (beforeWriting) beforeWriting(*view);
-  if (!file_.empty()) return write(*view, fileNameFromBytes(file_));
-  if (toWindow) complain(QStringLiteral("the display does not answer; writing a file"));
-  const QString name = command + QStringLiteral(".png");
-  const ExitCode code = write(*view, name);
-  if (code == ExitCode::Ok) print(QStringLiteral("wrote %1\n").arg(name));
+  const Plot plot{pages, makePage, beforeWriting};
+  if (!file_.empty()) return writeAll(plot, fileNameFromBytes(file_));
+  if (toWindow) note(QStringLiteral("the display does not answer; writing a file"));
+  const QString name = unusedName(command + (pages.size() > 1 ? QStringLiteral(".pdf") : QStringLiteral(".png")));
+  const ExitCode code = writeAll(plot, name);
+  if (code == ExitCode::Ok && !isQuiet()) print(QStringLiteral("wrote %1\n").arg(name));
   return code;
 }
 
-ExitCode Output::write(XOVView& view, const QString& path) const {
-  view.setExportPixelRatio(scale_);
-  QString error;
-  if ((view.*formatOf(path)->write)(path, &error)) return ExitCode::Ok;
-  complain(error);
+ExitCode Output::writeAll(const Plot& plot, const QString& name) const {
+  const Result<FileTemplate> pattern = FileTemplate::parse(name, fields_);
+  QStringList names;
+  for (std::size_t page = 0; page < plot.pages.size(); ++page) {
+    NameFields fields = plot.pages[page].fields;
+    fields[QLatin1String(kPageField)] = pageNumber(page + 1, plot.pages.size());
+    names.append(pattern->filledWith(fields));
+  }
+  const Result<std::vector<PageFile>> files = filesOfPages(names, formatOf(name)->holdsPages);
+  Status status = files ? Status() : Status(Error{files.error()});
+  for (const PageFile& file : *files) {
+    if (status) status = writePages(plot, file);
+  }
+  if (status) return ExitCode::Ok;
+  complain(status.error());
   return ExitCode::Failed;
+}
+
+std::unique_ptr<XOVView> Output::make(const Plot& plot, std::size_t page) const {
+  std::unique_ptr<XOVView> view = plot.makePage(frameOf(plot.pages[page]), page);
+  if (plot.beforeWriting) plot.beforeWriting(*view);
+  view->setExportPixelRatio(pixelsPerPoint());
+  return view;
+}
+
+Status Output::writePages(const Plot& plot, const PageFile& file) const {
+  QString error;
+  std::unique_ptr<XOVView> view;
+  if (file.pages.size() == 1) {
+    view = make(plot, file.pages.front());
+    if (((*view).*formatOf(file.name)->write)(file.name, &error)) return {};
+    return Error{error};
+  }
+  const auto next = [&](std::int64_t page) -> View* {
+    view.reset(); // before the next one is made
+    if (std::size_t(page) < file.pages.size()) view = make(plot, file.pages[std::size_t(page)]);
+    return view.get();
+  };
+  return writePDFPages(file.name, next, &error) ? Status() : Status(Error{error});
 }
 
 } // namespace xov::cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/xov/output/FileTemplate.h"
+#include "apps/xov/output/PlotSize.h"
 #include "apps/xov/terminal/Messages.h"
 
 #include <QRectF>
@@ -7,11 +9,11 @@
 #include <QString>
 
 #include <XOV_Graphics/views/base/XOVView.h>
-#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -19,21 +21,30 @@ class App;
 
 namespace xov::cli {
 
-/// Where the plot of a command goes, with the options that all drawing commands share: -o, --size, --scale, --title.
+/// One page of a plot: what the name of its file may say of it, and its size where the user gives none (that of the
+/// command where this is empty).
+struct PlotPage {
+  NameFields fields;
+  QSizeF size;
+};
+
+/// Where the plot of a command goes, with the options that all drawing commands share: -o, --size, --scale, --dpi,
+/// --title.
 ///
-/// With -o the plot is written to a file whose extension tells the format. Without it, the plot opens in a window
-/// where there is a display; where there is none it becomes a PNG file in the current folder, named after the
-/// command.
+/// With -o the plot is written to a file whose extension tells the format, and whose name may have fields. Without
+/// it, the plot opens in a window where there is a display; where there is none it becomes a file in the current
+/// folder named after the command, PNG of one page and PDF of several, and takes the place of none.
 class Output {
 public:
-  static constexpr double kLargestSize = 20000;
+  static constexpr double kLargestSize = kLargestSide;
   static constexpr double kSmallestScale = 0.1;
   static constexpr double kLargestScale = 32;
 
   /// `command` names the window and the default file; `size` in points is the default of --size.
   Output(const char* command, const QSizeF& size) : command_(command), defaultSize_(size) {}
 
-  void addOptions(CLI::App& options);
+  /// Names of files may have these fields, and {page}, the number of the page from 1 on.
+  void addOptions(CLI::App& options, const QStringList& fields = {});
 
   /// Another default of --size, for what the command has found in its input.
   void setDefaultSize(const QSizeF& size) { defaultSize_ = size; }
@@ -44,7 +55,9 @@ public:
   /// The title that the user gave, an empty one included, or else `fallback`.
   QString titleOr(const QString& fallback) const;
 
-  /// Makes the view of a plot, of the frame that it is given.
+  /// Makes the view of a page, of the frame that it is given.
+  using MakePage = std::function<std::unique_ptr<XOVView>(const QRectF& frame, std::size_t page)>;
+  /// Makes the view of a plot of one page.
   using MakeView = std::function<std::unique_ptr<XOVView>(const QRectF& frame)>;
 
   /// Completes a view before it is written to a file; a window shows it as it was made.
@@ -52,16 +65,28 @@ public:
 
   /// Starts Qt, makes the view and shows or writes it. Says what could not be written.
   ExitCode deliver(const MakeView& makeView, const BeforeWriting& beforeWriting = {}) const;
+  /// The same with what the name of the file may say.
+  ExitCode deliver(const NameFields& fields, const MakeView& makeView, const BeforeWriting& beforeWriting = {}) const;
+
+  /// The same for a plot of pages, each of which is made when it is its turn and does not outlive it.
+  ExitCode deliver(const std::vector<PlotPage>& pages, const MakePage& makePage,
+                   const BeforeWriting& beforeWriting = {}) const;
 
 private:
-  QRectF frame() const;
-  ExitCode write(XOVView& view, const QString& path) const;
+  struct Plot;
+  QRectF frameOf(const PlotPage& page) const;
+  double pixelsPerPoint() const;
+  std::unique_ptr<XOVView> make(const Plot& plot, std::size_t page) const;
+  ExitCode writeAll(const Plot& plot, const QString& name) const;
+  Status writePages(const Plot& plot, const PageFile& file) const;
 
   const char* command_;
   std::string file_;
+  QStringList fields_;
   QSizeF defaultSize_;
-  std::array<double, 2> size_ = {0, 0}; // not given
-  double scale_ = 1;
+  QSizeF size_; // empty where it is not given
+  std::optional<double> scale_;
+  std::optional<double> dpi_;
   std::optional<std::string> title_;
 };
 

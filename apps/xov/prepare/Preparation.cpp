@@ -37,9 +37,9 @@ bool hasPlaces(const StationInventory& inventory) {
   });
 }
 
-void complainOfEach(const QStringList& notes) {
-  for (const QString& note : notes)
-    complain(note);
+void sayEach(const QStringList& notes) {
+  for (const QString& text : notes)
+    note(text);
 }
 
 } // namespace
@@ -151,11 +151,11 @@ bool Preparation::takeStations(Records& records, StepSettings& settings) const {
     complain(inventory.error());
     return false;
   }
-  complainOfEach(inventory->notes);
+  sayEach(inventory->notes);
   settings.inventory = std::move(inventory).value();
   if (!placesRecords_ || !hasPlaces(settings.inventory)) return true;
   PreparedRecords placed = withStations(std::move(records.records), settings.inventory);
-  complainOfEach(placed.notes);
+  sayEach(placed.notes);
   records.records = std::move(placed.records);
   return true;
 }
@@ -165,7 +165,7 @@ bool Preparation::takeEvent(Records& records) const {
   const std::optional<EventFile> events = readEventsOrComplain(event_);
   if (!events) return false;
   PreparedRecords placed = withEventsOf(std::move(records.records), events->events);
-  complainOfEach(placed.notes);
+  sayEach(placed.notes);
   records.records = std::move(placed.records);
   return true;
 }
@@ -179,7 +179,7 @@ Records Preparation::apply(Records records) const {
   const std::vector<PreparationStep> steps = this->steps();
   if (countsOnAxis(steps)) records.records = onOneAxis(std::move(records.records));
   ReadyRecords ready = makeReady(std::move(records.records), records.files, steps, settings);
-  complainOfEach(ready.notes);
+  sayEach(ready.notes);
   for (const QString& problem : ready.problems.first(std::min(ready.problems.size(), kMostProblems)))
     complain(problem + QStringLiteral("; left out"));
   const qsizetype rest = ready.problems.size() - kMostProblems;

@@ -6,6 +6,12 @@
 
 namespace xov::cli {
 
+namespace {
+
+bool quiet = false;
+
+} // namespace
+
 QString printable(const QString& text) {
   QString clean = text;
   for (QChar& c : clean) {
@@ -19,6 +25,14 @@ void complain(const QString& text) {
   const QByteArray line = "xov: " + printable(text).toUtf8() + '\n';
   std::fwrite(line.constData(), 1, std::size_t(line.size()), stderr);
 }
+
+void note(const QString& text) {
+  if (!quiet) complain(text);
+}
+
+void setQuiet() { quiet = true; }
+
+bool isQuiet() { return quiet; }
 
 void print(const QString& text) {
   const QByteArray bytes = text.toUtf8();

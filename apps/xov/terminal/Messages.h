@@ -20,6 +20,14 @@ QString printable(const QString& text);
 /// Writes "xov: text" as one line to standard error.
 void complain(const QString& text);
 
+/// The same for what does not make the command fail, such as what was left out or taken; nothing where the user wants
+/// none of it.
+void note(const QString& text);
+
+/// From now on note() says nothing, and no progress is shown.
+void setQuiet();
+bool isQuiet();
+
 /// Writes text to standard output as it is, in UTF-8.
 void print(const QString& text);
 

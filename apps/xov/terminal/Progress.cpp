@@ -1,5 +1,7 @@
 #include "apps/xov/terminal/Progress.h"
 
+#include "apps/xov/terminal/Messages.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <unistd.h>
@@ -18,7 +20,7 @@ constexpr char kClearLine[] = "\r\033[K";
 Progress::Progress(const QString& what, std::int64_t total)
     : what_(what),
       total_(total),
-      terminal_(::isatty(STDERR_FILENO) == 1),
+      terminal_(::isatty(STDERR_FILENO) == 1 && !isQuiet()),
       nextUpdateMs_(kFirstUpdateMs) {
   clock_.start();
 }
