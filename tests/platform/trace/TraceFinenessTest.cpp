@@ -14,14 +14,28 @@ constexpr int kRows = 100;
 constexpr double kWide = 1e9;         // a place that the ink covers hardly any of
 constexpr double kOnce = 10 * kCount; // a place that a line of 10 rows covers once
 
+using Judged = InkRoughness::Judged;
+
 /// A line a row thick at rows 10 to 11, whose ink reaches down to `bottom` from the middle on.
-InkRoughness lineThatSteps(float bottom) {
+InkRoughness lineThatSteps(float bottom, Judged judged = Judged::Curve) {
   const std::vector<float> low(kCount, 10);
   std::vector<float> high(kCount, 11);
   for (int j = kCount / 2; j < kCount; ++j)
     high[static_cast<std::size_t>(j)] = bottom;
   InkRoughness ink;
-  ink.include(low.data(), high.data(), kCount, kRows);
+  ink.include(low.data(), high.data(), kCount, kRows, judged);
+  return ink;
+}
+
+/// A line a row thick that goes down by so many rows a sub-column.
+InkRoughness lineThatFalls(double slope, Judged judged) {
+  std::vector<float> low(kCount), high(kCount);
+  for (int j = 0; j < kCount; ++j) {
+    low[static_cast<std::size_t>(j)] = float(10 + slope * j);
+    high[static_cast<std::size_t>(j)] = float(11 + slope * j);
+  }
+  InkRoughness ink;
+  ink.include(low.data(), high.data(), kCount, kRows, judged);
   return ink;
 }
 
@@ -48,16 +62,16 @@ TEST(InkRoughness, whatLiesOutsideThePageDoesNotCount) {
 // sub-column an edge counts 0.6 · s², from there on 1.2 · s: 0.006, 0.6, 2.4 and 3.
 TEST(InkRoughness, alongAGentleSlantErrorsCancel) {
   const std::pair<double, double> slants[] = {{0.1, 0.006}, {1, 0.6}, {2, 2.4}, {2.5, 3}};
-  for (const auto& [slope, expected] : slants) {
-    std::vector<float> low(kCount), high(kCount);
-    for (int j = 0; j < kCount; ++j) {
-      low[static_cast<std::size_t>(j)] = float(10 + slope * j);
-      high[static_cast<std::size_t>(j)] = float(11 + slope * j);
-    }
-    InkRoughness ink;
-    ink.include(low.data(), high.data(), kCount, kRows);
-    EXPECT_NEAR(ink.expectedError(kWide), 63.75 * expected, 1e-3) << slope;
-  }
+  for (const auto& [slope, expected] : slants)
+    EXPECT_NEAR(lineThatFalls(slope, Judged::Curve).expectedError(kWide), 63.75 * expected, 1e-3) << slope;
+}
+
+// Nothing but the middles of sub-columns stands between it and the exact one: 0.3 · s². The jump of 20 rows counts
+// once as a slope and a quarter where it only bends.
+TEST(InkRoughness, exactInkIsOffByLess) {
+  EXPECT_NEAR(lineThatFalls(0.1, Judged::Exact).expectedError(kWide), 63.75 * 0.003, 1e-4);
+  EXPECT_NEAR(lineThatFalls(2, Judged::Exact).expectedError(kWide), 63.75 * 1.2, 1e-3);
+  EXPECT_NEAR(lineThatSteps(31, Judged::Exact).expectedError(kWide), 63.75 * 25 / 384, 1e-4);
 }
 
 // A line 10 rows thick that steps down by 20 has two edges, 2 · 34 as above, and 32 · 11 rows with ink. It covers a
@@ -67,7 +81,7 @@ TEST(InkRoughness, alongAGentleSlantErrorsCancel) {
 TEST(InkRoughness, jumpsHideUnderOtherInk) {
   std::vector<float> low(kCount, 10), high(kCount, 20);
   InkRoughness ink;
-  const auto addLevelLine = [&] { ink.include(low.data(), high.data(), kCount, kRows, false); };
+  const auto addLevelLine = [&] { ink.include(low.data(), high.data(), kCount, kRows, InkRoughness::Judged::Not); };
   std::vector<float> steppingLow = low, steppingHigh = high;
   for (std::size_t j = kCount / 2; j < kCount; ++j) {
     steppingLow[j] += 20;
@@ -102,6 +116,7 @@ TEST(TraceFineness, fewLinesBeginFinerThanMany) {
   EXPECT_EQ(TraceFineness(0.5, 1, 30).subColumns(), 64);
   EXPECT_EQ(TraceFineness(0.5, 16, 30).subColumns(), 32);
   EXPECT_EQ(TraceFineness(0.5, 100, 30).subColumns(), 24);
+  EXPECT_EQ(TraceFineness(0.5, 100, 0.5).subColumns(), 8); // longer segments than pixels are judged well
 }
 
 TEST(TraceFineness, widePensBeginCoarser) {
@@ -127,7 +142,7 @@ TEST(TraceFineness, becomesCoarserThanItBeganOnlyInACrowd) {
   InkRoughness crowd = lineThatSteps(31);
   const std::vector<float> low(kCount, 10), high(kCount, 20);
   for (int more = 0; more < 5; ++more)
-    crowd.include(low.data(), high.data(), kCount, kRows, false);
+    crowd.include(low.data(), high.data(), kCount, kRows, InkRoughness::Judged::Not);
   EXPECT_FALSE(fineness.refine(crowd, kOnce)); // 0.3 levels
   EXPECT_EQ(fineness.subColumns(), 16);
   EXPECT_TRUE(fineness.refine(lineThatSteps(11), kWide));

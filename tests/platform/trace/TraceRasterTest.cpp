@@ -167,6 +167,29 @@ TEST(TraceRaster, severalTracesOfOnePathInkTheirUnion) {
   }
 }
 
+// A section that is zoomed in until lines of few samples cross each other.
+TEST(TraceRaster, longSegmentsThatCrossInkTheirUnion) {
+  constexpr int kPlaces = 64, kLines = 6;
+  std::mt19937 random(13);
+  for (const double lineWidth : {1.0, 2.0, 3.0}) {
+    for (const double perPixel : {0.1, 0.2, 0.5, 0.8}) {
+      std::vector<std::vector<float>> samples(kLines, std::vector<float>(std::size_t(perPixel * 70)));
+      std::vector<Trace> traces;
+      for (std::vector<float>& each : samples) {
+        for (float& sample : each)
+          sample = normal(random, 7);
+        traces.push_back(traceOf(each, 1 / perPixel, 8.3 * double(traces.size()) + 2));
+      }
+      QImage picture = whitePicture(1);
+      ASSERT_TRUE(stroke(picture, traces, 1, lineWidth));
+      const TraceDifference difference = compareWithReference(
+          picture, columnReference(traces, pictureTransform(1), lineWidth, kWidth, kHeight, kPlaces));
+      EXPECT_LE(difference.mean, 1) << perPixel << ' ' << lineWidth;
+      EXPECT_LE(difference.over16, 0.001) << perPixel << ' ' << lineWidth;
+    }
+  }
+}
+
 TEST(TraceRaster, hundredsOfTracesInkTheirUnion) {
   std::mt19937 random(12);
   std::vector<std::vector<float>> samples(300, std::vector<float>(40));

@@ -55,12 +55,12 @@ TraceDifference differenceOf(const Line& line, double xScale = 1, double xOffset
     EXPECT_TRUE(strokeTraces(target, stretches->traces(), viewToDevice, picture.rect(), 1, Qt::black));
   }
   return compareWithReference(picture,
-                              referenceCoverage({&trace, 1}, viewToDevice, 1, picture.width(), picture.height(), 53));
+                              columnReference({&trace, 1}, viewToDevice, 1, picture.width(), picture.height(), 96));
 }
 
 void expectExact(const TraceDifference& difference) {
   EXPECT_GT(difference.inked, 20);
-  EXPECT_LE(difference.mean, 1.0);
+  EXPECT_LE(difference.mean, 0.7);
   EXPECT_LE(difference.over16, 0.001);
 }
 

@@ -86,12 +86,18 @@ XOV_INLINE void sortAllIntervalsWith(const float* const* lows, const float* cons
   for (int layer = 0; layer < layers; ++layer) {
     float* const low = sortedLows + std::ptrdiff_t(layer) * kTogether;
     float* const high = sortedHighs + std::ptrdiff_t(layer) * kTogether;
-    std::fill_n(std::copy_n(lows[layer] + first, count, low), kTogether - count, kNothingLow);
-    std::fill_n(std::copy_n(highs[layer] + first, count, high), kTogether - count, kNothingLow);
+    const float* froms = lows[layer] + first;
+    const float* tos = highs[layer] + first;
+    if (count < kTogether) {
+      std::fill_n(std::copy_n(froms, count, low), kTogether - count, kNothingLow);
+      std::fill_n(std::copy_n(tos, count, high), kTogether - count, kNothingLow);
+      froms = low;
+      tos = high;
+    }
     for (int lane = 0; lane < kTogether; lane += kLanes<Vector>) {
       Vector from, to;
-      loadVector(low + lane, from);
-      loadVector(high + lane, to);
+      loadVector(froms + lane, from);
+      loadVector(tos + lane, to);
       const auto shows = (from < to) & (to > top) & (from < bottom);
       storeVector(XOV_CHOOSE(shows, from, nothing), low + lane);
       storeVector(XOV_CHOOSE(shows, to, nothing), high + lane);

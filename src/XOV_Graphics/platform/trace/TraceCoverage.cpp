@@ -50,10 +50,15 @@ RowRange TraceCoverage::unite(const TraceStrip& strip, int column) {
   for (int c = 0; c < columns; ++c) {
     const int firstSub = (column + c) * strip.perColumn;
     std::int32_t* const changes = changes_.data() + c;
-    if (addUnion(lows_.data(), highs_.data(), layers, firstSub, strip.perColumn, rows_, changes, inked)) continue;
-    for (int row = 0; row <= rows_; ++row)
-      changes[row * kInkColumns] = 0;
+    if (sortedNext_ == 0) {
+      if (addUnion(lows_.data(), highs_.data(), layers, firstSub, strip.perColumn, rows_, changes, inked)) continue;
+      for (int row = 0; row <= rows_; ++row)
+        changes[row * kInkColumns] = 0;
+      sortedAtOnce_ = std::min(2 * sortedAtOnce_, kInkColumns);
+      sortedNext_ = sortedAtOnce_;
+    }
     uniteSorted(firstSub, strip.perColumn, changes, inked);
+    --sortedNext_;
   }
   return inked;
 }

@@ -36,6 +36,9 @@ private:
   void uniteSorted(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked);
 
   int rows_ = 0;
+  // Where lines cross in one column, they mostly do in the next ones: so many of these are then sorted without a try.
+  int sortedAtOnce_ = 1;
+  int sortedNext_ = 0;
   std::vector<std::int32_t> changes_; // see TraceUnion.h; all 0 but between unite() and the sums
   std::vector<float> sortedLows_, sortedHighs_;
   std::vector<const float*> sortedLayers_;

@@ -79,7 +79,8 @@ void TraceEnvelope::addBrokenWindow(const TraceProjection& projection, TraceLaye
   }
   if (!crowded) return;
   snippets_.ink(projection.rows(), smooth_, tips_, layers, [this](const InkRows& ink) {
-    roughness_.include(ink.low + ink.begin, ink.high + ink.begin, ink.end - ink.begin, strip_.rows, judged_);
+    roughness_.include(ink.low + ink.begin, ink.high + ink.begin, ink.end - ink.begin, strip_.rows,
+                       judgedAs(InkRoughness::Judged::Curve));
   });
 }
 
@@ -121,7 +122,8 @@ bool TraceEnvelope::addLine(const TraceProjection& projection, TraceLayers& laye
   }
   if (curve.size() > 0 && sparse) addSegments(projection, curve, ink);
   addButts(projection, line, ink);
-  roughness_.include(ink.low + begin, ink.high + begin, end - begin, strip_.rows, judged_);
+  roughness_.include(ink.low + begin, ink.high + begin, end - begin, strip_.rows,
+                     judgedAs(sparse ? InkRoughness::Judged::Exact : InkRoughness::Judged::Curve));
   layers.commit(ink);
   return true;
 }

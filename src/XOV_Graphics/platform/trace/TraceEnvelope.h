@@ -44,6 +44,7 @@ private:
   void addSegments(const TraceProjection& projection, SampleRange curve, const InkRows& ink) const;
   void addButts(const TraceProjection& projection, const Line& line, const InkRows& ink) const;
   TracePoint point(const TraceProjection& projection, std::int64_t i) const;
+  InkRoughness::Judged judgedAs(InkRoughness::Judged way) const { return judged_ ? way : InkRoughness::Judged::Not; }
   int reach() const { return smooth_.reach(); }
 
   TraceStrip strip_;

@@ -22,10 +22,17 @@ constexpr double kDense = 128;      // samples a pixel
 constexpr double kSegments = 1;     // samples a pixel, below which rows between samples are known exactly
 constexpr double kCrowd = 1.5;      // layers of ink, between which little paper shows
 constexpr double kEdgeError = 0.25; // of a sub-column, on average
-// A slant of so many rows from sub-column to sub-column is off by as much as a jump. Below that errors of
-// neighbouring rows cancel, the more the less the slant: what remains goes with its square.
-constexpr float kSteep = 2;    // rows
-constexpr float kSlant = 1.2F; // jumps, at the most
+/// How far edges are off, counted in jumps. Where one crosses several rows in a sub-column, it is off by as much as a
+/// jump of that height. Below that errors of neighbouring rows cancel, the more the less the slant: what remains goes
+/// with its square.
+struct Edges {
+  float slant; // of a row squared
+  float steep; // of a row, where the square would be more
+  float bend;  // of a row by which a slant changes: a jump bends twice
+};
+// Extremes that a pen widens are also off by what the curve does within a sub-column.
+constexpr Edges kOfCurves = {0.6F, 1.2F, 0.5F};
+constexpr Edges kOfExact = {0.3F, 1, 0.25F};
 
 int roundedDown(double subColumns) { return std::max(static_cast<int>(subColumns) / kStep * kStep, kStep); }
 
@@ -44,21 +51,22 @@ XOV_INLINE void loadRows(const float* rows, float bottom, Vector& value) {
 /// Adds how far an edge is off, in rows: that of a slope through three rows of neighbouring sub-columns, or of a
 /// jump, whichever is more.
 template <class Vector>
-XOV_INLINE void addJump(const Vector& before, const Vector& here, const Vector& next, Vector& jump) {
+XOV_INLINE void addJump(const Vector& before, const Vector& here, const Vector& next, const Edges& edges,
+                        Vector& jump) {
   const Vector slope = next - here, bend = slope - (here - before);
   Vector steep = slope, bent = bend;
   keepGreater(steep, -slope);
   keepGreater(bent, -bend);
-  Vector slant = steep * steep * (kSlant / kSteep);
-  keepSmaller(slant, steep * kSlant);
-  bent *= 0.5F; // a jump bends twice
+  Vector slant = steep * steep * edges.slant;
+  keepSmaller(slant, steep * edges.steep);
+  bent *= edges.bend;
   keepGreater(bent, slant);
   jump += bent;
 }
 
 template <class Vector>
-XOV_INLINE void sumJumpsWith(const float* low, const float* high, int count, float bottom, float& jumps,
-                             float& size) {
+XOV_INLINE void sumJumpsWith(const float* low, const float* high, int count, float bottom, const Edges& edges,
+                             float& jumps, float& size) {
   Vector allJumps[kParts<Vector>] = {}, allSizes[kParts<Vector>] = {};
   for (int first = 1; first + kGroup < count; first += kGroup) {
     for (int part = 0; part < kParts<Vector>; ++part) {
@@ -71,8 +79,8 @@ XOV_INLINE void sumJumpsWith(const float* low, const float* high, int count, flo
       loadRows(high + j, bottom, highHere);
       loadRows(high + j + 1, bottom, highNext);
       Vector jump = {};
-      addJump(lowBefore, lowHere, lowNext, jump);
-      addJump(highBefore, highHere, highNext, jump);
+      addJump(lowBefore, lowHere, lowNext, edges, jump);
+      addJump(highBefore, highHere, highNext, edges, jump);
       const Vector none = {}, extent = highHere - lowHere; // where a line begins or ends, all of it is an edge
       jump = XOV_CHOOSE(highBefore > lowBefore, jump, extent);
       jump = XOV_CHOOSE(highNext > lowNext, jump, extent);
@@ -84,8 +92,9 @@ XOV_INLINE void sumJumpsWith(const float* low, const float* high, int count, flo
   size += sumOfLanes(allSizes);
 }
 XOV_VECTOR8_FUNCTION(void, sumJumps,
-                     (const float* low, const float* high, int count, float bottom, float& jumps, float& size),
-                     (low, high, count, bottom, jumps, size))
+                     (const float* low, const float* high, int count, float bottom, const Edges& edges, float& jumps,
+                      float& size),
+                     (low, high, count, bottom, edges, jumps, size))
 
 /// The rows of ink, about: one group in four is looked at.
 template <class Vector>
@@ -114,11 +123,11 @@ XOV_VECTOR8_FUNCTION(float, sumInked, (const float* low, const float* high, int 
 
 } // namespace
 
-void InkRoughness::include(const float* low, const float* high, int count, int rows, bool judged) {
+void InkRoughness::include(const float* low, const float* high, int count, int rows, Judged judged) {
   inked_ += double(sumInked(low, high, count, float(rows)));
-  if (!judged) return;
+  if (judged == Judged::Not) return;
   float jumps = 0, size = 0;
-  sumJumps(low, high, count, float(rows), jumps, size);
+  sumJumps(low, high, count, float(rows), judged == Judged::Exact ? kOfExact : kOfCurves, jumps, size);
   jumps_ += double(jumps);
   size_ += double(size);
 }
@@ -146,7 +155,7 @@ TraceFineness::TraceFineness(double radius, std::size_t lines, double samplesPer
   // Where a pixel holds few samples, much of its ink lies beside a steep
   // edge; where it holds dozens, little does, and less so for a wide pen.
   constexpr Start kStarts[] = {
-      {kFew, kDense, 64, 2}, {kAnyLines, kSegments, 16, 1},    {kAnyLines, 12, 40, 1},
+      {kFew, kDense, 64, 2}, {kAnyLines, kSegments, 8, 1},     {kAnyLines, 12, 40, 1},
       {16, kDense, 32, 1},   {kAnyLines, kDense, 24, 2.0 / 3}, {kAnyLines, kAnySamples, 16, 1}};
   const Start& start = *std::find_if(std::begin(kStarts), std::end(kStarts), [=](const Start& s) {
     return lines <= s.lines && samplesPerPixel < s.samplesPerPixel;

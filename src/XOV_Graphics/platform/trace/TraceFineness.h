@@ -8,9 +8,12 @@ namespace xov {
 /// which are found to a quarter of a sub-column on average, and how many pixels share that error.
 class InkRoughness {
 public:
-  /// Adds the ink of a line in some sub-columns; what lies outside 0 to `rows` does not count. Of many lines only
-  /// some need to be judged by their jumps.
-  void include(const float* low, const float* high, int count, int rows, bool judged = true);
+  /// How a line's ink was found: along a curve's extremes, or segment by segment, which is exact at the middles of
+  /// sub-columns. Of many lines only some need to be judged.
+  enum class Judged { Not, Curve, Exact };
+
+  /// Adds the ink of a line in some sub-columns; what lies outside 0 to `rows` does not count.
+  void include(const float* low, const float* high, int count, int rows, Judged judged = Judged::Curve);
 
   /// The mean difference of the inked pixels from the exact ones that is to be expected, in levels of 255, when the
   /// ink is spread over a place of so many rows times sub-columns: where it covers that place several times over,

@@ -210,9 +210,9 @@ bool fillTraces(const PixelTarget& target, std::span<const Trace> traces, const 
         roughness = {};
         const std::size_t layers = enclosure.lows().size();
         for (std::size_t layer = 0; layer < layers; ++layer) {
-          const bool judged = layer % (layers / kJudged + 1) == 0;
+          const bool isJudged = layer % (layers / kJudged + 1) == 0;
           roughness.include(enclosure.lows()[layer], enclosure.highs()[layer], strip.subColumns(), strip.rows,
-                            judged);
+                            isJudged ? InkRoughness::Judged::Exact : InkRoughness::Judged::Not);
         }
       } while (density < kDenseFill && fine.refine(roughness, double(strip.subColumns()) * strip.rows));
       coverage->takeInOrder(enclosure.lows(), enclosure.highs());
