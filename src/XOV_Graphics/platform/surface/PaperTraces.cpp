@@ -1,5 +1,6 @@
 #include "XOV_Graphics/platform/surface/PaperTraces.h"
 
+#include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/platform/trace/TraceReduction.h"
 
 #include <algorithm>
@@ -68,35 +69,18 @@ QByteArray traceState(const QTransform& toPage, const QColor& color, const char*
          decimal(color.greenF()) + decimal(color.blueF()) + setColor + '\n';
 }
 
-} // namespace
+// A point of the grid that lines are written on.
+struct Step {
+  qint64 x = 0;
+  qint64 y = 0;
+};
 
-void forEachStroke(const QPolygonF& line, const std::function<void(std::span<const QPointF>)>& draw) {
-  for (std::span<const QPointF> rest(line); rest.size() > 1;) {
-    const std::span<const QPointF> stroke = rest.first(std::min(kSegmentsOfStroke + 2, rest.size()));
-    draw(stroke);
-    if (stroke.size() == rest.size()) break;
-    rest = rest.subspan(kSegmentsOfStroke);
-  }
-}
+Step stepOf(QPointF point) { return {qRound64(point.x() * kStepsPerPoint), qRound64(point.y() * kStepsPerPoint)}; }
 
-PaperTraces::Step PaperTraces::stepOf(QPointF point) {
-  return {qRound64(point.x() * kStepsPerPoint), qRound64(point.y() * kStepsPerPoint)};
-}
-
-bool PaperTraces::canHold(const QRectF& visible, const QTransform& toPage) {
-  const auto within = [](double value, double largest) { return std::abs(value) <= largest; }; // false for NaN
-  const double largest = kLargestCoordinate / kStepsPerPoint;
-  return within(visible.left(), largest) && within(visible.right(), largest) && within(visible.top(), largest) &&
-         within(visible.bottom(), largest) && within(toPage.m11(), kLargestEntry) &&
-         within(toPage.m12(), kLargestEntry) && within(toPage.m21(), kLargestEntry) &&
-         within(toPage.m22(), kLargestEntry) && within(toPage.dx(), kLargestEntry) &&
-         within(toPage.dy(), kLargestEntry) && toPage.isAffine();
-}
-
-void PaperTraces::addPoints(std::span<const QPointF> points, Step origin) {
-  const qsizetype begin = operators_.size();
-  operators_.resize(begin + qsizetype(points.size()) * (2 * kLongestNumber + 2));
-  char* out = operators_.data() + begin;
+void addPoints(QByteArray& operators, std::span<const QPointF> points, Step origin) {
+  const qsizetype begin = operators.size();
+  operators.resize(begin + qsizetype(points.size()) * (2 * kLongestNumber + 2));
+  char* out = operators.data() + begin;
   const auto write = [&out](qint64 number) {
     out = std::to_chars(out, out + kLongestNumber, number).ptr;
     *out++ = ' ';
@@ -110,17 +94,47 @@ void PaperTraces::addPoints(std::span<const QPointF> points, Step origin) {
     *out++ = '\n';
     op = 'l';
   }
-  operators_.truncate(out - operators_.constData());
+  operators.truncate(out - operators.constData());
 }
 
 // About its own start and height, which makes the numbers short.
-void PaperTraces::addStroke(std::span<const QPointF> points) {
+void addStroke(QByteArray& operators, std::span<const QPointF> points) {
   const auto [low, high] = std::minmax_element(points.begin(), points.end(),
                                                [](const QPointF& a, const QPointF& b) { return a.y() < b.y(); });
   const Step origin = stepOf({points.front().x(), (low->y() + high->y()) / 2});
-  operators_ += "q\n1 0 0 1 " + QByteArray::number(origin.x) + ' ' + QByteArray::number(origin.y) + " cm\n";
-  addPoints(points, origin);
-  operators_ += "S\nQ\n";
+  operators += "q\n1 0 0 1 " + QByteArray::number(origin.x) + ' ' + QByteArray::number(origin.y) + " cm\n";
+  addPoints(operators, points, origin);
+  operators += "S\nQ\n";
+}
+
+/// The operators of each trace, found on several threads.
+template <class Write>
+std::vector<QByteArray> piecesOf(const std::vector<Trace>& traces, const Write& write) {
+  std::vector<QByteArray> pieces(traces.size());
+  runTasks(int(traces.size()), TaskStart::FirstAlone,
+           [&](int k) { write(traces[std::size_t(k)], pieces[std::size_t(k)]); });
+  return pieces;
+}
+
+} // namespace
+
+void forEachStroke(const QPolygonF& line, const std::function<void(std::span<const QPointF>)>& draw) {
+  for (std::span<const QPointF> rest(line); rest.size() > 1;) {
+    const std::span<const QPointF> stroke = rest.first(std::min(kSegmentsOfStroke + 2, rest.size()));
+    draw(stroke);
+    if (stroke.size() == rest.size()) break;
+    rest = rest.subspan(kSegmentsOfStroke);
+  }
+}
+
+bool PaperTraces::canHold(const QRectF& visible, const QTransform& toPage) {
+  const auto within = [](double value, double largest) { return std::abs(value) <= largest; }; // false for NaN
+  const double largest = kLargestCoordinate / kStepsPerPoint;
+  return within(visible.left(), largest) && within(visible.right(), largest) && within(visible.top(), largest) &&
+         within(visible.bottom(), largest) && within(toPage.m11(), kLargestEntry) &&
+         within(toPage.m12(), kLargestEntry) && within(toPage.m21(), kLargestEntry) &&
+         within(toPage.m22(), kLargestEntry) && within(toPage.dx(), kLargestEntry) &&
+         within(toPage.dy(), kLargestEntry) && toPage.isAffine();
 }
 
 // The ink of translucent traces must not double where it overlaps, so they stay one path.
@@ -129,16 +143,14 @@ QPainterPath PaperTraces::stroke(const std::vector<Trace>& traces, const QRectF&
   const bool isOpaque = color.alpha() == kOpaque;
   const qsizetype begin = operators_.size();
   operators_ += traceState(toPage, color, "RG") + decimal(lineWidth * kStepsPerPoint) + "w 0 J 1 j [] 0 d\n";
-  bool shows = false;
-  for (const Trace& trace : traces) {
+  const bool shows = append(piecesOf(traces, [&](const Trace& trace, QByteArray& piece) {
     for (const QPolygonF& line : reduceTrace(trace, kPaperTraceColumn, visible, 0)) {
-      shows = true;
       if (isOpaque)
-        forEachStroke(line, [this](std::span<const QPointF> stroke) { addStroke(stroke); });
+        forEachStroke(line, [&piece](std::span<const QPointF> stroke) { addStroke(piece, stroke); });
       else
-        addPoints(line, {});
+        addPoints(piece, line, {});
     }
-  }
+  }));
   return finish(begin, shows, isOpaque ? "Q\n" : "S\nQ\n");
 }
 
@@ -146,14 +158,19 @@ QPainterPath PaperTraces::fill(const std::vector<Trace>& traces, const QRectF& v
                                bool evenOdd, const QColor& color) {
   const qsizetype begin = operators_.size();
   operators_ += traceState(toPage, color, "rg");
-  bool shows = false;
-  for (const Trace& trace : traces) {
-    for (const QPolygonF& area : traceAreas(trace, kPaperTraceColumn, visible)) {
-      shows = true;
-      addPoints(area, {});
-    }
-  }
+  const bool shows = append(piecesOf(traces, [&](const Trace& trace, QByteArray& piece) {
+    for (const QPolygonF& area : traceAreas(trace, kPaperTraceColumn, visible))
+      addPoints(piece, area, {});
+  }));
   return finish(begin, shows, evenOdd ? "f*\nQ\n" : "f\nQ\n");
+}
+
+/// Adds the operators of traces; false where there are none.
+bool PaperTraces::append(std::vector<QByteArray> pieces) {
+  const qsizetype begin = operators_.size();
+  for (QByteArray& piece : pieces)
+    operators_ += std::exchange(piece, {}); // memory that the next ones may take
+  return operators_.size() > begin;
 }
 
 /// Ends what began with a trace's state, or takes it back where nothing shows.

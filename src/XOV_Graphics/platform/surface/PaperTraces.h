@@ -46,15 +46,7 @@ public:
   std::optional<QByteArray> insertInto(const QByteArray& content);
 
 private:
-  /// A point of the grid that lines are written on.
-  struct Step {
-    qint64 x = 0;
-    qint64 y = 0;
-  };
-
-  static Step stepOf(QPointF point);
-  void addPoints(std::span<const QPointF> points, Step origin);
-  void addStroke(std::span<const QPointF> points);
+  bool append(std::vector<QByteArray> pieces);
   QPainterPath finish(qsizetype begin, bool shows, const char* operators);
 
   QByteArray operators_;

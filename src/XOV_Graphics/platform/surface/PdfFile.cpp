@@ -1,8 +1,11 @@
 #include "XOV_Graphics/platform/surface/PdfFile.h"
 
+#include "XOV_Graphics/platform/surface/Deflate.h"
+
 #include <algorithm>
 #include <libdeflate.h>
 #include <memory>
+#include <new>
 
 namespace xov {
 
@@ -12,19 +15,6 @@ constexpr qsizetype kUsualRatio = 8;      // of operators to their packed form
 constexpr qsizetype kLargestRatio = 2048; // zlib reaches half of it
 // The fastest level: the usual one, 6, makes pages of traces 4 to 12 % smaller and takes five times as long.
 constexpr int kLevel = 1;
-
-/// A zlib stream, which is what a page's content is packed as; empty without memory.
-QByteArray packed(const QByteArray& bytes) {
-  const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
-      libdeflate_alloc_compressor(kLevel), &libdeflate_free_compressor);
-  if (!compressor) return {};
-  const auto size = static_cast<std::size_t>(bytes.size());
-  QByteArray result(qsizetype(libdeflate_zlib_compress_bound(compressor.get(), size)), Qt::Uninitialized);
-  const std::size_t length = libdeflate_zlib_compress(compressor.get(), bytes.constData(), size, result.data(),
-                                                      static_cast<std::size_t>(result.size()));
-  result.truncate(qsizetype(length));
-  return result;
-}
 
 /// What a zlib stream holds; empty when it is damaged.
 QByteArray unpacked(QByteArrayView stream) {
@@ -78,9 +68,12 @@ bool PdfFile::readContent() {
 }
 
 QByteArray PdfFile::withContent(const QByteArray& content) const {
-  const QByteArray stream = packed(content);
-  if (stream.isEmpty()) return {};
-  return table_.withChanges(file_, {{stream_, stream}, {length_, QByteArray::number(stream.size())}});
+  try {
+    const QByteArray stream = packedZlib(content, kLevel);
+    return table_.withChanges(file_, {{stream_, stream}, {length_, QByteArray::number(stream.size())}});
+  } catch (const std::bad_alloc&) {
+    return {};
+  }
 }
 
 } // namespace xov

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/Spares.h"
 #include "XOV_Graphics/base/TaskPool.h"
+#include "XOV_Graphics/platform/surface/Deflate.h"
 #include "XOV_Graphics/platform/surface/PngColors.h"
 #include "XOV_Graphics/platform/surface/PngRows.h"
 
@@ -9,7 +10,6 @@
 
 #include <algorithm>
 #include <libdeflate.h>
-#include <memory>
 #include <new>
 #include <numeric>
 
@@ -53,17 +53,6 @@ bool isOpaque(const QImage& image) {
   return std::all_of(opaque.begin(), opaque.end(), [](char each) { return each != 0; });
 }
 
-QByteArray packed(const std::vector<std::uint8_t>& rows, int level) {
-  const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
-      libdeflate_alloc_compressor(level), &libdeflate_free_compressor);
-  if (!compressor) throw std::bad_alloc();
-  QByteArray result(qsizetype(libdeflate_zlib_compress_bound(compressor.get(), rows.size())), Qt::Uninitialized);
-  const std::size_t length =
-      libdeflate_zlib_compress(compressor.get(), rows.data(), rows.size(), result.data(), std::size_t(result.size()));
-  result.truncate(qsizetype(length));
-  return result;
-}
-
 QByteArray packedPixels(const QImage& image, const PngPixels& pixels) {
   const std::size_t rowBytes = PngRows(image, pixels).rowBytes();
   std::vector<std::uint8_t> rows(rowBytes * std::size_t(image.height()));
@@ -74,7 +63,8 @@ QByteArray packedPixels(const QImage& image, const PngPixels& pixels) {
     photographs[std::size_t(band)] = makers.take()->write(first, end, rows.data() + rowBytes * std::size_t(first));
   });
   const int all = std::accumulate(photographs.begin(), photographs.end(), 0);
-  return packed(rows, 2 * all > image.height() ? kPhotographLevel : kLevel);
+  const QByteArrayView bytes(rows.data(), qsizetype(rows.size()));
+  return packedZlib(bytes, 2 * all > image.height() ? kPhotographLevel : kLevel);
 }
 
 void appendHeader(QByteArray& file, const QImage& image, const PngPixels& pixels) {
