@@ -58,13 +58,19 @@ void RealTimeDisplayView::drawTheSeismograms() {
   context.clipToRect(pRect_);
   labelAttributes_->setColor(colors::gray);
   const RealTimeBands bands{pRect_, records->size()};
+  // All channels at once, which several threads can share; one takes little longer than it takes to wake them up.
+  Path channels;
   for (std::size_t k = 0; k < records->size(); ++k) {
     const SeismogramRecord* const record = (*records)[k].get();
     if (record == nullptr) continue;
-    context.setColor(drawingColor_);
-    const Trace trace = realTimeTrace(bands, k, *record, limits(), waveformGain_);
-    strokeTrace(trace, pRect_, record->smin(), record->smax());
-    drawBandLabel(*record, bands.zeroLine(k) + bands.height() / 2);
+    Trace trace = realTimeTrace(bands, k, *record, limits(), waveformGain_);
+    if (settleTrace(trace, pRect_, record->smin(), record->smax())) channels.appendTrace(trace);
+  }
+  context.setColor(drawingColor_);
+  if (!channels.traces().empty()) context.strokePath(channels);
+  for (std::size_t k = 0; k < records->size(); ++k) {
+    if (const SeismogramRecord* const record = (*records)[k].get(); record != nullptr)
+      drawBandLabel(*record, bands.zeroLine(k) + bands.height() / 2);
   }
 }
 
