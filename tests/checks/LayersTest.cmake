@@ -41,6 +41,12 @@ expect("a painter by its long name" "src/XOV_Graphics/graphics/Axis.cpp: include
 tree(${view} ${lib}/seismic/Io.h "#include <QtWidgets>")
 expect("an umbrella header" "src/XOV_Graphics/seismic/Io.h: includes <QtWidgets>")
 
+tree(${view} ${lib}/seismic/Io.h "#include <QSslSocket>")
+expect("a socket elsewhere" "src/XOV_Graphics/seismic/Io.h: includes <QSslSocket>")
+
+tree(${view} ${lib}/seismic/realtime/seedlink/Client.h "#include <QTcpServer>")
+expect("a socket where servers are talked to" nothing)
+
 tree(${view} ${lib}/views/xy/Xy.cpp "#include <QPainterPath>")
 expect("a painter path is geometry" nothing)
 

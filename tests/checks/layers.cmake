@@ -29,6 +29,10 @@ set(sees_public_headers_only apps designer examples)
 set(desktop_headers
   "^(Qt[A-Za-z]+/)?(QPainter|QPdfWriter|QImageWriter|QFileDialog|QClipboard|QDrag|QtGui|QtWidgets|QtPrintSupport)$")
 
+# Sockets, and the one folder that talks to servers.
+set(network_headers "^(QtNetwork(/.*)?|Q(Tcp|Ssl|Udp|Local|Network|Host|Abstract)(Socket|Server|Address|Info|AccessManager|Request|Reply)[A-Za-z]*)$")
+set(network_folder ${library_root}/seismic/realtime/seedlink/)
+
 # What base/ does without, though models may have colours and paths.
 set(painting_headers "^(Qt(Gui|Widgets)/)?(QColor|QImage|QFont.*|QPainter.*|QPen|QBrush|QPixmap|QTransform|QWidget)$")
 
@@ -140,6 +144,8 @@ foreach(layer IN LISTS layers)
         set(included ${CMAKE_MATCH_1})
         if(NOT layer STREQUAL "platform" AND included MATCHES "${desktop_headers}")
           fault("${place}: includes <${included}>, which only platform/ does")
+        elseif(included MATCHES "${network_headers}" AND NOT place MATCHES "^${network_folder}")
+          fault("${place}: includes <${included}>, which only ${network_folder} does")
         elseif(layer STREQUAL "base" AND included MATCHES "${painting_headers}")
           fault("${place}: includes <${included}>, but base/ stands on QtCore")
         endif()

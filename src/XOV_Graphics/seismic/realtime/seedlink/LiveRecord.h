@@ -1,0 +1,48 @@
+#pragma once
+
+#include "XOV_Graphics/base/Result.h"
+#include "XOV_Graphics/seismic/ChannelPatterns.h"
+#include "XOV_Graphics/seismic/SacHeader.h"
+
+#include <QByteArrayView>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace xov {
+
+class MiniSeedSamples;
+
+/// What a miniSEED record holds that arrives by itself.
+struct XOV_EXPORT LiveRecord {
+  ChannelCodes codes;       ///< network, station, location, channel
+  std::int64_t startUs = 0; ///< time of the first sample, microseconds since 1970
+  double rateHz = 0;        ///< above 0 where there are samples
+  std::vector<float> samples;
+
+  double startSeconds() const;
+  double deltaSeconds() const { return 1 / rateHz; }
+  /// A header with the codes, for RealTimeFeed.
+  SacHeader header() const;
+  /// The station's identifier, as "GE_WLF".
+  QByteArray station() const;
+};
+
+/// Reads single miniSEED records of version 2 or 3, one after the other.
+class LiveRecordReader {
+public:
+  LiveRecordReader();
+  ~LiveRecordReader();
+  LiveRecordReader(const LiveRecordReader&) = delete;
+  LiveRecordReader& operator=(const LiveRecordReader&) = delete;
+
+  /// The record that `bytes` begin with. One of text, or of no samples, has none. What is wrong, in one line, where
+  /// it is no record or a damaged one.
+  Result<LiveRecord> read(QByteArrayView bytes);
+
+private:
+  std::unique_ptr<MiniSeedSamples> samples_;
+};
+
+} // namespace xov
