@@ -156,6 +156,27 @@ TEST(TraceFineness, becomesCoarserAgainWhenTheInkDoes) {
   EXPECT_EQ(fineness.subColumns(), 16);
 }
 
+// Fills and the like: what they look like alone tells how many they need.
+TEST(TraceFineness, exactInkBeginsCoarsest) {
+  TraceFineness fineness(1);
+  EXPECT_EQ(fineness.subColumns(), 8);
+  EXPECT_FALSE(fineness.refine(lineThatFalls(0.1, Judged::Exact), kWide));
+  // A jump of 10 counts 10 as a slope and a quarter where it only bends, on 16 · 2 + 16 · 12 = 224: 3.56 levels where
+  // 1.05 are allowed. 8 · 3.56 / 1.05 = 27.1.
+  EXPECT_TRUE(fineness.refine(lineThatSteps(21, Judged::Exact), kWide));
+  EXPECT_EQ(fineness.subColumns(), 32);
+}
+
+// With half as many, slants would be four times as far off: 0.2 rows give 63.75 · 0.3 · 0.2² = 0.765 levels, so that
+// 32 · √(0.765 / 1.05) = 27.3 are needed. In proportion it would be 23.3.
+TEST(TraceFineness, exactInkBecomesCoarserByItsSquare) {
+  TraceFineness fineness(1);
+  ASSERT_TRUE(fineness.refine(lineThatSteps(21, Judged::Exact), kWide));
+  ASSERT_EQ(fineness.subColumns(), 32);
+  EXPECT_FALSE(fineness.refine(lineThatFalls(0.2, Judged::Exact), kWide));
+  EXPECT_EQ(fineness.subColumns(), 32);
+}
+
 TEST(TraceFineness, neverAsksForMoreThanItsFinest) {
   TraceFineness fineness(0.5, 100, 300);
   int rounds = 0;

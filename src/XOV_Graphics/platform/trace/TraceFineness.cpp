@@ -36,6 +36,8 @@ constexpr Edges kOfExact = {0.3F, 1, 0.25F};
 
 int roundedDown(double subColumns) { return std::max(static_cast<int>(subColumns) / kStep * kStep, kStep); }
 
+int finestOf(double radius) { return roundedDown(kMost * std::min(kMostRadius / radius, 1.0)); }
+
 // Sub-columns that are summed side by side at every width of vectors.
 constexpr int kGroup = kLanes<Float8>;
 template <class Vector>
@@ -126,6 +128,7 @@ XOV_VECTOR8_FUNCTION(float, sumInked, (const float* low, const float* high, int 
 void InkRoughness::include(const float* low, const float* high, int count, int rows, Judged judged) {
   inked_ += double(sumInked(low, high, count, float(rows)));
   if (judged == Judged::Not) return;
+  isExact_ = isExact_ && judged == Judged::Exact;
   float jumps = 0, size = 0;
   sumJumps(low, high, count, float(rows), judged == Judged::Exact ? kOfExact : kOfCurves, jumps, size);
   jumps_ += double(jumps);
@@ -142,7 +145,13 @@ double InkRoughness::expectedError(double place) const {
   return layers > 0 ? error * layers / std::expm1(layers) : error;
 }
 
-TraceFineness::TraceFineness(double radius, std::size_t lines, double samplesPerPixel) {
+TraceFineness::TraceFineness(double radius)
+    : coarsest_(kStep),
+      coarsestInCrowd_(kStep),
+      finest_(finestOf(radius)),
+      subColumns_(kStep) {}
+
+TraceFineness::TraceFineness(double radius, std::size_t lines, double samplesPerPixel) : finest_(finestOf(radius)) {
   struct Start {
     std::size_t lines;      // up to this many
     double samplesPerPixel; // with fewer than these
@@ -160,7 +169,6 @@ TraceFineness::TraceFineness(double radius, std::size_t lines, double samplesPer
   const Start& start = *std::find_if(std::begin(kStarts), std::end(kStarts), [=](const Start& s) {
     return lines <= s.lines && samplesPerPixel < s.samplesPerPixel;
   });
-  finest_ = roundedDown(kMost * std::min(kMostRadius / radius, 1.0));
   subColumns_ = std::min(roundedDown(start.subColumns * std::min(start.radius / radius, 1.0)), finest_);
   coarsest_ = subColumns_;
   const double inCrowd = (samplesPerPixel < kDense ? 2 : 1) * kStep * std::min(kThinPen / radius, 1.0);
@@ -168,7 +176,8 @@ TraceFineness::TraceFineness(double radius, std::size_t lines, double samplesPer
 }
 
 bool TraceFineness::refine(const InkRoughness& ink, double place) {
-  const double wished = subColumns_ * ink.expectedError(place) / kLimit;
+  const double excess = ink.expectedError(place) / kLimit;
+  const double wished = subColumns_ * (ink.isExact() && excess < 1 ? std::sqrt(excess) : excess);
   const int coarsest = ink.isCrowded(place) ? coarsestInCrowd_ : coarsest_;
   const int needed = std::clamp(roundedDown(std::min(wished, double(kMost)) + kStep - 1), coarsest, finest_);
   const bool isCoarse = needed > subColumns_;

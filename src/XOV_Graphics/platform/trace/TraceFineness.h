@@ -21,17 +21,24 @@ public:
   double expectedError(double place) const;
   /// True when the ink covers nearly all of that place.
   bool isCrowded(double place) const;
+  /// True when all judged ink is exact at the middles of sub-columns: with half as many the errors of its slants are
+  /// four times as large.
+  bool isExact() const { return isExact_; }
 
 private:
   double jumps_ = 0; // rows
   double size_ = 0;  // rows with ink and those that have part of it, summed over sub-columns
   double inked_ = 0; // rows of all lines, about
+  bool isExact_ = true;
 };
 
 /// How many sub-columns a pixel is cut into. The more the more exact, and the more work: ink begins with as many as
 /// suit most lines of its kind, and takes more where it turns out to have steep edges.
 class TraceFineness {
 public:
+  /// For ink that is exact at the middles of sub-columns, and as large as that of a pen of a radius in pixels: its
+  /// looks alone tell how many it needs.
+  explicit TraceFineness(double radius);
   /// For a pen of a radius in pixels.
   TraceFineness(double radius, std::size_t lines, double samplesPerPixel);
 

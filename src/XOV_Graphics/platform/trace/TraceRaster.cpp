@@ -30,8 +30,8 @@ constexpr double kScaleTolerance = 1e-6;
 constexpr int kWidestStrip = 64;    // columns
 constexpr std::size_t kJudged = 16; // traces, by and large, whose ink decides about the fineness of a strip
 constexpr double kFillRadius = 1;   // areas are as fine as the ink of a pen of this many pixels
-// Where a pixel holds more samples than this, a fill is as fine as its start: the curve runs up and down so often
-// that what it encloses is seen outside of a stroke's ink alone.
+// Where a pixel holds more samples than this, a fill stays as coarse as it begins: the curve runs up and down so
+// often that what it encloses is seen outside of a stroke's ink alone.
 constexpr double kDenseFill = 12;
 constexpr int kLayerBudget = 1 << 17; // intervals of a strip that stay in a fast cache
 
@@ -196,25 +196,27 @@ bool fillTraces(const PixelTarget& target, std::span<const Trace> traces, const 
 
   const TraceEnclosure areas(*projections, rule);
   const double density = samplesPerPixel(*projections);
-  const TraceFineness fineness(kFillRadius, projections->size(), density);
+  const TraceFineness fineness(kFillRadius);
   TraceStrip first{visible.left(), 0, 0, visible.height()};
   first.columns = std::min(stripColumns(fineness.subColumns(), projections->size(), 0), visible.width());
   const Extent extent(*projections, 0);
   drawStrips(first, extent.beginAt(visible, first), fineness, [&] {
     return [&, enclosure = areas,
             coverage = std::make_shared<TraceCoverage>(first.rows)](TraceStrip& strip, TraceFineness& fine) mutable {
-      InkRoughness roughness;
-      do {
-        strip.perColumn = static_cast<int>(std::bit_ceil(static_cast<unsigned>(fine.subColumns())));
-        enclosure.find(strip);
-        roughness = {};
+      const auto looks = [&] {
+        InkRoughness roughness;
         const std::size_t layers = enclosure.lows().size();
         for (std::size_t layer = 0; layer < layers; ++layer) {
           const bool isJudged = layer % (layers / kJudged + 1) == 0;
           roughness.include(enclosure.lows()[layer], enclosure.highs()[layer], strip.subColumns(), strip.rows,
                             isJudged ? InkRoughness::Judged::Exact : InkRoughness::Judged::Not);
         }
-      } while (density < kDenseFill && fine.refine(roughness, double(strip.subColumns()) * strip.rows));
+        return roughness;
+      };
+      do {
+        strip.perColumn = static_cast<int>(std::bit_ceil(static_cast<unsigned>(fine.subColumns())));
+        enclosure.find(strip);
+      } while (density < kDenseFill && fine.refine(looks(), double(strip.subColumns()) * strip.rows));
       coverage->takeInOrder(enclosure.lows(), enclosure.highs());
       layStrip(*coverage, strip, extent, ink, target, visible.top());
     };
