@@ -12,10 +12,12 @@ rows() {
 section-vertical|A record section: vertical components of one event at twelve stations, nearest below, with picks|section section/*.BHZ.SAC --sort distance
 section-zero-lines|The same by name, traces half as high over their zero lines|section section/*.BHZ.SAC --sort name --gain 0.5 --zero-lines
 section-three-components|Three components at one station|section section/XX.HERN.00.BH?.SAC
+section-components|Three components at two stations, a colour for each component|section section/XX.{HERN,KITE}.00.BH{Z,N,E}.SAC --color-by component --legend
 section-one|One record with its picks|section section/XX.DOVE.00.BHZ.SAC
 section-filtered|Vertical components from a minute before P on, filtered|section section/*.BHZ.SAC --filter bandpass 0.02 0.1 --zero-phase --around P -60 600 --sort distance
 panels|Pairs of records in panels: 15 minutes of data, and in red those of a model with another rupture|panels panels/*.SAC
 stack-overlay|Records over each other: three stations|stack section/XX.{FINK,RAIL,HERN}.00.BHZ.SAC
+stack-colors|Records over each other in a colour each, with a legend|stack section/XX.{FINK,RAIL,HERN}.00.BHZ.SAC --legend --line-width 0.75
 stack-fill|One record, what it encloses filled, from the origin time on|stack section/XX.GULL.00.BHZ.SAC --fill --fixed-x 0 3000
 stack-bands|Records in bands: five components of one station|stack section/XX.KITE.00.BH?.SAC --style bands
 three|Three components of a station with their picks|three section/XX.KITE.00.BH{Z,R,T}.SAC

@@ -38,6 +38,7 @@ void DrumCommand::addOptions(CLI::App& options) {
       ->check(numberFromTo(-kLargestMagnitude, kLargestMagnitude));
   options.add_flag("--zero-lines", zeroLines_, "Draw a thin zero line through each row");
   options.add_flag("--hours", hours_, "Count the time scale in hours instead of minutes");
+  lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
 }
@@ -65,6 +66,7 @@ ExitCode DrumCommand::run() {
     view->setMagThreshold(float(smallestMagnitude_));
     view->setShowZeroLines(zeroLines_);
     view->setLabelHours(hours_);
+    lineWidth_.apply(*view);
     view->setTitle(output_.titleOr(QStringLiteral("UTC")));
     view->setSubtitle(preparation_.text());
     return view;

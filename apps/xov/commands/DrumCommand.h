@@ -3,6 +3,7 @@
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/EventInputs.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
 
@@ -20,6 +21,7 @@ private:
   RecordInputs inputs_;
   Preparation preparation_;
   EventInputs events_;
+  LineWidthOption lineWidth_;
   Output output_{"drum", {900, 900}};
   std::optional<int> rows_;
   double rowSeconds_ = 3600;

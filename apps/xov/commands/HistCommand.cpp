@@ -58,6 +58,7 @@ void HistCommand::addOptions(CLI::App& options) {
       ->check(numberFromTo(-kFarthestBin, kFarthestBin));
   options.add_flag("--remove-mean", removeMean_, "Subtract the mean of the values from them first");
   options.add_flag("--dump", dump_, "Print the bins as text; draw only if there is -o, too");
+  lineWidth_.addOptions(options);
   output_.addOptions(options);
   options.parse_complete_callback([this] { checkRange(); });
 }
@@ -83,6 +84,7 @@ std::unique_ptr<XOVHistogramView> HistCommand::makeView(const QRectF& frame, con
                                            : binRange(view->minValue(), view->maxValue(), bins_, min_, max_);
   view->setNBinsMinMax(bins_, range.min, range.max);
   if (!view->binValues()) throw std::bad_alloc();
+  lineWidth_.apply(*view);
   view->setXLabelString(inputs_.xLabelOr(data.names[0]));
   view->setYLabelString(inputs_.yLabelOr(QStringLiteral("Count")));
   view->setTitle(output_.titleOr(inputs_.title()));

@@ -3,6 +3,7 @@
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/ColumnInputs.h"
 #include "apps/xov/inputs/LogAxisOptions.h"
+#include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/output/Output.h"
 
 #include <cstdint>
@@ -27,6 +28,7 @@ private:
 
   ColumnInputs inputs_{{"1"}, "C", "Count"};
   LogAxisOptions logAxes_;
+  LineWidthOption lineWidth_;
   Output output_{"hist", {600, 500}};
   std::int32_t bins_ = 20;
   std::optional<double> min_;

@@ -60,6 +60,7 @@ void MonitorCommand::addOptions(CLI::App& options) {
       ->check(utcTime());
   options.add_flag("--zone-name", zoneName_, "Write the local time with the name of its zone");
   events_.addOptions(options);
+  lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options);
 }
@@ -112,6 +113,7 @@ ExitCode MonitorCommand::run() {
   const auto showInWindow = [&](const QRectF& frame) {
     auto view = makeView(frame);
     view->setWaveformGain(float(gain_));
+    lineWidth_.apply(*view);
     view->setTitle(output_.titleOr(titleOfChannels(found.records)));
     view->setSubtitle(preparation_.text());
     replay->attachTo(*view);

@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/EventInputs.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/Replay.h"
+#include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
 
@@ -25,6 +26,7 @@ private:
   RecordInputs inputs_;
   Preparation preparation_;
   EventInputs events_;
+  LineWidthOption lineWidth_;
   Output output_{"monitor", {1000, 600}};
   double speed_ = 1;
   double spanSeconds_ = 600;

@@ -82,6 +82,7 @@ void PanelsCommand::addOptions(CLI::App& options) {
   pages_.addOptions(options);
   picks_.addOptions(options);
   timeAxis_.addOptions(options);
+  traces_.addPlainOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
 }
@@ -108,6 +109,7 @@ ExitCode PanelsCommand::run() {
     view->setWvfrmArray(records);
     view->setMaxAmplitude(float(double(largestAmplitude(*records)) / gain_));
     view->setXLimitsMinMax(times.min, times.max);
+    traces_.apply(*view, *records);
     timeAxis_.apply(*view, times.begins ? *records : SeismogramArray());
     view->setTitle(output_.titleOr(QString()));
     view->setSubtitle(preparation_.text());

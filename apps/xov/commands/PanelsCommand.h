@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/PickOptions.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
+#include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
@@ -21,6 +22,7 @@ private:
   PageOption pages_{"panels", 2};
   PickOptions picks_;
   TimeAxisOption timeAxis_;
+  TraceStyle traces_;
   Preparation preparation_;
   Output output_{"panels", {}};
   double gain_ = 1;

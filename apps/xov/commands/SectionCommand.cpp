@@ -61,6 +61,7 @@ void SectionCommand::addOptions(CLI::App& options) {
   picks_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
+  traces_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
 }
@@ -71,6 +72,7 @@ ExitCode SectionCommand::run() {
   RecordPages pages = pages_.pagesOf(std::move(found.records), [&](SeismogramArray records) {
     records = plot_.prepare(picks_.apply(std::move(records)));
     sortRecords(records, orderNamed(order_));
+    traces_.keepGroups(records, traces_.groupsOf(records));
     return records;
   });
   for (std::size_t page = 0; page < pages.count(); ++page) {
@@ -85,6 +87,7 @@ ExitCode SectionCommand::run() {
     view->setShowZeroLine(zeroLines_);
     view->setXLabelString(QStringLiteral("Time (s)"));
     timeAxis_.apply(*view, *records);
+    traces_.apply(*view, *records);
     view->setTitle(output_.titleOr(titleOfRecords(*records)));
     view->setSubtitle(preparation_.text());
     return view;

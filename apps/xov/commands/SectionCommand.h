@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
+#include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
@@ -26,6 +27,7 @@ private:
   Preparation preparation_;
   RecordPlot plot_;
   TimeAxisOption timeAxis_;
+  TraceStyle traces_;
   Output output_{"section", {900, 600}};
   double gain_ = 1;
   bool zeroLines_ = false;

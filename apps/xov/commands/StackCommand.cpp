@@ -44,6 +44,7 @@ void StackCommand::addOptions(CLI::App& options) {
   pages_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
+  traces_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
   options.parse_complete_callback([this] { checkOptions(); });
@@ -70,7 +71,11 @@ ExitCode StackCommand::run() {
   Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   RecordPages pages = pages_.pagesOf(std::move(found.records), [&](SeismogramArray records) {
-    return captionedByChannel(plot_.prepare(std::move(records)));
+    records = plot_.prepare(std::move(records));
+    const std::vector<std::size_t> groups = traces_.groupsOf(records); // files have other names as captions
+    records = captionedByChannel(std::move(records));
+    traces_.keepGroups(records, groups);
+    return records;
   });
   if (!fixedX_.empty()) timeAxis_.preferSeconds();
   const ExitCode delivered = output_.deliver(pages.plotPages(), [&](const QRectF& frame, std::size_t page) {
@@ -87,6 +92,7 @@ ExitCode StackCommand::run() {
     }
     view->setXLabelString(QStringLiteral("Time (s)"));
     timeAxis_.apply(*view, *records);
+    traces_.apply(*view, *records);
     view->setYLabelString(amplitudeLabel(*records));
     view->setTitle(output_.titleOr(titleOfRecords(*records)));
     view->setSubtitle(preparation_.text());

@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
+#include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
@@ -32,6 +33,7 @@ private:
   PageOption pages_{"records"};
   RecordPlot plot_;
   TimeAxisOption timeAxis_;
+  TraceStyle traces_;
   Output output_{"stack", {900, 600}};
   std::string style_;
   bool fill_ = false;

@@ -24,6 +24,7 @@ void ThreeCommand::addOptions(CLI::App& options) {
   picks_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
+  lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
 }
@@ -45,6 +46,7 @@ ExitCode ThreeCommand::run() {
     auto view = std::make_unique<TitledView<ThreeCompView>>(frame);
     view->setObservation(shown);
     timeAxis_.apply(*view, present);
+    lineWidth_.apply(*view);
     view->setSelfScaled(selfScaled_);
     view->setShowMaxAmplitude(peaks_);
     view->setTitle(output_.titleOr(QString()));

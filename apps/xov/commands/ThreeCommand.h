@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
+#include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
 
@@ -25,6 +26,7 @@ private:
   Preparation preparation_;
   RecordPlot plot_;
   TimeAxisOption timeAxis_;
+  LineWidthOption lineWidth_;
   Output output_{"three", {900, 600}};
   std::vector<std::string> components_; // codes; not given, or three
   bool selfScaled_ = false;

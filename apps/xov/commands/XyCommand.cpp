@@ -13,6 +13,7 @@ namespace xov::cli {
 void XyCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
   logAxes_.addOptions(options);
+  lineWidth_.addOptions(options);
   output_.addOptions(options);
 }
 
@@ -31,6 +32,7 @@ ExitCode XyCommand::run() {
     view->setNpts(std::int32_t(std::min<std::size_t>(x.size(), std::numeric_limits<std::int32_t>::max())));
     view->setXLimitsMinMax(limits->xmin, limits->xmax);
     view->setYLimitsMinMax(limits->ymin, limits->ymax);
+    lineWidth_.apply(*view);
     view->setXLabelString(inputs_.xLabelOr(data->names[0]));
     view->setYLabelString(inputs_.yLabelOr(data->names[1]));
     view->setTitle(output_.titleOr(inputs_.title()));

@@ -3,6 +3,7 @@
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/ColumnInputs.h"
 #include "apps/xov/inputs/LogAxisOptions.h"
+#include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/output/Output.h"
 
 namespace xov::cli {
@@ -16,6 +17,7 @@ public:
 private:
   ColumnInputs inputs_{{"1", "2"}, "X Y"};
   LogAxisOptions logAxes_;
+  LineWidthOption lineWidth_;
   Output output_{"xy", {600, 500}};
 };
 

@@ -24,6 +24,10 @@ bool isMotion(const std::string& word) { return word == "disp" || word == "vel" 
 
 bool isScale(const std::string& word) { return word == "record" || word == "section"; }
 
+bool isCorner(const std::string& word) {
+  return word == "best" || word.starts_with("top-") || word.starts_with("bottom-");
+}
+
 bool isTrend(const std::string& word) { return word == "mean" || word == "linear" || isNumber(word); }
 
 /// An option with a first word, and at most so many numbers behind it.
@@ -41,10 +45,11 @@ struct Optional {
   const char* fallback;
 };
 
-constexpr std::array<Optional, 4> kOptional = {{{"--detrend", isTrend, "linear"},
+constexpr std::array<Optional, 5> kOptional = {{{"--detrend", isTrend, "linear"},
                                                 {"--taper", isShareOrSeconds, "0.05"},
                                                 {"--normalize", isScale, "record"},
-                                                {"--remove-response", isMotion, "vel"}}};
+                                                {"--remove-response", isMotion, "vel"},
+                                                {"--legend", isCorner, "best"}}};
 
 /// The value of "--option=value"; nothing where the word is anything else.
 bool isWithValue(const std::string& word, const char* option, std::string& value) {

@@ -146,6 +146,7 @@ void setAll(XOVView& view) {
   view.setYmin(2.5f);
   view.setYmax(3.5f);
   view.setMinYRange(2.5f);
+  view.setLineWidth(2.5);
   view.set_fixedXAxisRange(true);
   view.set_fixedYAxisRange(true);
   view.set_showPlotTitle(true);

@@ -42,6 +42,7 @@ class XOV_EXPORT XOVView : public View {
   Q_PROPERTY(double ymin READ ymin WRITE writeYmin NOTIFY limitsChanged)
   Q_PROPERTY(double ymax READ ymax WRITE writeYmax NOTIFY limitsChanged)
   Q_PROPERTY(double minYRange READ minYRange WRITE writeMinYRange NOTIFY settingsChanged)
+  Q_PROPERTY(double lineWidth READ lineWidth WRITE writeLineWidth NOTIFY settingsChanged)
   Q_PROPERTY(bool fixedXAxisRange READ _fixedXAxisRange WRITE writeFixedXAxisRange NOTIFY settingsChanged)
   Q_PROPERTY(bool fixedYAxisRange READ _fixedYAxisRange WRITE writeFixedYAxisRange NOTIFY settingsChanged)
   Q_PROPERTY(bool showPlotTitle READ _showPlotTitle WRITE writeShowPlotTitle NOTIFY settingsChanged)
@@ -99,6 +100,10 @@ public:
   /// The smallest Y range for views that scale to their data; kUnsetRange when unset.
   float minYRange() const { return minYRange_; }
   void setMinYRange(float range) { change(minYRange_, range); }
+  /// The width of the lines that show data, in points: traces, curves and the outlines of bars. 1 at first, 0.25 of
+  /// histograms; 0 and what is no width draw none. Maps, images and symbols do not read it.
+  double lineWidth() const { return lineWidth_; }
+  void setLineWidth(double points) { change(lineWidth_, points); }
   /// Whether views that compute limits from data keep the host's X or Y limits.
   bool _fixedXAxisRange() const { return fixedXAxisRange_; }
   void set_fixedXAxisRange(bool fixed) { change(fixedXAxisRange_, fixed); }
@@ -320,6 +325,7 @@ protected:
   float zmin_ = 0;
   float zmax_ = 0;
   float minYRange_ = kUnsetRange;
+  double lineWidth_ = 1;
   std::array<float, 4> margins_{};
   std::shared_ptr<Path> xAxisPath_;
   std::array<char, kLabelBufferSize> xLabel_{};
@@ -347,6 +353,7 @@ private:
   void writeYmin(float value);
   void writeYmax(float value);
   void writeMinYRange(float range);
+  void writeLineWidth(double points);
   void writeFixedXAxisRange(bool fixed);
   void writeFixedYAxisRange(bool fixed);
   void writeShowPlotTitle(bool show);

@@ -89,6 +89,11 @@ void XOVView::writeMinYRange(float range) {
   setNeedsDisplay();
 }
 
+void XOVView::writeLineWidth(double points) {
+  setLineWidth(points);
+  setNeedsDisplay();
+}
+
 void XOVView::writeFixedXAxisRange(bool fixed) {
   set_fixedXAxisRange(fixed);
   setNeedsDisplay();

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
+#include "XOV_Graphics/views/seismic/DrawnTraces.h"
 
 #include <cmath>
 
@@ -54,35 +55,39 @@ void MultiSeisView::drawRect(const QRectF&) {
   if (!records || records->empty()) return;
   computeRects();
   computePlotLimits();
+  std::vector<DrawnTrace> traces;
   {
     const SavedState saved(GraphicsContext::current());
     labelAttributes_->setColor(colors::gray);
-    drawStrips(*records);
+    traces = drawStrips(*records);
     drawTimeAxis();
     drawTitleTopCentered();
   }
   drawPicks();
+  drawLegendIn(pRect_, traces);
 }
 
 // All traces are stroked last, over the picks and captions.
-void MultiSeisView::drawStrips(const SeismogramArray& records) {
+std::vector<DrawnTrace> MultiSeisView::drawStrips(const SeismogramArray& records) {
   const auto n = double(records.size());
   const double slot = pRect_.height() / n;
   double center = pRect_.y() + pRect_.height() / (2 * n);
-  Path traces;
+  std::vector<DrawnTrace> traces;
   for (const auto& record : records) {
+    const auto index = std::size_t(&record - records.data());
     if (showZeroLine_) drawZeroLine(center);
     if (record) {
       Trace trace = traceOf(*record, center, slot);
-      if (settleTrace(trace, pRect_, record->smin(), record->smax())) traces.appendTrace(trace);
+      if (settleTrace(trace, pRect_, record->smin(), record->smax()))
+        traces.push_back({trace, traceColor(index, colors::black)});
       drawCaption(*record, center);
       drawPicksSeis({pRect_.x(), center - slot, pRect_.width(), 2 * slot}, record.get());
     }
     center += slot;
   }
-  GraphicsContext& context = GraphicsContext::current();
-  context.setColor(colors::black);
-  context.strokePath(traces);
+  strokeTraces(traces, lineWidth_);
+  GraphicsContext::current().setColor(colors::black);
+  return traces;
 }
 
 void MultiSeisView::drawZeroLine(double center) {

@@ -87,7 +87,8 @@ private:
     setNeedsDisplay();
   }
 
-  void drawStrips(const SeismogramArray& records);
+  /// Returns the traces that it has drawn.
+  std::vector<DrawnTrace> drawStrips(const SeismogramArray& records);
   void drawZeroLine(double center);
   void drawCaption(const SeismogramRecord& record, double center);
   Trace traceOf(const SeismogramRecord& record, double center, double slot) const;

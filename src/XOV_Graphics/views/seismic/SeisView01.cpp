@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/seismic/DrawnTraces.h"
 
 namespace xov {
 
@@ -19,8 +20,9 @@ void SeisView01::drawRect(const QRectF&) {
   const SavedState saved(context);
   context.strokeRect(pRect_);
 
-  Path traces;
-  for (const auto& record : *records) {
+  std::vector<DrawnTrace> traces;
+  for (std::size_t i = 0; i < records->size(); ++i) {
+    const auto& record = (*records)[i];
     if (!record) continue;
     Trace trace;
     trace.samples = record->GetSacSeis();
@@ -33,25 +35,30 @@ void SeisView01::drawRect(const QRectF&) {
     trace.vOrigin = ymin_;
     trace.yScale = pRect_.height() / double(ymax_ - ymin_);
     trace.yOffset = pRect_.y();
-    if (settleTrace(trace, pRect_, record->smin(), record->smax())) traces.appendTrace(trace);
+    if (settleTrace(trace, pRect_, record->smin(), record->smax()))
+      traces.push_back({trace, traceColor(i, colors::black)});
   }
   {
     const SavedState unclipped(context);
     context.clipToRect(pRect_);
     if (fillPositive_) {
+      Path areas;
+      for (const DrawnTrace& drawn : traces)
+        areas.appendTrace(drawn.trace);
       context.setColor(colors::lightGray);
-      context.fillPath(traces);
-      context.setColor(colors::black);
+      context.fillPath(areas);
     }
-    context.strokePath(traces);
+    strokeTraces(traces, lineWidth_);
   }
 
+  context.setColor(colors::black);
   beginAxes(pRect_);
   ASetYAxisPowerFlag(1);
   addTimeAxis(xLabelString_);
   addAmplitudeAxis(yLabelString_);
   strokeAxisPath();
   drawTitleTopCentered();
+  drawLegendIn(pRect_, traces);
 }
 
 } // namespace xov

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
+#include "XOV_Graphics/views/seismic/DrawnTraces.h"
 #include "XOV_Graphics/views/seismic/TraceWindow.h"
 
 namespace xov {
@@ -41,11 +42,28 @@ void SeisView02::drawRect(const QRectF&) {
   for (std::size_t i = 0; i < records->size(); ++i) {
     const QRectF rect = plotStyle_ == kBands ? bandRect(pRect_, i, records->size()) : pRect_;
     const SeismogramRecord* const record = (*records)[i].get();
+    context.setColor(traceColor(i, colors::black));
     drawSeismogramInRect(record, rect);
     drawLabelForSignalInRect(record, rect);
   }
+  context.setColor(colors::black);
   drawAxesOnRect(pRect_);
   drawTitleTopCentered();
+  if (!legend().empty()) drawLegendOf(*records);
+}
+
+void SeisView02::drawLegendOf(const SeismogramArray& records) const {
+  std::vector<DrawnTrace> traces;
+  std::vector<QRectF> captions;
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    if (!records[i] || records[i]->delta() <= 0) continue;
+    const QRectF rect = plotStyle_ == kBands ? bandRect(pRect_, i, records.size()) : pRect_;
+    traces.push_back({traceOf(*records[i], rect), {}});
+    const QSizeF size = labelAttributes_->size(fileCaption(records[i]->path()));
+    captions.push_back({rect.x() + kCaptionInset, rect.y() + rect.height() - kCaptionInset - size.height(),
+                        size.width(), size.height()});
+  }
+  drawLegendIn(pRect_, traces, captions);
 }
 
 void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRectF& rect) {
@@ -53,26 +71,30 @@ void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRec
   GraphicsContext& context = GraphicsContext::current();
   context.saveState();
   if (record->delta() <= 0) return;
-  const TraceWindow window = windowStartingAtLimit(*record, xmin_, xmax_);
+  const Trace trace = traceOf(*record, rect);
+  if (!trace.isEmpty()) strokeTrace(trace, rect, record->smin(), record->smax());
+  context.restoreState();
+}
+
+Trace SeisView02::traceOf(const SeismogramRecord& record, const QRectF& rect) const {
+  const TraceWindow window = windowStartingAtLimit(record, xmin_, xmax_);
   Trace trace;
-  trace.samples = record->GetSacSeis();
-  trace.index = record->sampleIndex();
+  trace.samples = record.GetSacSeis();
+  trace.index = record.sampleIndex();
   trace.first = window.first;
   trace.last = window.last;
-  if (!trace.isEmpty()) {
-    trace.tOrigin = xmin_;
-    trace.xScale = timeScale(rect);
-    trace.settleTimes(window.firstTime, TraceTime::even(window.firstTime, record->delta(), window.first));
-    trace.xOffset = rect.x();
-    trace.vOrigin = ymin_;
-    trace.yScale = rect.height() / double(ymax_ - ymin_);
-    trace.yOffset = rect.y();
-    trace.clampLow = ymin_;
-    trace.clampHigh = ymax_;
-    trace.firstValue = trace.samples[trace.first];
-    strokeTrace(trace, rect, record->smin(), record->smax());
-  }
-  context.restoreState();
+  if (trace.isEmpty()) return trace;
+  trace.tOrigin = xmin_;
+  trace.xScale = timeScale(rect);
+  trace.settleTimes(window.firstTime, TraceTime::even(window.firstTime, record.delta(), window.first));
+  trace.xOffset = rect.x();
+  trace.vOrigin = ymin_;
+  trace.yScale = rect.height() / double(ymax_ - ymin_);
+  trace.yOffset = rect.y();
+  trace.clampLow = ymin_;
+  trace.clampHigh = ymax_;
+  trace.firstValue = trace.samples[trace.first];
+  return trace;
 }
 
 void SeisView02::drawLabelForSignalInRect(const SeismogramRecord* record, const QRectF& rect) {

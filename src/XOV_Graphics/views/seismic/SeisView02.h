@@ -54,6 +54,9 @@ protected:
   std::int32_t plotStyle_ = kOverlay;
 
 private:
+  void drawLegendOf(const SeismogramArray& records) const;
+  /// The trace of a record whose interval is positive; an empty one where none is drawn.
+  Trace traceOf(const SeismogramRecord& record, const QRectF& rect) const;
   PlotStyle plotStyleValue() const { return PlotStyle(plotStyle()); }
   // What the writes of properties do: set, and draw anew.
   void writePlotStyle(PlotStyle value) {

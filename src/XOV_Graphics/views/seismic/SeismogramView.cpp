@@ -2,10 +2,23 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/graphics/LinearAxis.h"
+#include "XOV_Graphics/views/seismic/DrawnTraces.h"
 
 #include <cmath>
 
 namespace xov {
+
+namespace {
+
+constexpr double kLegendFontSize = 10;
+
+// The share of a box that another one takes.
+double shareOf(const QRectF& box, const QRectF& other) {
+  const QRectF common = box.intersected(other);
+  return common.width() * common.height() / (box.width() * box.height());
+}
+
+} // namespace
 
 SeismogramView::SeismogramView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {}
 
@@ -35,11 +48,29 @@ bool SeismogramView::settleTrace(Trace& trace, const QRectF& panel, float lowest
   return lowest == trace.vOrigin && highest == trace.vOrigin;
 }
 
-void SeismogramView::strokeTrace(Trace trace, const QRectF& panel, float lowest, float highest) {
+void SeismogramView::strokeTrace(Trace trace, const QRectF& panel, float lowest, float highest) const {
   if (!settleTrace(trace, panel, lowest, highest)) return;
   Path path;
   path.appendTrace(trace);
+  path.setLineWidth(lineWidth_);
   GraphicsContext::current().strokePath(path);
+}
+
+QColor SeismogramView::traceColor(std::size_t index, const QColor& usual) const {
+  return traceColors_.empty() ? usual : traceColors_[index % traceColors_.size()];
+}
+
+void SeismogramView::drawLegendIn(const QRectF& frame, std::span<const DrawnTrace> traces,
+                                  std::span<const QRectF> texts) const {
+  if (legend_.empty()) return;
+  const TextAttributes font = TextAttributes::helvetica(kLegendFontSize);
+  const auto covered = [&](const QRectF& box) {
+    double sum = coveredByTraces(box, traces);
+    for (const QRectF& text : texts)
+      sum += shareOf(box, text);
+    return sum;
+  };
+  drawLegend(layOutLegend(frame, legend_, legendPlace_, font, covered), font, lineWidth_);
 }
 
 void SeismogramView::strokeLine(QPointF from, QPointF to) {

@@ -2,14 +2,18 @@
 
 #include "XOV_Graphics/base/Export.h"
 #include "XOV_Graphics/seismic/SeismogramRecord.h"
+#include "XOV_Graphics/views/base/Legend.h"
 #include "XOV_Graphics/views/base/XOVView.h"
 #include "XOV_Graphics/views/seismic/RecordLimits.h"
 
 #include <QDateTime>
 
+#include <span>
 #include <vector>
 
 namespace xov {
+
+struct DrawnTrace;
 
 /// What the seismogram views have in common: limits from records, traces in panels, dotted lines and the way that
 /// axes are drawn. It draws nothing by itself.
@@ -24,6 +28,18 @@ public:
   /// ticks then lie at round moments (see utcTicks()), and dates stand at its ends. Invalid at first, for seconds.
   QDateTime timeReference() const { return timeReference_; }
   void setTimeReference(const QDateTime& reference) { change(timeReference_, reference); }
+
+  /// The colours of the traces, in the order in which the view has its records; where the list ends it begins again.
+  /// Empty at first: the view's own colours. Real-time displays and series without a header do not read it.
+  const std::vector<QColor>& traceColors() const { return traceColors_; }
+  void setTraceColors(const std::vector<QColor>& colors) { change(traceColors_, colors); }
+  /// What colours stand for, in a box inside the data frame of sections, overlays and bands; empty, and not drawn, at
+  /// first.
+  const std::vector<LegendEntry>& legend() const { return legend_; }
+  void setLegend(const std::vector<LegendEntry>& entries) { change(legend_, entries); }
+  /// Where the legend stands; LegendPlace::Best at first.
+  LegendPlace legendPlace() const { return legendPlace_; }
+  void setLegendPlace(LegendPlace place) { change(legendPlace_, place); }
 
   QString usualAxisName(Qt::Axis axis) const override;
 
@@ -44,7 +60,12 @@ protected:
   /// of the scale then still lie on their line, so a trace that has no others is drawn flat.
   static bool settleTrace(Trace& trace, const QRectF& panel, float lowest, float highest);
   /// Strokes one trace in the current colour, or leaves it out as settleTrace() says.
-  static void strokeTrace(Trace trace, const QRectF& panel, float lowest, float highest);
+  void strokeTrace(Trace trace, const QRectF& panel, float lowest, float highest) const;
+  /// The colour of the trace of record `index`; `usual` where the host has set none.
+  QColor traceColor(std::size_t index, const QColor& usual) const;
+  /// Draws the legend, if there is one, inside a frame that holds these traces and texts.
+  void drawLegendIn(const QRectF& frame, std::span<const DrawnTrace> traces,
+                    std::span<const QRectF> texts = {}) const;
 
   static void strokeLine(QPointF from, QPointF to);
   /// A line of dots, round at the ends, in the current colour: lengths of dashes and gaps in turn, in points.
@@ -66,6 +87,9 @@ private:
   }
 
   QDateTime timeReference_;
+  std::vector<QColor> traceColors_;
+  std::vector<LegendEntry> legend_;
+  LegendPlace legendPlace_ = LegendPlace::Best;
 };
 
 } // namespace xov

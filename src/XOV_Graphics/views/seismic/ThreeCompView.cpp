@@ -92,6 +92,7 @@ void ThreeCompView::drawRect(const QRectF&) {
   for (int i = 0; i < kComponents; ++i)
     drawPanel(layout.panel[std::size_t(i)], i);
   setLabelFontSize(kAxisFontSize);
+  if (!traceColors().empty()) GraphicsContext::current().setColor(colors::black);
   drawTimeAxisUnder(layout.frame.x(), layout.frame.x() + layout.frame.width(), layout.frame.y());
 }
 
@@ -108,7 +109,7 @@ void ThreeCompView::drawPanel(const QRectF& rect, int index) {
     const double center = rect.y() + rect.height() / 2;
     context.setColor(colors::lightGray);
     strokeLine({rect.x(), center}, {rect.x() + rect.width(), center});
-    context.setColor(colors::black);
+    context.setColor(traceColor(std::size_t(index), colors::black));
     drawSeisSeis(rect, record.get());
     drawPicksSeis(rect, record.get());
   }

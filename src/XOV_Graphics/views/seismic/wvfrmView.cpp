@@ -39,7 +39,7 @@ void wvfrmView::drawRect(const QRectF&) {
   if (records->size() > 1 && (*records)[1]) drawHeader(*(*records)[1]);
   std::size_t first = 0;
   for (const WvfrmPanel& panel : layOutWvfrmPanels(bounds(), records->size() / 2)) {
-    drawPair(panel.rect, (*records)[first].get(), (*records)[first + 1].get());
+    drawPair(panel.rect, *records, first);
     if (panel.endsColumn) drawTimeAxisUnder(panel.rect.x(), panel.rect.x() + panel.rect.width(), panel.rect.y());
     first += 2;
   }
@@ -51,16 +51,18 @@ void wvfrmView::drawHeader(const SeismogramRecord& record) {
                          3);
 }
 
-void wvfrmView::drawPair(const QRectF& rect, const SeismogramRecord* black, const SeismogramRecord* red) {
+void wvfrmView::drawPair(const QRectF& rect, const SeismogramArray& records, std::size_t first) {
   GraphicsContext& context = GraphicsContext::current();
   const double center = rect.y() + rect.height() / 2;
   context.setColor(colors::lightGray);
   strokeLine({rect.x(), center}, {rect.x() + rect.width(), center});
-  context.setColor(colors::black);
-  drawSeisSeis(rect, black);
-  context.setColor(colors::red);
-  drawSeisSeis(rect, red);
-  drawLabelForSeisSeis(rect, red);
+  context.setColor(traceColor(first, colors::black));
+  drawSeisSeis(rect, records[first].get());
+  const SeismogramRecord* const second = records[first + 1].get();
+  context.setColor(traceColor(first + 1, colors::red));
+  drawSeisSeis(rect, second);
+  drawLabelForSeisSeis(rect, second);
+  if (!traceColors().empty()) context.setColor(colors::black); // of the time axis, else in the second trace's red
 }
 
 void wvfrmView::drawSeisSeis(const QRectF& rect, const SeismogramRecord* record) {

@@ -59,7 +59,8 @@ private:
   }
 
   void drawHeader(const SeismogramRecord& record);
-  void drawPair(const QRectF& rect, const SeismogramRecord* black, const SeismogramRecord* red);
+  /// Records `first` and the next one, the second over the first.
+  void drawPair(const QRectF& rect, const SeismogramArray& records, std::size_t first);
 };
 
 } // namespace xov

@@ -67,6 +67,7 @@ void RealTimeDisplayView::drawTheSeismograms() {
     if (settleTrace(trace, pRect_, record->smin(), record->smax())) channels.appendTrace(trace);
   }
   context.setColor(drawingColor_);
+  channels.setLineWidth(lineWidth_);
   if (!channels.traces().empty()) context.strokePath(channels);
   for (std::size_t k = 0; k < records->size(); ++k) {
     if (const SeismogramRecord* const record = (*records)[k].get(); record != nullptr)

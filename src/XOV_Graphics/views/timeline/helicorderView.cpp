@@ -95,6 +95,7 @@ void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
       trace.index = piece->sampleIndex();
       rows.appendTrace(trace);
     }
+    rows.setLineWidth(lineWidth_);
     context.setColor(k % 2 == 1 ? colors::red : colors::black);
     context.strokePath(rows);
   }

@@ -10,7 +10,6 @@ namespace {
 constexpr double kBarsPerPoint = 8;
 constexpr double kBesideGap = 5;
 constexpr double kBaselineWidth = 0.75;
-constexpr double kOutlineWidth = 0.25;
 // Bars that start further than this from their frame, in points, are beyond every view.
 constexpr double kFarthest = 20000;
 
@@ -49,7 +48,7 @@ private:
 
 Path outline() {
   Path path;
-  path.setLineWidth(kOutlineWidth);
+  path.setLineWidth(HistogramBars::kOutlineWidth);
   return path;
 }
 

@@ -16,6 +16,9 @@ namespace xov {
 
 /// What bars are drawn of.
 struct HistogramBars {
+  /// Of the bars, in points.
+  static constexpr double kOutlineWidth = 0.25;
+
   HistogramBins bins;
   std::span<const std::int32_t> counts; ///< may hold more or fewer counts than there are bins
   std::int32_t maxCount = 0;

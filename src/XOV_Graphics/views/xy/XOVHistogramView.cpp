@@ -43,7 +43,9 @@ std::string dumped(float value) {
 
 XOVHistogramView::XOVHistogramView(const QRectF& frame, QWidget* parent)
     : XOVView(frame, parent),
-      barFillColor_(colors::lightGray) {}
+      barFillColor_(colors::lightGray) {
+  lineWidth_ = HistogramBars::kOutlineWidth;
+}
 
 XOVHistogramView::~XOVHistogramView() = default;
 
@@ -147,7 +149,8 @@ void XOVHistogramView::drawRect(const QRectF&) {
   drawAxes();
 }
 
-void XOVHistogramView::fillAndStroke(const Path& bars, const QColor& fill) {
+void XOVHistogramView::fillAndStroke(Path bars, const QColor& fill) {
+  bars.setLineWidth(lineWidth_);
   GraphicsContext& context = GraphicsContext::current();
   context.setColor(fill);
   context.fillPath(bars);

@@ -156,7 +156,7 @@ private:
   friend struct XYAxes;
   std::span<float> readableValues() const;
   std::span<const std::int32_t> readableCounts() const;
-  void fillAndStroke(const Path& bars, const QColor& fill);
+  void fillAndStroke(Path bars, const QColor& fill);
 };
 
 } // namespace xov

@@ -62,6 +62,7 @@ void xyPlotView::drawRect(const QRectF&) {
     const PlottedValues x(xPoints(), logX());
     const PlottedValues y(yPoints(), logY());
     path.appendTrace(xyLine(x, y, pRect_, drawnLimits(limits(), logAxes())));
+    path.setLineWidth(lineWidth_);
     GraphicsContext& context = GraphicsContext::current();
     const SavedState unclipped(context);
     context.clipToRect(pRect_);
