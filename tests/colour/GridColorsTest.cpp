@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/colour/ColorValues.h"
 #include "tests/colour/ColorReckoning.h"
+#include "tests/support/ThreadCounts.h"
 #include "tests/support/VectorWidths.h"
 
 #include <gtest/gtest.h>
@@ -238,4 +239,30 @@ TEST(GridColors, leaveEverythingAloneWithoutCells) {
   const std::vector<float> cells(300);
   colorGridPlanes(cells, {}, {});
   colorGridPixels(cells, {}, {});
+}
+
+TEST(GridColors, areTheSameWithAnyNumberOfThreads) {
+  std::mt19937 random(5);
+  std::vector<float> cells(300001); // several parts, and a rest that is no whole block
+  for (float& cell : cells)
+    cell = float(random() % 9000) - 3000;
+  GridColoring coloring;
+  coloring.minValue = -3000;
+  coloring.scaleFactor = 9000;
+  for (const CellMeaning meaning : {CellMeaning::Value, CellMeaning::Elevation}) {
+    coloring.meaning = meaning;
+    for (const int threads : kThreadCounts) {
+      const WithThreads with(threads);
+      Planes planes(cells.size());
+      std::vector<std::uint32_t> pixels(cells.size());
+      colorGrid(cells, coloring, planes.planes(), pixels);
+      int wrong = 0;
+      for (std::size_t i = 0; i < cells.size(); ++i) {
+        const Color expected = singleColor(cells[i], coloring);
+        wrong += planes.color(i) == expected && pixels[i] == pixelOf(expected) ? 0 : 1;
+      }
+      EXPECT_EQ(wrong, 0) << threads << " threads";
+      EXPECT_TRUE(planes.roomIsUntouched());
+    }
+  }
 }

@@ -71,6 +71,25 @@ Result<SeismogramFile> readInputFile(const QString& name, const SeismogramReadOp
   });
 }
 
+Result<SeismogramFile> InputReader::next() {
+  if (next_ == firstAhead_ + qsizetype(ahead_.size())) readAhead();
+  return std::move(ahead_[std::size_t(next_++ - firstAhead_)]);
+}
+
+void InputReader::readAhead() {
+  constexpr qsizetype kAhead = 32;
+  const auto isFile = [this](qsizetype k) { return !isStandardInput(names_[k]) && !isPipe(names_[k]); };
+  firstAhead_ = next_;
+  ahead_.clear();
+  qsizetype end = next_;
+  while (end < names_.size() && end - next_ < kAhead && isFile(end))
+    ++end;
+  if (end > next_)
+    ahead_ = readSeismogramFiles(names_.mid(next_, end - next_), options_);
+  else
+    ahead_.push_back(readInputFile(names_[next_], options_));
+}
+
 Result<SeismogramFileSummary> summarizeInputFile(const QString& name, const SeismogramReadOptions& options) {
   if (!isStandardInput(name) && !isPipe(name)) return summarizeSeismogramFile(name, options);
   return readStream<SeismogramFileSummary>(name,

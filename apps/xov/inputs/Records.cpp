@@ -157,11 +157,14 @@ void RecordInputs::addOptions(CLI::App& options, const char* files, const char* 
 
 QStringList RecordInputs::names() const { return texts(arguments_); }
 
-ExitCode RecordInputs::readEach(const FileReader& reader) const {
-  const InputList inputs = expandInputs(names());
+SeismogramReadOptions RecordInputs::readOptions() const { return {texts(channels_)}; }
+
+ExitCode RecordInputs::readEach(const FileReader& reader) const { return readEach(expandInputs(names()), reader); }
+
+ExitCode RecordInputs::readEach(const InputList& inputs, const FileReader& reader) const {
   Progress progress(QStringLiteral("reading"), std::int64_t(inputs.files.size()));
   Complaints complaints(progress);
-  Reading reading({texts(channels_)}, reader, complaints);
+  Reading reading(readOptions(), reader, complaints);
   for (const InputFile& file : inputs.files) {
     reading.read(file);
     progress.advanceTo(&file - inputs.files.data() + 1);
@@ -175,8 +178,13 @@ ExitCode RecordInputs::readEach(const FileReader& reader) const {
 
 Records RecordInputs::read() const {
   Records all;
-  all.status = readEach([&all](const QString& name, const SeismogramReadOptions& options) -> Result<ReadFile> {
-    const Result<SeismogramFile> file = readInputFile(name, options);
+  const InputList inputs = expandInputs(names());
+  QStringList paths;
+  for (const InputFile& file : inputs.files)
+    paths.append(file.path);
+  InputReader files(paths, readOptions());
+  all.status = readEach(inputs, [&](const QString& name, const SeismogramReadOptions&) -> Result<ReadFile> {
+    const Result<SeismogramFile> file = files.next();
     if (!file) return Error{file.error()};
     ReadFile found{!file->records.empty(), file->notes};
     for (const auto& record : file->records) {

@@ -17,6 +17,8 @@ class App;
 
 namespace xov::cli {
 
+struct InputList;
+
 /// The seismograms that were read, in the order of the command line.
 struct Records {
   SeismogramArray records;
@@ -54,6 +56,9 @@ public:
   ExitCode readEach(const FileReader& reader) const;
 
 private:
+  ExitCode readEach(const InputList& inputs, const FileReader& reader) const;
+  SeismogramReadOptions readOptions() const;
+
   std::vector<std::string> arguments_;
   std::vector<std::string> channels_;
 };

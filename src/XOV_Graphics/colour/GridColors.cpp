@@ -1,5 +1,6 @@
 #include "XOV_Graphics/colour/GridColors.h"
 
+#include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/colour/ColorIndex.h"
 
 #include <algorithm>
@@ -12,6 +13,7 @@ namespace {
 // of rounds that the compiler knows.
 constexpr std::size_t kBlock = 256;
 constexpr std::size_t kUnrolled = 16;
+constexpr std::size_t kPart = 1 << 16; // cells that one thread colours together, whole blocks
 
 using Places = std::array<std::uint16_t, kBlock>;
 using Pixels = std::array<std::uint32_t, kBlock>;
@@ -175,6 +177,27 @@ XOV_VECTOR_FUNCTION(void, colorShorts, (const Work<std::int16_t>& work), (work))
 void run(const Work<float>& work) { colorFloats(work); }
 void run(const Work<std::int16_t>& work) { colorShorts(work); }
 
+/// Part of the work: `count` cells from `first` on, whole blocks.
+template <class Cell>
+Work<Cell> partOf(const Work<Cell>& work, std::size_t first, std::size_t count) {
+  Work<Cell> part = work;
+  part.cells += first;
+  part.count = count;
+  if (part.pixels != nullptr) part.pixels += first;
+  if (part.planes.red != nullptr) part.planes = part.planes.from(first);
+  return part;
+}
+
+/// The same in parts that threads share.
+template <class Cell>
+void runInParts(const Work<Cell>& work) {
+  const std::size_t parts = (work.count + kPart - 1) / kPart;
+  runTasks(int(parts), TaskStart::FirstAlone, [&work](int k) {
+    const std::size_t first = std::size_t(k) * kPart;
+    run(partOf(work, first, std::min(kPart, work.count - first)));
+  });
+}
+
 /// What whole blocks leave over of a grid, filled up to a block of its own.
 template <class Cell>
 std::array<Cell, kBlock> paddedRest(std::span<const Cell> rest) {
@@ -192,7 +215,7 @@ void fill(std::span<const Cell> grid, const GridColoring& coloring, std::uint32_
   work.count = grid.size() - rest;
   work.pixels = pixels;
   work.planes = planes;
-  run(work);
+  runInParts(work);
   if (rest == 0) return;
   const std::size_t end = work.count;
   const auto cells = paddedRest(grid.subspan(end, rest));
@@ -216,7 +239,10 @@ void fillPlanes(std::span<const Cell> grid, const GridColoring& coloring, const 
   const std::size_t count =
       std::min({grid.size(), planes.red.size(), planes.green.size(), planes.blue.size(), planes.alpha.size()});
   fill(grid.first(count), coloring, pixels, {planes.red.data(), planes.green.data(), planes.blue.data()});
-  std::fill_n(planes.alpha.begin(), count, std::uint8_t(kAlpha));
+  runTasks(int((count + kPart - 1) / kPart), TaskStart::FirstAlone, [&](int k) {
+    const std::size_t first = std::size_t(k) * kPart;
+    std::fill_n(planes.alpha.begin() + std::ptrdiff_t(first), std::min(kPart, count - first), std::uint8_t(kAlpha));
+  });
 }
 
 template <class Cell>

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/platform/pixels/ImageResampling.h"
 
+#include "tests/support/ThreadCounts.h"
+
 #include <gtest/gtest.h>
 
 #include <QColor>
@@ -160,6 +162,25 @@ TEST(ImageResampling, aPosterDoesNotTakeAllMemory) {
   EXPECT_LE(page.width(), 4096);
   EXPECT_LE(page.height(), 4096);
   EXPECT_GE(page.width(), 4000);
+}
+
+TEST(ImageResampling, isTheSameWithAnyNumberOfThreads) {
+  QImage image(200, 300, QImage::Format_RGB32);
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x)
+      image.setPixel(x, y, qRgb(x, y % 256, (x * y) % 256));
+  }
+  for (const QSizeF size : {QSizeF(150, 210), QSizeF(500, 900)}) {
+    const auto shown = [&] {
+      return resampleImage(image, image.rect(), {QPointF(0.3, 0.7), size}, kEverything, CellEdges::Sharp).image;
+    };
+    setThreadCount(1);
+    const QImage alone = shown();
+    for (const int threads : kThreadCounts) {
+      const WithThreads with(threads);
+      EXPECT_EQ(shown(), alone) << threads << " threads";
+    }
+  }
 }
 
 } // namespace

@@ -3,8 +3,11 @@
 #include "tests/seismic/SacBytes.h"
 #include "tests/seismic/SacTextLines.h"
 #include "tests/seismic/TemporaryFiles.h"
+#include "tests/support/ThreadCounts.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
 
 using namespace xov;
 using test::Order;
@@ -65,4 +68,27 @@ TEST(Readers, refuseWhatIsNoFile) {
   EXPECT_EQ(readSeismograms(files.path("none")).error(),
             files.path("none") + ": cannot be opened: No such file or directory");
   EXPECT_EQ(readSeismograms(files.write("empty", {})).error(), files.path("empty") + ": the file is empty");
+}
+
+TEST(Readers, readSeveralFilesEachAtItsPlaceWithAnyNumberOfThreads) {
+  const TemporaryFiles files;
+  QStringList paths;
+  for (int k = 0; k < 40; ++k) {
+    const QByteArray bytes = SacBytes().samples({1, float(k)}).bytes();
+    paths.append(files.write(std::to_string(k).c_str(), k == 17 ? bytes.chopped(4) : bytes));
+  }
+  for (const int threads : kThreadCounts) {
+    const WithThreads with(threads);
+    const auto found = readSeismogramFiles(paths);
+    ASSERT_EQ(found.size(), 40U);
+    for (std::size_t k = 0; k < found.size(); ++k) {
+      if (k == 17) {
+        EXPECT_TRUE(found[k].error().startsWith(paths[17] + ": npts at byte 316")) << found[k].error().toStdString();
+        continue;
+      }
+      ASSERT_EQ(found[k]->records.size(), 1U);
+      EXPECT_EQ(found[k]->records[0]->GetSacSeis()[1], float(k));
+    }
+  }
+  EXPECT_TRUE(readSeismogramFiles({}).empty());
 }

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/views/image/GridGeometry.h"
 
+#include "tests/support/ThreadCounts.h"
 #include "tests/support/VectorWidths.h"
 
 #include <gtest/gtest.h>
@@ -53,6 +54,21 @@ GridRange plainRange(const std::vector<float>& values) {
     if (value < range.lowest) range.lowest = value;
   }
   return range;
+}
+
+TEST(GridRange, isTheSameWithAnyNumberOfThreads) {
+  std::mt19937 random(3);
+  std::vector<float> values(1000000);
+  for (float& value : values)
+    value = random() % 10 == 0 ? kNaN : float(random() % 1000) - 100;
+  values[10] = 4;
+  values[999999] = 5000;
+  values[600000] = -700;
+  for (const int threads : kThreadCounts) {
+    const WithThreads with(threads);
+    EXPECT_EQ(rangeOf(values).highest, 5000);
+    EXPECT_EQ(rangeOf(values).lowest, -700);
+  }
 }
 
 TEST(GridRange, isThatOfAPlainLoopForAnyLengthAndVectorWidth) {

@@ -1,5 +1,8 @@
 #include "XOV_Graphics/platform/pixels/ImageResampling.h"
 
+#include "XOV_Graphics/base/Spares.h"
+#include "XOV_Graphics/base/TaskPool.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -20,6 +23,7 @@ constexpr double kFinestPicturePerInch = 300;
 // Up to so many pixels a picture is short without any loss.
 constexpr int kSmallPicture = 1 << 16;
 constexpr double kLargestPaperSide = 4096;
+constexpr int kBandRows = 16; // that one thread makes together
 
 /// The image pixels that a row or column of device pixels takes, from `first` on, and the weight of each.
 struct Taps {
@@ -154,15 +158,22 @@ ResampledImage resampleImage(const QImage& image, const QRectF& source, const QR
   if (!isFourBytes(pixels)) pixels = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
   QImage out(int(x.taps.size()), int(y.taps.size()), QImage::Format_ARGB32_Premultiplied);
   if (pixels.isNull() || out.isNull()) return {};
-  Sums sums(std::size_t(used.width()));
-  for (int row = 0; row < out.height(); ++row) {
-    auto* line = reinterpret_cast<QRgb*>(out.scanLine(row));
-    if (row > 0 && sameRow(y, row)) {
-      std::copy_n(reinterpret_cast<const QRgb*>(out.constScanLine(row - 1)), out.width(), line);
-    } else {
-      fillRow(pixels, x, y, row, sums, line);
+  uchar* const bits = out.bits();
+  const qsizetype bytesPerLine = out.bytesPerLine();
+  const int width = out.width(), height = out.height();
+  Spares<Sums> spareSums([&used] { return Sums(std::size_t(used.width())); });
+  runTasks((height + kBandRows - 1) / kBandRows, TaskStart::FirstAlone, [&](int band) {
+    const auto sums = spareSums.take();
+    const int first = band * kBandRows, end = std::min(first + kBandRows, height);
+    for (int row = first; row < end; ++row) {
+      uchar* const line = bits + row * bytesPerLine;
+      if (row > first && sameRow(y, row)) {
+        std::copy_n(line - bytesPerLine, std::size_t(width) * sizeof(QRgb), line);
+      } else {
+        fillRow(pixels, x, y, row, *sums, reinterpret_cast<QRgb*>(line));
+      }
     }
-  }
+  });
   return {out, QPoint(x.begin, y.begin)};
 }
 

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/InputFile.h"
+#include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/seismic/ChannelPatterns.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeed.h"
 #include "XOV_Graphics/seismic/io/sac/SacAlphanumeric.h"
@@ -130,6 +131,14 @@ Result<SeismogramFile> readSeismogramFile(const QString& path, const SeismogramR
     if (Status status = openForReading(file); !status) return Error{status.error()};
     return readSeismogramDevice(file, path, QFileInfo(path).absoluteFilePath(), options);
   });
+}
+
+std::vector<Result<SeismogramFile>> readSeismogramFiles(const QStringList& paths,
+                                                        const SeismogramReadOptions& options) {
+  std::vector<Result<SeismogramFile>> files(std::size_t(paths.size()), Error{});
+  runTasks(int(paths.size()), TaskStart::FirstAlone,
+           [&](int k) { files[std::size_t(k)] = readSeismogramFile(paths[k], options); });
+  return files;
 }
 
 Result<SeismogramFileSummary> summarizeSeismogramDevice(QIODevice& device, const QString& name, const QString& path,

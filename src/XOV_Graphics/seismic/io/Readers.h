@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 namespace xov {
 
 /// Reads the traces of a file in any of the known formats; the contents decide, not the name. Errors are one line
@@ -16,6 +18,11 @@ namespace xov {
 /// records, and a note says so.
 XOV_EXPORT Result<SeismogramFile> readSeismogramFile(const QString& path,
                                                      const SeismogramReadOptions& options = {}) noexcept;
+
+/// Reads several files, some of them at the same time on threadCount() threads. What became of each stands at its
+/// place in the list.
+XOV_EXPORT std::vector<Result<SeismogramFile>> readSeismogramFiles(const QStringList& paths,
+                                                                   const SeismogramReadOptions& options = {});
 
 /// The same from a device that is open, at its start, and not sequential, such as a QBuffer or a spooled pipe. `name`
 /// stands for it in errors and notes, and `path` becomes that of the records.

@@ -1,9 +1,11 @@
 #include "XOV_Graphics/views/image/GridGeometry.h"
 
 #include "XOV_Graphics/base/Lanes.h"
+#include "XOV_Graphics/base/TaskPool.h"
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace xov {
 
@@ -79,7 +81,16 @@ std::optional<GridRange> gridRange(std::span<const float> values) {
   const auto first = std::find_if_not(values.begin(), values.end(), [](float v) { return std::isnan(v); });
   if (first == values.end()) return {};
   GridRange range{-*first, *first};
-  widen(values.data(), values.size(), range);
+  constexpr std::size_t kPart = 1 << 18; // values that are looked through together
+  std::vector<GridRange> ranges((values.size() + kPart - 1) / kPart, range);
+  runTasks(int(ranges.size()), TaskStart::FirstAlone, [&](int k) {
+    const std::size_t start = std::size_t(k) * kPart;
+    widen(values.data() + start, std::min(kPart, values.size() - start), ranges[std::size_t(k)]);
+  });
+  for (const GridRange& part : ranges) {
+    range.lowest = std::min(range.lowest, part.lowest);
+    range.highest = std::max(range.highest, part.highest);
+  }
   // Zeros of either sign are equal, and vectors come upon them in another order: the first one counts.
   if (range.highest == 0) range.highest = *std::find(first, values.end(), 0.0F);
   if (range.lowest == 0) range.lowest = *first == 0 ? -*first : *std::find(first, values.end(), 0.0F);

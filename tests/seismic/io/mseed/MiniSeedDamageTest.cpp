@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedReader.h"
 #include "tests/seismic/MiniSeedBytes.h"
 #include "tests/seismic/SeismogramTexts.h"
+#include "tests/support/ThreadCounts.h"
 
 #include <gtest/gtest.h>
 
@@ -50,6 +51,30 @@ TEST(MiniSeedDamage, leavesOutARecordWithMoreSamplesThanItHasRoomFor) {
   // 6 · 15 - 2 words of at most seven samples.
   EXPECT_EQ(noteOf(halfSecond(1, 2).encoding(MiniSeedBytes::kSteim2).sampleCount(617)),
             leftOut("number of samples: found 617, but 512 bytes have room for 616 as Steim2"));
+}
+
+TEST(MiniSeedDamage, isSaidInTheOrderOfTheFileWithAnyNumberOfThreads) {
+  // 1 MB; the marks 2 and then 0 stand for nothing in Steim2.
+  QByteArray bytes;
+  for (int k = 0; k < 2000; ++k) {
+    MiniSeedBytes record = halfSecond(k, k);
+    record.time(2012, 133, k / 7200, k / 120 % 60, k / 2 % 60, k % 2 * 5000);
+    if (k == 700 || k == 1300) record.encoding(MiniSeedBytes::kSteim2).sampleCount(1).frame(0, {2U << 24, 10, 10, 0});
+    bytes += record.bytes();
+  }
+  for (const int threads : kThreadCounts) {
+    const WithThreads with(threads);
+    const auto file = parsed(bytes);
+    ASSERT_EQ(file->records.size(), 3U) << threads << " threads";
+    EXPECT_EQ(file->records[0]->npts(), 700 * 20);
+    EXPECT_EQ(file->records[1]->npts(), 599 * 20);
+    EXPECT_EQ(file->records[2]->npts(), 699 * 20);
+    for (int k = 0; k < 699 * 20; ++k)
+      ASSERT_EQ(file->records[2]->GetSacSeis()[k], float(1301 + k / 20));
+    EXPECT_EQ(file->notes.size(), 1);
+    EXPECT_TRUE(file->notes.join(u' ').startsWith("in: 2 of 2000 records left out, the first at byte 358400: "))
+        << file->notes.join(u' ').toStdString();
+  }
 }
 
 TEST(MiniSeedDamage, keepsARecordWhoseCompressedSamplesDoNotEndAsItSaysAndSaysSo) {

@@ -1,12 +1,15 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedAssembly.h"
 
 #include "XOV_Graphics/base/LargePages.h"
+#include "XOV_Graphics/base/Spares.h"
+#include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeed3Record.h"
 
 #include <QHashFunctions>
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <set>
 #include <utility>
 
@@ -15,6 +18,9 @@ namespace xov {
 namespace {
 
 constexpr qsizetype kSequenceBytes = 6; // at the start of a record
+// What is decoded together: its samples stay in the processor's caches from their first touch on.
+constexpr qint64 kStretchBytes = 1 << 18;
+constexpr std::size_t kTasksOfStretch = 16;
 
 /// An unbroken piece of a channel: how many samples it has, and as many of them as were decoded, one after the other.
 struct Piece {
@@ -117,30 +123,83 @@ private:
     }
   }
 
-  /// Decodes the records of all pieces in one walk through the file.
+  /// Decodes the records of all pieces in one walk through the file, a stretch of it at a time.
   void decode() {
-    for (std::size_t i = 0; i < places_.size(); ++i) {
-      if (places_[i].piece == Place::kNowhere) continue;
-      const qsizetype length = record(i).format.length;
-      const QByteArrayView view = file_.at(record(i).offset, length);
-      if (view.size() < length)
-        index_.damagedRecords.add(record(i).offset, QStringLiteral("the file has become shorter while it was read"));
-      else
-        places_[i].isFilled = decodeRecord(decoder_, record(i), view.first(length), roomFor(i), index_);
-      if (!places_[i].isFilled) pieces_[places_[i].piece].isWhole = false;
-      if (places_[i].isFilled && samples_ == Samples::SummedUp)
-        addToTally(tallies_[i], record(i).format.encoding, oneRecord_);
+    for (std::size_t first = 0; first < places_.size();) {
+      const std::size_t end = stretchEnd(first);
+      decodeStretch(first, end);
+      first = end;
     }
+  }
+
+  /// The end of as many records as lie within some bytes of the file, one at least.
+  std::size_t stretchEnd(std::size_t first) const {
+    std::size_t end = first + 1;
+    while (end < places_.size() && record(end).offset >= record(end - 1).offset &&
+           record(end).offset + record(end).format.length - record(first).offset <= kStretchBytes)
+      ++end;
+    return end;
+  }
+
+  /// Threads share the records of a stretch; what is said of them is said in their order.
+  void decodeStretch(std::size_t first, std::size_t end) {
+    const qint64 offset = record(first).offset;
+    const QByteArrayView bytes =
+        file_.at(offset, qsizetype(record(end - 1).offset - offset) + record(end - 1).format.length);
+    std::vector<Job> jobs;
+    for (std::size_t i = first; i < end; ++i) {
+      if (places_[i].piece == Place::kNowhere) continue;
+      const auto from = qsizetype(record(i).offset - offset);
+      if (bytes.size() < from + record(i).format.length)
+        jobs.push_back({i, {}, {}, {false, QStringLiteral("the file has become shorter while it was read"), {}}});
+      else
+        jobs.push_back({i, bytes.sliced(from, record(i).format.length), roomFor(i), {}});
+    }
+    const std::size_t perTask = jobs.size() / kTasksOfStretch + 1;
+    runTasks(int((jobs.size() + perTask - 1) / perTask), TaskStart::FirstAlone, [&](int task) {
+      const auto tools = tools_.take();
+      const std::size_t begin = std::size_t(task) * perTask;
+      for (std::size_t k = begin; k < std::min(begin + perTask, jobs.size()); ++k)
+        decodeJob(jobs[k], *tools);
+    });
+    for (const Job& job : jobs) {
+      noteLosses(record(job.record), job.decoded, index_);
+      places_[job.record].isFilled = job.decoded.isDecoded;
+      if (!job.decoded.isDecoded) pieces_[places_[job.record].piece].isWhole = false;
+    }
+  }
+
+  /// A record to be decoded.
+  struct Job {
+    std::size_t record;
+    QByteArrayView bytes;  ///< none where the file has lost them
+    std::span<float> room; ///< empty where samples are only summed up
+    DecodedRecord decoded;
+  };
+
+  /// What a thread decodes with.
+  struct Tools {
+    std::unique_ptr<MiniSeedSamples> decoder = std::make_unique<MiniSeedSamples>();
+    std::vector<float> oneRecord;
+  };
+
+  void decodeJob(Job& job, Tools& tools) {
+    const IndexedRecord& indexed = record(job.record);
+    if (job.bytes.isEmpty()) return;
+    if (samples_ == Samples::SummedUp) {
+      tools.oneRecord.resize(std::size_t(indexed.span.sampleCount));
+      job.room = tools.oneRecord;
+    }
+    job.decoded = decodeRecord(*tools.decoder, indexed, job.bytes, job.room);
+    if (job.decoded.isDecoded && samples_ == Samples::SummedUp)
+      addToTally(tallies_[job.record], indexed.format.encoding, job.room);
   }
 
   /// Where to decode a record to. Memory is first touched there, and not as a whole beforehand: it would have left
   /// the processor's caches by then.
   std::span<float> roomFor(std::size_t i) {
+    if (samples_ == Samples::SummedUp) return {};
     const auto count = std::size_t(record(i).span.sampleCount);
-    if (samples_ == Samples::SummedUp) {
-      oneRecord_.resize(count);
-      return oneRecord_;
-    }
     Piece& piece = pieces_[places_[i].piece];
     const std::size_t first = places_[i].first;
     if (piece.samples.size() < first + count) {
@@ -185,10 +244,9 @@ private:
   FileWindow& file_;
   MiniSeedIndex& index_;
   Samples samples_;
-  MiniSeedSamples decoder_;
+  Spares<Tools> tools_{[] { return Tools(); }};
   std::vector<Place> places_;        // of every record of the index
   std::vector<SampleTally> tallies_; // of every record of the index, where samples are summed up
-  std::vector<float> oneRecord_;
   std::vector<Piece> pieces_;
 };
 
@@ -198,16 +256,21 @@ MiniSeedTraces assembleTraces(FileWindow& file, MiniSeedIndex& index, const QStr
   return Assembly(file, index, samples).run(path);
 }
 
-bool decodeRecord(MiniSeedSamples& decoder, const IndexedRecord& record, QByteArrayView bytes,
-                  std::span<float> samples, MiniSeedIndex& index) {
-  QString doubt;
-  const Status status = decoder.decode(record.format, bytes, samples, doubt);
-  if (!record.format.isProven) doubt = checkValueProblem(bytes);
-  if (!status)
-    index.damagedRecords.add(record.offset, status.error());
-  else if (!doubt.isEmpty())
-    index.doubtfulRecords.add(record.offset, doubt);
-  return bool(status);
+DecodedRecord decodeRecord(MiniSeedSamples& decoder, const IndexedRecord& record, QByteArrayView bytes,
+                           std::span<float> samples) {
+  DecodedRecord decoded;
+  const Status status = decoder.decode(record.format, bytes, samples, decoded.doubt);
+  if (!record.format.isProven) decoded.doubt = checkValueProblem(bytes);
+  decoded.isDecoded = bool(status);
+  if (!status) decoded.problem = status.error();
+  return decoded;
+}
+
+void noteLosses(const IndexedRecord& record, const DecodedRecord& decoded, MiniSeedIndex& index) {
+  if (!decoded.isDecoded)
+    index.damagedRecords.add(record.offset, decoded.problem);
+  else if (!decoded.doubt.isEmpty())
+    index.doubtfulRecords.add(record.offset, decoded.doubt);
 }
 
 } // namespace xov

@@ -16,8 +16,18 @@ enum class Samples : std::uint8_t {
 /// what is there twice is counted in the index.
 MiniSeedTraces assembleTraces(FileWindow& file, MiniSeedIndex& index, const QString& path, Samples samples);
 
-/// Decodes a record, whose bytes are given, and counts its losses in the index; false when it cannot be decoded.
-bool decodeRecord(MiniSeedSamples& decoder, const IndexedRecord& record, QByteArrayView bytes,
-                  std::span<float> samples, MiniSeedIndex& index);
+/// What became of a record.
+struct DecodedRecord {
+  bool isDecoded = false;
+  QString problem; ///< where it is not
+  QString doubt;   ///< where something speaks against its samples
+};
+
+/// Decodes a record, whose bytes are given.
+DecodedRecord decodeRecord(MiniSeedSamples& decoder, const IndexedRecord& record, QByteArrayView bytes,
+                           std::span<float> samples);
+
+/// Counts the losses of a record in the index.
+void noteLosses(const IndexedRecord& record, const DecodedRecord& decoded, MiniSeedIndex& index);
 
 } // namespace xov

@@ -27,7 +27,9 @@ bool RunningSums::add(const IndexedRecord& record, QByteArrayView bytes, MiniSee
   run.lastStartUs = startUs;
   const std::size_t piece = run.joiner.add(record.span);
   samples_.resize(std::size_t(record.span.sampleCount));
-  if (decodeRecord(decoder_, record, bytes, samples_, index))
+  const DecodedRecord decoded = decodeRecord(decoder_, record, bytes, samples_);
+  noteLosses(record, decoded, index);
+  if (decoded.isDecoded)
     addToTally(run.stretches.add(piece, record.span).tally, record.format.encoding, samples_);
   else
     run.stretches.breakOff(piece);
