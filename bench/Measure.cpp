@@ -1,5 +1,6 @@
 #include "bench/Measure.h"
 
+#include "bench/Contest.h"
 #include "bench/Engines.h"
 
 #include <QCoreApplication>
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <map>
 #include <memory>
 
@@ -20,11 +22,19 @@ namespace {
 
 bool draws(const Engine& engine, const Work& work) { return engine.onPages || !work.isPage; }
 
-double drawMilliseconds(const Engine& engine, const Work& work) {
+// Milliseconds of drawings, by the clock and of the processor.
+struct Times {
+  std::vector<double> wall;
+  std::vector<double> processor;
+};
+
+void draw(const Engine& engine, const Work& work, Times& times) {
   QElapsedTimer timer;
   timer.start();
+  const std::clock_t start = std::clock();
   engine.draw(work);
-  return double(timer.nsecsElapsed()) / 1e6;
+  times.wall.push_back(double(timer.nsecsElapsed()) / 1e6);
+  times.processor.push_back(1e3 * double(std::clock() - start) / CLOCKS_PER_SEC);
 }
 
 // The same in a process of its own, stopped after the limit.
@@ -46,21 +56,23 @@ Measurement measureAlone(const Engine& engine, const Work& work, double limitSec
     return m;
   }
   const QList<QByteArray> numbers = process.readAllStandardOutput().trimmed().split(' ');
-  if (process.exitCode() != 0 || numbers.size() != 3) return m;
+  if (process.exitCode() != 0 || numbers.size() != 4) return m;
   m.milliseconds = m.fastest = m.slowest = numbers[0].toDouble();
   m.rounds = 1;
   m.peakMegabytes = numbers[1].toDouble();
   m.fileMegabytes = numbers[2].toDouble() / kBytesPerMegabyte;
+  m.processorMilliseconds = numbers[3].toDouble();
   return m;
 }
 
-void setTimes(Measurement& m, std::vector<double> times) {
-  if (times.empty()) return;
-  std::sort(times.begin(), times.end());
-  m.milliseconds = times[times.size() / 2];
-  m.fastest = times.front();
-  m.slowest = times.back();
-  m.rounds = int(times.size());
+void setTimes(Measurement& m, const Times& times) {
+  if (times.wall.empty()) return;
+  const auto [fastest, slowest] = std::ranges::minmax(times.wall);
+  m.milliseconds = median(times.wall);
+  m.processorMilliseconds = median(times.processor);
+  m.fastest = fastest;
+  m.slowest = slowest;
+  m.rounds = int(times.wall.size());
 }
 
 // Other libraries at a work, in turn with our own engines.
@@ -92,10 +104,14 @@ public:
   void draw() {
     for (const auto& process : processes_) {
       for (const QString& command : commands(*process)) {
-        std::vector<double>& times = times_[keyOf(*process, command)];
+        Times& times = times_[keyOf(*process, command)];
         // What takes seconds is not drawn again and again.
-        if (!times.empty() && times.front() > kSlowMilliseconds) continue;
-        if (const auto time = process->ask(command)) times.push_back(*time);
+        if (!times.wall.empty() && times.wall.front() > kSlowMilliseconds) continue;
+        const double before = process->processorMilliseconds();
+        const auto time = process->ask(command);
+        if (!time) continue;
+        times.wall.push_back(*time);
+        times.processor.push_back(process->processorMilliseconds() - before);
       }
     }
   }
@@ -105,9 +121,9 @@ public:
     for (const auto& process : processes_) {
       std::vector<Measurement> own;
       for (const QString& command : commands(*process)) {
-        const std::vector<double>& times = times_[keyOf(*process, command)];
+        const Times& times = times_[keyOf(*process, command)];
         const bool optional = command != QLatin1String("draw");
-        if (times.empty() && optional) continue;
+        if (times.wall.empty() && optional) continue;
         Measurement m = measurement(*process, command == QLatin1String("redraw") ? "-redraw" : "");
         if (work_.isPage) m.fileMegabytes = double(QFileInfo(pathOf(*process, ".pdf")).size()) / kBytesPerMegabyte;
         setTimes(m, times);
@@ -157,7 +173,7 @@ private:
   QDir pictures_;
   QTemporaryDir folder_;
   std::vector<std::unique_ptr<RivalProcess>> processes_;
-  std::map<std::string, std::vector<double>> times_;
+  std::map<std::string, Times> times_;
 };
 
 } // namespace
@@ -168,10 +184,12 @@ int drawOnce(const std::string& engineName, const std::string& workName, const Q
   if (engine == nullptr || work.name.empty()) return 2;
   QElapsedTimer timer;
   timer.start();
+  const std::clock_t start = std::clock();
   const Drawn drawn = engine->draw(work);
   const double milliseconds = double(timer.nsecsElapsed()) / 1e6;
-  std::printf("%.3f %.1f %lld\n", milliseconds, peakMegabytesOf(QCoreApplication::applicationPid()),
-              static_cast<long long>(drawn.file.size()));
+  const double processor = 1e3 * double(std::clock() - start) / CLOCKS_PER_SEC;
+  std::printf("%.3f %.1f %lld %.3f\n", milliseconds, peakMegabytesOf(QCoreApplication::applicationPid()),
+              static_cast<long long>(drawn.file.size()), processor);
   if (path.isEmpty()) return 0;
   if (!drawn.image.isNull()) drawn.image.save(path + QStringLiteral(".png"));
   QFile page(path + QStringLiteral(".pdf"));
@@ -181,13 +199,13 @@ int drawOnce(const std::string& engineName, const std::string& workName, const Q
 
 std::vector<Measurement> measure(const Work& work, const std::vector<RivalProgram>& programs, int rounds,
                                  double limitSeconds, const QDir& pictures) {
-  std::map<std::string, std::vector<double>> times;
+  std::map<std::string, Times> times;
   std::vector<Measurement> measurements;
   {
     Rivals rivals(programs, work, limitSeconds, pictures);
     for (int round = 0; round < rounds; ++round) {
       for (const Engine& engine : engines()) {
-        if (!engine.slow && draws(engine, work)) times[engine.name].push_back(drawMilliseconds(engine, work));
+        if (!engine.slow && draws(engine, work)) draw(engine, work, times[engine.name]);
       }
       rivals.draw();
     }

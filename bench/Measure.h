@@ -18,8 +18,9 @@ namespace xov::bench {
 std::vector<Measurement> measure(const Work& work, const std::vector<RivalProgram>& programs, int rounds,
                                  double limitSeconds, const QDir& pictures);
 
-/// Draws once and prints what it took: the time, the peak memory of this process and the size of the file. What was
-/// drawn goes to `path` with a suffix of its kind. Returns the exit status.
+/// Draws once and prints what it took: milliseconds by the clock, the peak memory of this process, the size of
+/// the file, and milliseconds of the processor. What was drawn goes to `path` with a suffix of its kind. Returns the
+/// exit status.
 int drawOnce(const std::string& engineName, const std::string& workName, const QString& path);
 
 } // namespace xov::bench

@@ -19,9 +19,9 @@ const Measurement* scanOf(const Measurement& m, const std::vector<Measurement>& 
 
 QString ratio(const Measurement& m, const std::vector<Measurement>& all) {
   const Measurement* const scan = scanOf(m, all);
-  if (!m.milliseconds || scan == nullptr || !scan->milliseconds || *scan->milliseconds <= 0)
+  if (!m.processorMilliseconds || scan == nullptr || scan->processorMilliseconds.value_or(0) <= 0)
     return QStringLiteral("-");
-  return QString::asprintf("%.1f", *m.milliseconds / *scan->milliseconds);
+  return QString::asprintf("%.1f", *m.processorMilliseconds / *scan->processorMilliseconds);
 }
 
 // A process of ours that only scans holds the samples and Qt.
@@ -62,13 +62,17 @@ QString machine() {
 }
 
 QString table(const std::vector<Measurement>& measurements) {
-  QString text = QStringLiteral("| work | engine | median | fastest-slowest | x scan | peak memory | data | file |\n"
-                                "|---|---|---:|---:|---:|---:|---:|---:|\n");
+  QString text =
+      QStringLiteral("| work | engine | median | fastest-slowest | CPU | x scan | peak memory | data | file |\n"
+                     "|---|---|---:|---:|---:|---:|---:|---:|---:|\n");
   for (const Measurement& m : measurements) {
-    text += QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 | %7 | %8 |\n")
+    const QString processor =
+        m.processorMilliseconds ? QString::asprintf("%.1f ms", *m.processorMilliseconds) : QStringLiteral("-");
+    text += QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 | %7 | %8 | %9 |\n")
                 .arg(QString::fromStdString(m.work), QString::fromStdString(m.engine), time(m),
                      m.milliseconds ? QString::asprintf("%.1f-%.1f", m.fastest, m.slowest) : QStringLiteral("-"),
-                     ratio(m, measurements), memory(m, measurements), QString::asprintf("%.0f MB", m.sampleMegabytes),
+                     processor, ratio(m, measurements), memory(m, measurements),
+                     QString::asprintf("%.0f MB", m.sampleMegabytes),
                      m.fileMegabytes > 0 ? QString::asprintf("%.2f MB", m.fileMegabytes) : QStringLiteral("-"));
   }
   return text;
@@ -81,6 +85,7 @@ QJsonObject json(const std::vector<Measurement>& measurements) {
     row[QStringLiteral("work")] = QString::fromStdString(m.work);
     row[QStringLiteral("engine")] = QString::fromStdString(m.engine);
     if (m.milliseconds) row[QStringLiteral("milliseconds")] = *m.milliseconds;
+    if (m.processorMilliseconds) row[QStringLiteral("processorMilliseconds")] = *m.processorMilliseconds;
     if (m.prepareMilliseconds > 0) row[QStringLiteral("prepareMilliseconds")] = m.prepareMilliseconds;
     row[QStringLiteral("fastest")] = m.fastest;
     row[QStringLiteral("slowest")] = m.slowest;

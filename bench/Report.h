@@ -15,8 +15,9 @@ inline constexpr double kBytesPerMegabyte = 1048576;
 struct Measurement {
   std::string work;
   std::string engine;
-  std::optional<double> milliseconds; ///< median; none when it did not finish
-  double prepareMilliseconds = 0;     ///< of what a library wants done before it can draw
+  std::optional<double> milliseconds;          ///< median; none when it did not finish
+  std::optional<double> processorMilliseconds; ///< median of all its threads together
+  double prepareMilliseconds = 0;              ///< of what a library wants done before it can draw
   double fastest = 0;
   double slowest = 0;
   int rounds = 0;

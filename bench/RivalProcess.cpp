@@ -127,6 +127,16 @@ std::optional<double> RivalProcess::ask(const QString& command) {
   return std::nullopt;
 }
 
+double RivalProcess::processorMilliseconds() const {
+  double nanoseconds = 0;
+  const QDir tasks(QStringLiteral("/proc/%1/task").arg(process_.processId()));
+  for (const QString& task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    QFile file(tasks.filePath(task + QStringLiteral("/schedstat")));
+    if (file.open(QIODevice::ReadOnly)) nanoseconds += file.readAll().split(' ').first().toDouble();
+  }
+  return nanoseconds / 1e6;
+}
+
 double RivalProcess::peakMegabytes() const { return peakMegabytesOf(process_.processId()); }
 
 } // namespace xov::bench

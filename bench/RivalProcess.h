@@ -33,6 +33,8 @@ public:
   /// Milliseconds of a command, such as "draw" or "pdf page.pdf". Nothing when the library has no such thing; a
   /// program that takes longer than the limit is stopped.
   std::optional<double> ask(const QString& command);
+  /// Of the processor, that all of its threads have taken so far.
+  double processorMilliseconds() const;
   /// Lets it end. False, with a complaint, when it does so with another status than 0, or did before it was asked to:
   /// then what it answered counts for nothing. A program that was stopped at the limit has done what it could.
   bool end();

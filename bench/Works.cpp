@@ -4,10 +4,13 @@
 #include <cstdlib>
 #include <limits>
 #include <random>
+#include <utility>
 
 namespace xov::bench {
 
 namespace {
+
+enum class Signal { Noise, Sines, Recording };
 
 struct Layout {
   const char* name;
@@ -18,6 +21,7 @@ struct Layout {
   double deviation; ///< of the noise, in view points
   bool atRatios;    ///< drawn with other pixel ratios, too
   int gapEvery = 0; ///< so many samples one is missing
+  Signal signal = Signal::Noise;
 };
 
 const Layout kLayouts[] = {
@@ -29,6 +33,8 @@ const Layout kLayouts[] = {
     {"W10", "section: 10,000 traces of 1,000 samples", {1200, 900}, 10000, 1000, 8, false},
     {"W11", "W2 with every hundredth sample missing", {1200, 600}, 1, 10000000, 60, false, 100},
     {"W12", "W2 with every fifth sample missing", {1200, 600}, 1, 10000000, 60, false, 5},
+    {"W14", "W1 of ground noise with earthquakes", {1200, 900}, 24, 360000, 0.6, false, 0, Signal::Recording},
+    {"W15", "section: 100 sines of 36,000 samples", {1200, 900}, 100, 36000, 8, false, 0, Signal::Sines},
 };
 
 constexpr const char* kScatter = "S1";
@@ -54,6 +60,53 @@ std::vector<float> noise(std::size_t count) {
     value = float((sum - 2) * std::sqrt(3.0)); // four uniform numbers have variance 1/3
   }
   return values;
+}
+
+// Sines of 30 periods, each of another phase.
+std::vector<float> sines(std::size_t rows, std::size_t count) {
+  constexpr double kPeriods = 30, kTurn = 6.283185307179586;
+  std::vector<float> values;
+  values.reserve(rows * count);
+  for (std::size_t row = 0; row < rows; ++row) {
+    for (std::size_t i = 0; i < count; ++i)
+      values.push_back(float(std::sin(kTurn * kPeriods * double(i) / double(count) + double(row))));
+  }
+  return values;
+}
+
+// What a quiet station records at 100 Hz: microseisms, which swing with a period of about six seconds, under a little
+// noise, and now and then an earthquake of some hertz that is up to a hundred times as large and dies away in a
+// minute.
+std::vector<float> recording(std::size_t count) {
+  constexpr double kInterval = 0.01, kTurn = 6.283185307179586;
+  constexpr double kPeriod = 6, kMemory = 0.9985; // seconds; what is left of a swing from sample to sample
+  constexpr double kDecay = 15;                   // seconds
+  constexpr std::size_t kEarthquakes = 12;
+  std::vector<float> values = noise(count);
+  const double turn = kTurn * kInterval / kPeriod;
+  double before = 0, last = 0;
+  for (float& value : values) {
+    const double next = 2 * kMemory * std::cos(turn) * last - kMemory * kMemory * before + double(value) * 0.004;
+    before = std::exchange(last, next);
+    value = float(next + double(value) * 0.1);
+  }
+  std::mt19937 random(11);
+  for (std::size_t k = 0; k < kEarthquakes; ++k) {
+    const std::size_t start = random() % count;
+    const double size = 100.0 / double(1 + k * k), frequency = 1 + double(random() % 500) / 100;
+    for (std::size_t i = start; i < count && double(i - start) * kInterval < 8 * kDecay; ++i) {
+      const double time = double(i - start) * kInterval;
+      values[i] += float(size * std::exp(-time / kDecay) * std::sin(kTurn * frequency * time) *
+                         std::cos(1.7 * time + 3 * std::sin(0.9 * time)));
+    }
+  }
+  return values;
+}
+
+std::vector<float> samplesOf(const Layout& layout) {
+  const auto rows = std::size_t(layout.rows), count = std::size_t(layout.samplesPerRow);
+  if (layout.signal == Signal::Sines) return sines(rows, count);
+  return layout.signal == Signal::Recording ? recording(rows * count) : noise(rows * count);
 }
 
 } // namespace
@@ -117,7 +170,7 @@ Work makeWork(const std::string& name) {
     work.description = layout.description;
     work.size = layout.size;
     work.ratio = ratio;
-    work.samples = noise(std::size_t(layout.rows * layout.samplesPerRow));
+    work.samples = samplesOf(layout);
     for (std::size_t i = 0; layout.gapEvery > 0 && i < work.samples.size(); ++i) {
       if (i % std::size_t(layout.gapEvery) == 0) work.samples[i] = std::numeric_limits<float>::quiet_NaN();
     }

@@ -9,7 +9,8 @@
 
 namespace xov::bench {
 
-/// Something to draw: traces of seeded white noise in black lines of one point, or symbols at seeded places.
+/// Something to draw: traces of seeded white noise, of sines or of what looks like a recording, in black lines of one
+/// point, or symbols at seeded places.
 struct Work {
   std::string name;        ///< "W1"
   std::string description; ///< "drum: 24 rows of 360,000 samples"
@@ -28,8 +29,8 @@ struct Work {
 };
 
 /// Names of the works that makeWork() knows, in the order of the report: "W1", "W2", "W3", the sections "W8" to
-/// "W10", panels with gaps "W11" and "W12" and the scatter plot "S1"; the pages "W5" of W3, "W6" of W1, "S2" of S1
-/// and "W13" of W12; and W1, W2, W3 and S1 with
+/// "W10", panels with gaps "W11" and "W12", a recording "W14", sines "W15" and the scatter plot "S1"; the pages "W5"
+/// of W3, "W6" of W1, "S2" of S1 and "W13" of W12; and W1, W2, W3 and S1 with
 /// "@1.5" and "@2" for other pixel ratios.
 std::vector<std::string> workNames();
 

@@ -52,6 +52,18 @@ TEST_F(Rivals, whatALibrarySaysBetweenAnswersIsNoAnswer) {
   EXPECT_EQ(rival->ask(QStringLiteral("draw")), 7.5);
 }
 
+TEST_F(Rivals, whatTheProcessorDoesForOneIsCounted) {
+  const auto rival =
+      start("echo ready 3; read command; i=0; while [ $i -lt 30000 ]; do i=$((i + 1)); done; echo 7.5; "
+            "read command; echo 7.5; while read end; do :; done");
+  const double before = rival->processorMilliseconds();
+  EXPECT_GT(before, 0);
+  rival->ask(QStringLiteral("draw"));
+  const double loop = rival->processorMilliseconds() - before;
+  rival->ask(QStringLiteral("draw"));
+  EXPECT_GT(loop, 5 * (rival->processorMilliseconds() - before - loop)) << "the second answer takes no loop";
+}
+
 TEST_F(Rivals, oneWithoutSuchACommandKeepsRunning) {
   const auto rival = start("echo ready 3; while read command; do echo no; done");
   EXPECT_EQ(rival->ask(QStringLiteral("redraw")), std::nullopt);
