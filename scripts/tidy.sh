@@ -1,6 +1,7 @@
 #!/bin/bash
-# Runs clang-tidy with .clang-tidy over the sources of the library and the programs; files that have not changed since
-# they last passed, nor any header of ours that they include, are left out. Fails with the findings.
+# Runs clang-tidy with .clang-tidy over the sources of the library, the programs, the examples and the plugin for
+# Designer; files that have not changed since they last passed, nor any header of ours that they include, are left out.
+# Fails with the findings.
 #   scripts/tidy.sh          what changed
 #   scripts/tidy.sh --all    everything
 #   scripts/tidy.sh --slow   everything, with the checks that take longer than all the others together
@@ -20,15 +21,15 @@ command -v "$tool" >/dev/null || { echo "$tool is not installed" >&2; exit 77; }
 
 # Only for compile_commands.json: a precompiled header of g++ means nothing to clang.
 mkdir -p "$build/passed"
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DXOV_PCH=OFF -DXOV_APPS=ON -DXOV_EXAMPLES=OFF \
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DXOV_PCH=OFF -DXOV_APPS=ON -DXOV_EXAMPLES=ON \
   -DXOV_TESTS=OFF >"$build/configure.log" 2>&1 || { cat "$build/configure.log" >&2; exit 1; }
 
 own_sources() {
-  sed -n "s|^ *\"file\": \"$PWD/\(.*\)\",*\$|\1|p" "$build/compile_commands.json" | grep -E "^(src|apps)/" | sort -u
+  sed -n "s|^ *\"file\": \"$PWD/\(.*\)\",*\$|\1|p" "$build/compile_commands.json" | grep -E "^(src|apps|examples|designer)/" | sort -u
 }
 
 own_includes() {
-  grep -rHoE '^#include ["<](XOV_Graphics|apps)/[^">]*' --include='*.h' --include='*.cpp' src apps |
+  grep -rHoE '^#include ["<](XOV_Graphics|apps)/[^">]*' --include='*.h' --include='*.cpp' src apps examples designer |
     sed -E 's,^([^:]*):#include ["<],\1 ,; s, XOV_Graphics/, src/XOV_Graphics/,'
 }
 

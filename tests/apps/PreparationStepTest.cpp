@@ -34,6 +34,8 @@ TEST(PreparationStep, isReadAndWrittenUnderTheTitle) {
   EXPECT_EQ(said(parseDecimate, "4"), "decimated by 4");
   EXPECT_EQ(said(parseRemoveResponse, "disp"), "response removed to displacement");
   EXPECT_EQ(said(parseRotate, "zrt"), "turned to ZRT");
+  EXPECT_EQ(said(parseRotate, "LQT"), "turned to LQT");
+  EXPECT_EQ(said(parseRotate, "lqt 25.5"), "turned to LQT at 25.5°");
 }
 
 TEST(PreparationStep, tellsOfFilterSettingsThatAreNotUsual) {
@@ -73,7 +75,9 @@ TEST(PreparationStep, isRefusedInOneLine) {
               "found '" + std::string(value) + "', expected a share above 0 and up to 0.5, or seconds as 10s");
   EXPECT_EQ(said(parseDecimate, "1"), "found '1', expected a whole number from 2 to 10000");
   EXPECT_EQ(said(parseRemoveResponse, "speed"), "found 'speed', expected disp, vel or acc");
-  EXPECT_EQ(said(parseRotate, "NEZ"), "found 'NEZ', expected ZRT");
+  for (const char* value : {"", "NEZ", "ZRT 25", "LQT 91", "LQT -1", "LQT nan", "LQT 1 2"})
+    EXPECT_EQ(said(parseRotate, value),
+              "found '" + std::string(value) + "', expected ZRT, LQT, or LQT and the incidence in degrees from 0 to 90");
 }
 
 TEST(StepWords, joinsTheValuesOfAStep) {

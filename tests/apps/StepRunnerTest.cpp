@@ -136,5 +136,52 @@ TEST(EventChoice, takesTheOnlyEventOfAFileForAllRecords) {
   EXPECT_EQ(withEventsOf({record()}, {event(-40000, 5)}).records.at(0)->originTimeOffset(), -40000);
 }
 
+// A wave of 1 along the vertical, at a station whose event lies due south: radial is north.
+SeismogramArray verticalWave(float distanceDeg) {
+  SeismogramArray records;
+  for (const char* component : {"BHZ", "BHN", "BHE"}) {
+    SacHeader header = *record({.component = component})->GetSacHeader();
+    header.baz = 180;
+    header.az = 0;
+    header.gcarc = distanceDeg;
+    const float level = component == std::string("BHZ") ? 1 : 0;
+    records.push_back(std::make_shared<SacSeismogram>(header, std::vector<float>(10, level)));
+  }
+  return records;
+}
+
+TEST(StepRunner, turnsToTheRayByAGivenIncidence) {
+  const ReadyRecords turned = ready(verticalWave(30), {RotateStep{WaveAxes::LQT, 30}});
+  EXPECT_EQ(turned.notes, QStringList());
+  ASSERT_EQ(turned.records.size(), 3U);
+  // L = Z cos i, Q = Z sin i.
+  EXPECT_NEAR(samplesOf(turned.records[0])[5], std::sqrt(3.0) / 2, 1e-6);
+  EXPECT_NEAR(samplesOf(turned.records[1])[5], 0.5, 1e-6);
+  EXPECT_NEAR(samplesOf(turned.records[2])[5], 0, 1e-6);
+}
+
+TEST(StepRunner, turnsToTheRayThatIsExpectedAtEachStation) {
+  SeismogramArray records = verticalWave(30);
+  for (auto& other : verticalWave(90))
+    records.push_back(std::move(other));
+  const ReadyRecords turned = ready(records, {RotateStep{WaveAxes::LQT, {}}});
+  EXPECT_EQ(turned.notes, QStringList());
+  ASSERT_EQ(turned.records.size(), 6U);
+  const auto incidence = [&](std::size_t l) {
+    return std::atan2(double(samplesOf(turned.records[l + 1])[5]), double(samplesOf(turned.records[l])[5])) * 180 / M_PI;
+  };
+  // sin i = p v / r: P leaves 30 degrees with 8.85 s/degree and 90 degrees with 4.65 s/degree (Kennett, 1991), so with
+  // 5.8 km/s at the surface and 111.19 km a degree i is 27.5 and 14.0 degrees.
+  EXPECT_NEAR(incidence(0), 27.5, 0.3);
+  EXPECT_NEAR(incidence(3), 14.0, 0.3);
+}
+
+TEST(StepRunner, leavesRecordsWithoutADistanceUnturnedAndSaysSo) {
+  const ReadyRecords turned = ready(verticalWave(kUndefinedValue), {RotateStep{WaveAxes::LQT, {}}});
+  EXPECT_EQ(turned.records.size(), 3U);
+  ASSERT_EQ(turned.notes.size(), 1);
+  EXPECT_TRUE(turned.notes[0].startsWith("II.TLY: no wave is expected")) << qPrintable(turned.notes[0]);
+}
+
 } // namespace
 } // namespace xov::cli

@@ -4,16 +4,13 @@
 #include "apps/xov/commands/Suggestion.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/prepare/StepWords.h"
+#include "apps/xov/terminal/System.h"
 
 #include <CLI/CLI.hpp>
 
 #include <XOV_Graphics/base/Threads.h>
 #include <XOV_Graphics/base/Version.h>
 #include <algorithm>
-#include <clocale>
-#include <cstdlib>
-#include <cstring>
-#include <langinfo.h>
 #include <optional>
 #include <string>
 #include <utility>
@@ -27,12 +24,6 @@ constexpr char kHelp[] = "help";
 constexpr char kFooter[] = "'xov help COMMAND' or 'xov COMMAND --help' says what a command takes.\n"
                            "Exit status: 0 when all went well, 1 when an input could not be read or an output not\n"
                            "written, 2 when the command line is wrong. Examples and details: man xov\n";
-
-// Qt wants a UTF-8 locale and says so on standard error when it starts in another one, as under cron.
-void useUtf8() {
-  std::setlocale(LC_CTYPE, "");
-  if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) ::setenv("LC_ALL", "C.UTF-8", 1);
-}
 
 // Whether the parser would take a file name or pattern apart, as a list in brackets.
 bool looksLikeList(const std::string& argument) { return argument.starts_with('[') && argument.ends_with(']'); }

@@ -233,7 +233,8 @@ private:
   // A file that is no seismogram may be one of events; else what is wrong with it as a seismogram is what to say.
   Result<ReadFile> addEvents(const QString& name, const QString& reason) {
     const Result<EventFile> file = readEvents(name);
-    if (!file || file->events.empty()) return Error{reason};
+    if (!file) return Error{looksLikeEvents(name) ? file.error() : reason};
+    if (file->events.empty()) return Error{reason};
     for (const auto& event : file->events)
       events_.addRow(eventCells(*event) << name);
     hasEvents_ = true;

@@ -6,6 +6,7 @@
 
 #include <XOV_Graphics/seismic/prepare/Amplitudes.h>
 #include <XOV_Graphics/seismic/prepare/CommonAxis.h>
+#include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/views/seismic/wvfrmView.h>
 #include <algorithm>
 #include <cmath>
@@ -26,11 +27,14 @@ constexpr std::size_t kMostRows = 6;
 constexpr float kTitleSize = 18;
 constexpr float kSubtitleSize = 9;
 constexpr double kSubtitleDrop = 24; // below the title
-constexpr double kTitleInset = 12;   // from the right edge
+constexpr double kScaleDrop = 36;
+constexpr int kScaleDigits = 3;
+constexpr double kTitleInset = 12; // from the right edge
 constexpr double kTitleDrop = 2;
 constexpr std::size_t kColumnsBeforeRows = 4; // so many columns before a further row
 
-// Panels with a title in the upper right corner, and the subtitle below: the event is written in the left one.
+// Panels with a title in the upper right corner, and below it the subtitle and what the panels' height is: the event
+// is written in the left one.
 class PanelsView : public wvfrmView {
 public:
   using wvfrmView::wvfrmView;
@@ -41,10 +45,15 @@ public:
     const QRectF b = bounds();
     const auto right = float(b.x() + b.width() - kTitleInset);
     drawStringXYHJustVJust(plotTitle(), right, float(b.y() + b.height() - kTitleDrop), 3, 3);
-    if (subtitle().isEmpty()) return;
     setLabelFontSize(kSubtitleSize);
     drawStringXYHJustVJust(subtitle(), right, float(b.y() + b.height() - kSubtitleDrop), 3, 3);
+    drawStringXYHJustVJust(scaleText_, right, float(b.y() + b.height() - kScaleDrop), 3, 3);
   }
+
+  void setScaleText(const QString& text) { scaleText_ = text; }
+
+private:
+  QString scaleText_;
 };
 
 bool isSameBegin(const SeismogramArray& records) {
@@ -107,7 +116,10 @@ ExitCode PanelsCommand::run() {
     const PanelTimes times = panelTimes(*records);
     auto view = std::make_unique<PanelsView>(frame);
     view->setWvfrmArray(records);
-    view->setMaxAmplitude(float(double(largestAmplitude(*records)) / gain_));
+    const double reach = double(largestAmplitude(*records)) / gain_;
+    view->setMaxAmplitude(float(reach));
+    view->setScaleText(
+        QStringLiteral("%1: panels reach ±%2").arg(amplitudeLabel(*records)).arg(reach, 0, 'g', kScaleDigits));
     view->setXLimitsMinMax(times.min, times.max);
     traces_.apply(*view, *records);
     timeAxis_.apply(*view, times.begins ? *records : SeismogramArray());

@@ -1,12 +1,12 @@
 #include "apps/xov/inputs/InputFiles.h"
 
+#include "apps/xov/terminal/System.h"
+
 #include <QFile>
 #include <QTemporaryFile>
 
-#include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/seismic/io/Readers.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <cstdio>
 #include <vector>
 
 namespace xov::cli {
@@ -19,15 +19,7 @@ bool isStandardInput(const QString& name) { return name == QLatin1String("-"); }
 
 QString spokenName(const QString& name) { return isStandardInput(name) ? QStringLiteral("standard input") : name; }
 
-// Whether the bytes come one after the other. A terminal is one that somebody types into; other devices have no end.
-bool isPipe(const QString& name) {
-  struct stat status = {};
-  const int found =
-      isStandardInput(name) ? ::fstat(STDIN_FILENO, &status) : ::stat(fileNameBytes(name).constData(), &status);
-  if (found != 0) return false;
-  const bool isTerminal = isStandardInput(name) && ::isatty(STDIN_FILENO) == 1;
-  return S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode) || isTerminal;
-}
+bool comesInOrder(const QString& name) { return isStandardInput(name) ? standardInputIsPipe() : isPipe(name); }
 
 Status spool(QFile& pipe, QTemporaryFile& file, const QString& name) {
   if (!file.open())
@@ -50,10 +42,10 @@ Result<File> readStream(const QString& name, ReadDevice readDevice) {
   const QString spoken = spokenName(name);
   const QString path = isStandardInput(name) ? QStringLiteral("stdin") : name;
   QFile stream(name);
-  const bool open = isStandardInput(name) ? stream.open(STDIN_FILENO, QIODevice::ReadOnly | QIODevice::Unbuffered)
+  const bool open = isStandardInput(name) ? stream.open(stdin, QIODevice::ReadOnly | QIODevice::Unbuffered)
                                           : stream.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
   if (!open) return Error{spoken + QStringLiteral(": cannot be opened: ") + stream.errorString()};
-  if (!isPipe(name)) {
+  if (!comesInOrder(name)) {
     if (stream.isSequential()) return Error{spoken + QStringLiteral(": is neither a file nor a pipe")};
     return readDevice(stream, spoken, path);
   }

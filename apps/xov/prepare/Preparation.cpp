@@ -12,8 +12,10 @@
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/seismic/io/stations/InventoryReader.h>
 #include <XOV_Graphics/seismic/prepare/Placement.h>
+#include <XOV_Graphics/seismic/response/ResponseFunction.h>
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace xov::cli {
 
@@ -35,6 +37,24 @@ bool hasPlaces(const StationInventory& inventory) {
   return !inventory.stations.empty() || std::ranges::any_of(inventory.channels, [](const StationChannel& channel) {
     return channel.latitudeDeg.has_value();
   });
+}
+
+bool removesResponse(const std::vector<PreparationStep>& steps) {
+  return std::ranges::any_of(
+      steps, [](const PreparationStep& step) { return std::holds_alternative<RemoveResponseStep>(step); });
+}
+
+// What of the responses of these records contradicts itself, one line a channel.
+QStringList sensitivityNotes(const SeismogramArray& records, const StationInventory& inventory) {
+  QStringList notes;
+  std::set<const StationChannel*> seen;
+  for (const auto& record : records) {
+    const Result<const StationChannel*> channel = stationChannelOf(inventory, *record);
+    if (!channel || !seen.insert(*channel).second) continue;
+    const QString problem = sensitivityProblem((*channel)->response);
+    if (!problem.isEmpty()) notes.append(record->labelString() + QStringLiteral(": ") + problem);
+  }
+  return notes;
 }
 
 void sayEach(const QStringList& notes) {
@@ -77,13 +97,16 @@ void Preparation::addOptions(CLI::App& options) {
   add(options, "--end", "TIME", parseEnd, "Cut off what is after this time: UTC, or seconds on the time axis");
   add(options, "--around", "PHASE FROM TO", parseAround,
       "Keep these seconds about a pick or an expected phase, as P -10 60");
-  add(options, "--filter", "BAND F1 F2", parseFilter,
-      "Butterworth filter: lowpass F, highpass F, bandpass F1 F2 or bandstop F1 F2 in Hz");
+  CLI::Option* const filter =
+      add(options, "--filter", "BAND F1 F2", parseFilter,
+          "Butterworth filter: lowpass F, highpass F, bandpass F1 F2 or bandstop F1 F2 in Hz");
   options.add_option("--corners", filterOrder_, "Poles at each corner of filters (default 4)")
       ->type_name("N")
       ->check(wholeNumberFromTo(1, kMostFilterOrder))
+      ->needs(filter)
       ->group(kPreparationGroup);
   options.add_flag("--zero-phase", zeroPhase_, "Filter forward and backward, so that onsets stay at their times")
+      ->needs(filter)
       ->group(kPreparationGroup);
   add(options, "--detrend", "[KIND]", parseDetrend,
       "Take away the mean, linear trend or a polynomial of that order (default linear)");
@@ -95,19 +118,22 @@ void Preparation::addOptions(CLI::App& options) {
   addFlag(options, "--differentiate", parseDifferentiate, "Differentiate with respect to time");
   add(options, "--decimate", "N", parseDecimate, "Keep every Nth sample, after a filter against aliases");
   addResponseOptions(options, stations);
-  add(options, "--rotate", "AXES", parseRotate, "Turn components of a station: ZRT");
+  add(options, "--rotate", "AXES DEG", parseRotate,
+      "Turn components of a station: ZRT, or LQT with the ray's incidence in degrees");
 }
 
 void Preparation::addResponseOptions(CLI::App& options, CLI::Option* stations) {
-  add(options, "--remove-response", "[MOTION]", parseRemoveResponse,
-      "Take the response of --stations away: disp, vel or acc in nm, nm/s or nm/s² (default vel)")
-      ->needs(stations);
+  CLI::Option* const removal =
+      add(options, "--remove-response", "[MOTION]", parseRemoveResponse,
+          "Take the response of --stations away: disp, vel or acc in nm, nm/s or nm/s² (default vel)");
+  removal->needs(stations);
   takesExactly(
       options
           .add_option("--pre-filter", preFilter_,
                       "Frequencies in Hz that --remove-response leaves: all from B to C, none beyond A and D")
           ->type_name("A B C D")
           ->check(numberFromTo(0, kMostHz))
+          ->needs(removal)
           ->group(kPreparationGroup),
       4);
   options
@@ -115,6 +141,7 @@ void Preparation::addResponseOptions(CLI::App& options, CLI::Option* stations) {
                   "Limit of --remove-response in dB below the response's largest value (default 60)")
       ->type_name("DB")
       ->check(numberFromTo(0, kDeepestWaterDb))
+      ->needs(removal)
       ->group(kPreparationGroup);
 }
 
@@ -177,6 +204,7 @@ Records Preparation::apply(Records records) const {
   const bool hasEvent = takeEvent(records);
   if (!hasStations || !hasEvent) records.status = ExitCode::Failed;
   const std::vector<PreparationStep> steps = this->steps();
+  if (removesResponse(steps)) sayEach(sensitivityNotes(records.records, settings.inventory));
   if (countsOnAxis(steps)) records.records = onOneAxis(std::move(records.records));
   ReadyRecords ready = makeReady(std::move(records.records), records.files, steps, settings);
   sayEach(ready.notes);

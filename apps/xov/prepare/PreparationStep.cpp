@@ -14,6 +14,7 @@ namespace xov::cli {
 
 namespace {
 
+constexpr double kSteepestDeg = 90; // of a ray, from the vertical
 constexpr double kMostSeconds = 1e9;
 constexpr double kMostHz = 1e6;
 constexpr double kLargestShare = 0.5;
@@ -186,8 +187,15 @@ Result<PreparationStep> parseRemoveResponse(const QString& value) {
 }
 
 Result<PreparationStep> parseRotate(const QString& value) {
-  if (value.compare(QLatin1String("ZRT"), Qt::CaseInsensitive) == 0) return PreparationStep(RotateStep{});
-  return unexpected(value, "ZRT");
+  const QStringList words = wordsOf(value);
+  const QString axes = words.isEmpty() ? QString() : words[0].toUpper();
+  if (words.size() == 1 && axes == QLatin1String("ZRT")) return PreparationStep(RotateStep{});
+  if (words.size() == 1 && axes == QLatin1String("LQT")) return PreparationStep(RotateStep{WaveAxes::LQT, {}});
+  if (words.size() == 2 && axes == QLatin1String("LQT")) {
+    if (const std::optional<double> incidence = numberWithin(words[1], 0, kSteepestDeg))
+      return PreparationStep(RotateStep{WaveAxes::LQT, incidence});
+  }
+  return unexpected(value, "ZRT, LQT, or LQT and the incidence in degrees from 0 to 90");
 }
 
 QString describe(const std::vector<PreparationStep>& steps, const StepSettings& settings) {
@@ -214,7 +222,11 @@ QString describe(const std::vector<PreparationStep>& steps, const StepSettings& 
               return QStringLiteral("response removed to ") +
                      QLatin1String(std::ranges::find(kMotions, response.motion, &Motion::motion)->name);
             },
-            [](const RotateStep&) { return QStringLiteral("turned to ZRT"); },
+            [](const RotateStep& rotate) {
+              const QString axes = rotate.axes == WaveAxes::ZRT ? QStringLiteral("ZRT") : QStringLiteral("LQT");
+              return QStringLiteral("turned to ") + axes +
+                     (rotate.incidenceDeg ? QStringLiteral(" at %1°").arg(*rotate.incidenceDeg) : QString());
+            },
         },
         step));
   }

@@ -7,6 +7,7 @@
 #include <XOV_Graphics/seismic/StationInventory.h>
 #include <XOV_Graphics/seismic/prepare/Amplitudes.h>
 #include <XOV_Graphics/seismic/prepare/RemoveResponse.h>
+#include <XOV_Graphics/seismic/prepare/Rotation.h>
 #include <XOV_Graphics/seismic/signal/Butterworth.h>
 #include <optional>
 #include <variant>
@@ -61,8 +62,11 @@ struct RemoveResponseStep {
   GroundMotion motion = GroundMotion::Velocity;
 };
 
-/// To vertical, radial and transverse.
-struct RotateStep {};
+/// To the axes of the wave. An incidence that is not given is that of the P wave expected at each station.
+struct RotateStep {
+  WaveAxes axes = WaveAxes::ZRT;
+  std::optional<double> incidenceDeg = {};
+};
 
 /// One thing that is done to records before they are shown.
 using PreparationStep =

@@ -6,6 +6,7 @@
 #include <XOV_Graphics/seismic/prepare/Conditioning.h>
 #include <XOV_Graphics/seismic/prepare/Derived.h>
 #include <XOV_Graphics/seismic/prepare/RecordPicks.h>
+#include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/seismic/prepare/RecordWindow.h>
 #include <XOV_Graphics/seismic/prepare/Resampling.h>
 #include <XOV_Graphics/seismic/prepare/Rotation.h>
@@ -109,14 +110,51 @@ void doEach(ReadyRecords& ready, const PreparationStep& step, const StepSettings
   ready.files = std::move(files);
 }
 
+/// Of the first wave that is expected at the record's distance.
+std::optional<double> expectedIncidence(const SeismogramRecord& record) {
+  constexpr SeismicPhase kFirst[] = {SeismicPhase::P, SeismicPhase::Pdiff, SeismicPhase::PKP};
+  const std::vector<PhaseArrival> arrivals = arrivalsOf(record, kFirst);
+  const auto first = std::ranges::min_element(arrivals, {}, &PhaseArrival::seconds);
+  return first == arrivals.end() ? std::nullopt : std::optional(first->incidenceDeg);
+}
+
+/// To the axes of the rays that are expected, those of one station and distance at a time.
+RotatedRecords turnedToRays(const SeismogramArray& records) {
+  std::vector<SeismogramArray> groups;
+  for (const auto& record : records) {
+    const auto group = std::ranges::find_if(groups, [&](const SeismogramArray& known) {
+      return stationText(*known.front()) == stationText(*record) && known.front()->gcarc() == record->gcarc();
+    });
+    (group == groups.end() ? groups.emplace_back() : *group).push_back(record);
+  }
+  RotatedRecords all;
+  for (const SeismogramArray& group : groups) {
+    const std::optional<double> incidence = expectedIncidence(*group.front());
+    RotatedRecords turned =
+        incidence ? rotatedRecords(group, WaveAxes::LQT, {{}, *incidence}) : RotatedRecords{group, {}};
+    if (!incidence)
+      all.notes.append(stationText(*group.front()) +
+                       QStringLiteral(": no wave is expected, as the distance is not known or has none; not turned"));
+    all.records.insert(all.records.end(), turned.records.begin(), turned.records.end());
+    all.notes += turned.notes;
+  }
+  return all;
+}
+
+RotatedRecords turned(const SeismogramArray& records, const RotateStep& step) {
+  if (step.axes == WaveAxes::LQT && !step.incidenceDeg) return turnedToRays(records);
+  return rotatedRecords(records, step.axes, {{}, step.incidenceDeg.value_or(0)});
+}
+
 /// Does a step that takes all records together; false where the step is none of these.
 bool doTogether(ReadyRecords& ready, const PreparationStep& step) {
   if (const auto* normalize = std::get_if<NormalizeStep>(&step)) {
     ready.records = normalized(std::move(ready.records), normalize->by);
     return true;
   }
-  if (!std::holds_alternative<RotateStep>(step)) return false;
-  RotatedRecords rotated = rotatedRecords(ready.records, WaveAxes::ZRT);
+  const auto* const rotate = std::get_if<RotateStep>(&step);
+  if (rotate == nullptr) return false;
+  RotatedRecords rotated = turned(ready.records, *rotate);
   ready.records = std::move(rotated.records);
   ready.notes += rotated.notes;
   ready.files.clear();

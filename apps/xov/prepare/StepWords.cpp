@@ -36,7 +36,7 @@ struct Many {
   std::size_t numbers;
 };
 
-constexpr std::array<Many, 2> kMany = {{{"--filter", 2}, {"--around", 2}}};
+constexpr std::array<Many, 3> kMany = {{{"--filter", 2}, {"--around", 2}, {"--rotate", 1}}};
 
 /// An option whose value may be missing.
 struct Optional {

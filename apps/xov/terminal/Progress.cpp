@@ -1,10 +1,10 @@
 #include "apps/xov/terminal/Progress.h"
 
 #include "apps/xov/terminal/Messages.h"
+#include "apps/xov/terminal/System.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <unistd.h>
 
 namespace xov::cli {
 
@@ -20,7 +20,7 @@ constexpr char kClearLine[] = "\r\033[K";
 Progress::Progress(const QString& what, std::int64_t total)
     : what_(what),
       total_(total),
-      terminal_(::isatty(STDERR_FILENO) == 1 && !isQuiet()),
+      terminal_(isTerminal(StandardStream::Error) && !isQuiet()),
       nextUpdateMs_(kFirstUpdateMs) {
   clock_.start();
 }

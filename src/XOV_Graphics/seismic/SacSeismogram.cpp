@@ -146,6 +146,7 @@ void SacSeismogram::keepSamples(std::size_t first, std::size_t count) {
 void SacSeismogram::rescaleSamples(double offset, double factor) {
   if (mayChange_) findExtrema();
   const auto rescaled = [=](float sample) { return toSinglePrecision((double(sample) - offset) * factor); };
+  if (isDefined(double(header_.depmen))) header_.depmen = rescaled(header_.depmen);
   if (std::isfinite(rescaled(extrema_.min)) && std::isfinite(rescaled(extrema_.max))) {
     for (float& sample : samples_)
       sample = float((double(sample) - offset) * factor);
@@ -166,6 +167,7 @@ void SacSeismogram::setSamples(std::vector<float> samples) {
 
 std::vector<float> SacSeismogram::takeSamples() {
   std::vector<float> taken = std::exchange(samples_, {});
+  mayChange_ = false;
   precise_.e = kUndefinedValue;
   fitHeaderToSamples();
   return taken;

@@ -26,6 +26,16 @@ TEST(WithoutMeans, takesEachRecordsOwnMeanAway) {
   EXPECT_EQ(centered[1]->smax(), 2);
 }
 
+TEST(WithoutMeans, takesItFromTheMeanInTheHeaderToo) {
+  const auto record = makeRecord({.count = 3}); // 0, 1, 2
+  SacHeader header = *record->GetSacHeader();
+  header.depmen = 1;
+  const auto told = std::make_shared<SacSeismogram>(header, std::vector<float>{0, 1, 2});
+  EXPECT_EQ(withoutMeans({told}, MeanOf::Record)[0]->GetSacHeader()->depmen, 0);
+  EXPECT_EQ(withoutMeans({record}, MeanOf::Record)[0]->GetSacHeader()->depmen, record->GetSacHeader()->depmen)
+      << "one that is not set stays so";
+}
+
 TEST(WithoutMeans, takesMeansOfFiniteSamplesOnly) {
   const auto record = makeRecord({.count = 3});
   record->samples()[1] = std::numeric_limits<float>::quiet_NaN();

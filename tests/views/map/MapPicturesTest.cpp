@@ -70,33 +70,28 @@ protected:
     return bytes;
   }
 
-  QString refusal() {
-    QString error;
-    EXPECT_TRUE(readMapPicture(*mapPicture(2), &error).isNull());
-    return error;
-  }
+  QString refusal() { return readMapPicture(*mapPicture(2)).error(); }
 
   test::TemporaryFiles files;
 };
 
 TEST_F(MapPictureFile, isReadInTheSizeThatItHas) {
   files.write("natural_wide.jpg", encoded({60, 20}, "JPG"));
-  QString error;
-  const QImage image = readMapPicture(*mapPicture(2), &error);
-  EXPECT_EQ(image.size(), QSize(60, 20));
-  EXPECT_NEAR(image.pixelColor(30, 10).green(), 200, 3);
-  EXPECT_TRUE(error.isEmpty());
+  const Result<QImage> image = readMapPicture(*mapPicture(2));
+  ASSERT_TRUE(image) << qPrintable(image.error());
+  EXPECT_EQ(image->size(), QSize(60, 20));
+  EXPECT_NEAR(image->pixelColor(30, 10).green(), 200, 3);
 }
 
 TEST_F(MapPictureFile, isReadWhateverFormatItsNameSays) {
   files.write("natural_wide.jpg", encoded({60, 20}, "PNG"));
-  EXPECT_EQ(readMapPicture(*mapPicture(2)).pixelColor(0, 0), QColor(10, 200, 30));
+  EXPECT_EQ(readMapPicture(*mapPicture(2))->pixelColor(0, 0), QColor(10, 200, 30));
 }
 
 TEST_F(MapPictureFile, ofTheLargestSizeIsRead) {
   files.write("noaa_image_wide.jpg", encoded({10800, 3600}, "JPG"));
   const int limit = QImageReader::allocationLimit();
-  EXPECT_EQ(readMapPicture(*mapPicture(3)).size(), QSize(10800, 3600));
+  EXPECT_EQ(readMapPicture(*mapPicture(3))->size(), QSize(10800, 3600));
   EXPECT_EQ(QImageReader::allocationLimit(), limit) << "which is the program's, and stays";
 }
 

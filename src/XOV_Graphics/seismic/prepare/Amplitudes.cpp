@@ -48,8 +48,8 @@ float largestAmplitude(const SeismogramArray& records) {
 namespace {
 
 /// The record with all samples times a number.
-std::shared_ptr<SeismogramRecord> scaled(std::shared_ptr<SeismogramRecord> record, double factor, SacHeader header) {
-  if (isDefined(double(header.depmen))) header.depmen = toSinglePrecision(double(header.depmen) * factor);
+std::shared_ptr<SeismogramRecord> scaled(std::shared_ptr<SeismogramRecord> record, double factor,
+                                         const SacHeader& header) {
   auto changed = changedRecord(std::move(record), {.header = header});
   changed->rescaleSamples(0, factor);
   return changed;

@@ -53,20 +53,16 @@ bool isCutOff(QFile& file) {
   return !file.seek(std::max<qint64>(0, file.size() - kMarkWithin)) || !file.readAll().contains("\xFF\xD9");
 }
 
-QImage readImage(const QString& path, QString& problem) {
+Result<QImage> readImage(const QString& path) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) {
-    problem = QStringLiteral("cannot be opened: ") + file.errorString();
-    return {};
-  }
-  if (isCutOff(file) || !file.seek(0)) {
-    problem = QStringLiteral("the picture is cut off at the end of the file");
-    return {};
-  }
+  if (!file.open(QIODevice::ReadOnly))
+    return Error{path + QStringLiteral(": cannot be opened: ") + file.errorString()};
+  if (isCutOff(file) || !file.seek(0))
+    return Error{path + QStringLiteral(": the picture is cut off at the end of the file")};
   const RaisedAllocationLimit raised;
   QImageReader reader(&file);
   const QImage image = reader.read();
-  if (image.isNull()) problem = reader.errorString();
+  if (image.isNull()) return Error{path + QStringLiteral(": ") + reader.errorString()};
   return image;
 }
 
@@ -78,13 +74,11 @@ const MapPicture* mapPicture(int index) {
   return found == std::end(kPictures) ? nullptr : found;
 }
 
-QImage readMapPicture(const MapPicture& picture, QString* error) {
+Result<QImage> readMapPicture(const MapPicture& picture) {
   const QString name = QString::fromLatin1(picture.file);
   const QString path = resourcePath(name);
-  QString problem = QStringLiteral("is not among the resources");
-  const QImage image = path.isEmpty() ? QImage() : readImage(path, problem);
-  if (image.isNull() && error != nullptr) *error = (path.isEmpty() ? name : path) + QStringLiteral(": ") + problem;
-  return image;
+  if (path.isEmpty()) return Error{name + QStringLiteral(": is not among the resources")};
+  return readImage(path);
 }
 
 } // namespace xov

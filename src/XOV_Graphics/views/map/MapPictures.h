@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/base/Result.h"
 #include "XOV_Graphics/views/base/PlotGeometry.h"
 
 #include <QImage>
@@ -21,8 +22,8 @@ struct MapPicture {
 /// The picture of an index; null where there is none.
 const MapPicture* mapPicture(int index);
 
-/// Reads a picture from the resources, whatever its size up to a gigabyte of pixels. A null image, with a line in
-/// `error` where one is given, when there is none, it cannot be read, or it ends before its time.
-QImage readMapPicture(const MapPicture& picture, QString* error = nullptr);
+/// Reads a picture from the resources, whatever its size up to a gigabyte of pixels. Refuses one that is not there,
+/// cannot be read, or ends before its time.
+Result<QImage> readMapPicture(const MapPicture& picture);
 
 } // namespace xov

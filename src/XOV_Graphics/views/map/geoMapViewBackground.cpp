@@ -49,9 +49,9 @@ bool geoMapView::loadImageWithIndex(std::int32_t index, QString* error) {
   qCInfo(log, "In loadImageWithIndex");
   const MapPicture* const picture = mapPicture(index);
   if (picture == nullptr) return refused(error, QStringLiteral("there is no picture %1").arg(index));
-  const QImage image = readMapPicture(*picture, error);
-  if (image.isNull()) return false;
-  setAnImage(image);
+  const Result<QImage> image = readMapPicture(*picture);
+  if (!image) return refused(error, image.error());
+  setAnImage(*image);
   nr_ = picture->rows;
   nc_ = picture->columns;
   setImageExtent(picture->extent, picture->dx, picture->dy);

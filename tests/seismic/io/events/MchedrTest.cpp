@@ -61,3 +61,61 @@ TEST(Mchedr, isNotWhatMerelyBeginsLikeIt) {
   EXPECT_FALSE(parsedEvents("HYPOCENTRES OF 1999\n"));
   EXPECT_EQ(onlyEvent("HY,time,mag\nX,2020-01-02,4\n").originTime.date().year(), 2020);
 }
+
+namespace {
+
+// Invented, too. Digits have their points where the format puts them: 21.60 S, 170.40 W, 33.5 km, half duration 4.2 s,
+// 1.9 times 10^18 N m; elements in hundredths.
+const QByteArray kCentroid = "DpTESTC02359594  2160S   17040W   0335             042190118\n";
+const QByteArray kTensor = "Dt 18 rr-034001tt-014001pp 048001rt-026001rp-172001tp-047001\n";
+const QByteArray kAxes = "Da 18 186   37 82-001   17185-185   48295 11618-160  784 -73\n";
+
+} // namespace
+
+TEST(Mchedr, givesTheMomentTensorWithItsCentroidAndPlanes) {
+  const HypocentreValues values = onlyEvent(kEvent + kCentroid + kTensor + kAxes);
+  ASSERT_TRUE(values.mechanism);
+  const FocalMechanism& mechanism = *values.mechanism;
+  EXPECT_EQ(timeText(mechanism.centroidTime), "1999-12-31T23:59:59.400Z");
+  EXPECT_EQ(mechanism.centroidLatitudeDeg, -21.6F);
+  EXPECT_EQ(mechanism.centroidLongitudeDeg, -170.4F);
+  EXPECT_EQ(mechanism.centroidDepthKm, 33.5F);
+  EXPECT_EQ(mechanism.halfDurationS, 4.2F);
+  EXPECT_DOUBLE_EQ(mechanism.scalarMomentNm, 1.9e18);
+  ASSERT_TRUE(mechanism.tensor);
+  EXPECT_DOUBLE_EQ(mechanism.tensor->Mrr, -0.34e18);
+  EXPECT_DOUBLE_EQ(mechanism.tensor->Mtt, -0.14e18);
+  EXPECT_DOUBLE_EQ(mechanism.tensor->Mpp, 0.48e18);
+  EXPECT_DOUBLE_EQ(mechanism.tensor->Mrt, -0.26e18);
+  EXPECT_DOUBLE_EQ(mechanism.tensor->Mrp, -1.72e18);
+  EXPECT_DOUBLE_EQ(mechanism.tensor->Mtp, -0.47e18);
+  EXPECT_EQ(mechanism.planes[0].strikeDeg, 116);
+  EXPECT_EQ(mechanism.planes[0].dipDeg, 18);
+  EXPECT_EQ(mechanism.planes[0].rakeDeg, -160);
+  EXPECT_EQ(mechanism.planes[1].strikeDeg, 7);
+  EXPECT_EQ(mechanism.planes[1].dipDeg, 84);
+  EXPECT_EQ(mechanism.planes[1].rakeDeg, -73);
+  EXPECT_FALSE(onlyEvent(kEvent).mechanism);
+}
+
+TEST(Mchedr, keepsTheFirstSolutionWithATensor) {
+  const QByteArray other = QByteArray(kTensor).replace("rr-034", "rr 099");
+  EXPECT_DOUBLE_EQ(onlyEvent(kEvent + kCentroid + kTensor + kCentroid + other).mechanism->tensor->Mrr, -0.34e18);
+  const QByteArray bare = "DpPPT S                                               18  18\n";
+  EXPECT_DOUBLE_EQ(onlyEvent(kEvent + bare + kCentroid + kTensor).mechanism->tensor->Mrr, -0.34e18);
+  EXPECT_FALSE(onlyEvent(kEvent + bare).mechanism) << "a moment alone is no mechanism";
+}
+
+TEST(Mchedr, putsACentroidAfterMidnightOnTheNextDay) {
+  const QByteArray late = QByteArray(kCentroid).replace("C02359594", "C00000021");
+  EXPECT_EQ(timeText(onlyEvent(kEvent + late + kTensor).mechanism->centroidTime), "2000-01-01T00:00:02.100Z");
+}
+
+TEST(Mchedr, leavesOutAnEventWhoseTensorCannotBeRead) {
+  for (const QByteArray& bad : {QByteArray(kTensor).replace("rr-034", "rrx034"), QByteArray(kTensor).replace("tt", "xx"),
+                                QByteArray(kTensor).replace("Dt 18", "Dt 99"), kTensor.left(40) + "\n"}) {
+    const auto file = parsedEvents(kEvent + kEvent + kCentroid + bad);
+    EXPECT_EQ(file->events.size(), 1U) << bad.toStdString();
+    EXPECT_EQ(file->notes.size(), 1) << bad.toStdString();
+  }
+}

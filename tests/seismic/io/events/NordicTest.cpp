@@ -83,3 +83,20 @@ TEST(Nordic, countsEventsWithABadFieldAndNamesTheFirst) {
             QStringList("in: 4 of 5 events left out, the first on line 8: time: found \"2004 13 9 05 12 3.5\", "
                         "expected a time such as 2011-03-11T05:46:24.1Z"));
 }
+
+TEST(Nordic, takesTheDigitsOfALineOfHighAccuracyForTheHypocentreAboveIt) {
+  //                              1         2         3         4         5
+  //                     1234567890123456789012345678901234567890123456789012345678901234567890
+  const QByteArray line = " 2004  7 9 0512  3.512  61.50123   -4.25456   12.345  0.142";
+  const QByteArray precise = line + QByteArray(79 - line.size(), ' ') + "H\n";
+  const HypocentreValues values = onlyEvent(kOrigin + precise + kMore + kRest);
+  EXPECT_EQ(timeText(values.originTime), "2004-07-09T05:12:03.512Z");
+  EXPECT_EQ(values.latitudeDeg, 61.50123F);
+  EXPECT_EQ(values.longitudeDeg, -4.25456F);
+  EXPECT_EQ(values.depthKm, 12.345F);
+  EXPECT_EQ(onlyEvent(kOrigin + kMore + precise).latitudeDeg, 61.5F) << "it belongs to the second hypocentre";
+  const QByteArray blank = QByteArray(79, ' ') + "H\n";
+  EXPECT_EQ(onlyEvent(kOrigin + blank + kRest).latitudeDeg, 61.5F) << "what is missing stays";
+  EXPECT_EQ(timeText(onlyEvent(kOrigin + blank + kRest).originTime), "2004-07-09T05:12:03.500Z");
+  EXPECT_FALSE(parsedEvents(kOrigin + QByteArray(precise).replace("61.50123", "91.50123")));
+}

@@ -78,6 +78,12 @@ void EventDraft::take(const EventNumber& number, QByteArrayView field, float& va
   take(number, knownText(field), value);
 }
 
+void EventDraft::takePlane(QByteArrayView strike, QByteArrayView dip, QByteArrayView rake, NodalPlane& plane) {
+  take(kStrikeDeg, strike, plane.strikeDeg);
+  take(kDipDeg, dip, plane.dipDeg);
+  take(kRakeDeg, rake, plane.rakeDeg);
+}
+
 bool EventDraft::takeMagnitude(const QString& type, const QString& text) {
   EventMagnitude magnitude{type, kUndefinedValue};
   take(kEventMagnitude, text, magnitude.value);

@@ -34,6 +34,7 @@ struct EventDraft {
   /// Reads a number; an empty text leaves `value` as it is.
   void take(const EventNumber& number, const QString& text, float& value);
   void take(const EventNumber& number, QByteArrayView field, float& value);
+  void takePlane(QByteArrayView strike, QByteArrayView dip, QByteArrayView rake, NodalPlane& plane);
   /// Adds the magnitude that a field holds, if any, and says whether it did.
   bool takeMagnitude(const QString& type, const QString& text);
   bool takeMagnitude(const char* type, QByteArrayView field);

@@ -45,13 +45,19 @@ QString formatNames() {
   return names;
 }
 
+// Null where there is none.
+const TextFormat* textFormatOf(const QByteArray& head) {
+  const auto* const format =
+      std::ranges::find_if(kTextFormats, [&](const TextFormat& known) { return known.matches(head); });
+  return format == std::end(kTextFormats) ? nullptr : format;
+}
+
 Result<EventFile> readDevice(QIODevice& device, const QString& name) {
   const QByteArray head = device.peek(kHeadBytes);
   if (head.isEmpty()) return Error{name + ": the file is empty"};
   if (beginsAsXml(head)) return readQuakeMl(device, name);
-  const auto* const format =
-      std::ranges::find_if(kTextFormats, [&](const TextFormat& known) { return known.matches(head); });
-  if (format == std::end(kTextFormats)) return Error{name + ": unknown format, expected " + formatNames()};
+  const TextFormat* const format = textFormatOf(head);
+  if (format == nullptr) return Error{name + ": unknown format, expected " + formatNames()};
   if (device.size() > kLargestTable)
     return Error{name + ": found " + QString::number(device.size()) +
                  " bytes, expected a catalogue of at most 1 GiB"};
@@ -66,6 +72,16 @@ Result<EventFile> readEvents(const QString& path) noexcept {
     if (Status status = openForReading(file); !status) return Error{status.error()};
     return readDevice(file, path);
   });
+}
+
+bool looksLikeEvents(const QString& path) noexcept {
+  const Result<bool> looks = guarded(path, [&]() -> Result<bool> {
+    QFile file(path);
+    if (Status status = openForReading(file); !status) return Error{status.error()};
+    const QByteArray head = file.peek(kHeadBytes);
+    return beginsAsXml(head) || textFormatOf(head) != nullptr;
+  });
+  return looks && *looks;
 }
 
 Result<EventFile> parseEvents(QByteArrayView bytes, const QString& name) noexcept {

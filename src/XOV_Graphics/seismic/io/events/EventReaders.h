@@ -35,12 +35,17 @@ struct XOV_EXPORT EventFile {
 ///
 /// FDSN's event text is such a table, also without its row of names. Catalogues in formats of their own are known by
 /// their first lines: GCMT's NDK (with moment tensor, centroid and nodal planes as the event's mechanism), Nordic
-/// (S-files and compact ones), mchedr (the machine-readable PDE bulletin of the USGS), hypoDD (.loc, .reloc and
-/// phase.dat) and ZMAP.
+/// (S-files and compact ones; the first hypocentre, with the digits of a line of high accuracy below it), mchedr (the
+/// machine-readable PDE bulletin of the USGS; of solutions of the source the first with a moment tensor), hypoDD
+/// (.loc, .reloc and phase.dat) and ZMAP.
 ///
 /// An event without a time, or with a number that is none or out of range, is left out; the notes say how many, and
 /// on which line the first one was. Errors are one line that names the file, and the line where there is one.
 XOV_EXPORT Result<EventFile> readEvents(const QString& path) noexcept;
+
+/// Whether a file begins like one of the formats of readEvents(), or as XML, so that what is wrong with it is better
+/// told of as events. False where it cannot be read.
+XOV_EXPORT bool looksLikeEvents(const QString& path) noexcept;
 
 /// Reads events from memory; `name` stands for the file in errors and notes.
 XOV_EXPORT Result<EventFile> parseEvents(QByteArrayView bytes, const QString& name) noexcept;

@@ -115,9 +115,8 @@ void takeScalarMoment(QByteArrayView line, double unit, EventDraft& draft, Focal
 void takePlanes(QByteArrayView line, EventDraft& draft, FocalMechanism& mechanism) {
   qsizetype column = 57;
   for (NodalPlane& plane : mechanism.planes) {
-    draft.take(kStrikeDeg, columnsOf(line, column, column + 3), plane.strikeDeg);
-    draft.take(kDipDeg, columnsOf(line, column + 4, column + 6), plane.dipDeg);
-    draft.take(kRakeDeg, columnsOf(line, column + 7, column + 11), plane.rakeDeg);
+    draft.takePlane(columnsOf(line, column, column + 3), columnsOf(line, column + 4, column + 6),
+                    columnsOf(line, column + 7, column + 11), plane);
     column += 12;
   }
 }

@@ -26,9 +26,10 @@ constexpr qsizetype kMagnitudeColumns[] = {56, 64, 72};
 
 char lineType(QByteArrayView line) { return line.size() < kLineColumns ? ' ' : line[kLineColumns - 1]; }
 
-TimeFields timeFields(QByteArrayView line) {
+/// Seconds end in that column.
+TimeFields timeFields(QByteArrayView line, qsizetype end = 20) {
   return {columnsOf(line, 2, 5),   columnsOf(line, 7, 8),   columnsOf(line, 9, 10),
-          columnsOf(line, 12, 13), columnsOf(line, 14, 15), columnsOf(line, 17, 20)};
+          columnsOf(line, 12, 13), columnsOf(line, 14, 15), columnsOf(line, 17, end)};
 }
 
 /// Whether a line looks like a hypocentre, whose type may be missing where it is the first of its event: the date
@@ -65,11 +66,17 @@ void takeMagnitudes(QByteArrayView line, EventDraft& draft) {
                         knownText(columnsOf(line, column, column + 3)));
 }
 
+/// The hypocentre of the line before with more digits; what is missing here stays as it was there.
+void takePreciseOrigin(QByteArrayView line, EventDraft& draft) {
+  if (!columnsOf(line, 2, 5).isEmpty()) draft.takeTime(timeFields(line, 22));
+  draft.take(kEventLatitude, columnsOf(line, 24, 32), draft.values.latitudeDeg);
+  draft.take(kEventLongitude, columnsOf(line, 34, 43), draft.values.longitudeDeg);
+  draft.take(kEventDepthKm, columnsOf(line, 45, 52), draft.values.depthKm);
+}
+
 void takePlane(QByteArrayView line, EventDraft& draft) {
-  NodalPlane& plane = draft.values.mechanism.emplace().planes.front();
-  draft.take(kStrikeDeg, columnsOf(line, 1, 10), plane.strikeDeg);
-  draft.take(kDipDeg, columnsOf(line, 11, 20), plane.dipDeg);
-  draft.take(kRakeDeg, columnsOf(line, 21, 30), plane.rakeDeg);
+  draft.takePlane(columnsOf(line, 1, 10), columnsOf(line, 11, 20), columnsOf(line, 21, 30),
+                  draft.values.mechanism.emplace().planes.front());
 }
 
 /// Whether each line is an event of its own.
@@ -93,13 +100,14 @@ public:
       event_.emplace();
       start_ = number;
     }
-    if (isHypocentre(line, !hasOrigin_)) {
-      if (!hasOrigin_) {
+    if (isHypocentre(line, origins_ == 0)) {
+      if (++origins_ == 1) {
         takeOrigin(line, *event_);
         start_ = number;
       }
       takeMagnitudes(line, *event_);
-      hasOrigin_ = true;
+    } else if (lineType(line) == 'H' && origins_ == 1) {
+      takePreciseOrigin(line, *event_);
     } else if (lineType(line) == 'F' && !event_->values.mechanism) {
       takePlane(line, *event_);
     }
@@ -107,9 +115,9 @@ public:
 
   void finishEvent() {
     if (!event_) return;
-    if (!hasOrigin_) event_->note(QStringLiteral("an event without a hypocentre line"));
+    if (origins_ == 0) event_->note(QStringLiteral("an event without a hypocentre line"));
     events_.add(*std::exchange(event_, {}), start_);
-    hasOrigin_ = false;
+    origins_ = 0;
   }
 
   Result<EventFile> result() {
@@ -121,7 +129,7 @@ private:
   EventList events_;
   std::optional<EventDraft> event_;
   qint64 start_ = 0;
-  bool hasOrigin_ = false;
+  int origins_ = 0; // so far, of which the first is taken
 };
 
 } // namespace
