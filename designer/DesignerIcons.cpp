@@ -5,6 +5,7 @@
 #include <XOV_Graphics/platform/View.h>
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <numbers>
 
 namespace xov::designer {
@@ -52,6 +53,11 @@ void circle(QPointF center, double radius, const QColor& fill) {
   }
 }
 
+void circles(std::initializer_list<QPointF> places, double radius, const QColor& fill) {
+  for (const QPointF& at : places)
+    circle(at, radius, fill);
+}
+
 void bar(const QRectF& rect) {
   context().setColor(kFill);
   context().fillRect(rect);
@@ -64,7 +70,9 @@ void trace(double left, double right, double y, double onset, double height, con
   Path path;
   path.moveTo({left, y});
   constexpr double kStep = 0.25;
-  for (double x = left; x <= right; x += kStep) {
+  const int steps = int((right - left) / kStep);
+  for (int i = 0; i <= steps; ++i) {
+    const double x = left + i * kStep;
     const double after = x - onset;
     const double value = after < 0 ? 0 : height * std::exp(-after / 5) * std::sin(after * std::numbers::pi / 2);
     path.lineTo({x, y + value});
@@ -101,13 +109,11 @@ void drawMotif(Motif motif) {
     break;
   case Motif::Points:
     axes();
-    for (const QPointF& at : {QPointF(8, 8), QPointF(11, 12), QPointF(14, 11), QPointF(17, 16), QPointF(19, 19)})
-      circle(at, 1.5, kAccent);
+    circles({{8, 8}, {11, 12}, {14, 11}, {17, 16}, {19, 19}}, 1.5, kAccent);
     break;
   case Motif::Circles:
     axes();
-    for (const QPointF& at : {QPointF(9, 17), QPointF(12, 9), QPointF(18, 13)})
-      circle(at, 2.5, {});
+    circles({{9, 17}, {12, 9}, {18, 13}}, 2.5, {});
     break;
   case Motif::Peaks:
     axes();

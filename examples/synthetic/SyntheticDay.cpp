@@ -94,10 +94,10 @@ constexpr std::int32_t kSacMidnight = 10;
 // ... and for velocity in nm/s.
 constexpr std::int32_t kSacVelocity = 7;
 
-std::shared_ptr<SacSeismogram> piece(const std::vector<double>& day, double startS, double endS) {
+std::shared_ptr<SacSeismogram> piece(const std::vector<double>& day, double fromS, double toS) {
   SacHeader header;
   header.delta = float(1.0 / kRateHz);
-  header.b = float(startS);
+  header.b = float(fromS);
   header.idep = kSacVelocity;
   header.iztype = kSacMidnight;
   header.lpspol = header.lovrok = 1;
@@ -108,8 +108,8 @@ std::shared_ptr<SacSeismogram> piece(const std::vector<double>& day, double star
   header.knetwk = "XX";
   header.kstnm = "DRUM";
   header.kcmpnm = "BHZ";
-  const auto first = day.begin() + std::ptrdiff_t(startS * kRateHz);
-  const auto last = day.begin() + std::ptrdiff_t(endS * kRateHz);
+  const auto first = day.begin() + std::ptrdiff_t(fromS * kRateHz);
+  const auto last = day.begin() + std::ptrdiff_t(toS * kRateHz);
   return std::make_shared<SacSeismogram>(header, std::vector<float>(first, last));
 }
 

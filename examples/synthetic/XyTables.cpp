@@ -40,15 +40,21 @@ QByteArray travelTimeTable() {
   const TravelTimes times(Phase::P, depthKm);
   QByteArray text = "# distance (degrees), travel time of P (s) in IASP91, source depth " +
                     QByteArray::number(depthKm, 'f', 0) + " km\n";
-  for (double distance = kFirstDistanceDeg; distance <= kLastDistanceDeg; distance += kDistanceStepDeg)
+  double distance = kFirstDistanceDeg;
+  while (distance <= kLastDistanceDeg) {
     if (const std::optional<Arrival> arrival = times.first(distance)) text += line(distance, arrival->timeS, 2);
+    distance += kDistanceStepDeg;
+  }
   return text;
 }
 
 QByteArray groupVelocityTable() {
   QByteArray text = "# period (s), group velocity of fundamental-mode Rayleigh waves (km/s)\n";
-  for (double period = kShortestSurfacePeriodS; period <= kLongestSurfacePeriodS; period *= kPeriodFactor)
+  double period = kShortestSurfacePeriodS;
+  while (period <= kLongestSurfacePeriodS) {
     text += line(period, groupVelocity(SurfaceWave::Rayleigh, period), 3);
+    period *= kPeriodFactor;
+  }
   return text;
 }
 

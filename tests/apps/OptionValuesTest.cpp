@@ -56,9 +56,15 @@ Words optionsOfSeveralValues(const CommandRow& row) {
 // The words that the option's line must begin with: those that it, or the command, makes no sense without.
 Words linePrefix(const CLI::App& command, const CLI::Option& option) {
   Words prefix;
-  const auto add = [&](const CLI::Option& needed) { prefix.insert(prefix.end(), {needed.get_name(), "needed.txt"}); };
-  for (const CLI::Option* needed : option.get_needs())
+  const auto add = [&](const CLI::Option& needed) {
+    const bool isFile = needed.get_name() != "--remove-response";
+    prefix.insert(prefix.end(), {needed.get_name(), isFile ? "needed.txt" : "vel"});
+  };
+  for (const CLI::Option* needed : option.get_needs()) {
     add(*needed);
+    for (const CLI::Option* further : needed->get_needs())
+      add(*further);
+  }
   for (const CLI::Option* other : command.get_options()) {
     if (other->get_required() && !other->get_positional()) add(*other);
   }

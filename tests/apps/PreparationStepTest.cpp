@@ -76,8 +76,8 @@ TEST(PreparationStep, isRefusedInOneLine) {
   EXPECT_EQ(said(parseDecimate, "1"), "found '1', expected a whole number from 2 to 10000");
   EXPECT_EQ(said(parseRemoveResponse, "speed"), "found 'speed', expected disp, vel or acc");
   for (const char* value : {"", "NEZ", "ZRT 25", "LQT 91", "LQT -1", "LQT nan", "LQT 1 2"})
-    EXPECT_EQ(said(parseRotate, value),
-              "found '" + std::string(value) + "', expected ZRT, LQT, or LQT and the incidence in degrees from 0 to 90");
+    EXPECT_EQ(said(parseRotate, value), "found '" + std::string(value) +
+                                            "', expected ZRT, LQT, or LQT and the incidence in degrees from 0 to 90");
 }
 
 TEST(StepWords, joinsTheValuesOfAStep) {

@@ -168,10 +168,11 @@ TEST(StepRunner, turnsToTheRayThatIsExpectedAtEachStation) {
   EXPECT_EQ(turned.notes, QStringList());
   ASSERT_EQ(turned.records.size(), 6U);
   const auto incidence = [&](std::size_t l) {
-    return std::atan2(double(samplesOf(turned.records[l + 1])[5]), double(samplesOf(turned.records[l])[5])) * 180 / M_PI;
+    return std::atan2(double(samplesOf(turned.records[l + 1])[5]), double(samplesOf(turned.records[l])[5])) * 180 /
+           M_PI;
   };
-  // sin i = p v / r: P leaves 30 degrees with 8.85 s/degree and 90 degrees with 4.65 s/degree (Kennett, 1991), so with
-  // 5.8 km/s at the surface and 111.19 km a degree i is 27.5 and 14.0 degrees.
+  // sin i = p v / r: P leaves 30 degrees with 8.85 s/degree and 90 degrees with 4.65 s/degree (Kennett, 1991), so
+  // with 5.8 km/s at the surface and 111.19 km a degree i is 27.5 and 14.0 degrees.
   EXPECT_NEAR(incidence(0), 27.5, 0.3);
   EXPECT_NEAR(incidence(3), 14.0, 0.3);
 }

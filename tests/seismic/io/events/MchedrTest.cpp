@@ -64,8 +64,8 @@ TEST(Mchedr, isNotWhatMerelyBeginsLikeIt) {
 
 namespace {
 
-// Invented, too. Digits have their points where the format puts them: 21.60 S, 170.40 W, 33.5 km, half duration 4.2 s,
-// 1.9 times 10^18 N m; elements in hundredths.
+// Invented, too. Digits have their points where the format puts them: 21.60 S, 170.40 W, 33.5 km, half duration 4.2
+// s, 1.9 times 10^18 N m; elements in hundredths.
 const QByteArray kCentroid = "DpTESTC02359594  2160S   17040W   0335             042190118\n";
 const QByteArray kTensor = "Dt 18 rr-034001tt-014001pp 048001rt-026001rp-172001tp-047001\n";
 const QByteArray kAxes = "Da 18 186   37 82-001   17185-185   48295 11618-160  784 -73\n";
@@ -112,8 +112,9 @@ TEST(Mchedr, putsACentroidAfterMidnightOnTheNextDay) {
 }
 
 TEST(Mchedr, leavesOutAnEventWhoseTensorCannotBeRead) {
-  for (const QByteArray& bad : {QByteArray(kTensor).replace("rr-034", "rrx034"), QByteArray(kTensor).replace("tt", "xx"),
-                                QByteArray(kTensor).replace("Dt 18", "Dt 99"), kTensor.left(40) + "\n"}) {
+  for (const QByteArray& bad :
+       {QByteArray(kTensor).replace("rr-034", "rrx034"), QByteArray(kTensor).replace("tt", "xx"),
+        QByteArray(kTensor).replace("Dt 18", "Dt 99"), kTensor.left(40) + "\n"}) {
     const auto file = parsedEvents(kEvent + kEvent + kCentroid + bad);
     EXPECT_EQ(file->events.size(), 1U) << bad.toStdString();
     EXPECT_EQ(file->notes.size(), 1) << bad.toStdString();
