@@ -23,6 +23,7 @@ stack-bands|Records in bands: five components of one station|stack section/XX.KI
 three|Three components of a station with their picks|three section/XX.KITE.00.BH{Z,R,T}.SAC
 three-self-scaled|The same with each trace filling its panel, and peaks|three section/XX.KITE.00.BH?.SAC --components BHZ BHN BHE --self-scaled --peaks
 drum|A drum record of a day: local earthquakes, a distant one, a gap, and markers|drum day/*.SAC --events day/catalogue.csv
+drum-colors|Half a day in three colours, UTC and local time, traces held to a row with marks, and labelled events|drum day/*.SAC --start 2025-03-12T11:30:00 --end 2025-03-12T23:30:00 --row-colors 'black,#0072b2,#009e73' --local-time America/Los_Angeles --clip 0.5 --line-width 0.6 --events day/catalogue.csv --event-labels
 drum-six-hours|The same in rows of six hours at a lower gain over zero lines|drum day/*.SAC --row-duration 21600 --gain 2 --zero-lines --hours --events day/catalogue.csv --mag 5
 monitor|A real-time display, an hour after a large distant earthquake|monitor day/*.SAC --at 2025-03-12T15:00:00 --span 5400 --events day/catalogue.csv
 monitor-left|Three channels that have arrived, minutes counted from the left|monitor section/XX.KITE.00.BH{E,N,Z}.SAC --origin left --span 3600 --zone-name

@@ -1,11 +1,17 @@
 #include "apps/xov/commands/DrumCommand.h"
 
+#include "apps/xov/inputs/ColorList.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/RecordNames.h"
 #include "apps/xov/output/TitledView.h"
 
+#include <QColor>
+#include <QTimeZone>
+
+#include <XOV_Graphics/colour/CategoryColors.h>
 #include <XOV_Graphics/seismic/prepare/DrumPage.h>
 #include <XOV_Graphics/seismic/prepare/RecordTexts.h>
+#include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <XOV_Graphics/views/timeline/helicorderView.h>
 #include <algorithm>
 
@@ -16,6 +22,40 @@ namespace {
 constexpr double kShortestRow = 1;
 constexpr double kLongestRow = 31 * 86400.0;
 constexpr double kLargestMagnitude = 20;
+constexpr double kShortestReach = 0.1;
+constexpr double kLongestReach = 100;
+constexpr double kMillisecondsPerSecond = 1000;
+constexpr double kFarthestSeconds = 1e11; // three thousand years
+
+QTimeZone zoneNamed(const std::string& name) {
+  return name.empty() ? QTimeZone() : QTimeZone(QByteArray::fromStdString(name));
+}
+
+CLI::Validator zoneName() {
+  const auto check = [](const std::string& text) -> std::string {
+    if (zoneNamed(text).isValid()) return {};
+    return "found '" + text + "', expected a time zone as Europe/Berlin or UTC+05:30";
+  };
+  return CLI::Validator(check, std::string());
+}
+
+// A time that a step cuts at, where the records have a time axis.
+QDateTime momentOf(const WrittenTime& time, const SeismogramArray& records) {
+  if (const auto* const date = std::get_if<QDateTime>(&time)) return *date;
+  const double seconds = std::get<double>(time);
+  if (records.empty() || !(std::abs(seconds) < kFarthestSeconds)) return {};
+  return referenceTimeOf(*records.front()).addMSecs(qRound64(seconds * kMillisecondsPerSecond));
+}
+
+// What the last --start and --end say; seconds count from the reference time of the first record.
+DrumSpan spanOf(const std::vector<PreparationStep>& steps, const SeismogramArray& records) {
+  DrumSpan span;
+  for (const PreparationStep& step : steps) {
+    if (const auto* const start = std::get_if<StartStep>(&step)) span.start = momentOf(start->at, records);
+    if (const auto* const end = std::get_if<EndStep>(&step)) span.end = momentOf(end->at, records);
+  }
+  return span;
+}
 
 } // namespace
 
@@ -38,16 +78,35 @@ void DrumCommand::addOptions(CLI::App& options) {
       ->check(numberFromTo(-kLargestMagnitude, kLargestMagnitude));
   options.add_flag("--zero-lines", zeroLines_, "Draw a thin zero line through each row");
   options.add_flag("--hours", hours_, "Count the time scale in hours instead of minutes");
+  options.add_flag("--event-labels", eventLabels_, "Write magnitude and name beside marked events");
+  addColorList(options, "--row-colors", rowColors_,
+               "Colours of the rows in turn (default: the pieces of the recording in black and red)");
+  options.add_flag("--day-colors", dayColors_, "Change the colour with the day instead of with the row");
+  options
+      .add_option("--local-time", zone_, "Write the time in this zone at the right, as Europe/Berlin or UTC+05:30")
+      ->type_name("ZONE")
+      ->check(zoneName());
+  options
+      .add_option("--clip", clip_,
+                  "Hold traces within so many row heights of their zero line, and mark where (default: as they are)")
+      ->type_name("ROWS")
+      ->check(numberFromTo(kShortestReach, kLongestReach));
   lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
+}
+
+std::vector<QColor> DrumCommand::chosenColors() const {
+  if (!rowColors_.empty() || !dayColors_) return colorsNamed(rowColors_);
+  return {QColor(QRgb(categoryColor(0))), QColor(QRgb(categoryColor(2)))};
 }
 
 ExitCode DrumCommand::run() {
   Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   const bool several = channelsOf(found.records).size() > 1;
-  Result<DrumPage> page = layOutDrum(std::move(found.records), rowSeconds_, rows_);
+  const DrumSpan span = spanOf(preparation_.steps(), found.records);
+  Result<DrumPage> page = layOutDrum(std::move(found.records), rowSeconds_, rows_, span);
   if (!page) {
     complain(several ? page.error() + QStringLiteral("; --channels chooses") : page.error());
     return ExitCode::Failed;
@@ -56,6 +115,7 @@ ExitCode DrumCommand::run() {
     note(text);
   const MarkedEvents marked = events_.read();
   const auto pieces = std::make_shared<const SeismogramArray>(page->pieces);
+  const QTimeZone zone = zoneNamed(zone_);
   const ExitCode delivered = output_.deliver(nameFieldsOf(*pieces), [&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<helicorderView>>(frame);
     view->setWvfrmArray(pieces);
@@ -67,7 +127,13 @@ ExitCode DrumCommand::run() {
     view->setShowZeroLines(zeroLines_);
     view->setLabelHours(hours_);
     lineWidth_.apply(*view);
-    view->setTitle(output_.titleOr(QStringLiteral("UTC")));
+    if (span.start.isValid()) view->setPageStart(page->start);
+    view->setRowColors(chosenColors());
+    view->setColorsByDay(dayColors_);
+    view->setLocalZone(zone);
+    view->setClipReach(clip_);
+    view->setShowEventLabels(eventLabels_);
+    view->setTitle(output_.titleOr(zone.isValid() ? QString() : QStringLiteral("UTC")));
     view->setSubtitle(preparation_.text());
     return view;
   });

@@ -7,7 +7,11 @@
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
 
+#include <QColor>
+
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace xov::cli {
 
@@ -18,9 +22,16 @@ public:
   ExitCode run() override;
 
 private:
+  std::vector<QColor> chosenColors() const;
+
   RecordInputs inputs_;
   Preparation preparation_;
   EventInputs events_;
+  bool eventLabels_ = false;
+  std::vector<std::string> rowColors_;
+  bool dayColors_ = false;
+  std::string zone_;
+  double clip_ = 0; // as traces are
   LineWidthOption lineWidth_;
   Output output_{"drum", {900, 900}};
   std::optional<int> rows_;

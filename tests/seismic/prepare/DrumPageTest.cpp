@@ -54,6 +54,38 @@ TEST(DrumPage, startsWithTheFirstHourWhereNoneHoldsAMinute) {
   EXPECT_EQ(page->notes, QStringList());
 }
 
+TEST(DrumPage, startsWhereTheSpanDoes) {
+  const auto record = [] { return makeRecord({.reference = onTheDay(5, 17, 30), .count = 7200}); };
+  const DrumPage page = *layOutDrum({record()}, 3600, {}, {.start = onTheDay(5, 30), .end = {}});
+  EXPECT_EQ(page.start, onTheDay(5, 30));
+  EXPECT_EQ(referenceOf(*page.pieces[0]), onTheDay(5, 30));
+  EXPECT_NEAR(page.pieces[0]->b(), 0, 1e-6) << "12.5 minutes are cut off";
+  EXPECT_EQ(page.pieces[0]->npts(), 7200 - 750);
+  EXPECT_EQ(page.rows, 2) << "107.5 minutes";
+  EXPECT_EQ(page.notes, QStringList());
+  EXPECT_EQ(layOutDrum({record()}, 3600)->start, onTheDay(5, 0)) << "else with the hour";
+}
+
+TEST(DrumPage, hasTheRowsOfItsSpan) {
+  const auto rows = [](const QDateTime& end, std::optional<int> wanted = {}) {
+    return layOutDrum({makeRecord({.reference = onTheDay(5, 17, 30)})}, 3600, wanted,
+                      {.start = onTheDay(4, 30), .end = end})
+        ->rows;
+  };
+  EXPECT_EQ(rows(onTheDay(8, 30)), 4);
+  EXPECT_EQ(rows(onTheDay(8, 31)), 5) << "the last row is begun";
+  EXPECT_EQ(rows(onTheDay(8, 30), 2), 2);
+  EXPECT_EQ(rows(onTheDay(8, 30).addYears(9)), kMostDrumRows);
+}
+
+TEST(DrumPage, refusesASpanThatEndsBeforeItStarts) {
+  const auto page = layOutDrum({makeRecord({.reference = onTheDay(5, 17, 30)})}, 3600, {},
+                               {.start = onTheDay(6, 0), .end = onTheDay(6, 0)});
+  ASSERT_FALSE(page);
+  EXPECT_EQ(page.error(), "found a page from 2011-03-11T06:00:00Z to 2011-03-11T06:00:00Z, expected an end after the "
+                          "start");
+}
+
 TEST(DrumPage, drawsCopiesOfARecordOnce) {
   const auto other = makeRecord();
   other->samples()[3] = 0;

@@ -248,6 +248,10 @@ void setAll(helicorderView& view) {
   view.setShowZeroLines(true);
   view.setLabelHours(true);
   view.setMagThreshold(2.5f);
+  view.setPageStart(QDateTime(QDate(2011, 3, 11), QTime(5, 46, 23), Qt::UTC));
+  view.setColorsByDay(true);
+  view.setClipReach(2.5);
+  view.setShowEventLabels(true);
 }
 
 void setAll(XOVImageView& view) {

@@ -2,7 +2,7 @@
 #include "SeisDrawing.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/seismic/StationObservation.h"
-#include "XOV_Graphics/views/seismic/DrawnTraces.h"
+#include "XOV_Graphics/views/base/DrawnTraces.h"
 #include "XOV_Graphics/views/seismic/MultiSeisView.h"
 #include "XOV_Graphics/views/seismic/SeisView01.h"
 #include "XOV_Graphics/views/seismic/SeisView02.h"

@@ -104,6 +104,11 @@ double firstHour(const SeismogramArray& pieces) {
   return (enough == covered.end() ? covered.begin() : enough)->first;
 }
 
+QDateTime firstHourOf(const SeismogramArray& pieces) {
+  const double seconds = firstHour(pieces) * kSecondsPerHour;
+  return QDateTime::fromMSecsSinceEpoch(qint64(seconds * kMillisecondsPerSecond), Qt::UTC);
+}
+
 // What of the pieces, whose times count from the start of the page, lies before it.
 void noteWhatIsBefore(const SeismogramArray& pieces, const QDateTime& start, QStringList& notes) {
   double seconds = 0;
@@ -114,6 +119,10 @@ void noteWhatIsBefore(const SeismogramArray& pieces, const QDateTime& start, QSt
                      .arg(pieces.front()->labelString())
                      .arg(seconds)
                      .arg(start.toString(Qt::ISODate)));
+}
+
+std::int32_t rowsUntil(double seconds, double rowSeconds) {
+  return std::int32_t(std::clamp(std::ceil(seconds / rowSeconds), 1.0, double(kMostDrumRows)));
 }
 
 std::int32_t rowsFor(const SeismogramArray& pieces, double rowSeconds) {
@@ -152,7 +161,8 @@ double gainFor(const SeismogramArray& pieces) {
 
 } // namespace
 
-Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::optional<int> rows) {
+Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::optional<int> rows,
+                            const DrumSpan& span) {
   if (!(rowSeconds > 0)) return Error{QStringLiteral("found rows of %1 s, expected more than 0").arg(rowSeconds)};
   if (const QStringList channels = channelsOf(records); channels.size() > 1) return Error{severalChannels(channels)};
   std::erase_if(records, [](const auto& record) { return !canBePlaced(*record); });
@@ -160,13 +170,19 @@ Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::opt
     return Error{QStringLiteral("found no record with samples and times, expected a reference time")};
   DrumPage page;
   records = withoutCopies(std::move(records), page.notes);
-  const double seconds = firstHour(records) * kSecondsPerHour;
-  const QDateTime start = QDateTime::fromMSecsSinceEpoch(qint64(seconds * kMillisecondsPerSecond), Qt::UTC);
+  page.start = span.start.isValid() ? span.start.toUTC() : firstHourOf(records);
+  const double spanSeconds = double(page.start.msecsTo(span.end)) / kMillisecondsPerSecond;
+  if (span.end.isValid() && !(spanSeconds > 0))
+    return Error{QStringLiteral("found a page from %1 to %2, expected an end after the start")
+                     .arg(page.start.toString(Qt::ISODate), span.end.toUTC().toString(Qt::ISODate))};
   for (auto& record : records)
-    record = onTimeAxis(std::move(record), start);
-  noteWhatIsBefore(records, start, page.notes);
+    record = onTimeAxis(std::move(record), page.start);
+  if (!span.start.isValid()) noteWhatIsBefore(records, page.start, page.notes);
   page.pieces = consecutivePieces(withoutMeans(std::move(records), MeanOf::Channel));
-  page.rows = rows ? std::clamp(*rows, 1, kMostDrumRows) : rowsFor(page.pieces, rowSeconds);
+  if (rows)
+    page.rows = std::clamp(*rows, 1, kMostDrumRows);
+  else
+    page.rows = span.end.isValid() ? rowsUntil(spanSeconds, rowSeconds) : rowsFor(page.pieces, rowSeconds);
   for (auto& piece : page.pieces)
     piece = cutToPage(std::move(piece), double(page.rows) * rowSeconds);
   std::erase(page.pieces, nullptr);

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/base/Result.h"
 #include "XOV_Graphics/seismic/SeismogramRecord.h"
 
+#include <QDateTime>
 #include <QStringList>
 
 #include <cstdint>
@@ -14,9 +15,16 @@ namespace xov {
 /// More rows cannot be told apart on a page.
 inline constexpr int kMostDrumRows = 2048;
 
+/// From when to when a page reaches. What is invalid follows from the recording.
+struct XOV_EXPORT DrumSpan {
+  QDateTime start; ///< at which the first row begins
+  QDateTime end;   ///< in or at the end of the last row
+};
+
 /// A recording on a page of rows.
 struct XOV_EXPORT DrumPage {
-  SeismogramArray pieces; ///< in time order; all times count from the whole hour (UTC) at which the page starts
+  SeismogramArray pieces; ///< in time order; all times count from `start`
+  QDateTime start;        ///< at which the first row begins, UTC
   std::int32_t rows = 1;
   double gain = 1;   ///< half row heights that the largest sample may rise so that rows can be told apart
   QStringList notes; ///< what of the records is not drawn, one line each
@@ -31,9 +39,13 @@ struct XOV_EXPORT DrumPage {
 /// before and beyond the page are left out, as the view would draw them above and below the rows. A record with the
 /// samples of another one at the same time is left out, too.
 ///
-/// Refuses rows without a duration, records of several channels, and a recording of which no time is known; of
-/// others, pieces without a time are left out. Records must not be null; those that
+/// A span that is given goes before: the page starts with it, at whatever moment, and has the rows that it needs,
+/// unless `rows` tells them.
+///
+/// Refuses rows without a duration, a span that ends before it starts, records of several channels, and a recording
+/// of which no time is known; of others, pieces without a time are left out. Records must not be null; those that
 /// nobody else holds lend their samples (changedRecord()).
-XOV_EXPORT Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::optional<int> rows = {});
+XOV_EXPORT Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::optional<int> rows = {},
+                                       const DrumSpan& span = {});
 
 } // namespace xov

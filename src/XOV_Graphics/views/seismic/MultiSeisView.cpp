@@ -2,8 +2,8 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/DrawnTraces.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
-#include "XOV_Graphics/views/seismic/DrawnTraces.h"
 
 #include <cmath>
 

@@ -2,7 +2,7 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/graphics/LinearAxis.h"
-#include "XOV_Graphics/views/seismic/DrawnTraces.h"
+#include "XOV_Graphics/views/base/DrawnTraces.h"
 
 #include <cmath>
 

@@ -7,7 +7,7 @@ namespace xov {
 
 namespace {
 
-constexpr double kLeftMargin = 72;
+constexpr double kLabelMargin = 72;
 constexpr double kRightMargin = 36;
 constexpr double kBottomMargin = 36;
 constexpr double kTopMargin = 64;
@@ -15,8 +15,9 @@ constexpr double kScaleHeight = 36;
 
 } // namespace
 
-QRectF helicorderRect(const QRectF& bounds) {
-  return {bounds.x() + kLeftMargin, bounds.x() + kBottomMargin, bounds.width() - (kLeftMargin + kRightMargin),
+QRectF helicorderRect(const QRectF& bounds, RightMargin right) {
+  const double rightMargin = right == RightMargin::Labels ? kLabelMargin : kRightMargin;
+  return {bounds.x() + kLabelMargin, bounds.x() + kBottomMargin, bounds.width() - (kLabelMargin + rightMargin),
           bounds.height() - (kBottomMargin + kTopMargin)};
 }
 

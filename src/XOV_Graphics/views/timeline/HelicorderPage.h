@@ -50,7 +50,11 @@ struct HelicorderPage {
   RowRange rowsInView(double reach) const;
 };
 
-/// The plotting rectangle of a page. Its lower edge lies 36 above the x of the bounds, which is 0 as a rule.
-QRectF helicorderRect(const QRectF& bounds);
+/// What stands to the right of the rows.
+enum class RightMargin { Paper, Labels };
+
+/// The plotting rectangle of a page. Its lower edge lies 36 above the x of the bounds, which is 0 as a rule. Labels
+/// at the right take 72 points, as those at the left do, instead of 36.
+QRectF helicorderRect(const QRectF& bounds, RightMargin right = RightMargin::Paper);
 
 } // namespace xov

@@ -71,6 +71,42 @@ std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& r
   return labels;
 }
 
+QDateTime rowBegin(const HelicorderPage& page, const QDateTime& start, double row) {
+  return dateAfter(start, row * double(page.rowDuration));
+}
+
+std::vector<HourLabel> rowTimeLabels(const HelicorderPage& page, const QDateTime& start, const QTimeZone& zone,
+                                     Edge side, std::int32_t step) {
+  std::vector<HourLabel> labels;
+  const double x = side == Edge::Left ? page.rect.x() - kLabelGap : page.rect.x() + page.rect.width() + kLabelGap;
+  bool tellsMinutes = labelsTellMinutes(page);
+  std::vector<QDateTime> times;
+  std::int64_t next = 0;
+  for (const std::int32_t row : page.markedRows()) {
+    if (row < next) continue;
+    const QDateTime time = rowBegin(page, start, row).toTimeZone(zone);
+    if (!time.isValid()) continue;
+    next = std::int64_t(row) + step;
+    tellsMinutes = tellsMinutes || time.time().minute() != 0 || time.time().second() != 0;
+    times.push_back(time);
+    labels.push_back({{x, page.zeroLine(row)}, {}});
+  }
+  const QString format = tellsMinutes ? QStringLiteral("MM/dd hh:mm") : QStringLiteral("MM/dd hh");
+  for (std::size_t i = 0; i < labels.size(); ++i)
+    labels[i].text = times[i].toString(format);
+  return labels;
+}
+
+QString zoneText(const HelicorderPage& page, const QDateTime& start, const QTimeZone& zone) {
+  QStringList names;
+  for (const std::int32_t row : page.markedRows()) {
+    const QDateTime time = rowBegin(page, start, row);
+    if (time.isValid()) names.append(zone.abbreviation(time));
+    names.removeDuplicates();
+  }
+  return names.join(QLatin1Char('/'));
+}
+
 QString pageTitle(const SeismogramRecord& record) {
   const auto reference = record.mySeisReferenceTime();
   const QString date = reference ? QString::fromLatin1(reference->YMDcString()) : QString();

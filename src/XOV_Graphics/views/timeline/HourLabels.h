@@ -1,11 +1,13 @@
 #pragma once
 
+#include "XOV_Graphics/base/Edge.h"
 #include "XOV_Graphics/seismic/SeismogramRecord.h"
 #include "XOV_Graphics/views/timeline/HelicorderPage.h"
 
 #include <QDateTime>
 #include <QPointF>
 #include <QString>
+#include <QTimeZone>
 
 #include <cstdint>
 #include <vector>
@@ -25,6 +27,18 @@ struct HourLabel {
 /// are no labels.
 std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& reference, const QDateTime& startTime,
                                   std::int32_t step = 1);
+
+/// When a row begins on a page that starts at `start`; invalid when that lies too far off.
+QDateTime rowBegin(const HelicorderPage& page, const QDateTime& start, double row);
+
+/// The time in a zone at which every `step`-th marked row of a page begins that starts at `start`, beside it at the
+/// left ("middle of the right edge") or the right (middle of the left edge): "month/day hour", with minutes in all of
+/// them where a row does not begin with an hour.
+std::vector<HourLabel> rowTimeLabels(const HelicorderPage& page, const QDateTime& start, const QTimeZone& zone,
+                                     Edge side, std::int32_t step = 1);
+
+/// How a zone is called on a page, such as "CET"; "CET/CEST" where rows of it begin in both.
+QString zoneText(const HelicorderPage& page, const QDateTime& start, const QTimeZone& zone);
 
 /// Whether labels tell minutes, for which they need more room: rows hold no whole hours.
 bool labelsTellMinutes(const HelicorderPage& page);

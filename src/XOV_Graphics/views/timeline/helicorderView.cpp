@@ -1,6 +1,9 @@
 #include "XOV_Graphics/views/timeline/helicorderView.h"
 
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/DrawnTraces.h"
+#include "XOV_Graphics/views/timeline/ClipMarks.h"
+#include "XOV_Graphics/views/timeline/EventLabels.h"
 #include "XOV_Graphics/views/timeline/HelicorderMarker.h"
 #include "XOV_Graphics/views/timeline/HelicorderPage.h"
 #include "XOV_Graphics/views/timeline/HelicorderRows.h"
@@ -9,6 +12,7 @@
 #include "XOV_Graphics/views/timeline/PageStart.h"
 
 #include <cmath>
+#include <limits>
 
 namespace xov {
 
@@ -20,17 +24,34 @@ constexpr double kZeroLineWidth = 0.5;
 constexpr float kHourFontSize = 12;
 constexpr float kMinuteFontSize = 11; // the widest "month/day hour:minute" that the margin has room for
 constexpr float kLabelFontSize = 18;
+constexpr double kMillisecondsPerSecond = 1000;
+constexpr float kEventFontSize = 9;
+constexpr double kEventPaper = 0.8; // how little of the traces shows through under the labels of events
+constexpr double kHeadingRise = 4;
+constexpr double kClipMarkWidth = 2;
+const QColor kClipMarkColor(213, 94, 0); // vermilion, which no kind of colour vision takes for black
 constexpr float kBelowAllAmplitudes = -1.0e20f;
 
-PageStart startOf(const SeismogramArray& pieces) {
-  return pageStart(pieces.front() ? pieces.front()->GetSacHeader() : nullptr);
-}
-
 } // namespace
+
+// Borrowed from theHypos().
+struct helicorderView::MarkedEvent {
+  HelicorderMarker marker;
+  const EventOrigin* event;
+};
 
 helicorderView::helicorderView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {}
 
 helicorderView::~helicorderView() = default;
+
+PageStart helicorderView::startOf(const SeismogramArray& pieces) const {
+  PageStart start = xov::pageStart(pieces.front() ? pieces.front()->GetSacHeader() : nullptr);
+  if (!pageStart_.isValid() || !start.hour.isValid()) return start;
+  const double secondsToHour = double(pageStart_.msecsTo(start.hour)) / kMillisecondsPerSecond;
+  return {pageStart_.toUTC(), pageStart_.toUTC(), float(secondsToHour + double(start.offset))};
+}
+
+HelicorderPage helicorderView::page() const { return {pRect_, nRows_, rowDuration_}; }
 
 QString helicorderView::usualAxisName(Qt::Axis axis) const {
   return axis == Qt::XAxis ? QStringLiteral("time in a row (s)") : QStringLiteral("amplitude");
@@ -46,13 +67,14 @@ void helicorderView::drawRect(const QRectF& dirty) {
   setStartTime(start.hour);
   setPlotDuration(double(float(nRows_) * rowDuration_));
   const SavedState saved(context);
-  pRect_ = helicorderRect(bounds());
+  pRect_ = helicorderRect(bounds(), localZone_.isValid() ? RightMargin::Labels : RightMargin::Paper);
   iRect_ = pRect_;
   setMaxAmplitude(getAbsMaxAmplitude());
   if (pieces->front()) drawPageTitle(*pieces->front());
   if (showZeroLines_) drawZeroLines();
   drawSeismicPhases(dirty);
   drawTraces(*pieces, start.offset);
+  if (showEventLabels_) drawEventLabels();
   xmin_ = 0;
   xmax_ = rowDuration_;
   drawMinuteMarks();
@@ -66,7 +88,7 @@ void helicorderView::drawPageTitle(const SeismogramRecord& record) {
 }
 
 void helicorderView::drawZeroLines() {
-  const HelicorderPage page{pRect_, nRows_, rowDuration_};
+  const HelicorderPage page = this->page();
   Path lines;
   for (const std::int32_t row : page.markedRows()) {
     const double y = page.zeroLine(row);
@@ -79,50 +101,112 @@ void helicorderView::drawZeroLines() {
   context.strokePath(lines);
 }
 
-// The rows of a piece are one path: where they overlap, ink does not double.
+QColor helicorderView::rowColor(const HelicorderPage& page, double row, const QColor& usual) const {
+  if (rowColors_.empty()) return usual;
+  double place = row;
+  if (colorsByDay_) {
+    const QTimeZone zone = localZone_.isValid() ? localZone_ : QTimeZone::utc();
+    const auto dayOf = [&](double r) { return rowBegin(page, startTime_, r).toTimeZone(zone).date(); };
+    place = double(dayOf(0).daysTo(dayOf(row)));
+  }
+  const auto count = double(rowColors_.size());
+  return rowColors_[std::size_t(place - std::floor(place / count) * count) % rowColors_.size()];
+}
+
+// The rows of a piece that have one colour are one path: where they overlap, ink does not double.
 void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
-  const HelicorderPage page{pRect_, nRows_, rowDuration_};
+  const HelicorderPage page = this->page();
   const auto scale = amplitudeScale(gainFactor_, page.rowHeight(), maxAmplitude_);
   if (!scale || !page.holdsTraces()) return;
   const double reach = std::abs(double(gainFactor_)) / 2;
-  GraphicsContext& context = GraphicsContext::current();
+  const double limit = clipReach_ * page.rowHeight() / std::abs(*scale);
+  const bool isHeld = clipReach_ > 0 && limit <= double(std::numeric_limits<float>::max());
+  std::vector<DrawnTrace> held;
   for (std::size_t k = 0; k < pieces.size(); ++k) {
     const SeismogramRecord* const piece = pieces[k].get();
     if (piece == nullptr) continue;
     const PieceTimes times{piece->b() + offset, piece->delta(), piece->npts()};
-    Path rows;
+    std::vector<DrawnTrace> rows;
     for (Trace& trace : rowTraces(page, times, piece->GetSacSeis(), *scale, reach)) {
       trace.index = piece->sampleIndex();
-      rows.appendTrace(trace);
+      if (isHeld) {
+        trace.clampLow = -float(limit);
+        trace.clampHigh = float(limit);
+      }
+      const double row = std::round(double(trace.tOrigin) / double(rowDuration_));
+      rows.push_back({trace, rowColor(page, row, k % 2 == 1 ? colors::red : colors::black)});
     }
-    rows.setLineWidth(lineWidth_);
-    context.setColor(k % 2 == 1 ? colors::red : colors::black);
-    context.strokePath(rows);
+    strokeTraces(rows, lineWidth_);
+    if (isHeld) held.insert(held.end(), rows.begin(), rows.end());
   }
+  drawClipMarks(held);
+}
+
+void helicorderView::drawClipMarks(const std::vector<DrawnTrace>& traces) {
+  Path marks;
+  for (const DrawnTrace& drawn : traces) {
+    for (const QLineF& line : clipMarks(drawn.trace)) {
+      marks.moveTo(line.p1());
+      marks.lineTo(line.p2());
+    }
+  }
+  if (marks.isEmpty()) return;
+  marks.setLineWidth(kClipMarkWidth);
+  GraphicsContext& context = GraphicsContext::current();
+  context.setColor(kClipMarkColor);
+  context.strokePath(marks);
+}
+
+std::vector<helicorderView::MarkedEvent> helicorderView::markedEvents() const {
+  std::vector<MarkedEvent> marked;
+  const auto pieces = wvfrmArray();
+  const auto events = theHypos();
+  if (!pieces || pieces->empty() || !events) return marked;
+  const float offset = pageStart_.isValid() ? 0 : startOf(*pieces).offset;
+  const PageTime time{startTime_, plotDuration_, offset};
+  for (const auto& event : *events) {
+    if (!event) continue;
+    if (const auto marker = helicorderMarker(page(), time, *event, magThreshold_))
+      marked.push_back({*marker, event.get()});
+  }
+  return marked;
 }
 
 void helicorderView::drawSeismicPhases(const QRectF&) {
   const auto pieces = wvfrmArray();
   const auto events = theHypos();
   if (!pieces || pieces->empty() || !events || events->empty()) return;
-  const HelicorderPage page{pRect_, nRows_, rowDuration_};
-  const PageTime time{startTime_, plotDuration_, startOf(*pieces).offset};
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
-  for (const auto& event : *events) {
-    if (!event) continue;
-    const auto marker = helicorderMarker(page, time, *event, magThreshold_);
-    if (!marker) continue;
+  for (const MarkedEvent& marked : markedEvents()) {
     Path line;
-    line.moveTo(marker->line.p1());
-    line.lineTo(marker->line.p2());
-    line.setLineWidth(marker->width);
-    context.setColor(marker->color);
+    line.moveTo(marked.marker.line.p1());
+    line.lineTo(marked.marker.line.p2());
+    line.setLineWidth(marked.marker.width);
+    context.setColor(marked.marker.color);
     context.strokePath(line);
   }
   xmin_ = 0;
   xmax_ = rowDuration_;
   drawMinuteMarks();
+}
+
+void helicorderView::drawEventLabels() {
+  const auto events = theHypos(); // kept alive
+  std::vector<EventMark> marks;
+  for (const MarkedEvent& marked : markedEvents())
+    marks.push_back(
+        {marked.marker.line, eventText(*marked.event), largestMagnitude(*marked.event), marked.marker.width});
+  const TextAttributes font = TextAttributes::helvetica(kEventFontSize);
+  GraphicsContext& context = GraphicsContext::current();
+  const SavedState saved(context);
+  QColor paper = colors::white;
+  paper.setAlphaF(float(kEventPaper));
+  for (const EventLabel& label : layOutEventLabels(std::move(marks), pRect_, font)) {
+    context.setColor(paper);
+    context.fillRect(label.box);
+    context.drawText(label.text, label.box.topLeft(), font);
+  }
 }
 
 void helicorderView::drawMinuteMarks() {
@@ -144,12 +228,34 @@ void helicorderView::drawHourLabels() {
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   labelAttributes_->setColor(colors::lightGray);
-  const HelicorderPage page{pRect_, nRows_, rowDuration_};
+  const HelicorderPage page = this->page();
   setLabelFontSize(labelsTellMinutes(page) ? kMinuteFontSize : kHourFontSize);
   const std::int32_t step = rowsOfLabel(page, labelAttributes_->size(QStringLiteral("00:00")).height());
-  for (const HourLabel& label : hourLabels(page, start.reference, startTime_, step))
-    drawStringXYHJustVJust(label.text, float(label.place.x()), float(label.place.y()), 3, 2);
+  const bool startsWhereTold = pageStart_.isValid() && startTime_.isValid();
+  drawTimeLabels(startsWhereTold ? rowTimeLabels(page, startTime_, QTimeZone::utc(), Edge::Left, step)
+                                 : hourLabels(page, start.reference, startTime_, step),
+                 3);
+  if (localZone_.isValid() && startTime_.isValid()) drawLocalTime(step);
   setLabelFontSize(kLabelFontSize);
+}
+
+void helicorderView::drawTimeLabels(const std::vector<HourLabel>& labels, int hjust) {
+  if (!labels.empty())
+    setLabelFontSize(labels.front().text.contains(QLatin1Char(':')) ? kMinuteFontSize : kHourFontSize);
+  for (const HourLabel& label : labels)
+    drawStringXYHJustVJust(label.text, float(label.place.x()), float(label.place.y()), hjust, 2);
+}
+
+void helicorderView::drawLocalTime(std::int32_t step) {
+  const HelicorderPage page = this->page();
+  const std::vector<HourLabel> labels = rowTimeLabels(page, startTime_, localZone_, Edge::Right, step);
+  drawTimeLabels(labels, 1);
+  if (labels.empty()) return;
+  setLabelFontSize(kMinuteFontSize);
+  const auto y = float(page.top() + kHeadingRise);
+  const auto right = float(labels.front().place.x());
+  drawStringXYHJustVJust(QStringLiteral("UTC"), float(2 * pRect_.x() + pRect_.width() - double(right)), y, 3, 1);
+  drawStringXYHJustVJust(zoneText(page, startTime_, localZone_), right, y, 1, 1);
 }
 
 float helicorderView::getAbsMaxAmplitude() {

@@ -5,12 +5,20 @@
 #include "XOV_Graphics/seismic/SeismogramRecord.h"
 #include "XOV_Graphics/views/base/XOVView.h"
 
+#include <QColor>
 #include <QDateTime>
+#include <QTimeZone>
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace xov {
+
+struct DrawnTrace;
+struct HelicorderPage;
+struct HourLabel;
+struct PageStart;
 
 /// A continuous recording as a drum recorder draws it: rows of rowDuration() seconds from the top of the page down,
 /// each with its stretch of the trace around its own zero line, a minute scale along the bottom, date and hour beside
@@ -21,8 +29,12 @@ namespace xov {
 /// alternate in black and red. Amplitudes scale to the largest sample of all; with a gain above 1 large ones run into
 /// the neighbouring rows, as nothing is cut: samples before the page lie in rows above it, those after it below.
 ///
+/// A host may have the page start at a moment of its own (setPageStart()), its rows coloured in turn or by days,
+/// local time at the right, traces held within some rows of their zero line, with marks where they are, and events
+/// labelled.
+///
 /// Event markers carry the reference time's offset into its hour once more, so they stand that much after the origin
-/// time, in rows and beyond the page.
+/// time, in rows and beyond the page; on a page with a start of its own they stand at the origin time.
 class XOV_EXPORT helicorderView : public XOVView {
   Q_OBJECT
   Q_CLASSINFO("shows", "drum record")
@@ -32,6 +44,11 @@ class XOV_EXPORT helicorderView : public XOVView {
   Q_PROPERTY(bool showZeroLines READ showZeroLines WRITE writeShowZeroLines NOTIFY settingsChanged)
   Q_PROPERTY(bool labelHours READ labelHours WRITE writeLabelHours NOTIFY settingsChanged)
   Q_PROPERTY(double magThreshold READ magThreshold WRITE writeMagThreshold NOTIFY settingsChanged)
+
+  Q_PROPERTY(QDateTime pageStart READ pageStart WRITE writePageStart NOTIFY settingsChanged)
+  Q_PROPERTY(bool colorsByDay READ colorsByDay WRITE writeColorsByDay NOTIFY settingsChanged)
+  Q_PROPERTY(double clipReach READ clipReach WRITE writeClipReach NOTIFY settingsChanged)
+  Q_PROPERTY(bool showEventLabels READ showEventLabels WRITE writeShowEventLabels NOTIFY settingsChanged)
 
 public:
   explicit helicorderView(QWidget* parent = nullptr) : helicorderView(QRectF(), parent) {}
@@ -83,6 +100,30 @@ public:
   bool labelHours() const { return labelHours_; }
   void setLabelHours(bool hours) { change(labelHours_, hours); }
 
+  /// The moment at which the first row begins, in any zone; invalid at first, for the whole hour of the first piece.
+  /// Without a reference time of that piece it is not known where the samples lie, and the page starts as it would.
+  QDateTime pageStart() const { return pageStart_; }
+  void setPageStart(const QDateTime& start) { change(pageStart_, start); }
+  /// The colours of the rows in turn, from the first one on; empty at first, for pieces in black and red.
+  const std::vector<QColor>& rowColors() const { return rowColors_; }
+  void setRowColors(const std::vector<QColor>& colors) { change(rowColors_, colors); }
+  /// Whether rowColors() change with the day at which a row begins, in localZone() or else UTC, instead of with each
+  /// row; off at first.
+  bool colorsByDay() const { return colorsByDay_; }
+  void setColorsByDay(bool byDay) { change(colorsByDay_, byDay); }
+  /// The zone of the times at the right of the rows; invalid at first, for none. What they and those at the left are
+  /// stands above them.
+  QTimeZone localZone() const { return localZone_; }
+  void setLocalZone(const QTimeZone& zone) { change(localZone_, zone); }
+  /// How many row heights a trace may rise or fall from its zero line; what would go further stays there, and is
+  /// marked. 0 at first, and what is not above 0: as far as they go.
+  double clipReach() const { return clipReach_; }
+  void setClipReach(double rows) { change(clipReach_, rows); }
+  /// Whether magnitude and name stand beside the markers of events, as far as they do not cover each other; off at
+  /// first.
+  bool showEventLabels() const { return showEventLabels_; }
+  void setShowEventLabels(bool show) { change(showEventLabels_, show); }
+
   /// Draws the page. Sets startTime(), plotDuration(), maxAmplitude(), pRect and iRect (both the rectangle of rows
   /// and scale), xmin to 0 and xmax to rowDuration(). Without pieces the page is white.
   void drawRect(const QRectF& dirty) override;
@@ -108,6 +149,12 @@ protected:
   bool showZeroLines_ = false;
   float magThreshold_ = 4;
   bool labelHours_ = false;
+  QDateTime pageStart_;
+  std::vector<QColor> rowColors_;
+  bool colorsByDay_ = false;
+  QTimeZone localZone_;
+  double clipReach_ = 0;
+  bool showEventLabels_ = false;
 
 private:
   // What the writes of properties do: set, and draw anew.
@@ -135,10 +182,35 @@ private:
     setMagThreshold(value);
     setNeedsDisplay();
   }
+  void writePageStart(const QDateTime& start) {
+    setPageStart(start);
+    setNeedsDisplay();
+  }
+  void writeColorsByDay(bool value) {
+    setColorsByDay(value);
+    setNeedsDisplay();
+  }
+  void writeClipReach(double value) {
+    setClipReach(value);
+    setNeedsDisplay();
+  }
+  void writeShowEventLabels(bool value) {
+    setShowEventLabels(value);
+    setNeedsDisplay();
+  }
 
+  PageStart startOf(const SeismogramArray& pieces) const;
+  HelicorderPage page() const;
+  QColor rowColor(const HelicorderPage& page, double row, const QColor& usual) const;
+  struct MarkedEvent;
+  std::vector<MarkedEvent> markedEvents() const;
   void drawPageTitle(const SeismogramRecord& record);
   void drawZeroLines();
   void drawTraces(const SeismogramArray& pieces, float offset);
+  void drawClipMarks(const std::vector<DrawnTrace>& traces);
+  void drawEventLabels();
+  void drawTimeLabels(const std::vector<HourLabel>& labels, int hjust);
+  void drawLocalTime(std::int32_t step);
 };
 
 } // namespace xov

@@ -1,4 +1,4 @@
-#include "XOV_Graphics/views/seismic/DrawnTraces.h"
+#include "XOV_Graphics/views/base/DrawnTraces.h"
 
 #include "XOV_Graphics/platform/GraphicsContext.h"
 
