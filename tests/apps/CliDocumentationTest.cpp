@@ -77,7 +77,7 @@ TEST_F(CliDocumentation, completesEachCommandAndOptionInBash) {
 TEST_F(CliDocumentation, completesValuesInBash) {
   if (QStandardPaths::findExecutable("bash").isEmpty()) GTEST_SKIP() << "bash is not installed";
   writeFile("data set.SAC", "");
-  EXPECT_EQ(completed("xov se"), QStringList{"section"});
+  EXPECT_EQ(completed("xov sec"), QStringList{"section"});
   EXPECT_EQ(completed("xov --v"), QStringList{"--version"});
   EXPECT_EQ(completed("xov stack --style b"), QStringList{"bands"});
   EXPECT_EQ(completed("xov stack --style = b"), QStringList{"bands"}); // as bash takes --style=b apart
@@ -107,7 +107,7 @@ TEST_F(CliDocumentation, completesInFish) {
       names.append(line.section('\t', 0, 0));
     return names;
   };
-  EXPECT_EQ(candidates("xov se"), QStringList{"section"});
+  EXPECT_EQ(candidates("xov sec"), QStringList{"section"});
   EXPECT_EQ(candidates("xov stack --style b"), QStringList{"bands"});
   for (const QString& command : commands()) {
     const QStringList options = candidates("xov " + command + " --");

@@ -69,7 +69,7 @@ TEST_F(CliUsage, refusesWrongLinesWithStatus2AndOneLine) {
        "xov: section: --gain: found '-1', expected a number above 0 (see 'xov section --help')\n"},
       {{"section", "a", "--sort", "size"},
        "xov: section: --sort: found 'size', expected distance, azimuth or name (see 'xov section --help')\n"},
-      {{"info"}, "xov: info: FILES is required (see 'xov info --help')\n"},
+      {{"info"}, "xov: info: FILES: expected seismogram or event files, or --seedlink (see 'xov info --help')\n"},
       {{"xy"}, "xov: xy: FILE is required (see 'xov xy --help')\n"},
       {{"xy", "a", "b"}, "xov: xy: found 'b', expected no more arguments (see 'xov xy --help')\n"},
       {{"scatter"}, "xov: scatter: FILE is required (see 'xov scatter --help')\n"},

@@ -43,11 +43,13 @@ struct Parser {
   std::unique_ptr<Command> command;
 };
 
+// Those whose values may stand between commas: all but --seedlink, of which one value holds commas itself.
 Words optionsOfSeveralValues(const CommandRow& row) {
   Parser parser(row);
   Words names;
   for (const CLI::Option* option : parser.app.get_options()) {
-    if (option->get_items_expected_max() > 1 && !option->get_positional() && !takesAnyNumber(*option))
+    if (option->get_items_expected_max() > 1 && !option->get_positional() && !takesAnyNumber(*option) &&
+        option->get_delimiter() == ',')
       names.push_back(option->get_name());
   }
   return names;

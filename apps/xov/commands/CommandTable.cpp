@@ -12,6 +12,7 @@
 #include "apps/xov/commands/ResourcesCommand.h"
 #include "apps/xov/commands/ScatterCommand.h"
 #include "apps/xov/commands/SectionCommand.h"
+#include "apps/xov/commands/ServeCommand.h"
 #include "apps/xov/commands/StackCommand.h"
 #include "apps/xov/commands/ThreeCommand.h"
 #include "apps/xov/commands/XyCommand.h"
@@ -40,6 +41,7 @@ constexpr CommandRow kCommands[] = {
     {"grid", "Draw a grid of values as a coloured picture", make<GridCommand>},
     {"fk", "Draw the beam power of an array over slowness", make<FkCommand>},
     {"convert", "Write seismograms as SAC or miniSEED files", make<ConvertCommand>},
+    {"serve", "Play miniSEED files as a SeedLink server", make<ServeCommand>},
     {"info", "List what seismogram files hold", make<InfoCommand>},
     {"resources", "List base maps and plate boundaries, or import boundaries", make<ResourcesCommand>},
 };

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QCoreApplication>
 #include <QDateTime>
 
 #include <XOV_Graphics/base/TimeText.h>
@@ -12,6 +13,7 @@
 #include <XOV_Graphics/seismic/prepare/RecordCopy.h>
 #include <XOV_Graphics/seismic/prepare/RecordPicks.h>
 #include <XOV_Graphics/seismic/prepare/TimeAxis.h>
+#include <XOV_Graphics/seismic/realtime/seedlink/SeedLinkStreams.h>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -49,6 +51,11 @@ constexpr Heading kEventHeadings[] = {
     {"time", Left}, {"lat", Right}, {"lon", Right}, {"depth", Right},
     {"mag", Right}, {"type", Left}, {"name", Left}, {"file", Left},
 };
+
+constexpr Heading kStreamHeadings[] = {
+    {"net", Left}, {"sta", Left}, {"loc", Left}, {"chan", Left}, {"start", Left}, {"end", Left},
+};
+constexpr double kLongestAnswerSeconds = 60;
 
 constexpr Heading kArrivalHeadings[] = {
     {"net", Left},      {"sta", Left},    {"loc", Left},  {"chan", Left},     {"dist", Right},
@@ -188,9 +195,19 @@ TextTable eventTable() { return tableWith(kEventHeadings); }
 TextTable arrivalTable() { return tableWith(kArrivalHeadings); }
 
 void InfoCommand::addOptions(CLI::App& options) {
+  inputs_.allowNone();
   inputs_.addOptions(options, "FILES", "Seismogram or event files, folders of them, or patterns in quotes");
   options.add_flag("--arrivals", arrivals_, "Print when phases arrive at the records instead");
+  options
+      .add_option("--seedlink", seedLink_, "Print which channels a SeedLink server has, and of what time, instead")
+      ->type_name("SERVER");
   preparation_.addOptions(options);
+  options.parse_complete_callback([this] {
+    if (seedLink_.empty() && inputs_.names().isEmpty())
+      throw CLI::ValidationError("FILES", "expected seismogram or event files, or --seedlink");
+    if (!seedLink_.empty() && !inputs_.names().isEmpty())
+      throw CLI::ValidationError("--seedlink", "found files, too; expected either");
+  });
 }
 
 namespace {
@@ -307,7 +324,36 @@ ExitCode InfoCommand::printArrivals() const {
   return status;
 }
 
+ExitCode InfoCommand::printStreams() const {
+  const Result<SeedLinkAddress> server = parseSeedLinkAddress(QString::fromStdString(seedLink_));
+  if (!server) {
+    complain("--seedlink: " + server.error());
+    return ExitCode::Failed;
+  }
+  int argc = 1;
+  char name[] = "xov";
+  char* argv[] = {name, nullptr};
+  const QCoreApplication application(argc, argv);
+  Result<std::vector<SeedLinkStream>> streams = Error{};
+  const SeedLinkInquiry inquiry(*server, kLongestAnswerSeconds, [&streams](const auto& answer) {
+    streams = answer;
+    QCoreApplication::quit();
+  });
+  QCoreApplication::exec();
+  if (!streams) {
+    complain(streams.error());
+    return ExitCode::Failed;
+  }
+  TextTable table = tableWith(kStreamHeadings);
+  for (const SeedLinkStream& stream : *streams)
+    table.addRow({stream.codes[0], stream.codes[1], stream.codes[2], stream.codes[3], utcText(stream.start),
+                  utcText(stream.end)});
+  print(table.text());
+  return ExitCode::Ok;
+}
+
 ExitCode InfoCommand::run() {
+  if (!seedLink_.empty()) return printStreams();
   if (arrivals_) return printArrivals();
   Tables tables;
   const ExitCode status = fill(tables);

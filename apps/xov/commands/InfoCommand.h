@@ -10,11 +10,12 @@
 #include <XOV_Graphics/seismic/Hypocentre.h>
 #include <XOV_Graphics/seismic/SeismogramSummary.h>
 #include <XOV_Graphics/seismic/arrivals/Arrivals.h>
+#include <string>
 
 namespace xov::cli {
 
 /// `xov info`: a table of what seismogram files hold, one line a record, and one of the events of event files; or a
-/// table of the phases that arrive at the records.
+/// table of the phases that arrive at the records; or of what a SeedLink server has.
 class InfoCommand : public Command {
 public:
   void addOptions(CLI::App& options) override;
@@ -24,9 +25,11 @@ private:
   template <typename Table>
   ExitCode fill(Table& table) const;
   ExitCode printArrivals() const;
+  ExitCode printStreams() const;
 
   RecordInputs inputs_;
   bool arrivals_ = false;
+  std::string seedLink_;
   Preparation preparation_;
 };
 

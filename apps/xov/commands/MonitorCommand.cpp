@@ -1,8 +1,14 @@
 #include "apps/xov/commands/MonitorCommand.h"
 
 #include "apps/xov/inputs/Validators.h"
+#include "apps/xov/live/Interrupt.h"
+#include "apps/xov/live/LiveDisplay.h"
 
+#include <CLI/CLI.hpp>
+
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QTimer>
 
 #include <XOV_Graphics/base/TimeText.h>
@@ -23,6 +29,7 @@ constexpr double kMillisecondsPerSecond = 1000;
 constexpr double kShortestSpan = 1;
 constexpr double kLongestSpan = 86400;
 constexpr double kLargestSpeed = 1e6;
+constexpr double kLongestWait = 86400;
 
 // Redraws at a steady rate from the first event of the event loop on, until everything has arrived.
 void play(const std::shared_ptr<Replay>& replay, RealTimeDisplayView& view) {
@@ -38,10 +45,26 @@ void play(const std::shared_ptr<Replay>& replay, RealTimeDisplayView& view) {
   timer->start(kMillisecondsPerFrame);
 }
 
+// Shows what has arrived, at a steady rate.
+void showLive(const std::shared_ptr<LiveDisplay>& live, RealTimeDisplayView& view) {
+  auto* const timer = new QTimer(&view);
+  timer->setTimerType(Qt::PreciseTimer);
+  QObject::connect(timer, &QTimer::timeout, &view, [live, &view] {
+    live->show(view);
+    view.update();
+  });
+  timer->start(kMillisecondsPerFrame);
+}
+
 } // namespace
 
 void MonitorCommand::addOptions(CLI::App& options) {
+  inputs_.allowNone();
   inputs_.addOptions(options, "FILES,--replay");
+  seedLink_.addOptions(options);
+  options.add_option("--wait", waitSeconds_, "Seconds to receive before a file is written with -o (default 10)")
+      ->type_name("S")
+      ->check(numberFromTo(0, kLongestWait));
   options.add_option("--speed", speed_, "Recorded seconds a second (default 1)")
       ->type_name("N")
       ->check(numberAboveZero())
@@ -63,6 +86,54 @@ void MonitorCommand::addOptions(CLI::App& options) {
   lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options);
+  options.parse_complete_callback([this] { checkInputs(); });
+}
+
+void MonitorCommand::checkInputs() const {
+  if (seedLink_.isGiven() && !inputs_.names().isEmpty())
+    throw CLI::ValidationError("--seedlink", "found files, too; expected either");
+  seedLink_.check();
+  if (!seedLink_.isGiven() && inputs_.names().isEmpty())
+    throw CLI::ValidationError("FILES", "expected seismogram files, or --seedlink");
+}
+
+// A window shows what arrives until it is closed; a file shows what has arrived after a while.
+ExitCode MonitorCommand::runLive() const {
+  const Result<SeedLinkSettings> settings = seedLink_.settings();
+  if (!settings) {
+    complain(settings.error());
+    return ExitCode::Failed;
+  }
+  const MarkedEvents marked = events_.read();
+  const ReplaySettings shown = this->settings();
+  std::weak_ptr<LiveDisplay> shownLive; // the view's: sockets do not outlive the desktop
+  std::unique_ptr<Interrupt> interrupt;
+  ExitCode received = ExitCode::Ok;
+  const auto showInWindow = [&](const QRectF& frame) {
+    const auto live = std::make_shared<LiveDisplay>(*settings, marked.events, shown.spanSeconds, shown.edge);
+    shownLive = live;
+    interrupt = std::make_unique<Interrupt>([] { QCoreApplication::quit(); });
+    auto view = makeView(frame);
+    view->setWaveformGain(float(gain_));
+    view->setTitle(output_.titleOr(seedLink_.serverText()));
+    lineWidth_.apply(*view);
+    live->attachTo(*view);
+    live->start();
+    showLive(live, *view);
+    return view;
+  };
+  const auto showInFile = [&](XOVView& view) {
+    QEventLoop loop;
+    QTimer::singleShot(int(waitSeconds_ * kMillisecondsPerSecond), &loop, &QEventLoop::quit);
+    loop.exec();
+    const auto live = shownLive.lock();
+    live->show(static_cast<RealTimeDisplayView&>(view));
+    if (live->hasSamples()) return;
+    complain(seedLink_.serverText() + QStringLiteral(": nothing has arrived"));
+    received = ExitCode::Failed;
+  };
+  const ExitCode delivered = output_.deliver(showInWindow, showInFile);
+  return std::max({marked.status, delivered, received});
 }
 
 ReplaySettings MonitorCommand::settings() const {
@@ -101,6 +172,7 @@ std::unique_ptr<RealTimeDisplayView> MonitorCommand::makeView(const QRectF& fram
 }
 
 ExitCode MonitorCommand::run() {
+  if (seedLink_.isGiven()) return runLive();
   const Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   const MarkedEvents marked = events_.read();

@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/Replay.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/live/SeedLinkOptions.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
 
@@ -12,18 +13,23 @@
 
 namespace xov::cli {
 
-/// `xov monitor`: a real-time display of recorded seismograms, played as if they arrived now.
+/// `xov monitor`: a real-time display of what a SeedLink server sends, or of recorded seismograms, played as if they
+/// arrived now.
 class MonitorCommand : public Command {
 public:
   void addOptions(CLI::App& options) override;
   ExitCode run() override;
 
 private:
+  void checkInputs() const;
+  ExitCode runLive() const;
   ReplaySettings settings() const;
   QString outsideNote(const SeismogramArray& records) const;
   std::unique_ptr<RealTimeDisplayView> makeView(const QRectF& frame) const;
 
   RecordInputs inputs_;
+  SeedLinkOptions seedLink_;
+  double waitSeconds_ = 10;
   Preparation preparation_;
   EventInputs events_;
   LineWidthOption lineWidth_;

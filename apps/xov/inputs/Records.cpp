@@ -146,7 +146,7 @@ QString drawingNote(const QString& name, const SeismogramRecord& record) {
 } // namespace
 
 void RecordInputs::addOptions(CLI::App& options, const char* files, const char* description) {
-  options.add_option(files, arguments_, description)->required()->type_name("");
+  options.add_option(files, arguments_, description)->required(isRequired_)->type_name("");
   options
       .add_option("--channels", channels_, "Read these channels only: codes with * and ?, as 'BH?' or 'XX.*.00.BHZ'")
       ->type_name("PATTERN[,...]")

@@ -43,6 +43,9 @@ public:
   void addOptions(CLI::App& options, const char* files = "FILES",
                   const char* description = "Seismogram files, folders of them, or patterns in quotes");
 
+  /// The command works without files, too; to be said before addOptions().
+  void allowNone() { isRequired_ = false; }
+
   /// The arguments as the user gave them.
   QStringList names() const;
 
@@ -59,6 +62,7 @@ private:
   ExitCode readEach(const InputList& inputs, const FileReader& reader) const;
   SeismogramReadOptions readOptions() const;
 
+  bool isRequired_ = true;
   std::vector<std::string> arguments_;
   std::vector<std::string> channels_;
 };

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <XOV_Graphics/base/Result.h>
+#include <XOV_Graphics/seismic/realtime/seedlink/SeedLinkClient.h>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace xov::cli {
+
+/// The options of commands that receive from a SeedLink server: --seedlink, --state, --login.
+class SeedLinkOptions {
+public:
+  void addOptions(CLI::App& options);
+
+  /// Whether the user names a server.
+  bool isGiven() const { return !server_.empty(); }
+  /// Refuses a server or stations that are none, as a usage error.
+  void check() const;
+  /// "HOST:PORT", for titles and messages.
+  QString serverText() const;
+
+  /// What to receive; an error where the file of --login cannot be read. User and password come from there, or from
+  /// the environment: XOV_SEEDLINK_USER and XOV_SEEDLINK_PASSWORD.
+  Result<SeedLinkSettings> settings() const;
+
+private:
+  std::vector<std::string> server_; // and stations; none, or both
+  std::string state_;
+  std::string login_;
+};
+
+} // namespace xov::cli

@@ -1,0 +1,122 @@
+#include "tests/apps/CliFixture.h"
+#include "tests/seismic/MiniSeedBytes.h"
+
+#include <QImage>
+#include <QProcess>
+
+#include <csignal>
+
+namespace xov::cli {
+namespace {
+
+using test::MiniSeedBytes;
+
+/// A server that plays a file from 2012 at once, until the test ends.
+class CliSeedLink : public CliTest {
+protected:
+  void SetUp() override {
+    QByteArray bytes;
+    for (int second = 0; second < 60; second += 2) {
+      std::vector<std::int32_t> values; // 2 s at 40 Hz
+      for (int k = 0; k < 80; ++k)
+        values.push_back(1000 + k % 20 * 50);
+      bytes += MiniSeedBytes().time(2012, 133, 0, 0, second, 0).integers(values).bytes();
+    }
+    writeFile("day.mseed", bytes);
+  }
+  void TearDown() override { stop(); }
+
+  /// The port of a server of that file.
+  QString serve(const QStringList& options = {}) {
+    server_.setWorkingDirectory(folder_.path());
+    server_.setProcessEnvironment(environment_);
+    server_.start(QStringLiteral(XOV_COMMAND), QStringList{"serve", "day.mseed", "--port", "0"} + options);
+    EXPECT_TRUE(server_.waitForReadyRead());
+    return "localhost:" + QString::fromUtf8(server_.readLine()).trimmed().section(' ', -1);
+  }
+  int stop() {
+    if (server_.state() == QProcess::NotRunning) return server_.exitCode();
+    server_.terminate();
+    server_.waitForFinished();
+    return server_.exitStatus() == QProcess::NormalExit ? server_.exitCode() : -1;
+  }
+
+  QProcess server_;
+};
+
+TEST_F(CliSeedLink, infoListsWhatAServerHas) {
+  const QString server = serve({"--all-at-once"});
+  const Outcome outcome = xov({"info", "--seedlink", server});
+  EXPECT_EQ(outcome.status, 0) << qPrintable(outcome.err);
+  EXPECT_EQ(outcome.out, "net  sta   loc  chan  start                     end\n"
+                         "XX   TEST  00   BHZ   2012-05-12T00:00:00.000Z  2012-05-12T00:01:00.000Z\n");
+  EXPECT_EQ(stop(), 0);
+}
+
+TEST_F(CliSeedLink, monitorShowsWhatArrives) {
+  const QString server = serve({"--all-at-once"});
+  writeFile("state", "XX_TEST 0 0\n");
+  const Outcome outcome = xov({"monitor", "--seedlink", server, "XX_*:BHZ,XX_TEST", "--state", "state", "--wait", "1",
+                               "--span", "60", "-o", "plot.png"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: " + server + ": connected, SeedLink 4\n");
+  const QImage plot(at("plot.png"));
+  ASSERT_FALSE(plot.isNull());
+  // Its 30 records have been noted: the last one begins at 00:00:58.
+  EXPECT_EQ(contents("state"), "XX_TEST 30 1336780858000000\n");
+}
+
+TEST_F(CliSeedLink, monitorFailsWhereNothingArrives) {
+  const QString server = serve();
+  EXPECT_EQ(stop(), 0);
+  const Outcome outcome = xov({"monitor", "--seedlink", server, "XX_TEST", "--wait", "0.2", "-o", "plot.png"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "xov: " + server + ": Connection refused\nxov: " + server + ": nothing has arrived\n");
+  EXPECT_EQ(xov({"info", "--seedlink", server}).err, "xov: " + server + ": Connection refused\n");
+}
+
+TEST_F(CliSeedLink, wrongServersAndStationsAreUsageErrors) {
+  const auto problem = [this](const QStringList& arguments) {
+    const Outcome outcome = xov(arguments);
+    EXPECT_EQ(outcome.status, 2);
+    return outcome.err;
+  };
+  EXPECT_EQ(problem({"monitor"}),
+            "xov: monitor: FILES: expected seismogram files, or --seedlink (see 'xov monitor --help')\n");
+  EXPECT_EQ(problem({"monitor", "day.mseed", "--seedlink", "a", "GE_WLF"}),
+            "xov: monitor: --seedlink: found files, too; expected either (see 'xov monitor --help')\n");
+  EXPECT_EQ(problem({"monitor", "--seedlink", "a:b", "GE_WLF"}),
+            "xov: monitor: --seedlink: found 'a:b', expected a server as host or host:port (see 'xov monitor "
+            "--help')\n");
+  EXPECT_EQ(problem({"monitor", "--seedlink", "a", "WLF"}),
+            "xov: monitor: --seedlink: found 'WLF', expected a network and a station as GE_WLF (see 'xov monitor "
+            "--help')\n");
+  EXPECT_EQ(
+      problem({"serve", "day.mseed", "--fault", "drop=0"}),
+      "xov: serve: --fault: found 'drop=0', expected drop, stall, duplicate, reorder, cut, garbage or drip and a "
+      "number, as drop=100 (see 'xov serve --help')\n");
+}
+
+TEST_F(CliSeedLink, loginComesFromAFileOrTheEnvironment) {
+  const QString server = serve({"--all-at-once"});
+  writeFile("login", "\n");
+  const Outcome empty =
+      xov({"monitor", "--seedlink", server, "XX_TEST", "--login", "login", "--wait", "0", "-o", "plot.png"});
+  EXPECT_EQ(empty.status, 1);
+  EXPECT_EQ(empty.err, "xov: login: expected a user and a password, a line each\n");
+  writeFile("login", "me\nsecret\n");
+  EXPECT_EQ(xov({"monitor", "--seedlink", server, "XX_TEST", "--login", "login", "--wait", "0.5", "-o", "a.png"}).err,
+            "xov: " + server +
+                ": the server refuses the user's name or password: AUTH user and password are not known\n"
+                "xov: " +
+                server + ": nothing has arrived\n");
+}
+
+TEST_F(CliSeedLink, serveNamesWhatItCannotPlay) {
+  const Outcome outcome = xov({"serve", "nothing.mseed"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "xov: nothing.mseed: cannot be opened: No such file or directory\n");
+}
+
+} // namespace
+} // namespace xov::cli
