@@ -66,6 +66,21 @@ TEST_F(CliPages, panelsCountInPairs) {
   EXPECT_TRUE(QRegularExpression("Pages: +2\n").match(info).hasMatch()) << qPrintable(info);
 }
 
+TEST_F(CliPages, threeComponentsHaveAPageAStation) {
+  draw({"three", "data", "--page", "station", "-o", "a.pdf"});
+  XOV_REQUIRE_TOOL(info, "pdfinfo", {at("a.pdf")});
+  EXPECT_TRUE(QRegularExpression("Pages: +3\n").match(info).hasMatch()) << qPrintable(info);
+  EXPECT_EQ(xov({"three", "data", "--page", "2", "-o", "b.pdf"}).status, 2);
+}
+
+TEST_F(CliPages, aStationThatFitsNoComponentsIsLeftOutWithALine) {
+  const Outcome outcome = xov({"three", "data/ABC.BHZ.SAC", "data/DEF.BHZ.SAC", "data/DEF.BHZ.SAC", "--page",
+                               "station", "-o", "{station}.png"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err.count('\n'), 1) << qPrintable(outcome.err);
+  EXPECT_EQ(plots(), QStringList{"ABC.png"});
+}
+
 TEST_F(CliPages, pagesOfOneSetOfRecordsAreThoseOfEachSetAlone) {
   draw({"section", "data/ABC.BHN.SAC", "data/ABC.BHZ.SAC", "data/DEF.BHN.SAC", "data/DEF.BHZ.SAC", "--page",
         "station", "-o", "{station}.png"});

@@ -21,6 +21,7 @@ void ThreeCommand::addOptions(CLI::App& options) {
                3);
   options.add_flag("--self-scaled", selfScaled_, "Let each trace fill its panel");
   options.add_flag("--peaks", peaks_, "Print the largest amplitude of each trace");
+  pages_.addOptions(options);
   picks_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
@@ -30,19 +31,30 @@ void ThreeCommand::addOptions(CLI::App& options) {
 }
 
 ExitCode ThreeCommand::run() {
-  const Records found = preparation_.apply(inputs_.read());
+  Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   QStringList codes;
   for (const std::string& code : components_)
     codes.append(QString::fromStdString(code));
-  const Result<ThreeComponents> components = pickComponents(found.records, codes);
-  if (!components) {
+  const RecordPages groups =
+      pages_.pagesOf(std::move(found.records), [](SeismogramArray records) { return records; });
+  std::vector<ThreeComponents> stations;
+  std::vector<PlotPage> pages;
+  for (std::size_t i = 0; i < groups.count(); ++i) {
+    const Result<ThreeComponents> components = pickComponents(groups.recordsAsRead(i), codes);
+    if (components) {
+      stations.push_back(*components);
+      pages.push_back(groups.plotPages()[i]);
+      continue;
+    }
     complain(components.error() + QStringLiteral("; --channels and --components choose others"));
-    return ExitCode::Failed;
+    found.status = ExitCode::Failed;
   }
-  const SeismogramArray present = plot_.prepare(picks_.apply(presentComponents(*components)));
-  const auto shown = observationOf(*components, present);
-  const ExitCode delivered = output_.deliver(nameFieldsOf(present), [&](const QRectF& frame) {
+  if (pages.empty()) return ExitCode::Failed;
+  std::shared_ptr<StationObservation> shown; // which views do not hold themselves
+  const ExitCode delivered = output_.deliver(pages, [&](const QRectF& frame, std::size_t page) {
+    const SeismogramArray present = plot_.prepare(picks_.apply(presentComponents(stations[page])));
+    shown = observationOf(stations[page], present);
     auto view = std::make_unique<TitledView<ThreeCompView>>(frame);
     view->setObservation(shown);
     timeAxis_.apply(*view, present);

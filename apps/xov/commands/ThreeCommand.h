@@ -7,6 +7,7 @@
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/output/Output.h"
+#include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
 
 #include <string>
@@ -22,6 +23,7 @@ public:
 
 private:
   RecordInputs inputs_;
+  PageOption pages_{nullptr};
   PickOptions picks_;
   Preparation preparation_;
   RecordPlot plot_;

@@ -21,6 +21,11 @@ constexpr int kMostOnPage = 1000000;
 // Files tell the origin time of one event to the second at worst.
 constexpr double kSameOriginSeconds = 1;
 
+std::string checkWord(const std::string& text) {
+  if (text == kStation || text == kEvent) return {};
+  return "found '" + text + "', expected station or event";
+}
+
 std::string checkPage(const std::string& text) {
   if (text == kStation || text == kEvent) return {};
   bool ok = false;
@@ -54,11 +59,10 @@ const std::shared_ptr<const SeismogramArray>& RecordPages::recordsOf(std::size_t
 }
 
 void PageOption::addOptions(CLI::App& options) {
-  options
-      .add_option("--page", page_,
-                  std::string("Pages of so many ") + things_ + ", or one a station or event (default: one page)")
+  const std::string number = things_ != nullptr ? std::string("Pages of so many ") + things_ + ", or one" : "A page";
+  options.add_option("--page", page_, number + " a station or event (default: one page)")
       ->type_name("PAGE")
-      ->check(CLI::Validator(checkPage, std::string()));
+      ->check(CLI::Validator(things_ != nullptr ? checkPage : checkWord, std::string()));
 }
 
 // A unit goes where its first record belongs.

@@ -28,6 +28,8 @@ public:
   std::size_t count() const { return pages_.size(); }
   /// How many records a page has.
   std::size_t recordsOn(std::size_t page) const { return pages_[page].size(); }
+  /// The records of a page, which are ready only where all pages are.
+  const SeismogramArray& recordsAsRead(std::size_t page) const { return pages_[page]; }
   /// The records of a page, ready to be drawn, which views do not hold themselves: they stay until another page's are
   /// asked for.
   const std::shared_ptr<const SeismogramArray>& recordsOf(std::size_t page);
@@ -43,7 +45,8 @@ private:
 /// The option --page: how the records of a plot are laid on pages.
 class PageOption {
 public:
-  /// A page holds so many times `unit` records, which stay together: two of a pair. `things` is what help calls them.
+  /// A page holds so many times `unit` records, which stay together: two of a pair. `things` is what help calls them;
+  /// null where a page cannot hold so many of anything, but only a station or event.
   explicit PageOption(const char* things, std::size_t unit = 1) : things_(things), unit_(unit) {}
 
   void addOptions(CLI::App& options);
