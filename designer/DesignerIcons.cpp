@@ -80,9 +80,10 @@ void trace(double left, double right, double y, double onset, double height, con
   stroke(path, color);
 }
 
-void cells() {
+// Four columns of so many rows.
+void cells(int rows) {
   const QColor colors[] = {{40, 70, 160}, {90, 160, 200}, {240, 240, 180}, {230, 150, 60}};
-  for (int row = 0; row < 4; ++row) {
+  for (int row = 0; row < rows; ++row) {
     for (int column = 0; column < 4; ++column) {
       const auto distance = std::size_t(std::abs(row - 2) + std::abs(column - 1));
       context().setColor(colors[std::min(distance, std::size(colors) - 1)]);
@@ -169,7 +170,7 @@ void drawMotif(Motif motif) {
     line({18, 2}, {18, 22}, kAccent);
     break;
   case Motif::Cells:
-    cells();
+    cells(4);
     break;
   case Motif::Slowness:
     circle({12, 12}, 9, {});
@@ -177,6 +178,10 @@ void drawMotif(Motif motif) {
     line({2, 12}, {22, 12});
     line({12, 2}, {12, 22});
     circle({16, 15}, 2, kAccent);
+    break;
+  case Motif::Spectrogram:
+    cells(3);
+    trace(3, 21, 19, 7, 4);
     break;
   case Motif::Globe:
     globe();

@@ -1,5 +1,6 @@
 #include "designer/DesignerViews.h"
 
+#include <XOV_Graphics/views/image/SpectrogramView.h>
 #include <XOV_Graphics/views/image/XOVImageView.h>
 #include <XOV_Graphics/views/image/xovFKImageView.h>
 #include <XOV_Graphics/views/map/geoMapView.h>
@@ -50,6 +51,7 @@ const DesignerView kViews[] = {
      make<XOVRealTimeDisplayView02>},
     {"XOVImageView", "XOV_Graphics/views/image/XOVImageView.h", Motif::Cells, make<XOVImageView>},
     {"xovFKImageView", "XOV_Graphics/views/image/xovFKImageView.h", Motif::Slowness, make<xovFKImageView>},
+    {"SpectrogramView", "XOV_Graphics/views/image/SpectrogramView.h", Motif::Spectrogram, make<SpectrogramView>},
     {"geoMapView", "XOV_Graphics/views/map/geoMapView.h", Motif::Globe, make<geoMapView>},
 };
 

@@ -11,24 +11,25 @@ namespace xov::designer {
 
 /// What the icon of a view shows.
 enum class Motif {
-  Line,       ///< a curve over axes
-  Points,     ///< points over axes
-  Circles,    ///< larger points over axes
-  Peaks,      ///< a spectrum
-  Bars,       ///< a histogram
-  Columns,    ///< bars with gaps
-  Section,    ///< traces whose onsets move out
-  Overlay,    ///< two traces over each other
-  Bands,      ///< a trace in each of two bands
-  Pairs,      ///< two panels of two traces
-  Components, ///< three traces
-  Series,     ///< one trace
-  Drum,       ///< rows with a burst
-  LiveLong,   ///< traces that end at a line
-  LiveShort,  ///< one trace that ends at a line
-  Cells,      ///< coloured cells
-  Slowness,   ///< circles and a cross
-  Globe,      ///< a globe
+  Line,        ///< a curve over axes
+  Points,      ///< points over axes
+  Circles,     ///< larger points over axes
+  Peaks,       ///< a spectrum
+  Bars,        ///< a histogram
+  Columns,     ///< bars with gaps
+  Section,     ///< traces whose onsets move out
+  Overlay,     ///< two traces over each other
+  Bands,       ///< a trace in each of two bands
+  Pairs,       ///< two panels of two traces
+  Components,  ///< three traces
+  Series,      ///< one trace
+  Drum,        ///< rows with a burst
+  LiveLong,    ///< traces that end at a line
+  LiveShort,   ///< one trace that ends at a line
+  Cells,       ///< coloured cells
+  Slowness,    ///< circles and a cross
+  Spectrogram, ///< coloured cells below a trace
+  Globe,       ///< a globe
 };
 
 /// A view as Designer offers it.

@@ -27,6 +27,8 @@ drum-colors|Half a day in three colours, UTC and local time, traces held to a ro
 drum-six-hours|The same in rows of six hours at a lower gain over zero lines|drum day/*.SAC --row-duration 21600 --gain 2 --zero-lines --hours --events day/catalogue.csv --mag 5
 monitor|A real-time display, an hour after a large distant earthquake|monitor day/*.SAC --at 2025-03-12T15:00:00 --span 5400 --events day/catalogue.csv
 monitor-left|Three channels that have arrived, minutes counted from the left|monitor section/XX.KITE.00.BH{E,N,Z}.SAC --origin left --span 3600 --zone-name
+spectrogram-day|A day as a spectrogram: the noise of the working day, local earthquakes, a distant one, a gap|spectrogram day/*.SAC
+spectrogram-log|An earthquake over a logarithmic frequency axis|spectrogram section/XX.HERN.00.BHZ.SAC --log-frequency --window 60
 xy-travel-times|A line plot: travel times against distance|xy xy_travel_times.txt --xlabel 'Distance (degrees)' --ylabel 'Travel time (s)' --title 'P in IASP91, source at 24 km'
 xy-group-velocity|A line plot: group velocity against period|xy xy_group_velocity.txt --xlabel 'Period (s)' --ylabel 'Group velocity (km/s)' --title 'Rayleigh waves'
 xy-log-axis|The same over a logarithmic axis|xy xy_group_velocity.txt --log-x --xlabel 'Period (s)' --ylabel 'Group velocity (km/s)' --title 'Rayleigh waves'

@@ -13,6 +13,7 @@
 #include "apps/xov/commands/ScatterCommand.h"
 #include "apps/xov/commands/SectionCommand.h"
 #include "apps/xov/commands/ServeCommand.h"
+#include "apps/xov/commands/SpectrogramCommand.h"
 #include "apps/xov/commands/StackCommand.h"
 #include "apps/xov/commands/ThreeCommand.h"
 #include "apps/xov/commands/XyCommand.h"
@@ -34,6 +35,7 @@ constexpr CommandRow kCommands[] = {
     {"three", "Draw the three components of a station", make<ThreeCommand>},
     {"drum", "Draw a continuous recording in rows", make<DrumCommand>},
     {"monitor", "Play recordings on a real-time display", make<MonitorCommand>},
+    {"spectrogram", "Draw the power of a recording over time and frequency", make<SpectrogramCommand>},
     {"xy", "Draw two columns of numbers as a line", make<XyCommand>},
     {"scatter", "Draw two columns of numbers as circles", make<ScatterCommand>},
     {"hist", "Draw or print a column of numbers as a histogram", make<HistCommand>},

@@ -38,12 +38,16 @@ void TimeAxisOption::addOptions(CLI::App& options) {
       ->check(oneOf({kUtc, kSeconds}));
 }
 
-void TimeAxisOption::apply(SeismogramView& view, const SeismogramArray& records) const {
-  if (axis_ == kSeconds || (axis_.empty() && (prefersSeconds_ || knowsOfAnEvent(records)))) return;
+QDateTime TimeAxisOption::referenceOf(const SeismogramArray& records) const {
+  if (axis_ == kSeconds || (axis_.empty() && (prefersSeconds_ || knowsOfAnEvent(records)))) return {};
   const QDateTime reference = commonReference(records);
   if (!reference.isValid() && axis_ == kUtc)
     note(QStringLiteral("the records have no time axis in common: it shows seconds"));
-  view.setTimeReference(reference);
+  return reference;
+}
+
+void TimeAxisOption::apply(SeismogramView& view, const SeismogramArray& records) const {
+  view.setTimeReference(referenceOf(records));
 }
 
 } // namespace xov::cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QDateTime>
+
 #include <XOV_Graphics/seismic/SeismogramRecord.h>
 #include <string>
 
@@ -25,6 +27,8 @@ public:
   /// reference time and none knows of an event, whose origin seconds would count from. Says so where the user wants
   /// UTC and the records have no common reference time.
   void apply(SeismogramView& view, const SeismogramArray& records) const;
+  /// The moment that such a view counts from; invalid for seconds.
+  QDateTime referenceOf(const SeismogramArray& records) const;
 
 private:
   std::string axis_;

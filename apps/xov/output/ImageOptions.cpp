@@ -25,6 +25,14 @@ std::int32_t paletteNamed(const std::string& name) {
 } // namespace
 
 void ImageOptions::addOptions(CLI::App& options) {
+  addColorOptions(options);
+  options
+      .add_option("--color-bar", colorBar_,
+                  "Draw a bar of the colours and their values, with this title; '' for none")
+      ->type_name("TITLE");
+}
+
+void ImageOptions::addColorOptions(CLI::App& options) {
   options
       .add_option("--palette", palette_,
                   "Colours: 0 grey, 1 red to blue through white, 2 rainbow from red, 3 rainbow from blue, 4 dark red "
@@ -32,13 +40,9 @@ void ImageOptions::addOptions(CLI::App& options) {
                       palette_ + ")")
       ->type_name("PALETTE")
       ->check(oneOf({"0", "1", "2", "3", "4", kViridis, kCividis, kDawn}));
-  options.add_option("--shades", shades_, "Number of colour levels (default 64)")
+  options.add_option("--shades", shades_, "Number of colour levels (default " + std::to_string(shades_) + ")")
       ->type_name("N")
       ->check(wholeNumberFromTo(1, kMostShades));
-  options
-      .add_option("--color-bar", colorBar_,
-                  "Draw a bar of the colours and their values, with this title; '' for none")
-      ->type_name("TITLE");
   options.add_flag("--inverted", inverted_, "Turn each colour into its complement");
 }
 
@@ -48,11 +52,15 @@ void ImageOptions::addTextOption(CLI::App& options) {
 }
 
 void ImageOptions::apply(XOVImageView& view) const {
+  applyColors(view);
+  view.setShowColorBar(colorBar_.has_value());
+  view.setColorBarTitle(QString::fromStdString(colorBar_.value_or("")));
+}
+
+void ImageOptions::applyColors(XOVImageView& view) const {
   view.setPalette(paletteNamed(palette_));
   view.setNShades(shades_);
   view.setInverted(inverted_);
-  view.setShowColorBar(colorBar_.has_value());
-  view.setColorBarTitle(QString::fromStdString(colorBar_.value_or("")));
 }
 
 bool ImageOptions::writeText(XOVImageView& view) const {

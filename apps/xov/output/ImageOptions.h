@@ -15,13 +15,18 @@ namespace xov::cli {
 class ImageOptions {
 public:
   explicit ImageOptions(int palette) : palette_(std::to_string(palette)) {}
+  /// `palette` is one of the words that --palette takes.
+  ImageOptions(const char* palette, int shades) : palette_(palette), shades_(shades) {}
 
   void addOptions(CLI::App& options);
+  /// Those of the colours alone, for views that have a bar of their own.
+  void addColorOptions(CLI::App& options);
   /// --xyz, for the grid as text.
   void addTextOption(CLI::App& options);
 
   /// Hands palette, shades, inversion and colour bar to a view, before it gets its grid.
   void apply(XOVImageView& view) const;
+  void applyColors(XOVImageView& view) const;
   /// Writes the text of the view's grid where the user wants it. False, which has been said, when that fails.
   bool writeText(XOVImageView& view) const;
 

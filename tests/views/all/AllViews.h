@@ -1,6 +1,7 @@
 // Every class of view, for tests that go through all of them.
 #pragma once
 
+#include "XOV_Graphics/views/image/SpectrogramView.h"
 #include "XOV_Graphics/views/image/XOVImageView.h"
 #include "XOV_Graphics/views/image/xovFKImageView.h"
 #include "XOV_Graphics/views/map/geoMapView.h"
@@ -25,14 +26,16 @@
 namespace xov::testing {
 
 /// Those that derive from XOVView, which comes first.
-using PlotViews = ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView,
-                                   XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView,
-                                   uniformTimeSeriesView, helicorderView, realTimeDisplayView01,
-                                   XOVRealTimeDisplayView02, XOVImageView, xovFKImageView, geoMapView>;
+using PlotViews =
+    ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView, XOVHistogramView,
+                     MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView, uniformTimeSeriesView,
+                     helicorderView, realTimeDisplayView01, XOVRealTimeDisplayView02, XOVImageView, xovFKImageView,
+                     SpectrogramView, geoMapView>;
 /// Those that a host may make.
-using AllViews = ::testing::Types<XOVChartView, XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView,
-                                  spectrumView, XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView,
-                                  ThreeCompView, uniformTimeSeriesView, helicorderView, realTimeDisplayView01,
-                                  XOVRealTimeDisplayView02, XOVImageView, xovFKImageView, geoMapView>;
+using AllViews =
+    ::testing::Types<XOVChartView, XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView,
+                     XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView,
+                     uniformTimeSeriesView, helicorderView, realTimeDisplayView01, XOVRealTimeDisplayView02,
+                     XOVImageView, xovFKImageView, SpectrogramView, geoMapView>;
 
 } // namespace xov::testing

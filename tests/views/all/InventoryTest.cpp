@@ -77,6 +77,8 @@ void fill(SeisView01& view) { view.setWvfrmsArray(data().records); }
 
 void fill(SeisView02& view) { view.setWvfrmsArray(data().records); }
 
+void fill(SpectrogramView& view) { view.setRecords(data().records); }
+
 void fill(wvfrmView& view) {
   view.setXLimitsMinMax(0, 40);
   view.setMaxAmplitude(100);

@@ -267,6 +267,21 @@ void setAll(XOVImageView& view) {
   view.setColorBarTitle(QStringLiteral("and more"));
 }
 
+void setAll(SpectrogramView& view) {
+  setAll(static_cast<XOVImageView&>(view));
+  view.setUseTopoValues(true);
+  view.setShowColorBar(false);
+  view.setWindowSeconds(2.5);
+  view.setOverlap(0.25);
+  view.setLogFrequency(true);
+  view.setLowestHz(2.5);
+  view.setHighestHz(3.5);
+  view.setLowestDecibel(2.5);
+  view.setHighestDecibel(3.5);
+  view.setShowSeismogram(false);
+  view.setTimeReference(QDateTime(QDate(2011, 3, 11), QTime(5, 46, 23), Qt::UTC));
+}
+
 void setAll(geoMapView& view) {
   setAll(static_cast<XOVImageView&>(view));
   view.setShowPlates(true);

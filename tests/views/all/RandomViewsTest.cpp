@@ -2,6 +2,7 @@
 #include "XOV_Graphics/seismic/Hypocentre.h"
 #include "XOV_Graphics/seismic/SampledSignal.h"
 #include "XOV_Graphics/seismic/StationObservation.h"
+#include "XOV_Graphics/views/image/SpectrogramView.h"
 #include "XOV_Graphics/views/image/xovFKImageView.h"
 #include "XOV_Graphics/views/map/geoMapView.h"
 #include "XOV_Graphics/views/seismic/MultiSeisView.h"
@@ -280,6 +281,23 @@ Hosted liveView(RandomHost& host) {
   return hosted;
 }
 
+Hosted spectrogramView(RandomHost& host) {
+  Hosted hosted = dressed<SpectrogramView>(host);
+  auto& view = static_cast<SpectrogramView&>(*hosted.view);
+  view.setRecords(host.chance(0.9) ? host.records() : nullptr);
+  view.setWindowSeconds(host.chance(0.7) ? 0 : double(host.number()));
+  view.setOverlap(host.chance(0.7) ? 0.5 : double(host.number()));
+  view.setLogFrequency(host.chance(0.5));
+  if (host.chance(0.3)) view.setLowestHz(double(host.number()));
+  if (host.chance(0.3)) view.setHighestHz(double(host.number()));
+  if (host.chance(0.3)) view.setLowestDecibel(double(host.number()));
+  if (host.chance(0.3)) view.setHighestDecibel(double(host.number()));
+  view.setDecibelOffset(host.chance(0.7) ? 0 : double(host.number()));
+  view.setShowSeismogram(host.chance(0.7));
+  if (host.chance(0.5)) view.setTimeReference(host.time());
+  return hosted;
+}
+
 // A grid that the limits fit or not, with as many values as it needs or others.
 template <typename ViewType>
 Hosted imageView(RandomHost& host) {
@@ -321,6 +339,7 @@ const std::vector<std::pair<const char*, Maker>>& makers() {
       {"realTimeDisplayView01", liveView<realTimeDisplayView01>},
       {"XOVRealTimeDisplayView02", liveView<XOVRealTimeDisplayView02>},
       {"XOVImageView", imageView<XOVImageView>},
+      {"SpectrogramView", spectrogramView},
       {"xovFKImageView", imageView<xovFKImageView>},
   };
   return all;

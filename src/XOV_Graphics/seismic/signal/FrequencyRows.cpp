@@ -5,6 +5,15 @@
 
 namespace xov {
 
+namespace {
+
+// Along a line of their decibels, as the eye sees them.
+double between(double left, double right, double share) {
+  return left > 0 && right > 0 ? left * std::pow(right / left, share) : left + share * (right - left);
+}
+
+} // namespace
+
 FrequencyRows::FrequencyRows(int rows, double lowestHz, double highestHz, bool logarithmic)
     : rows_(rows),
       edges_(std::size_t(rows) + 1),
@@ -36,7 +45,7 @@ void FrequencyRows::setBins(std::size_t bins, double stepHz) {
   }
 }
 
-void FrequencyRows::addTo(std::span<double> column, std::span<const double> density, double factor) const {
+void FrequencyRows::addTo(std::span<double> column, std::span<const double> density) const {
   for (std::size_t row = 0; row < sources_.size(); ++row) {
     const Source& source = sources_[row];
     if (!source.exists) continue;
@@ -46,10 +55,9 @@ void FrequencyRows::addTo(std::span<double> column, std::span<const double> dens
         value += density[source.first + i];
       value /= double(source.count);
     } else {
-      const double left = density[source.first];
-      value = left + source.share * (density[std::min(source.first + 1, density.size() - 1)] - left);
+      value = between(density[source.first], density[std::min(source.first + 1, density.size() - 1)], source.share);
     }
-    column[row] += factor * value;
+    column[row] += value;
   }
 }
 

@@ -15,10 +15,10 @@ public:
   /// Prepares for spectra of so many densities `stepHz` apart, from 0 Hz on.
   void setBins(std::size_t bins, double stepHz);
 
-  /// Adds a spectrum's rows, times `factor`, to those of a column, which is as long as there are rows. A row is the
-  /// mean of the densities in it; one without any is interpolated between the neighbours of its middle. A row beyond
-  /// the last density stays as it is.
-  void addTo(std::span<double> column, std::span<const double> density, double factor) const;
+  /// Adds a spectrum's rows to those of a column, which is as long as there are rows. A row is the
+  /// mean of the densities in it; one without any lies between the neighbours of its middle, by their decibels. A row
+  /// beyond the last density stays as it is.
+  void addTo(std::span<double> column, std::span<const double> density) const;
 
 private:
   /// The mean of some densities, or a mixture of two neighbours.

@@ -20,8 +20,7 @@ inline constexpr double kLongestNoisePeriod = 100000;
 /// The power spectral density of the acceleration of the ground at a period, in dB relative to 1 (m/s²)²/Hz: a line
 /// over the logarithm of the period within each section of it. Nothing beyond the periods that the models know.
 ///
-/// Source: Peterson, J. (1993), Observations and modeling of seismic background noise, U.S. Geological Survey
-/// Open-File Report 93-322.
+/// Source: Peterson, J. (1993), U.S. Geological Survey Open-File Report 93-322.
 XOV_EXPORT std::optional<double> noiseModelDb(NoiseModel model, double periodSeconds);
 
 } // namespace xov

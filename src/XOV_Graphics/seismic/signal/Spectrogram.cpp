@@ -16,6 +16,7 @@ constexpr double kWindowsWanted = 60;
 constexpr int kShortestWindow = 6; // powers of two
 constexpr int kLongestWindow = 14;
 constexpr double kMostOverlap = 0.95;
+constexpr double kMostInColumn = 1e9; // segments
 constexpr std::size_t kLeastSegment = 4;
 constexpr double kMostSeconds = 1e15; // beyond, samples could not be told apart
 constexpr double kLowestShare = 0.05;
@@ -81,29 +82,36 @@ private:
     prepare(segment, piece.intervalSeconds);
     const double overlap = settings_.overlap >= 0 ? std::min(settings_.overlap, kMostOverlap) : 0;
     const double hop = std::max(double(segment) * (1 - overlap) * piece.intervalSeconds, piece.intervalSeconds);
-    const int each = std::max(1, int(std::ceil(std::min(columnSeconds() / hop, 1e9))));
-    const double step = columnSeconds() / each;
+    const auto each = std::int64_t(std::clamp(std::ceil(columnSeconds() / hop), 1.0, kMostInColumn));
+    const double step = columnSeconds() / double(each);
+    const double offset = piece.startSeconds - result_.startSeconds;
+    const double end = endOf(piece) - result_.startSeconds;
     FiniteSegments finite(piece.samples);
-    const double offset = (piece.startSeconds - result_.startSeconds) / columnSeconds();
-    const int first = std::clamp(int(offset), 0, result_.columns - 1);
-    const double past = (endOf(piece) - result_.startSeconds) / columnSeconds();
-    const int last = std::clamp(int(past), 0, result_.columns - 1);
-    for (int column = first; column <= last; ++column) {
-      std::fill(density_.begin(), density_.end(), 0);
-      int added = 0;
-      for (int i = 0; i < each; ++i) {
-        const double middle =
-            column * columnSeconds() + (i + 0.5) * step - (piece.startSeconds - result_.startSeconds);
-        const double begin = std::round(middle / piece.intervalSeconds - double(segment) / 2);
-        if (!(begin >= 0) || !finite.isFinite(std::size_t(begin), segment)) continue;
-        power_->add(piece.samples.subspan(std::size_t(begin), segment), density_);
-        ++added;
+    const auto most = each * result_.columns - 1;
+    const auto last = std::min(most, std::int64_t(std::min(end / step, double(most))));
+    int column = 0;
+    int added = 0;
+    for (auto i = std::int64_t(std::max(0.0, std::floor(offset / step))); i <= last; ++i) {
+      const double middle = (double(i) + 0.5) * step - offset;
+      const double begin = std::round(middle / piece.intervalSeconds - double(segment) / 2);
+      if (!(begin >= 0) || !finite.isFinite(std::size_t(begin), segment)) continue;
+      if (int(i / each) != column) {
+        finishColumn(column, added);
+        added = 0;
+        column = int(i / each);
       }
-      if (added == 0) continue;
-      const std::size_t rows = std::size_t(result_.rows);
-      rows_->addTo(std::span(sums_).subspan(std::size_t(column) * rows, rows), density_, 1);
-      counts_[std::size_t(column)] += added;
+      power_->add(piece.samples.subspan(std::size_t(begin), segment), density_);
+      ++added;
     }
+    finishColumn(column, added);
+  }
+
+  void finishColumn(int column, int added) {
+    if (added == 0) return;
+    const auto rows = std::size_t(result_.rows);
+    rows_->addTo(std::span(sums_).subspan(std::size_t(column) * rows, rows), density_);
+    counts_[std::size_t(column)] += added;
+    std::fill(density_.begin(), density_.end(), 0);
   }
 
   void prepare(std::size_t segment, double intervalSeconds) {

@@ -31,6 +31,8 @@ struct XOV_EXPORT SpectrogramSettings {
   double lowestHz = 0;       ///< of the rows; 0 on a logarithmic axis is one period a window
   double highestHz = 0;      ///< 0 for the Nyquist frequency of the first piece
   bool logFrequency = false; ///< whether rows are equally high on a logarithmic frequency axis
+
+  bool operator==(const SpectrogramSettings&) const = default;
 };
 
 /// The power spectral density of a recording over time and frequency.
@@ -73,6 +75,8 @@ XOV_EXPORT Spectrogram spectrogram(std::span<const SpectrogramPiece> pieces,
 struct XOV_EXPORT DecibelRange {
   double lowest = 0;
   double highest = 0;
+
+  bool operator==(const DecibelRange&) const = default;
 };
 XOV_EXPORT DecibelRange robustRange(std::span<const float> decibels);
 

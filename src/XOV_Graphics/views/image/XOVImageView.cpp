@@ -237,12 +237,14 @@ void XOVImageView::drawImage() {
   const SavedState saved(context);
   context.setColor(colors::white);
   context.fillRect(iRect_);
-  const ImageExtent extent{xminImage_, xmaxImage_, yminImage_, ymaxImage_, dxImage_, dyImage_};
+  const PlotLimits whole = drawnLimits({xminImage_, xmaxImage_, yminImage_, ymaxImage_}, logAxes());
+  const ImageExtent extent{whole.xmin, whole.xmax, whole.ymin, whole.ymax, dxImage_, dyImage_};
   // A picture of a grid that is not all there lacks the lower rows, or the end of its only row.
   const QSize size = showsBitmap() ? anImage_.size() : QSize(nc_, nr_);
   const QRectF held(0, nr_ - size.height(), size.width(), size.height());
-  const QRectF cells =
-      placesCellsExactly_ ? exactCells(limits(), extent, nr_, nc_) : selectedCells(limits(), extent, nr_, nc_);
+  const PlotLimits shown = drawnLimits(limits(), logAxes());
+  const bool exactly = placesCellsExactly_ || logAxes() != LogAxes();
+  const QRectF cells = exactly ? exactCells(shown, extent, nr_, nc_) : selectedCells(shown, extent, nr_, nc_);
   if (const auto place = placeImage(cells, held, anImage_.size(), iRect_))
     context.drawImage(anImage_, place->target, place->source, 1, imageKind());
 }

@@ -25,7 +25,8 @@ bool XOVImageView::writeXYZToFile(const QString& path, QString* error) {
       path,
       [this](QIODevice& device) {
         computeMinMax();
-        return writeXyzText(device, limits(), {minValue_, maxValue_}, GridNodes(limits(), nr_, nc_),
+        const PlotLimits extent = drawnLimits(limits(), logAxes());
+        return writeXyzText(device, extent, {minValue_, maxValue_}, GridNodes(extent, nr_, nc_),
                             GridValues::held(*imageFloats_, nr_, nc_));
       },
       error);

@@ -1,0 +1,91 @@
+#include "apps/xov/commands/SpectrogramCommand.h"
+
+#include "apps/xov/inputs/OptionValues.h"
+#include "apps/xov/inputs/Validators.h"
+
+#include <CLI/CLI.hpp>
+
+#include <XOV_Graphics/seismic/prepare/SpectrumPieces.h>
+#include <XOV_Graphics/views/image/SpectrogramView.h>
+#include <algorithm>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr double kLongestWindow = 1e6; // seconds
+constexpr double kMostOverlap = 0.95;
+constexpr double kFarthestDb = 2000;
+constexpr double kMostHz = 1e6;
+
+} // namespace
+
+void SpectrogramCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options);
+  options
+      .add_option("--window", window_,
+                  "Seconds that are transformed at a time (default: a power of two of samples next to a sixtieth of "
+                  "the recording)")
+      ->type_name("S")
+      ->check(numberFromTo(0, kLongestWindow));
+  options.add_option("--overlap", overlap_, "Least share of a window that the next one has, too (default 0.5)")
+      ->type_name("SHARE")
+      ->check(numberFromTo(0, kMostOverlap));
+  options.add_flag("--log-frequency", logFrequency_, "Make the frequency axis logarithmic");
+  takesExactly(options.add_option("--band", band_, "Ends of the frequency axis in Hz (default: up to Nyquist)")
+                   ->type_name("F1 F2")
+                   ->check(numberFromTo(0, kMostHz)),
+               2);
+  takesExactly(options
+                   .add_option("--db-range", decibels_,
+                               "Decibels at both ends of the colours (default: what all but the extremes reach)")
+                   ->type_name("MIN MAX")
+                   ->check(numberFromTo(-kFarthestDb, kFarthestDb)),
+               2);
+  options.add_flag("--no-seismogram", withoutSeismogram_, "Leave out the seismogram above");
+  image_.addColorOptions(options);
+  timeAxis_.addOptions(options);
+  preparation_.addOptions(options);
+  output_.addOptions(options);
+  options.parse_complete_callback([this] { checkOptions(); });
+}
+
+void SpectrogramCommand::checkOptions() const {
+  for (const auto& [option, range] : {std::pair("--band", &band_), {"--db-range", &decibels_}}) {
+    if (!range->empty() && !((*range)[0] < (*range)[1]))
+      throw CLI::ValidationError(option, "expected the second number above the first");
+  }
+}
+
+ExitCode SpectrogramCommand::run() {
+  const auto recording = readRecording(inputs_, preparation_);
+  if (!recording) return ExitCode::Failed;
+  const auto pieces = std::make_shared<const SeismogramArray>(recording->pieces);
+  const SpectralUnit unit = spectralUnitOf(*pieces);
+  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+    auto view = std::make_unique<SpectrogramView>(frame);
+    view->setRecords(pieces);
+    view->setWindowSeconds(window_);
+    view->setOverlap(overlap_);
+    view->setLogFrequency(logFrequency_);
+    if (!band_.empty()) {
+      view->setLowestHz(band_[0]);
+      view->setHighestHz(band_[1]);
+    }
+    if (!decibels_.empty()) {
+      view->setLowestDecibel(decibels_[0]);
+      view->setHighestDecibel(decibels_[1]);
+    }
+    view->setShowSeismogram(!withoutSeismogram_);
+    view->setDecibelOffset(unit.decibelOffset);
+    view->setColorBarTitle(unit.decibels);
+    image_.applyColors(*view);
+    view->setTimeReference(timeAxis_.referenceOf(*pieces));
+    view->setTitle(output_.titleOr(titleOfRecording(*pieces)));
+    view->setSubtitle(preparation_.text());
+    return view;
+  });
+  return std::max(recording->status, delivered);
+}
+
+} // namespace xov::cli

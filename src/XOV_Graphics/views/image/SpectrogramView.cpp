@@ -1,0 +1,232 @@
+#include "XOV_Graphics/views/image/SpectrogramView.h"
+
+#include "XOV_Graphics/base/Log.h"
+#include "XOV_Graphics/graphics/AGraphics.h"
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/GraphicsContext.h"
+#include "XOV_Graphics/seismic/prepare/RecordCopy.h"
+#include "XOV_Graphics/seismic/prepare/SpectrumPieces.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <new>
+
+namespace xov {
+
+namespace {
+
+// Around the picture, in points:
+//
+//        +---------------------------------------+
+//        |                  52                   |
+//        |    +-------------------+              |
+//        |    |    seismogram     |              |
+//        |    +-------------------+   colour     |
+//        |                        12             |
+//        |    +-------------------+ +-+          |
+//        | 76 |      picture      | | |  bar  24 |
+//        |    +-------------------+ +-+          |
+//        |                  60                   |
+//        +---------------------------------------+
+constexpr double kLeft = 76;
+constexpr double kRight = 24;
+constexpr double kBottom = 60;
+constexpr double kTop = 52;
+constexpr double kGap = 12;
+constexpr double kSeismogramShare = 0.2;
+
+constexpr float kFontSize = 14;
+constexpr double kTraceWidth = 0.5;
+constexpr float kXTitleDrop = 28;
+constexpr float kYTitleLeft = 32;
+constexpr double kCellsPerPoint = 2; // columns and rows, for sharp screens and paper
+constexpr int kShades = 256;
+
+int cellsAlong(double points) {
+  return int(std::clamp(std::ceil(points * kCellsPerPoint), 1.0, double(kMostSpectrogramCells)));
+}
+
+// The extremes of all samples.
+struct AmplitudeRange {
+  float lowest = std::numeric_limits<float>::infinity();
+  float highest = -std::numeric_limits<float>::infinity();
+};
+
+AmplitudeRange amplitudesOf(const SeismogramArray& records) {
+  AmplitudeRange range;
+  for (const auto& record : records) {
+    if (!record || samplesOf(*record).empty()) continue;
+    range.lowest = std::min(range.lowest, record->smin());
+    range.highest = std::max(range.highest, record->smax());
+  }
+  return range;
+}
+
+} // namespace
+
+SpectrogramView::SpectrogramView(const QRectF& frame, QWidget* parent) : XOVImageView(frame, parent) {
+  useTopoValues_ = false;
+  missingCellsTransparent_ = true;
+  showColorBar_ = true;
+  palette_ = Viridis;
+  nShades_ = kShades;
+  setPlacesCellsExactly(true);
+}
+
+SpectrogramView::~SpectrogramView() = default;
+
+QString SpectrogramView::usualAxisName(Qt::Axis axis) const {
+  return axis == Qt::XAxis ? QStringLiteral("time (s)") : QStringLiteral("frequency (Hz)");
+}
+
+void SpectrogramView::setRecords(const std::shared_ptr<const SeismogramArray>& records) { records_ = records; }
+
+void SpectrogramView::computeRects() {
+  const QRectF b = bounds();
+  pRect_ = b;
+  iRect_ = {kLeft, kBottom, b.width() - kLeft - kRight, b.height() - kBottom - kTop};
+  leaveRoomForColorBar();
+  seismogramRect_ = {};
+  if (!showSeismogram_) return;
+  const double height = kSeismogramShare * iRect_.height();
+  seismogramRect_ = {iRect_.x(), iRect_.y() + iRect_.height() - height, iRect_.width(), height};
+  iRect_.setHeight(iRect_.height() - height - kGap);
+}
+
+SpectrogramView::PictureKey SpectrogramView::wantedPicture() const {
+  SpectrogramSettings settings;
+  settings.windowSeconds = windowSeconds_;
+  settings.overlap = overlap_;
+  settings.columns = cellsAlong(iRect_.width());
+  settings.rows = cellsAlong(iRect_.height());
+  settings.lowestHz = lowestHz_;
+  settings.highestHz = highestHz_;
+  settings.logFrequency = logFrequency_;
+  return {records_, settings, decibelOffset_};
+}
+
+void SpectrogramView::computePicture() {
+  PictureKey wanted = wantedPicture();
+  if (computed_ == wanted) return;
+  picture_ = {};
+  try {
+    if (records_) picture_ = spectrogram(spectrogramPieces(*records_), wanted.settings);
+    for (float& value : picture_.decibels)
+      if (value > kNoPowerDb) value += float(decibelOffset_);
+    setImageFloats(std::make_shared<const std::vector<float>>(picture_.decibels));
+  } catch (const std::bad_alloc&) {
+    qCWarning(log, "no memory for the spectrogram");
+    picture_ = {};
+    setImageFloats(nullptr);
+  }
+  computed_ = std::move(wanted);
+  nr_ = picture_.rows;
+  nc_ = picture_.columns;
+  xminImage_ = float(picture_.startSeconds);
+  xmaxImage_ = float(picture_.endSeconds);
+  yminImage_ = float(picture_.lowestHz);
+  ymaxImage_ = float(picture_.highestHz);
+  robust_ = robustRange(picture_.decibels);
+  isColored_ = false;
+}
+
+void SpectrogramView::colorPicture() {
+  if (picture_.isEmpty()) return;
+  if (!fixedXAxisRange_) {
+    xmin_ = xminImage_;
+    xmax_ = xmaxImage_;
+  }
+  if (!fixedYAxisRange_) {
+    ymin_ = yminImage_;
+    ymax_ = ymaxImage_;
+  }
+  const DecibelRange range =
+      lowestDecibel_ < highestDecibel_ ? DecibelRange{lowestDecibel_, highestDecibel_} : robust_;
+  isColored_ = isColored_ && range == range_;
+  range_ = range;
+  computeScaleFactor();
+  if (!isColored_) setupNSImage();
+  isColored_ = true;
+}
+
+void SpectrogramView::computeScaleFactor() {
+  minValue_ = float(range_.lowest);
+  maxValue_ = float(range_.highest);
+  scaleFactor_ = maxValue_ - minValue_;
+  if (!(scaleFactor_ != 0)) scaleFactor_ = 1;
+}
+
+void SpectrogramView::drawContents() {
+  drawPaper();
+  computePicture();
+  colorPicture();
+  if (picture_.isEmpty()) return drawHeading();
+  drawImage();
+  drawSeismogram();
+  drawAxes();
+  drawColorBar();
+  drawHeading();
+}
+
+void SpectrogramView::drawSeismogram() {
+  if (!records_ || !(seismogramRect_.width() > 0) || !(seismogramRect_.height() > 0)) return;
+  const AmplitudeRange range = amplitudesOf(*records_);
+  const double height = double(range.highest) - double(range.lowest);
+  GraphicsContext& context = GraphicsContext::current();
+  const SavedState saved(context);
+  context.setColor(colors::black);
+  context.strokeRect(seismogramRect_);
+  context.clipToRect(seismogramRect_);
+  Path traces;
+  traces.setLineWidth(kTraceWidth);
+  for (const auto& record : *records_) {
+    if (!record || samplesOf(*record).empty()) continue;
+    Trace trace;
+    trace.samples = record->GetSacSeis();
+    trace.index = record->sampleIndex();
+    trace.last = record->npts();
+    trace.tOrigin = xmin_;
+    trace.xScale = seismogramRect_.width() / double(xmax_ - xmin_);
+    trace.xOffset = seismogramRect_.x();
+    trace.vOrigin = float((double(range.highest) + double(range.lowest)) / 2);
+    trace.yScale = height > 0 ? seismogramRect_.height() / height : 0;
+    trace.yOffset = seismogramRect_.center().y();
+    if (!std::isfinite(trace.xScale) || !std::isfinite(trace.yScale) || !std::isfinite(trace.vOrigin)) continue;
+    trace.settleTimes(record->b(), TraceTime::even(record->b(), record->delta()));
+    traces.appendTrace(trace);
+  }
+  context.strokePath(traces);
+}
+
+void SpectrogramView::drawAxes() {
+  if (!showAxes_) return;
+  GraphicsContext& context = GraphicsContext::current();
+  const SavedState saved(context);
+  context.setColor(colors::black);
+  beginAxes(iRect_);
+  setLabelFontSize(kFontSize);
+  const QString time = xLabelString_.isEmpty() ? QStringLiteral("Time (s)") : xLabelString_;
+  if (timeReference_.isValid())
+    ADrawUtcAxis(QStringLiteral("UTC"), timeReference_, double(xmin_), double(xmax_));
+  else
+    addAxis(AxisSide::Bottom, QString(), xmin_, xmax_);
+  addAxis(AxisSide::Left, QString(), ymin_, ymax_);
+  strokeAxisPath();
+  if (!timeReference_.isValid())
+    drawStringXYHJustVJust(time, float(iRect_.center().x()), float(iRect_.y()) - kXTitleDrop, HJust::Center,
+                           VJust::Top);
+  const QString frequency = yLabelString_.isEmpty() ? QStringLiteral("Frequency (Hz)") : yLabelString_;
+  drawRotatedStringXYHJustVJustAngle(frequency, kYTitleLeft, float(iRect_.center().y()), HJust::Center, VJust::Center,
+                                     90);
+}
+
+// The title stands above the seismogram, too.
+void SpectrogramView::drawHeading() {
+  const QRectF picture = iRect_;
+  if (showSeismogram_) iRect_.setHeight(seismogramRect_.y() + seismogramRect_.height() - iRect_.y());
+  drawTitleTopCentered();
+  iRect_ = picture;
+}
+
+} // namespace xov
