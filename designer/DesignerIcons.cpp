@@ -183,6 +183,18 @@ void drawMotif(Motif motif) {
     cells(3);
     trace(3, 21, 19, 7, 4);
     break;
+  case Motif::Noise:
+    cells(4);
+    axes();
+    line({4, 18}, {20, 8}, kAccent);
+    break;
+  case Motif::Spectra:
+    axes();
+    line({5, 19}, {11, 16});
+    line({11, 16}, {20, 9});
+    line({5, 14}, {11, 12}, kAccent);
+    line({11, 12}, {20, 6}, kAccent);
+    break;
   case Motif::Globe:
     globe();
     break;

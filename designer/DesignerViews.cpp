@@ -1,5 +1,6 @@
 #include "designer/DesignerViews.h"
 
+#include <XOV_Graphics/views/image/NoiseStatisticsView.h>
 #include <XOV_Graphics/views/image/SpectrogramView.h>
 #include <XOV_Graphics/views/image/XOVImageView.h>
 #include <XOV_Graphics/views/image/xovFKImageView.h>
@@ -13,6 +14,7 @@
 #include <XOV_Graphics/views/timeline/XOVRealTimeDisplayView02.h>
 #include <XOV_Graphics/views/timeline/helicorderView.h>
 #include <XOV_Graphics/views/timeline/realTimeDisplayView01.h>
+#include <XOV_Graphics/views/xy/PowerSpectraView.h>
 #include <XOV_Graphics/views/xy/XOV2DScatterPlotView.h>
 #include <XOV_Graphics/views/xy/XOVChartView.h>
 #include <XOV_Graphics/views/xy/XOVHistogramView.h>
@@ -52,6 +54,9 @@ const DesignerView kViews[] = {
     {"XOVImageView", "XOV_Graphics/views/image/XOVImageView.h", Motif::Cells, make<XOVImageView>},
     {"xovFKImageView", "XOV_Graphics/views/image/xovFKImageView.h", Motif::Slowness, make<xovFKImageView>},
     {"SpectrogramView", "XOV_Graphics/views/image/SpectrogramView.h", Motif::Spectrogram, make<SpectrogramView>},
+    {"NoiseStatisticsView", "XOV_Graphics/views/image/NoiseStatisticsView.h", Motif::Noise,
+     make<NoiseStatisticsView>},
+    {"PowerSpectraView", "XOV_Graphics/views/xy/PowerSpectraView.h", Motif::Spectra, make<PowerSpectraView>},
     {"geoMapView", "XOV_Graphics/views/map/geoMapView.h", Motif::Globe, make<geoMapView>},
 };
 

@@ -29,6 +29,8 @@ enum class Motif {
   Cells,       ///< coloured cells
   Slowness,    ///< circles and a cross
   Spectrogram, ///< coloured cells below a trace
+  Noise,       ///< coloured cells over axes
+  Spectra,     ///< two falling curves over axes
   Globe,       ///< a globe
 };
 

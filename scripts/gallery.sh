@@ -29,6 +29,9 @@ monitor|A real-time display, an hour after a large distant earthquake|monitor da
 monitor-left|Three channels that have arrived, minutes counted from the left|monitor section/XX.KITE.00.BH{E,N,Z}.SAC --origin left --span 3600 --zone-name
 spectrogram-day|A day as a spectrogram: the noise of the working day, local earthquakes, a distant one, a gap|spectrogram day/*.SAC
 spectrogram-log|An earthquake over a logarithmic frequency axis|spectrogram section/XX.HERN.00.BHZ.SAC --log-frequency --window 60
+spectrum-stations|Power spectra of one earthquake at three stations, multitaper, smoothed|spectrum section/XX.{FINK,RAIL,HERN}.00.BHZ.SAC --method multitaper --smooth konno-ohmachi
+spectrum-noise|The noise of a day between Peterson's models|spectrum day/*.SAC --noise-models --smooth konno-ohmachi
+ppsd|How often the noise of a day has which power|ppsd day/*.SAC
 xy-travel-times|A line plot: travel times against distance|xy xy_travel_times.txt --xlabel 'Distance (degrees)' --ylabel 'Travel time (s)' --title 'P in IASP91, source at 24 km'
 xy-group-velocity|A line plot: group velocity against period|xy xy_group_velocity.txt --xlabel 'Period (s)' --ylabel 'Group velocity (km/s)' --title 'Rayleigh waves'
 xy-log-axis|The same over a logarithmic axis|xy xy_group_velocity.txt --log-x --xlabel 'Period (s)' --ylabel 'Group velocity (km/s)' --title 'Rayleigh waves'

@@ -45,8 +45,8 @@ protected:
 };
 
 TEST_F(CliDocumentation, knowsItsCommands) {
-  for (const char* command : {"section", "panels", "stack", "three", "drum", "monitor", "spectrogram", "xy",
-                              "scatter", "hist", "map", "grid", "fk", "info", "resources"})
+  for (const char* command : {"section", "panels", "stack", "three", "drum", "monitor", "spectrogram", "spectrum",
+                              "ppsd", "xy", "scatter", "hist", "map", "grid", "fk", "info", "resources"})
     EXPECT_TRUE(commands().contains(command)) << command;
   EXPECT_TRUE(longOptions("section").contains("zero-lines"));
 }

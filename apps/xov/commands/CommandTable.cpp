@@ -9,11 +9,13 @@
 #include "apps/xov/commands/MapCommand.h"
 #include "apps/xov/commands/MonitorCommand.h"
 #include "apps/xov/commands/PanelsCommand.h"
+#include "apps/xov/commands/PpsdCommand.h"
 #include "apps/xov/commands/ResourcesCommand.h"
 #include "apps/xov/commands/ScatterCommand.h"
 #include "apps/xov/commands/SectionCommand.h"
 #include "apps/xov/commands/ServeCommand.h"
 #include "apps/xov/commands/SpectrogramCommand.h"
+#include "apps/xov/commands/SpectrumCommand.h"
 #include "apps/xov/commands/StackCommand.h"
 #include "apps/xov/commands/ThreeCommand.h"
 #include "apps/xov/commands/XyCommand.h"
@@ -36,6 +38,8 @@ constexpr CommandRow kCommands[] = {
     {"drum", "Draw a continuous recording in rows", make<DrumCommand>},
     {"monitor", "Play recordings on a real-time display", make<MonitorCommand>},
     {"spectrogram", "Draw the power of a recording over time and frequency", make<SpectrogramCommand>},
+    {"spectrum", "Draw power spectra of recordings over frequency", make<SpectrumCommand>},
+    {"ppsd", "Draw how often the noise of a recording has which power", make<PpsdCommand>},
     {"xy", "Draw two columns of numbers as a line", make<XyCommand>},
     {"scatter", "Draw two columns of numbers as circles", make<ScatterCommand>},
     {"hist", "Draw or print a column of numbers as a histogram", make<HistCommand>},

@@ -2,6 +2,7 @@
 
 #include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
+#include "apps/xov/output/RecordNames.h"
 
 #include <CLI/CLI.hpp>
 
@@ -46,7 +47,7 @@ void SpectrogramCommand::addOptions(CLI::App& options) {
   image_.addColorOptions(options);
   timeAxis_.addOptions(options);
   preparation_.addOptions(options);
-  output_.addOptions(options);
+  output_.addOptions(options, recordFieldNames());
   options.parse_complete_callback([this] { checkOptions(); });
 }
 
@@ -62,7 +63,7 @@ ExitCode SpectrogramCommand::run() {
   if (!recording) return ExitCode::Failed;
   const auto pieces = std::make_shared<const SeismogramArray>(recording->pieces);
   const SpectralUnit unit = spectralUnitOf(*pieces);
-  const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
+  const ExitCode delivered = output_.deliver(nameFieldsOf(*pieces), [&](const QRectF& frame) {
     auto view = std::make_unique<SpectrogramView>(frame);
     view->setRecords(pieces);
     view->setWindowSeconds(window_);

@@ -54,6 +54,8 @@ void ColumnInputs::complainOf(const QString& what) const {
   complain(fileNameFromBytes(file_) + QStringLiteral(": ") + what);
 }
 
+void ColumnInputs::noteOf(const QString& what) const { note(fileNameFromBytes(file_) + QStringLiteral(": ") + what); }
+
 QString ColumnInputs::xLabelOr(const QString& fallback) const { return textOr(xLabel_, fallback); }
 
 QString ColumnInputs::yLabelOr(const QString& fallback) const { return textOr(yLabel_, fallback); }

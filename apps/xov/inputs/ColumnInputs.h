@@ -29,6 +29,8 @@ public:
 
   /// Says what is wrong with the contents of the file.
   void complainOf(const QString& what) const;
+  /// The same for what does not make the command fail: note().
+  void noteOf(const QString& what) const;
 
   /// The label that the user gave, an empty one included, or else `fallback`.
   QString xLabelOr(const QString& fallback) const;

@@ -29,7 +29,7 @@ void LogAxisOptions::leaveOutWhatHasNoPlace(ColumnData& data, const ColumnInputs
     if (!hasPlace) ++leftOut;
   }
   if (leftOut == 0) return;
-  inputs.complainOf(
+  inputs.noteOf(
       QStringLiteral("%1 of %2 rows are not above 0 and have no place on a logarithmic axis").arg(leftOut).arg(rows));
 }
 

@@ -1,4 +1,4 @@
-#include "XOV_Graphics/seismic/signal/NoiseModels.h"
+#include "XOV_Graphics/seismic/signal/NoiseModelCurve.h"
 
 #include <gtest/gtest.h>
 
@@ -45,6 +45,19 @@ TEST(NoiseModels, knowNothingBeyondTheirPeriods) {
   for (const double period : {0.0, -1.0, 0.0999, 100001.0, std::numeric_limits<double>::quiet_NaN(),
                               std::numeric_limits<double>::infinity()})
     EXPECT_FALSE(noiseModelDb(NoiseModel::Low, period)) << period;
+}
+
+TEST(NoiseModels, areLinesBetweenFrequencies) {
+  const NoiseModelCurve curve(NoiseModel::Low, 0.01, 1);
+  ASSERT_EQ(curve.hz.size(), curve.decibels.size());
+  EXPECT_NEAR(curve.hz.front(), 0.01, 1e-8);
+  EXPECT_NEAR(curve.hz.back(), 1, 1e-6);
+  EXPECT_NEAR(curve.decibels.front(), -185.07, 1e-2); // at 100 s
+  EXPECT_NEAR(curve.decibels.back(), -166.40, 1e-2);
+  EXPECT_EQ(NoiseModelCurve(NoiseModel::Low, 1, 0.01).hz, curve.hz);
+  EXPECT_NEAR(NoiseModelCurve(NoiseModel::High, 1e-9, 1e9).hz.back(), 10, 1e-5);
+  for (const double odd : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN(), 1e300})
+    EXPECT_TRUE(NoiseModelCurve(NoiseModel::Low, odd, odd).hz.empty()) << odd;
 }
 
 } // namespace

@@ -167,9 +167,14 @@ TEST(PowerSpectrum, smoothingKeepsAConstantAndThinsManyFrequencies) {
     spectrum.density.push_back(7);
   }
   const PowerSpectrum smooth = konnoOhmachi(spectrum);
-  EXPECT_EQ(smooth.hz.size(), 501u); // five decades
-  EXPECT_NEAR(smooth.hz.front(), 0.001, 1e-12);
-  EXPECT_NEAR(smooth.hz.back(), 100, 1e-9);
+  // The 43rd frequency and the 44th are a hundredth of a decade apart, 2.33 %; log10(100 / 0.044) = 3.36 decades
+  // follow.
+  EXPECT_NEAR(double(smooth.hz.size()), 43 + 336, 3);
+  EXPECT_EQ(smooth.hz.front(), spectrum.hz[1]);
+  EXPECT_EQ(smooth.hz[20], spectrum.hz[21]);
+  EXPECT_EQ(smooth.hz.back(), spectrum.hz.back());
+  for (std::size_t i = 44; i < smooth.hz.size(); ++i)
+    EXPECT_LT(smooth.hz[i] / smooth.hz[i - 1], 1.0234);
   for (const double density : smooth.density)
     EXPECT_NEAR(density, 7, 1e-9);
 }

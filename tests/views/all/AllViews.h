@@ -1,6 +1,7 @@
 // Every class of view, for tests that go through all of them.
 #pragma once
 
+#include "XOV_Graphics/views/image/NoiseStatisticsView.h"
 #include "XOV_Graphics/views/image/SpectrogramView.h"
 #include "XOV_Graphics/views/image/XOVImageView.h"
 #include "XOV_Graphics/views/image/xovFKImageView.h"
@@ -14,6 +15,7 @@
 #include "XOV_Graphics/views/timeline/XOVRealTimeDisplayView02.h"
 #include "XOV_Graphics/views/timeline/helicorderView.h"
 #include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
+#include "XOV_Graphics/views/xy/PowerSpectraView.h"
 #include "XOV_Graphics/views/xy/XOV2DScatterPlotView.h"
 #include "XOV_Graphics/views/xy/XOVChartView.h"
 #include "XOV_Graphics/views/xy/XOVHistogramView.h"
@@ -30,12 +32,12 @@ using PlotViews =
     ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView, XOVHistogramView,
                      MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView, uniformTimeSeriesView,
                      helicorderView, realTimeDisplayView01, XOVRealTimeDisplayView02, XOVImageView, xovFKImageView,
-                     SpectrogramView, geoMapView>;
+                     SpectrogramView, NoiseStatisticsView, PowerSpectraView, geoMapView>;
 /// Those that a host may make.
-using AllViews =
-    ::testing::Types<XOVChartView, XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView,
-                     XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView,
-                     uniformTimeSeriesView, helicorderView, realTimeDisplayView01, XOVRealTimeDisplayView02,
-                     XOVImageView, xovFKImageView, SpectrogramView, geoMapView>;
+using AllViews = ::testing::Types<XOVChartView, XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView,
+                                  spectrumView, XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView,
+                                  ThreeCompView, uniformTimeSeriesView, helicorderView, realTimeDisplayView01,
+                                  XOVRealTimeDisplayView02, XOVImageView, xovFKImageView, SpectrogramView,
+                                  NoiseStatisticsView, PowerSpectraView, geoMapView>;
 
 } // namespace xov::testing

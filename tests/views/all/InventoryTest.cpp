@@ -79,6 +79,19 @@ void fill(SeisView02& view) { view.setWvfrmsArray(data().records); }
 
 void fill(SpectrogramView& view) { view.setRecords(data().records); }
 
+void fill(NoiseStatisticsView& view) {
+  NoiseStatistics statistics;
+  statistics.periods = {1, 2, 4};
+  statistics.segments = 2;
+  statistics.decibels = {-100, -110, -120, -101, -112, -123};
+  view.setStatistics(std::make_shared<const NoiseStatistics>(statistics));
+}
+
+void fill(PowerSpectraView& view) {
+  view.setCurves(std::make_shared<const SpectrumCurves>(SpectrumCurves{
+      {QStringLiteral("one"), {1, 2, 3}, {5, 7, 6}, {}}, {QStringLiteral("two"), {1, 2, 3}, {1, 2, 4}, {}}}));
+}
+
 void fill(wvfrmView& view) {
   view.setXLimitsMinMax(0, 40);
   view.setMaxAmplitude(100);

@@ -282,6 +282,22 @@ void setAll(SpectrogramView& view) {
   view.setTimeReference(QDateTime(QDate(2011, 3, 11), QTime(5, 46, 23), Qt::UTC));
 }
 
+void setAll(NoiseStatisticsView& view) {
+  setAll(static_cast<XOVImageView&>(view));
+  view.setUseTopoValues(true);
+  view.setShowColorBar(false);
+  view.setShowNoiseModels(true);
+  view.setShowPercentiles(false);
+}
+
+void setAll(PowerSpectraView& view) {
+  setAll(static_cast<XOVView&>(view));
+  view.setLogX(false);
+  view.setLogY(false);
+  view.setShowNoiseModels(true);
+  view.setShowLegend(false);
+}
+
 void setAll(geoMapView& view) {
   setAll(static_cast<XOVImageView&>(view));
   view.setShowPlates(true);

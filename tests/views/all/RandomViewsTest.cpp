@@ -2,6 +2,7 @@
 #include "XOV_Graphics/seismic/Hypocentre.h"
 #include "XOV_Graphics/seismic/SampledSignal.h"
 #include "XOV_Graphics/seismic/StationObservation.h"
+#include "XOV_Graphics/views/image/NoiseStatisticsView.h"
 #include "XOV_Graphics/views/image/SpectrogramView.h"
 #include "XOV_Graphics/views/image/xovFKImageView.h"
 #include "XOV_Graphics/views/map/geoMapView.h"
@@ -14,6 +15,7 @@
 #include "XOV_Graphics/views/timeline/XOVRealTimeDisplayView02.h"
 #include "XOV_Graphics/views/timeline/helicorderView.h"
 #include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
+#include "XOV_Graphics/views/xy/PowerSpectraView.h"
 #include "XOV_Graphics/views/xy/XOV2DScatterPlotView.h"
 #include "XOV_Graphics/views/xy/XOVHistogramView.h"
 #include "XOV_Graphics/views/xy/spectrumView.h"
@@ -298,6 +300,35 @@ Hosted spectrogramView(RandomHost& host) {
   return hosted;
 }
 
+Hosted noiseView(RandomHost& host) {
+  Hosted hosted = dressed<NoiseStatisticsView>(host);
+  auto& view = static_cast<NoiseStatisticsView&>(*hosted.view);
+  NoiseStatistics statistics;
+  const std::size_t periods = std::size_t(host.count(20));
+  for (std::size_t i = 0; i < periods; ++i)
+    statistics.periods.push_back(host.chance(0.8) ? std::exp2(double(i) / 8) : double(host.number()));
+  statistics.segments = std::size_t(host.count(10));
+  for (std::size_t i = 0; i < periods * statistics.segments; ++i)
+    statistics.decibels.push_back(host.chance(0.8) ? float(-host.count(200)) : host.number());
+  view.setShowNoiseModels(host.chance(0.5));
+  view.setStatistics(host.chance(0.9) ? std::make_shared<const NoiseStatistics>(statistics) : nullptr);
+  return hosted;
+}
+
+Hosted spectraView(RandomHost& host) {
+  Hosted hosted = dressed<PowerSpectraView>(host);
+  auto& view = static_cast<PowerSpectraView&>(*hosted.view);
+  const auto curves = std::make_shared<SpectrumCurves>();
+  for (int n = host.count(host.chance(0.9) ? 5 : 100); n > 0; --n)
+    curves->push_back({QString(host.count(20), QLatin1Char('n')), host.samples(300), host.samples(300), {}});
+  view.setCurves(host.chance(0.9) ? curves : nullptr);
+  view.setLogX(host.chance(0.7));
+  view.setLogY(host.chance(0.5));
+  view.setShowNoiseModels(host.chance(0.5));
+  view.setShowLegend(host.chance(0.8));
+  return hosted;
+}
+
 // A grid that the limits fit or not, with as many values as it needs or others.
 template <typename ViewType>
 Hosted imageView(RandomHost& host) {
@@ -340,6 +371,8 @@ const std::vector<std::pair<const char*, Maker>>& makers() {
       {"XOVRealTimeDisplayView02", liveView<XOVRealTimeDisplayView02>},
       {"XOVImageView", imageView<XOVImageView>},
       {"SpectrogramView", spectrogramView},
+      {"NoiseStatisticsView", noiseView},
+      {"PowerSpectraView", spectraView},
       {"xovFKImageView", imageView<xovFKImageView>},
   };
   return all;

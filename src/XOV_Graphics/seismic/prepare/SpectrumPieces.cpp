@@ -4,6 +4,9 @@
 #include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
 
 namespace xov {
 
@@ -33,6 +36,24 @@ std::vector<SpectrogramPiece> spectrogramPieces(const SeismogramArray& records) 
   }
   std::ranges::stable_sort(pieces, {}, &SpectrogramPiece::startSeconds);
   return pieces;
+}
+
+std::vector<float> joinedSamples(const std::vector<SpectrogramPiece>& pieces) {
+  std::vector<float> samples;
+  for (const SpectrogramPiece& piece : pieces) {
+    if (piece.intervalSeconds != pieces.front().intervalSeconds) continue;
+    if (!samples.empty()) samples.push_back(std::numeric_limits<float>::quiet_NaN());
+    samples.insert(samples.end(), piece.samples.begin(), piece.samples.end());
+  }
+  return samples;
+}
+
+// Each derivative multiplies amplitudes by 2πf.
+std::optional<double> decibelsToAcceleration(GroundMotion motion, double hz) {
+  if (motion == GroundMotion::Acceleration) return 0;
+  if (!(hz > 0)) return {};
+  const double derivative = 20 * std::log10(2 * std::numbers::pi * hz);
+  return motion == GroundMotion::Velocity ? derivative : 2 * derivative;
 }
 
 SpectralUnit spectralUnitOf(const SeismogramArray& records) {

@@ -16,6 +16,10 @@ namespace xov {
 /// records'. Null records and those without samples are left out.
 XOV_EXPORT std::vector<SpectrogramPiece> spectrogramPieces(const SeismogramArray& records);
 
+/// The samples of pieces one behind the other, with a NaN between them, for spectra of the whole; those that have the
+/// sample interval of the first. Throws std::bad_alloc when memory does not allow it.
+XOV_EXPORT std::vector<float> joinedSamples(const std::vector<SpectrogramPiece>& pieces);
+
 /// What the power spectral densities of records are.
 struct XOV_EXPORT SpectralUnit {
   std::optional<GroundMotion> motion; ///< of the ground, as far as all records agree
@@ -26,5 +30,9 @@ struct XOV_EXPORT SpectralUnit {
 
 /// Of records whose headers say so (SacHeader::idep): nm, nm/s or nm/s².
 XOV_EXPORT SpectralUnit spectralUnitOf(const SeismogramArray& records);
+
+/// What to add to the dB of a density at a frequency, in SI units, to make it one of acceleration. Nothing for 0 Hz,
+/// where only acceleration itself is known.
+XOV_EXPORT std::optional<double> decibelsToAcceleration(GroundMotion motion, double hz);
 
 } // namespace xov

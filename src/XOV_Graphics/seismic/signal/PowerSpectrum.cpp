@@ -53,17 +53,22 @@ std::vector<double> sineTaper(std::size_t n, int k) {
   return taper;
 }
 
-// Those of a spectrum with many frequencies, from the first above 0 to the last.
-std::vector<double> logarithmicCenters(const PowerSpectrum& spectrum) {
-  const auto first = std::ranges::find_if(spectrum.hz, [](double hz) { return hz > 0; });
-  if (first == spectrum.hz.end()) return {};
-  const double decades = std::log10(spectrum.hz.back() / *first);
-  const auto intervals = std::size_t(std::ceil(decades * kCentersPerDecade));
-  const auto own = std::size_t(spectrum.hz.end() - first);
-  if (own <= intervals + 1) return {first, spectrum.hz.end()};
-  std::vector<double> centers(intervals + 1);
-  for (std::size_t i = 0; i <= intervals; ++i)
-    centers[i] = *first * std::pow(10.0, decades * double(i) / double(intervals));
+// The spectrum's own frequencies above 0 as long as they are farther apart than the steps of a decade, then these up
+// to the last one.
+std::vector<double> smoothingCenters(const std::vector<double>& hz) {
+  const double ratio = std::pow(10.0, 1 / kCentersPerDecade);
+  std::vector<double> centers;
+  for (std::size_t j = 0; j < hz.size(); ++j) {
+    if (!(hz[j] > 0)) continue;
+    const bool isLast = j + 1 == hz.size();
+    if (!isLast && !centers.empty() && hz[j] < centers.back() * ratio && hz[j + 1] < hz[j] * ratio) break;
+    centers.push_back(hz[j]);
+  }
+  if (centers.empty() || centers.back() == hz.back()) return centers;
+  const double first = centers.back();
+  const double intervals = std::ceil(std::log10(hz.back() / first) * kCentersPerDecade);
+  for (double i = 1; i <= intervals; ++i)
+    centers.push_back(i < intervals ? first * std::pow(hz.back() / first, i / intervals) : hz.back());
   return centers;
 }
 
@@ -128,7 +133,7 @@ PowerSpectrum konnoOhmachi(const PowerSpectrum& spectrum, double bandwidth) {
   PowerSpectrum smooth;
   smooth.segments = spectrum.segments;
   if (!(bandwidth > 0) || spectrum.density.size() != spectrum.hz.size()) return smooth;
-  smooth.hz = logarithmicCenters(spectrum);
+  smooth.hz = smoothingCenters(spectrum.hz);
   smooth.density.reserve(smooth.hz.size());
   std::vector<double> logs(spectrum.hz.size());
   std::ranges::transform(spectrum.hz, logs.begin(), [](double hz) { return std::log10(hz); });

@@ -55,8 +55,8 @@ inline constexpr double kUsualBandwidth = 40;
 /// A spectrum smoothed equally on a logarithmic frequency axis (Konno, K. and T. Ohmachi (1998), Ground-motion
 /// characteristics estimated from spectral ratio between horizontal and vertical components of microtremor, Bull.
 /// Seismol. Soc. Am. 88, 228-241): weights [sin(b log10(f/fc)) / (b log10(f/fc))]⁴ about each centre fc, up to their
-/// third zero. Larger bandwidths b smooth less. A spectrum of many frequencies gets 100 centres a decade; one of
-/// fewer keeps its own, but 0 Hz.
+/// third zero. Larger bandwidths b smooth less. The centres are the spectrum's own frequencies above 0 as long as
+/// these are farther apart than 100 a decade, and so many a decade from there on.
 XOV_EXPORT PowerSpectrum konnoOhmachi(const PowerSpectrum& spectrum, double bandwidth = kUsualBandwidth);
 
 } // namespace xov

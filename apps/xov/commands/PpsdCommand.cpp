@@ -1,0 +1,98 @@
+#include "apps/xov/commands/PpsdCommand.h"
+
+#include "apps/xov/inputs/OptionValues.h"
+#include "apps/xov/inputs/Validators.h"
+#include "apps/xov/output/RecordNames.h"
+
+#include <CLI/CLI.hpp>
+
+#include <XOV_Graphics/seismic/prepare/SpectrumPieces.h>
+#include <XOV_Graphics/seismic/signal/NoiseStatistics.h>
+#include <XOV_Graphics/views/image/NoiseStatisticsView.h>
+#include <algorithm>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr double kLongestSegment = 1e6; // seconds
+constexpr double kMostOverlap = 0.95;
+constexpr double kFarthestDb = 2000;
+
+// In dB of the acceleration of the ground where that is known, else of the samples.
+void convert(NoiseStatistics& statistics, const SpectralUnit& unit) {
+  for (std::size_t i = 0; i < statistics.decibels.size(); ++i) {
+    float& value = statistics.decibels[i];
+    if (!(value > kNoPowerDb)) continue;
+    const double hz = 1 / statistics.periods[i % statistics.periods.size()];
+    const double more = unit.motion ? *decibelsToAcceleration(*unit.motion, hz) : 0;
+    value += float(unit.decibelOffset + more);
+  }
+}
+
+} // namespace
+
+void PpsdCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options);
+  options.add_option("--segment", segment_, "Seconds of the segments that are counted (default 3600)")
+      ->type_name("S")
+      ->check(numberFromTo(1, kLongestSegment));
+  options.add_option("--overlap", overlap_, "Share of a segment that the next one has, too (default 0.5)")
+      ->type_name("SHARE")
+      ->check(numberFromTo(0, kMostOverlap));
+  takesExactly(
+      options.add_option("--db-range", decibels_, "Ends of the axis of decibels (default: those of the noise)")
+          ->type_name("MIN MAX")
+          ->check(numberFromTo(-kFarthestDb, kFarthestDb)),
+      2);
+  options.add_flag("--no-noise-models", withoutNoiseModels_, "Leave out the New Low and High Noise Models");
+  options.add_flag("--no-percentiles", withoutPercentiles_,
+                   "Leave out the lines of the 10th, 50th and 90th percentile");
+  image_.addColorOptions(options);
+  preparation_.addOptions(options);
+  output_.addOptions(options, recordFieldNames());
+  options.parse_complete_callback([this] { checkOptions(); });
+}
+
+void PpsdCommand::checkOptions() const {
+  if (!decibels_.empty() && !(decibels_[0] < decibels_[1]))
+    throw CLI::ValidationError("--db-range", "expected the second number above the first");
+}
+
+ExitCode PpsdCommand::run() {
+  const auto recording = readRecording(inputs_, preparation_);
+  if (!recording) return ExitCode::Failed;
+  const SeismogramArray& pieces = recording->pieces;
+  const SpectralUnit unit = spectralUnitOf(pieces);
+  auto statistics = std::make_shared<NoiseStatistics>(
+      noiseStatistics(spectrogramPieces(pieces), {.segmentSeconds = segment_, .overlap = overlap_}));
+  if (statistics->segments == 0 || statistics->periods.empty()) {
+    complain(QStringLiteral("found no segment of %1 s without a gap; --segment makes them shorter").arg(segment_));
+    return ExitCode::Failed;
+  }
+  convert(*statistics, unit);
+  if (!unit.motion && !withoutNoiseModels_)
+    note(QStringLiteral(
+        "the noise models are left out: they are of ground motion, which --remove-response acc makes"));
+  const ExitCode delivered = output_.deliver(nameFieldsOf(pieces), [&](const QRectF& frame) {
+    auto view = std::make_unique<NoiseStatisticsView>(frame);
+    view->setShowNoiseModels(unit.motion && !withoutNoiseModels_);
+    view->setShowPercentiles(!withoutPercentiles_);
+    if (!decibels_.empty()) {
+      view->setYLimitsMinMax(float(decibels_[0]), float(decibels_[1]));
+      view->set_fixedYAxisRange(true);
+    }
+    image_.applyColors(*view);
+    view->setStatistics(statistics);
+    view->setYLabelString(unit.motion ? QStringLiteral("Acceleration, dB rel. 1 (m/s²)²/Hz") : unit.decibels);
+    view->setTitle(output_.titleOr(QStringLiteral("%1  %2 segments of %3 s")
+                                       .arg(titleOfRecording(pieces))
+                                       .arg(statistics->segments)
+                                       .arg(segment_)));
+    view->setSubtitle(preparation_.text());
+    return view;
+  });
+  return std::max(recording->status, delivered);
+}
+
+} // namespace xov::cli

@@ -1,0 +1,171 @@
+#include "apps/xov/commands/SpectrumCommand.h"
+
+#include "apps/xov/inputs/OptionValues.h"
+#include "apps/xov/inputs/Validators.h"
+#include "apps/xov/output/RecordNames.h"
+
+#include <CLI/CLI.hpp>
+
+#include <XOV_Graphics/seismic/prepare/RecordTexts.h>
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace xov::cli {
+
+namespace {
+
+constexpr char kPeriodogram[] = "periodogram";
+constexpr char kWelch[] = "welch";
+constexpr char kMultitaper[] = "multitaper";
+constexpr char kKonnoOhmachi[] = "konno-ohmachi";
+
+constexpr double kLongestWindow = 1e7; // seconds
+constexpr double kMostOverlap = 0.95;
+constexpr double kMostHz = 1e6;
+constexpr double kMostBandwidth = 1000;
+
+// The records of each channel, in the order in which channels appear.
+std::vector<SeismogramArray> byChannel(const SeismogramArray& records) {
+  std::vector<SeismogramArray> channels;
+  std::map<QString, std::size_t> places;
+  for (const auto& record : records) {
+    const auto [place, isNew] = places.try_emplace(record->labelString(), channels.size());
+    if (isNew) channels.emplace_back();
+    channels[place->second].push_back(record);
+  }
+  return channels;
+}
+
+} // namespace
+
+void SpectrumCommand::addOptions(CLI::App& options) {
+  inputs_.addOptions(options);
+  options
+      .add_option(
+          "--method", method_,
+          "Mean over segments (welch, the default), of the whole at once (periodogram), or of the whole under "
+          "several tapers (multitaper)")
+      ->type_name("METHOD")
+      ->check(oneOf({kWelch, kPeriodogram, kMultitaper}));
+  options.add_option("--window", window_, "Seconds of a segment, for welch (default: an eighth of the recording)")
+      ->type_name("S")
+      ->check(numberFromTo(0, kLongestWindow));
+  options.add_option("--overlap", overlap_, "Share of a segment that the next one has, too, for welch (default 0.5)")
+      ->type_name("SHARE")
+      ->check(numberFromTo(0, kMostOverlap));
+  options.add_option("--tapers", tapers_, "Number of tapers, for multitaper (default 7)")
+      ->type_name("N")
+      ->check(wholeNumberFromTo(1, kMostTapers));
+  options.add_option("--smooth", smoothing_, "Smooth the spectra: konno-ohmachi, equally on a logarithmic axis")
+      ->type_name("HOW")
+      ->check(oneOf({kKonnoOhmachi}));
+  options.add_option("--bandwidth", bandwidth_, "Of --smooth; larger numbers smooth less (default 40)")
+      ->type_name("B")
+      ->check(numberFromTo(1, kMostBandwidth));
+  takesExactly(
+      options.add_option("--band", band_, "Ends of the frequency axis in Hz (default: those of the spectra)")
+          ->type_name("F1 F2")
+          ->check(numberFromTo(0, kMostHz)),
+      2);
+  options.add_flag("--noise-models", noiseModels_,
+                   "Draw accelerations in dB with the New Low and High Noise Models (Peterson 1993)");
+  options.add_flag("--decibels", decibels_, "Show decibels; else a logarithmic axis, but decibels of accelerations");
+  options.add_flag("--linear-frequency", linearFrequency_, "Make the frequency axis linear");
+  preparation_.addOptions(options);
+  output_.addOptions(options, recordFieldNames());
+  options.parse_complete_callback([this] { checkOptions(); });
+}
+
+void SpectrumCommand::checkOptions() const {
+  if (!band_.empty() && !(band_[0] < band_[1]))
+    throw CLI::ValidationError("--band", "expected the second number above the first");
+  if (!band_.empty() && !linearFrequency_ && !(band_[0] > 0))
+    throw CLI::ValidationError("--band", "expected numbers above 0 on a logarithmic axis");
+}
+
+PowerSpectrum SpectrumCommand::estimate(const SeismogramArray& channel) const {
+  const std::vector<SpectrogramPiece> pieces = spectrogramPieces(channel);
+  if (pieces.empty()) return {};
+  const double interval = pieces.front().intervalSeconds;
+  const std::vector<float> joined = pieces.size() > 1 ? joinedSamples(pieces) : std::vector<float>();
+  const std::span<const float> samples = pieces.size() > 1 ? std::span(joined) : pieces.front().samples;
+  PowerSpectrum spectrum;
+  if (method_ == kPeriodogram) {
+    spectrum = periodogram(samples, interval);
+  } else if (method_ == kMultitaper) {
+    spectrum = multitaper(samples, interval, tapers_);
+  } else {
+    const double segment = interval > 0 ? std::min(window_ / interval, double(samples.size())) : 0;
+    spectrum = welch(samples, interval, {.segment = std::size_t(std::max(0.0, segment)), .overlap = overlap_});
+  }
+  return smoothing_.empty() ? spectrum : konnoOhmachi(spectrum, bandwidth_);
+}
+
+bool SpectrumCommand::isInDecibels(const SpectralUnit& unit) const {
+  return decibels_ || noiseModels_ || unit.motion == GroundMotion::Acceleration;
+}
+
+QString SpectrumCommand::unitText(const SpectralUnit& unit) const {
+  if (noiseModels_) return QStringLiteral("Acceleration, dB rel. 1 (m/s²)²/Hz");
+  return isInDecibels(unit) ? unit.decibels : unit.density;
+}
+
+SpectrumCurve SpectrumCommand::curveOf(const SeismogramArray& channel, const PowerSpectrum& spectrum,
+                                       const SpectralUnit& unit) const {
+  SpectrumCurve curve;
+  curve.name = channel.front()->labelString();
+  for (std::size_t j = 0; j < spectrum.hz.size(); ++j) {
+    double value = spectrum.density[j];
+    if (isInDecibels(unit)) {
+      const auto more = noiseModels_ ? decibelsToAcceleration(*unit.motion, spectrum.hz[j]) : std::optional(0.0);
+      if (!more || !(value > 0)) continue;
+      value = 10 * std::log10(value) + unit.decibelOffset + *more;
+    }
+    curve.hz.push_back(float(spectrum.hz[j]));
+    curve.values.push_back(float(value));
+  }
+  return curve;
+}
+
+ExitCode SpectrumCommand::run() {
+  Records found = preparation_.apply(inputs_.read());
+  if (found.records.empty()) return ExitCode::Failed;
+  const SpectralUnit unit = spectralUnitOf(found.records);
+  if (noiseModels_ && !unit.motion) {
+    complain(QStringLiteral("the noise models are of ground motion, which the records are not known to be; "
+                            "--remove-response acc makes them so"));
+    return ExitCode::Failed;
+  }
+  const auto curves = std::make_shared<SpectrumCurves>();
+  ExitCode status = found.status;
+  for (const SeismogramArray& channel : byChannel(found.records)) {
+    const PowerSpectrum spectrum = estimate(channel);
+    if (spectrum.density.empty()) {
+      complain(
+          QStringLiteral("%1: found no two samples in a row that are numbers").arg(channel.front()->labelString()));
+      status = ExitCode::Failed;
+      continue;
+    }
+    curves->push_back(curveOf(channel, spectrum, unit));
+  }
+  if (curves->empty()) return ExitCode::Failed;
+  const ExitCode delivered = output_.deliver(nameFieldsOf(found.records), [&](const QRectF& frame) {
+    auto view = std::make_unique<PowerSpectraView>(frame);
+    view->setCurves(curves);
+    view->setLogX(!linearFrequency_);
+    view->setLogY(!isInDecibels(unit));
+    view->setShowNoiseModels(noiseModels_);
+    if (!band_.empty()) {
+      view->setXLimitsMinMax(float(band_[0]), float(band_[1]));
+      view->set_fixedXAxisRange(true);
+    }
+    view->setYLabelString(unitText(unit));
+    view->setTitle(output_.titleOr(curves->size() == 1 ? curves->front().name : titleOfRecords(found.records)));
+    view->setSubtitle(preparation_.text());
+    return view;
+  });
+  return std::max(status, delivered);
+}
+
+} // namespace xov::cli
