@@ -49,8 +49,8 @@ public:
     const auto sampleOf = [&](double seconds) { return (seconds - piece.startSeconds) / interval; };
     const double after = std::ceil((piece.startSeconds - startSeconds) / stepSeconds - kSlack);
     FiniteSegments finite(piece.samples);
-    for (double i = std::max(after, 0.0); i < kMostSteps; ++i) {
-      const double begin = std::max(0.0, std::round(sampleOf(startSeconds + i * stepSeconds)));
+    for (auto i = std::int64_t(std::clamp(after, 0.0, kMostSteps)); double(i) < kMostSteps; ++i) {
+      const double begin = std::max(0.0, std::round(sampleOf(startSeconds + double(i) * stepSeconds)));
       if (!(begin + double(segment_) <= double(piece.samples.size()))) break;
       if (finite.isFinite(std::size_t(begin), segment_))
         addSegment(piece.samples.subspan(std::size_t(begin), segment_));

@@ -64,11 +64,14 @@ std::vector<double> smoothingCenters(const std::vector<double>& hz) {
     if (!isLast && !centers.empty() && hz[j] < centers.back() * ratio && hz[j + 1] < hz[j] * ratio) break;
     centers.push_back(hz[j]);
   }
-  if (centers.empty() || centers.back() == hz.back()) return centers;
+  if (centers.empty()) return centers;
   const double first = centers.back();
-  const double intervals = std::ceil(std::log10(hz.back() / first) * kCentersPerDecade);
-  for (double i = 1; i <= intervals; ++i)
-    centers.push_back(i < intervals ? first * std::pow(hz.back() / first, i / intervals) : hz.back());
+  const double ratioToLast = hz.back() / first;
+  if (!(ratioToLast > 1 && std::isfinite(ratioToLast))) return centers;
+  const int intervals = int(std::ceil(std::log10(ratioToLast) * kCentersPerDecade));
+  for (int i = 1; i < intervals; ++i)
+    centers.push_back(first * std::pow(ratioToLast, double(i) / intervals));
+  centers.push_back(hz.back());
   return centers;
 }
 
