@@ -76,6 +76,22 @@ TEST_F(HelicorderOptions, colourRowsInTurn) {
   EXPECT_EQ(colorsOfTraces(), (std::vector<std::pair<QColor, std::size_t>>{{colors::black, 4}}));
 }
 
+TEST_F(HelicorderOptions, colourRowsAboveThePageAndFarBelowIt) {
+  view_.setRowColors({Qt::green, Qt::blue, Qt::red});
+  view_.setPageStart(kMidnight.addSecs(12 * 3600));
+  draw(threeHours_);
+  // Rows -2, -1, 0 and 1; before the first colour comes the last one.
+  EXPECT_EQ(colorsOfTraces(),
+            (std::vector<std::pair<QColor, std::size_t>>{{Qt::blue, 2}, {Qt::red, 1}, {Qt::green, 1}}));
+  view_.setPageStart(QDateTime());
+  const Records far = recordsOf({recordAt(kMidnight, {1, 2, 3}, 1, 3e37F)});
+  for (const bool byDay : {false, true}) {
+    view_.setColorsByDay(byDay);
+    draw(far);
+    EXPECT_LE(colorsOfTraces().size(), 3U);
+  }
+}
+
 TEST_F(HelicorderOptions, colourRowsByTheDay) {
   view_.setRowColors({Qt::green, Qt::blue});
   view_.setColorsByDay(true);

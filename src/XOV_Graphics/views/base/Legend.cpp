@@ -17,7 +17,8 @@ constexpr double kSampleLength = 20;
 constexpr double kSampleGap = 6; // to the text
 constexpr double kOutlineWidth = 0.5;
 constexpr double kOpacity = 0.85;
-constexpr double kThinnest = 1.5; // a thinner line hardly shows its colour
+constexpr qsizetype kMostCharacters = 256; // beyond, a text is no name
+constexpr double kThinnest = 1.5;          // a thinner line hardly shows its colour
 
 constexpr std::array kCorners = {LegendPlace::TopRight, LegendPlace::TopLeft, LegendPlace::BottomRight,
                                  LegendPlace::BottomLeft};
@@ -45,6 +46,7 @@ QRectF leastCovered(const QRectF& frame, const QSizeF& size, const CoveredPart& 
 }
 
 QString cutTo(double width, QString text, const TextAttributes& font) {
+  text.truncate(kMostCharacters);
   if (font.size(text).width() <= width) return text;
   const QString dots = QStringLiteral("...");
   while (!text.isEmpty() && font.size(text + dots).width() > width)

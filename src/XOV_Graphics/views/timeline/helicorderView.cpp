@@ -109,8 +109,8 @@ QColor helicorderView::rowColor(const HelicorderPage& page, double row, const QC
     const auto dayOf = [&](double r) { return rowBegin(page, startTime_, r).toTimeZone(zone).date(); };
     place = double(dayOf(0).daysTo(dayOf(row)));
   }
-  const auto count = double(rowColors_.size());
-  return rowColors_[std::size_t(place - std::floor(place / count) * count) % rowColors_.size()];
+  const double turn = std::fmod(place, double(rowColors_.size()));
+  return rowColors_[std::size_t(turn < 0 ? turn + double(rowColors_.size()) : turn) % rowColors_.size()];
 }
 
 // The rows of a piece that have one colour are one path: where they overlap, ink does not double.
