@@ -81,6 +81,16 @@ TEST_F(CliPages, aStationThatFitsNoComponentsIsLeftOutWithALine) {
   EXPECT_EQ(plots(), QStringList{"ABC.png"});
 }
 
+TEST_F(CliPages, drumsHaveAPageAChannelOrADay) {
+  EXPECT_EQ(xov({"drum", "data/ABC.BHZ.SAC", "data/ABC.BHN.SAC", "-o", "a.pdf"}).status, 1); // of two channels
+  draw({"drum", "data/ABC.BHZ.SAC", "data/ABC.BHN.SAC", "--page", "channel", "-o", "{channel}.png"});
+  draw({"drum", "data/ABC.BHZ.SAC", "--page", "day", "-o", "{date}.pdf"});
+  EXPECT_EQ(plots(), (QStringList{"2011-03-11.pdf", "BHN.png", "BHZ.png"}));
+  // From midnight to midnight: 24 rows of an hour, the last of which begins at 23.
+  XOV_REQUIRE_TOOL(text, "pdftotext", {"-layout", at("2011-03-11.pdf"), "-"});
+  EXPECT_TRUE(text.contains("03/11 00") && text.contains("03/11 23")) << qPrintable(text);
+}
+
 TEST_F(CliPages, pagesOfOneSetOfRecordsAreThoseOfEachSetAlone) {
   draw({"section", "data/ABC.BHN.SAC", "data/ABC.BHZ.SAC", "data/DEF.BHN.SAC", "data/DEF.BHZ.SAC", "--page",
         "station", "-o", "{station}.png"});

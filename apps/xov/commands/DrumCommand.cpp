@@ -19,6 +19,7 @@ namespace xov::cli {
 
 namespace {
 
+constexpr char kDay[] = "day";
 constexpr double kShortestRow = 1;
 constexpr double kLongestRow = 31 * 86400.0;
 constexpr double kLargestMagnitude = 20;
@@ -91,6 +92,9 @@ void DrumCommand::addOptions(CLI::App& options) {
                   "Hold traces within so many row heights of their zero line, and mark where (default: as they are)")
       ->type_name("ROWS")
       ->check(numberFromTo(kShortestReach, kLongestReach));
+  options.add_option("--page", page_, "A page a day (UTC) of each channel, or a channel (default: one page)")
+      ->type_name("PAGE")
+      ->check(oneOf({kDay, "channel"}));
   lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
@@ -101,33 +105,57 @@ std::vector<QColor> DrumCommand::chosenColors() const {
   return {QColor(QRgb(categoryColor(0))), QColor(QRgb(categoryColor(2)))};
 }
 
+DrumPaging DrumCommand::paging() const {
+  if (page_.empty()) return DrumPaging::None;
+  return page_ == kDay ? DrumPaging::Day : DrumPaging::Channel;
+}
+
 ExitCode DrumCommand::run() {
   Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
-  const bool several = channelsOf(found.records).size() > 1;
+  const bool several = page_.empty() && channelsOf(found.records).size() > 1;
   const DrumSpan span = spanOf(preparation_.steps(), found.records);
-  Result<DrumPage> page = layOutDrum(std::move(found.records), rowSeconds_, rows_, span);
-  if (!page) {
-    complain(several ? page.error() + QStringLiteral("; --channels chooses") : page.error());
+  Result<std::vector<DrumSheet>> made = drumSheets(std::move(found.records), paging());
+  std::vector<DrumSheet> sheets = std::move(made).value();
+  if (sheets.empty()) {
+    complain(made.error().isEmpty()
+                 ? QStringLiteral("found no record with samples and times, expected a reference time")
+                 : made.error());
     return ExitCode::Failed;
   }
-  for (const QString& text : page->notes)
-    note(text);
+  DrumPage page; // the one at hand, whose pieces views do not hold themselves
+  const auto pieces = std::make_shared<SeismogramArray>();
+  const auto layOut = [&](const DrumSheet& sheet, SeismogramArray records) {
+    const bool isDay = sheet.start.isValid();
+    Result<DrumPage> laid =
+        layOutDrum(std::move(records), rowSeconds_, rows_, isDay ? DrumSpan{sheet.start, sheet.end} : span);
+    if (!laid) complain(several ? laid.error() + QStringLiteral("; --channels or --page chooses") : laid.error());
+    page = std::move(laid).value();
+    for (const QString& text : page.notes)
+      note(text);
+    *pieces = page.pieces;
+    return bool(laid);
+  };
+  std::vector<PlotPage> plots;
+  const bool isOne = sheets.size() == 1;
+  if (isOne && !layOut(sheets.front(), std::move(sheets.front().records))) return ExitCode::Failed;
+  for (const DrumSheet& sheet : sheets)
+    plots.push_back({nameFieldsOf(isOne ? *pieces : sheet.records), {}});
   const MarkedEvents marked = events_.read();
-  const auto pieces = std::make_shared<const SeismogramArray>(page->pieces);
   const QTimeZone zone = zoneNamed(zone_);
-  const ExitCode delivered = output_.deliver(nameFieldsOf(*pieces), [&](const QRectF& frame) {
+  const ExitCode delivered = output_.deliver(plots, [&](const QRectF& frame, std::size_t i) {
+    if (!isOne && !layOut(sheets[i], sheets[i].records)) found.status = ExitCode::Failed;
     auto view = std::make_unique<TitledView<helicorderView>>(frame);
     view->setWvfrmArray(pieces);
     view->setTheHypoArray(marked.events);
-    view->setNRows(page->rows);
+    view->setNRows(page.rows);
     view->setRowDuration(float(rowSeconds_));
-    view->setGainFactor(float(gain_.value_or(page->gain)));
+    view->setGainFactor(float(gain_.value_or(page.gain)));
     view->setMagThreshold(float(smallestMagnitude_));
     view->setShowZeroLines(zeroLines_);
     view->setLabelHours(hours_);
     lineWidth_.apply(*view);
-    if (span.start.isValid()) view->setPageStart(page->start);
+    if (span.start.isValid() || sheets[i].start.isValid()) view->setPageStart(page.start);
     view->setRowColors(chosenColors());
     view->setColorsByDay(dayColors_);
     view->setLocalZone(zone);

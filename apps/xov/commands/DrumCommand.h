@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/EventInputs.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/output/DrumSheets.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
 
@@ -23,6 +24,7 @@ public:
 
 private:
   std::vector<QColor> chosenColors() const;
+  DrumPaging paging() const;
 
   RecordInputs inputs_;
   Preparation preparation_;
@@ -31,7 +33,8 @@ private:
   std::vector<std::string> rowColors_;
   bool dayColors_ = false;
   std::string zone_;
-  double clip_ = 0; // as traces are
+  std::string page_; // "channel" or "day"; empty for one page
+  double clip_ = 0;  // as traces are
   LineWidthOption lineWidth_;
   Output output_{"drum", {900, 900}};
   std::optional<int> rows_;
