@@ -61,6 +61,30 @@ TEST_F(CliWindow, opensAWindowOfTheSizeThatCtrlQCloses) {
 
 TEST_F(CliWindow, closesOnCtrlW) { EXPECT_EQ(exitStatusAfter("ctrl+w"), 0); }
 
+TEST_F(CliWindow, turnsPagesWithPageDownAndPageUp) {
+  writeRecord("b.SAC");
+  QProcess command;
+  command.setWorkingDirectory(folder_.path());
+  command.setProcessEnvironment(environment_);
+  command.start(XOV_COMMAND, {"section", "a.SAC", "b.SAC", "--page", "1", "--size", "400", "300"});
+  ASSERT_TRUE(command.waitForStarted(kPatienceMs));
+  // Beyond the last page nothing happens: a key that is pressed twice goes back by one.
+  struct Step {
+    const char* page;
+    const char* keys;
+  };
+  for (const Step& step : {Step{"1 of 2", "Next"}, Step{"2 of 2", "Next Prior"}, Step{"1 of 2", "Prior ctrl+q"}}) {
+    const Outcome found =
+        shell(QStringLiteral("xdotool search --sync --onlyvisible --name '^xov section, page %1$'").arg(step.page));
+    const QString window = found.out.section('\n', 0, 0);
+    EXPECT_NE(window, "") << step.page;
+    shell(QStringLiteral("xdotool windowfocus --sync %1 key %2").arg(window, step.keys));
+  }
+  EXPECT_TRUE(command.waitForFinished(kPatienceMs));
+  EXPECT_EQ(command.exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(command.exitCode(), 0);
+}
+
 TEST_F(CliWindow, playsARecordingUntilItIsClosed) {
   EXPECT_EQ(exitStatusAfter("ctrl+q", {"monitor", "a.SAC", "--speed", "5", "--span", "10"}), 0);
   EXPECT_TRUE(geometry_.contains("Geometry: 400x300")) << qPrintable(geometry_);
