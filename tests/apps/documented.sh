@@ -22,11 +22,12 @@ command_lines() {
     fenced && /^xov( |$)/ { print }' "$@"
 }
 
-# The file that a line writes: what it names, or a picture named after the command.
+# The file that a line writes: what it names, as a pattern where the name has fields, or a picture named after the
+# command.
 output_of() {
   local words=($1) i
   for ((i = 0; i < ${#words[@]}; i++)); do
-    [[ ${words[i]} == -o || ${words[i]} == --output ]] && echo "${words[i + 1]}" && return
+    [[ ${words[i]} == -o || ${words[i]} == --output ]] && sed "s/'//g; s/{[a-z]*}/*/g" <<<"${words[i + 1]}" && return
   done
   case ${words[1]} in
     info | resources | help) ;;
@@ -44,7 +45,8 @@ try() {
   [ ! -s "$folder/err" ] || { echo "something on standard error"; return 1; }
   output=$(output_of "$line")
   if [ -n "$output" ]; then
-    [ -s "$folder/data/$output" ] || { echo "no file $output"; return 1; }
+    # shellcheck disable=SC2086 # a pattern
+    [ -s "$(ls -d "$folder/data/"$output 2>/dev/null | head -1)" ] || { echo "no file $output"; return 1; }
   else
     [ -s "$folder/out" ] || { echo "nothing printed"; return 1; }
   fi
