@@ -46,16 +46,16 @@ TEST(InkRoughness, aLevelLineIsExact) {
   EXPECT_EQ(InkRoughness().expectedError(kWide), 0);
 }
 
-// The jump of 20 rows counts 1.2 times where it is a slope, and half where it only bends: 34. Of the 32 sub-columns
-// in between, 16 have 1 row of ink and 16 have 21; each takes part of a row more: 16 · 2 + 16 · 22 = 384. A quarter
-// of 255 levels for each row that jumps: 63.75 · 34 / 384.
+// The jump of 20 rows counts 1.2 times where it is a slope, and a quarter where it only bends: 29. Of the 32
+// sub-columns in between, 16 have 1 row of ink and 16 have 21; each takes part of a row more: 16 · 2 + 16 · 22 = 384.
+// A quarter of 255 levels for each row that jumps: 63.75 · 29 / 384.
 TEST(InkRoughness, aJumpIsOffByAQuarterOfASubColumn) {
-  EXPECT_NEAR(lineThatSteps(31).expectedError(kWide), 63.75 * 34 / 384, 1e-4);
+  EXPECT_NEAR(lineThatSteps(31).expectedError(kWide), 63.75 * 29 / 384, 1e-4);
 }
 
 // Of the jump to row 1000 only what lies on the page counts: 89 rows, and 16 · 2 + 16 · 91 = 1488.
 TEST(InkRoughness, whatLiesOutsideThePageDoesNotCount) {
-  EXPECT_NEAR(lineThatSteps(1000).expectedError(kWide), 63.75 * (89 * 1.7) / 1488, 1e-4);
+  EXPECT_NEAR(lineThatSteps(1000).expectedError(kWide), 63.75 * (89 * 1.45) / 1488, 1e-4);
 }
 
 // Rows 10 + s · j to 11 + s · j bend nowhere, and are 32 slopes of two edges, on 32 · 2 = 64 rows. Up to 2 rows a
@@ -74,7 +74,7 @@ TEST(InkRoughness, exactInkIsOffByLess) {
   EXPECT_NEAR(lineThatSteps(31, Judged::Exact).expectedError(kWide), 63.75 * 25 / 384, 1e-4);
 }
 
-// A line 10 rows thick that steps down by 20 has two edges, 2 · 34 as above, and 32 · 11 rows with ink. It covers a
+// A line 10 rows thick that steps down by 20 has two edges, 2 · 29 as above, and 32 · 11 rows with ink. It covers a
 // place of 340 once, and level lines of the same thickness cover it once more each. With one of them, 1 / e of the
 // edges show, on 1 - 1 / e of the place, which is 1 / (e - 1); with four, 4 / (e⁴ - 1). A line hides nothing of
 // itself.
@@ -88,7 +88,7 @@ TEST(InkRoughness, jumpsHideUnderOtherInk) {
     steppingHigh[j] += 20;
   }
   ink.include(steppingLow.data(), steppingHigh.data(), kCount, kRows);
-  const double apart = 63.75 * 68 / 352;
+  const double apart = 63.75 * 58 / 352;
   EXPECT_NEAR(ink.expectedError(kOnce), apart, 1e-4);
   EXPECT_FALSE(ink.isCrowded(kOnce));
   addLevelLine();
@@ -130,9 +130,9 @@ TEST(TraceFineness, takesAsManySubColumnsAsTheInkNeeds) {
   ASSERT_EQ(fineness.subColumns(), 16);
   EXPECT_FALSE(fineness.refine(lineThatSteps(11), kWide));
   EXPECT_EQ(fineness.subColumns(), 16);
-  // 5.64 levels where 1.05 are allowed: 16 · 5.64 / 1.05 = 86.0, rounded up to a multiple of 8.
+  // 4.81 levels where 1.05 are allowed: 16 · 4.81 / 1.05 = 73.4, rounded up to a multiple of 8.
   EXPECT_TRUE(fineness.refine(lineThatSteps(31), kWide));
-  EXPECT_EQ(fineness.subColumns(), 88);
+  EXPECT_EQ(fineness.subColumns(), 80);
 }
 
 TEST(TraceFineness, becomesCoarserThanItBeganOnlyInACrowd) {

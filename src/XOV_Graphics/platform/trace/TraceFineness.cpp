@@ -28,11 +28,11 @@ constexpr double kEdgeError = 0.25; // of a sub-column, on average
 struct Edges {
   float slant; // of a row squared
   float steep; // of a row, where the square would be more
-  float bend;  // of a row by which a slant changes: a jump bends twice
 };
 // Extremes that a pen widens are also off by what the curve does within a sub-column.
-constexpr Edges kOfCurves = {0.6F, 1.2F, 0.5F};
-constexpr Edges kOfExact = {0.3F, 1, 0.25F};
+constexpr Edges kOfCurves = {0.6F, 1.2F};
+constexpr Edges kOfExact = {0.3F, 1};
+constexpr float kBend = 0.25F; // of a row by which a slant changes, where that is more
 
 int roundedDown(double subColumns) { return std::max(static_cast<int>(subColumns) / kStep * kStep, kStep); }
 
@@ -61,7 +61,7 @@ XOV_INLINE void addJump(const Vector& before, const Vector& here, const Vector& 
   keepGreater(bent, -bend);
   Vector slant = steep * steep * edges.slant;
   keepSmaller(slant, steep * edges.steep);
-  bent *= edges.bend;
+  bent *= kBend;
   keepGreater(bent, slant);
   jump += bent;
 }
