@@ -4,12 +4,6 @@
 
 namespace xov {
 
-namespace {
-
-constexpr qsizetype kChunkBytes = qsizetype(2) << 20;
-
-} // namespace
-
 QByteArrayView FileWindow::at(qint64 offset, qsizetype wanted) {
   if (offset < 0 || offset >= size_) return {};
   const qsizetype available = qsizetype(std::min<qint64>(wanted, size_ - offset));
@@ -19,7 +13,7 @@ QByteArrayView FileWindow::at(qint64 offset, qsizetype wanted) {
 }
 
 void FileWindow::load(qint64 offset, qsizetype wanted) {
-  const qsizetype bytes = qsizetype(std::min<qint64>(std::max(wanted, kChunkBytes), size_ - offset));
+  const qsizetype bytes = qsizetype(std::min<qint64>(std::max(wanted, chunkBytes_), size_ - offset));
   if (qsizetype(buffer_.size()) < bytes) buffer_.resize(std::size_t(bytes));
   start_ = offset;
   length_ = 0;

@@ -11,7 +11,13 @@ namespace xov {
 /// back costs a read.
 class FileWindow {
 public:
-  explicit FileWindow(QIODevice& device) : device_(device), size_(device.size()) {}
+  /// So many bytes that one walks through are read together.
+  static constexpr qsizetype kWalked = qsizetype(2) << 20;
+
+  explicit FileWindow(QIODevice& device, qsizetype chunkBytes = kWalked)
+      : device_(device),
+        size_(device.size()),
+        chunkBytes_(chunkBytes) {}
 
   qint64 size() const { return size_; }
 
@@ -24,6 +30,7 @@ private:
 
   QIODevice& device_;
   qint64 size_;
+  qsizetype chunkBytes_;
   std::vector<char> buffer_;
   qint64 start_ = 0;
   qsizetype length_ = 0;

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace xov {
 
@@ -39,6 +40,16 @@ void SampleIndex::build(std::span<const float> samples, std::int64_t firstNumber
   clear();
   number_ = std::max<std::int64_t>(firstNumber, 0);
   appended(samples, std::int64_t(samples.size()));
+}
+
+void SampleIndex::adopt(std::span<const float> samples, std::vector<float> lowest, std::vector<float> highest) {
+  clear();
+  const std::size_t blocks = samples.size() / std::size_t(kBlock);
+  if (lowest.size() != blocks || highest.size() != blocks) return;
+  samples_ = samples.data();
+  count_ = std::int64_t(samples.size());
+  lowest_ = std::move(lowest);
+  highest_ = std::move(highest);
 }
 
 void SampleIndex::changed(std::span<const float> samples, std::int64_t from, std::int64_t to) {

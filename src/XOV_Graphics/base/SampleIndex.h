@@ -31,6 +31,9 @@ public:
 
   /// Indexes samples, the first of which has that number (0 or above).
   void build(std::span<const float> samples, std::int64_t firstNumber = 0);
+  /// Takes over what was found of samples before, the first of which has number 0: the extremes of each whole block,
+  /// NaN where one holds a gap. Nothing is known where these are not as many as the blocks.
+  void adopt(std::span<const float> samples, std::vector<float> lowest, std::vector<float> highest);
   /// Samples from <= i < to, counted from the first one, have other values.
   void changed(std::span<const float> samples, std::int64_t from, std::int64_t to);
   /// `count` samples were added at the end; `samples` holds them.

@@ -256,8 +256,8 @@ void RecordingContext::keep(RecordedItem& item, const Path& path) {
   std::vector<Trace> traces = item.path.traces();
   item.path.removeTraces();
   for (Trace& trace : traces) {
-    trace.samples = keepNumbers(item, trace.samples, trace.first, trace.last);
-    trace.index = nullptr;
+    const HeldSamples held = trace.held(trace.first, trace.last);
+    trace.borrow({keepNumbers(item, trace.samples, trace.first, trace.last)});
     if (trace.time.rule == TraceTime::Rule::Explicit && trace.time.values != nullptr)
       trace.time.values = keepNumbers(item, trace.time.values, trace.first, trace.last);
     item.path.appendTrace(trace);

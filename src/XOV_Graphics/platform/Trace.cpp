@@ -24,6 +24,7 @@ void Trace::settleTimes(float firstTime, const TraceTime& even) {
 }
 
 std::optional<float> Trace::valueAt(std::int64_t i) const {
+  const HeldSamples there = held(i, i + 1);
   float value = samples[i];
   if (i == first && firstValue) value = *firstValue;
   if (!std::isfinite(value)) return std::nullopt;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/base/SampleSource.h"
 
 #include <QPointF>
 
@@ -10,8 +11,6 @@
 #include <vector>
 
 namespace xov {
-
-class SampleIndex;
 
 /// How the time of a sample follows from its index, in the trace's own unit (seconds, as a rule). Times are single
 /// precision under every rule but Even.
@@ -80,6 +79,17 @@ struct XOV_EXPORT Trace {
   /// The index of the samples' extremes, borrowed like them; null where there is none. One that does not cover them
   /// is not used. Drawings are the same with it, and those of long records take a fraction of the time.
   const SampleIndex* index = nullptr;
+  /// Holds those samples in memory that are read, where not all of them are there; null where they are.
+  SampleSource* source = nullptr;
+
+  /// Takes samples with what there is to know of them; `first` and `last` stay.
+  void borrow(const BorrowedSamples& borrowed) {
+    samples = borrowed.samples;
+    index = borrowed.index;
+    source = borrowed.source;
+  }
+  /// Samples from <= i < to, in memory while what is given back lives.
+  HeldSamples held(std::int64_t from, std::int64_t to) const { return {source, samples + from, samples + to}; }
 
   bool isEmpty() const { return samples == nullptr || last <= first; }
   std::int64_t size() const { return isEmpty() ? 0 : last - first; }

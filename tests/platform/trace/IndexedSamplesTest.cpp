@@ -1,8 +1,10 @@
 #include "XOV_Graphics/platform/trace/IndexedSamples.h"
 
 #include "XOV_Graphics/base/BlockExtremes.h"
+#include "XOV_Graphics/platform/trace/TangledTraces.h"
 #include "XOV_Graphics/platform/trace/TraceRaster.h"
 #include "XOV_Graphics/platform/trace/TraceReduction.h"
+#include "tests/support/GuardedSamples.h"
 #include "tests/support/TracePictures.h"
 #include "tests/support/VectorWidths.h"
 
@@ -17,6 +19,7 @@
 
 using namespace xov;
 using xov::testing::forEachVectorWidth;
+using xov::testing::GuardedSamples;
 
 namespace {
 
@@ -81,6 +84,16 @@ QImage fillOf(const Trace& trace, double ratio) {
   return picture;
 }
 
+// The index of samples that stand at another place.
+SampleIndex indexAt(const float* place, const std::vector<float>& samples) {
+  const SampleIndex found(samples);
+  const SampleIndex::Blocks blocks = found.blocksWithin(samples.data(), 0, std::int64_t(samples.size()));
+  SampleIndex index;
+  index.adopt({place, samples.size()}, {blocks.lowest, blocks.lowest + blocks.count},
+              {blocks.highest, blocks.highest + blocks.count});
+  return index;
+}
+
 bool isInked(const QImage& picture) { return picture != whitePicture(picture.width() / double(kPictureWidth)); }
 
 } // namespace
@@ -106,6 +119,13 @@ TEST(IndexedSamples, giveTheSamePictureForAnySignalPenRatioClipAndGaps) {
     inked += isInked(expected) ? 1 : 0;
     EXPECT_EQ(strokeOf(indexed, ratio, pen, clip), expected) << "turn " << turn;
     EXPECT_EQ(fillOf(indexed, ratio), fillOf(plain, ratio)) << "turn " << turn;
+    GuardedSamples guarded(samples);
+    const SampleIndex ownIndex = indexAt(guarded.data(), samples);
+    Trace held = plain;
+    held.borrow({guarded.data(), turn % 3 == 0 ? nullptr : &ownIndex, &guarded});
+    EXPECT_EQ(strokeOf(held, ratio, pen, clip), expected) << "held, turn " << turn;
+    EXPECT_EQ(fillOf(held, ratio), fillOf(plain, ratio)) << "held, turn " << turn;
+    EXPECT_TRUE(guarded.isEverythingLetGo());
   }
   EXPECT_GT(inked, 6);
 }
@@ -122,7 +142,15 @@ TEST(IndexedSamples, giveTheSameLinesOnPaper) {
     Trace indexed = plain;
     indexed.index = &index;
     const QRectF box(0, 0, kPictureWidth, kPictureHeight);
-    EXPECT_EQ(reduceTrace(indexed, 0.25, box, 1), reduceTrace(plain, 0.25, box, 1)) << "turn " << turn;
+    const auto expected = reduceTrace(plain, 0.25, box, 1);
+    EXPECT_EQ(reduceTrace(indexed, 0.25, box, 1), expected) << "turn " << turn;
+    if (turn % 4 != 0) continue;
+    GuardedSamples guarded(samples);
+    const SampleIndex ownIndex = indexAt(guarded.data(), samples);
+    Trace held = plain;
+    held.borrow({guarded.data(), turn == 0 ? nullptr : &ownIndex, &guarded});
+    EXPECT_EQ(reduceTrace(held, 0.25, box, 1), expected) << "held, turn " << turn;
+    EXPECT_TRUE(guarded.isEverythingLetGo());
   }
 }
 
@@ -142,6 +170,57 @@ TEST(IndexedSamples, areNotReadWhereTheIndexAnswers) {
   EXPECT_EQ(flat, strokeOf(trace, 1, 1, whole));
 }
 
+// Dense noise, and a line of few samples a pixel: what is not looked at need not be there.
+TEST(IndexedSamples, areHeldOnlyWhereTheyAreRead) {
+  std::vector<float> samples(4'000'000);
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = float(i * 7919 % 41) - 20;
+  GuardedSamples guarded(samples);
+  const SampleIndex index = indexAt(guarded.data(), samples);
+  Trace trace = traceOf(samples, 60.0 / double(samples.size()));
+  trace.borrow({guarded.data(), &index, &guarded});
+  EXPECT_TRUE(isInked(strokeOf(trace, 1, 1, whitePicture().rect())));
+  EXPECT_LT(guarded.shareHeld(), 0.5);
+  EXPECT_GT(guarded.shareHeld(), 0);
+
+  GuardedSamples zoomed(samples);
+  trace.borrow({zoomed.data(), nullptr, &zoomed});
+  trace.xScale = 1;
+  EXPECT_TRUE(isInked(strokeOf(trace, 1, 1, whitePicture().rect())));
+  EXPECT_LT(zoomed.shareHeld(), 0.001);
+}
+
+// Lines of few samples, with gaps and turned back, go other ways.
+TEST(IndexedSamples, areHeldWhereLinesAreSparseBrokenOrTurnBack) {
+  std::mt19937 random(12);
+  for (int turn = 0; turn < 60; ++turn) {
+    std::vector<float> samples = anySignal(random, std::size_t(2 + upTo(random, 3000)));
+    for (int gap = upTo(random, 300); gap > 0 && turn % 2 == 0; --gap)
+      samples[std::size_t(upTo(random, int(samples.size()) - 1))] = kNan;
+    GuardedSamples guarded(samples);
+    Trace plain = anyTrace(random, samples);
+    std::vector<float> times;
+    for (std::size_t i = 0; i < samples.size(); ++i)
+      times.push_back(turn % 3 == 0 ? float(upTo(random, 100)) : float(i));
+    if (turn % 4 != 0) plain.time = TraceTime::explicitValues(times.data());
+    Trace held = plain;
+    held.borrow({guarded.data(), nullptr, &guarded});
+    QImage expected = whitePicture(), found = whitePicture();
+    const QRect whole = expected.rect();
+    const bool grows = strokeTraces(targetOf(expected), {&plain, 1}, pictureTransform(), whole, 1.5, Qt::black);
+    EXPECT_EQ(strokeTraces(targetOf(found), {&held, 1}, pictureTransform(), whole, 1.5, Qt::black), grows);
+    if (!grows) {
+      strokeTangledTraces(targetOf(expected), {&plain, 1}, pictureTransform(), whole, 1.5, Qt::black);
+      strokeTangledTraces(targetOf(found), {&held, 1}, pictureTransform(), whole, 1.5, Qt::black);
+    }
+    EXPECT_EQ(found, expected) << "turn " << turn;
+    const QRectF box(0, 0, kPictureWidth, kPictureHeight);
+    EXPECT_EQ(reduceTrace(held, 0.25, box, 1), reduceTrace(plain, 0.25, box, 1)) << "turn " << turn;
+    EXPECT_EQ(traceAreas(held, 0.25, box), traceAreas(plain, 0.25, box)) << "turn " << turn;
+    EXPECT_TRUE(guarded.isEverythingLetGo());
+  }
+}
+
 TEST(IndexedSamples, leaveAStaleIndexAlone) {
   const std::vector<float> before(2'000'000, 5.0F);
   const SampleIndex index(before);
@@ -158,7 +237,7 @@ TEST(IndexedSamples, findExtremesOfBlocksOfAnyLength) {
     std::mt19937 random(3);
     const std::vector<float> samples = anySignal(random, 60'000);
     const SampleIndex index(samples);
-    const IndexedSamples indexed(samples.data(), 0, std::int64_t(samples.size()), &index);
+    const IndexedSamples indexed({samples.data(), &index}, 0, std::int64_t(samples.size()));
     for (int turn = 0; turn < 30; ++turn) {
       const std::int64_t begin = upTo(random, 300);
       std::vector<std::int32_t> cuts{0};
@@ -183,13 +262,13 @@ TEST(IndexedSamples, tellOfAGapWhereverItLies) {
     for (const std::size_t at : {100U, 101U, 300U, 6099U, 6100U, 6101U, 12'098U, 12'099U}) {
       samples[at] = kNan;
       const SampleIndex index(samples);
-      const IndexedSamples indexed(samples.data(), 0, std::int64_t(samples.size()), &index);
+      const IndexedSamples indexed({samples.data(), &index}, 0, std::int64_t(samples.size()));
       EXPECT_FALSE(indexed.findBlockExtremes(100, cuts.data(), 2, low, high)) << at;
       samples[at] = 1;
     }
     samples[99] = samples[12'100] = kNan;
     const SampleIndex index(samples);
-    const IndexedSamples indexed(samples.data(), 0, std::int64_t(samples.size()), &index);
+    const IndexedSamples indexed({samples.data(), &index}, 0, std::int64_t(samples.size()));
     EXPECT_TRUE(indexed.findBlockExtremes(100, cuts.data(), 2, low, high)) << "gaps just outside";
   });
 }
@@ -201,7 +280,7 @@ TEST(IndexedSamples, findGapsAndExtremesWhereTheyAre) {
     if (turn % 3 != 0) samples[std::size_t(upTo(random, 19'999))] = kNan;
     samples[std::size_t(upTo(random, 19'999))] = 1000;
     const SampleIndex index(samples);
-    const IndexedSamples indexed(samples.data(), 0, std::int64_t(samples.size()), &index);
+    const IndexedSamples indexed({samples.data(), &index}, 0, std::int64_t(samples.size()));
     const std::int64_t begin = upTo(random, 9000), end = begin + upTo(random, 11'000);
     EXPECT_EQ(indexed.findGap(begin, end), findFinite(samples.data(), begin, end, false));
     const auto* const first = samples.data() + begin;

@@ -16,6 +16,7 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr std::int64_t kWorthAnIndex = 2 * SampleIndex::kBlock;
 // So many borders ahead, the samples around them are asked from memory.
 constexpr int kBordersAhead = 8;
+constexpr std::int64_t kHeldTogether = std::int64_t(1) << 16;
 
 void prefetchAround(const float* samples, std::int64_t border, std::int64_t first, std::int64_t last) {
   const std::int64_t from = std::max(border - SampleIndex::kBlock, first);
@@ -79,30 +80,67 @@ XOV_VECTOR_FUNCTION(bool, findIndexedExtremes,
 
 } // namespace
 
-IndexedSamples::IndexedSamples(const float* samples, std::int64_t first, std::int64_t last, const SampleIndex* index)
-    : samples_(samples),
-      index_(index != nullptr && index->covers(samples, first, last) ? index : nullptr) {}
+IndexedSamples::IndexedSamples(const BorrowedSamples& borrowed, std::int64_t first, std::int64_t last)
+    : samples_(borrowed.samples),
+      index_(borrowed.index != nullptr && borrowed.index->covers(samples_, first, last) ? borrowed.index : nullptr),
+      source_(borrowed.source) {}
 
 bool IndexedSamples::findBlockExtremes(std::int64_t begin, const std::int32_t* cuts, int blocks, float* lowest,
                                        float* highest) const {
   const float* const from = samples_ + begin;
-  if (index_ == nullptr || cuts[blocks] - cuts[0] < kWorthAnIndex * blocks)
+  if (index_ == nullptr || cuts[blocks] - cuts[0] < kWorthAnIndex * blocks) {
+    const HeldSamples held(source_, from + cuts[0], from + cuts[blocks]);
     return xov::findBlockExtremes(from, cuts, blocks, lowest, highest);
-  return findIndexedExtremes(*index_, from, cuts, blocks, lowest, highest);
+  }
+  if (source_ == nullptr) return findIndexedExtremes(*index_, from, cuts, blocks, lowest, highest);
+  hold(from, cuts, blocks);
+  const bool finite = findIndexedExtremes(*index_, from, cuts, blocks, lowest, highest);
+  letGo(from, cuts, blocks);
+  return finite;
+}
+
+/// Holds the samples around each cut that lie in no whole block of the index on either side of it.
+void IndexedSamples::hold(const float* from, const std::int32_t* cuts, int blocks) const {
+  for (int k = 0; k <= blocks; ++k)
+    source_->hold(from + std::max(cuts[k] - SampleIndex::kBlock, std::int64_t(cuts[0])),
+                  from + std::min(cuts[k] + SampleIndex::kBlock, std::int64_t(cuts[blocks])));
+}
+
+void IndexedSamples::letGo(const float* from, const std::int32_t* cuts, int blocks) const {
+  for (int k = 0; k <= blocks; ++k)
+    source_->letGo(from + std::max(cuts[k] - SampleIndex::kBlock, std::int64_t(cuts[0])),
+                   from + std::min(cuts[k] + SampleIndex::kBlock, std::int64_t(cuts[blocks])));
+}
+
+/// As xov::findFinite() of these samples, of which so many are held at a time.
+std::int64_t IndexedSamples::findFinite(std::int64_t begin, std::int64_t end, bool finite) const {
+  if (source_ == nullptr) return xov::findFinite(samples_, begin, end, finite);
+  for (std::int64_t next = 0; begin < end; begin = next) {
+    next = std::min(end, begin + kHeldTogether);
+    const HeldSamples held(source_, samples_ + begin, samples_ + next);
+    const std::int64_t found = xov::findFinite(samples_, begin, next, finite);
+    if (found < next) return found;
+  }
+  return end;
+}
+
+std::int64_t IndexedSamples::findNumber(std::int64_t begin, std::int64_t end) const {
+  return findFinite(begin, end, true);
 }
 
 std::int64_t IndexedSamples::findGap(std::int64_t begin, std::int64_t end) const {
-  if (index_ == nullptr || begin >= end) return findFinite(samples_, begin, end, false);
+  if (index_ == nullptr || begin >= end) return findFinite(begin, end, false);
   const SampleIndex::Blocks inner = index_->blocksWithin(samples_, begin, end);
-  const std::int64_t before = findFinite(samples_, begin, inner.begin, false);
+  const std::int64_t before = findFinite(begin, inner.begin, false);
   if (before < inner.begin) return before;
   const float* const broken =
       std::find_if(inner.lowest, inner.lowest + inner.count, [](float low) { return !std::isfinite(low); });
-  return findFinite(samples_, inner.begin + (broken - inner.lowest) * SampleIndex::kBlock, end, false);
+  return findFinite(inner.begin + (broken - inner.lowest) * SampleIndex::kBlock, end, false);
 }
 
 std::int64_t IndexedSamples::findExtreme(float value, std::int64_t begin, std::int64_t end) const {
   const auto findWithin = [&](std::int64_t from, std::int64_t to) {
+    const HeldSamples held(source_, samples_ + from, samples_ + to);
     return std::find(samples_ + from, samples_ + to, value) - samples_;
   };
   if (index_ == nullptr || begin >= end) return findWithin(begin, end);
@@ -111,7 +149,7 @@ std::int64_t IndexedSamples::findExtreme(float value, std::int64_t begin, std::i
   if (before < inner.begin) return before;
   for (std::int64_t k = 0; k < inner.count; ++k) {
     if (inner.lowest[k] == value || inner.highest[k] == value)
-      return findWithin(inner.begin + k * SampleIndex::kBlock, end);
+      return findWithin(inner.begin + k * SampleIndex::kBlock, inner.begin + (k + 1) * SampleIndex::kBlock);
   }
   return findWithin(inner.end(), end);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/SampleIndex.h"
+#include "XOV_Graphics/base/SampleSource.h"
 
 #include <cstdint>
 
@@ -11,7 +12,7 @@ class IndexedSamples {
 public:
   IndexedSamples() = default;
   /// An index that does not cover samples[first] … samples[last - 1] is not used.
-  IndexedSamples(const float* samples, std::int64_t first, std::int64_t last, const SampleIndex* index);
+  IndexedSamples(const BorrowedSamples& borrowed, std::int64_t first, std::int64_t last);
 
   const float* data() const { return samples_; }
 
@@ -22,13 +23,21 @@ public:
   /// The first index i, begin <= i < end, whose sample is not finite; `end` when there is none.
   std::int64_t findGap(std::int64_t begin, std::int64_t end) const;
 
+  /// The first one whose sample is finite.
+  std::int64_t findNumber(std::int64_t begin, std::int64_t end) const;
+
   /// The first index i, begin <= i < end, whose sample is `value`, an extreme of these samples; `end` when there is
   /// none.
   std::int64_t findExtreme(float value, std::int64_t begin, std::int64_t end) const;
 
 private:
+  std::int64_t findFinite(std::int64_t begin, std::int64_t end, bool finite) const;
+  void hold(const float* from, const std::int32_t* cuts, int blocks) const;
+  void letGo(const float* from, const std::int32_t* cuts, int blocks) const;
+
   const float* samples_ = nullptr;
   const SampleIndex* index_ = nullptr;
+  SampleSource* source_ = nullptr;
 };
 
 } // namespace xov

@@ -20,7 +20,7 @@ TangledPoints::TangledPoints(const Trace& trace, const QTransform& viewToDevice,
       timeline_(trace),
       toDevice_(QTransform(trace.xScale, 0, 0, trace.yScale, trace.xOffset, trace.yOffset) * viewToDevice),
       isPlain_(trace.time.rule == TraceTime::Rule::Explicit && !trace.firstValue && !trace.clampLow &&
-               !trace.clampHigh) {
+               !trace.clampHigh && trace.source == nullptr) {
   for (std::int64_t begin = timeline_.first(); begin + 1 < timeline_.last(); begin += kBlock)
     noteBlock(begin, visible, radius);
 }

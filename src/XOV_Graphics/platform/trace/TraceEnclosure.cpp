@@ -119,6 +119,8 @@ void TraceEnclosure::findCurve(const TraceProjection& projection, const Area& ar
   const std::int32_t* const cuts = borders_.cuts() + 1;
   const auto count = static_cast<std::size_t>(span.last - span.first);
   for (std::size_t k = 0; k < count; ++k) {
+    const std::int64_t cut = curve.samples.begin + cuts[k];
+    const HeldSamples held = projection.held(cut - 1, cut + 1);
     before_[k] = curve.values()[cuts[k] - 1];
     after_[k] = curve.values()[cuts[k]];
   }

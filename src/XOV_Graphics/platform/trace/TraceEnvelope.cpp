@@ -65,6 +65,7 @@ void TraceEnvelope::addBrokenWindow(const TraceProjection& projection, TraceLaye
   const int lastSub = extremes_.subColumnOf(projection.column(window.end - 1));
   const bool crowded = double(window.size()) >= kCrowded * (lastSub - firstSub + 1);
   if (crowded) snippets_.reset(strip_);
+  const HeldSamples held = projection.held(window.begin, crowded ? window.end : window.begin);
   std::int64_t next = window.begin;
   while (next < window.end) {
     if (crowded && next > window.begin) next = snippets_.take(projection, extremes_, next, window.end);
@@ -102,6 +103,7 @@ bool TraceEnvelope::addLine(const TraceProjection& projection, TraceLayers& laye
   const int lastSub = curve.size() > 0 ? extremes_.subColumnOf(projection.column(curve.end - 1)) : 0;
   const bool sparse = double(curve.size()) < kSparse * (lastSub - firstSub + 1);
   if (curve.size() > 0 && sparse) {
+    const HeldSamples held = projection.held(curve.begin, curve.end);
     if (rows_.size() < static_cast<std::size_t>(curve.size())) rows_.resize(static_cast<std::size_t>(curve.size()));
     const bool finite =
         findRows(projection.samples() + curve.begin, static_cast<int>(curve.size()), projection.rows(), rows_.data());

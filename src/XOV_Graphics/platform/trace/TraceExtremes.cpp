@@ -55,6 +55,7 @@ bool TraceExtremes::find(const TraceProjection& projection, SampleRange samples,
   float* const low = &low_[from];
   float* const high = &high_[from];
   bool finite = false;
+  const HeldSamples held = projection.held(samples.begin, curve.dense ? samples.begin : samples.end);
   if (curve.dense)
     finite = findDense(curve, low, high);
   else if (double(samples.size()) <= kFew * curve.blocks)

@@ -1,7 +1,5 @@
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
 
-#include "XOV_Graphics/base/BlockExtremes.h"
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -32,7 +30,7 @@ TraceProjection::TraceProjection(const Trace& trace, const QTransform& viewToDev
   if (!drawable) last_ = first_;
   if (last_ > first_ && !isFinite(first_)) ++first_;
   if (isEmpty()) return;
-  indexed_ = IndexedSamples(trace.samples, first_, last_, trace.index);
+  indexed_ = IndexedSamples({trace.samples, trace.index, trace.source}, first_, last_);
   grows_ = !timeline_.decreases() && !timeline_.hasGaps() && columnScale_ >= 0;
   setRows(viewToDevice, clipTop, clipHeight);
 }
@@ -55,6 +53,7 @@ double TraceProjection::column(std::int64_t i) const {
 }
 
 float TraceProjection::row(std::int64_t i) const {
+  const HeldSamples there = held(i, i + 1);
   return isOverruled(i) ? rowUnclamped(*trace_.firstValue) : rows_(trace_.samples[i]);
 }
 
@@ -66,7 +65,7 @@ float TraceProjection::rowUnclamped(float value) const {
 }
 
 SampleRange TraceProjection::nextLine(std::int64_t from, std::int64_t end) const {
-  const std::int64_t begin = isFinite(from) ? from : findFinite(samples(), from + 1, end, true);
+  const std::int64_t begin = isFinite(from) ? from : indexed_.findNumber(from + 1, end);
   return {begin, begin < end ? indexed_.findGap(begin + 1, end) : begin};
 }
 

@@ -35,6 +35,8 @@ public:
   /// The samples as the host holds them, indexed like the trace. The first one may be overruled: see row().
   const float* samples() const { return trace_.samples; }
   const RowMap& rows() const { return rows_; }
+  /// Those from <= i < to, in memory while what is given back lives.
+  HeldSamples held(std::int64_t from, std::int64_t to) const { return trace_.held(from, to); }
   /// The same samples with the index that the trace may have.
   const IndexedSamples& indexed() const { return indexed_; }
 

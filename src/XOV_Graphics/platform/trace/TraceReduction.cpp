@@ -77,7 +77,12 @@ private:
   void addStartOfPiece(std::int64_t inside);
   void addEndOfPiece(std::int64_t beyond);
   std::int64_t nextBorder(std::int64_t begin, std::int64_t guess, std::int64_t end, double border) const;
+  bool breaksOnceHeld(std::int64_t i) const {
+    const HeldSamples held = trace_.held(i, i + 1);
+    return breaks(i);
+  }
   double columnOf(std::int64_t i) const { return std::floor((projection_.column(i) - origin_) / width_); }
+  /// Sample i, which must be held.
   bool breaks(std::int64_t i) const {
     if (numbersAreThere_ && !projection_.isOverruled(i)) return !std::isfinite(trace_.samples[i]);
     return !projection_.isFinite(i) || !std::isfinite(projection_.column(i));
@@ -179,7 +184,7 @@ std::int64_t TraceReducer::addDenseColumns(std::int64_t begin, std::int64_t last
 // winds about nothing inside. Only a polygon needs it, since its last side leads back there.
 void TraceReducer::addStartOfPiece(std::int64_t inside) {
   std::int64_t start = inside;
-  while (start > projection_.first() && !breaks(start - 1))
+  while (start > projection_.first() && !breaksOnceHeld(start - 1))
     --start;
   if (start < inside) addPoint(start);
 }
@@ -187,7 +192,7 @@ void TraceReducer::addStartOfPiece(std::int64_t inside) {
 // The same on the right.
 void TraceReducer::addEndOfPiece(std::int64_t beyond) {
   std::int64_t end = beyond;
-  while (end < projection_.last() && !breaks(end))
+  while (end < projection_.last() && !breaksOnceHeld(end))
     ++end;
   if (end > beyond) addPoint(end - 1);
 }
@@ -244,7 +249,7 @@ void TraceReducer::addExtremes(std::int64_t begin, std::int64_t end, float low, 
   addPoint(begin);
   // Between a column's lowest and highest sample a stroke covers the fill, wherever its side runs.
   if (wanted_ != Wanted::Stroke) {
-    if (end == projection_.last() || breaks(end)) addPoint(end - 1);
+    if (end == projection_.last() || breaksOnceHeld(end)) addPoint(end - 1);
     return;
   }
   std::int64_t done = begin;
@@ -267,6 +272,7 @@ void TraceReducer::addExtremes(std::int64_t begin, std::int64_t end, float low, 
 /// column.
 bool TraceReducer::standsAlone(std::int64_t i, std::int64_t begin, std::int64_t end, double range) const {
   if (range * std::abs(trace_.yScale) < width_) return false;
+  const HeldSamples held = trace_.held(std::max(i - 1, begin), std::min(i + 2, end));
   const auto value = [&](std::int64_t k) { return double(trace_.samples[k]); };
   const auto isFar = [&](std::int64_t neighbour) {
     return neighbour < begin || neighbour >= end || std::abs(value(neighbour) - value(i)) > kAlone * range;
@@ -279,7 +285,10 @@ bool TraceReducer::standsAlone(std::int64_t i, std::int64_t begin, std::int64_t 
 void TraceReducer::addCurve(std::int64_t from, std::int64_t to) {
   const std::int64_t count = to - from;
   if (count < kLooks) return;
-  const auto value = [&](std::int64_t i) { return double(trace_.samples[i]); };
+  const auto value = [&](std::int64_t i) {
+    const HeldSamples held = trace_.held(i, i + 1);
+    return double(trace_.samples[i]);
+  };
   const double rise = value(to) - value(from);
   const auto isLeap = [rise](double step) { return step * rise < 0 || std::abs(step) > kLeap * std::abs(rise); };
   for (std::int64_t look = 0; look < kLooks; ++look) {
@@ -295,6 +304,7 @@ void TraceReducer::addCurve(std::int64_t from, std::int64_t to) {
 
 /// Few samples, or samples between gaps.
 void TraceReducer::addBroken(std::int64_t begin, std::int64_t end) {
+  const HeldSamples held = trace_.held(begin, end);
   while (begin < end) {
     if (breaks(begin)) {
       clip_.endLine();

@@ -51,13 +51,14 @@ bool TraceStretches::cut(const Trace& trace) {
 /// `leftwards` says that x falls along the stretch, `joins` that the line goes on at its end.
 void TraceStretches::add(const Trace& trace, std::int64_t begin, std::int64_t end, bool leftwards, bool joins) {
   std::vector<float>& times = values_.emplace_back(trace.time.values + begin, trace.time.values + end);
+  const HeldSamples held = trace.held(begin, end);
   std::vector<float>& samples = values_.emplace_back(trace.samples + begin, trace.samples + end);
   for (std::vector<float>* values : {&times, &samples}) {
     if (joins) values->push_back(values->back());
     if (leftwards) std::reverse(values->begin(), values->end());
   }
   Trace stretch = trace;
-  stretch.samples = samples.data();
+  stretch.borrow({samples.data()});
   stretch.first = 0;
   stretch.last = std::ssize(samples);
   if (trace.xScale < 0) {

@@ -1,0 +1,7 @@
+#include "XOV_Graphics/base/SampleSource.h"
+
+namespace xov {
+
+SampleSource::~SampleSource() = default;
+
+} // namespace xov
