@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/Extrema.h"
 
 #include "XOV_Graphics/base/SampleIndex.h"
+#include "XOV_Graphics/base/SampleSource.h"
 
 #include <algorithm>
 #include <array>
@@ -50,7 +51,8 @@ Extrema extremaWithoutInfinities(std::span<const float> values) {
   return extrema;
 }
 
-void include(std::span<const float> values, Extrema& extrema) {
+void include(std::span<const float> values, SampleSource* source, Extrema& extrema) {
+  const HeldSamples held(source, values.data(), values.data() + values.size());
   const Extrema own = extremaWithoutInfinities(values);
   extrema.min = lower(own.min, extrema.min);
   extrema.max = higher(own.max, extrema.max);
@@ -66,22 +68,25 @@ Extrema finiteExtrema(std::span<const float> values) {
   return extrema;
 }
 
-Extrema finiteExtrema(std::span<const float> values, const SampleIndex* index) {
+Extrema finiteExtrema(std::span<const float> values, const SampleIndex* index, SampleSource* source) {
   const auto count = std::int64_t(values.size());
-  if (index == nullptr || !index->covers(values.data(), 0, count)) return finiteExtrema(values);
+  if (index == nullptr || !index->covers(values.data(), 0, count)) {
+    const HeldSamples held(source, values.data(), values.data() + values.size());
+    return finiteExtrema(values);
+  }
   const SampleIndex::Blocks blocks = index->blocksWithin(values.data(), 0, count);
   Extrema extrema{kInfinity, -kInfinity};
-  include(values.first(std::size_t(blocks.begin)), extrema);
+  include(values.first(std::size_t(blocks.begin)), source, extrema);
   for (std::int64_t k = 0; k < blocks.count; ++k) {
     if (std::isfinite(blocks.lowest[k])) {
       extrema.min = lower(blocks.lowest[k], extrema.min);
       extrema.max = higher(blocks.highest[k], extrema.max);
     } else {
       include(values.subspan(std::size_t(blocks.begin + k * SampleIndex::kBlock), std::size_t(SampleIndex::kBlock)),
-              extrema);
+              source, extrema);
     }
   }
-  include(values.subspan(std::size_t(blocks.end())), extrema);
+  include(values.subspan(std::size_t(blocks.end())), source, extrema);
   if (extrema.min > extrema.max) return {};
   return extrema;
 }

@@ -7,6 +7,7 @@
 namespace xov {
 
 class SampleIndex;
+class SampleSource;
 
 /// Smallest and largest value of a series.
 struct XOV_EXPORT Extrema {
@@ -18,7 +19,9 @@ struct XOV_EXPORT Extrema {
 /// holds an infinity.
 XOV_EXPORT Extrema finiteExtrema(std::span<const float> values);
 
-/// The same, from the index where there is one that covers the values: what it knows is not read.
-XOV_EXPORT Extrema finiteExtrema(std::span<const float> values, const SampleIndex* index);
+/// The same, from the index where there is one that covers the values: what it knows is not read. A source holds what
+/// is read.
+XOV_EXPORT Extrema finiteExtrema(std::span<const float> values, const SampleIndex* index,
+                                 SampleSource* source = nullptr);
 
 } // namespace xov

@@ -42,6 +42,9 @@ constexpr double kEndTolerance = 1e-4;
 constexpr float kDeepestEventKm = 1000;
 constexpr float kMetresPerKilometre = 1000;
 
+// Samples that are brought into memory together: whole blocks of the index.
+constexpr std::size_t kTogether = std::size_t(1) << 18;
+
 constexpr double kLargestFloat = double(std::numeric_limits<float>::max());
 
 /// The stored end time where it is plausible, else the computed one.
@@ -91,7 +94,39 @@ SacSeismogram::SacSeismogram(const SacHeader& header, std::vector<float> samples
   findExtrema();
 }
 
+SacSeismogram::SacSeismogram(const SacHeader& header, std::shared_ptr<PagedSamples> samples, SampleIndex index,
+                             std::optional<FiniteSum> sum, QString path, std::optional<SacFooter> precise)
+    : header_(header),
+      paged_(std::move(samples)),
+      pagedPart_(paged_->data(), std::size_t(paged_->count())),
+      sum_(sum),
+      path_(std::move(path)),
+      index_(std::move(index)) {
+  takeHeader(precise);
+  if (index_.covers(pagedPart_.data(), 0, std::ssize(pagedPart_)))
+    noteExtrema();
+  else
+    findExtrema();
+}
+
 SacSeismogram::~SacSeismogram() = default;
+
+/// The samples, which need not be in memory.
+std::span<const float> SacSeismogram::stored() const { return paged_ ? pagedPart_ : std::span(samples_); }
+
+/// From here on the samples are like those of any trace.
+void SacSeismogram::bringIntoMemory() {
+  if (!paged_) return;
+  samples_.resize(pagedPart_.size());
+  for (std::size_t first = 0; first < samples_.size(); first += kTogether) {
+    const auto some = pagedPart_.subspan(first, std::min(kTogether, pagedPart_.size() - first));
+    const HeldSamples held(paged_.get(), some.data(), some.data() + some.size());
+    std::ranges::copy(some, samples_.begin() + std::ptrdiff_t(first));
+  }
+  paged_.reset();
+  isHeld_ = false;
+  index_.build(samples_);
+}
 
 void SacSeismogram::takeHeader(const std::optional<SacFooter>& precise) {
   if (precise) {
@@ -109,7 +144,7 @@ void SacSeismogram::takeHeader(const std::optional<SacFooter>& precise) {
 }
 
 void SacSeismogram::fitTimesToSamples() {
-  header_.npts = int(std::min(samples_.size(), std::size_t(std::numeric_limits<int>::max())));
+  header_.npts = int(std::min(stored().size(), std::size_t(std::numeric_limits<int>::max())));
   precise_.e = endTime(precise_.e, precise_.b, precise_.delta, header_.npts);
   header_.e = float(std::clamp(precise_.e, -kLargestFloat, kLargestFloat));
 }
@@ -129,13 +164,18 @@ void SacSeismogram::setHeader(const SacHeader& header, QString path, std::option
 }
 
 void SacSeismogram::keepSamples(std::size_t first, std::size_t count) {
-  first = std::min(first, samples_.size());
-  count = std::min(count, samples_.size() - first);
-  const std::size_t behind = samples_.size() - first - count;
-  samples_.resize(first + count);
-  index_.truncated(samples_, std::int64_t(behind));
-  samples_.erase(samples_.begin(), samples_.begin() + std::ptrdiff_t(first));
-  index_.dropped(samples_, std::int64_t(first));
+  first = std::min(first, stored().size());
+  count = std::min(count, stored().size() - first);
+  const std::size_t behind = stored().size() - first - count;
+  if (first > 0 || behind > 0) sum_.reset();
+  index_.truncated(stored(), std::int64_t(behind));
+  if (paged_) {
+    pagedPart_ = pagedPart_.subspan(first, count);
+  } else {
+    samples_.resize(first + count);
+    samples_.erase(samples_.begin(), samples_.begin() + std::ptrdiff_t(first));
+  }
+  index_.dropped(stored(), std::int64_t(first));
   precise_.b += double(first) * precise_.delta;
   precise_.e = kUndefinedValue;
   refineHeader(header_, precise_);
@@ -145,14 +185,23 @@ void SacSeismogram::keepSamples(std::size_t first, std::size_t count) {
 
 void SacSeismogram::rescaleSamples(double offset, double factor) {
   if (mayChange_) findExtrema();
+  sum_.reset();
   const auto rescaled = [=](float sample) { return toSinglePrecision((double(sample) - offset) * factor); };
   if (isDefined(double(header_.depmen))) header_.depmen = rescaled(header_.depmen);
-  if (std::isfinite(rescaled(extrema_.min)) && std::isfinite(rescaled(extrema_.max))) {
-    for (float& sample : samples_)
+  const bool isFinite = std::isfinite(rescaled(extrema_.min)) && std::isfinite(rescaled(extrema_.max));
+  const auto rescaleAll = [=](std::span<float> samples) {
+    if (!isFinite) {
+      std::ranges::transform(samples, samples.begin(), rescaled);
+      return;
+    }
+    for (float& sample : samples)
       sample = float((double(sample) - offset) * factor);
-  } else {
-    std::ranges::transform(samples_, samples_.begin(), rescaled);
-  }
+  };
+  if (isHeld_) bringIntoMemory();
+  if (paged_)
+    paged_->addChange(rescaleAll);
+  else
+    rescaleAll(samples_);
   if (!(factor > 0)) return findExtrema();
   index_.mapped(rescaled);
   noteExtrema();
@@ -160,12 +209,16 @@ void SacSeismogram::rescaleSamples(double offset, double factor) {
 
 void SacSeismogram::setSamples(std::vector<float> samples) {
   samples_ = std::move(samples);
+  paged_.reset();
+  sum_.reset();
   mayChange_ = false;
   precise_.e = kUndefinedValue;
   fitHeaderToSamples();
 }
 
 std::vector<float> SacSeismogram::takeSamples() {
+  bringIntoMemory();
+  sum_.reset();
   std::vector<float> taken = std::exchange(samples_, {});
   mayChange_ = false;
   precise_.e = kUndefinedValue;
@@ -174,16 +227,26 @@ std::vector<float> SacSeismogram::takeSamples() {
 }
 
 std::span<float> SacSeismogram::samples() {
+  bringIntoMemory();
   mayChange_ = true;
+  sum_.reset();
   index_.clear();
   return samples_;
 }
 
-std::span<const float> SacSeismogram::samples() const { return samples_; }
+std::span<const float> SacSeismogram::samples() const { return {GetSacSeis(), stored().size()}; }
 
 const SacFooter& SacSeismogram::preciseValues() const { return precise_; }
 
-const float* SacSeismogram::GetSacSeis() const { return samples_.data(); }
+const float* SacSeismogram::GetSacSeis() const {
+  if (paged_ && !isHeld_) {
+    paged_->hold(pagedPart_.data(), pagedPart_.data() + pagedPart_.size());
+    isHeld_ = true;
+  }
+  return stored().data();
+}
+
+BorrowedSamples SacSeismogram::borrowedSamples() const { return {stored().data(), &index_, paged_.get()}; }
 
 int SacSeismogram::npts() const { return header_.npts; }
 
@@ -209,13 +272,22 @@ void SacSeismogram::ComputeExtrema() {
 }
 
 void SacSeismogram::findExtrema() {
-  index_.build(samples_);
+  if (paged_) {
+    index_.build(pagedPart_.first(0));
+    for (std::size_t first = 0; first < pagedPart_.size(); first += kTogether) {
+      const auto some = pagedPart_.subspan(first, std::min(kTogether, pagedPart_.size() - first));
+      const HeldSamples held(paged_.get(), some.data(), some.data() + some.size());
+      index_.appended(pagedPart_, std::ssize(some));
+    }
+  } else {
+    index_.build(samples_);
+  }
   noteExtrema();
 }
 
 /// Takes the extremes from the index.
 void SacSeismogram::noteExtrema() {
-  extrema_ = finiteExtrema(samples_, &index_);
+  extrema_ = finiteExtrema(stored(), &index_, paged_.get());
   header_.depmin = extrema_.min;
   header_.depmax = extrema_.max;
 }

@@ -1,18 +1,21 @@
 #pragma once
 
+#include "XOV_Graphics/base/FiniteSum.h"
+#include "XOV_Graphics/base/PagedSamples.h"
 #include "XOV_Graphics/base/SampleIndex.h"
 #include "XOV_Graphics/seismic/Extrema.h"
 #include "XOV_Graphics/seismic/SacFooter.h"
 #include "XOV_Graphics/seismic/SacHeader.h"
 #include "XOV_Graphics/seismic/SeismogramRecord.h"
 
+#include <atomic>
 #include <optional>
 #include <span>
 
 namespace xov {
 
-/// A trace held in memory: samples, and a SAC header for everything else. Readers return it, and a host without files
-/// fills a header and hands it over with its samples:
+/// A trace: samples, and a SAC header for everything else. Readers return it, and a host without files fills a header
+/// and hands it over with its samples:
 ///
 ///     SacHeader header;
 ///     header.delta = 0.05F;
@@ -32,6 +35,10 @@ public:
   /// With `precise`, its double-precision values replace those of the header.
   explicit SacSeismogram(const SacHeader& header, std::vector<float> samples, QString path = {},
                          std::optional<SacFooter> precise = {});
+  /// The same of samples that come as they are needed, which must not be null, and what is known of all of them. With
+  /// an index that does not cover them, extremes are found in one pass through them.
+  SacSeismogram(const SacHeader& header, std::shared_ptr<PagedSamples> samples, SampleIndex index,
+                std::optional<FiniteSum> sum, QString path, std::optional<SacFooter> precise);
   ~SacSeismogram() override;
 
   /// Takes over other samples, sets npts, e, depmin and depmax to fit them and computes the extremes.
@@ -54,9 +61,14 @@ public:
   /// The header's times and coordinates in double precision: as given to the constructor, else the header's own.
   const SacFooter& preciseValues() const;
 
+  /// All samples, for as long as the record lives: those that come as they are needed are brought into memory,
+  /// whatever they take. Who reads some of them asks for borrowedSamples().
   const float* GetSacSeis() const override;
   int npts() const override;
   const SampleIndex* sampleIndex() const override;
+  BorrowedSamples borrowedSamples() const override;
+  /// What the samples sum up to, where the reader found it and they have stayed as they were.
+  const std::optional<FiniteSum>& knownSum() const { return sum_; }
   /// Sample interval as the header has it, also when that is unset or not positive.
   float delta() const override;
   float b() const override;
@@ -115,11 +127,17 @@ private:
   void fitTimesToSamples();
   void findExtrema();
   void noteExtrema();
+  std::span<const float> stored() const;
+  void bringIntoMemory();
   bool hasEventPlace() const;
 
   SacHeader header_;
   SacFooter precise_;
   std::vector<float> samples_;
+  std::shared_ptr<PagedSamples> paged_;      ///< in place of these
+  std::span<const float> pagedPart_;         ///< those of them that belong to the trace
+  mutable std::atomic<bool> isHeld_ = false; ///< all of them, as long as the trace lives
+  std::optional<FiniteSum> sum_;
   QString path_;
   bool mayChange_ = false; ///< samples() has handed them out
   SampleIndex index_;

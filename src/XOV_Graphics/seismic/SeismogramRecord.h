@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/base/SampleSource.h"
 #include "XOV_Graphics/seismic/SeisTime.h"
 
 #include <QString>
@@ -10,7 +11,6 @@
 
 namespace xov {
 
-class SampleIndex;
 struct SacHeader;
 
 /// What captions make of numbers that are not set.
@@ -40,6 +40,9 @@ public:
   /// An index of the extremes of these samples, with which long records are drawn in a fraction of the time; null
   /// where the record keeps none. It stays owned by the record and valid while the samples are.
   virtual const SampleIndex* sampleIndex() const { return nullptr; }
+  /// The same for those that read some of the samples and hold those: of a record whose samples are not all in memory
+  /// it brings none there. As long valid as the samples.
+  virtual BorrowedSamples borrowedSamples() const { return {GetSacSeis(), sampleIndex(), nullptr}; }
   /// Sample interval in seconds.
   virtual float delta() const = 0;
   /// Time of the first sample in seconds.

@@ -16,6 +16,14 @@ namespace xov {
 
 namespace {
 
+FiniteSum sumOf(const SeismogramRecord& record) {
+  if (const auto* const trace = dynamic_cast<const SacSeismogram*>(&record); trace && trace->knownSum())
+    return *trace->knownSum();
+  FiniteSum sum;
+  visitSamples(record, [&sum](std::span<const float> samples) { addFinite(samples, sum); });
+  return sum;
+}
+
 std::shared_ptr<SeismogramRecord> lowered(std::shared_ptr<SeismogramRecord> record, double by) {
   auto changed = changedRecord(std::move(record));
   changed->rescaleSamples(by, 1);
@@ -28,12 +36,11 @@ SeismogramArray withoutMeans(SeismogramArray records, MeanOf mean) {
   QHash<QString, FiniteSum> channels;
   if (mean == MeanOf::Channel) {
     for (const auto& record : records)
-      addFinite(samplesOf(*record), channels[record->labelString()]);
+      channels[record->labelString()].add(sumOf(*record));
   }
   for (auto& record : records) {
-    FiniteSum sum = channels.value(record->labelString());
-    if (mean == MeanOf::Record) addFinite(samplesOf(*record), sum);
-    record = lowered(std::move(record), sum.mean());
+    const double own = mean == MeanOf::Record ? sumOf(*record).mean() : channels[record->labelString()].mean();
+    record = lowered(std::move(record), own);
   }
   return records;
 }
@@ -57,7 +64,9 @@ std::shared_ptr<SeismogramRecord> scaled(std::shared_ptr<SeismogramRecord> recor
 
 /// The largest absolute finite sample, whatever the record tells.
 float peakOf(const SeismogramRecord& record) {
-  const Extrema extrema = finiteExtrema(samplesOf(record), record.sampleIndex());
+  const BorrowedSamples samples = record.borrowedSamples();
+  const auto count = std::size_t(samples.samples != nullptr ? std::max(record.npts(), 0) : 0);
+  const Extrema extrema = finiteExtrema({samples.samples, count}, samples.index, samples.source);
   return std::max(std::abs(extrema.min), std::abs(extrema.max));
 }
 

@@ -138,11 +138,11 @@ std::vector<float> minutePeaks(const SeismogramArray& pieces) {
   std::vector<float> peaks;
   for (const auto& piece : pieces) {
     const auto count = std::size_t(piece->npts());
+    const BorrowedSamples samples = piece->borrowedSamples();
     const double perMinute = std::clamp(std::round(kSecondsPerMinute / double(piece->delta())), 1.0, double(count));
     for (std::size_t first = 0; first < count; first += std::size_t(perMinute)) {
-      const float* const begin = piece->GetSacSeis() + first;
-      const Extrema extrema =
-          finiteExtrema({begin, std::min(std::size_t(perMinute), count - first)}, piece->sampleIndex());
+      const std::span<const float> minute(samples.samples + first, std::min(std::size_t(perMinute), count - first));
+      const Extrema extrema = finiteExtrema(minute, samples.index, samples.source);
       peaks.push_back(std::max(std::abs(extrema.min), std::abs(extrema.max)));
     }
   }

@@ -27,6 +27,19 @@ std::span<const float> samplesOf(const SeismogramRecord& record) {
   return {samples, samples ? std::size_t(std::max(record.npts(), 0)) : 0};
 }
 
+void visitSamples(const SeismogramRecord& record, const std::function<void(std::span<const float>)>& visit) {
+  constexpr std::size_t kStretch = std::size_t(1) << 18;
+  const BorrowedSamples borrowed = record.borrowedSamples();
+  std::span<const float> rest(borrowed.samples,
+                              borrowed.samples != nullptr ? std::size_t(std::max(record.npts(), 0)) : 0);
+  while (!rest.empty()) {
+    const auto some = rest.first(std::min(kStretch, rest.size()));
+    const HeldSamples held(borrowed.source, some.data(), some.data() + some.size());
+    visit(some);
+    rest = rest.subspan(some.size());
+  }
+}
+
 std::shared_ptr<SacSeismogram> copyOfRecord(const SeismogramRecord& record, RecordChanges changes) {
   const std::span<const float> own = samplesOf(record);
   SacHeader header = changes.header.value_or(headerOf(record));

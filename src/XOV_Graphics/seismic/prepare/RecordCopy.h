@@ -3,6 +3,7 @@
 #include "XOV_Graphics/base/Export.h"
 #include "XOV_Graphics/seismic/SacSeismogram.h"
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
@@ -18,6 +19,11 @@ XOV_EXPORT SacFooter preciseValuesOf(const SeismogramRecord& record);
 
 /// The record's samples; none where it has no block of them or tells a negative number. Valid while the record lives.
 XOV_EXPORT std::span<const float> samplesOf(const SeismogramRecord& record);
+
+/// The record's samples, stretch by stretch from the first to the last: of one whose samples are not all in memory,
+/// no more than a stretch is brought there at a time. Stretches but the last are 262144 samples long.
+XOV_EXPORT void visitSamples(const SeismogramRecord& record,
+                             const std::function<void(std::span<const float>)>& visit);
 
 /// What is different in a copy of a record.
 struct XOV_EXPORT RecordChanges {

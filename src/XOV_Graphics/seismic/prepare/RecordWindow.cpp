@@ -84,7 +84,8 @@ void RecordWindow::setSpan(const QDateTime& start, const QDateTime& end) {
 }
 
 RecordWindow::Source RecordWindow::sourceNow() const {
-  return {record_->GetSacSeis(), record_->npts(), record_->b(), record_->delta(), referenceTimeOf(*record_)};
+  return {record_->borrowedSamples().samples, record_->npts(), record_->b(), record_->delta(),
+          referenceTimeOf(*record_)};
 }
 
 /// The window on the record's axis; borders that are not numbers when that is unknown.
@@ -101,7 +102,9 @@ RecordWindow::Seconds RecordWindow::secondsFrom(const QDateTime& reference) cons
 RecordWindow::Piece RecordWindow::pieceOf(const Source& source) const {
   const Seconds span = secondsFrom(source.reference);
   Piece piece{source, {}, 0, preciseValuesOf(*record_), headerOf(*record_)};
-  const std::span<const float> all = samplesOf(*record_);
+  const BorrowedSamples borrowed = record_->borrowedSamples();
+  const std::span<const float> all(borrowed.samples,
+                                   borrowed.samples != nullptr ? std::size_t(std::max(record_->npts(), 0)) : 0);
   if (hasTimes(piece.precise) && !std::isnan(span.start) && !std::isnan(span.end)) {
     piece.first = countBefore(span.start, piece.precise, all.size());
     const std::size_t end = countUpTo(span.end, piece.precise, all.size());
@@ -116,7 +119,7 @@ RecordWindow::Piece RecordWindow::pieceOf(const Source& source) const {
     piece.precise.e = piece.precise.b + double(piece.samples.size() - 1) * piece.precise.delta;
   }
   refineHeader(piece.header, piece.precise);
-  const Extrema extrema = finiteExtrema(piece.samples, record_->sampleIndex());
+  const Extrema extrema = finiteExtrema(piece.samples, borrowed.index, borrowed.source);
   piece.header.npts = int(piece.samples.size());
   piece.header.depmin = extrema.min;
   piece.header.depmax = extrema.max;
@@ -131,13 +134,23 @@ const RecordWindow::Piece& RecordWindow::piece() const {
 
 std::size_t RecordWindow::firstIndex() const { return piece().first; }
 
-std::span<const float> RecordWindow::samples() const { return piece().samples; }
+std::span<const float> RecordWindow::samples() const {
+  // Those of a record that reads them as they are needed come into memory, and stay there.
+  if (record_->borrowedSamples().source != nullptr) record_->GetSacSeis();
+  return piece().samples;
+}
 
 const SacFooter& RecordWindow::preciseValues() const { return piece().precise; }
 
 const float* RecordWindow::GetSacSeis() const { return samples().data(); }
 
-int RecordWindow::npts() const { return int(samples().size()); }
+BorrowedSamples RecordWindow::borrowedSamples() const {
+  BorrowedSamples borrowed = record_->borrowedSamples();
+  borrowed.samples = piece().samples.data();
+  return borrowed;
+}
+
+int RecordWindow::npts() const { return int(piece().samples.size()); }
 
 const SampleIndex* RecordWindow::sampleIndex() const { return record_->sampleIndex(); }
 
@@ -196,7 +209,7 @@ QString secondsText(double seconds) {
 
 Error nothingInside(const SeismogramRecord& record, const QString& wanted, const QString& present) {
   const QString found =
-      samplesOf(record).empty() ? QStringLiteral("a record without samples") : QStringLiteral("samples ") + present;
+      record.npts() < 1 ? QStringLiteral("a record without samples") : QStringLiteral("samples ") + present;
   return {QStringLiteral("%1: found %2, expected some %3").arg(record.labelString(), found, wanted)};
 }
 

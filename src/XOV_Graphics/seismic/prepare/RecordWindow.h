@@ -56,6 +56,7 @@ public:
   const float* GetSacSeis() const override;
   int npts() const override;
   const SampleIndex* sampleIndex() const override;
+  BorrowedSamples borrowedSamples() const override;
   float delta() const override;
   /// Time of the window's first sample; of an empty window its start, or its end where that is open.
   float b() const override;

@@ -102,8 +102,7 @@ Trace MultiSeisView::traceOf(const SeismogramRecord& record, double center, doub
   float ampMax = std::abs(ymin_);
   if (ymax_ > ampMax) ampMax = ymax_;
   Trace trace;
-  trace.samples = record.GetSacSeis();
-  trace.index = record.sampleIndex();
+  trace.borrow(record.borrowedSamples());
   trace.last = record.npts();
   trace.tOrigin = xmin_;
   trace.xScale = timeScale(pRect_);

@@ -25,8 +25,7 @@ void SeisView01::drawRect(const QRectF&) {
     const auto& record = (*records)[i];
     if (!record) continue;
     Trace trace;
-    trace.samples = record->GetSacSeis();
-    trace.index = record->sampleIndex();
+    trace.borrow(record->borrowedSamples());
     trace.last = record->npts();
     trace.tOrigin = xmin_;
     trace.xScale = timeScale(pRect_);

@@ -79,8 +79,7 @@ void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRec
 Trace SeisView02::traceOf(const SeismogramRecord& record, const QRectF& rect) const {
   const TraceWindow window = windowStartingAtLimit(record, xmin_, xmax_);
   Trace trace;
-  trace.samples = record.GetSacSeis();
-  trace.index = record.sampleIndex();
+  trace.borrow(record.borrowedSamples());
   trace.first = window.first;
   trace.last = window.last;
   if (trace.isEmpty()) return trace;
@@ -93,6 +92,7 @@ Trace SeisView02::traceOf(const SeismogramRecord& record, const QRectF& rect) co
   trace.yOffset = rect.y();
   trace.clampLow = ymin_;
   trace.clampHigh = ymax_;
+  const HeldSamples first = trace.held(trace.first, trace.first + 1);
   trace.firstValue = trace.samples[trace.first];
   return trace;
 }

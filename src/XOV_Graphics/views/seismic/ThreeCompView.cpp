@@ -132,8 +132,7 @@ void ThreeCompView::drawSeisSeis(const QRectF& rect, const SeismogramRecord* rec
   if (record == nullptr) return;
   const TraceWindow window = windowBetweenLimits(*record, xmin_, xmax_);
   Trace trace;
-  trace.samples = record->GetSacSeis();
-  trace.index = record->sampleIndex();
+  trace.borrow(record->borrowedSamples());
   trace.first = window.first;
   trace.last = window.last;
   trace.time = TraceTime::uniform(record->b(), record->delta());

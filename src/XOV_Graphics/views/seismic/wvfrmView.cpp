@@ -68,8 +68,7 @@ void wvfrmView::drawPair(const QRectF& rect, const SeismogramArray& records, std
 void wvfrmView::drawSeisSeis(const QRectF& rect, const SeismogramRecord* record) {
   if (record == nullptr) return;
   Trace trace;
-  trace.samples = record->GetSacSeis();
-  trace.index = record->sampleIndex();
+  trace.borrow(record->borrowedSamples());
   trace.last = record->npts();
   trace.time = TraceTime::uniform(0, 1);
   trace.xScale = timeScale(rect) * double(record->delta());

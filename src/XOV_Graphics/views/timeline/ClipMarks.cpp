@@ -45,6 +45,7 @@ std::vector<QLineF> clipMarks(const Trace& trace) {
   Marks below(trace.yOf(low));
   Marks above(trace.yOf(high));
   const auto look = [&](std::int64_t from, std::int64_t to) {
+    const HeldSamples held = trace.held(from, to);
     for (std::int64_t i = from; i < to; ++i) {
       const float value = trace.samples[i];
       if ((value >= low && value <= high) || !std::isfinite(value)) continue;

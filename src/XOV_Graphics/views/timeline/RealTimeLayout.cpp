@@ -37,9 +37,8 @@ Trace realTimeTrace(const RealTimeBands& bands, std::size_t k, const SeismogramR
   const float b = record.b();
   const float delta = record.delta();
   Trace trace;
-  if (!(delta >= 0) || record.GetSacSeis() == nullptr) return trace;
-  trace.samples = record.GetSacSeis();
-  trace.index = record.sampleIndex();
+  trace.borrow(record.borrowedSamples());
+  if (!(delta >= 0) || trace.samples == nullptr) return trace;
   trace.first = std::max(0, towardZero((limits.xmin - b) / delta));
   trace.last = record.npts();
   if (trace.isEmpty()) return trace;
@@ -50,6 +49,7 @@ Trace realTimeTrace(const RealTimeBands& bands, std::size_t k, const SeismogramR
   trace.xOffset = bands.rect.x();
   trace.yScale = double(gain) * bands.rect.height() / double(limits.ymax - limits.ymin) / double(bands.count);
   trace.yOffset = bands.zeroLine(k);
+  const HeldSamples first = trace.held(0, 1);
   trace.firstValue = trace.samples[0];
   return trace;
 }

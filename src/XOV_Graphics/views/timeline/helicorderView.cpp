@@ -127,8 +127,9 @@ void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
     if (piece == nullptr) continue;
     const PieceTimes times{piece->b() + offset, piece->delta(), piece->npts()};
     std::vector<DrawnTrace> rows;
-    for (Trace& trace : rowTraces(page, times, piece->GetSacSeis(), *scale, reach)) {
-      trace.index = piece->sampleIndex();
+    const BorrowedSamples samples = piece->borrowedSamples();
+    for (Trace& trace : rowTraces(page, times, samples.samples, *scale, reach)) {
+      trace.borrow(samples);
       if (isHeld) {
         trace.clampLow = -float(limit);
         trace.clampHigh = float(limit);

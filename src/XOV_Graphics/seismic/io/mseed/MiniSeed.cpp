@@ -47,7 +47,7 @@ public:
 
   /// What is to be said of the traces, unless there are none where there should be.
   Result<QStringList> notes() const {
-    const bool isEmpty = traces_.records.empty();
+    const bool isEmpty = traces_.records.empty() && traces_.located.empty();
     if (isEmpty && !isPassedOver(index_)) return nothingRead(index_, name_);
     return miniSeedNotes(index_, isEmpty, name_);
   }
@@ -97,6 +97,15 @@ Result<SeismogramFileSummary> summarizeMiniSeedDevice(QIODevice& device, const Q
   for (std::size_t i = 0; i < reading.traces().records.size(); ++i)
     summary.records.push_back({reading.traces().records[i], reading.traces().tallies[i]});
   return summary;
+}
+
+Result<ArchiveContents> locateMiniSeedDevice(QIODevice& device, const QString& name) {
+  Reading reading(device, name, QString());
+  if (Status status = reading.index(ChannelPatterns()); !status) return Error{status.error()};
+  reading.assemble(Samples::Located);
+  const Result<QStringList> notes = reading.notes();
+  if (!notes) return Error{notes.error()};
+  return ArchiveContents{SampleStorage::MiniSeed, std::move(reading.traces().located), *notes};
 }
 
 } // namespace xov

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Result.h"
+#include "XOV_Graphics/seismic/ArchiveContents.h"
 #include "XOV_Graphics/seismic/SeismogramFile.h"
 #include "XOV_Graphics/seismic/SeismogramSummary.h"
 
@@ -21,5 +22,9 @@ Result<SeismogramFile> readMiniSeedDevice(QIODevice& device, const QString& name
 /// The same without ever holding more samples than those of one record.
 Result<SeismogramFileSummary> summarizeMiniSeedDevice(QIODevice& device, const QString& name, const QString& path,
                                                       const SeismogramReadOptions& options);
+
+/// Finds where the samples of its traces lie, of all channels. Each record is decoded once, so that those are left
+/// out that cannot be.
+Result<ArchiveContents> locateMiniSeedDevice(QIODevice& device, const QString& name);
 
 } // namespace xov

@@ -173,7 +173,7 @@ private:
   struct Job {
     std::size_t record;
     QByteArrayView bytes;  ///< none where the file has lost them
-    std::span<float> room; ///< empty where samples are only summed up
+    std::span<float> room; ///< empty where samples are not kept
     DecodedRecord decoded;
   };
 
@@ -186,7 +186,7 @@ private:
   void decodeJob(Job& job, Tools& tools) {
     const IndexedRecord& indexed = record(job.record);
     if (job.bytes.isEmpty()) return;
-    if (samples_ == Samples::SummedUp) {
+    if (samples_ != Samples::Kept) {
       tools.oneRecord.resize(std::size_t(indexed.span.sampleCount));
       job.room = tools.oneRecord;
     }
@@ -198,7 +198,7 @@ private:
   /// Where to decode a record to. Memory is first touched there, and not as a whole beforehand: it would have left
   /// the processor's caches by then.
   std::span<float> roomFor(std::size_t i) {
-    if (samples_ == Samples::SummedUp) return {};
+    if (samples_ != Samples::Kept) return {};
     const auto count = std::size_t(record(i).span.sampleCount);
     Piece& piece = pieces_[places_[i].piece];
     const std::size_t first = places_[i].first;
@@ -224,6 +224,8 @@ private:
       Stretch& stretch = stretches.add(place.piece, record(i).span);
       if (samples_ == Samples::SummedUp)
         stretch.tally.add(tallies_[i]);
+      else if (samples_ == Samples::Located)
+        stretch.places.push_back({record(i).offset, record(i).span.sampleCount});
       else
         takeSamples(i, stretch);
     }

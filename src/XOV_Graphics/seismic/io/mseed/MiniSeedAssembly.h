@@ -10,6 +10,7 @@ namespace xov {
 enum class Samples : std::uint8_t {
   Kept,     ///< in the traces
   SummedUp, ///< tallies take their place: traces have none
+  Located,  ///< the places where they lie: traces have none
 };
 
 /// Turns the records of an index into traces of a file at `path`. What cannot be decoded, or only with a doubt, and

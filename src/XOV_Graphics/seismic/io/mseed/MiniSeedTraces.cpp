@@ -70,6 +70,10 @@ void MiniSeedTraces::append(const ChannelCodes& codes, std::vector<Stretch> stre
     SacFooter precise = footerFromHeader(header);
     precise.b = times.b;
     precise.delta = times.delta;
+    if (!stretch.places.empty()) {
+      located.push_back({header, precise, std::move(stretch.places), stretch.extent.sampleCount, {}, {}, {}});
+      continue;
+    }
     records.push_back(std::make_shared<SacSeismogram>(header, std::move(stretch.samples), path, precise));
     tallies.push_back(stretch.tally);
   }

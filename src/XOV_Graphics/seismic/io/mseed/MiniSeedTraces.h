@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/seismic/ArchiveContents.h"
 #include "XOV_Graphics/seismic/SeismogramSummary.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
 
@@ -7,11 +8,13 @@
 
 namespace xov {
 
-/// A stretch of a piece without a record that could not be decoded: its samples, or what they amount to.
+/// A stretch of a piece without a record that could not be decoded: its samples, or what they amount to, or where
+/// they lie.
 struct Stretch {
   PieceExtent extent;
   std::vector<float> samples;
   SampleTally tally;
+  std::vector<SamplePlace> places;
 };
 
 /// The stretches of one channel.
@@ -35,10 +38,11 @@ private:
   std::vector<std::size_t> open_; // of each piece, the number of the stretch that goes on; kNone where none does
 };
 
-/// Records, and what the samples of each amount to where those are not kept.
+/// Records, and what the samples of each amount to where those are not kept; or traces of which the places are known.
 struct MiniSeedTraces {
   SeismogramArray records;
   std::vector<SampleTally> tallies;
+  std::vector<ArchivedTrace> located;
 
   /// Appends the stretches of a channel. They share a reference time, the start of the first one.
   void append(const ChannelCodes& codes, std::vector<Stretch> stretches, const QString& path);

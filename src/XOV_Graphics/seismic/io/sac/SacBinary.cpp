@@ -129,18 +129,15 @@ bool readSamples(QIODevice& device, std::span<float> samples, QSysInfo::Endian o
   return true;
 }
 
-/// Reads header and footer of a file; `takeSamples` reads what lies between them, and makes the trace's samples of
-/// it.
+/// Reads header and footer of a file; `takeSamples` deals with what lies between them.
 template <typename TakeSamples>
-Result<std::shared_ptr<SacSeismogram>> readAround(QIODevice& device, const QString& name, const QString& path,
-                                                  TakeSamples takeSamples) {
+Result<SacLocation> readAroundSamples(QIODevice& device, const QString& name, const TakeSamples& takeSamples) {
   QSysInfo::Endian order = QSysInfo::ByteOrder;
   const Result<SacHeader> header = readHeader(device, name, order);
   if (!header) return Error{header.error()};
   if (Status status = checkSize(*header, device.size(), name); !status) return Error{status.error()};
 
-  std::vector<float> samples;
-  bool readable = takeSamples(std::size_t(header->npts), order, samples);
+  bool readable = takeSamples(std::size_t(header->npts), order);
   std::optional<SacFooter> footer;
   if (readable && header->nvhdr == kSacVersion7) {
     footer = readFooter(device, order);
@@ -148,7 +145,18 @@ Result<std::shared_ptr<SacSeismogram>> readAround(QIODevice& device, const QStri
   }
   if (!readable) return Error{name + ": cannot be read: " + device.errorString()};
   if (Status status = checkTimes(*header, footer, name); !status) return Error{status.error()};
-  return std::make_shared<SacSeismogram>(*header, std::move(samples), path, footer);
+  return SacLocation{*header, footer, order, kHeaderBytes};
+}
+
+/// The same; `takeSamples` makes the trace's samples of what lies between.
+template <typename TakeSamples>
+Result<std::shared_ptr<SacSeismogram>> readAround(QIODevice& device, const QString& name, const QString& path,
+                                                  TakeSamples takeSamples) {
+  std::vector<float> samples;
+  const Result<SacLocation> found = readAroundSamples(
+      device, name, [&](std::size_t count, QSysInfo::Endian order) { return takeSamples(count, order, samples); });
+  if (!found) return Error{found.error()};
+  return std::make_shared<SacSeismogram>(found->header, std::move(samples), path, found->footer);
 }
 
 } // namespace
@@ -159,6 +167,12 @@ Result<std::shared_ptr<SacSeismogram>> readSacBinary(QIODevice& device, const QS
                       samples.resize(count);
                       return readSamples(device, samples, order);
                     });
+}
+
+Result<SacLocation> locateSacBinary(QIODevice& device, const QString& name) {
+  return readAroundSamples(device, name, [&device](std::size_t count, QSysInfo::Endian) {
+    return device.seek(device.pos() + qint64(count) * kSampleBytes);
+  });
 }
 
 Result<SeismogramSummary> summarizeSacBinary(QIODevice& device, const QString& name, const QString& path) {

@@ -27,6 +27,15 @@ Result<std::shared_ptr<SacSeismogram>> readSacBinary(QIODevice& device, const QS
 /// The same without ever holding more than a stretch of the samples.
 Result<SeismogramSummary> summarizeSacBinary(QIODevice& device, const QString& name, const QString& path);
 
+/// Where the samples of a binary SAC file lie, which are not read: npts of them from `offset` on.
+struct SacLocation {
+  SacHeader header;
+  std::optional<SacFooter> footer;
+  QSysInfo::Endian order = QSysInfo::ByteOrder;
+  qint64 offset = 0;
+};
+Result<SacLocation> locateSacBinary(QIODevice& device, const QString& name);
+
 /// What to note of a file that holds more than its header says, when the binary form has been read from the device;
 /// empty when it does not.
 QString excessNote(QIODevice& device, const SacHeader& header, const QString& name);

@@ -1,0 +1,206 @@
+#include "XOV_Graphics/seismic/io/archive/Archive.h"
+
+#include "XOV_Graphics/base/Guarded.h"
+#include "XOV_Graphics/base/InputFile.h"
+#include "XOV_Graphics/base/WholeFile.h"
+#include "XOV_Graphics/seismic/ChannelPatterns.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/io/Readers.h"
+#include "XOV_Graphics/seismic/io/archive/ExtremesFile.h"
+#include "XOV_Graphics/seismic/io/archive/SampleReaders.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeed.h"
+#include "XOV_Graphics/seismic/io/sac/SacAlphanumeric.h"
+#include "XOV_Graphics/seismic/io/sac/SacBinary.h"
+#include "XOV_Graphics/seismic/io/sac/SacChecks.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+
+#include <limits>
+
+namespace xov {
+
+namespace {
+
+constexpr qint64 kHeadBytes = 1024;             // what formats are known by
+constexpr qint64 kLeastBytes = qint64(1) << 20; // of a file that is not read whole
+constexpr qint64 kMostIndexBytes = qint64(1) << 31;
+constexpr std::int64_t kTogether = std::int64_t(1) << 18; // samples that are gone through at a time
+constexpr qsizetype kHashDigits = 16;
+
+Result<ArchiveContents> locateSac(QIODevice& device, const QString& name) {
+  const Result<SacLocation> found = locateSacBinary(device, name);
+  if (!found) return Error{found.error()};
+  ArchiveContents contents;
+  contents.storage =
+      found->order == QSysInfo::LittleEndian ? SampleStorage::LittleEndianSac : SampleStorage::BigEndianSac;
+  contents.notes =
+      QStringList{sacTimeNote(found->header, name, SacPlaces::Bytes), excessNote(device, found->header, name)};
+  contents.notes.removeAll(QString());
+  ArchivedTrace trace;
+  trace.header = found->header;
+  trace.precise = found->footer.value_or(footerFromHeader(found->header));
+  trace.sampleCount = found->header.npts;
+  trace.places = {{found->offset, trace.sampleCount}};
+  contents.traces.push_back(std::move(trace));
+  return contents;
+}
+
+/// An index that is kept of the file; an error where there is none, or one that does not fit.
+Result<ArchiveContents> keptContents(const QString& indexPath, const ArchiveIdentity& identity) {
+  if (!QFileInfo::exists(indexPath)) return Error{QStringLiteral("there is no index")};
+  const Result<QByteArray> bytes = readWholeFile(indexPath, kMostIndexBytes);
+  if (!bytes) return Error{bytes.error()};
+  return parseExtremesFile(*bytes, identity);
+}
+
+/// Goes through the samples for their extremes and their sum.
+void findExtremes(PagedSamples& samples, SampleIndex& index, FiniteSum& sum) {
+  const std::span<const float> all(samples.data(), std::size_t(samples.count()));
+  index.build(all.first(0));
+  for (std::int64_t first = 0; first < samples.count(); first += kTogether) {
+    const auto some = all.subspan(std::size_t(first), std::size_t(std::min(kTogether, samples.count() - first)));
+    const HeldSamples held(&samples, some.data(), some.data() + some.size());
+    index.appended(all, std::ssize(some));
+    addFinite(some, sum);
+  }
+}
+
+/// An open file of traces.
+class Opening {
+public:
+  Opening(QFile& file, const QString& path, std::optional<IndexCache> cache)
+      : path_(path),
+        fullPath_(QFileInfo(path).absoluteFilePath()),
+        cache_(std::move(cache)),
+        identity_(identityOf(file, QFileInfo(path).lastModified().toMSecsSinceEpoch())) {}
+
+  /// Takes the contents from the index that is kept, or makes them with `locate`.
+  template <typename Locate>
+  Status find(const Locate& locate) {
+    if (cache_) {
+      Result<ArchiveContents> kept = keptContents(indexPathOf(path_, *cache_), identity_);
+      isKept_ = bool(kept);
+      if (isKept_) contents_ = std::move(kept).value();
+    }
+    if (isKept_) return {};
+    Result<ArchiveContents> located = locate();
+    if (!located) return Error{QString(located.error()).replace(kFileName, path_)};
+    contents_ = std::move(located).value();
+    return {};
+  }
+
+  /// The traces as records; null where the system does not give the addresses for one.
+  std::optional<SeismogramArray> records() {
+    SeismogramArray all;
+    const std::shared_ptr<ArchiveSource> source = archiveSource(fullPath_, identity_, contents_.storage);
+    for (ArchivedTrace& trace : contents_.traces) {
+      auto record = recordOf(trace, source);
+      if (!record) return {};
+      all.push_back(std::move(record));
+    }
+    return all;
+  }
+
+  QStringList notes() const {
+    QStringList notes = contents_.notes;
+    notes.replaceInStrings(QString(kFileName), path_);
+    return notes;
+  }
+
+  /// Keeps what was found, if that is wished and it was not there.
+  void keep(QStringList& notes) const {
+    if (!cache_ || isKept_) return;
+    if (!cache_->folder.isEmpty()) QDir().mkpath(cache_->folder);
+    QString problem;
+    if (!writeFileAtomically(indexPathOf(path_, *cache_), extremesFileBytes(contents_, identity_), &problem))
+      notes.append(QStringLiteral("%1: its index is not kept: %2").arg(path_, problem));
+  }
+
+private:
+  std::shared_ptr<SacSeismogram> recordOf(ArchivedTrace& trace, const std::shared_ptr<ArchiveSource>& source) const {
+    // Another writer of the index needs the places no more, this one does.
+    auto places = isKept_ ? std::move(trace.places) : trace.places;
+    const auto samples = PagedSamples::make(trace.sampleCount, sampleReader(source, std::move(places)));
+    if (!samples) return nullptr;
+    const std::span<const float> all(samples->data(), std::size_t(samples->count()));
+    SampleIndex index;
+    if (isKept_) {
+      index.adopt(all, std::move(trace.lowest), std::move(trace.highest));
+    } else {
+      findExtremes(*samples, index, trace.sum);
+      const SampleIndex::Blocks blocks = index.blocksWithin(all.data(), 0, std::ssize(all));
+      trace.lowest.assign(blocks.lowest, blocks.lowest + blocks.count);
+      trace.highest.assign(blocks.highest, blocks.highest + blocks.count);
+    }
+    return std::make_shared<SacSeismogram>(trace.header, samples, std::move(index), trace.sum, fullPath_,
+                                           trace.precise);
+  }
+
+  QString path_;
+  QString fullPath_;
+  std::optional<IndexCache> cache_;
+  ArchiveIdentity identity_;
+  ArchiveContents contents_;
+  bool isKept_ = false;
+};
+
+ChannelCodes codesOf(const SeismogramRecord& record) {
+  return {record.knetwk(), record.kstnm(), record.khole(), record.kcmpnm()};
+}
+
+/// Leaves the records that are selected; what to note where none is.
+QString select(SeismogramArray& records, const ChannelPatterns& patterns, const QString& name) {
+  QStringList names;
+  for (const auto& record : records) {
+    const QString channel = channelName(codesOf(*record));
+    if (!names.contains(channel)) names.append(channel);
+  }
+  std::erase_if(records, [&](const auto& record) { return !patterns.select(codesOf(*record)); });
+  return records.empty() ? name + QStringLiteral(": no channel is selected of ") + names.join(QStringLiteral(", "))
+                         : QString();
+}
+
+Result<SeismogramFile> open(const QString& path, const SeismogramReadOptions& options,
+                            const std::optional<IndexCache>& cache) {
+  QFile file(path);
+  if (Status status = openForReading(file); !status) return Error{status.error()};
+  const QByteArray head = file.peek(kHeadBytes);
+  const bool isRecords = isMiniSeed(head);
+  const bool isSac = !isRecords && !isSacAlphanumeric(head) && sacByteOrder(head).has_value();
+  if (file.size() < kLeastBytes || (!isRecords && !isSac)) return readSeismogramFile(path, options);
+  const Result<ChannelPatterns> patterns = ChannelPatterns::parse(options.channels);
+  if (!patterns) return Error{patterns.error()};
+  Opening opening(file, path, cache);
+  const QString name(kFileName);
+  const Status found =
+      opening.find([&] { return isRecords ? locateMiniSeedDevice(file, name) : locateSac(file, name); });
+  if (!found) return Error{found.error()};
+  std::optional<SeismogramArray> records = opening.records();
+  if (!records || records->empty()) return readSeismogramFile(path, options);
+  SeismogramFile opened{std::move(*records), opening.notes()};
+  opening.keep(opened.notes);
+  if (const QString note = select(opened.records, *patterns, path); !note.isEmpty()) opened.notes = QStringList{note};
+  return opened;
+}
+
+} // namespace
+
+QString indexPathOf(const QString& path, const IndexCache& cache) {
+  const QFileInfo file(path);
+  const QString suffix = QStringLiteral(".xovindex");
+  if (cache.folder.isEmpty()) return file.dir().filePath(QLatin1Char('.') + file.fileName() + suffix);
+  // Files of the same name in different folders.
+  const QByteArray hash = QCryptographicHash::hash(file.absoluteFilePath().toUtf8(), QCryptographicHash::Sha256);
+  return QDir(cache.folder)
+      .filePath(file.fileName() + QLatin1Char('-') + QString::fromLatin1(hash.toHex().first(kHashDigits)) + suffix);
+}
+
+Result<SeismogramFile> openSeismogramFile(const QString& path, const SeismogramReadOptions& options,
+                                          const std::optional<IndexCache>& cache) noexcept {
+  return guarded(path, [&] { return open(path, options, cache); });
+}
+
+} // namespace xov

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/base/Result.h"
+#include "XOV_Graphics/seismic/SeismogramFile.h"
+
+#include <optional>
+
+namespace xov {
+
+/// Where to keep the extremes of files, by which they are opened without reading their samples.
+struct XOV_EXPORT IndexCache {
+  /// A folder for the indexes of all files, made where there is none; with an empty name, each is kept beside its
+  /// file, hidden by a point before its name.
+  QString folder;
+};
+
+/// Opens a file of traces whose samples are read when they are drawn or asked for, and forgotten when more memory
+/// would be needed than setPagedSamplesLimit() (base/PagedSamples.h) allows: records and notes are those of
+/// readSeismogramFile(), pictures too. Binary SAC and miniSEED; files of text and those of less than a megabyte are
+/// read whole.
+///
+/// The samples are gone through once for their extremes, unless `cache` has an index of this very file (its size, the
+/// time of its last change and its first bytes are compared, and the index has a check value). One that is damaged or
+/// of another version is never used: it is made anew. It is written whole or not at all; that it could not be written
+/// is noted, and the file opened all the same.
+///
+/// Who asks such a record for all samples at once (GetSacSeis()) has them all in memory; borrowedSamples() does not.
+/// A file that is changed or removed while its records live gives gaps for what was not read before.
+XOV_EXPORT Result<SeismogramFile> openSeismogramFile(const QString& path, const SeismogramReadOptions& options = {},
+                                                     const std::optional<IndexCache>& cache = {}) noexcept;
+
+/// Where the index of a file is kept.
+XOV_EXPORT QString indexPathOf(const QString& path, const IndexCache& cache);
+
+} // namespace xov
