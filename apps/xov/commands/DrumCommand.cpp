@@ -62,6 +62,7 @@ DrumSpan spanOf(const std::vector<PreparationStep>& steps, const SeismogramArray
 
 void DrumCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
+  inputs_.addMemoryOptions(options);
   options.add_option("--rows", rows_, "Number of rows (default: as many as the recording needs)")
       ->type_name("N")
       ->check(wholeNumberFromTo(1, kMostDrumRows));

@@ -85,6 +85,7 @@ PanelTimes panelTimes(const SeismogramArray& records) {
 
 void PanelsCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
+  inputs_.addMemoryOptions(options);
   options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
       ->type_name("G")
       ->check(numberAboveZero());

@@ -50,6 +50,7 @@ RecordOrder orderNamed(const std::string& name) {
 
 void SectionCommand::addOptions(CLI::App& options) {
   inputs_.addOptions(options);
+  inputs_.addMemoryOptions(options);
   options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
       ->type_name("G")
       ->check(numberAboveZero());

@@ -12,6 +12,8 @@
 #include <QSet>
 
 #include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/base/PagedSamples.h>
+#include <XOV_Graphics/base/SampleIndex.h>
 #include <XOV_Graphics/seismic/prepare/RecordCopy.h>
 #include <algorithm>
 #include <cmath>
@@ -132,8 +134,22 @@ private:
   QStringList unselected_; // what was noted of files without a record
 };
 
+constexpr double kBytesPerMegabyte = 1 << 20;
+constexpr double kLeastMegabytes = 16;
+constexpr double kMostMegabytes = 1 << 20;
+constexpr char kBesideFiles[] = "beside";
+
+// Whether the index of a record knows a block without a gap.
+bool hasWholeBlock(const SeismogramRecord& record) {
+  const BorrowedSamples samples = record.borrowedSamples();
+  if (samples.index == nullptr || !samples.index->covers(samples.samples, 0, record.npts())) return false;
+  const SampleIndex::Blocks blocks = samples.index->blocksWithin(samples.samples, 0, record.npts());
+  return std::any_of(blocks.lowest, blocks.lowest + blocks.count, [](float low) { return std::isfinite(low); });
+}
+
 // What a trace that is drawn does not show of a record; empty when it shows all.
 QString drawingNote(const QString& name, const SeismogramRecord& record) {
+  if (hasWholeBlock(record)) return {};
   const std::span<const float> samples = samplesOf(record);
   const auto isFinite = [](float sample) { return std::isfinite(sample); };
   const auto bothFinite = [](float left, float right) { return std::isfinite(left) && std::isfinite(right); };
@@ -153,6 +169,29 @@ void RecordInputs::addOptions(CLI::App& options, const char* files, const char* 
       ->delimiter(',')
       ->allow_extra_args(false)
       ->check(channelPattern());
+}
+
+void RecordInputs::addMemoryOptions(CLI::App& options) {
+  options
+      .add_option("--index-cache", indexCache_,
+                  "Keep an index of each large file, which opens at once the next time: 'beside' it, or in a folder")
+      ->type_name("beside|FOLDER");
+  options
+      .add_option("--sample-memory", sampleMegabytes_,
+                  "Megabytes for samples of larger files, which are read as they are needed (default 512)")
+      ->type_name("MB")
+      ->check(numberFromTo(kLeastMegabytes, kMostMegabytes));
+}
+
+bool RecordInputs::isRead(const QString& name) const {
+  const QFileInfo file(name);
+  const bool isLarge = double(file.size()) > sampleMegabytes_ * kBytesPerMegabyte;
+  return !file.isFile() || (indexCache_.empty() && !isLarge);
+}
+
+std::optional<IndexCache> RecordInputs::indexCache() const {
+  if (indexCache_.empty()) return {};
+  return IndexCache{indexCache_ == kBesideFiles ? QString() : fileNameFromBytes(indexCache_)};
 }
 
 QStringList RecordInputs::names() const { return texts(arguments_); }
@@ -178,13 +217,20 @@ ExitCode RecordInputs::readEach(const InputList& inputs, const FileReader& reade
 
 Records RecordInputs::read() const {
   Records all;
+  setPagedSamplesLimit(std::size_t(sampleMegabytes_ * kBytesPerMegabyte));
   const InputList inputs = expandInputs(names());
-  QStringList paths;
-  for (const InputFile& file : inputs.files)
-    paths.append(file.path);
-  InputReader files(paths, readOptions());
-  all.status = readEach(inputs, [&](const QString& name, const SeismogramReadOptions&) -> Result<ReadFile> {
-    const Result<SeismogramFile> file = files.next();
+  QSet<QString> opened; // of which samples are read as they are drawn
+  QStringList read;
+  for (const InputFile& file : inputs.files) {
+    if (isRead(file.path))
+      read.append(file.path);
+    else
+      opened.insert(file.path);
+  }
+  InputReader files(read, readOptions());
+  all.status = readEach(inputs, [&](const QString& name, const SeismogramReadOptions& options) -> Result<ReadFile> {
+    const Result<SeismogramFile> file =
+        opened.contains(name) ? openSeismogramFile(name, options, indexCache()) : files.next();
     if (!file) return Error{file.error()};
     ReadFile found{!file->records.empty(), file->notes};
     for (const auto& record : file->records) {

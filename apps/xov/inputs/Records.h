@@ -7,7 +7,9 @@
 
 #include <XOV_Graphics/base/Result.h>
 #include <XOV_Graphics/seismic/SeismogramFile.h>
+#include <XOV_Graphics/seismic/io/archive/Archive.h>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -46,13 +48,18 @@ public:
   /// The command works without files, too; to be said before addOptions().
   void allowNone() { isRequired_ = false; }
 
+  /// Options for records that are drawn as they are: how much memory samples of large files may take, and where to
+  /// keep the indexes of files.
+  void addMemoryOptions(CLI::App& options);
+
   /// The arguments as the user gave them.
   QStringList names() const;
 
-  /// Reads all files, with a progress bar when that takes long, and says on standard error what readers note, such as
-  /// damaged records. A file that cannot be read is said there, too, and left out. When the user named it that makes
-  /// the status Failed; a folder may hold other files besides. Of files without a channel that is selected nothing is
-  /// said as long as others have one.
+  /// Reads all files (of those larger than the memory for samples, and of all where indexes are kept, samples come as
+  /// they are needed), with a progress bar when that takes long, and says on standard error what readers note, such
+  /// as damaged records. A file that cannot be read is said there, too, and left out. When the user named it that
+  /// makes the status Failed; a folder may hold other files besides. Of files without a channel that is selected
+  /// nothing is said as long as others have one.
   Records read() const;
 
   /// The same for one who reads the files by other means, one after the other: the status of the whole.
@@ -61,10 +68,15 @@ public:
 private:
   ExitCode readEach(const InputList& inputs, const FileReader& reader) const;
   SeismogramReadOptions readOptions() const;
+  /// Whether a file is read whole; else its samples come as they are drawn.
+  bool isRead(const QString& name) const;
+  std::optional<IndexCache> indexCache() const;
 
   bool isRequired_ = true;
   std::vector<std::string> arguments_;
   std::vector<std::string> channels_;
+  std::string indexCache_;
+  double sampleMegabytes_ = 512;
 };
 
 } // namespace xov::cli
