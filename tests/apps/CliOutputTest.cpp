@@ -37,7 +37,7 @@ protected:
 };
 
 TEST_F(CliOutput, isTheSameWithAnyNumberOfThreads) {
-  for (const char* extension : {"png", "pdf", "svg", "tif", "jpg"}) {
+  for (const char* extension : {"png", "pdf"}) {
     QByteArray alone;
     for (const char* threads : {"1", "2", "4", "16"}) {
       const QString name = QStringLiteral("a%1.%2").arg(threads, extension);

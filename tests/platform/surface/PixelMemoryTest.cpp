@@ -46,6 +46,7 @@ TEST(PixelMemory, holdsEveryPixelOfAPicture) {
 TEST(PixelMemory, givesNoPictureOfNoSize) {
   EXPECT_TRUE(reusedImage({0, 100}, kFormat).isNull());
   EXPECT_TRUE(reusedImage({-5, 100}, kFormat).isNull());
+  EXPECT_TRUE(reusedImage({-5000, -5000}, kFormat).isNull());
 }
 
 } // namespace

@@ -17,9 +17,6 @@ namespace xov {
 
 namespace {
 
-// The beginning of a piece cannot refer to what stood before it, which makes each some kilobytes longer.
-constexpr qsizetype kPiece = 1 << 20;
-
 using Compressor = std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)>;
 using Piece = std::vector<std::uint8_t>;
 
@@ -54,31 +51,31 @@ bool open(Piece& stream) {
 
 } // namespace
 
-QByteArray packedZlib(QByteArrayView bytes, int level) {
-  const auto count = int((bytes.size() + kPiece - 1) / kPiece);
+QByteArray packedZlib(QByteArrayView bytes, int level, qsizetype piece) {
+  const auto count = int((bytes.size() + piece - 1) / piece);
   if (count < 2) return packedAsOne(bytes, level);
   Spares<Compressor> compressors([level] { return compressorOf(level); });
   std::vector<Piece> pieces(static_cast<std::size_t>(count));
   std::vector<char> isOpen(pieces.size(), 1);
   runTasks(count, TaskStart::Together, [&](int k) {
     const auto compressor = compressors.take();
-    const QByteArrayView from = bytes.sliced(k * kPiece, std::min(kPiece, bytes.size() - k * kPiece));
-    Piece& piece = pieces[std::size_t(k)];
-    piece.resize(libdeflate_deflate_compress_bound(compressor->get(), std::size_t(from.size())));
-    piece.resize(libdeflate_deflate_compress(compressor->get(), from.data(), std::size_t(from.size()), piece.data(),
-                                             piece.size()));
-    if (k + 1 < count) isOpen[std::size_t(k)] = open(piece) ? 1 : 0;
+    const QByteArrayView from = bytes.sliced(k * piece, std::min(piece, bytes.size() - k * piece));
+    Piece& to = pieces[std::size_t(k)];
+    to.resize(libdeflate_deflate_compress_bound(compressor->get(), std::size_t(from.size())));
+    to.resize(
+        libdeflate_deflate_compress(compressor->get(), from.data(), std::size_t(from.size()), to.data(), to.size()));
+    if (k + 1 < count) isOpen[std::size_t(k)] = open(to) ? 1 : 0;
   });
   if (!std::all_of(isOpen.begin(), isOpen.end(), [](char each) { return each != 0; }))
     return packedAsOne(bytes, level);
 
   const std::size_t size = std::accumulate(pieces.begin(), pieces.end(), std::size_t(0),
-                                           [](std::size_t sum, const Piece& piece) { return sum + piece.size(); });
+                                           [](std::size_t sum, const Piece& each) { return sum + each.size(); });
   // A window of 32 KiB, no dictionary, and the hint that this was quick.
   QByteArray result = QByteArrayLiteral("\x78\x01");
   result.reserve(qsizetype(size) + 6);
-  for (const Piece& piece : pieces)
-    result.append(reinterpret_cast<const char*>(piece.data()), qsizetype(piece.size()));
+  for (const Piece& each : pieces)
+    result.append(reinterpret_cast<const char*>(each.data()), qsizetype(each.size()));
   const quint32 check = qToBigEndian(libdeflate_adler32(1, bytes.data(), std::size_t(bytes.size())));
   return result.append(reinterpret_cast<const char*>(&check), sizeof check);
 }

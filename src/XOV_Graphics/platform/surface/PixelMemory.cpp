@@ -54,6 +54,7 @@ void giveBack(void* memory) {
 } // namespace
 
 QImage reusedImage(QSize size, QImage::Format format) {
+  if (size.isEmpty()) return {};
   const qsizetype line = size.width() * kBytesPerPixel;
   const qsizetype bytes = line * size.height();
   if (bytes < kLeastKept) return {size, format};
