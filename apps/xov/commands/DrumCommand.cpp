@@ -117,13 +117,12 @@ ExitCode DrumCommand::run() {
   const bool several = page_.empty() && channelsOf(found.records).size() > 1;
   const DrumSpan span = spanOf(preparation_.steps(), found.records);
   Result<std::vector<DrumSheet>> made = drumSheets(std::move(found.records), paging());
-  std::vector<DrumSheet> sheets = std::move(made).value();
-  if (sheets.empty()) {
-    complain(made.error().isEmpty()
-                 ? QStringLiteral("found no record with samples and times, expected a reference time")
-                 : made.error());
+  if (!made || made->empty()) {
+    complain(made ? QStringLiteral("found no record with samples and times, expected a reference time")
+                  : made.error());
     return ExitCode::Failed;
   }
+  std::vector<DrumSheet> sheets = std::move(made).value();
   DrumPage page; // the one at hand, whose pieces views do not hold themselves
   const auto pieces = std::make_shared<SeismogramArray>();
   const auto layOut = [&](const DrumSheet& sheet, SeismogramArray records) {
@@ -131,15 +130,17 @@ ExitCode DrumCommand::run() {
     Result<DrumPage> laid =
         layOutDrum(std::move(records), rowSeconds_, rows_, isDay ? DrumSpan{sheet.start, sheet.end} : span);
     if (!laid) complain(several ? laid.error() + QStringLiteral("; --channels or --page chooses") : laid.error());
+    const bool isLaidOut = bool(laid);
     page = std::move(laid).value();
     for (const QString& text : page.notes)
       note(text);
     *pieces = page.pieces;
-    return bool(laid);
+    return isLaidOut;
   };
   std::vector<PlotPage> plots;
   const bool isOne = sheets.size() == 1;
   if (isOne && !layOut(sheets.front(), std::move(sheets.front().records))) return ExitCode::Failed;
+  plots.reserve(sheets.size());
   for (const DrumSheet& sheet : sheets)
     plots.push_back({nameFieldsOf(isOne ? *pieces : sheet.records), {}});
   const MarkedEvents marked = events_.read();
