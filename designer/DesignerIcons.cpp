@@ -102,6 +102,29 @@ void globe() {
   stroke(path);
 }
 
+void beachBall() {
+  Path quarters;
+  for (const double start : {0.0, 180.0}) {
+    quarters.moveTo({12, 12});
+    quarters.appendArc({12, 12}, 9, start, start + 90);
+    quarters.close();
+  }
+  context().setColor(kAccent);
+  context().fillPath(quarters);
+  circle({12, 12}, 9, {});
+}
+
+void orbit() {
+  axes();
+  Path path;
+  for (int i = 0; i <= 36; ++i) {
+    const double angle = i * std::numbers::pi / 18;
+    const QPointF point(13 + 7 * std::cos(angle), 13 + 6 * std::sin(angle + 0.7));
+    i == 0 ? path.moveTo(point) : path.lineTo(point);
+  }
+  stroke(path, kAccent);
+}
+
 void drawMotif(Motif motif) {
   switch (motif) {
   case Motif::Line:
@@ -197,6 +220,12 @@ void drawMotif(Motif motif) {
     break;
   case Motif::Globe:
     globe();
+    break;
+  case Motif::BeachBall:
+    beachBall();
+    break;
+  case Motif::Orbit:
+    orbit();
     break;
   }
 }

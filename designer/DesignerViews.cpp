@@ -5,7 +5,9 @@
 #include <XOV_Graphics/views/image/XOVImageView.h>
 #include <XOV_Graphics/views/image/xovFKImageView.h>
 #include <XOV_Graphics/views/map/geoMapView.h>
+#include <XOV_Graphics/views/seismic/FocalMechanismView.h>
 #include <XOV_Graphics/views/seismic/MultiSeisView.h>
+#include <XOV_Graphics/views/seismic/ParticleMotionView.h>
 #include <XOV_Graphics/views/seismic/SeisView01.h>
 #include <XOV_Graphics/views/seismic/SeisView02.h>
 #include <XOV_Graphics/views/seismic/ThreeCompView.h>
@@ -58,6 +60,9 @@ const DesignerView kViews[] = {
      make<NoiseStatisticsView>},
     {"PowerSpectraView", "XOV_Graphics/views/xy/PowerSpectraView.h", Motif::Spectra, make<PowerSpectraView>},
     {"geoMapView", "XOV_Graphics/views/map/geoMapView.h", Motif::Globe, make<geoMapView>},
+    {"FocalMechanismView", "XOV_Graphics/views/seismic/FocalMechanismView.h", Motif::BeachBall,
+     make<FocalMechanismView>},
+    {"ParticleMotionView", "XOV_Graphics/views/seismic/ParticleMotionView.h", Motif::Orbit, make<ParticleMotionView>},
 };
 
 } // namespace

@@ -32,6 +32,8 @@ enum class Motif {
   Noise,       ///< coloured cells over axes
   Spectra,     ///< two falling curves over axes
   Globe,       ///< a globe
+  BeachBall,   ///< a disc with two filled quarters
+  Orbit,       ///< an ellipse in a square
 };
 
 /// A view as Designer offers it.

@@ -51,6 +51,26 @@ TEST_F(CliFk, tellsWhereAWaveComesFrom) {
   EXPECT_TRUE(text.contains("East Slowness (s/km)"));
 }
 
+TEST_F(CliFk, labelsCirclesAndPeak) {
+  writeArray();
+  const QStringList fk = {"fk", "*.sac", "--band", "0.5", "1.5"};
+  XOV_REQUIRE_TEXT(plain, QStringList(fk));
+  EXPECT_TRUE(plain.contains("8 km/s") && plain.contains("2 km/s")) << qPrintable(plain);
+  XOV_REQUIRE_TEXT(degrees, QStringList(fk) << "--circle-labels"
+                                            << "degrees"
+                                            << "--decibels"
+                                            << "-20");
+  EXPECT_TRUE(degrees.contains("13.9 s/°")) << qPrintable(degrees);
+  EXPECT_TRUE(degrees.contains(" dB"));
+  XOV_REQUIRE_TEXT(bare, QStringList(fk) << "--circle-labels"
+                                         << "none"
+                                         << "--no-peak-value"
+                                         << "--title"
+                                         << "");
+  EXPECT_FALSE(bare.contains("km/s")) << qPrintable(bare);
+  EXPECT_EQ(xov({"fk", "*.sac", "--decibels", "3"}).status, 2);
+}
+
 // With a limit of 0.05 s/km the peak, at 0.1 s/km each way, lies beyond the corner.
 TEST_F(CliFk, saysWhenThePeakLiesOnTheEdge) {
   writeArray();

@@ -307,8 +307,8 @@ TEST_F(CliMap, explainsWhatItShows) {
   XOV_REQUIRE_TEXT(text, {"map", "--topo", "globe.i2", "--region", "10", "14", "36", "40", "--events", "events.csv",
                           "--stations", "stations.txt", "--station-names", "--plates", "types", "--color-bar",
                           "Elevation (m)"});
-  for (const char* word : {"Magnitude", "Depth (km)", "700", "trenches", "ridges", "transform faults", "100 km",
-                           "TLY", "12°E", "38°N", "Elevation (m)"})
+  for (const char* word : {"Magnitude", "Depth (km)", "700", "trenches", "ridges", "transform faults", "50 km", "TLY",
+                           "°E", "38°N", "Elevation (m)"})
     EXPECT_TRUE(text.contains(QString::fromUtf8(word))) << word << "\n" << qPrintable(text);
   XOV_REQUIRE_TEXT(bare, {"map", "--image", "0", "--region", "10", "14", "36", "40", "--events", "events.csv",
                           "--no-legend", "--no-scale-bar", "--no-degree-signs"});

@@ -7,7 +7,9 @@
 #include "apps/xov/commands/HistCommand.h"
 #include "apps/xov/commands/InfoCommand.h"
 #include "apps/xov/commands/MapCommand.h"
+#include "apps/xov/commands/MechanismCommand.h"
 #include "apps/xov/commands/MonitorCommand.h"
+#include "apps/xov/commands/MotionCommand.h"
 #include "apps/xov/commands/PanelsCommand.h"
 #include "apps/xov/commands/PpsdCommand.h"
 #include "apps/xov/commands/ResourcesCommand.h"
@@ -35,6 +37,7 @@ constexpr CommandRow kCommands[] = {
     {"panels", "Draw pairs of seismograms in small panels", make<PanelsCommand>},
     {"stack", "Draw seismograms over each other or in bands", make<StackCommand>},
     {"three", "Draw the three components of a station", make<ThreeCommand>},
+    {"motion", "Draw the path of the ground at a station", make<MotionCommand>},
     {"drum", "Draw a continuous recording in rows", make<DrumCommand>},
     {"monitor", "Play recordings on a real-time display", make<MonitorCommand>},
     {"spectrogram", "Draw the power of a recording over time and frequency", make<SpectrogramCommand>},
@@ -44,6 +47,7 @@ constexpr CommandRow kCommands[] = {
     {"scatter", "Draw two columns of numbers as circles", make<ScatterCommand>},
     {"hist", "Draw or print a column of numbers as a histogram", make<HistCommand>},
     {"map", "Draw events, stations, vectors and plate boundaries on a map", make<MapCommand>},
+    {"mechanism", "Draw focal mechanisms as beach balls", make<MechanismCommand>},
     {"grid", "Draw a grid of values as a coloured picture", make<GridCommand>},
     {"fk", "Draw the beam power of an array over slowness", make<FkCommand>},
     {"convert", "Write seismograms as SAC or miniSEED files", make<ConvertCommand>},

@@ -26,6 +26,8 @@ namespace {
 
 constexpr double kMostSlowness = 100; // s/km
 constexpr double kMostHz = 1e6;
+constexpr double kLowestDb = -300;
+constexpr double kHighestFloorDb = -0.1;
 constexpr double kMostSeconds = 1e9;
 constexpr std::size_t kSamplesToUse = 4096; // unless the user names a window: the strongest ones of longer recordings
 constexpr float kTitleSize = 13;            // what fits above the view's data frame
@@ -114,6 +116,17 @@ void FkCommand::addOptions(CLI::App& options) {
   options.add_option("--steps", steps_, "Slownesses along each axis (default 101)")
       ->type_name("N")
       ->check(wholeNumberFromTo(2, kMostBeamSteps));
+  options
+      .add_option("--circle-labels", circleLabels_,
+                  "What the circles tell: velocity in km/s (default), slowness in s/km, degrees in s/°, or none")
+      ->type_name("WHAT")
+      ->check(oneOf({"velocity", "slowness", "degrees", "none"}));
+  options.add_flag("--no-peak-value", noPeakValue_, "Do not write the largest power beside its place");
+  options
+      .add_option("--decibels", floorDb_,
+                  "Show powers in decibels, and those below this one, such as -20, as this one")
+      ->type_name("FLOOR")
+      ->check(numberFromTo(kLowestDb, kHighestFloorDb));
   image_.addOptions(options);
   image_.addTextOption(options);
   preparation_.addOptions(options);
@@ -214,8 +227,29 @@ std::optional<BeamPower> FkCommand::analyse() {
   return std::move(beam).value();
 }
 
+namespace {
+
+// Ten times the logarithm of each power, from the floor on.
+std::vector<float> decibels(const std::vector<float>& powers, double floorDb) {
+  std::vector<float> values(powers.size());
+  std::transform(powers.begin(), powers.end(), values.begin(), [floorDb](float power) {
+    if (std::isnan(power)) return power;
+    return power > 0 ? float(std::max(10 * std::log10(double(power)), floorDb)) : float(floorDb);
+  });
+  return values;
+}
+
+xovFKImageView::CircleLabels circleLabelsNamed(const std::string& name) {
+  if (name == "slowness") return xovFKImageView::SecondsPerKilometre;
+  if (name == "degrees") return xovFKImageView::SecondsPerDegree;
+  return name == "none" ? xovFKImageView::NoLabels : xovFKImageView::KilometresPerSecond;
+}
+
+} // namespace
+
 ExitCode FkCommand::draw(const Grid& grid, const QString& title) {
-  const auto values = std::make_shared<const std::vector<float>>(grid.values);
+  const auto values =
+      std::make_shared<const std::vector<float>>(floorDb_ ? decibels(grid.values, *floorDb_) : grid.values);
   bool written = true;
   const ExitCode delivered = output_.deliver([&](const QRectF& frame) {
     auto view = std::make_unique<TitledView<xovFKImageView>>(frame);
@@ -225,6 +259,12 @@ ExitCode FkCommand::draw(const Grid& grid, const QString& title) {
     view->setYLimitsMinMax(y.min, y.max);
     image_.apply(*view);
     view->setMissingCellsTransparent(true);
+    view->setCircleLabels(circleLabelsNamed(circleLabels_));
+    view->setShowPeakValue(!noPeakValue_);
+    if (floorDb_) {
+      view->setColorsFromMinimum(true);
+      view->setPeakUnit(QStringLiteral("dB"));
+    }
     view->setupImageDataNROWSNCOLS(values, grid.rows, grid.columns);
     view->setTitle(output_.titleOr(title));
     view->setTitleFontSize(sizeOfTitle(view->plotTitle(), frame.width()));

@@ -36,6 +36,9 @@ private:
   std::vector<double> band_;
   std::vector<double> window_;
   std::optional<ArrayWindow> chosen_; // of long recordings, where the user names no window
+  std::string circleLabels_ = "velocity";
+  bool noPeakValue_ = false;
+  std::optional<double> floorDb_; // of powers in decibels
   double limit_ = 0.5;
   int steps_ = 101;
   ImageOptions image_{3};

@@ -255,9 +255,11 @@ bool MapFeatures::needLegend() const { return !events_.empty() || plates_ == kTy
 bool MapFeatures::show(geoMapView& view, const MapRegion& region, MapLegend& legend) const {
   view.setPlateBoundaryColor(kLines);
   depthColorsNamed(colors_).build(view);
-  bool all = addEvents(view, region, legend);
-  all = addPlates(view, region, legend) && all;
+  MapLegend lines; // behind what is said of the events
+  bool all = addPlates(view, region, lines);
   all = addPolygons(view, region) && all;
+  all = addEvents(view, region, legend) && all;
+  legend.insert(legend.end(), lines.begin(), lines.end());
   all = addStations(view, region) && all;
   return addVectors(view, region) && all;
 }

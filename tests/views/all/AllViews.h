@@ -6,7 +6,9 @@
 #include "XOV_Graphics/views/image/XOVImageView.h"
 #include "XOV_Graphics/views/image/xovFKImageView.h"
 #include "XOV_Graphics/views/map/geoMapView.h"
+#include "XOV_Graphics/views/seismic/FocalMechanismView.h"
 #include "XOV_Graphics/views/seismic/MultiSeisView.h"
+#include "XOV_Graphics/views/seismic/ParticleMotionView.h"
 #include "XOV_Graphics/views/seismic/SeisView01.h"
 #include "XOV_Graphics/views/seismic/SeisView02.h"
 #include "XOV_Graphics/views/seismic/ThreeCompView.h"
@@ -32,12 +34,14 @@ using PlotViews =
     ::testing::Types<XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView, XOVHistogramView,
                      MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView, uniformTimeSeriesView,
                      helicorderView, realTimeDisplayView01, XOVRealTimeDisplayView02, XOVImageView, xovFKImageView,
-                     SpectrogramView, NoiseStatisticsView, PowerSpectraView, geoMapView>;
+                     SpectrogramView, NoiseStatisticsView, PowerSpectraView, geoMapView, FocalMechanismView,
+                     ParticleMotionView>;
 /// Those that a host may make.
-using AllViews = ::testing::Types<XOVChartView, XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView,
-                                  spectrumView, XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView,
-                                  ThreeCompView, uniformTimeSeriesView, helicorderView, realTimeDisplayView01,
-                                  XOVRealTimeDisplayView02, XOVImageView, xovFKImageView, SpectrogramView,
-                                  NoiseStatisticsView, PowerSpectraView, geoMapView>;
+using AllViews =
+    ::testing::Types<XOVChartView, XOVView, xyPlotView, xyScatterPlot, XOV2DScatterPlotView, spectrumView,
+                     XOVHistogramView, MultiSeisView, SeisView01, SeisView02, wvfrmView, ThreeCompView,
+                     uniformTimeSeriesView, helicorderView, realTimeDisplayView01, XOVRealTimeDisplayView02,
+                     XOVImageView, xovFKImageView, SpectrogramView, NoiseStatisticsView, PowerSpectraView, geoMapView,
+                     FocalMechanismView, ParticleMotionView>;
 
 } // namespace xov::testing

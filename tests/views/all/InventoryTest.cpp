@@ -126,6 +126,25 @@ void fill(geoMapView& view) {
   view.setShowScaleBar(true);
 }
 
+void fill(FocalMechanismView& view) {
+  CaptionedMechanism thrust;
+  thrust.mechanism.planes[0] = {0, 45, 90};
+  thrust.caption = QStringLiteral("a thrust");
+  view.setMechanisms({thrust});
+  view.setShowPrincipalAxes(true);
+  view.setShowNodalPlanes(true);
+  view.setShowDetails(true);
+}
+
+void fill(ParticleMotionView& view) {
+  const auto samples = std::make_shared<const std::vector<float>>(data().y.begin(), data().y.begin() + 4);
+  ParticleMotion motion;
+  motion.samples = {samples, samples, samples};
+  motion.names = {QStringLiteral("Z"), QStringLiteral("N"), QStringLiteral("E")};
+  view.setMotion(motion);
+  view.setShowPolarization(true);
+}
+
 void fill(helicorderView& view) {
   view.setNRows(4);
   view.setRowDuration(20);

@@ -298,6 +298,28 @@ void setAll(PowerSpectraView& view) {
   view.setShowLegend(false);
 }
 
+void setAll(xovFKImageView& view) {
+  setAll(static_cast<XOVImageView&>(view));
+  view.setCircleLabels(xovFKImageView::SecondsPerDegree);
+  view.setShowPeakValue(true);
+  view.setPeakUnit(QStringLiteral("dB"));
+  view.setColorsFromMinimum(true);
+}
+
+void setAll(FocalMechanismView& view) {
+  setAll(static_cast<XOVView&>(view));
+  view.setShowPrincipalAxes(true);
+  view.setShowNodalPlanes(true);
+  view.setShowDetails(true);
+  view.setCompressionalColor(Qt::magenta);
+}
+
+void setAll(ParticleMotionView& view) {
+  setAll(static_cast<XOVView&>(view));
+  view.setShowPolarization(true);
+  view.setPathColor(Qt::magenta);
+}
+
 void setAll(geoMapView& view) {
   setAll(static_cast<XOVImageView&>(view));
   view.setShowPlates(true);

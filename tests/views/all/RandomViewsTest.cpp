@@ -6,7 +6,9 @@
 #include "XOV_Graphics/views/image/SpectrogramView.h"
 #include "XOV_Graphics/views/image/xovFKImageView.h"
 #include "XOV_Graphics/views/map/geoMapView.h"
+#include "XOV_Graphics/views/seismic/FocalMechanismView.h"
 #include "XOV_Graphics/views/seismic/MultiSeisView.h"
+#include "XOV_Graphics/views/seismic/ParticleMotionView.h"
 #include "XOV_Graphics/views/seismic/SeisView01.h"
 #include "XOV_Graphics/views/seismic/SeisView02.h"
 #include "XOV_Graphics/views/seismic/ThreeCompView.h"
@@ -235,6 +237,42 @@ Hosted mapView(RandomHost& host) {
   return hosted;
 }
 
+Hosted mechanismView(RandomHost& host) {
+  Hosted hosted = dressed<FocalMechanismView>(host);
+  auto& view = static_cast<FocalMechanismView&>(*hosted.view);
+  std::vector<CaptionedMechanism> mechanisms;
+  for (int n = host.count(host.chance(0.5) ? 1 : 300); n > 0; --n) {
+    CaptionedMechanism captioned;
+    if (host.chance(0.7)) {
+      const auto element = [&] { return double(host.number()); };
+      captioned.mechanism.tensor = {element(), element(), element(), element(), element(), element()};
+    }
+    for (NodalPlane& plane : captioned.mechanism.planes)
+      plane = {host.number(), host.number(), host.number()};
+    if (host.chance(0.5)) captioned.caption = QString(host.count(40), QLatin1Char('c'));
+    mechanisms.push_back(std::move(captioned));
+  }
+  view.setMechanisms(std::move(mechanisms));
+  view.setShowPrincipalAxes(host.chance(0.7));
+  view.setShowNodalPlanes(host.chance(0.7));
+  view.setShowDetails(host.chance(0.7));
+  return hosted;
+}
+
+Hosted motionView(RandomHost& host) {
+  Hosted hosted = dressed<ParticleMotionView>(host);
+  auto& view = static_cast<ParticleMotionView&>(*hosted.view);
+  ParticleMotion motion;
+  for (std::size_t k = 0; k < motion.samples.size(); ++k) {
+    if (host.chance(0.9)) motion.samples[k] = std::make_shared<const std::vector<float>>(host.samples(3000));
+    motion.names[k] = QString(host.count(4), QLatin1Char('Z'));
+  }
+  motion.firstAzimuthDeg = double(host.number());
+  view.setMotion(motion);
+  view.setShowPolarization(host.chance(0.7));
+  return hosted;
+}
+
 // Some of them near a record's reference time, some at no time at all.
 std::shared_ptr<EventOriginArray> events(RandomHost& host) {
   auto events = std::make_shared<EventOriginArray>();
@@ -366,6 +404,8 @@ const std::vector<std::pair<const char*, Maker>>& makers() {
       {"ThreeCompView", threeCompView},
       {"uniformTimeSeriesView", uniformView},
       {"geoMapView", mapView},
+      {"FocalMechanismView", mechanismView},
+      {"ParticleMotionView", motionView},
       {"helicorderView", drumView},
       {"realTimeDisplayView01", liveView<realTimeDisplayView01>},
       {"XOVRealTimeDisplayView02", liveView<XOVRealTimeDisplayView02>},

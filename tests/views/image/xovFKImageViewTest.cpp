@@ -295,5 +295,53 @@ TEST_F(FKImageView, itsSnapshotHasNoTransparency) {
   EXPECT_EQ(picture.pixel(2, 2), qRgb(255, 255, 255));
 }
 
+TEST_F(FKImageView, labelsCirclesAndPeakOnRequest) {
+  view.setupImageDataNROWSNCOLS(gridOf({0.1F, 0.2F, 0.3F, 0.87F}), 2, 2);
+  const auto texts = [&](void (xovFKImageView::*step)()) {
+    view.computeRects();
+    view.computeImagePeakLocation();
+    return recordedStep([&] { (view.*step)(); }).strings();
+  };
+  EXPECT_TRUE(texts(&xovFKImageView::drawCircleLabels).isEmpty());
+  EXPECT_TRUE(texts(&xovFKImageView::drawPeakValue).isEmpty());
+  view.setCircleLabels(xovFKImageView::KilometresPerSecond);
+  EXPECT_EQ(texts(&xovFKImageView::drawCircleLabels).first(4), QStringList({"2 km/s", "3 km/s", "4 km/s", "6 km/s"}));
+  view.setCircleLabels(xovFKImageView::SecondsPerDegree);
+  EXPECT_EQ(texts(&xovFKImageView::drawCircleLabels).first(), QStringLiteral("55.6 s/°"));
+  view.setShowPeakValue(true);
+  EXPECT_EQ(texts(&xovFKImageView::drawPeakValue), QStringList("0.87"));
+  view.setPeakUnit(QStringLiteral("dB"));
+  EXPECT_EQ(texts(&xovFKImageView::drawPeakValue), QStringList("0.87 dB"));
+  view.setMaxPointXY(0.9F, 0);
+  EXPECT_TRUE(recordedStep([&] { view.drawPeakValue(); }).strings().isEmpty()) << "beyond the limits";
+}
+
+// The label would leave the frame at the right and at the top: it stands to the left of the peak and below it.
+TEST_F(FKImageView, keepsThePeakValueInsideTheFrame) {
+  view.setupImageDataNROWSNCOLS(gridOf({0.1F, 0.9F, 0.1F, 0.1F}), 2, 2);
+  view.setShowPeakValue(true);
+  view.computeRects();
+  view.setMaxPointXY(0.5F, 0.5F);
+  const Recording recording = recordedStep([&] { view.drawPeakValue(); });
+  ASSERT_EQ(recording.texts().size(), 1U);
+  const RecordedItem text = recording.texts()[0];
+  EXPECT_LT(text.position.x() + text.attributes.size(text.text).width(), kInner.right());
+  EXPECT_LT(text.position.y() + text.attributes.size(text.text).height(), kInner.bottom());
+}
+
+TEST_F(FKImageView, colorsNegativePowersFromTheSmallestOn) {
+  view.setPalette(0);
+  view.setColorsFromMinimum(true);
+  view.setupImageDataNROWSNCOLS(gridOf({-20, -10, -5, 0}), 2, 2);
+  // White to black.
+  const QImage image = view.anImage();
+  EXPECT_GT(qGray(image.pixel(0, 0)), qGray(image.pixel(1, 0)));
+  EXPECT_GT(qGray(image.pixel(1, 0)), qGray(image.pixel(0, 1)));
+  EXPECT_GT(qGray(image.pixel(0, 1)), qGray(image.pixel(1, 1)));
+  view.setColorsFromMinimum(false);
+  view.updateImagePlanes();
+  EXPECT_EQ(view.anImage().pixel(0, 0), view.anImage().pixel(1, 0)) << "below zero all have the first colour";
+}
+
 } // namespace
 } // namespace xov

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace xov {
 
@@ -11,27 +12,36 @@ constexpr float kFullLevel = 255;
 // Patches with points further away than this many pixels are left out: their edges could not be reckoned with.
 constexpr double kReach = 1e15;
 
-// A colour as the pixels hold it: red, green and blue times alpha, 0 to 255.
+// The four bytes of a pixel, each in 16 bits of its own.
+constexpr std::uint64_t kLowBytes = 0x00ff00ff00ff00ff;
+constexpr std::uint64_t kHalves = 0x0080008000800080;
+
+std::uint64_t spread(QRgb pixel) { return (std::uint64_t(pixel) | (std::uint64_t(pixel) << 24)) & kLowBytes; }
+QRgb gathered(std::uint64_t bytes) { return QRgb(bytes | (bytes >> 24)); }
+
+// A colour as the pixels hold it: red, green and blue times alpha.
 struct Ink {
   explicit Ink(const QColor& color)
-      : alpha(color.alphaF()),
-        red(kFullLevel * alpha * color.redF()),
-        green(kFullLevel * alpha * color.greenF()),
-        blue(kFullLevel * alpha * color.blueF()) {}
+      : whole(qPremultiply(color.rgba())),
+        bytes(spread(whole)),
+        alpha(float(color.alpha()) / kFullLevel) {}
 
+  bool isOpaque() const { return alpha == 1; }
+
+  // Covers are counted in parts of 256, so that a sum of all that a byte can be still fits into its 16 bits.
   QRgb over(QRgb pixel, float cover) const {
-    const float through = 1 - cover * alpha;
-    const auto level = [&](float ink, int below) {
-      return int(std::min(ink * cover + through * float(below) + 0.5F, kFullLevel));
-    };
-    return qRgba(level(red, qRed(pixel)), level(green, qGreen(pixel)), level(blue, qBlue(pixel)),
-                 level(kFullLevel * alpha, qAlpha(pixel)));
+    const auto ink = std::uint64_t(cover * kParts + 0.5F);
+    const auto through = std::uint64_t(kParts) - std::uint64_t(cover * alpha * kParts + 0.5F);
+    return gathered(((bytes * ink + spread(pixel) * through + kHalves) >> 8) & kLowBytes);
   }
 
+  QRgb whole; // where nothing lies below
+
+private:
+  static constexpr float kParts = 256;
+
+  std::uint64_t bytes;
   float alpha;
-  float red;
-  float green;
-  float blue;
 };
 
 // What a row of pixels is covered with, gathered as changes from one pixel to the next: each edge of a patch adds the
@@ -39,9 +49,10 @@ struct Ink {
 // the cover of each (the idea of signed-area accumulation buffers).
 class CoverBuffer {
 public:
-  // For the pixels of a block.
-  void reset(const QRect& block) {
+  // For the pixels of a block, of which the patch may reach beyond.
+  void reset(const QRect& block, bool reachesBeyond) {
     block_ = block;
+    reachesBeyond_ = reachesBeyond;
     stride_ = std::size_t(block.width()) + 2;
     changes_.assign(stride_ * std::size_t(block.height()), 0);
   }
@@ -49,6 +60,61 @@ public:
   void addEdge(QPointF from, QPointF to) {
     from -= block_.topLeft();
     to -= block_.topLeft();
+    if (reachesBeyond_) {
+      addCut(from, to);
+    } else if (from.y() < to.y()) {
+      addInside(float(from.x()), float(from.y()), float(to.x()), float(to.y()), 1);
+    } else {
+      addInside(float(to.x()), float(to.y()), float(from.x()), float(from.y()), -1);
+    }
+  }
+
+  void blend(const PixelTarget& target, const QRect& clip, const Ink& ink) const {
+    const QRect shown = block_.intersected(clip);
+    for (int row = shown.top(); row <= shown.bottom(); ++row) {
+      auto* const line = reinterpret_cast<QRgb*>(target.bits + row * target.bytesPerLine);
+      const float* change = changes_.data() + std::size_t(row - block_.top()) * stride_;
+      float sum = 0;
+      for (int x = block_.left(); x < shown.left(); ++x)
+        sum += *change++;
+      for (int x = shown.left(); x <= shown.right(); ++x) {
+        sum += *change++;
+        const float cover = std::min(std::abs(sum), 1.0F);
+        if (cover > kWholeCover && ink.isOpaque()) {
+          line[x] = ink.whole;
+        } else if (cover > kNoCover) {
+          line[x] = ink.over(line[x], cover);
+        }
+      }
+    }
+  }
+
+private:
+  // What rounding of the sum leaves behind a patch and takes inside of one.
+  static constexpr float kNoCover = 1e-4F;
+  static constexpr float kWholeCover = 1 - kNoCover;
+
+  // Beyond the right edge nothing of the block is covered; beyond the left one all of a row is.
+  double held(double x) const { return std::clamp(x, 0.0, double(block_.width())); }
+
+  // Of an edge that lies wholly in the block, downwards; short ones mostly stay in a row.
+  void addInside(float x0, float y0, float x1, float y1, float sign) {
+    if (y0 == y1) return;
+    int row = int(y0);
+    const int last = int(y1);
+    if (row == last) return addPiece(std::size_t(row), sign * (y1 - y0), x0, x1);
+    const float slope = (x1 - x0) / (y1 - y0);
+    for (; row < last; ++row) {
+      const float below = float(row + 1) - y0;
+      const float next = x0 + below * slope;
+      addPiece(std::size_t(row), sign * below, x0, next);
+      x0 = next;
+      y0 = float(row + 1);
+    }
+    if (y0 < y1) addPiece(std::size_t(row), sign * (y1 - y0), x0, x1);
+  }
+
+  void addCut(QPointF from, QPointF to) {
     if (from.y() == to.y()) return;
     const float sign = from.y() < to.y() ? 1.0F : -1.0F;
     if (sign < 0) std::swap(from, to);
@@ -67,40 +133,22 @@ public:
     }
   }
 
-  void blend(const PixelTarget& target, const QRect& clip, const Ink& ink) const {
-    const QRect shown = block_.intersected(clip);
-    for (int row = shown.top(); row <= shown.bottom(); ++row) {
-      auto* const line = reinterpret_cast<QRgb*>(target.bits + row * target.bytesPerLine);
-      const float* change = changes_.data() + std::size_t(row - block_.top()) * stride_;
-      float sum = 0;
-      for (int x = block_.left(); x < shown.left(); ++x)
-        sum += *change++;
-      for (int x = shown.left(); x <= shown.right(); ++x) {
-        sum += *change++;
-        const float cover = std::min(std::abs(sum), 1.0F);
-        if (cover > kNoCover) line[x] = ink.over(line[x], cover);
-      }
-    }
-  }
-
-private:
-  static constexpr float kNoCover = 1e-4F; // rounding of the sum behind a patch
-
-  // Beyond the right edge nothing of the block is covered; beyond the left one all of a row is.
-  double held(double x) const { return std::clamp(x, 0.0, double(block_.width())); }
-
   // A piece of an edge inside a row of pixels, `height` high with the sign of its direction.
   void addPiece(std::size_t row, float height, float x0, float x1) {
-    if (x1 < x0) std::swap(x0, x1);
     float* const changes = changes_.data() + row * stride_;
-    const auto first = std::size_t(x0);
-    const auto last = std::size_t(std::ceil(x1));
-    if (last <= first + 1) { // within one pixel
+    auto first = std::size_t(x0);
+    auto last = std::size_t(x1);
+    if (first == last) {
       const float right = float(first + 1) - (x0 + x1) / 2;
       changes[first] += height * right;
       changes[first + 1] += height * (1 - right);
       return;
     }
+    if (x1 < x0) {
+      std::swap(x0, x1);
+      std::swap(first, last);
+    }
+    ++last; // one past the last pixel
     // The share of the piece that each pixel sees to its left grows as a parabola in the first and the last pixel and
     // as a straight line between.
     const float perPixel = height / (x1 - x0);
@@ -119,6 +167,7 @@ private:
   }
 
   QRect block_;
+  bool reachesBeyond_ = false;
   std::size_t stride_ = 0;
   std::vector<float> changes_;
 };
@@ -160,9 +209,10 @@ void fillPatches(const PixelTarget& target, const Patches& patches, const QTrans
   for (std::size_t patch = 0; patch < patches.count(); ++patch) {
     const QColor color = patches.color(patch);
     if (!color.isValid() || patches.contourCount(patch) == 0) continue;
-    const QRect block = blockOf(mapPoints(patches, patch, viewToDevice, points), clip);
+    const QRectF box = mapPoints(patches, patch, viewToDevice, points);
+    const QRect block = blockOf(box, clip);
     if (block.isEmpty()) continue;
-    cover.reset(block);
+    cover.reset(block, !QRectF(block).contains(box));
     std::size_t begin = 0;
     for (std::size_t i = 0; i < patches.contourCount(patch); ++i) {
       const std::size_t end = begin + patches.contour(patch, i).size();

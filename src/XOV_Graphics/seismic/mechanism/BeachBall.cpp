@@ -26,7 +26,7 @@ QPointF projected(const Vector3& ray) {
   return {ray[0] * scale, ray[1] * scale};
 }
 
-Vector3 opposite(const Vector3& v) { return {-v[0], -v[1], -v[2]}; }
+Vector3 times(double factor, const Vector3& v) { return {factor * v[0], factor * v[1], factor * v[2]}; }
 
 // An elliptical cone about an axis: its half-width at the angle φ about the axis, from `first`, is atan √(own /
 // (first cos²φ + second sin²φ)).
@@ -40,8 +40,9 @@ struct Cone {
 
   Vector3 edgeRay(double cosine, double sine) const {
     const double other = firstValue * cosine * cosine + secondValue * sine * sine;
-    const double along = std::sqrt(other / (other + own));
-    const double across = std::sqrt(own / (other + own));
+    const double whole = 1 / (other + own);
+    const double along = std::sqrt(other * whole);
+    const double across = std::sqrt(own * whole);
     Vector3 ray;
     for (std::size_t i = 0; i < 3; ++i)
       ray[i] = along * axis[i] + across * (cosine * first[i] + sine * second[i]);
@@ -87,37 +88,45 @@ void appendRim(BeachBallLine& line, QPointF from, QPointF to, const Vector3& axi
     if (middle.x() * axis[0] + middle.y() * axis[1] < 0) angle -= std::copysign(2 * std::numbers::pi, angle);
   }
   const int steps = int(std::ceil(std::abs(angle) / (2 * std::numbers::pi) * points));
+  const double cosine = std::cos(angle / steps);
+  const double sine = std::sin(angle / steps);
+  QPointF point = from;
   for (int i = 1; i < steps; ++i) {
-    const double turn = angle * i / steps;
-    line.emplace_back(from.x() * std::cos(turn) - from.y() * std::sin(turn),
-                      from.x() * std::sin(turn) + from.y() * std::cos(turn));
+    point = {point.x() * cosine - point.y() * sine, point.x() * sine + point.y() * cosine};
+    line.push_back(point);
   }
 }
 
-// The part of a cone's end that lies below the horizontal. The end is convex and at most half of the sphere: its edge
-// goes up at most once, and comes down as often.
-BeachBallLine lowerPart(const std::vector<Vector3>& edge, const Vector3& axis, int points) {
-  const auto isBelow = [](const Vector3& ray) { return ray[2] < kOnRim; };
+// The part of a cone's end that lies below the horizontal; of the opposite end, where `sense` is -1. The end is
+// convex and at most half of the sphere: its edge goes up at most once, and comes down as often.
+BeachBallLine lowerPart(const std::vector<Vector3>& edge, const Vector3& axis, double sense, int points) {
   const std::size_t n = edge.size();
+  const auto isBelow = [&](std::size_t i) { return sense * edge[i][2] < kOnRim; };
+  const auto ray = [&](std::size_t i) { return times(sense, edge[i]); };
   std::size_t start = 0; // the first ray that came down
-  while (start < n && !(isBelow(edge[start]) && !isBelow(edge[(start + n - 1) % n])))
-    ++start;
+  bool wasBelow = isBelow(n - 1);
+  for (; start < n; ++start) {
+    const bool below = isBelow(start);
+    if (below && !wasBelow) break;
+    wasBelow = below;
+  }
   BeachBallLine line;
   if (start == n) {
-    if (!isBelow(edge[0])) return line;
+    if (!isBelow(0)) return line;
     line.reserve(n);
-    std::transform(edge.begin(), edge.end(), std::back_inserter(line), projected);
+    for (std::size_t i = 0; i < n; ++i)
+      line.push_back(projected(ray(i)));
     return line;
   }
   line.reserve(n + std::size_t(points) / 2);
-  const QPointF down = crossing(edge[start], edge[(start + n - 1) % n]);
+  const QPointF down = crossing(ray(start), ray((start + n - 1) % n));
   line.push_back(down);
   std::size_t i = start;
-  for (; isBelow(edge[i % n]); ++i)
-    line.push_back(projected(edge[i % n]));
-  const QPointF up = crossing(edge[(i - 1) % n], edge[i % n]);
+  for (; isBelow(i); i = i + 1 < n ? i + 1 : 0)
+    line.push_back(projected(ray(i)));
+  const QPointF up = crossing(ray((i + n - 1) % n), ray(i));
   line.push_back(up);
-  appendRim(line, up, down, axis, points);
+  appendRim(line, up, down, times(sense, axis), points);
   return line;
 }
 
@@ -148,10 +157,8 @@ BeachBall beachBallOf(const MomentTensor& tensor, int points) {
   points = (std::clamp(points, kFewestPoints, kMostPoints) + 3) / 4 * 4;
   const Cone cone{lone.vector, n.vector, like.vector, std::abs(lone.value), std::abs(n.value), std::abs(like.value)};
   const std::vector<Vector3> edge = cone.edge(points);
-  std::vector<Vector3> otherEdge(edge.size());
-  std::transform(edge.begin(), edge.end(), otherEdge.begin(), opposite);
-  for (BeachBallLine& patch :
-       std::array{lowerPart(edge, cone.axis, points), lowerPart(otherEdge, opposite(cone.axis), points)}) {
+  for (const double sense : {1.0, -1.0}) {
+    BeachBallLine patch = lowerPart(edge, cone.axis, sense, points);
     if (patch.size() > 2) ball.patches.push_back(std::move(patch));
   }
   return ball;

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/seismic/Undefined.h"
+#include "XOV_Graphics/seismic/prepare/CommonPiece.h"
 #include "XOV_Graphics/seismic/prepare/RecordSamples.h"
 #include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 
@@ -16,10 +17,8 @@ namespace xov {
 
 namespace {
 
-constexpr double kMostMiss = 0.1;           // of an interval between the samples of two components
-constexpr double kIntervalTolerance = 0.01; // of an interval at the end of the records
-constexpr double kLeastAngle = 1;           // degrees between horizontal components
-constexpr double kNoShare = 1e-12;          // what rounding leaves of cos 90°
+constexpr double kLeastAngle = 1;  // degrees between horizontal components
+constexpr double kNoShare = 1e-12; // what rounding leaves of cos 90°
 
 constexpr std::size_t kVertical = 0;
 constexpr std::size_t kFirst = 1; // horizontal component, as kSecond
@@ -55,24 +54,11 @@ std::array<NewComponent, 3> newComponents(WaveAxes axes, double backAzimuthDeg, 
           transverse};
 }
 
-QChar letterOf(const SeismogramRecord& record) {
-  const QString code = record.kcmpnm();
-  return code.isEmpty() ? QChar() : code.back().toUpper();
-}
-
-Result<double> azimuthOf(const SeismogramRecord& record) {
-  if (const float azimuth = headerOf(record).cmpaz; isDefined(double(azimuth))) return double(azimuth);
-  if (letterOf(record) == u'N') return 0.0;
-  if (letterOf(record) == u'E') return 90.0;
-  return errorOf(record,
-                 QStringLiteral("found no azimuth of the component, expected one, or a code ending in N or E"));
-}
-
 /// The shares that the given components have in up, north and east.
 Result<std::array<Shares, 3>> sharesInGround(const ThreeComponents& components) {
-  const Result<double> first = azimuthOf(*components[kFirst]);
+  const Result<double> first = componentAzimuth(*components[kFirst]);
   if (!first) return Error{first.error()};
-  const Result<double> second = azimuthOf(*components[kSecond]);
+  const Result<double> second = componentAzimuth(*components[kSecond]);
   if (!second) return Error{second.error()};
   const double angle = sine(*second - *first);
   if (std::abs(angle) < sine(kLeastAngle))
@@ -92,56 +78,6 @@ Shares product(const Shares& shares, const std::array<Shares, 3>& ground) {
     if (std::abs(product[k]) < kNoShare) product[k] = 0;
   }
   return product;
-}
-
-/// The samples that all components have in common; where they begin in each.
-struct CommonPiece {
-  std::array<std::size_t, 3> first{};
-  std::size_t count = 0;
-};
-
-/// When a record begins, on an axis that those have in common.
-double startOf(const SeismogramRecord& record, bool isUtc) {
-  return isUtc ? startSeconds(record).value_or(0) : preciseValuesOf(record).b;
-}
-
-bool haveUtc(const SeismogramArray& records) {
-  return std::ranges::all_of(records, [](const auto& record) { return startSeconds(*record).has_value(); });
-}
-
-Result<CommonPiece> commonPiece(const ThreeComponents& components) {
-  const SeismogramArray present = presentComponents(components);
-  const bool isUtc = haveUtc(present);
-  const SeismogramRecord& reference = *present.front();
-  const double interval = intervalSeconds(reference);
-  std::array<double, 3> places{};
-  double begin = -std::numeric_limits<double>::infinity();
-  double end = std::numeric_limits<double>::infinity();
-  for (std::size_t k = 0; k < components.size(); ++k) {
-    if (!components[k]) continue;
-    const SeismogramRecord& record = *components[k];
-    if (const Status status = checkInterval(record); !status) return Error{status.error()};
-    const auto count = double(samplesOf(record).size());
-    if (std::abs(intervalSeconds(record) / interval - 1) * count > kIntervalTolerance)
-      return errorOf(record,
-                     QStringLiteral("found a sample interval of %1 s, expected the %2 s of %3")
-                         .arg(numberText(intervalSeconds(record)), numberText(interval), reference.labelString()));
-    const double place = (startOf(record, isUtc) - startOf(reference, isUtc)) / interval;
-    places[k] = std::nearbyint(place);
-    if (!(std::abs(place - places[k]) <= kMostMiss))
-      return errorOf(record, QStringLiteral("found samples %1 s beside those of %2, expected them at the same times")
-                                 .arg(numberText((place - places[k]) * interval), reference.labelString()));
-    begin = std::max(begin, places[k]);
-    end = std::min(end, places[k] + count);
-  }
-  if (!(begin < end))
-    return errorOf(reference, QStringLiteral("found no time that all components have, expected one"));
-  CommonPiece piece;
-  piece.count = std::size_t(end - begin);
-  for (std::size_t k = 0; k < components.size(); ++k) {
-    if (components[k]) piece.first[k] = std::size_t(begin - places[k]);
-  }
-  return piece;
 }
 
 std::vector<double> mixed(const ThreeComponents& components, const CommonPiece& piece, const Shares& shares) {
@@ -206,7 +142,7 @@ namespace {
 using Channel = std::array<std::vector<std::size_t>, 3>;
 
 std::optional<std::size_t> placeOfComponent(const SeismogramRecord& record) {
-  switch (letterOf(record).unicode()) {
+  switch (componentLetter(record).unicode()) {
   case u'Z':
     return kVertical;
   case u'N':
@@ -230,9 +166,9 @@ QString channelOf(const SeismogramRecord& record) {
 bool overlap(const SeismogramRecord& left, const SeismogramRecord& right) {
   const bool isUtc = startSeconds(left) && startSeconds(right);
   const auto endOf = [&](const SeismogramRecord& record) {
-    return startOf(record, isUtc) + double(samplesOf(record).size()) * intervalSeconds(record);
+    return startOnAxis(record, isUtc) + double(samplesOf(record).size()) * intervalSeconds(record);
   };
-  return startOf(left, isUtc) < endOf(right) && startOf(right, isUtc) < endOf(left);
+  return startOnAxis(left, isUtc) < endOf(right) && startOnAxis(right, isUtc) < endOf(left);
 }
 
 class Turner {

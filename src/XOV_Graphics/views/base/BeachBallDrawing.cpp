@@ -14,21 +14,32 @@ void BeachBallPatches::addCircle(QPointF center, double radius, bool isHole) {
   patches_.addContour(placed_);
 }
 
-// A strip along the closed line that was placed last: one edge of it at half of the width to its right, the other
-// edge back at its left.
-void BeachBallPatches::addOutline(double width, const QColor& color) {
+// Of length 1, to the outside of the closed line that was placed last.
+void BeachBallPatches::findNormals() {
   const std::size_t n = placed_.size();
-  strip_.resize(2 * n);
+  normals_.resize(n);
+  double area = 0;
   for (std::size_t i = 0; i < n; ++i) {
-    const QPointF along = placed_[(i + 1) % n] - placed_[(i + n - 1) % n];
-    const double length = std::hypot(along.x(), along.y());
-    const QPointF aside = length > 0 ? QPointF(along.y(), -along.x()) * (width / 2 / length) : QPointF();
-    strip_[i] = placed_[i] + aside;
-    strip_[2 * n - 1 - i] = placed_[i] - aside;
+    const QPointF before = placed_[i > 0 ? i - 1 : n - 1];
+    const QPointF behind = placed_[i + 1 < n ? i + 1 : 0];
+    const QPointF along = behind - before;
+    area += before.x() * placed_[i].y() - before.y() * placed_[i].x();
+    const double length = std::sqrt(along.x() * along.x() + along.y() * along.y());
+    normals_[i] = length > 0 ? QPointF(along.y(), -along.x()) / length : QPointF();
   }
+  if (area >= 0) return;
+  for (QPointF& normal : normals_)
+    normal = -normal;
+}
+
+// A patch whose line lies half of the width of a line further out, in the colour of the lines, under one that lies as
+// much further in: the line between them has its middle on the edge of the patch.
+void BeachBallPatches::addPatch(double aside, const QColor& color) {
   patches_.begin(color);
-  patches_.addContour(std::span(strip_).first(n));
-  patches_.addContour(std::span(strip_).last(n));
+  shifted_.resize(placed_.size());
+  for (std::size_t i = 0; i < placed_.size(); ++i)
+    shifted_[i] = placed_[i] + aside * normals_[i];
+  patches_.addContour(shifted_);
 }
 
 void BeachBallPatches::add(const BeachBall& ball, QPointF center, double radius, const BeachBallLook& look) {
@@ -44,12 +55,13 @@ void BeachBallPatches::add(const BeachBall& ball, QPointF center, double radius,
   patches_.begin(ball.groundIsCompressional ? look.compressional : look.dilatational);
   addCircle(center, radius, false);
   for (const BeachBallLine& patch : ball.patches) {
-    patches_.begin(ball.groundIsCompressional ? look.dilatational : look.compressional);
     placed_.clear();
     for (const QPointF point : patch)
       placed_.push_back(center + radius * point);
-    patches_.addContour(placed_);
-    if (look.nodalWidth > 0) addOutline(look.nodalWidth, look.lines);
+    findNormals();
+    const double half = std::max(look.nodalWidth / 2, 0.0);
+    if (half > 0) addPatch(half, look.lines);
+    addPatch(-half, ball.groundIsCompressional ? look.dilatational : look.compressional);
   }
   if (!(look.rimWidth > 0)) return;
   patches_.begin(look.lines);

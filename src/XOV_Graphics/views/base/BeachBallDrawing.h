@@ -18,8 +18,9 @@ struct BeachBallLook {
 /// Beach balls as patches, many of them with one look after the other.
 class BeachBallPatches {
 public:
-  /// Curves have as many points as a ball of that radius in view points needs on a screen of two pixels a point.
-  static int pointsFor(double radius) { return beachBallPoints(2 * radius); }
+  /// Curves have as many points as a ball of that radius in view points needs on a screen of a pixel a point; with
+  /// two or three pixels a point they are off by less than a tenth of a pixel.
+  static int pointsFor(double radius) { return beachBallPoints(radius); }
 
   /// Adds a ball of that radius about `center`, in view points. One whose centre or radius is not finite, or whose
   /// radius is not positive, adds nothing.
@@ -30,13 +31,15 @@ public:
   void clear() { patches_.clear(); }
 
 private:
+  void findNormals();
   void addCircle(QPointF center, double radius, bool isHole);
-  void addOutline(double width, const QColor& color);
+  void addPatch(double aside, const QColor& color);
 
   Patches patches_;
   BeachBallLine unitCircle_;
+  BeachBallLine normals_;
   BeachBallLine placed_;
-  BeachBallLine strip_;
+  BeachBallLine shifted_;
 };
 
 } // namespace xov

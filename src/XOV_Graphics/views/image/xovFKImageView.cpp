@@ -5,6 +5,7 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
+#include "XOV_Graphics/views/image/SlownessCircles.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +22,11 @@ constexpr double kYAxisRoom = 40;
 
 constexpr double kTickLabelSize = 18;
 constexpr float kYLabelLeft = 36;
+
+constexpr double kLabelSize = 10; // of circles and peak
+constexpr double kBesidePeak = 10;
+constexpr int kPeakDigits = 3;
+const QColor kPaleWhite = QColor::fromRgbF(1, 1, 1, 0.75F);
 
 constexpr double kCircleVelocities[] = {32, 16, 8, 6, 4, 3, 2}; // km/s
 
@@ -60,11 +66,12 @@ void xovFKImageView::computeScaleFactor() {
   if (scaleFactor_ == 0) scaleFactor_ = 1;
 }
 
-// A power is shown by its share of the range, from zero on: the lowest power is not subtracted.
+// A power is shown by its share of the range, from zero on: the lowest power is not subtracted unless the host wants
+// it.
 GridColoring xovFKImageView::gridColoring() const {
   GridColoring coloring = XOVImageView::gridColoring();
   coloring.meaning = CellMeaning::Value;
-  coloring.minValue = 0;
+  coloring.minValue = colorsFromMinimum_ ? minValue_ : 0;
   return coloring;
 }
 
@@ -85,8 +92,9 @@ void xovFKImageView::setupNSImage() {
 
 void xovFKImageView::logCells() const {
   if (!cellLog().isDebugEnabled()) return;
+  const float first = gridColoring().minValue;
   for (const float power : heldCells()) {
-    const float share = power / scaleFactor_;
+    const float share = (power - first) / scaleFactor_;
     std::uint32_t red = 0;
     std::uint32_t green = 0;
     std::uint32_t blue = 0;
@@ -111,6 +119,8 @@ void xovFKImageView::drawContents() {
   drawZeroGrid();
   computeImagePeakLocation();
   drawMaxLocation();
+  drawCircleLabels();
+  drawPeakValue();
   drawColorBar();
 }
 
@@ -155,6 +165,43 @@ void xovFKImageView::drawPhaseVelocityCircles() {
   }
   context.clipToRect(iRect_);
   context.strokePath(circles);
+}
+
+void xovFKImageView::drawTextBox(const QString& text, const QRectF& box) const {
+  GraphicsContext& context = GraphicsContext::current();
+  context.setColor(kPaleWhite);
+  context.fillRect(box);
+  context.drawText(text, box.topLeft(), TextAttributes::helvetica(kLabelSize));
+}
+
+void xovFKImageView::drawCircleLabels() {
+  if (circleLabels_ == NoLabels) return;
+  const auto unit = circleLabels_ == SecondsPerKilometre ? CircleLabelUnit::SecondsPerKilometre
+                    : circleLabels_ == SecondsPerDegree  ? CircleLabelUnit::SecondsPerDegree
+                                                         : CircleLabelUnit::KilometresPerSecond;
+  const double pointsPerSlowness = iRect_.width() / double(xmax_ - xmin_);
+  const TextAttributes attributes = TextAttributes::helvetica(kLabelSize);
+  std::vector<LabelledCircle> circles;
+  for (const double velocity : kCircleVelocities)
+    circles.push_back({pointsPerSlowness / velocity, attributes.size(circleText(velocity, unit))});
+  const QPointF zero = dataToView({0, 0}, iRect_, limits());
+  const QPointF peak = dataToView({xZmax_, yZmax_}, iRect_, limits());
+  const SavedState saved(GraphicsContext::current());
+  for (const PlacedCircleLabel& label : placeCircleLabels(circles, zero, peak, iRect_))
+    drawTextBox(circleText(kCircleVelocities[label.circle], unit), label.box);
+}
+
+void xovFKImageView::drawPeakValue() {
+  if (!showPeakValue_ || !(xmin_ <= xZmax_ && xZmax_ <= xmax_ && ymin_ <= yZmax_ && yZmax_ <= ymax_)) return;
+  const QString number = QString::number(double(maxValue_), 'g', kPeakDigits);
+  const QString text = peakUnit_.isEmpty() ? number : number + QLatin1Char(' ') + peakUnit_;
+  const QSizeF size = TextAttributes::helvetica(kLabelSize).size(text);
+  const QPointF peak = dataToView({xZmax_, yZmax_}, iRect_, limits());
+  QRectF box(peak.x() + kBesidePeak, peak.y() + kBesidePeak, size.width(), size.height());
+  if (box.right() > iRect_.right()) box.moveRight(peak.x() - kBesidePeak);
+  if (box.bottom() > iRect_.bottom()) box.moveBottom(peak.y() - kBesidePeak);
+  const SavedState saved(GraphicsContext::current());
+  drawTextBox(text, box);
 }
 
 void xovFKImageView::mouseDown(const MouseEvent& event) {

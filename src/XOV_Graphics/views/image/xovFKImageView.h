@@ -9,17 +9,46 @@ namespace xov {
 /// slowness and the place of the largest power are drawn over the picture. The host sets the slowness limits and
 /// hands the grid of powers over with setupImageDataNROWSNCOLS(), its first row the northernmost.
 ///
-/// Powers are coloured by their share of the range, whatever useTopoValues() says.
+/// Powers are coloured by their share of the range, whatever useTopoValues() says. Circles and peak are labelled on
+/// request.
 class XOV_EXPORT xovFKImageView : public XOVImageView {
   Q_OBJECT
   Q_CLASSINFO("shows", "slowness image")
+  Q_PROPERTY(
+      xov::xovFKImageView::CircleLabels circleLabels READ circleLabels WRITE writeCircleLabels NOTIFY settingsChanged)
+  Q_PROPERTY(bool showPeakValue READ showPeakValue WRITE writeShowPeakValue NOTIFY settingsChanged)
+  Q_PROPERTY(QString peakUnit READ peakUnit WRITE writePeakUnit NOTIFY settingsChanged)
+  Q_PROPERTY(bool colorsFromMinimum READ colorsFromMinimum WRITE writeColorsFromMinimum NOTIFY settingsChanged)
 
 public:
+  /// What is written at the circles of constant velocity.
+  enum CircleLabels : std::int32_t {
+    NoLabels = 0,
+    KilometresPerSecond = 1, ///< the apparent velocity: "8 km/s"
+    SecondsPerKilometre = 2, ///< the slowness: "0.125 s/km"
+    SecondsPerDegree = 3,    ///< the slowness on a sphere of 6371 km: "13.9 s/°"
+  };
+  Q_ENUM(CircleLabels)
+
   explicit xovFKImageView(QWidget* parent = nullptr) : xovFKImageView(QRectF(), parent) {}
   explicit xovFKImageView(const QRectF& frame, QWidget* parent = nullptr);
   ~xovFKImageView() override;
 
   QString usualAxisName(Qt::Axis axis) const override;
+
+  /// What is written at the circles, on the diagonal away from the peak, where there is room; nothing at first.
+  CircleLabels circleLabels() const { return circleLabels_; }
+  void setCircleLabels(CircleLabels labels) { change(circleLabels_, labels); }
+  /// Whether the largest power is written beside its place; off at first.
+  bool showPeakValue() const { return showPeakValue_; }
+  void setShowPeakValue(bool show) { change(showPeakValue_, show); }
+  /// The unit behind it, such as "dB"; empty at first.
+  QString peakUnit() const { return peakUnit_; }
+  void setPeakUnit(const QString& unit) { change(peakUnit_, unit); }
+  /// Whether the smallest power has the first colour, as powers in decibels need, which are negative; off at first:
+  /// then zero has it. Shows after updateImagePlanes().
+  bool colorsFromMinimum() const { return colorsFromMinimum_; }
+  void setColorsFromMinimum(bool from) { change(colorsFromMinimum_, from); }
 
   /// The scale is maxValue − minValue, 1 in place of 0.
   void computeScaleFactor() override;
@@ -37,6 +66,10 @@ public:
   /// Circles around zero slowness for 32, 16, 8, 6, 4, 3 and 2 km/s, in black and cut at the data frame. They are
   /// round, to the scale of the x axis.
   virtual void drawPhaseVelocityCircles();
+  /// The labels of these circles; nothing without circleLabels().
+  void drawCircleLabels();
+  /// The largest power beside its place; nothing without showPeakValue(), or where the peak lies outside the limits.
+  void drawPeakValue();
   /// With Shift, drags a picture of the view out; nothing otherwise.
   void mouseDown(const MouseEvent& event) override;
   /// A picture without transparency.
@@ -49,6 +82,30 @@ protected:
 
 private:
   void logCells() const;
+  void drawTextBox(const QString& text, const QRectF& box) const;
+  // What the writes of properties do: set, and draw anew.
+  void writeCircleLabels(CircleLabels value) {
+    setCircleLabels(value);
+    setNeedsDisplay();
+  }
+  void writeShowPeakValue(bool value) {
+    setShowPeakValue(value);
+    setNeedsDisplay();
+  }
+  void writePeakUnit(const QString& value) {
+    setPeakUnit(value);
+    setNeedsDisplay();
+  }
+  void writeColorsFromMinimum(bool value) {
+    setColorsFromMinimum(value);
+    updateImagePlanes();
+    setNeedsDisplay(); // without a grid, too
+  }
+
+  CircleLabels circleLabels_ = NoLabels;
+  bool showPeakValue_ = false;
+  QString peakUnit_;
+  bool colorsFromMinimum_ = false;
 };
 
 } // namespace xov

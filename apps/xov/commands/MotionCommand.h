@@ -1,0 +1,27 @@
+#pragma once
+
+#include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/Records.h"
+#include "apps/xov/output/Output.h"
+#include "apps/xov/prepare/Preparation.h"
+
+#include <string>
+#include <vector>
+
+namespace xov::cli {
+
+/// `xov motion`: the path of the ground at a station in three panels, and its polarisation.
+class MotionCommand : public Command {
+public:
+  void addOptions(CLI::App& options) override;
+  ExitCode run() override;
+
+private:
+  RecordInputs inputs_;
+  Preparation preparation_;
+  Output output_{"motion", {900, 400}};
+  std::vector<std::string> components_; // codes; not given, or three
+  bool noPolarization_ = false;
+};
+
+} // namespace xov::cli
