@@ -28,6 +28,7 @@ CLI::Option* addColorList(CLI::App& options, const char* name, std::vector<std::
 
 std::vector<QColor> colorsNamed(const std::vector<std::string>& names) {
   std::vector<QColor> colors;
+  colors.reserve(names.size());
   for (const std::string& name : names)
     colors.emplace_back(QString::fromStdString(name));
   return colors;
