@@ -3,6 +3,7 @@
 #include "XOV_Graphics/seismic/signal/Butterworth.h"
 #include "XOV_Graphics/seismic/signal/Envelope.h"
 #include "XOV_Graphics/seismic/signal/Resample.h"
+#include "XOV_Graphics/seismic/signal/Spectrogram.h"
 #include "bench/Contest.h"
 #include "bench/RivalProcess.h"
 
@@ -11,8 +12,11 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <complex>
 #include <cstdio>
 #include <functional>
+#include <kissfft.hh>
 #include <random>
 
 namespace xov::bench {
@@ -23,6 +27,10 @@ constexpr std::size_t kSamples = 8640000;
 constexpr double kInterval = 0.01;
 constexpr std::size_t kFactor = 10;
 constexpr double kLimitSeconds = 60;
+constexpr std::size_t kWindow = 1024;    // of the spectrogram, which overlaps by half
+constexpr std::size_t kSegments = 17600; // of its 800 columns, 22 in each: 10800 samples at hops of no more than 512
+constexpr char kSpectrogram[] = "spectrogram";
+constexpr char kTransforms[] = "transforms";
 
 std::vector<float> noise() {
   std::mt19937 random(5);
@@ -41,7 +49,21 @@ struct Operation {
   std::vector<double> rivals = {};
 };
 
-std::vector<Operation> operations() {
+void drawSpectrogram(const std::vector<float>& samples) {
+  const SpectrogramPiece piece{samples, 0, kInterval};
+  if (spectrogram({&piece, 1}, {.windowSeconds = double(kWindow) * kInterval}).isEmpty())
+    std::fprintf(stderr, "xov_bench: the spectrogram is empty\n");
+}
+
+// Of as many segments as the spectrogram has, and nothing else: what it is held against.
+void transformSegments(const std::vector<double>& samples) {
+  const kissfft<double> transform(kWindow / 2, false);
+  std::vector<std::complex<double>> spectrum(kWindow / 2 + 1);
+  for (std::size_t i = 0; i < kSegments; ++i)
+    transform.transform_real(samples.data() + i * (samples.size() - kWindow) / kSegments, spectrum.data());
+}
+
+std::vector<Operation> operations(const std::vector<float>& day) {
   const std::vector<Biquad> bandPass = *designButterworth(ButterworthFilter::bandPass(1, 10), kInterval);
   return {
       {"band-pass of order 4, causal", "filter",
@@ -51,6 +73,8 @@ std::vector<Operation> operations() {
       {"decimation by 10, zero phase", "decimate",
        [](auto& samples) { samples = decimate(samples, kFactor, FilterPhase::Zero); }},
       {"envelope", "envelope", [](auto& samples) { applyEnvelope(samples); }},
+      {"spectrogram of 800 columns", kSpectrogram, [&day](auto&) { drawSpectrogram(day); }},
+      {"its Fourier transforms alone", kTransforms, [](auto& samples) { transformSegments(samples); }},
   };
 }
 
@@ -80,7 +104,7 @@ QString signalTable(int rounds, const QString& scripts) {
   const QTemporaryDir folder;
   const std::vector<float> samples = noise();
   std::unique_ptr<RivalProcess> rival = scipy(scripts, samples, folder);
-  std::vector<Operation> all = operations();
+  std::vector<Operation> all = operations(samples);
   for (int round = 0; round <= rounds; ++round) {
     for (Operation& operation : all) {
       std::vector<double> work(samples.begin(), samples.end());
@@ -102,6 +126,13 @@ QString signalTable(int rounds, const QString& scripts) {
     table += QStringLiteral("| %1 | %2 | %3 | %4 |\n")
                  .arg(QLatin1String(operation.name), rate(operation.ours), rate(operation.rivals), ratio);
   }
+  const auto timeOf = [&all](const char* word) {
+    return median(std::ranges::find(all, QLatin1String(word), [](const Operation& operation) {
+                    return QLatin1String(operation.word);
+                  })->ours);
+  };
+  table += QStringLiteral("\nThe spectrogram takes %1 times its transforms (limit 1.5).\n")
+               .arg(timeOf(kSpectrogram) / timeOf(kTransforms), 0, 'f', 2);
   return table;
 }
 

@@ -14,9 +14,13 @@ Complex timesI(Complex value) { return {-value.imag(), value.real()}; }
 
 RealTransform::RealTransform(std::size_t n)
     : half_(n / 2),
-      roots_(n),
+      roots_(n / 4 + 1),
       plan_(std::make_unique<ComplexPlan>(half_, TransformDirection::Forward)),
-      pairs_(half_) {}
+      pairs_(half_) {
+  const UnitRoots roots(n);
+  for (std::size_t k = 0; k < roots_.size(); ++k)
+    roots_[k] = roots.at(k);
+}
 
 RealTransform::~RealTransform() = default;
 
@@ -38,7 +42,7 @@ void RealTransform::run(std::span<const double> samples, std::span<Complex> resu
     const Complex mirrored = std::conj(result[half_ - k]);
     const Complex even = 0.5 * (here + mirrored);
     const Complex odd = timesI(-0.5 * (here - mirrored));
-    const Complex turned = product(std::conj(roots_.at(k)), odd);
+    const Complex turned = product(std::conj(roots_[k]), odd);
     result[k] = even + turned;
     result[half_ - k] = std::conj(even - turned);
   }

@@ -27,7 +27,7 @@ public:
 
 private:
   std::size_t half_;
-  UnitRoots roots_;
+  std::vector<std::complex<double>> roots_; ///< exp(2πi k/n) for k up to n/4
   std::unique_ptr<ComplexPlan> plan_;
   std::vector<std::complex<double>> pairs_;
 };

@@ -34,6 +34,8 @@ public:
   void add(std::span<const float> segment, Trend trend, std::span<double> sums);
 
 private:
+  void taperWithoutLine(std::span<const float> segment, double mean);
+
   std::vector<double> window_;
   double stepHz_;
   double factor_;
