@@ -22,6 +22,8 @@ stack-fill|One record, what it encloses filled, from the origin time on|stack se
 stack-bands|Records in bands: five components of one station|stack section/XX.KITE.00.BH?.SAC --style bands
 three|Three components of a station with their picks|three section/XX.KITE.00.BH{Z,R,T}.SAC
 three-self-scaled|The same with each trace filling its panel, and peaks|three section/XX.KITE.00.BH?.SAC --components BHZ BHN BHE --self-scaled --peaks
+motion|The path of the ground in the first minute of P, and its polarisation|motion section/XX.KITE.00.BH[ZNE].SAC --filter bandpass 0.02 0.1 --around P -5 60
+motion-rotated|The same over radial and transverse components|motion section/XX.KITE.00.BH[ZNE].SAC --filter bandpass 0.02 0.1 --rotate ZRT --around P -5 60
 drum|A drum record of a day: local earthquakes, a distant one, a gap, and markers|drum day/*.SAC --events day/catalogue.csv
 drum-colors|Half a day in three colours, UTC and local time, traces held to a row with marks, and labelled events|drum day/*.SAC --start 2025-03-12T11:30:00 --end 2025-03-12T23:30:00 --row-colors 'black,#0072b2,#009e73' --local-time America/Los_Angeles --clip 0.5 --line-width 0.6 --events day/catalogue.csv --event-labels
 drum-six-hours|The same in rows of six hours at a lower gain over zero lines|drum day/*.SAC --row-duration 21600 --gain 2 --zero-lines --hours --events day/catalogue.csv --mag 5
@@ -39,6 +41,8 @@ scatter-durations|A scatter plot: duration of earthquakes against magnitude|scat
 hist-magnitudes|A histogram: magnitudes, each unit holding a tenth as many as the one below|hist xy_source_durations.csv --title '400 made-up earthquakes'
 hist-log-counts|The same with logarithmic counts: a straight flank|hist xy_source_durations.csv --log-y --title '400 made-up earthquakes'
 hist-durations|A histogram about the mean, its range given|hist xy_source_durations.csv --columns 2 --remove-mean --bins 30 --min -1 --max 1.5 --xlabel 'Logarithm of duration, less the mean' --title '400 made-up earthquakes'
+mechanism-plane|A thrust from strike, dip and rake|mechanism --strike 203 --dip 10 --rake 88 --color '#c02020'
+mechanism-tensor|A moment tensor that is mostly a dipole, the planes of its best double couple over it|mechanism --tensor 2e18 -1e18 -1e18 3e17 5e17 1e17
 grid-palette-0|A grid in palette 0|grid grid_residuals.txt --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 0'
 grid-palette-1|The same in palette 1, its peak marked|grid grid_residuals.txt --palette 1 --peak --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 1'
 grid-palette-2|In palette 2|grid grid_residuals.txt --palette 2 --xlabel 'Longitude' --ylabel 'Latitude' --title 'Residuals (s), palette 2'
@@ -49,8 +53,10 @@ grid-inverted|In palette 0, inverted|grid grid_residuals.txt --inverted --xlabel
 grid-relief|A headerless grid of elevations|grid grid_relief.i2 --rows 181 --columns 241 --topo --extent -20 -16 63 66 --xlabel 'Longitude' --ylabel 'Latitude' --title 'A made-up island'
 fk-grid|Beam power over slowness, from a grid|fk fk_plane_wave.txt
 fk-recordings|Beam power of the recordings of an array|fk array/*.SAC --band 1 3 --window 12 24
+fk-decibels|The same in decibels, circles in seconds per degree|fk array/*.SAC --band 1 3 --window 12 24 --decibels -15 --circle-labels degrees --palette viridis --color-bar 'Power (dB)' --size 696 600
 map-world|A world map: plate boundaries and a made-up catalogue, coloured by depth|map --image 2 --plates types --events map/world_catalogue.csv --title 'Made-up earthquakes of ten years'
 map-pacific|Around the Pacific, on a topography|map --topo --region 120 290 -60 60 --plates types --events map/world_catalogue.csv --title 'Made-up earthquakes of ten years'
+map-elevations|Elevations with their colour bar|map --topo --region 120 290 -60 60 --color-bar 'Elevation (m)'
 map-regional|A regional map: a made-up fault and velocities beside it|map --image 10 --region -125 -113 31 42 --vectors map/velocities.txt --polygons map/fault.nxy map/network.nxy --title 'Made-up velocities, the longest 35 mm/a'
 ROWS
 }
