@@ -109,9 +109,10 @@ TEST(OptionValues, areThoseOfTheOptionAndNoFileBehindThem) {
     }
   }
   // None is overlooked.
-  EXPECT_EQ(seen, (std::set<std::string>{"--band", "--columns", "--components", "--extent", "--fixed-x", "--fixed-y",
-                                         "--pre-filter", "--region", "--size", "--station-columns", "--tensor",
-                                         "--topo-extent", "--topo-size", "--vector-columns", "--window"}));
+  EXPECT_EQ(seen,
+            (std::set<std::string>{"--band", "--columns", "--components", "--db-range", "--extent", "--fixed-x",
+                                   "--fixed-y", "--pre-filter", "--region", "--size", "--station-columns", "--tensor",
+                                   "--topo-extent", "--topo-size", "--vector-columns", "--window"}));
 }
 
 TEST(OptionValues, mayBeNegativeButNoOptions) {
