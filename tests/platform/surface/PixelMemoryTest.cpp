@@ -23,6 +23,20 @@ TEST(PixelMemory, goesOnToTheNextPictureLikeIt) {
   EXPECT_NE(reusedImage(kLarge, kFormat).constBits(), pixels) << "taken twice";
 }
 
+TEST(PixelMemory, isKeptForPicturesOfSeveralSizesInTurn) {
+  const QSize larger(2048, 1100);
+  QImage first = reusedImage(kLarge, kFormat), second = reusedImage(larger, kFormat);
+  const uchar* const pixels[] = {first.constBits(), second.constBits()};
+  for (int repeat = 0; repeat < 3; ++repeat) {
+    first = {};
+    second = {};
+    second = reusedImage(larger, kFormat);
+    first = reusedImage(kLarge, kFormat);
+    EXPECT_EQ(first.constBits(), pixels[0]);
+    EXPECT_EQ(second.constBits(), pixels[1]);
+  }
+}
+
 TEST(PixelMemory, isNotSharedWithACopyThatIsChanged) {
   QImage image = reusedImage(kLarge, kFormat);
   image.fill(Qt::white);

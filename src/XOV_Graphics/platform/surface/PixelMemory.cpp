@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/LargePages.h"
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
@@ -24,8 +25,14 @@ uchar* pixelsOf(Block* block) { return reinterpret_cast<uchar*>(block + 1); }
 
 void release(Block* block) { ::operator delete(block, kAlignment); }
 
-// No lock: a child of a fork could find it taken.
-std::atomic<Block*> kept = nullptr;
+// Of several sizes, for views that are drawn in turn. No lock: a child of a fork could find it taken.
+std::array<std::atomic<Block*>, 4> kept = {};
+std::atomic<qsizetype> keptBytes = 0;
+
+void drop(Block* block) {
+  keptBytes -= block->bytes;
+  release(block);
+}
 
 Block* made(qsizetype bytes) {
   void* const memory = ::operator new(sizeof(Block) + std::size_t(bytes), kAlignment, std::nothrow);
@@ -37,18 +44,36 @@ Block* made(qsizetype bytes) {
 
 // As large as that or a little more.
 Block* taken(qsizetype bytes) {
-  Block* const block = kept.exchange(nullptr);
-  if (block == nullptr) return made(bytes);
-  if (bytes <= block->bytes && block->bytes <= bytes + bytes / 4) return block;
-  release(block);
+  for (std::atomic<Block*>& slot : kept) {
+    Block* const block = slot.exchange(nullptr);
+    if (block == nullptr) continue;
+    if (bytes <= block->bytes && block->bytes <= bytes + bytes / 4) {
+      keptBytes -= block->bytes;
+      return block;
+    }
+    Block* none = nullptr;
+    if (!slot.compare_exchange_strong(none, block)) drop(block);
+  }
   return made(bytes);
+}
+
+void dropAll() {
+  for (std::atomic<Block*>& slot : kept) {
+    if (Block* const block = slot.exchange(nullptr); block != nullptr) drop(block);
+  }
 }
 
 void giveBack(void* memory) {
   auto* const block = static_cast<Block*>(memory);
   if (block->bytes > kMostKept) return release(block);
   offerToSystem(pixelsOf(block), std::size_t(block->bytes));
-  release(kept.exchange(block));
+  if (keptBytes + block->bytes > kMostKept) dropAll();
+  keptBytes += block->bytes;
+  for (std::atomic<Block*>& slot : kept) {
+    Block* none = nullptr;
+    if (slot.compare_exchange_strong(none, block)) return;
+  }
+  if (Block* const other = kept[0].exchange(block); other != nullptr) drop(other);
 }
 
 } // namespace
