@@ -361,9 +361,9 @@ TEST_F(CliMap, drawsWhatItCanReadAndNamesTheRest) {
   const Outcome outcome = xov({"map", "--polygons", "good.nxy", "bad.nxy", "--stations", "stations.txt", "--events",
                                "events.csv", "--vectors", "none.txt", "-o", "map.png"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "xov: events.csv: unknown format, expected QuakeML, GCMT NDK, mchedr, Nordic, hypoDD, ZMAP "
+  EXPECT_EQ(outcome.err, "xov: bad.nxy: y of point 3: found \"x\", expected a number\n"
+                         "xov: events.csv: unknown format, expected QuakeML, GCMT NDK, mchedr, Nordic, hypoDD, ZMAP "
                          "or a table of events\n"
-                         "xov: bad.nxy: y of point 3: found \"x\", expected a number\n"
                          "xov: stations.txt: line 1: expected a station code, its latitude and its longitude\n"
                          "xov: none.txt: cannot be opened: No such file or directory\n");
   EXPECT_FALSE(QImage(at("map.png")).isNull());
