@@ -135,9 +135,11 @@ const RecordWindow::Piece& RecordWindow::piece() const {
 std::size_t RecordWindow::firstIndex() const { return piece().first; }
 
 std::span<const float> RecordWindow::samples() const {
+  const std::span<const float> all = piece().samples;
   // Those of a record that reads them as they are needed come into memory, and stay there.
-  if (record_->borrowedSamples().source != nullptr) record_->GetSacSeis();
-  return piece().samples;
+  if (SampleSource* const source = record_->borrowedSamples().source; source != nullptr)
+    source->hold(all.data(), all.data() + all.size());
+  return all;
 }
 
 const SacFooter& RecordWindow::preciseValues() const { return piece().precise; }
