@@ -1,5 +1,7 @@
 #include "apps/xov/map/MapBackground.h"
 
+#include "apps/xov/options/Options.h"
+
 #include <CLI/CLI.hpp>
 #include <gtest/gtest.h>
 
@@ -76,7 +78,7 @@ public:
       : view_(medium == Medium::Screen ? QRectF(0, 0, 900, 700) : QRectF(0, 0, 900, 480)) {
     CLI::App app;
     MapBackground background;
-    background.addOptions(app);
+    background.addOptions(Options(app));
     app.parse(std::vector<std::string>(options.rbegin(), options.rend()));
     const MapRegion region(limits);
     background.checkRegion(region);

@@ -1,4 +1,5 @@
 #include "apps/xov/commands/CommandTable.h"
+#include "apps/xov/options/Options.h"
 
 #include <CLI/CLI.hpp>
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ bool takesAnyNumber(const CLI::Option& option) {
 // A command whose line can be parsed once.
 struct Parser {
   explicit Parser(const CommandRow& row) : command(row.make()) {
-    command->addOptions(app);
+    command->addOptions(Options(app));
     app.allow_extras();
   }
 

@@ -5,7 +5,7 @@
 namespace xov::cli {
 namespace {
 
-std::string verdict(const CLI::Validator& validator, std::string text) { return validator(text); }
+std::string verdict(const Check& check, const std::string& text) { return check.wrong(text); }
 
 TEST(Validators, acceptNumbersUpToBothBounds) {
   const auto validator = numberFromTo(1, 20000);

@@ -41,6 +41,9 @@ expect("a painter by its long name" "src/XOV_Graphics/graphics/Axis.cpp: include
 tree(${view} ${lib}/seismic/Io.h "#include <QtWidgets>")
 expect("an umbrella header" "src/XOV_Graphics/seismic/Io.h: includes <QtWidgets>")
 
+tree(${view} apps/xov/commands/Xy.cpp "#include <CLI/CLI.hpp>")
+expect("the parser in a command" "apps/xov/commands/Xy.cpp: includes <CLI/CLI.hpp>")
+
 tree(${view} ${lib}/seismic/Io.h "#include <QSslSocket>")
 expect("a socket elsewhere" "src/XOV_Graphics/seismic/Io.h: includes <QSslSocket>")
 

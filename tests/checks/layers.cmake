@@ -33,6 +33,10 @@ set(desktop_headers
 set(network_headers "^(QtNetwork(/.*)?|Q(Tcp|Ssl|Udp|Local|Network|Host|Abstract)(Socket|Server|Address|Info|AccessManager|Request|Reply)[A-Za-z]*)$")
 set(network_folder ${library_root}/seismic/realtime/seedlink/)
 
+# The parser of command lines, whose header costs seconds in each file that calls it, and who knows of it.
+set(parser_header "^CLI/")
+set(parser_places "^apps/xov/(options/|documents/OptionTable[.]cpp|commands/CommandLine[.]cpp)")
+
 # What base/ does without, though models may have colours and paths.
 set(painting_headers "^(Qt(Gui|Widgets)/)?(QColor|QImage|QFont.*|QPainter.*|QPen|QBrush|QPixmap|QTransform|QWidget)$")
 
@@ -146,6 +150,8 @@ foreach(layer IN LISTS layers)
           fault("${place}: includes <${included}>, which only platform/ does")
         elseif(included MATCHES "${network_headers}" AND NOT place MATCHES "^${network_folder}")
           fault("${place}: includes <${included}>, which only ${network_folder} does")
+        elseif(included MATCHES "${parser_header}" AND NOT place MATCHES "${parser_places}")
+          fault("${place}: includes <${included}>, but options are declared through options/Options.h")
         elseif(layer STREQUAL "base" AND included MATCHES "${painting_headers}")
           fault("${place}: includes <${included}>, but base/ stands on QtCore")
         endif()

@@ -1,10 +1,7 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
 #include "apps/xov/terminal/Messages.h"
-
-namespace CLI {
-class App;
-}
 
 namespace xov::cli {
 
@@ -18,7 +15,7 @@ public:
 
   /// Declares options and arguments, which parsing then stores in this object. Whatever can be found wrong without
   /// opening a file is refused here by a validator, as a usage error.
-  virtual void addOptions(CLI::App& options) = 0;
+  virtual void addOptions(const Options& options) = 0;
 
   /// Does the work, once the command line has been parsed.
   virtual ExitCode run() = 0;

@@ -121,9 +121,11 @@ CommandLine::CommandLine()
           "Plots of seismograms and other data, in a window or as PDF, TIFF, JPEG and PNG files.", "xov")) {
   app_->require_subcommand(1);
   app_->set_version_flag("-V,--version", "xov " + version().toString().toStdString(), "Print the version and exit");
-  app_->add_option("--threads", threads_, "Threads that share the work (default: as many as processors)")
-      ->type_name("N")
-      ->check(numberFromTo(1, kMostThreads))
+  Options(*app_)
+      .add("--threads", threads_, "Threads that share the work (default: as many as processors)")
+      .typeName("N")
+      .check(numberFromTo(1, kMostThreads))
+      .parsed()
       ->trigger_on_parse(); // what is wrong with it is no matter of the command behind it
   app_->footer(kFooter);
   addQuiet(*app_);
@@ -131,7 +133,7 @@ CommandLine::CommandLine()
     CLI::App* options = app_->add_subcommand(row.name, row.summary);
     subcommands_.push_back({options, row.make()});
     addQuiet(*options);
-    subcommands_.back().command->addOptions(*options);
+    subcommands_.back().command->addOptions(Options(*options));
   }
 }
 

@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace xov::cli {
 
 /// All that the program takes: the options of its own, and each command with its own.

@@ -2,8 +2,6 @@
 
 #include "apps/xov/inputs/Validators.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
@@ -98,14 +96,14 @@ QString fileNameOf(const SeismogramRecord& record, const char* extension) {
   return parts.join(QLatin1Char('.')) + QLatin1Char('.') + QLatin1String(extension);
 }
 
-void ConvertCommand::addOptions(CLI::App& options) {
+void ConvertCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
-  options.add_option("-o,--output", output_, "File to write (.mseed or .SAC), or folder for one file a record")
-      ->type_name("FILE")
-      ->required();
-  options.add_option("--format", format_, "sac or mseed (default: as the file's extension says; in a folder sac)")
-      ->type_name("FORMAT")
-      ->check(oneOf({kSac, kMiniSeed}));
+  options.add("-o,--output", output_, "File to write (.mseed or .SAC), or folder for one file a record")
+      .typeName("FILE")
+      .required();
+  options.add("--format", format_, "sac or mseed (default: as the file's extension says; in a folder sac)")
+      .typeName("FORMAT")
+      .check(oneOf({kSac, kMiniSeed}));
   preparation_.addOptions(options);
 }
 

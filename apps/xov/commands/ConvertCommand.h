@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/prepare/Preparation.h"
 
 #include <string>
@@ -11,7 +12,7 @@ namespace xov::cli {
 /// `xov convert`: seismograms, made ready, as SAC or miniSEED files.
 class ConvertCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

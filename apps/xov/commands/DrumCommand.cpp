@@ -32,12 +32,12 @@ QTimeZone zoneNamed(const std::string& name) {
   return name.empty() ? QTimeZone() : QTimeZone(QByteArray::fromStdString(name));
 }
 
-CLI::Validator zoneName() {
+Check zoneName() {
   const auto check = [](const std::string& text) -> std::string {
     if (zoneNamed(text).isValid()) return {};
     return "found '" + text + "', expected a time zone as Europe/Berlin or UTC+05:30";
   };
-  return CLI::Validator(check, std::string());
+  return Check{check, {}};
 }
 
 // A time that a step cuts at, where the records have a time axis.
@@ -60,42 +60,41 @@ DrumSpan spanOf(const std::vector<PreparationStep>& steps, const SeismogramArray
 
 } // namespace
 
-void DrumCommand::addOptions(CLI::App& options) {
+void DrumCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
   inputs_.addMemoryOptions(options);
-  options.add_option("--rows", rows_, "Number of rows (default: as many as the recording needs)")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(1, kMostDrumRows));
-  options.add_option("--row-duration", rowSeconds_, "Seconds a row (default 3600)")
-      ->type_name("S")
-      ->check(numberFromTo(kShortestRow, kLongestRow));
+  options.add("--rows", rows_, "Number of rows (default: as many as the recording needs)")
+      .typeName("N")
+      .check(wholeNumberFromTo(1, kMostDrumRows));
+  options.add("--row-duration", rowSeconds_, "Seconds a row (default 3600)")
+      .typeName("S")
+      .check(numberFromTo(kShortestRow, kLongestRow));
   options
-      .add_option("--gain", gain_,
-                  "Half row heights that the largest sample rises (default: at most 8, less for a noisy record)")
-      ->type_name("G")
-      ->check(numberAboveZero());
+      .add("--gain", gain_,
+           "Half row heights that the largest sample rises (default: at most 8, less for a noisy record)")
+      .typeName("G")
+      .check(numberAboveZero());
   events_.addOptions(options);
-  options.add_option("--mag", smallestMagnitude_, "Smallest magnitude of marked events (default 4)")
-      ->type_name("M")
-      ->check(numberFromTo(-kLargestMagnitude, kLargestMagnitude));
-  options.add_flag("--zero-lines", zeroLines_, "Draw a thin zero line through each row");
-  options.add_flag("--hours", hours_, "Count the time scale in hours instead of minutes");
-  options.add_flag("--event-labels", eventLabels_, "Write magnitude and name beside marked events");
+  options.add("--mag", smallestMagnitude_, "Smallest magnitude of marked events (default 4)")
+      .typeName("M")
+      .check(numberFromTo(-kLargestMagnitude, kLargestMagnitude));
+  options.addFlag("--zero-lines", zeroLines_, "Draw a thin zero line through each row");
+  options.addFlag("--hours", hours_, "Count the time scale in hours instead of minutes");
+  options.addFlag("--event-labels", eventLabels_, "Write magnitude and name beside marked events");
   addColorList(options, "--row-colors", rowColors_,
                "Colours of the rows in turn (default: the pieces of the recording in black and red)");
-  options.add_flag("--day-colors", dayColors_, "Change the colour with the day instead of with the row");
+  options.addFlag("--day-colors", dayColors_, "Change the colour with the day instead of with the row");
+  options.add("--local-time", zone_, "Write the time in this zone at the right, as Europe/Berlin or UTC+05:30")
+      .typeName("ZONE")
+      .check(zoneName());
   options
-      .add_option("--local-time", zone_, "Write the time in this zone at the right, as Europe/Berlin or UTC+05:30")
-      ->type_name("ZONE")
-      ->check(zoneName());
-  options
-      .add_option("--clip", clip_,
-                  "Hold traces within so many row heights of their zero line, and mark where (default: as they are)")
-      ->type_name("ROWS")
-      ->check(numberFromTo(kShortestReach, kLongestReach));
-  options.add_option("--page", page_, "A page a day (UTC) of each channel, or a channel (default: one page)")
-      ->type_name("PAGE")
-      ->check(oneOf({kDay, "channel"}));
+      .add("--clip", clip_,
+           "Hold traces within so many row heights of their zero line, and mark where (default: as they are)")
+      .typeName("ROWS")
+      .check(numberFromTo(kShortestReach, kLongestReach));
+  options.add("--page", page_, "A page a day (UTC) of each channel, or a channel (default: one page)")
+      .typeName("PAGE")
+      .check(oneOf({kDay, "channel"}));
   lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());

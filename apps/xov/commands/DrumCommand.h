@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/EventInputs.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/DrumSheets.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
@@ -19,7 +20,7 @@ namespace xov::cli {
 /// `xov drum`: a continuous recording in rows, as a drum recorder draws it.
 class DrumCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

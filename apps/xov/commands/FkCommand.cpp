@@ -1,12 +1,9 @@
 #include "apps/xov/commands/FkCommand.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/inputs/ValueRange.h"
 #include "apps/xov/output/TitledView.h"
 #include "apps/xov/terminal/Progress.h"
-
-#include <CLI/CLI.hpp>
 
 #include <QFileInfo>
 
@@ -95,50 +92,45 @@ QString beamTitle(const BeamPower& beam, const BeamPeak& peak) {
 
 } // namespace
 
-void FkCommand::addOptions(CLI::App& options) {
+void FkCommand::addOptions(const Options& options) {
   inputs_.addOptions(options, "FILES", "A grid of powers as lines of x, y and power, or the recordings of an array");
-  takesExactly(
-      options
-          .add_option("--band", band_, "Lowest and highest frequency in Hz (default: 4 periods to half of Nyquist)")
-          ->type_name("F1 F2")
-          ->check(numberFromTo(0, kMostHz)),
-      2);
-  takesExactly(
-      options
-          .add_option("--window", window_,
-                      "Time to use, in seconds after the last recording begins (default: all, at most 4096 samples)")
-          ->type_name("T1 T2")
-          ->check(numberFromTo(0, kMostSeconds)),
-      2);
-  options.add_option("--limit", limit_, "Largest slowness of the grid in s/km (default 0.5)")
-      ->type_name("S")
-      ->check(numberFromTo(1e-6, kMostSlowness));
-  options.add_option("--steps", steps_, "Slownesses along each axis (default 101)")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(2, kMostBeamSteps));
+  options.add("--band", band_, "Lowest and highest frequency in Hz (default: 4 periods to half of Nyquist)")
+      .typeName("F1 F2")
+      .check(numberFromTo(0, kMostHz))
+      .takesExactly(2);
   options
-      .add_option("--circle-labels", circleLabels_,
-                  "What the circles tell: velocity in km/s (default), slowness in s/km, degrees in s/°, or none")
-      ->type_name("WHAT")
-      ->check(oneOf({"velocity", "slowness", "degrees", "none"}));
-  options.add_flag("--no-peak-value", noPeakValue_, "Do not write the largest power beside its place");
+      .add("--window", window_,
+           "Time to use, in seconds after the last recording begins (default: all, at most 4096 samples)")
+      .typeName("T1 T2")
+      .check(numberFromTo(0, kMostSeconds))
+      .takesExactly(2);
+  options.add("--limit", limit_, "Largest slowness of the grid in s/km (default 0.5)")
+      .typeName("S")
+      .check(numberFromTo(1e-6, kMostSlowness));
+  options.add("--steps", steps_, "Slownesses along each axis (default 101)")
+      .typeName("N")
+      .check(wholeNumberFromTo(2, kMostBeamSteps));
   options
-      .add_option("--decibels", floorDb_,
-                  "Show powers in decibels, and those below this one, such as -20, as this one")
-      ->type_name("FLOOR")
-      ->check(numberFromTo(kLowestDb, kHighestFloorDb));
+      .add("--circle-labels", circleLabels_,
+           "What the circles tell: velocity in km/s (default), slowness in s/km, degrees in s/°, or none")
+      .typeName("WHAT")
+      .check(oneOf({"velocity", "slowness", "degrees", "none"}));
+  options.addFlag("--no-peak-value", noPeakValue_, "Do not write the largest power beside its place");
+  options.add("--decibels", floorDb_, "Show powers in decibels, and those below this one, such as -20, as this one")
+      .typeName("FLOOR")
+      .check(numberFromTo(kLowestDb, kHighestFloorDb));
   image_.addOptions(options);
   image_.addTextOption(options);
   preparation_.addOptions(options);
   preparation_.leavePlacesAlone();
   output_.addOptions(options);
-  options.parse_complete_callback([this] { checkOptions(); });
+  options.afterParsing([this] { checkOptions(); });
 }
 
 void FkCommand::checkOptions() const {
   for (const auto& [option, range] : {std::pair("--band", &band_), {"--window", &window_}}) {
     if (!range->empty() && !((*range)[0] < (*range)[1]))
-      throw CLI::ValidationError(option, "expected the second number above the first");
+      throw UsageError(option, "expected the second number above the first");
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/ImageOptions.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
@@ -19,7 +20,7 @@ namespace xov::cli {
 /// `xov fk`: the beam power of an array over slowness, from a grid or from the array's recordings.
 class FkCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

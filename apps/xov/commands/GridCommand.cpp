@@ -1,10 +1,7 @@
 #include "apps/xov/commands/GridCommand.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/inputs/ValueRange.h"
-
-#include <CLI/CLI.hpp>
 
 #include <QFileInfo>
 
@@ -78,49 +75,47 @@ QSizeF sizeForCells(int rows, int columns) {
   return {kDataWidth + kAxesWidth, std::round(height) + kAxesHeight};
 }
 
-void GridCommand::addOptions(CLI::App& options) {
-  options.add_option("FILE", file_, "Lines of x, y and value, or a headerless grid with --rows and --columns")
-      ->required()
-      ->type_name("");
-  options.add_option("--rows", rows_, "Rows of a headerless grid")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(1, std::numeric_limits<int>::max()));
-  options.add_option("--columns", columns_, "Columns of a headerless grid")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(1, std::numeric_limits<int>::max()));
-  options.add_option("--type", cell_, "Cells of a headerless grid: int16 or float32 (default int16)")
-      ->type_name("TYPE")
-      ->check(oneOf({"int16", "float32"}));
-  options.add_option("--byte-order", order_, "Byte order of a headerless grid: little or big (default little)")
-      ->type_name("ORDER")
-      ->check(oneOf({"little", "big"}));
-  takesExactly(
-      options
-          .add_option("--extent", extent_, "Limits of the axes: left, right, lower and upper (default: of the file)")
-          ->type_name("L R B T")
-          ->check(numberFromTo(-kLargestCoordinate, kLargestCoordinate)),
-      4);
-  options.add_option("--min", min_, "Value at the first colour (default: the smallest value)")
-      ->type_name("V")
-      ->check(numberFromTo(-kLargestCoordinate, kLargestCoordinate));
-  options.add_option("--max", max_, "Value at the last colour (default: the largest value)")
-      ->type_name("V")
-      ->check(numberFromTo(-kLargestCoordinate, kLargestCoordinate));
-  options.add_flag("--topo", topo_, "Colour values as elevations in metres");
-  options.add_flag("--peak", peak_, "Mark the largest value");
-  options.add_option("--xlabel", xLabel_, "Label of the X axis")->type_name("TEXT");
-  options.add_option("--ylabel", yLabel_, "Label of the Y axis")->type_name("TEXT");
+void GridCommand::addOptions(const Options& options) {
+  options.add("FILE", file_, "Lines of x, y and value, or a headerless grid with --rows and --columns")
+      .required()
+      .typeName("");
+  options.add("--rows", rows_, "Rows of a headerless grid")
+      .typeName("N")
+      .check(wholeNumberFromTo(1, std::numeric_limits<int>::max()));
+  options.add("--columns", columns_, "Columns of a headerless grid")
+      .typeName("N")
+      .check(wholeNumberFromTo(1, std::numeric_limits<int>::max()));
+  options.add("--type", cell_, "Cells of a headerless grid: int16 or float32 (default int16)")
+      .typeName("TYPE")
+      .check(oneOf({"int16", "float32"}));
+  options.add("--byte-order", order_, "Byte order of a headerless grid: little or big (default little)")
+      .typeName("ORDER")
+      .check(oneOf({"little", "big"}));
+  options.add("--extent", extent_, "Limits of the axes: left, right, lower and upper (default: of the file)")
+      .typeName("L R B T")
+      .check(numberFromTo(-kLargestCoordinate, kLargestCoordinate))
+      .takesExactly(4);
+  options.add("--min", min_, "Value at the first colour (default: the smallest value)")
+      .typeName("V")
+      .check(numberFromTo(-kLargestCoordinate, kLargestCoordinate));
+  options.add("--max", max_, "Value at the last colour (default: the largest value)")
+      .typeName("V")
+      .check(numberFromTo(-kLargestCoordinate, kLargestCoordinate));
+  options.addFlag("--topo", topo_, "Colour values as elevations in metres");
+  options.addFlag("--peak", peak_, "Mark the largest value");
+  options.add("--xlabel", xLabel_, "Label of the X axis").typeName("TEXT");
+  options.add("--ylabel", yLabel_, "Label of the Y axis").typeName("TEXT");
   image_.addOptions(options);
   output_.addOptions(options);
-  options.parse_complete_callback([this] { checkOptions(); });
+  options.afterParsing([this] { checkOptions(); });
 }
 
 void GridCommand::checkOptions() const {
-  if ((rows_ > 0) != (columns_ > 0)) throw CLI::ValidationError("--rows", "expected --rows and --columns together");
+  if ((rows_ > 0) != (columns_ > 0)) throw UsageError("--rows", "expected --rows and --columns together");
   if (min_ && max_ && !(float(*min_) < float(*max_)))
-    throw CLI::ValidationError("--max", "expected a number above that of --min");
+    throw UsageError("--max", "expected a number above that of --min");
   if (!extent_.empty() && !(float(extent_[0]) < float(extent_[1]) && float(extent_[2]) < float(extent_[3])))
-    throw CLI::ValidationError("--extent", "expected left below right and lower below upper");
+    throw UsageError("--extent", "expected left below right and lower below upper");
 }
 
 Result<Grid> GridCommand::read() const {

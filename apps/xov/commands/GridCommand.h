@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/ImageOptions.h"
 #include "apps/xov/output/Output.h"
 
@@ -15,7 +16,7 @@ namespace xov::cli {
 /// `xov grid`: a regular grid of values as a coloured picture.
 class GridCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -5,8 +5,6 @@
 #include "apps/xov/output/Desktop.h"
 #include "apps/xov/output/TitledView.h"
 
-#include <CLI/CLI.hpp>
-
 #include <XOV_Graphics/views/xy/XOVHistogramView.h>
 #include <algorithm>
 #include <cmath>
@@ -44,33 +42,33 @@ BinRange logBinRange(float lowest, float highest, std::int32_t bins, std::option
   return {nearestFinite(std::pow(10.0, double(logs.min))), nearestFinite(std::pow(10.0, double(logs.max)))};
 }
 
-void HistCommand::addOptions(CLI::App& options) {
+void HistCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
   logAxes_.addOptions(options);
-  options.add_option("--bins", bins_, "Number of bins (default 20)")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(1, XOVHistogramView::kMostBins));
-  options.add_option("--min", min_, "Lower end of the range of the bins (default: the smallest value)")
-      ->type_name("V")
-      ->check(numberFromTo(-kFarthestBin, kFarthestBin));
-  options.add_option("--max", max_, "Upper end of the range of the bins (default: one bin above the largest value)")
-      ->type_name("V")
-      ->check(numberFromTo(-kFarthestBin, kFarthestBin));
-  options.add_flag("--remove-mean", removeMean_, "Subtract the mean of the values from them first");
-  options.add_flag("--dump", dump_, "Print the bins as text; draw only if there is -o, too");
+  options.add("--bins", bins_, "Number of bins (default 20)")
+      .typeName("N")
+      .check(wholeNumberFromTo(1, XOVHistogramView::kMostBins));
+  options.add("--min", min_, "Lower end of the range of the bins (default: the smallest value)")
+      .typeName("V")
+      .check(numberFromTo(-kFarthestBin, kFarthestBin));
+  options.add("--max", max_, "Upper end of the range of the bins (default: one bin above the largest value)")
+      .typeName("V")
+      .check(numberFromTo(-kFarthestBin, kFarthestBin));
+  options.addFlag("--remove-mean", removeMean_, "Subtract the mean of the values from them first");
+  options.addFlag("--dump", dump_, "Print the bins as text; draw only if there is -o, too");
   lineWidth_.addOptions(options);
   output_.addOptions(options);
-  options.parse_complete_callback([this] { checkRange(); });
+  options.afterParsing([this] { checkRange(); });
 }
 
 // Compared as the view will see them.
 void HistCommand::checkRange() const {
   if (min_ && max_ && !(float(*min_) < float(*max_)))
-    throw CLI::ValidationError("--max", "expected a number above that of --min");
+    throw UsageError("--max", "expected a number above that of --min");
   if (!logAxes_.axes().x) return;
   for (const auto& [option, end] : {std::pair("--min", min_), {"--max", max_}})
-    if (end && !(float(*end) > 0)) throw CLI::ValidationError(option, "expected a number above 0 with --log-x");
-  if (removeMean_) throw CLI::ValidationError("--remove-mean", "does not go with --log-x");
+    if (end && !(float(*end) > 0)) throw UsageError(option, "expected a number above 0 with --log-x");
+  if (removeMean_) throw UsageError("--remove-mean", "does not go with --log-x");
 }
 
 std::unique_ptr<XOVHistogramView> HistCommand::makeView(const QRectF& frame, const ColumnData& data) const {

@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/ColumnInputs.h"
 #include "apps/xov/inputs/LogAxisOptions.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 
 #include <cstdint>
@@ -19,7 +20,7 @@ namespace xov::cli {
 /// `xov hist`: a column of numbers as a histogram, drawn or dumped as text.
 class HistCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -2,8 +2,6 @@
 
 #include "apps/xov/inputs/InputFiles.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QCoreApplication>
 #include <QDateTime>
 
@@ -194,19 +192,18 @@ TextTable eventTable() { return tableWith(kEventHeadings); }
 
 TextTable arrivalTable() { return tableWith(kArrivalHeadings); }
 
-void InfoCommand::addOptions(CLI::App& options) {
+void InfoCommand::addOptions(const Options& options) {
   inputs_.allowNone();
   inputs_.addOptions(options, "FILES", "Seismogram or event files, folders of them, or patterns in quotes");
-  options.add_flag("--arrivals", arrivals_, "Print when phases arrive at the records instead");
-  options
-      .add_option("--seedlink", seedLink_, "Print which channels a SeedLink server has, and of what time, instead")
-      ->type_name("SERVER");
+  options.addFlag("--arrivals", arrivals_, "Print when phases arrive at the records instead");
+  options.add("--seedlink", seedLink_, "Print which channels a SeedLink server has, and of what time, instead")
+      .typeName("SERVER");
   preparation_.addOptions(options);
-  options.parse_complete_callback([this] {
+  options.afterParsing([this] {
     if (seedLink_.empty() && inputs_.names().isEmpty())
-      throw CLI::ValidationError("FILES", "expected seismogram or event files, or --seedlink");
+      throw UsageError("FILES", "expected seismogram or event files, or --seedlink");
     if (!seedLink_.empty() && !inputs_.names().isEmpty())
-      throw CLI::ValidationError("--seedlink", "found files, too; expected either");
+      throw UsageError("--seedlink", "found files, too; expected either");
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/prepare/Preparation.h"
 #include "apps/xov/terminal/TextTable.h"
 
@@ -18,7 +19,7 @@ namespace xov::cli {
 /// table of the phases that arrive at the records; or of what a SeedLink server has.
 class InfoCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -1,9 +1,6 @@
 #include "apps/xov/commands/MapCommand.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -52,26 +49,25 @@ QSizeF mapViewSize(double widthOverHeight, const QSizeF& margins) {
   return QSizeF(width, height) + margins;
 }
 
-void MapCommand::addOptions(CLI::App& options) {
+void MapCommand::addOptions(const Options& options) {
   background_.addOptions(options);
-  takesExactly(options.add_option("--region", edges_, "What to show, in degrees (default: the globe, 0 360 -90 90)")
-                   ->type_name("W E S N")
-                   ->check(numberFromTo(-kLargestLongitude, kLargestLongitude)),
-               4);
+  options.add("--region", edges_, "What to show, in degrees (default: the globe, 0 360 -90 90)")
+      .typeName("W E S N")
+      .check(numberFromTo(-kLargestLongitude, kLargestLongitude))
+      .takesExactly(4);
   features_.addOptions(options);
-  options.add_option("--align", align_, "Where a map stands that is lower than its place: centre, top or bottom")
-      ->type_name("PLACE")
-      ->check(oneOf(alignNames()));
-  CLI::Option* const topo = options.get_option("--topo");
-  options
-      .add_option("--color-bar", colorBar_, "Draw a bar of the colours of elevations, with this title; '' for none")
-      ->type_name("TITLE")
-      ->needs(topo);
-  options.add_flag("--no-degree-signs", noDegreeSigns_, "Label the edges with numbers alone, without E, W, N and S");
-  options.add_flag("--no-scale-bar", noScaleBar_, "Draw no bar of kilometres");
-  options.add_flag("--no-legend", noLegend_, "Do not explain magnitudes, depths and plate boundaries below the map");
+  options.add("--align", align_, "Where a map stands that is lower than its place: centre, top or bottom")
+      .typeName("PLACE")
+      .check(oneOf(alignNames()));
+  const Option topo = options.named("--topo");
+  options.add("--color-bar", colorBar_, "Draw a bar of the colours of elevations, with this title; '' for none")
+      .typeName("TITLE")
+      .needs(topo);
+  options.addFlag("--no-degree-signs", noDegreeSigns_, "Label the edges with numbers alone, without E, W, N and S");
+  options.addFlag("--no-scale-bar", noScaleBar_, "Draw no bar of kilometres");
+  options.addFlag("--no-legend", noLegend_, "Do not explain magnitudes, depths and plate boundaries below the map");
   output_.addOptions(options);
-  options.parse_complete_callback([this] { findRegion(); });
+  options.afterParsing([this] { findRegion(); });
 }
 
 void MapCommand::findRegion() {
@@ -79,7 +75,7 @@ void MapCommand::findRegion() {
   std::string problem;
   if (edges_) {
     const std::optional<MapRegion> region = MapRegion::fromEdges(*edges_, problem);
-    if (!region) throw CLI::ValidationError("--region", problem);
+    if (!region) throw UsageError("--region", problem);
     region_ = *region;
   }
   background_.checkRegion(region_);

@@ -3,6 +3,7 @@
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/map/MapBackground.h"
 #include "apps/xov/map/MapFeatures.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 
 #include <array>
@@ -14,7 +15,7 @@ namespace xov::cli {
 /// `xov map`: a map over a topography or a picture, with what the user wants on it.
 class MapCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -1,10 +1,7 @@
 #include "apps/xov/commands/MechanismCommand.h"
 
 #include "apps/xov/inputs/EventInputs.h"
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
-
-#include <CLI/CLI.hpp>
 
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/seismic/Undefined.h>
@@ -35,39 +32,39 @@ std::string checkColor(const std::string& name) {
 
 } // namespace
 
-void MechanismCommand::addOptions(CLI::App& options) {
-  options.add_option("FILES", files_, "Event files that tell mechanisms, as QuakeML and NDK do")->type_name("FILE");
-  CLI::Option* strike = options.add_option("--strike", strike_, "Strike of a nodal plane in degrees")
-                            ->type_name("S")
-                            ->check(numberFromTo(-kLargestAngle, kLargestAngle));
-  CLI::Option* dip = options.add_option("--dip", dip_, "Its dip, to the right of the strike")
-                         ->type_name("D")
-                         ->check(numberFromTo(0, kSteepest));
-  CLI::Option* rake = options.add_option("--rake", rake_, "The rake of the slip on it")
-                          ->type_name("R")
-                          ->check(numberFromTo(-kLargestAngle, kLargestAngle));
-  strike->needs(dip)->needs(rake);
-  dip->needs(strike);
-  rake->needs(strike);
-  takesExactly(options.add_option("--tensor", tensor_, "Moment tensor in N m: r is up, t south, p east")
-                   ->type_name("RR TT PP RT RP TP")
-                   ->check(numberFromTo(-kLargestElement, kLargestElement))
-                   ->excludes(strike),
-               6);
-  options.add_option("--event", event_, "Draw the N-th mechanism of the files alone")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(1, kMostEvents));
-  options.add_option("--color", color_, "Colour of compressional first motions (default black)")
-      ->type_name("COLOR")
-      ->check(CLI::Validator(checkColor, std::string()));
-  options.add_flag("--plain", plain_, "Draw beach balls alone, without axes, planes and numbers");
+void MechanismCommand::addOptions(const Options& options) {
+  options.add("FILES", files_, "Event files that tell mechanisms, as QuakeML and NDK do").typeName("FILE");
+  Option strike = options.add("--strike", strike_, "Strike of a nodal plane in degrees")
+                      .typeName("S")
+                      .check(numberFromTo(-kLargestAngle, kLargestAngle));
+  Option dip = options.add("--dip", dip_, "Its dip, to the right of the strike")
+                   .typeName("D")
+                   .check(numberFromTo(0, kSteepest));
+  Option rake = options.add("--rake", rake_, "The rake of the slip on it")
+                    .typeName("R")
+                    .check(numberFromTo(-kLargestAngle, kLargestAngle));
+  strike.needs(dip).needs(rake);
+  dip.needs(strike);
+  rake.needs(strike);
+  options.add("--tensor", tensor_, "Moment tensor in N m: r is up, t south, p east")
+      .typeName("RR TT PP RT RP TP")
+      .check(numberFromTo(-kLargestElement, kLargestElement))
+      .excludes(strike)
+      .takesExactly(6);
+  options.add("--event", event_, "Draw the N-th mechanism of the files alone")
+      .typeName("N")
+      .check(wholeNumberFromTo(1, kMostEvents));
+  options.add("--color", color_, "Colour of compressional first motions (default black)")
+      .typeName("COLOR")
+      .check(Check{checkColor, {}});
+  options.addFlag("--plain", plain_, "Draw beach balls alone, without axes, planes and numbers");
   output_.addOptions(options);
-  options.parse_complete_callback([this] { checkOptions(); });
+  options.afterParsing([this] { checkOptions(); });
 }
 
 void MechanismCommand::checkOptions() {
   if (files_.empty() && !strike_ && !tensor_)
-    throw CLI::ValidationError("FILES", "expected a file of events, or --strike, --dip and --rake, or --tensor");
+    throw UsageError("FILES", "expected a file of events, or --strike, --dip and --rake, or --tensor");
 }
 
 std::optional<CaptionedMechanism> MechanismCommand::given() const {

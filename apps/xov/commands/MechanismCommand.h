@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 
 #include <XOV_Graphics/views/seismic/FocalMechanismView.h>
@@ -14,7 +15,7 @@ namespace xov::cli {
 /// `xov mechanism`: focal mechanisms of event files, or one from its angles or its tensor, as beach balls.
 class MechanismCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -4,8 +4,6 @@
 #include "apps/xov/live/Interrupt.h"
 #include "apps/xov/live/LiveDisplay.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -58,43 +56,41 @@ void showLive(const std::shared_ptr<LiveDisplay>& live, RealTimeDisplayView& vie
 
 } // namespace
 
-void MonitorCommand::addOptions(CLI::App& options) {
+void MonitorCommand::addOptions(const Options& options) {
   inputs_.allowNone();
   inputs_.addOptions(options, "FILES,--replay");
   seedLink_.addOptions(options);
-  options.add_option("--wait", waitSeconds_, "Seconds to receive before a file is written with -o (default 10)")
-      ->type_name("S")
-      ->check(numberFromTo(0, kLongestWait));
-  options.add_option("--speed", speed_, "Recorded seconds a second (default 1)")
-      ->type_name("N")
-      ->check(numberAboveZero())
-      ->check(numberFromTo(0, kLargestSpeed));
-  options.add_option("--span", spanSeconds_, "Seconds on the display (default 600)")
-      ->type_name("S")
-      ->check(numberFromTo(kShortestSpan, kLongestSpan));
-  options.add_option("--origin", origin_, "Edge that minutes count from: right (now, the default) or left")
-      ->type_name("EDGE")
-      ->check(oneOf({kLeft, "right"}));
-  options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
-      ->type_name("G")
-      ->check(numberAboveZero());
-  options.add_option("--at", at_, "Begin at this recorded time (UTC); with -o, show this moment")
-      ->type_name("TIME")
-      ->check(utcTime());
-  options.add_flag("--zone-name", zoneName_, "Write the local time with the name of its zone");
+  options.add("--wait", waitSeconds_, "Seconds to receive before a file is written with -o (default 10)")
+      .typeName("S")
+      .check(numberFromTo(0, kLongestWait));
+  options.add("--speed", speed_, "Recorded seconds a second (default 1)")
+      .typeName("N")
+      .check(numberAboveZero())
+      .check(numberFromTo(0, kLargestSpeed));
+  options.add("--span", spanSeconds_, "Seconds on the display (default 600)")
+      .typeName("S")
+      .check(numberFromTo(kShortestSpan, kLongestSpan));
+  options.add("--origin", origin_, "Edge that minutes count from: right (now, the default) or left")
+      .typeName("EDGE")
+      .check(oneOf({kLeft, "right"}));
+  options.add("--gain", gain_, "Enlarge traces by this factor (default 1)").typeName("G").check(numberAboveZero());
+  options.add("--at", at_, "Begin at this recorded time (UTC); with -o, show this moment")
+      .typeName("TIME")
+      .check(utcTime());
+  options.addFlag("--zone-name", zoneName_, "Write the local time with the name of its zone");
   events_.addOptions(options);
   lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options);
-  options.parse_complete_callback([this] { checkInputs(); });
+  options.afterParsing([this] { checkInputs(); });
 }
 
 void MonitorCommand::checkInputs() const {
   if (seedLink_.isGiven() && !inputs_.names().isEmpty())
-    throw CLI::ValidationError("--seedlink", "found files, too; expected either");
+    throw UsageError("--seedlink", "found files, too; expected either");
   seedLink_.check();
   if (!seedLink_.isGiven() && inputs_.names().isEmpty())
-    throw CLI::ValidationError("FILES", "expected seismogram files, or --seedlink");
+    throw UsageError("FILES", "expected seismogram files, or --seedlink");
 }
 
 // A window shows what arrives until it is closed; a file shows what has arrived after a while.

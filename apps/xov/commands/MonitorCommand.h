@@ -6,6 +6,7 @@
 #include "apps/xov/inputs/Replay.h"
 #include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/live/SeedLinkOptions.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
 
@@ -17,7 +18,7 @@ namespace xov::cli {
 /// arrived now.
 class MonitorCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -1,9 +1,5 @@
 #include "apps/xov/commands/MotionCommand.h"
 
-#include "apps/xov/inputs/OptionValues.h"
-
-#include <CLI/CLI.hpp>
-
 #include <XOV_Graphics/seismic/prepare/Components.h>
 #include <XOV_Graphics/seismic/prepare/ParticleMotion.h>
 #include <XOV_Graphics/views/seismic/ParticleMotionView.h>
@@ -11,14 +7,14 @@
 
 namespace xov::cli {
 
-void MotionCommand::addOptions(CLI::App& options) {
+void MotionCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
-  takesExactly(options
-                   .add_option("--components", components_,
-                               "Codes of the vertical and the two horizontal components, as BHZ BHN BHE or Z R T")
-                   ->type_name("V A B"),
-               3);
-  options.add_flag("--no-polarization", noPolarization_, "Draw the path alone");
+  options
+      .add("--components", components_,
+           "Codes of the vertical and the two horizontal components, as BHZ BHN BHE or Z R T")
+      .typeName("V A B")
+      .takesExactly(3);
+  options.addFlag("--no-polarization", noPolarization_, "Draw the path alone");
   preparation_.addOptions(options);
   output_.addOptions(options);
 }

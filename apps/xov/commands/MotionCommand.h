@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
 
@@ -13,7 +14,7 @@ namespace xov::cli {
 /// `xov motion`: the path of the ground at a station in three panels, and its polarisation.
 class MotionCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

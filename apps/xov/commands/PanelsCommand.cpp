@@ -83,12 +83,10 @@ PanelTimes panelTimes(const SeismogramArray& records) {
   return {min, min < max && std::isfinite(max) ? max : min + 1, begins};
 }
 
-void PanelsCommand::addOptions(CLI::App& options) {
+void PanelsCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
   inputs_.addMemoryOptions(options);
-  options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
-      ->type_name("G")
-      ->check(numberAboveZero());
+  options.add("--gain", gain_, "Enlarge traces by this factor (default 1)").typeName("G").check(numberAboveZero());
   pages_.addOptions(options);
   picks_.addOptions(options);
   timeAxis_.addOptions(options);

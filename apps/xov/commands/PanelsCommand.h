@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
@@ -14,7 +15,7 @@ namespace xov::cli {
 /// `xov panels`: pairs of seismograms in small panels, the first of a pair black, the second red over it.
 class PanelsCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

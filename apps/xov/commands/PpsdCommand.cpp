@@ -1,10 +1,7 @@
 #include "apps/xov/commands/PpsdCommand.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/RecordNames.h"
-
-#include <CLI/CLI.hpp>
 
 #include <XOV_Graphics/seismic/prepare/SpectrumPieces.h>
 #include <XOV_Graphics/seismic/signal/NoiseStatistics.h>
@@ -32,31 +29,30 @@ void convert(NoiseStatistics& statistics, const SpectralUnit& unit) {
 
 } // namespace
 
-void PpsdCommand::addOptions(CLI::App& options) {
+void PpsdCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
-  options.add_option("--segment", segment_, "Seconds of the segments that are counted (default 3600)")
-      ->type_name("S")
-      ->check(numberFromTo(1, kLongestSegment));
-  options.add_option("--overlap", overlap_, "Share of a segment that the next one has, too (default 0.5)")
-      ->type_name("SHARE")
-      ->check(numberFromTo(0, kMostOverlap));
-  takesExactly(
-      options.add_option("--db-range", decibels_, "Ends of the axis of decibels (default: those of the noise)")
-          ->type_name("MIN MAX")
-          ->check(numberFromTo(-kFarthestDb, kFarthestDb)),
-      2);
-  options.add_flag("--no-noise-models", withoutNoiseModels_, "Leave out the New Low and High Noise Models");
-  options.add_flag("--no-percentiles", withoutPercentiles_,
-                   "Leave out the lines of the 10th, 50th and 90th percentile");
+  options.add("--segment", segment_, "Seconds of the segments that are counted (default 3600)")
+      .typeName("S")
+      .check(numberFromTo(1, kLongestSegment));
+  options.add("--overlap", overlap_, "Share of a segment that the next one has, too (default 0.5)")
+      .typeName("SHARE")
+      .check(numberFromTo(0, kMostOverlap));
+  options.add("--db-range", decibels_, "Ends of the axis of decibels (default: those of the noise)")
+      .typeName("MIN MAX")
+      .check(numberFromTo(-kFarthestDb, kFarthestDb))
+      .takesExactly(2);
+  options.addFlag("--no-noise-models", withoutNoiseModels_, "Leave out the New Low and High Noise Models");
+  options.addFlag("--no-percentiles", withoutPercentiles_,
+                  "Leave out the lines of the 10th, 50th and 90th percentile");
   image_.addColorOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
-  options.parse_complete_callback([this] { checkOptions(); });
+  options.afterParsing([this] { checkOptions(); });
 }
 
 void PpsdCommand::checkOptions() const {
   if (!decibels_.empty() && !(decibels_[0] < decibels_[1]))
-    throw CLI::ValidationError("--db-range", "expected the second number above the first");
+    throw UsageError("--db-range", "expected the second number above the first");
 }
 
 ExitCode PpsdCommand::run() {

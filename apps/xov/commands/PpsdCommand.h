@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/ImageOptions.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Recording.h"
@@ -12,7 +13,7 @@ namespace xov::cli {
 /// `xov ppsd`: how often the noise of a recording has which power, by period.
 class PpsdCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -3,8 +3,6 @@
 #include "apps/resources/BoundaryFiles.h"
 #include "apps/xov/terminal/TextTable.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -108,12 +106,12 @@ QStringList resourceCells(const Resource& resource) {
          (resource.kind == ResourceKind::Picture ? pictureCells(resource, path) : textCells(resource, path));
 }
 
-void ResourcesCommand::addOptions(CLI::App& options) {
+void ResourcesCommand::addOptions(const Options& options) {
   options
-      .add_option("--pb2002", published_,
-                  "Import the published text of the plate boundaries PB2002; until then, generalised boundaries of "
-                  "another source stand in for them")
-      ->type_name("FILE");
+      .add("--pb2002", published_,
+           "Import the published text of the plate boundaries PB2002; until then, generalised boundaries of "
+           "another source stand in for them")
+      .typeName("FILE");
 }
 
 ExitCode ResourcesCommand::run() {

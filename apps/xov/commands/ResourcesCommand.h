@@ -2,6 +2,7 @@
 
 #include "apps/resources/ResourceTable.h"
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/options/Options.h"
 
 #include <QString>
 #include <QStringList>
@@ -13,7 +14,7 @@ namespace xov::cli {
 /// `xov resources`: which base maps and plate boundaries there are, or the import of boundaries.
 class ResourcesCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -4,8 +4,6 @@
 #include "apps/xov/inputs/ValueRange.h"
 #include "apps/xov/output/TitledView.h"
 
-#include <CLI/CLI.hpp>
-
 #include <XOV_Graphics/views/xy/XOV2DScatterPlotView.h>
 #include <algorithm>
 #include <limits>
@@ -27,12 +25,12 @@ XOV2DScatterPlotView::Buffer withFirstRepeated(std::vector<float> values) {
 
 } // namespace
 
-void ScatterCommand::addOptions(CLI::App& options) {
+void ScatterCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
   logAxes_.addOptions(options);
-  options.add_option("--diameter", diameter_, "Diameter of the circles in points (default 12)")
-      ->type_name("D")
-      ->check(numberFromTo(kSmallestDiameter, kLargestDiameter));
+  options.add("--diameter", diameter_, "Diameter of the circles in points (default 12)")
+      .typeName("D")
+      .check(numberFromTo(kSmallestDiameter, kLargestDiameter));
   output_.addOptions(options);
 }
 

@@ -3,6 +3,7 @@
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/ColumnInputs.h"
 #include "apps/xov/inputs/LogAxisOptions.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 
 namespace xov::cli {
@@ -10,7 +11,7 @@ namespace xov::cli {
 /// `xov scatter`: two columns of numbers as circles.
 class ScatterCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -48,16 +48,14 @@ RecordOrder orderNamed(const std::string& name) {
 
 } // namespace
 
-void SectionCommand::addOptions(CLI::App& options) {
+void SectionCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
   inputs_.addMemoryOptions(options);
-  options.add_option("--gain", gain_, "Enlarge traces by this factor (default 1)")
-      ->type_name("G")
-      ->check(numberAboveZero());
-  options.add_flag("--zero-lines", zeroLines_, "Draw a dotted zero line through each trace");
-  options.add_option("--sort", order_, "Order from the bottom up: distance, azimuth or name")
-      ->type_name("ORDER")
-      ->check(oneOf(orderNames()));
+  options.add("--gain", gain_, "Enlarge traces by this factor (default 1)").typeName("G").check(numberAboveZero());
+  options.addFlag("--zero-lines", zeroLines_, "Draw a dotted zero line through each trace");
+  options.add("--sort", order_, "Order from the bottom up: distance, azimuth or name")
+      .typeName("ORDER")
+      .check(oneOf(orderNames()));
   pages_.addOptions(options);
   picks_.addOptions(options);
   plot_.addOptions(options);

@@ -3,8 +3,6 @@
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/live/Interrupt.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QCoreApplication>
 
 #include <XOV_Graphics/base/FileName.h>
@@ -48,35 +46,33 @@ std::optional<std::pair<int SeedLinkFaults::*, int>> faultOf(const std::string& 
 
 } // namespace
 
-void ServeCommand::addOptions(CLI::App& options) {
-  options.add_option("FILES", files_, "miniSEED files to play")->required()->type_name("");
-  options.add_option("--port", port_, "Port to listen on, 0 for any that is free (default 18000)")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(0, kLastPort));
-  options.add_option("--speed", speed_, "Recorded seconds a second (default 1)")
-      ->type_name("N")
-      ->check(numberAboveZero())
-      ->check(numberFromTo(0, kLargestSpeed));
-  options.add_flag("--all-at-once", allAtOnce_,
-                   "Have everything from the start on, as if it had been recorded long ago");
-  options.add_flag("--public", isPublic_, "Let other machines connect, too");
-  options.add_option("--protocol", protocol_, "3 speaks SeedLink 3.1 only, 4 both 3.1 and 4.0 (default 4)")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(3, 4));
+void ServeCommand::addOptions(const Options& options) {
+  options.add("FILES", files_, "miniSEED files to play").required().typeName("");
+  options.add("--port", port_, "Port to listen on, 0 for any that is free (default 18000)")
+      .typeName("N")
+      .check(wholeNumberFromTo(0, kLastPort));
+  options.add("--speed", speed_, "Recorded seconds a second (default 1)")
+      .typeName("N")
+      .check(numberAboveZero())
+      .check(numberFromTo(0, kLargestSpeed));
+  options.addFlag("--all-at-once", allAtOnce_,
+                  "Have everything from the start on, as if it had been recorded long ago");
+  options.addFlag("--public", isPublic_, "Let other machines connect, too");
+  options.add("--protocol", protocol_, "3 speaks SeedLink 3.1 only, 4 both 3.1 and 4.0 (default 4)")
+      .typeName("N")
+      .check(wholeNumberFromTo(3, 4));
   const auto check = [](const std::string& text) -> std::string {
     if (faultOf(text)) return {};
     return "found '" + text +
            "', expected drop, stall, duplicate, reorder, cut, garbage or drip and a number, as drop=100";
   };
   options
-      .add_option(
-          "--fault", faults_,
-          "Try clients: once in N packets of a connection drop, stall, duplicate, reorder, cut or garbage; or "
-          "drip=N bytes at once")
-      ->type_name("KIND=N[,...]")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->check(CLI::Validator(check, std::string()));
+      .add("--fault", faults_,
+           "Try clients: once in N packets of a connection drop, stall, duplicate, reorder, cut or garbage; or "
+           "drip=N bytes at once")
+      .typeName("KIND=N[,...]")
+      .listBetweenCommas()
+      .check(Check{check, {}});
 }
 
 ExitCode ServeCommand::run() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/options/Options.h"
 
 #include <XOV_Graphics/seismic/realtime/seedlink/SeedLinkServer.h>
 #include <string>
@@ -11,7 +12,7 @@ namespace xov::cli {
 /// `xov serve`: a SeedLink server that plays miniSEED files.
 class ServeCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

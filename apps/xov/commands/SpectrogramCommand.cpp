@@ -1,10 +1,7 @@
 #include "apps/xov/commands/SpectrogramCommand.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/RecordNames.h"
-
-#include <CLI/CLI.hpp>
 
 #include <XOV_Graphics/seismic/prepare/SpectrumPieces.h>
 #include <XOV_Graphics/views/image/SpectrogramView.h>
@@ -21,40 +18,39 @@ constexpr double kMostHz = 1e6;
 
 } // namespace
 
-void SpectrogramCommand::addOptions(CLI::App& options) {
+void SpectrogramCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
   options
-      .add_option("--window", window_,
-                  "Seconds that are transformed at a time (default: a power of two of samples next to a sixtieth of "
-                  "the recording)")
-      ->type_name("S")
-      ->check(numberFromTo(0, kLongestWindow));
-  options.add_option("--overlap", overlap_, "Least share of a window that the next one has, too (default 0.5)")
-      ->type_name("SHARE")
-      ->check(numberFromTo(0, kMostOverlap));
-  options.add_flag("--log-frequency", logFrequency_, "Make the frequency axis logarithmic");
-  takesExactly(options.add_option("--band", band_, "Ends of the frequency axis in Hz (default: up to Nyquist)")
-                   ->type_name("F1 F2")
-                   ->check(numberFromTo(0, kMostHz)),
-               2);
-  takesExactly(options
-                   .add_option("--db-range", decibels_,
-                               "Decibels at both ends of the colours (default: what all but the extremes reach)")
-                   ->type_name("MIN MAX")
-                   ->check(numberFromTo(-kFarthestDb, kFarthestDb)),
-               2);
-  options.add_flag("--no-seismogram", withoutSeismogram_, "Leave out the seismogram above");
+      .add("--window", window_,
+           "Seconds that are transformed at a time (default: a power of two of samples next to a sixtieth of "
+           "the recording)")
+      .typeName("S")
+      .check(numberFromTo(0, kLongestWindow));
+  options.add("--overlap", overlap_, "Least share of a window that the next one has, too (default 0.5)")
+      .typeName("SHARE")
+      .check(numberFromTo(0, kMostOverlap));
+  options.addFlag("--log-frequency", logFrequency_, "Make the frequency axis logarithmic");
+  options.add("--band", band_, "Ends of the frequency axis in Hz (default: up to Nyquist)")
+      .typeName("F1 F2")
+      .check(numberFromTo(0, kMostHz))
+      .takesExactly(2);
+  options
+      .add("--db-range", decibels_, "Decibels at both ends of the colours (default: what all but the extremes reach)")
+      .typeName("MIN MAX")
+      .check(numberFromTo(-kFarthestDb, kFarthestDb))
+      .takesExactly(2);
+  options.addFlag("--no-seismogram", withoutSeismogram_, "Leave out the seismogram above");
   image_.addColorOptions(options);
   timeAxis_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
-  options.parse_complete_callback([this] { checkOptions(); });
+  options.afterParsing([this] { checkOptions(); });
 }
 
 void SpectrogramCommand::checkOptions() const {
   for (const auto& [option, range] : {std::pair("--band", &band_), {"--db-range", &decibels_}}) {
     if (!range->empty() && !((*range)[0] < (*range)[1]))
-      throw CLI::ValidationError(option, "expected the second number above the first");
+      throw UsageError(option, "expected the second number above the first");
   }
 }
 

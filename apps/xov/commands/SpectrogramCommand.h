@@ -2,6 +2,7 @@
 
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/ImageOptions.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Recording.h"
@@ -13,7 +14,7 @@ namespace xov::cli {
 /// `xov spectrogram`: the power of a recording over time and frequency.
 class SpectrogramCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

@@ -1,10 +1,7 @@
 #include "apps/xov/commands/SpectrumCommand.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/RecordNames.h"
-
-#include <CLI/CLI.hpp>
 
 #include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <algorithm>
@@ -39,49 +36,47 @@ std::vector<SeismogramArray> byChannel(const SeismogramArray& records) {
 
 } // namespace
 
-void SpectrumCommand::addOptions(CLI::App& options) {
+void SpectrumCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
   options
-      .add_option(
-          "--method", method_,
-          "Mean over segments (welch, the default), of the whole at once (periodogram), or of the whole under "
-          "several tapers (multitaper)")
-      ->type_name("METHOD")
-      ->check(oneOf({kWelch, kPeriodogram, kMultitaper}));
-  options.add_option("--window", window_, "Seconds of a segment, for welch (default: an eighth of the recording)")
-      ->type_name("S")
-      ->check(numberFromTo(0, kLongestWindow));
-  options.add_option("--overlap", overlap_, "Share of a segment that the next one has, too, for welch (default 0.5)")
-      ->type_name("SHARE")
-      ->check(numberFromTo(0, kMostOverlap));
-  options.add_option("--tapers", tapers_, "Number of tapers, for multitaper (default 7)")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(1, kMostTapers));
-  options.add_option("--smooth", smoothing_, "Smooth the spectra: konno-ohmachi, equally on a logarithmic axis")
-      ->type_name("HOW")
-      ->check(oneOf({kKonnoOhmachi}));
-  options.add_option("--bandwidth", bandwidth_, "Of --smooth; larger numbers smooth less (default 40)")
-      ->type_name("B")
-      ->check(numberFromTo(1, kMostBandwidth));
-  takesExactly(
-      options.add_option("--band", band_, "Ends of the frequency axis in Hz (default: those of the spectra)")
-          ->type_name("F1 F2")
-          ->check(numberFromTo(0, kMostHz)),
-      2);
-  options.add_flag("--noise-models", noiseModels_,
-                   "Draw accelerations in dB with the New Low and High Noise Models (Peterson 1993)");
-  options.add_flag("--decibels", decibels_, "Show decibels; else a logarithmic axis, but decibels of accelerations");
-  options.add_flag("--linear-frequency", linearFrequency_, "Make the frequency axis linear");
+      .add("--method", method_,
+           "Mean over segments (welch, the default), of the whole at once (periodogram), or of the whole under "
+           "several tapers (multitaper)")
+      .typeName("METHOD")
+      .check(oneOf({kWelch, kPeriodogram, kMultitaper}));
+  options.add("--window", window_, "Seconds of a segment, for welch (default: an eighth of the recording)")
+      .typeName("S")
+      .check(numberFromTo(0, kLongestWindow));
+  options.add("--overlap", overlap_, "Share of a segment that the next one has, too, for welch (default 0.5)")
+      .typeName("SHARE")
+      .check(numberFromTo(0, kMostOverlap));
+  options.add("--tapers", tapers_, "Number of tapers, for multitaper (default 7)")
+      .typeName("N")
+      .check(wholeNumberFromTo(1, kMostTapers));
+  options.add("--smooth", smoothing_, "Smooth the spectra: konno-ohmachi, equally on a logarithmic axis")
+      .typeName("HOW")
+      .check(oneOf({kKonnoOhmachi}));
+  options.add("--bandwidth", bandwidth_, "Of --smooth; larger numbers smooth less (default 40)")
+      .typeName("B")
+      .check(numberFromTo(1, kMostBandwidth));
+  options.add("--band", band_, "Ends of the frequency axis in Hz (default: those of the spectra)")
+      .typeName("F1 F2")
+      .check(numberFromTo(0, kMostHz))
+      .takesExactly(2);
+  options.addFlag("--noise-models", noiseModels_,
+                  "Draw accelerations in dB with the New Low and High Noise Models (Peterson 1993)");
+  options.addFlag("--decibels", decibels_, "Show decibels; else a logarithmic axis, but decibels of accelerations");
+  options.addFlag("--linear-frequency", linearFrequency_, "Make the frequency axis linear");
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
-  options.parse_complete_callback([this] { checkOptions(); });
+  options.afterParsing([this] { checkOptions(); });
 }
 
 void SpectrumCommand::checkOptions() const {
   if (!band_.empty() && !(band_[0] < band_[1]))
-    throw CLI::ValidationError("--band", "expected the second number above the first");
+    throw UsageError("--band", "expected the second number above the first");
   if (!band_.empty() && !linearFrequency_ && !(band_[0] > 0))
-    throw CLI::ValidationError("--band", "expected numbers above 0 on a logarithmic axis");
+    throw UsageError("--band", "expected numbers above 0 on a logarithmic axis");
 }
 
 PowerSpectrum SpectrumCommand::estimate(const SeismogramArray& channel) const {

@@ -1,10 +1,7 @@
 #include "apps/xov/commands/StackCommand.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/RecordNames.h"
-
-#include <CLI/CLI.hpp>
 
 #include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/views/seismic/SeisView01.h>
@@ -18,27 +15,25 @@ namespace {
 constexpr char kBands[] = "bands";
 constexpr double kFarthestLimit = 1e30; // beyond, the width of a range may be too large for single precision
 
-CLI::Option* addRange(CLI::App& options, const char* name, std::vector<double>& range, const char* what) {
-  CLI::Option* option = options.add_option(name, range, what)
-                            ->type_name("MIN MAX")
-                            ->check(numberFromTo(-kFarthestLimit, kFarthestLimit));
-  return takesExactly(option, 2);
+Option addRange(const Options& options, const char* name, std::vector<double>& range, const char* what) {
+  Option option =
+      options.add(name, range, what).typeName("MIN MAX").check(numberFromTo(-kFarthestLimit, kFarthestLimit));
+  return option.takesExactly(2);
 }
 
 // Compared as the view will see them.
 void checkRange(const char* name, const std::vector<double>& range) {
-  if (!range.empty() && !(float(range[0]) < float(range[1])))
-    throw CLI::ValidationError(name, "expected MIN below MAX");
+  if (!range.empty() && !(float(range[0]) < float(range[1]))) throw UsageError(name, "expected MIN below MAX");
 }
 
 } // namespace
 
-void StackCommand::addOptions(CLI::App& options) {
+void StackCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
-  options.add_option("--style", style_, "Traces over each other (overlay, the default) or in a band each (bands)")
-      ->type_name("STYLE")
-      ->check(oneOf({"overlay", kBands}));
-  options.add_flag("--fill", fill_, "Fill what overlaid traces enclose");
+  options.add("--style", style_, "Traces over each other (overlay, the default) or in a band each (bands)")
+      .typeName("STYLE")
+      .check(oneOf({"overlay", kBands}));
+  options.addFlag("--fill", fill_, "Fill what overlaid traces enclose");
   addRange(options, "--fixed-x", fixedX_, "Ends of the time axis in seconds (default: those of the records)");
   addRange(options, "--fixed-y", fixedY_, "Ends of the amplitude axis (default: the extremes of the records)");
   pages_.addOptions(options);
@@ -47,13 +42,13 @@ void StackCommand::addOptions(CLI::App& options) {
   traces_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
-  options.parse_complete_callback([this] { checkOptions(); });
+  options.afterParsing([this] { checkOptions(); });
 }
 
 void StackCommand::checkOptions() const {
   checkRange("--fixed-x", fixedX_);
   checkRange("--fixed-y", fixedY_);
-  if (fill_ && style_ == kBands) throw CLI::ValidationError("--fill", "works with --style overlay only");
+  if (fill_ && style_ == kBands) throw UsageError("--fill", "works with --style overlay only");
 }
 
 std::unique_ptr<StackedSeisView> StackCommand::makeView(const QRectF& frame) const {

@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
@@ -21,7 +22,7 @@ namespace xov::cli {
 /// `xov stack`: seismograms over each other or in a band each, on one time and one amplitude scale.
 class StackCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

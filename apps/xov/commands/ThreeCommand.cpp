@@ -1,10 +1,7 @@
 #include "apps/xov/commands/ThreeCommand.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/output/RecordNames.h"
 #include "apps/xov/output/TitledView.h"
-
-#include <CLI/CLI.hpp>
 
 #include <XOV_Graphics/seismic/prepare/Components.h>
 #include <XOV_Graphics/views/seismic/ThreeCompView.h>
@@ -12,15 +9,15 @@
 
 namespace xov::cli {
 
-void ThreeCommand::addOptions(CLI::App& options) {
+void ThreeCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
-  takesExactly(options
-                   .add_option("--components", components_,
-                               "Codes of the vertical, radial and transverse component, as BHZ BHR BHT or Z 1 2")
-                   ->type_name("V R T"),
-               3);
-  options.add_flag("--self-scaled", selfScaled_, "Let each trace fill its panel");
-  options.add_flag("--peaks", peaks_, "Print the largest amplitude of each trace");
+  options
+      .add("--components", components_,
+           "Codes of the vertical, radial and transverse component, as BHZ BHR BHT or Z 1 2")
+      .typeName("V R T")
+      .takesExactly(3);
+  options.addFlag("--self-scaled", selfScaled_, "Let each trace fill its panel");
+  options.addFlag("--peaks", peaks_, "Print the largest amplitude of each trace");
   pages_.addOptions(options);
   picks_.addOptions(options);
   plot_.addOptions(options);

@@ -2,15 +2,13 @@
 
 #include "apps/xov/output/TitledView.h"
 
-#include <CLI/CLI.hpp>
-
 #include <XOV_Graphics/views/xy/xyPlotView.h>
 #include <algorithm>
 #include <limits>
 
 namespace xov::cli {
 
-void XyCommand::addOptions(CLI::App& options) {
+void XyCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
   logAxes_.addOptions(options);
   lineWidth_.addOptions(options);

@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/ColumnInputs.h"
 #include "apps/xov/inputs/LogAxisOptions.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 
 namespace xov::cli {
@@ -11,7 +12,7 @@ namespace xov::cli {
 /// `xov xy`: two columns of numbers as a line.
 class XyCommand : public Command {
 public:
-  void addOptions(CLI::App& options) override;
+  void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:

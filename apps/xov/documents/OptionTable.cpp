@@ -1,7 +1,7 @@
 #include "apps/xov/documents/OptionTable.h"
 
 #include "apps/xov/commands/CommandLine.h"
-#include "apps/xov/inputs/Validators.h"
+#include "apps/xov/options/Choices.h"
 
 #include <CLI/CLI.hpp>
 

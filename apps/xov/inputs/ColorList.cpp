@@ -1,7 +1,5 @@
 #include "apps/xov/inputs/ColorList.h"
 
-#include <CLI/CLI.hpp>
-
 namespace xov::cli {
 
 namespace {
@@ -14,16 +12,12 @@ bool isColor(const std::string& text) {
 
 } // namespace
 
-CLI::Option* addColorList(CLI::App& options, const char* name, std::vector<std::string>& colors, const char* what) {
+Option addColorList(const Options& options, const char* name, std::vector<std::string>& colors, const char* what) {
   const auto check = [](const std::string& text) -> std::string {
     if (isColor(text)) return {};
     return "found '" + text + "', expected a colour as red or #336699";
   };
-  return options.add_option(name, colors, what)
-      ->type_name("COLOR[,...]")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->check(CLI::Validator(check, std::string()));
+  return options.add(name, colors, what).typeName("COLOR[,...]").listBetweenCommas().check(Check{check, {}});
 }
 
 std::vector<QColor> colorsNamed(const std::vector<std::string>& names) {

@@ -1,9 +1,6 @@
 #include "apps/xov/inputs/ColumnInputs.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/terminal/Messages.h"
-
-#include <CLI/CLI.hpp>
 
 #include <QFileInfo>
 
@@ -26,18 +23,13 @@ std::string joined(const std::vector<std::string>& words) {
 
 } // namespace
 
-void ColumnInputs::addOptions(CLI::App& options) {
-  options.add_option("FILE", file_, "Text or CSV file of columns, or - for standard input")
-      ->required()
-      ->type_name("");
-  takesExactly(
-      options
-          .add_option("--columns", columns_, "What to draw, by number or heading (default " + joined(columns_) + ")")
-          ->type_name(names_),
-      int(columns_.size()));
-  options.add_option("--xlabel", xLabel_, "Label of the X axis (default: the column's heading)")->type_name("TEXT");
-  options.add_option("--ylabel", yLabel_, "Label of the Y axis (default: " + std::string(yDefault_) + ")")
-      ->type_name("TEXT");
+void ColumnInputs::addOptions(const Options& options) {
+  options.add("FILE", file_, "Text or CSV file of columns, or - for standard input").required().typeName("");
+  options.add("--columns", columns_, "What to draw, by number or heading (default " + joined(columns_) + ")")
+      .typeName(names_)
+      .takesExactly(int(columns_.size()));
+  options.add("--xlabel", xLabel_, "Label of the X axis (default: the column's heading)").typeName("TEXT");
+  options.add("--ylabel", yLabel_, "Label of the Y axis (default: " + std::string(yDefault_) + ")").typeName("TEXT");
 }
 
 std::optional<ColumnData> ColumnInputs::read() const {

@@ -1,14 +1,11 @@
 #pragma once
 
 #include "apps/xov/inputs/ColumnFile.h"
+#include "apps/xov/options/Options.h"
 
 #include <optional>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace xov::cli {
 
@@ -22,7 +19,7 @@ public:
         yDefault_(yDefault),
         columns_(std::move(defaults)) {}
 
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// The columns in the order of their options. None, with a message, when they cannot be read.
   std::optional<ColumnData> read() const;

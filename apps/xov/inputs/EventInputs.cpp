@@ -1,7 +1,5 @@
 #include "apps/xov/inputs/EventInputs.h"
 
-#include <CLI/CLI.hpp>
-
 #include <XOV_Graphics/base/FileName.h>
 
 namespace xov::cli {
@@ -17,11 +15,10 @@ std::optional<EventFile> readEventsOrComplain(const std::string& path) {
   return std::move(found).value();
 }
 
-void EventInputs::addOptions(CLI::App& options) {
+void EventInputs::addOptions(const Options& options) {
   options
-      .add_option("--events", file_,
-                  "Mark the events of this file: QuakeML, NDK, Nordic, mchedr, hypoDD, ZMAP or a table")
-      ->type_name("FILE");
+      .add("--events", file_, "Mark the events of this file: QuakeML, NDK, Nordic, mchedr, hypoDD, ZMAP or a table")
+      .typeName("FILE");
 }
 
 MarkedEvents EventInputs::read() const {

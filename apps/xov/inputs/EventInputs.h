@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
 #include "apps/xov/terminal/Messages.h"
 
 #include <XOV_Graphics/seismic/EventOrigin.h>
@@ -7,10 +8,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 namespace xov::cli {
 
@@ -26,7 +23,7 @@ std::optional<EventFile> readEventsOrComplain(const std::string& path);
 /// The option --events of commands that mark origin times.
 class EventInputs {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// Reads the file and says on standard error what is noted of it.
   MarkedEvents read() const;

@@ -2,16 +2,14 @@
 
 #include "apps/xov/inputs/ValueRange.h"
 
-#include <CLI/CLI.hpp>
-
 #include <cmath>
 #include <limits>
 
 namespace xov::cli {
 
-void LogAxisOptions::addOptions(CLI::App& options) {
-  options.add_flag("--log-x", axes_.x, "Make the X axis logarithmic; what is not above 0 is left out");
-  options.add_flag("--log-y", axes_.y, "Make the Y axis logarithmic; what is not above 0 is left out");
+void LogAxisOptions::addOptions(const Options& options) {
+  options.addFlag("--log-x", axes_.x, "Make the X axis logarithmic; what is not above 0 is left out");
+  options.addFlag("--log-y", axes_.y, "Make the Y axis logarithmic; what is not above 0 is left out");
 }
 
 void LogAxisOptions::leaveOutWhatHasNoPlace(ColumnData& data, const ColumnInputs& inputs) const {

@@ -2,6 +2,7 @@
 
 #include "apps/xov/inputs/ColumnFile.h"
 #include "apps/xov/inputs/ColumnInputs.h"
+#include "apps/xov/options/Options.h"
 
 #include <XOV_Graphics/views/base/PlotGeometry.h>
 #include <optional>
@@ -11,7 +12,7 @@ namespace xov::cli {
 /// The options --log-x and --log-y of the commands that draw columns of numbers.
 class LogAxisOptions {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// Hands them to a view.
   template <typename View>

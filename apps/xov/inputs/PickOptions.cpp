@@ -2,22 +2,18 @@
 
 #include "apps/xov/terminal/Messages.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QStringList>
 
 #include <XOV_Graphics/seismic/prepare/RecordPicks.h>
 
 namespace xov::cli {
 
-void PickOptions::addOptions(CLI::App& options) {
-  CLI::Option* const names =
-      options
-          .add_option("--picks", names_, "Draw these picks only: labels, or phases to predict, as 'P,S' or 'PKP,pP'")
-          ->type_name("NAME[,...]")
-          ->delimiter(',')
-          ->allow_extra_args(false);
-  options.add_flag("--no-picks", none_, "Draw no picks")->excludes(names);
+void PickOptions::addOptions(const Options& options) {
+  const Option names =
+      options.add("--picks", names_, "Draw these picks only: labels, or phases to predict, as 'P,S' or 'PKP,pP'")
+          .typeName("NAME[,...]")
+          .listBetweenCommas();
+  options.addFlag("--no-picks", none_, "Draw no picks").excludes(names);
 }
 
 SeismogramArray PickOptions::apply(SeismogramArray records) const {

@@ -1,19 +1,17 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
+
 #include <XOV_Graphics/seismic/SeismogramRecord.h>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace xov::cli {
 
 /// The options --picks and --no-picks of commands that draw picks.
 class PickOptions {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// The records with the picks that are to be drawn: their own, unless the user wants others. Says for which ones
   /// arrivals are not known, and which names are no picks.

@@ -2,15 +2,13 @@
 
 #include "apps/xov/terminal/Messages.h"
 
-#include <CLI/CLI.hpp>
-
 #include <XOV_Graphics/seismic/prepare/Amplitudes.h>
 #include <XOV_Graphics/seismic/prepare/CommonAxis.h>
 
 namespace xov::cli {
 
-void RecordPlot::addOptions(CLI::App& options) {
-  options.add_flag("--raw", raw_, "Draw samples as they are; else the mean of each record is taken away");
+void RecordPlot::addOptions(const Options& options) {
+  options.addFlag("--raw", raw_, "Draw samples as they are; else the mean of each record is taken away");
 }
 
 SeismogramArray RecordPlot::prepare(SeismogramArray records) const {

@@ -1,17 +1,15 @@
 #pragma once
 
-#include <XOV_Graphics/seismic/SeismogramRecord.h>
+#include "apps/xov/options/Options.h"
 
-namespace CLI {
-class App;
-}
+#include <XOV_Graphics/seismic/SeismogramRecord.h>
 
 namespace xov::cli {
 
 /// What the commands do to records before they draw them on one time axis, and the option --raw.
 class RecordPlot {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// The records on a common time axis, each without its mean unless the user wants it raw. Says when they keep
   /// several time axes.

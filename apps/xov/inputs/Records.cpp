@@ -5,8 +5,6 @@
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/terminal/Progress.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
@@ -161,26 +159,24 @@ QString drawingNote(const QString& name, const SeismogramRecord& record) {
 
 } // namespace
 
-void RecordInputs::addOptions(CLI::App& options, const char* files, const char* description) {
-  options.add_option(files, arguments_, description)->required(isRequired_)->type_name("");
-  options
-      .add_option("--channels", channels_, "Read these channels only: codes with * and ?, as 'BH?' or 'XX.*.00.BHZ'")
-      ->type_name("PATTERN[,...]")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->check(channelPattern());
+void RecordInputs::addOptions(const Options& options, const char* files, const char* description) {
+  options.add(files, arguments_, description).required(isRequired_).typeName("");
+  options.add("--channels", channels_, "Read these channels only: codes with * and ?, as 'BH?' or 'XX.*.00.BHZ'")
+      .typeName("PATTERN[,...]")
+      .listBetweenCommas()
+      .check(channelPattern());
 }
 
-void RecordInputs::addMemoryOptions(CLI::App& options) {
+void RecordInputs::addMemoryOptions(const Options& options) {
   options
-      .add_option("--index-cache", indexCache_,
-                  "Keep an index of each large file, which opens at once the next time: 'beside' it, or in a folder")
-      ->type_name("beside|FOLDER");
+      .add("--index-cache", indexCache_,
+           "Keep an index of each large file, which opens at once the next time: 'beside' it, or in a folder")
+      .typeName("beside|FOLDER");
   options
-      .add_option("--sample-memory", sampleMegabytes_,
-                  "Megabytes for samples of larger files, which are read as they are needed (default 512)")
-      ->type_name("MB")
-      ->check(numberFromTo(kLeastMegabytes, kMostMegabytes));
+      .add("--sample-memory", sampleMegabytes_,
+           "Megabytes for samples of larger files, which are read as they are needed (default 512)")
+      .typeName("MB")
+      .check(numberFromTo(kLeastMegabytes, kMostMegabytes));
 }
 
 bool RecordInputs::isRead(const QString& name) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
 #include "apps/xov/terminal/Messages.h"
 
 #include <QString>
@@ -12,10 +13,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace xov::cli {
 
@@ -42,7 +39,7 @@ class RecordInputs {
 public:
   /// `files` is the name of the arguments, with that of an option, if any, which they may follow; `description` is
   /// what help says of them.
-  void addOptions(CLI::App& options, const char* files = "FILES",
+  void addOptions(const Options& options, const char* files = "FILES",
                   const char* description = "Seismogram files, folders of them, or patterns in quotes");
 
   /// The command works without files, too; to be said before addOptions().
@@ -50,7 +47,7 @@ public:
 
   /// Options for records that are drawn as they are: how much memory samples of large files may take, and where to
   /// keep the indexes of files.
-  void addMemoryOptions(CLI::App& options);
+  void addMemoryOptions(const Options& options);
 
   /// The arguments as the user gave them.
   QStringList names() const;

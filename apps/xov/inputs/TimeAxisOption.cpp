@@ -3,8 +3,6 @@
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/terminal/Messages.h"
 
-#include <CLI/CLI.hpp>
-
 #include <XOV_Graphics/seismic/Undefined.h>
 #include <XOV_Graphics/seismic/prepare/CommonAxis.h>
 #include <XOV_Graphics/seismic/prepare/TimeAxis.h>
@@ -30,12 +28,12 @@ bool knowsOfAnEvent(const SeismogramArray& records) {
 
 } // namespace
 
-void TimeAxisOption::addOptions(CLI::App& options) {
+void TimeAxisOption::addOptions(const Options& options) {
   options
-      .add_option("--time-axis", axis_,
-                  "What the time axis shows (default: utc, but seconds where files know an origin time)")
-      ->type_name("AXIS")
-      ->check(oneOf({kUtc, kSeconds}));
+      .add("--time-axis", axis_,
+           "What the time axis shows (default: utc, but seconds where files know an origin time)")
+      .typeName("AXIS")
+      .check(oneOf({kUtc, kSeconds}));
 }
 
 QDateTime TimeAxisOption::referenceOf(const SeismogramArray& records) const {

@@ -1,13 +1,11 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
+
 #include <QDateTime>
 
 #include <XOV_Graphics/seismic/SeismogramRecord.h>
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 namespace xov {
 class SeismogramView;
@@ -18,7 +16,7 @@ namespace xov::cli {
 /// The option --time-axis: whether plots of seismograms show UTC or seconds.
 class TimeAxisOption {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// Shows seconds unless the user says otherwise: limits are given in seconds.
   void preferSeconds() { prefersSeconds_ = true; }

@@ -4,8 +4,6 @@
 #include "apps/xov/inputs/NamedValue.h"
 #include "apps/xov/inputs/Validators.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QSet>
 
 #include <XOV_Graphics/colour/CategoryColors.h>
@@ -36,33 +34,33 @@ constexpr NamedValue<LegendPlace> kPlaces[] = {
 
 } // namespace
 
-void LineWidthOption::addOptions(CLI::App& options) {
-  options.add_option("--line-width", points_, "Width of the lines that show data, in points")
-      ->type_name("POINTS")
-      ->check(numberFromTo(kThinnestLine, kThickestLine));
+void LineWidthOption::addOptions(const Options& options) {
+  options.add("--line-width", points_, "Width of the lines that show data, in points")
+      .typeName("POINTS")
+      .check(numberFromTo(kThinnestLine, kThickestLine));
 }
 
 void LineWidthOption::apply(XOVView& view) const {
   if (points_) view.setLineWidth(*points_);
 }
 
-void TraceStyle::addPlainOptions(CLI::App& options) {
+void TraceStyle::addPlainOptions(const Options& options) {
   isPlain_ = true;
   addColorList(options, "--colors", colors_, "Colours of the traces in turn: names as red, or numbers as '#336699'");
   width_.addOptions(options);
 }
 
-void TraceStyle::addOptions(CLI::App& options) {
+void TraceStyle::addOptions(const Options& options) {
   addPlainOptions(options);
   isPlain_ = false;
-  options.add_option("--color-by", groups_, "Give one colour to all traces of a component, station, network or file")
-      ->type_name("GROUP")
-      ->check(oneOf(namesOf(kGroups)));
+  options.add("--color-by", groups_, "Give one colour to all traces of a component, station, network or file")
+      .typeName("GROUP")
+      .check(oneOf(namesOf(kGroups)));
   options
-      .add_option("--legend", legend_,
-                  "Say what the colours stand for, in the corner where it covers least (best) or in another one")
-      ->type_name("[CORNER]")
-      ->check(oneOf(namesOf(kPlaces)));
+      .add("--legend", legend_,
+           "Say what the colours stand for, in the corner where it covers least (best) or in another one")
+      .typeName("[CORNER]")
+      .check(oneOf(namesOf(kPlaces)));
 }
 
 std::vector<std::size_t> TraceStyle::groupsOf(const SeismogramArray& records) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
+
 #include <QHash>
 #include <QStringList>
 
@@ -7,10 +9,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace xov {
 class SeismogramView;
@@ -22,7 +20,7 @@ namespace xov::cli {
 /// The option --line-width.
 class LineWidthOption {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// Leaves the view's own width where the user has not given one.
   void apply(XOVView& view) const;
@@ -34,9 +32,9 @@ private:
 /// The options --colors, --color-by, --legend and --line-width of commands for seismograms.
 class TraceStyle {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
   /// --colors and --line-width alone, for plots whose traces belong together by their places.
-  void addPlainOptions(CLI::App& options);
+  void addPlainOptions(const Options& options);
 
   /// The groups that records belong to, with their files: numbers that stay the same from page to page.
   std::vector<std::size_t> groupsOf(const SeismogramArray& records);

@@ -19,26 +19,24 @@ std::optional<double> finiteNumber(const std::string& text) {
   return value;
 }
 
-constexpr char kBetweenChoices = '\n';
-
 template <typename Accepts>
-CLI::Validator numberThat(const QString& expected, Accepts accepts) {
+Check numberThat(const QString& expected, Accepts accepts) {
   const auto check = [expected, accepts](const std::string& text) -> std::string {
     const std::optional<double> value = finiteNumber(text);
     if (value && accepts(*value)) return {};
     return QStringLiteral("found '%1', expected %2").arg(QString::fromStdString(text), expected).toStdString();
   };
-  return CLI::Validator(check, std::string());
+  return Check{check, {}};
 }
 
 } // namespace
 
-CLI::Validator numberFromTo(double min, double max) {
+Check numberFromTo(double min, double max) {
   return numberThat(QStringLiteral("a number from %1 to %2").arg(min).arg(max),
                     [min, max](double value) { return value >= min && value <= max; });
 }
 
-CLI::Validator wholeNumberFromTo(int min, int max) {
+Check wholeNumberFromTo(int min, int max) {
   const QString expected = QStringLiteral("a whole number from %1 to %2").arg(min).arg(max);
   const auto check = [=](const std::string& text) -> std::string {
     bool ok = false;
@@ -46,15 +44,14 @@ CLI::Validator wholeNumberFromTo(int min, int max) {
     if (ok && value >= min && value <= max) return {};
     return QStringLiteral("found '%1', expected %2").arg(QString::fromStdString(text), expected).toStdString();
   };
-  return CLI::Validator(check, std::string());
+  return Check{check, {}};
 }
 
-CLI::Validator numberAboveZero() {
+Check numberAboveZero() {
   return numberThat(QStringLiteral("a number above 0"), [](double value) { return value > 0; });
 }
 
-// The words are the validator's name, which the parser itself has no use for.
-CLI::Validator oneOf(const std::vector<std::string>& words) {
+Check oneOf(const std::vector<std::string>& words) {
   const auto check = [words](const std::string& text) -> std::string {
     if (std::ranges::find(words, text) != words.end()) return {};
     std::string expected;
@@ -62,38 +59,26 @@ CLI::Validator oneOf(const std::vector<std::string>& words) {
       expected += expected.empty() ? word : (&word == &words.back() ? " or " : ", ") + word;
     return "found '" + text + "', expected " + expected;
   };
-  return CLI::Validator(check, std::string(), CLI::detail::join(words, std::string(1, kBetweenChoices)));
+  return Check{check, words};
 }
 
-std::vector<std::string> choicesOf(CLI::Option& option) {
-  // The parser tells how many checks an option has by throwing.
-  for (int i = 0;; ++i) {
-    try {
-      const std::string& name = option.get_validator(i)->get_name();
-      if (!name.empty()) return CLI::detail::split(name, kBetweenChoices);
-    } catch (const CLI::OptionNotFound&) {
-      return {};
-    }
-  }
-}
-
-CLI::Validator channelPattern() {
+Check channelPattern() {
   const auto check = [](const std::string& text) -> std::string {
     return ChannelPatterns::parse({QString::fromStdString(text)}).error().toStdString();
   };
-  return CLI::Validator(check, std::string());
+  return Check{check, {}};
 }
 
 QDateTime parsedUtcTime(const std::string& text) {
   return parseUtcTime(QString::fromStdString(text)).value_or(QDateTime());
 }
 
-CLI::Validator utcTime() {
+Check utcTime() {
   const auto check = [](const std::string& text) -> std::string {
     if (parsedUtcTime(text).isValid()) return {};
     return "found '" + text + "', expected a time as 2011-03-11T05:46:23";
   };
-  return CLI::Validator(check, std::string());
+  return Check{check, {}};
 }
 
 } // namespace xov::cli

@@ -1,9 +1,6 @@
 #include "apps/xov/live/SeedLinkOptions.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
-
-#include <CLI/CLI.hpp>
 
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/base/InputFile.h>
@@ -16,20 +13,18 @@ constexpr qint64 kLargestLogin = 4096;
 
 } // namespace
 
-void SeedLinkOptions::addOptions(CLI::App& options) {
+void SeedLinkOptions::addOptions(const Options& options) {
   // Stations stand between commas: the two values cannot.
-  CLI::Option* const server =
-      options.add_option("--seedlink", server_, "Show what arrives from a SeedLink server: 'GE_WLF:BHZ,GR_*:HHZ'")
-          ->type_name("SERVER STATIONS")
-          ->type_size(2)
-          ->expected(1)
-          ->allow_extra_args(false);
-  options.add_option("--state", state_, "Keep the place in the server's packets here, and go on from it")
-      ->type_name("FILE")
-      ->needs(server);
-  options.add_option("--login", login_, "User and password for the server, a line each (or in the environment)")
-      ->type_name("FILE")
-      ->needs(server);
+  const Option server =
+      options.add("--seedlink", server_, "Show what arrives from a SeedLink server: 'GE_WLF:BHZ,GR_*:HHZ'")
+          .typeName("SERVER STATIONS")
+          .takesWords(2);
+  options.add("--state", state_, "Keep the place in the server's packets here, and go on from it")
+      .typeName("FILE")
+      .needs(server);
+  options.add("--login", login_, "User and password for the server, a line each (or in the environment)")
+      .typeName("FILE")
+      .needs(server);
 }
 
 QString SeedLinkOptions::serverText() const { return QString::fromStdString(server_.at(0)); }
@@ -38,7 +33,7 @@ void SeedLinkOptions::check() const {
   if (!isGiven()) return;
   QString problem = parseSeedLinkAddress(serverText()).error();
   if (problem.isEmpty()) problem = parseSeedLinkStations(QString::fromStdString(server_.at(1))).error();
-  if (!problem.isEmpty()) throw CLI::ValidationError("--seedlink", problem.toStdString());
+  if (!problem.isEmpty()) throw UsageError("--seedlink", problem.toStdString());
 }
 
 Result<SeedLinkSettings> SeedLinkOptions::settings() const {

@@ -1,20 +1,18 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
+
 #include <XOV_Graphics/base/Result.h>
 #include <XOV_Graphics/seismic/realtime/seedlink/SeedLinkClient.h>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace xov::cli {
 
 /// The options of commands that receive from a SeedLink server: --seedlink, --state, --login.
 class SeedLinkOptions {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// Whether the user names a server.
   bool isGiven() const { return !server_.empty(); }

@@ -1,11 +1,8 @@
 #include "apps/xov/map/MapBackground.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/map/GridWindow.h"
 #include "apps/xov/terminal/Messages.h"
-
-#include <CLI/CLI.hpp>
 
 #include <QDir>
 #include <QFileInfo>
@@ -61,33 +58,29 @@ void setLimits(geoMapView& view, const PlotLimits& limits) {
 
 } // namespace
 
-void MapBackground::addOptions(CLI::App& options) {
-  CLI::Option* topo =
-      options.add_option("--topo", topo_, "Colour elevations: a grid file, or 'default' for the library's own grid")
-          ->type_name("FILE")
-          ->expected(0, 1);
+void MapBackground::addOptions(const Options& options) {
+  Option topo =
+      options.add("--topo", topo_, "Colour elevations: a grid file, or 'default' for the library's own grid")
+          .typeName("FILE")
+          .valueMayLack();
   topoOption_ = topo;
-  takesExactly(
-      options
-          .add_option("--topo-size", topoSize_, "Rows and columns of the grid file (default: twice as wide as high)")
-          ->type_name("R C")
-          ->check(wholeNumberFromTo(1, kMostCells))
-          ->needs(topo),
-      2);
-  takesExactly(
-      options
-          .add_option("--topo-extent", topoExtent_, "What the grid file covers, in degrees (default 0 360 -90 90)")
-          ->type_name("W E S N")
-          ->check(numberFromTo(-kLargestLongitude, kLargestLongitude))
-          ->needs(topo),
-      4);
-  options.add_option("--image", image_, "Background picture: 1, 2, 3, 4, 10, or 0 for none (default 2)")
-      ->type_name("N")
-      ->check(oneOf({"0", "1", "2", "3", "4", "10"}))
-      ->excludes(topo);
+  options.add("--topo-size", topoSize_, "Rows and columns of the grid file (default: twice as wide as high)")
+      .typeName("R C")
+      .check(wholeNumberFromTo(1, kMostCells))
+      .needs(topo)
+      .takesExactly(2);
+  options.add("--topo-extent", topoExtent_, "What the grid file covers, in degrees (default 0 360 -90 90)")
+      .typeName("W E S N")
+      .check(numberFromTo(-kLargestLongitude, kLargestLongitude))
+      .needs(topo)
+      .takesExactly(4);
+  options.add("--image", image_, "Background picture: 1, 2, 3, 4, 10, or 0 for none (default 2)")
+      .typeName("N")
+      .check(oneOf({"0", "1", "2", "3", "4", "10"}))
+      .excludes(topo);
 }
 
-bool MapBackground::hasTopo() const { return topoOption_ != nullptr && topoOption_->count() > 0; }
+bool MapBackground::hasTopo() const { return topoOption_ != Option() && topoOption_.count() > 0; }
 
 PlotLimits MapBackground::extent() const {
   if (hasTopo() && topoExtent_) {
@@ -106,7 +99,7 @@ MapRegion MapBackground::region() const {
 void MapBackground::checkRegion(const MapRegion& region) const {
   const PlotLimits all = extent();
   if (!(all.xmin < all.xmax && all.ymin < all.ymax))
-    throw CLI::ValidationError("--topo-extent", "found " + limitsText(all) + ", expected W below E and S below N");
+    throw UsageError("--topo-extent", "found " + limitsText(all) + ", expected W below E and S below N");
   const bool isGlobal = all.xmax - all.xmin >= kGlobe.xmax;
   PlotLimits outer = all;
   if (isGlobal) {
@@ -114,8 +107,8 @@ void MapBackground::checkRegion(const MapRegion& region) const {
     outer.xmax = kPictureExtent.xmax;
   }
   if (!region.liesWithin(outer))
-    throw CLI::ValidationError("--region", "found " + limitsText(region.limits()) + ", expected a part of " +
-                                               limitsText(outer) + ", which the background covers");
+    throw UsageError("--region", "found " + limitsText(region.limits()) + ", expected a part of " +
+                                     limitsText(outer) + ", which the background covers");
 }
 
 Result<Grid> MapBackground::readTopoFile() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/map/MapRegion.h"
+#include "apps/xov/options/Options.h"
 
 #include <XOV_Graphics/base/Result.h>
 #include <XOV_Graphics/grid/Grid.h>
@@ -9,17 +10,12 @@
 #include <optional>
 #include <string>
 
-namespace CLI {
-class App;
-class Option;
-} // namespace CLI
-
 namespace xov::cli {
 
 /// What a map lies on: a topography, a picture, or paper.
 class MapBackground {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// The region that the background covers; the globe from Greenwich on, where it is all of the globe.
   MapRegion region() const;
@@ -39,7 +35,7 @@ private:
   Result<Grid> readTopoFile() const;
   void showGrid(geoMapView& view, const Grid& grid, const PlotLimits& limits) const;
 
-  const CLI::Option* topoOption_ = nullptr;
+  Option topoOption_;
   std::string topo_;
   std::array<int, 2> topoSize_ = {0, 0}; // not given
   std::optional<std::array<double, 4>> topoExtent_;

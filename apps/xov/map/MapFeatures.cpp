@@ -2,13 +2,10 @@
 
 #include "apps/xov/inputs/ColumnFile.h"
 #include "apps/xov/inputs/EventInputs.h"
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/map/MapEvents.h"
 #include "apps/xov/map/MapKey.h"
 #include "apps/xov/terminal/Messages.h"
-
-#include <CLI/CLI.hpp>
 
 #include <QFileInfo>
 
@@ -100,42 +97,37 @@ void addLines(geoMapView& view, const std::shared_ptr<XOVPolygonArray>& lines, c
 
 } // namespace
 
-void MapFeatures::addOptions(CLI::App& options) {
-  options.add_option("--plates", plates_, "Plate boundaries: bird (PB2002) or types (trenches, ridges, transforms)")
-      ->type_name("SET")
-      ->check(oneOf({kBird, kTypes}));
-  options.add_option("--polygons", polygons_, "NXY files of lines")->type_name("FILE");
-  CLI::Option* events =
-      options
-          .add_option("--events", events_,
-                      "Earthquakes of QuakeML, a catalogue or a table: colour by depth, size by magnitude")
-          ->type_name("FILE");
-  options.add_option("--colors", colors_, "Colours of depths: seis (default), nogreen, polar or red")
-      ->type_name("TABLE")
-      ->check(oneOf(depthColorNames()));
+void MapFeatures::addOptions(const Options& options) {
+  options.add("--plates", plates_, "Plate boundaries: bird (PB2002) or types (trenches, ridges, transforms)")
+      .typeName("SET")
+      .check(oneOf({kBird, kTypes}));
+  options.add("--polygons", polygons_, "NXY files of lines").typeName("FILE");
+  Option events = options
+                      .add("--events", events_,
+                           "Earthquakes of QuakeML, a catalogue or a table: colour by depth, size by magnitude")
+                      .typeName("FILE");
+  options.add("--colors", colors_, "Colours of depths: seis (default), nogreen, polar or red")
+      .typeName("TABLE")
+      .check(oneOf(depthColorNames()));
   mechanisms_.addOptions(options, events);
-  CLI::Option* stations =
-      options
-          .add_option("--stations", stations_, "Stations: StationXML, or text or CSV of code, latitude, longitude")
-          ->type_name("FILE");
-  takesExactly(options
-                   .add_option("--station-columns", stationColumns_,
-                               "Their columns, by number or heading (default: as the file says)")
-                   ->type_name("LON LAT")
-                   ->needs(stations),
-               2);
-  options.add_flag("--station-names", stationNames_, "Write their codes beside them, where there is room")
-      ->needs(stations);
-  CLI::Option* vectors = options.add_option("--vectors", vectors_, "Text or CSV file of vectors")->type_name("FILE");
-  takesExactly(
-      options.add_option("--vector-columns", vectorColumns_, "Their columns, by number or heading (default 1 2 3 4)")
-          ->type_name("LON LAT EAST NORTH")
-          ->needs(vectors),
-      4);
-  options.add_option("--vector-scale", vectorScale_, "Points a unit (default: the longest vector is 50 points long)")
-      ->type_name("S")
-      ->check(numberFromTo(-kLargestVectorScale, kLargestVectorScale))
-      ->needs(vectors);
+  Option stations =
+      options.add("--stations", stations_, "Stations: StationXML, or text or CSV of code, latitude, longitude")
+          .typeName("FILE");
+  options.add("--station-columns", stationColumns_, "Their columns, by number or heading (default: as the file says)")
+      .typeName("LON LAT")
+      .needs(stations)
+      .takesExactly(2);
+  options.addFlag("--station-names", stationNames_, "Write their codes beside them, where there is room")
+      .needs(stations);
+  Option vectors = options.add("--vectors", vectors_, "Text or CSV file of vectors").typeName("FILE");
+  options.add("--vector-columns", vectorColumns_, "Their columns, by number or heading (default 1 2 3 4)")
+      .typeName("LON LAT EAST NORTH")
+      .needs(vectors)
+      .takesExactly(4);
+  options.add("--vector-scale", vectorScale_, "Points a unit (default: the longest vector is 50 points long)")
+      .typeName("S")
+      .check(numberFromTo(-kLargestVectorScale, kLargestVectorScale))
+      .needs(vectors);
 }
 
 bool MapFeatures::addPlates(geoMapView& view, const MapRegion& region, MapLegend& legend) const {

@@ -2,22 +2,19 @@
 
 #include "apps/xov/map/MapMechanisms.h"
 #include "apps/xov/map/MapRegion.h"
+#include "apps/xov/options/Options.h"
 
 #include <XOV_Graphics/views/map/geoMapView.h>
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
-
 namespace xov::cli {
 
 /// What lies on a map: plate boundaries, lines, events, stations and vectors.
 class MapFeatures {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// Puts everything that can be read into the view, and what its symbols mean into the legend. False, with a message
   /// for each, when a file could not be.

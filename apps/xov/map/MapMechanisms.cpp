@@ -3,8 +3,6 @@
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/map/MapEvents.h"
 
-#include <CLI/CLI.hpp>
-
 #include <XOV_Graphics/platform/Colors.h>
 #include <XOV_Graphics/seismic/Undefined.h>
 #include <XOV_Graphics/seismic/mechanism/SourceGeometry.h>
@@ -28,21 +26,19 @@ std::string checkColor(const std::string& name) {
 
 } // namespace
 
-void MapMechanisms::addOptions(CLI::App& options, CLI::Option* events) {
-  CLI::Option* wanted =
-      options
-          .add_flag("--mechanisms", wanted_, "Draw beach balls for the earthquakes whose mechanism the file tells")
-          ->needs(events);
-  options.add_option("--mechanism-size", diameter_, "Their diameter in points (default: by magnitude)")
-      ->type_name("D")
-      ->check(numberFromTo(kSmallestDiameter, kLargestDiameter))
-      ->needs(wanted);
-  options
-      .add_option("--mechanism-color", color_, "Colour of compressional first motions: depth (default), or a colour")
-      ->type_name("COLOR")
-      ->check(CLI::Validator(checkColor, std::string()))
-      ->needs(wanted);
-  options.add_flag("--mechanisms-in-place", inPlace_, "Leave beach balls that overlap where they are")->needs(wanted);
+void MapMechanisms::addOptions(const Options& options, Option events) {
+  Option wanted =
+      options.addFlag("--mechanisms", wanted_, "Draw beach balls for the earthquakes whose mechanism the file tells")
+          .needs(events);
+  options.add("--mechanism-size", diameter_, "Their diameter in points (default: by magnitude)")
+      .typeName("D")
+      .check(numberFromTo(kSmallestDiameter, kLargestDiameter))
+      .needs(wanted);
+  options.add("--mechanism-color", color_, "Colour of compressional first motions: depth (default), or a colour")
+      .typeName("COLOR")
+      .check(Check{checkColor, {}})
+      .needs(wanted);
+  options.addFlag("--mechanisms-in-place", inPlace_, "Leave beach balls that overlap where they are").needs(wanted);
 }
 
 double MapMechanisms::radius(float magnitude) const {

@@ -1,16 +1,12 @@
 #pragma once
 
 #include "apps/xov/map/MapRegion.h"
+#include "apps/xov/options/Options.h"
 
 #include <XOV_Graphics/seismic/Hypocentre.h>
 #include <XOV_Graphics/views/map/geoMapView.h>
 #include <optional>
 #include <string>
-
-namespace CLI {
-class App;
-class Option;
-} // namespace CLI
 
 namespace xov::cli {
 
@@ -19,7 +15,7 @@ namespace xov::cli {
 class MapMechanisms {
 public:
   /// `events` is the option that names the earthquakes.
-  void addOptions(CLI::App& options, CLI::Option* events);
+  void addOptions(const Options& options, Option events);
 
   bool areWanted() const { return wanted_; }
 

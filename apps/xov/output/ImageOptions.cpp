@@ -24,31 +24,28 @@ std::int32_t paletteNamed(const std::string& name) {
 
 } // namespace
 
-void ImageOptions::addOptions(CLI::App& options) {
+void ImageOptions::addOptions(const Options& options) {
   addColorOptions(options);
-  options
-      .add_option("--color-bar", colorBar_,
-                  "Draw a bar of the colours and their values, with this title; '' for none")
-      ->type_name("TITLE");
+  options.add("--color-bar", colorBar_, "Draw a bar of the colours and their values, with this title; '' for none")
+      .typeName("TITLE");
 }
 
-void ImageOptions::addColorOptions(CLI::App& options) {
+void ImageOptions::addColorOptions(const Options& options) {
   options
-      .add_option("--palette", palette_,
-                  "Colours: 0 grey, 1 red to blue through white, 2 rainbow from red, 3 rainbow from blue, 4 dark red "
-                  "to blue through white, viridis, cividis, dawn (default " +
-                      palette_ + ")")
-      ->type_name("PALETTE")
-      ->check(oneOf({"0", "1", "2", "3", "4", kViridis, kCividis, kDawn}));
-  options.add_option("--shades", shades_, "Number of colour levels (default " + std::to_string(shades_) + ")")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(1, kMostShades));
-  options.add_flag("--inverted", inverted_, "Turn each colour into its complement");
+      .add("--palette", palette_,
+           "Colours: 0 grey, 1 red to blue through white, 2 rainbow from red, 3 rainbow from blue, 4 dark red "
+           "to blue through white, viridis, cividis, dawn (default " +
+               palette_ + ")")
+      .typeName("PALETTE")
+      .check(oneOf({"0", "1", "2", "3", "4", kViridis, kCividis, kDawn}));
+  options.add("--shades", shades_, "Number of colour levels (default " + std::to_string(shades_) + ")")
+      .typeName("N")
+      .check(wholeNumberFromTo(1, kMostShades));
+  options.addFlag("--inverted", inverted_, "Turn each colour into its complement");
 }
 
-void ImageOptions::addTextOption(CLI::App& options) {
-  options.add_option("--xyz", textFile_, "Write the grid to this file as lines of x, y and value, too")
-      ->type_name("FILE");
+void ImageOptions::addTextOption(const Options& options) {
+  options.add("--xyz", textFile_, "Write the grid to this file as lines of x, y and value, too").typeName("FILE");
 }
 
 void ImageOptions::apply(XOVImageView& view) const {

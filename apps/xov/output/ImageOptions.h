@@ -1,12 +1,10 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
+
 #include <XOV_Graphics/views/image/XOVImageView.h>
 #include <optional>
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 namespace xov::cli {
 
@@ -18,11 +16,11 @@ public:
   /// `palette` is one of the words that --palette takes.
   ImageOptions(const char* palette, int shades) : palette_(palette), shades_(shades) {}
 
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
   /// Those of the colours alone, for views that have a bar of their own.
-  void addColorOptions(CLI::App& options);
+  void addColorOptions(const Options& options);
   /// --xyz, for the grid as text.
-  void addTextOption(CLI::App& options);
+  void addTextOption(const Options& options);
 
   /// Hands palette, shades, inversion and colour bar to a view, before it gets its grid.
   void apply(XOVImageView& view) const;

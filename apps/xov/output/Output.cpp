@@ -1,6 +1,5 @@
 #include "apps/xov/output/Output.h"
 
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/Desktop.h"
 
@@ -65,39 +64,38 @@ struct Output::Plot {
   const BeforeWriting& beforeWriting;
 };
 
-void Output::addOptions(CLI::App& options, const QStringList& fields) {
+void Output::addOptions(const Options& options, const QStringList& fields) {
   fields_ = fields + QStringList{QLatin1String(kPageField)};
   const auto checkFields = [known = fields_](const std::string& name) {
     return FileTemplate::parse(fileNameFromBytes(name), known).error().toStdString();
   };
   const auto takeSize = [this](const std::array<std::string, 2>& sides) {
     const Result<QSizeF> size = parsedSize(QString::fromStdString(sides[0]), QString::fromStdString(sides[1]));
-    if (!size) throw CLI::ValidationError("--size", size.error().toStdString());
+    if (!size) throw UsageError("--size", size.error().toStdString());
     size_ = *size;
   };
-  options.add_option("-o,--output", file_, "Write the plot to this file: .pdf, .svg, .tif, .jpg or .png")
-      ->type_name("FILE")
-      ->check(CLI::Validator(checkFormat, std::string()))
-      ->check(CLI::Validator(checkFields, std::string()))
-      ->group(kGroup);
-  takesExactly(options
-                   .add_option_function<std::array<std::string, 2>>(
-                       "--size", takeSize,
-                       "Width and height, as 900 600 (points), 16cm 10cm, 160mm 100mm or 6in 4in (default " +
-                           sizeText(defaultSize_) + ")")
-                   ->type_name("W H")
-                   ->group(kGroup),
-               2);
-  CLI::Option* const scale = options.add_option("--scale", scale_, "Pixels a point in pictures (default 1)")
-                                 ->type_name("N")
-                                 ->check(numberFromTo(kSmallestScale, kLargestScale))
-                                 ->group(kGroup);
-  options.add_option("--dpi", dpi_, "Pixels an inch in pictures, instead of --scale (default 72)")
-      ->type_name("N")
-      ->check(numberFromTo(kSmallestScale * kPointsPerInch, kLargestScale * kPointsPerInch))
-      ->excludes(scale)
-      ->group(kGroup);
-  options.add_option("--title", title_, "Title of the plot; '' for none")->type_name("T")->group(kGroup);
+  options.add("-o,--output", file_, "Write the plot to this file: .pdf, .svg, .tif, .jpg or .png")
+      .typeName("FILE")
+      .check(Check{checkFormat, {}})
+      .check(Check{checkFields, {}})
+      .group(kGroup);
+  options
+      .addPair("--size", takeSize,
+               "Width and height, as 900 600 (points), 16cm 10cm, 160mm 100mm or 6in 4in (default " +
+                   sizeText(defaultSize_) + ")")
+      .typeName("W H")
+      .group(kGroup)
+      .takesExactly(2);
+  const Option scale = options.add("--scale", scale_, "Pixels a point in pictures (default 1)")
+                           .typeName("N")
+                           .check(numberFromTo(kSmallestScale, kLargestScale))
+                           .group(kGroup);
+  options.add("--dpi", dpi_, "Pixels an inch in pictures, instead of --scale (default 72)")
+      .typeName("N")
+      .check(numberFromTo(kSmallestScale * kPointsPerInch, kLargestScale * kPointsPerInch))
+      .excludes(scale)
+      .group(kGroup);
+  options.add("--title", title_, "Title of the plot; '' for none").typeName("T").group(kGroup);
 }
 
 QRectF Output::frameOf(const PlotPage& page) const {

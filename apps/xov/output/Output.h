@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/FileTemplate.h"
 #include "apps/xov/output/PlotSize.h"
 #include "apps/xov/terminal/Messages.h"
@@ -14,10 +15,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace xov::cli {
 
@@ -44,7 +41,7 @@ public:
   Output(const char* command, const QSizeF& size) : command_(command), defaultSize_(size) {}
 
   /// Names of files may have these fields, and {page}, the number of the page from 1 on.
-  void addOptions(CLI::App& options, const QStringList& fields = {});
+  void addOptions(const Options& options, const QStringList& fields = {});
 
   /// Another default of --size, for what the command has found in its input.
   void setDefaultSize(const QSizeF& size) { defaultSize_ = size; }

@@ -2,8 +2,6 @@
 
 #include "apps/xov/output/RecordNames.h"
 
-#include <CLI/CLI.hpp>
-
 #include <XOV_Graphics/seismic/prepare/RecordPicks.h>
 #include <XOV_Graphics/seismic/prepare/RecordTexts.h>
 #include <XOV_Graphics/seismic/prepare/TimeAxis.h>
@@ -58,11 +56,11 @@ const std::shared_ptr<const SeismogramArray>& RecordPages::recordsOf(std::size_t
   return shown_;
 }
 
-void PageOption::addOptions(CLI::App& options) {
+void PageOption::addOptions(const Options& options) {
   const std::string number = things_ != nullptr ? std::string("Pages of so many ") + things_ + ", or one" : "A page";
-  options.add_option("--page", page_, number + " a station or event (default: one page)")
-      ->type_name("PAGE")
-      ->check(CLI::Validator(things_ != nullptr ? checkPage : checkWord, std::string()));
+  options.add("--page", page_, number + " a station or event (default: one page)")
+      .typeName("PAGE")
+      .check(Check{things_ != nullptr ? checkPage : checkWord, {}});
 }
 
 // A unit goes where its first record belongs.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 
 #include <XOV_Graphics/seismic/SeismogramRecord.h>
@@ -7,10 +8,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace xov::cli {
 
@@ -49,7 +46,7 @@ public:
   /// null where a page cannot hold so many of anything, but only a station or event.
   explicit PageOption(const char* things, std::size_t unit = 1) : things_(things), unit_(unit) {}
 
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// All records on one page unless the user wants pages: of so many each, which are made ready together and share
   /// their time axis, or one a station or event, in the order of their first records, each made ready by itself.

@@ -1,13 +1,10 @@
 #include "apps/xov/prepare/Preparation.h"
 
 #include "apps/xov/inputs/EventInputs.h"
-#include "apps/xov/inputs/OptionValues.h"
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/prepare/EventChoice.h"
 #include "apps/xov/prepare/StepRunner.h"
-
-#include <CLI/CLI.hpp>
 
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/seismic/io/stations/InventoryReader.h>
@@ -25,11 +22,11 @@ constexpr qsizetype kMostProblems = 5; // that are said in full
 constexpr double kMostHz = 1e6;
 constexpr double kDeepestWaterDb = 1000;
 
-CLI::Validator parsedBy(Result<PreparationStep> (*parse)(const QString&)) {
+Check parsedBy(Result<PreparationStep> (*parse)(const QString&)) {
   const auto check = [parse](const std::string& value) {
     return parse(QString::fromStdString(value)).error().toStdString();
   };
-  return CLI::Validator(check, std::string());
+  return Check{check, {}};
 }
 
 // Poles and zeros may come without.
@@ -64,50 +61,43 @@ void sayEach(const QStringList& notes) {
 
 } // namespace
 
-CLI::Option* Preparation::add(CLI::App& options, const char* name, const char* value, Parse parse, const char* what) {
+Option Preparation::add(const Options& options, const char* name, const char* value, Parse parse, const char* what) {
   const std::string description = what;
-  CLI::Option* const option = options.add_option(name, description)
-                                  ->type_name(value)
-                                  ->type_size(1)
-                                  ->expected(1)
-                                  ->take_all()
-                                  ->check(parsedBy(parse))
-                                  ->group(kPreparationGroup);
+  const Option option =
+      options.add(name, description).typeName(value).eachTime().check(parsedBy(parse)).group(kPreparationGroup);
   declared_.push_back({option, parse});
   return option;
 }
 
-void Preparation::addFlag(CLI::App& options, const char* name, Parse parse, const char* what) {
+void Preparation::addFlag(const Options& options, const char* name, Parse parse, const char* what) {
   const std::string description = what;
-  declared_.push_back({options.add_flag(name, description)->group(kPreparationGroup), parse});
+  declared_.push_back({options.addFlag(name, description).group(kPreparationGroup), parse});
 }
 
-void Preparation::addOptions(CLI::App& options) {
-  app_ = &options;
-  CLI::Option* const stations =
+void Preparation::addOptions(const Options& options) {
+  options_ = options;
+  const Option stations =
       options
-          .add_option("--stations", stations_,
-                      "Places of stations and their responses: StationXML, poles and zeros, text")
-          ->type_name("FILE")
-          ->group(kPreparationGroup);
-  options.add_option("--event", event_, "The event that the records show: QuakeML, a catalogue or a table")
-      ->type_name("FILE")
-      ->group(kPreparationGroup);
+          .add("--stations", stations_, "Places of stations and their responses: StationXML, poles and zeros, text")
+          .typeName("FILE")
+          .group(kPreparationGroup);
+  options.add("--event", event_, "The event that the records show: QuakeML, a catalogue or a table")
+      .typeName("FILE")
+      .group(kPreparationGroup);
   add(options, "--start", "TIME", parseStart, "Cut off what is before this time: UTC, or seconds on the time axis");
   add(options, "--end", "TIME", parseEnd, "Cut off what is after this time: UTC, or seconds on the time axis");
   add(options, "--around", "PHASE FROM TO", parseAround,
       "Keep these seconds about a pick or an expected phase, as P -10 60");
-  CLI::Option* const filter =
-      add(options, "--filter", "BAND F1 F2", parseFilter,
-          "Butterworth filter: lowpass F, highpass F, bandpass F1 F2 or bandstop F1 F2 in Hz");
-  options.add_option("--corners", filterOrder_, "Poles at each corner of filters (default 4)")
-      ->type_name("N")
-      ->check(wholeNumberFromTo(1, kMostFilterOrder))
-      ->needs(filter)
-      ->group(kPreparationGroup);
-  options.add_flag("--zero-phase", zeroPhase_, "Filter forward and backward, so that onsets stay at their times")
-      ->needs(filter)
-      ->group(kPreparationGroup);
+  const Option filter = add(options, "--filter", "BAND F1 F2", parseFilter,
+                            "Butterworth filter: lowpass F, highpass F, bandpass F1 F2 or bandstop F1 F2 in Hz");
+  options.add("--corners", filterOrder_, "Poles at each corner of filters (default 4)")
+      .typeName("N")
+      .check(wholeNumberFromTo(1, kMostFilterOrder))
+      .needs(filter)
+      .group(kPreparationGroup);
+  options.addFlag("--zero-phase", zeroPhase_, "Filter forward and backward, so that onsets stay at their times")
+      .needs(filter)
+      .group(kPreparationGroup);
   add(options, "--detrend", "[KIND]", parseDetrend,
       "Take away the mean, linear trend or a polynomial of that order (default linear)");
   add(options, "--taper", "[SHARE]", parseTaper,
@@ -122,38 +112,37 @@ void Preparation::addOptions(CLI::App& options) {
       "Turn components of a station: ZRT, or LQT with the ray's incidence in degrees");
 }
 
-void Preparation::addResponseOptions(CLI::App& options, CLI::Option* stations) {
-  CLI::Option* const removal =
+void Preparation::addResponseOptions(const Options& options, Option stations) {
+  const Option removal =
       add(options, "--remove-response", "[MOTION]", parseRemoveResponse,
           "Take the response of --stations away: disp, vel or acc in nm, nm/s or nm/s² (default vel)");
-  removal->needs(stations);
-  takesExactly(
-      options
-          .add_option("--pre-filter", preFilter_,
-                      "Frequencies in Hz that --remove-response leaves: all from B to C, none beyond A and D")
-          ->type_name("A B C D")
-          ->check(numberFromTo(0, kMostHz))
-          ->needs(removal)
-          ->group(kPreparationGroup),
-      4);
+  removal.needs(stations);
   options
-      .add_option("--water-level", waterLevelDb_,
-                  "Limit of --remove-response in dB below the response's largest value (default 60)")
-      ->type_name("DB")
-      ->check(numberFromTo(0, kDeepestWaterDb))
-      ->needs(removal)
-      ->group(kPreparationGroup);
+      .add("--pre-filter", preFilter_,
+           "Frequencies in Hz that --remove-response leaves: all from B to C, none beyond A and D")
+      .typeName("A B C D")
+      .check(numberFromTo(0, kMostHz))
+      .needs(removal)
+      .group(kPreparationGroup)
+      .takesExactly(4);
+  options
+      .add("--water-level", waterLevelDb_,
+           "Limit of --remove-response in dB below the response's largest value (default 60)")
+      .typeName("DB")
+      .check(numberFromTo(0, kDeepestWaterDb))
+      .needs(removal)
+      .group(kPreparationGroup);
 }
 
 // Each option has its values in the order in which the parser met it.
 std::vector<PreparationStep> Preparation::steps() const {
   std::vector<PreparationStep> steps;
-  std::map<const CLI::Option*, std::size_t> met;
-  for (const CLI::Option* const option : app_->parse_order()) {
+  std::map<Option, std::size_t> met;
+  for (const Option option : options_->given()) {
     const auto declared = std::ranges::find(declared_, option, &Declared::option);
     if (declared == declared_.end()) continue;
     const std::size_t place = met[option]++;
-    const Result<PreparationStep> step = declared->parse(QString::fromStdString(option->results().at(place)));
+    const Result<PreparationStep> step = declared->parse(QString::fromStdString(option.results().at(place)));
     if (step) steps.push_back(*step);
   }
   return steps;

@@ -1,17 +1,14 @@
 #pragma once
 
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/options/Options.h"
 #include "apps/xov/prepare/PreparationStep.h"
 
 #include <QString>
 
+#include <optional>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-class Option;
-} // namespace CLI
 
 namespace xov::cli {
 
@@ -22,7 +19,7 @@ inline constexpr char kPreparationGroup[] = "Preparation";
 /// of the steps; and where stations and event are.
 class Preparation {
 public:
-  void addOptions(CLI::App& options);
+  void addOptions(const Options& options);
 
   /// Takes the responses alone from the file of stations: the command looks after the places itself.
   void leavePlacesAlone() { placesRecords_ = false; }
@@ -46,17 +43,17 @@ public:
 private:
   using Parse = Result<PreparationStep> (*)(const QString& value);
   struct Declared {
-    const CLI::Option* option;
+    Option option;
     Parse parse;
   };
-  CLI::Option* add(CLI::App& options, const char* name, const char* value, Parse parse, const char* what);
-  void addFlag(CLI::App& options, const char* name, Parse parse, const char* what);
-  void addResponseOptions(CLI::App& options, CLI::Option* stations);
+  Option add(const Options& options, const char* name, const char* value, Parse parse, const char* what);
+  void addFlag(const Options& options, const char* name, Parse parse, const char* what);
+  void addResponseOptions(const Options& options, Option stations);
   StepSettings settings() const;
   bool takeStations(Records& records, StepSettings& settings) const;
   bool takeEvent(Records& records) const;
 
-  const CLI::App* app_ = nullptr;
+  std::optional<Options> options_;
   std::vector<Declared> declared_;
   int filterOrder_ = StepSettings().filterOrder;
   bool zeroPhase_ = false;
