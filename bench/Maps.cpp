@@ -204,7 +204,7 @@ QString mapTable(int rounds) {
       {"", [&] { coloredByTable(*cells); }},
       {"200,000 translucent points on a map", [&] { draw(map); }},
       {"", [&] { paintPoints(map); }},
-      {"10,000 beach balls on a map", [&] { draw(balls); }},
+      {"10,000 beach balls on a map, limit 100 ms", [&] { draw(balls); }},
       {"", [&] { paintMechanisms(balls); }},
   };
   const std::pair<const char*, float> sizes[] = {{"a million symbols of 3 points", 3.0F},

@@ -121,6 +121,14 @@ TEST(PatchFill, blendsLaterPatchesOverEarlierOnes) {
   EXPECT_EQ(qAlpha(image.pixel(12, 4)), 0);
 }
 
+TEST(PatchFill, fillsRowsOfAnyNumberOfPixels) {
+  for (int width = 1; width <= 9; ++width) {
+    const QImage image = filled(patch({{{2, 1}, {2.0 + width, 1}, {2.0 + width, 3}, {2, 3}}}));
+    for (int x = 0; x < kSide; ++x)
+      EXPECT_EQ(inkAt(image, x, 2), x >= 2 && x < 2 + width ? 255 : 0) << x << " of a row of " << width;
+  }
+}
+
 TEST(PatchFill, changesOnlyPixelsInsideTheClipAndThoseInTheSameWay) {
   const Patches ball = patch({polygonAbout({11.3, 12.8}, 9, 50)});
   const QImage all = filled(ball);

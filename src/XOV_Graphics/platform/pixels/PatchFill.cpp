@@ -1,8 +1,13 @@
 #include "XOV_Graphics/platform/pixels/PatchFill.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
+#include <numeric>
+#include <span>
 
 namespace xov {
 
@@ -12,36 +17,52 @@ constexpr float kFullLevel = 255;
 // Patches with points further away than this many pixels are left out: their edges could not be reckoned with.
 constexpr double kReach = 1e15;
 
-// The four bytes of a pixel, each in 16 bits of its own.
-constexpr std::uint64_t kLowBytes = 0x00ff00ff00ff00ff;
-constexpr std::uint64_t kHalves = 0x0080008000800080;
+// Pixels are blended four at a time, as the registers of all processors hold them.
+constexpr int kAtOnce = 4;
+using FourFloats [[gnu::vector_size(16)]] = float;
+using FourInts [[gnu::vector_size(16)]] = std::int32_t;
+using FourPixels [[gnu::vector_size(16)]] = std::uint32_t;
+using EightBytes [[gnu::vector_size(16)]] = std::uint16_t; // every other byte of four pixels, in 16 bits each
 
-std::uint64_t spread(QRgb pixel) { return (std::uint64_t(pixel) | (std::uint64_t(pixel) << 24)) & kLowBytes; }
-QRgb gathered(std::uint64_t bytes) { return QRgb(bytes | (bytes >> 24)); }
+constexpr std::uint32_t kEvenBytes = 0x00ff00ff;
 
 // A colour as the pixels hold it: red, green and blue times alpha.
-struct Ink {
-  explicit Ink(const QColor& color)
-      : whole(qPremultiply(color.rgba())),
-        bytes(spread(whole)),
-        alpha(float(color.alpha()) / kFullLevel) {}
-
-  bool isOpaque() const { return alpha == 1; }
-
-  // Covers are counted in parts of 256, so that a sum of all that a byte can be still fits into its 16 bits.
-  QRgb over(QRgb pixel, float cover) const {
-    const auto ink = std::uint64_t(cover * kParts + 0.5F);
-    const auto through = std::uint64_t(kParts) - std::uint64_t(cover * alpha * kParts + 0.5F);
-    return gathered(((bytes * ink + spread(pixel) * through + kHalves) >> 8) & kLowBytes);
+class Ink {
+public:
+  explicit Ink(const QColor& color) : alpha_(float(color.alpha()) / kFullLevel) {
+    const FourPixels pixels = FourPixels{} + qPremultiply(color.rgba());
+    even_ = std::bit_cast<EightBytes>(pixels & kEvenBytes);
+    odd_ = std::bit_cast<EightBytes>((pixels >> 8) & kEvenBytes);
   }
 
-  QRgb whole; // where nothing lies below
+  // Over pixels that are covered by these shares, of either sign.
+  void blend(QRgb* pixels, FourFloats cover) const {
+    cover = cover < 0.0F ? -cover : cover;
+    cover = cover > 1.0F ? FourFloats{} + 1.0F : cover;
+    FourPixels below;
+    std::memcpy(&below, pixels, sizeof below);
+    const EightBytes ink = parts(cover);
+    const EightBytes through = std::uint16_t(kParts) - parts(cover * alpha_);
+    const EightBytes even = std::bit_cast<EightBytes>(below & kEvenBytes);
+    const EightBytes odd = std::bit_cast<EightBytes>((below >> 8) & kEvenBytes);
+    const FourPixels blended = std::bit_cast<FourPixels>((even_ * ink + even * through + kHalf) >> 8) |
+                               (std::bit_cast<FourPixels>((odd_ * ink + odd * through + kHalf) >> 8) << 8);
+    std::memcpy(pixels, &blended, sizeof blended);
+  }
 
 private:
-  static constexpr float kParts = 256;
+  // Covers are counted in parts of 256, so that a sum of all that a byte can be still fits into its 16 bits.
+  static constexpr int kParts = 256;
+  static constexpr std::uint16_t kHalf = kParts / 2;
 
-  std::uint64_t bytes;
-  float alpha;
+  static EightBytes parts(FourFloats share) {
+    const FourInts each = __builtin_convertvector(share * float(kParts) + 0.5F, FourInts);
+    return std::bit_cast<EightBytes>(each | (each << 16));
+  }
+
+  EightBytes even_{};
+  EightBytes odd_{};
+  float alpha_;
 };
 
 // What a row of pixels is covered with, gathered as changes from one pixel to the next: each edge of a patch adds the
@@ -53,46 +74,57 @@ public:
   void reset(const QRect& block, bool reachesBeyond) {
     block_ = block;
     reachesBeyond_ = reachesBeyond;
-    stride_ = std::size_t(block.width()) + 2;
-    changes_.assign(stride_ * std::size_t(block.height()), 0);
+    stride_ = block.width() + 2;
+    changes_.assign(std::size_t(stride_) * std::size_t(block.height()), 0);
   }
 
-  void addEdge(QPointF from, QPointF to) {
-    from -= block_.topLeft();
-    to -= block_.topLeft();
-    if (reachesBeyond_) {
-      addCut(from, to);
-    } else if (from.y() < to.y()) {
-      addInside(float(from.x()), float(from.y()), float(to.x()), float(to.y()), 1);
-    } else {
-      addInside(float(to.x()), float(to.y()), float(from.x()), float(from.y()), -1);
+  void addContour(std::span<const QPointF> points) {
+    const QPointF corner = block_.topLeft();
+    QPointF from = points.back() - corner;
+    for (const QPointF point : points) {
+      const QPointF to = point - corner;
+      if (reachesBeyond_) {
+        addCut(from, to);
+      } else if (from.y() < to.y()) {
+        addInside(float(from.x()), float(from.y()), float(to.x()), float(to.y()), 1);
+      } else {
+        addInside(float(to.x()), float(to.y()), float(from.x()), float(from.y()), -1);
+      }
+      from = to;
     }
   }
 
   void blend(const PixelTarget& target, const QRect& clip, const Ink& ink) const {
     const QRect shown = block_.intersected(clip);
+    const int before = shown.left() - block_.left();
     for (int row = shown.top(); row <= shown.bottom(); ++row) {
-      auto* const line = reinterpret_cast<QRgb*>(target.bits + row * target.bytesPerLine);
-      const float* change = changes_.data() + std::size_t(row - block_.top()) * stride_;
-      float sum = 0;
-      for (int x = block_.left(); x < shown.left(); ++x)
-        sum += *change++;
-      for (int x = shown.left(); x <= shown.right(); ++x) {
-        sum += *change++;
-        const float cover = std::min(std::abs(sum), 1.0F);
-        if (cover > kWholeCover && ink.isOpaque()) {
-          line[x] = ink.whole;
-        } else if (cover > kNoCover) {
-          line[x] = ink.over(line[x], cover);
-        }
-      }
+      QRgb* const line = reinterpret_cast<QRgb*>(target.bits + row * target.bytesPerLine) + shown.left();
+      const float* const first = changes_.data() + std::ptrdiff_t(row - block_.top()) * stride_;
+      const float* const changes = first + before;
+      float sum = std::accumulate(first, changes, 0.0F);
+      int x = 0;
+      for (; x + kAtOnce <= shown.width(); x += kAtOnce)
+        ink.blend(line + x, sums(sum, changes + x));
+      const int left = shown.width() - x;
+      std::array<float, kAtOnce> lastChanges{};
+      std::array<QRgb, kAtOnce> lastPixels{};
+      std::copy_n(changes + x, left, lastChanges.begin());
+      std::copy_n(line + x, left, lastPixels.begin());
+      ink.blend(lastPixels.data(), sums(sum, lastChanges.data()));
+      std::copy_n(lastPixels.begin(), left, line + x);
     }
   }
 
 private:
-  // What rounding of the sum leaves behind a patch and takes inside of one.
-  static constexpr float kNoCover = 1e-4F;
-  static constexpr float kWholeCover = 1 - kNoCover;
+  // The next of a running sum.
+  static FourFloats sums(float& sum, const float* changes) {
+    FourFloats next{};
+    for (int i = 0; i < kAtOnce; ++i) {
+      sum += changes[i];
+      next[i] = sum;
+    }
+    return next;
+  }
 
   // Beyond the right edge nothing of the block is covered; beyond the left one all of a row is.
   double held(double x) const { return std::clamp(x, 0.0, double(block_.width())); }
@@ -102,16 +134,16 @@ private:
     if (y0 == y1) return;
     int row = int(y0);
     const int last = int(y1);
-    if (row == last) return addPiece(std::size_t(row), sign * (y1 - y0), x0, x1);
+    if (row == last) return addPiece(row, sign * (y1 - y0), x0, x1);
     const float slope = (x1 - x0) / (y1 - y0);
     for (; row < last; ++row) {
       const float below = float(row + 1) - y0;
       const float next = x0 + below * slope;
-      addPiece(std::size_t(row), sign * below, x0, next);
+      addPiece(row, sign * below, x0, next);
       x0 = next;
       y0 = float(row + 1);
     }
-    if (y0 < y1) addPiece(std::size_t(row), sign * (y1 - y0), x0, x1);
+    if (y0 < y1) addPiece(row, sign * (y1 - y0), x0, x1);
   }
 
   void addCut(QPointF from, QPointF to) {
@@ -124,7 +156,7 @@ private:
     const double slope = (to.x() - from.x()) / (to.y() - from.y());
     double x = from.x() + (top - from.y()) * slope;
     double y = top;
-    for (auto row = std::size_t(top); y < bottom; ++row) {
+    for (int row = int(top); y < bottom; ++row) {
       const double below = std::min(double(row + 1), bottom);
       const double next = x + (below - y) * slope;
       addPiece(row, sign * float(below - y), float(held(x)), float(held(next)));
@@ -134,10 +166,10 @@ private:
   }
 
   // A piece of an edge inside a row of pixels, `height` high with the sign of its direction.
-  void addPiece(std::size_t row, float height, float x0, float x1) {
-    float* const changes = changes_.data() + row * stride_;
-    auto first = std::size_t(x0);
-    auto last = std::size_t(x1);
+  void addPiece(int row, float height, float x0, float x1) {
+    float* const changes = changes_.data() + std::ptrdiff_t(row) * stride_;
+    int first = int(x0);
+    int last = int(x1);
     if (first == last) {
       const float right = float(first + 1) - (x0 + x1) / 2;
       changes[first] += height * right;
@@ -155,7 +187,7 @@ private:
     const float inFirst = float(first + 1) - x0;
     float before = perPixel * inFirst * inFirst / 2; // the cover of the pixel before
     changes[first] += before;
-    for (std::size_t x = first + 1; x + 1 < last; ++x) {
+    for (int x = first + 1; x + 1 < last; ++x) {
       const float cover = perPixel * (float(x) + 0.5F - x0);
       changes[x] += cover - before;
       before = cover;
@@ -168,7 +200,7 @@ private:
 
   QRect block_;
   bool reachesBeyond_ = false;
-  std::size_t stride_ = 0;
+  int stride_ = 0;
   std::vector<float> changes_;
 };
 
@@ -186,11 +218,17 @@ QRect blockOf(const QRectF& box, const QRect& clip) {
 QRectF mapPoints(const Patches& patches, std::size_t patch, const QTransform& viewToDevice,
                  std::vector<QPointF>& pixels) {
   pixels.clear();
+  const bool scales = viewToDevice.type() <= QTransform::TxScale;
+  const auto mapped = [&](QPointF point) {
+    if (!scales) return viewToDevice.map(point);
+    return QPointF(viewToDevice.m11() * point.x() + viewToDevice.dx(),
+                   viewToDevice.m22() * point.y() + viewToDevice.dy());
+  };
   QPointF low(kReach, kReach);
   QPointF high = -low;
   for (std::size_t i = 0; i < patches.contourCount(patch); ++i) {
     for (const QPointF point : patches.contour(patch, i)) {
-      const QPointF pixel = viewToDevice.map(point);
+      const QPointF pixel = mapped(point);
       if (!(std::abs(pixel.x()) < kReach && std::abs(pixel.y()) < kReach)) return {};
       low = {std::min(low.x(), pixel.x()), std::min(low.y(), pixel.y())};
       high = {std::max(high.x(), pixel.x()), std::max(high.y(), pixel.y())};
@@ -215,10 +253,9 @@ void fillPatches(const PixelTarget& target, const Patches& patches, const QTrans
     cover.reset(block, !QRectF(block).contains(box));
     std::size_t begin = 0;
     for (std::size_t i = 0; i < patches.contourCount(patch); ++i) {
-      const std::size_t end = begin + patches.contour(patch, i).size();
-      for (std::size_t k = begin; k < end; ++k)
-        cover.addEdge(points[k], points[k + 1 < end ? k + 1 : begin]);
-      begin = end;
+      const std::size_t count = patches.contour(patch, i).size();
+      cover.addContour(std::span(points).subspan(begin, count));
+      begin += count;
     }
     cover.blend(target, clip, Ink(color));
   }
