@@ -4,6 +4,7 @@
 #include "bench/Archives.h"
 #include "bench/Grids.h"
 #include "bench/LiveDisplay.h"
+#include "bench/Lobes.h"
 #include "bench/Maps.h"
 #include "bench/Measure.h"
 #include "bench/Pictures.h"
@@ -64,15 +65,11 @@ int main(int argc, char** argv) {
   // Tables of their own, by the names that --works knows them by.
   const QString scripts = parser.value(QStringLiteral("rivals"));
   const std::pair<const char*, std::function<QString(int)>> tables[] = {
-      {"W4", gridTable},
-      {"reading", readingTable},
-      {"P1", plotTable},
-      {"M1", mapTable},
-      {"P2", recordTable},
-      {"threads", sharingTable},
-      {"archives", archiveTable},
-      {"pictures", pictureTable},
-      {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
+      {"W4", gridTable},          {"reading", readingTable},
+      {"P1", plotTable},          {"M1", mapTable},
+      {"P2", recordTable},        {"threads", sharingTable},
+      {"archives", archiveTable}, {"lobes", lobesTable},
+      {"pictures", pictureTable}, {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
   };
 
   std::vector<std::string> names = workNames();

@@ -11,6 +11,9 @@ rows() {
   cat <<'ROWS'
 section-vertical|A record section: vertical components of one event at twelve stations, nearest below, with picks|section section/*.BHZ.SAC --sort distance
 section-zero-lines|The same by name, traces half as high over their zero lines|section section/*.BHZ.SAC --sort name --gain 0.5 --zero-lines
+section-distance-axis|By distance along an axis, the lobes above the zero lines filled|section section/*.BHZ.SAC --distance-axis degrees --wiggle-fill positive --scale-bar
+section-reduced|The same in kilometres, times reduced by the velocity of surface waves, each trace scaled by its own peak|section section/*.BHZ.SAC --distance-axis km --reduce 3.9 --scaling trace --start -300 --end 900
+section-aligned|By azimuth, aligned on P|section section/*.BHZ.SAC --azimuth-axis --align P --start -20 --end 100 --scaling trace --wiggle-fill both
 section-three-components|Three components at one station|section section/XX.HERN.00.BH?.SAC
 section-components|Three components at two stations, a colour for each component|section section/XX.{HERN,KITE}.00.BH{Z,N,E}.SAC --color-by component --legend
 section-one|One record with its picks|section section/XX.DOVE.00.BHZ.SAC

@@ -102,6 +102,67 @@ TEST_F(CliSection, sortsFromTheBottom) {
   EXPECT_EQ(captions(*byName), (QStringList{"ODD", "NEAR", "FAR"}));
 }
 
+TEST_F(CliSection, placesStripsAlongAnAxis) {
+  XOV_REQUIRE_TEXT(degrees, {"far.SAC", "near.SAC", "--distance-axis", "degrees"});
+  EXPECT_TRUE(degrees.contains("Distance (degrees)")) << qPrintable(degrees);
+  XOV_REQUIRE_TEXT(km, {"far.SAC", "near.SAC", "--distance-axis", "km", "--scaling", "trace"});
+  EXPECT_TRUE(km.contains("Distance (km)")) << qPrintable(km);
+  XOV_REQUIRE_TEXT(azimuth, {"far.SAC", "near.SAC", "--azimuth-axis", "--wiggle-fill", "both"});
+  EXPECT_TRUE(azimuth.contains("Azimuth (degrees)")) << qPrintable(azimuth);
+}
+
+TEST_F(CliSection, saysWhichRecordsKnowNoPlace) {
+  const Outcome some = xov({"section", "far.SAC", "odd.SAC", "--distance-axis", "km", "-o", "plot.png"});
+  EXPECT_EQ(some.status, 0);
+  EXPECT_EQ(some.err, "xov: no distance of 1 of 2 records; left out: II.ODD\n");
+  const Outcome none = xov({"section", "odd.SAC", "--azimuth-axis", "-o", "plot.png"});
+  EXPECT_EQ(none.status, 0);
+  EXPECT_EQ(none.err, "xov: no record knows its azimuth: the strips stand evenly\n");
+}
+
+TEST_F(CliSection, fillsLobesInTheColoursThatItIsGiven) {
+  const auto colours = [this](const QStringList& options) {
+    EXPECT_EQ(xov(QStringList{"section", "far.SAC", "-o", "plot.png"} + options).err, QString());
+    const QImage image(at("plot.png"));
+    QStringList found;
+    for (const QRgb color : {0xFFD55E00U, 0xFF0072B2U, 0xFFFF0000U, 0xFF00FF00U}) {
+      int pixels = 0;
+      for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+          pixels += image.pixel(x, y) == color ? 1 : 0;
+      if (pixels > 1000) found.append(QColor(color).name());
+    }
+    return found;
+  };
+  EXPECT_EQ(colours({}), QStringList());
+  EXPECT_EQ(colours({"--wiggle-fill", "both"}), (QStringList{"#d55e00", "#0072b2"}));
+  EXPECT_EQ(colours({"--wiggle-fill", "negative", "--wiggle-color", "#00ff00"}), (QStringList{"#00ff00"}));
+  EXPECT_EQ(colours({"--wiggle-fill", "both", "--wiggle-color", "red,#0f0"}), (QStringList{"#ff0000", "#00ff00"}));
+}
+
+TEST_F(CliSection, refusesStylesThatDoNotFit) {
+  for (const QStringList& wrong :
+       {QStringList{"--wiggle-color", "red"}, QStringList{"--wiggle-fill", "negative", "--wiggle-color", "red,blue"},
+        QStringList{"--wiggle-fill", "both", "--wiggle-color", "no-colour"},
+        QStringList{"--distance-axis", "km", "--azimuth-axis"}, QStringList{"--distance-axis", "miles"}}) {
+    const Outcome outcome = xov(QStringList{"section", "far.SAC", "-o", "plot.png"} + wrong);
+    EXPECT_EQ(outcome.status, 2) << qPrintable(wrong.join(' '));
+    EXPECT_EQ(outcome.err.count('\n'), 1) << qPrintable(outcome.err);
+  }
+}
+
+TEST_F(CliSection, showsTheScaleOfAmplitudesWithTheirUnit) {
+  SacHeader header;
+  header.kstnm = "TLY";
+  header.b = 0;
+  header.delta = 1;
+  header.idep = kSacVelocity;
+  writeRecord("velocity.SAC", SacSeismogram(header, {-30, 30, -30, 30}));
+  XOV_REQUIRE_TEXT(text, {"velocity.SAC", "--scale-bar"});
+  // A record alone reaches half of 380 points: 30 units are 190 points with the margins, and 28 points hold 2.
+  EXPECT_TRUE(text.contains("2 nm/s")) << qPrintable(text);
+}
+
 TEST_F(CliSection, takesTheTitleThatItIsGiven) {
   const auto given = textOfPlot({"far.SAC", "near.SAC", "--title", "[Tohoku 2011]"});
   if (!given) GTEST_SKIP() << "pdftotext is not installed";

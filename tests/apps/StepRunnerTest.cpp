@@ -1,6 +1,7 @@
 #include "apps/xov/prepare/StepRunner.h"
 
 #include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/prepare/PhaseTimes.h"
 #include "apps/xov/prepare/EventChoice.h"
 
 #include <gtest/gtest.h>

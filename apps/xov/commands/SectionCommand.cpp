@@ -53,23 +53,28 @@ void SectionCommand::addOptions(const Options& options) {
   inputs_.addMemoryOptions(options);
   options.add("--gain", gain_, "Enlarge traces by this factor (default 1)").typeName("G").check(numberAboveZero());
   options.addFlag("--zero-lines", zeroLines_, "Draw a dotted zero line through each trace");
+  options.addFlag("--scale-bar", scaleBar_, "Draw a bar that shows the scale of amplitudes, with its unit");
   options.add("--sort", order_, "Order from the bottom up: distance, azimuth or name")
       .typeName("ORDER")
       .check(oneOf(orderNames()));
   pages_.addOptions(options);
+  style_.addOptions(options);
   picks_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
   traces_.addOptions(options);
+  alignment_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
+  options.afterParsing([this] { style_.check(); });
 }
 
 ExitCode SectionCommand::run() {
-  Records found = preparation_.apply(inputs_.read());
+  Records found = preparation_.apply(inputs_.read(), &alignment_);
   if (found.records.empty()) return ExitCode::Failed;
-  RecordPages pages = pages_.pagesOf(std::move(found.records), [&](SeismogramArray records) {
-    records = plot_.prepare(picks_.apply(std::move(records)));
+  if (alignment_.isWanted()) timeAxis_.preferSeconds();
+  RecordPages pages = pages_.pagesOf(style_.placed(std::move(found.records)), [&](SeismogramArray records) {
+    records = plot_.prepare(picks_.apply(std::move(records)), alignment_.axes());
     sortRecords(records, orderNamed(order_));
     traces_.keepGroups(records, traces_.groupsOf(records));
     return records;
@@ -84,7 +89,11 @@ ExitCode SectionCommand::run() {
     view->setWvfrmsArray(records);
     view->setPlotGainFactor(float((one ? kViewGainOfOne : kViewGain) / gain_));
     view->setShowZeroLine(zeroLines_);
-    view->setXLabelString(QStringLiteral("Time (s)"));
+    style_.apply(*view);
+    view->setLabelsGiveWay(true);
+    view->setShowAmplitudeBar(scaleBar_);
+    view->setAmplitudeUnit(amplitudeUnit(*records));
+    view->setXLabelString(alignment_.isWanted() ? alignment_.axisLabel() : QStringLiteral("Time (s)"));
     timeAxis_.apply(*view, *records);
     traces_.apply(*view, *records);
     view->setTitle(output_.titleOr(titleOfRecords(*records)));

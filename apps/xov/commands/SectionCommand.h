@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/PickOptions.h"
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
+#include "apps/xov/inputs/SectionStyle.h"
 #include "apps/xov/inputs/TimeAxisOption.h"
 #include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/options/Options.h"
@@ -26,12 +27,15 @@ private:
   PageOption pages_{"records"};
   PickOptions picks_;
   Preparation preparation_;
+  AxisAlignment alignment_;
   RecordPlot plot_;
+  SectionStyle style_;
   TimeAxisOption timeAxis_;
   TraceStyle traces_;
   Output output_{"section", {900, 600}};
   double gain_ = 1;
   bool zeroLines_ = false;
+  bool scaleBar_ = false;
   std::string order_;
 };
 

@@ -34,12 +34,14 @@ void StackCommand::addOptions(const Options& options) {
       .typeName("STYLE")
       .check(oneOf({"overlay", kBands}));
   options.addFlag("--fill", fill_, "Fill what overlaid traces enclose");
+  options.addFlag("--scale-bar", scaleBar_, "Draw a bar that shows the scale of amplitudes of bands, with its unit");
   addRange(options, "--fixed-x", fixedX_, "Ends of the time axis in seconds (default: those of the records)");
   addRange(options, "--fixed-y", fixedY_, "Ends of the amplitude axis (default: the extremes of the records)");
   pages_.addOptions(options);
   plot_.addOptions(options);
   timeAxis_.addOptions(options);
   traces_.addOptions(options);
+  alignment_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
   options.afterParsing([this] { checkOptions(); });
@@ -49,6 +51,7 @@ void StackCommand::checkOptions() const {
   checkRange("--fixed-x", fixedX_);
   checkRange("--fixed-y", fixedY_);
   if (fill_ && style_ == kBands) throw UsageError("--fill", "works with --style overlay only");
+  if (scaleBar_ && style_ != kBands) throw UsageError("--scale-bar", "works with --style bands only");
 }
 
 std::unique_ptr<StackedSeisView> StackCommand::makeView(const QRectF& frame) const {
@@ -63,20 +66,23 @@ std::unique_ptr<StackedSeisView> StackCommand::makeView(const QRectF& frame) con
 }
 
 ExitCode StackCommand::run() {
-  Records found = preparation_.apply(inputs_.read());
+  Records found = preparation_.apply(inputs_.read(), &alignment_);
   if (found.records.empty()) return ExitCode::Failed;
   RecordPages pages = pages_.pagesOf(std::move(found.records), [&](SeismogramArray records) {
-    records = plot_.prepare(std::move(records));
+    records = plot_.prepare(std::move(records), alignment_.axes());
     const std::vector<std::size_t> groups = traces_.groupsOf(records); // files have other names as captions
     records = captionedByChannel(std::move(records));
     traces_.keepGroups(records, groups);
     return records;
   });
-  if (!fixedX_.empty()) timeAxis_.preferSeconds();
+  if (!fixedX_.empty() || alignment_.isWanted()) timeAxis_.preferSeconds();
   const ExitCode delivered = output_.deliver(pages.plotPages(), [&](const QRectF& frame, std::size_t page) {
     const auto& records = pages.recordsOf(page);
     auto view = makeView(frame);
     view->setWvfrmsArray(records);
+    view->setLabelsGiveWay(true);
+    view->setShowAmplitudeBar(scaleBar_);
+    view->setAmplitudeUnit(amplitudeUnit(*records));
     if (!fixedX_.empty()) {
       view->setXLimitsMinMax(float(fixedX_[0]), float(fixedX_[1]));
       view->set_fixedXAxisRange(true);
@@ -85,7 +91,7 @@ ExitCode StackCommand::run() {
       view->setYLimitsMinMax(float(fixedY_[0]), float(fixedY_[1]));
       view->set_fixedYAxisRange(true);
     }
-    view->setXLabelString(QStringLiteral("Time (s)"));
+    view->setXLabelString(alignment_.isWanted() ? alignment_.axisLabel() : QStringLiteral("Time (s)"));
     timeAxis_.apply(*view, *records);
     traces_.apply(*view, *records);
     view->setYLabelString(amplitudeLabel(*records));

@@ -32,12 +32,14 @@ private:
   RecordInputs inputs_;
   Preparation preparation_;
   PageOption pages_{"records"};
+  AxisAlignment alignment_;
   RecordPlot plot_;
   TimeAxisOption timeAxis_;
   TraceStyle traces_;
   Output output_{"stack", {900, 600}};
   std::string style_;
   bool fill_ = false;
+  bool scaleBar_ = false;
   std::vector<double> fixedX_; // both ends, or not given
   std::vector<double> fixedY_;
 };

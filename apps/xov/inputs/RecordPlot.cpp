@@ -11,9 +11,9 @@ void RecordPlot::addOptions(const Options& options) {
   options.addFlag("--raw", raw_, "Draw samples as they are; else the mean of each record is taken away");
 }
 
-SeismogramArray RecordPlot::prepare(SeismogramArray records) const {
-  SeismogramArray aligned = onOneAxis(std::move(records));
-  return raw_ ? aligned : withoutMeans(std::move(aligned), MeanOf::Record);
+SeismogramArray RecordPlot::prepare(SeismogramArray records, TimeAxes axes) const {
+  if (axes == TimeAxes::Common) records = onOneAxis(std::move(records));
+  return raw_ ? records : withoutMeans(std::move(records), MeanOf::Record);
 }
 
 SeismogramArray onOneAxis(SeismogramArray records) {

@@ -186,15 +186,20 @@ bool Preparation::takeEvent(Records& records) const {
   return true;
 }
 
-Records Preparation::apply(Records records) const {
-  if (!isWanted() || records.records.empty()) return records;
+Records Preparation::apply(Records records, const AxisAlignment* alignment) const {
+  const bool aligns = alignment != nullptr && alignment->isWanted();
+  if (records.records.empty() || !(isWanted() || aligns)) return records;
   StepSettings settings = this->settings();
   const bool hasStations = takeStations(records, settings);
   const bool hasEvent = takeEvent(records);
   if (!hasStations || !hasEvent) records.status = ExitCode::Failed;
   const std::vector<PreparationStep> steps = this->steps();
   if (removesResponse(steps)) sayEach(sensitivityNotes(records.records, settings.inventory));
-  if (countsOnAxis(steps)) records.records = onOneAxis(std::move(records.records));
+  if (aligns) {
+    records = alignment->apply(std::move(records));
+  } else if (countsOnAxis(steps)) {
+    records.records = onOneAxis(std::move(records.records));
+  }
   ReadyRecords ready = makeReady(std::move(records.records), records.files, steps, settings);
   sayEach(ready.notes);
   for (const QString& problem : ready.problems.first(std::min(ready.problems.size(), kMostProblems)))

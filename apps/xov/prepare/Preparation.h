@@ -2,6 +2,7 @@
 
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/options/Options.h"
+#include "apps/xov/prepare/AxisAlignment.h"
 #include "apps/xov/prepare/PreparationStep.h"
 
 #include <QString>
@@ -32,7 +33,9 @@ public:
 
   /// The records after all steps. Says which ones could not be made ready; those are left out, and make the status
   /// Failed. Without a step, stations and event the records are the same.
-  Records apply(Records records) const;
+  Records apply(Records records) const { return apply(std::move(records), nullptr); }
+  /// The same of records that are aligned before the first step, which then counts seconds on their aligned axes.
+  Records apply(Records records, const AxisAlignment* alignment) const;
 
   /// What is done to the records, for under the title; empty when nothing is.
   QString text() const;

@@ -16,11 +16,6 @@ struct ReadyRecords {
   QStringList notes;    ///< what stayed as it was, and why
 };
 
-/// The seconds on the record's axis at which a phase arrives: of the first pick of that name, of the header's
-/// field of that name (A, F, T0 to T9), of the origin ("O"), or else as the tables of arrivals have it for the
-/// record's distance, depth and origin time. The line of error begins with the record's name.
-Result<double> phaseSeconds(const SeismogramRecord& record, const QString& phase);
-
 /// Does the steps one after the other. A record that one of them fails for is left out, with its problem; a piece of
 /// a recording that a window leaves nothing of is left out without one where other pieces of that channel have some.
 /// Records must not be null; the originals stay as they are.

@@ -102,6 +102,12 @@ QString amplitudeLabel(const SeismogramArray& records) {
   return QStringLiteral("Amplitude");
 }
 
+QString amplitudeUnit(const SeismogramArray& records) {
+  const QString label = amplitudeLabel(records);
+  const qsizetype begin = label.indexOf(QLatin1Char('(')) + 1;
+  return begin == 0 ? QString() : label.mid(begin, label.size() - begin - 1);
+}
+
 SeismogramArray captionedByChannel(SeismogramArray records) {
   QHash<QString, int> uses;
   for (const auto& record : records)

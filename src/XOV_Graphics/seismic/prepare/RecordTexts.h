@@ -26,6 +26,9 @@ XOV_EXPORT QString titleOfChannels(const SeismogramArray& records);
 /// What amplitudes are, with their unit, as far as all records agree: "Velocity (nm/s)"; else "Amplitude".
 XOV_EXPORT QString amplitudeLabel(const SeismogramArray& records);
 
+/// That unit alone: "nm/s"; empty where it is not known.
+XOV_EXPORT QString amplitudeUnit(const SeismogramArray& records);
+
 /// The records as a view of bands takes them, which captions each with the last part of its path: a record that has
 /// its path in common with others gets the name of its channel instead.
 XOV_EXPORT SeismogramArray captionedByChannel(SeismogramArray records);

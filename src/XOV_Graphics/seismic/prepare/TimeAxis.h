@@ -25,6 +25,11 @@ XOV_EXPORT double intervalSeconds(const SeismogramRecord& record);
 XOV_EXPORT std::shared_ptr<SeismogramRecord> onTimeAxis(std::shared_ptr<SeismogramRecord> record,
                                                         const QDateTime& reference);
 
+/// The record with all its times (samples, origin, picks) counted from `seconds` on its axis, which becomes 0:
+/// another record (changedRecord()). Its reference time, where it is known, moves along to the nearest millisecond. A
+/// zero that is not finite, or centuries away, leaves the record as it is.
+XOV_EXPORT std::shared_ptr<SeismogramRecord> countedFrom(std::shared_ptr<SeismogramRecord> record, double seconds);
+
 /// The pieces of a recording as a page of rows takes them, which has one time axis for all: sorted by their starts,
 /// with all times counted from the reference time of the first. Records whose time is unknown come last, as they are;
 /// null ones are left out.

@@ -86,6 +86,10 @@ QString stripCaption(const SeismogramRecord& record) {
       .joined(" ");
 }
 
+QString shortCaption(const SeismogramRecord& record) {
+  return CaptionParts(record).addText(record.kstnm()).addText(record.knetwk()).addText(record.kcmpnm()).joined(" ");
+}
+
 QString regionCaption(const SeismogramRecord& record) {
   return originCaption(record, record.flinnEngdahlGeographicRegion(),
                        QLatin1String("Depth:") + fixed(record.evdp(), 3, 0));

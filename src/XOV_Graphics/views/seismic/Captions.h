@@ -23,6 +23,9 @@ XOV_EXPORT QString distanceCaption(const SeismogramRecord& record);
 /// "station network component (distance) (azimuth)" with two decimals, in degrees.
 XOV_EXPORT QString stripCaption(const SeismogramRecord& record);
 
+/// "station network component".
+XOV_EXPORT QString shortCaption(const SeismogramRecord& record);
+
 /// "geographic region\nOrigin Time:time / Depth: 12".
 XOV_EXPORT QString regionCaption(const SeismogramRecord& record);
 

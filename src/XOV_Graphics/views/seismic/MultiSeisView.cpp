@@ -4,19 +4,25 @@
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
+#include "XOV_Graphics/views/seismic/SectionLayout.h"
 
 #include <cmath>
+#include <limits>
 
 namespace xov {
 
 namespace {
 
 constexpr double kSideMargin = 20;
+constexpr double kAxisMargin = 72;    // of the side that has an axis
+constexpr double kCaptionMargin = 84; // of the side beside it
+constexpr float kAxisTitleLeft = 20;
 constexpr double kBottomMargin = 60;
 constexpr double kTopMargin = 40;
 
 constexpr float kCaptionSize = 10;
 constexpr double kCaptionRise = 4;
+constexpr double kCaptionGap = 5; // to the end of a trace
 constexpr float kAxisFontSize = 14;
 
 constexpr double kZeroLineInset = 4;
@@ -31,15 +37,38 @@ constexpr PickStyle kPicks = {.labels = {.storedForFirstArrival = false, .stored
                               .labelBelow = {.share = 0.2},
                               .labelPlace = PickStyle::LabelPlace::RightOfLine};
 
+void fillLobes(const std::vector<DrawnTrace>& traces, TraceArea side, const QColor& color) {
+  if (!color.isValid()) return;
+  Path path;
+  for (const DrawnTrace& drawn : traces) {
+    Trace trace = drawn.trace;
+    trace.area = side;
+    path.appendTrace(trace);
+  }
+  GraphicsContext& context = GraphicsContext::current();
+  context.setColor(color);
+  context.fillPath(path);
+}
+
 } // namespace
 
 MultiSeisView::MultiSeisView(const QRectF& frame, QWidget* parent) : PickedSeismogramView(kPicks, frame, parent) {}
 
 MultiSeisView::~MultiSeisView() = default;
 
+QString MultiSeisView::usualAxisName(Qt::Axis axis) const {
+  const auto records = wvfrmsArray();
+  const bool isPlaces = axis == Qt::YAxis && records && anyHasPlace(*records, stripPlacement_);
+  return isPlaces ? sectionAxisTitle(stripPlacement_).toLower() : PickedSeismogramView::usualAxisName(axis);
+}
+
 void MultiSeisView::computeRects() {
   const QRectF b = bounds();
-  pRect_ = {kSideMargin, kBottomMargin, b.width() - 2 * kSideMargin, b.height() - kBottomMargin - kTopMargin};
+  const auto records = wvfrmsArray();
+  const bool hasAxis = records && anyHasPlace(*records, stripPlacement_);
+  const double left = hasAxis ? kAxisMargin : kSideMargin;
+  const double right = hasAxis ? kCaptionMargin : kSideMargin;
+  pRect_ = {left, kBottomMargin, b.width() - left - right, b.height() - kBottomMargin - kTopMargin};
   iRect_ = pRect_;
 }
 
@@ -49,45 +78,72 @@ void MultiSeisView::computePlotLimits() {
   if (const auto found = recordLimits(*records, minYRange_)) takeLimits(*found, FixedRanges::Overwritten);
 }
 
+SectionLayout MultiSeisView::layoutOf(const SeismogramArray& records) const {
+  return layoutSection(records, stripPlacement_, pRect_, 1 / double(plotGainFactor_));
+}
+
 void MultiSeisView::drawRect(const QRectF&) {
   drawPaper();
   const auto records = wvfrmsArray();
   if (!records || records->empty()) return;
   computeRects();
   computePlotLimits();
+  float largest = std::abs(ymin_);
+  if (ymax_ > largest) largest = ymax_;
+  const SectionLayout layout = layoutOf(*records);
+  if (layout.hasAxis) {
+    ymin_ = layout.lower;
+    ymax_ = layout.upper;
+  }
   std::vector<DrawnTrace> traces;
   {
     const SavedState saved(GraphicsContext::current());
     labelAttributes_->setColor(colors::gray);
-    traces = drawStrips(*records);
-    drawTimeAxis();
+    traces = drawStrips(*records, layout, largest);
+    drawAxes(layout);
     drawTitleTopCentered();
+    if (amplitudeScaling_ == AmplitudeScaling::Common)
+      drawAmplitudeBar(layout.slot / (double(plotGainFactor_) * double(largest)));
   }
   drawPicks();
   drawLegendIn(pRect_, traces);
 }
 
 // All traces are stroked last, over the picks and captions.
-std::vector<DrawnTrace> MultiSeisView::drawStrips(const SeismogramArray& records) {
-  const auto n = double(records.size());
-  const double slot = pRect_.height() / n;
-  double center = pRect_.y() + pRect_.height() / (2 * n);
+std::vector<DrawnTrace> MultiSeisView::drawStrips(const SeismogramArray& records, const SectionLayout& layout,
+                                                  float largest) {
+  const LabelScope labels(*this);
+  const std::vector<std::optional<double>> captions = placeCaptions(records, layout);
   std::vector<DrawnTrace> traces;
-  for (const auto& record : records) {
-    const auto index = std::size_t(&record - records.data());
+  for (std::size_t i = 0; i < layout.strips.size(); ++i) {
+    const auto& [index, center] = layout.strips[i];
+    const SeismogramRecord* const record = records[index].get();
     if (showZeroLine_) drawZeroLine(center);
-    if (record) {
-      Trace trace = traceOf(*record, center, slot);
-      if (settleTrace(trace, pRect_, record->smin(), record->smax()))
-        traces.push_back({trace, traceColor(index, colors::black)});
-      drawCaption(*record, center);
-      drawPicksSeis({pRect_.x(), center - slot, pRect_.width(), 2 * slot}, record.get());
-    }
-    center += slot;
+    if (record == nullptr) continue;
+    const bool isOwnScale = amplitudeScaling_ == AmplitudeScaling::EachTrace;
+    const double scale = layout.slot / double(plotGainFactor_ * (isOwnScale ? record->absMax() : largest));
+    Trace trace = traceOf(*record, center, scale);
+    if (settleTrace(trace, pRect_, record->smin(), record->smax()))
+      traces.push_back({trace, traceColor(index, colors::black)});
+    if (captions[i]) drawCaption(captionOf(*record, layout), *captions[i]);
+    drawPicksSeis({pRect_.x(), center - layout.slot, pRect_.width(), 2 * layout.slot}, record);
   }
-  strokeTraces(traces, lineWidth_);
-  GraphicsContext::current().setColor(colors::black);
+  GraphicsContext& context = GraphicsContext::current();
+  if (layout.hasAxis) {
+    const SavedState saved(context);
+    context.clipToRect(pRect_);
+    drawTraces(traces, lineWidth_ * sectionLineWidth(pRect_.height(), layout.strips.size()));
+  } else {
+    drawTraces(traces, lineWidth_);
+  }
+  context.setColor(colors::black);
   return traces;
+}
+
+void MultiSeisView::drawTraces(const std::vector<DrawnTrace>& traces, double lineWidth) const {
+  fillLobes(traces, TraceArea::AboveLevel, positiveLobeColor_);
+  fillLobes(traces, TraceArea::BelowLevel, negativeLobeColor_);
+  strokeTraces(traces, lineWidth);
 }
 
 void MultiSeisView::drawZeroLine(double center) {
@@ -98,9 +154,7 @@ void MultiSeisView::drawZeroLine(double center) {
                    {dashes.begin(), dashes.end()});
 }
 
-Trace MultiSeisView::traceOf(const SeismogramRecord& record, double center, double slot) const {
-  float ampMax = std::abs(ymin_);
-  if (ymax_ > ampMax) ampMax = ymax_;
+Trace MultiSeisView::traceOf(const SeismogramRecord& record, double center, double scale) const {
   Trace trace;
   trace.borrow(record.borrowedSamples());
   trace.last = record.npts();
@@ -108,40 +162,75 @@ Trace MultiSeisView::traceOf(const SeismogramRecord& record, double center, doub
   trace.xScale = timeScale(pRect_);
   trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
   trace.xOffset = pRect_.x();
-  trace.yScale = slot / double(plotGainFactor_ * ampMax);
+  trace.yScale = scale;
   trace.yOffset = center;
   return trace;
 }
 
-void MultiSeisView::drawCaption(const SeismogramRecord& record, double center) {
-  setLabelFontSize(kCaptionSize);
-  drawStringXYHJustVJust(stripCaption(record), float(pRect_.x()), float(center + kCaptionRise), 1, 4);
+// Along an axis, which tells distance or azimuth, behind the end of the trace; else above its begin.
+MultiSeisView::Caption MultiSeisView::captionOf(const SeismogramRecord& record, const SectionLayout& layout) const {
+  if (layout.hasAxis) return {shortCaption(record), pRect_.x() + pRect_.width() + kCaptionGap};
+  return {stripCaption(record), pRect_.x()};
 }
 
-void MultiSeisView::drawTimeAxis() {
+// Texts are asked for only where they show: of thousands of captions a page has room for dozens.
+std::vector<std::optional<double>> MultiSeisView::placeCaptions(const SeismogramArray& records,
+                                                                const SectionLayout& layout) const {
+  const TextAttributes attributes = TextAttributes::helvetica(kCaptionSize);
+  const double height = attributes.lineHeight();
+  const double rise = layout.hasAxis ? -height / 2 : kCaptionRise;
+  std::vector<double> wishes;
+  for (const auto& strip : layout.strips)
+    wishes.push_back(records[strip.record] ? strip.center + rise : std::numeric_limits<double>::quiet_NaN());
+  if (labelField() == nullptr) return {wishes.begin(), wishes.end()};
+  // In even slots, captions that moved would stand at their neighbours' traces.
+  std::vector<std::optional<double>> places = spreadLabels(wishes, height, layout.hasAxis ? height / 2 : 0);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    if (!places[i]) continue;
+    const Caption caption = captionOf(*records[layout.strips[i].record], layout);
+    labelField()->take({{caption.left, *places[i]}, attributes.size(caption.text)});
+  }
+  return places;
+}
+
+void MultiSeisView::drawCaption(const Caption& caption, double bottom) {
+  setLabelFontSize(kCaptionSize);
+  drawStringXYHJustVJust(caption.text, float(caption.left), float(bottom), 1, 4);
+}
+
+void MultiSeisView::drawAxes(const SectionLayout& layout) {
   labelAttributes_->setColor(colors::darkGray);
   setLabelFontSize(kAxisFontSize);
   beginAxes(pRect_);
+  if (layout.hasAxis) {
+    ASetFontSize(int(kAxisFontSize));
+    addAxis(AxisSide::Left, QString(), layout.lower, layout.upper,
+            sectionTickInterval(stripPlacement_, layout.lower, layout.upper));
+  }
   ASetYAxisPowerFlag(1);
   addTimeAxis(xLabelString_);
   strokeAxisPath();
+  if (layout.hasAxis) {
+    drawRotatedStringXYHJustVJustAngle(sectionAxisTitle(stripPlacement_), kAxisTitleLeft, float(pRect_.center().y()),
+                                       HJust::Left, VJust::Center, 90);
+  }
 }
 
 void MultiSeisView::drawPicks() {
   const auto records = wvfrmsArray();
   if (!records || records->empty()) return;
-  const double slot = pRect_.height() / double(records->size());
-  double center = pRect_.y() + slot / 2;
+  const SectionLayout layout = layoutOf(*records);
   Path ticks;
-  for (const auto& record : *records) {
-    if (record) {
-      const double x = pickX(pRect_, record->a(), xmin_, xmax_);
-      ticks.moveTo({x, center - kArrivalReach * slot});
-      ticks.lineTo({x, center + kArrivalReach * slot});
-    }
-    center += slot;
+  for (const auto& [index, center] : layout.strips) {
+    const SeismogramRecord* const record = (*records)[index].get();
+    if (record == nullptr) continue;
+    const double x = pickX(pRect_, record->a(), xmin_, xmax_);
+    ticks.moveTo({x, center - kArrivalReach * layout.slot});
+    ticks.lineTo({x, center + kArrivalReach * layout.slot});
   }
   GraphicsContext& context = GraphicsContext::current();
+  const SavedState saved(context);
+  if (layout.hasAxis) context.clipToRect(pRect_);
   context.setColor(colors::red);
   context.strokePath(ticks);
 }

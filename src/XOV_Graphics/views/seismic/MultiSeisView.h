@@ -3,16 +3,25 @@
 #include "XOV_Graphics/base/Export.h"
 #include "XOV_Graphics/views/seismic/PickedSeismogramView.h"
 
+#include <QColor>
+
 #include <array>
 #include <memory>
+#include <vector>
 
 namespace xov {
+
+struct SectionLayout;
 
 /// A record section: one horizontal strip a record, the first at the bottom, all on one time axis and one amplitude
 /// scale that the gain factor divides. Each strip carries a caption with station, network, component, distance and
 /// azimuth, the record's picks, a red tick at its first arrival and, on request, a dotted zero line.
 ///
 /// The time span and amplitude range are computed from the records at every draw.
+///
+/// Strips may also stand at their distance or azimuth along an axis at the left side, and overlap there as it falls
+/// (setStripPlacement()) with the caption behind its end, each trace may have a scale of its own
+/// (setAmplitudeScaling()), and the lobes on either side of the zero lines may be filled (setPositiveLobeColor()).
 ///
 /// A pick's line runs from the zero line up to 0.6 of a slot above it; its label stands to its right. The picks T0 to
 /// T9 carry the labels stored with them, the first arrival is always "A".
@@ -23,8 +32,29 @@ class XOV_EXPORT MultiSeisView : public PickedSeismogramView {
   Q_PROPERTY(bool showZeroLine READ showZeroLine WRITE writeShowZeroLine NOTIFY settingsChanged)
   Q_PROPERTY(bool fillNegative READ fillNegative WRITE writeFillNegative NOTIFY settingsChanged)
   Q_PROPERTY(bool fillPositive READ fillPositive WRITE writeFillPositive NOTIFY settingsChanged)
+  Q_PROPERTY(xov::MultiSeisView::StripPlacement stripPlacement READ stripPlacement WRITE writeStripPlacement NOTIFY
+                 settingsChanged)
+  Q_PROPERTY(xov::MultiSeisView::AmplitudeScaling amplitudeScaling READ amplitudeScaling WRITE writeAmplitudeScaling
+                 NOTIFY settingsChanged)
+  Q_PROPERTY(QColor positiveLobeColor READ positiveLobeColor WRITE writePositiveLobeColor NOTIFY settingsChanged)
+  Q_PROPERTY(QColor negativeLobeColor READ negativeLobeColor WRITE writeNegativeLobeColor NOTIFY settingsChanged)
 
 public:
+  /// Where the strips stand.
+  enum class StripPlacement {
+    Evenly,            ///< in slots of equal height, in the order of the records
+    ByDistanceDegrees, ///< at their distance from the event, which an axis shows in degrees
+    ByDistanceKm,      ///< in kilometres, on a sphere of 6371 km
+    ByAzimuth,         ///< at the direction from the event, clockwise from north
+  };
+  Q_ENUM(StripPlacement)
+  /// What the heights of traces are divided by.
+  enum class AmplitudeScaling {
+    Common,    ///< one number for all, so that they keep their heights to each other
+    EachTrace, ///< the largest absolute sample of each
+  };
+  Q_ENUM(AmplitudeScaling)
+
   /// The zero line's dashes in points: with round caps, a row of dots 2.51 points apart.
   static constexpr std::array<double, 2> dashes = {0.01, 2.5};
 
@@ -47,13 +77,29 @@ public:
   /// Divides the amplitude scale: larger values draw smaller traces. 1.5 at first, which lets neighbours overlap.
   float plotGainFactor() const { return plotGainFactor_; }
   void setPlotGainFactor(float factor) { change(plotGainFactor_, factor); }
-  /// Stored; traces of this view are not filled.
+  /// Evenly at first. Along an axis, records that do not know their place are left out; where none knows it, strips
+  /// stand evenly. Traces end at the frame then, ymin() and ymax() are those of the axis, and so is what clicks
+  /// report.
+  StripPlacement stripPlacement() const { return stripPlacement_; }
+  void setStripPlacement(StripPlacement placement) { change(stripPlacement_, placement); }
+  /// Common at first.
+  AmplitudeScaling amplitudeScaling() const { return amplitudeScaling_; }
+  void setAmplitudeScaling(AmplitudeScaling scaling) { change(amplitudeScaling_, scaling); }
+  /// What lies between a trace and its zero line where samples are above 0, or below 0, is filled with that colour,
+  /// under the traces. Invalid, as at first, for no fill.
+  QColor positiveLobeColor() const { return positiveLobeColor_; }
+  void setPositiveLobeColor(const QColor& color) { change(positiveLobeColor_, color); }
+  QColor negativeLobeColor() const { return negativeLobeColor_; }
+  void setNegativeLobeColor(const QColor& color) { change(negativeLobeColor_, color); }
+  /// Stored; they fill nothing: see setPositiveLobeColor().
   void setFillNegative(bool fill) { change(fillNegative_, fill); }
   bool fillNegative() const { return fillNegative_; }
   void setFillPositive(bool fill) { change(fillPositive_, fill); }
   bool fillPositive() const { return fillPositive_; }
 
-  /// pRect and iRect (20, 60, width − 40, height − 100).
+  QString usualAxisName(Qt::Axis axis) const override;
+  /// pRect and iRect (20, 60, width − 40, height − 100); with an axis at the left side (72, 60, width − 156,
+  /// height − 100).
   void computeRects() override;
   /// Sets the four limits from the records, whatever the fixed-range flags say; without records nothing changes.
   virtual void computePlotLimits();
@@ -67,6 +113,10 @@ protected:
   bool fillPositive_ = false;
   bool showZeroLine_ = false;
   float plotGainFactor_ = 1.5f;
+  StripPlacement stripPlacement_ = StripPlacement::Evenly;
+  AmplitudeScaling amplitudeScaling_ = AmplitudeScaling::Common;
+  QColor positiveLobeColor_;
+  QColor negativeLobeColor_;
 
 private:
   // What the writes of properties do: set, and draw anew.
@@ -86,13 +136,38 @@ private:
     setFillPositive(value);
     setNeedsDisplay();
   }
+  void writeStripPlacement(StripPlacement value) {
+    setStripPlacement(value);
+    setNeedsDisplay();
+  }
+  void writeAmplitudeScaling(AmplitudeScaling value) {
+    setAmplitudeScaling(value);
+    setNeedsDisplay();
+  }
+  void writePositiveLobeColor(const QColor& value) {
+    setPositiveLobeColor(value);
+    setNeedsDisplay();
+  }
+  void writeNegativeLobeColor(const QColor& value) {
+    setNegativeLobeColor(value);
+    setNeedsDisplay();
+  }
 
+  struct Caption {
+    QString text;
+    double left = 0;
+  };
+
+  SectionLayout layoutOf(const SeismogramArray& records) const;
   /// Returns the traces that it has drawn.
-  std::vector<DrawnTrace> drawStrips(const SeismogramArray& records);
+  std::vector<DrawnTrace> drawStrips(const SeismogramArray& records, const SectionLayout& layout, float largest);
+  void drawTraces(const std::vector<DrawnTrace>& traces, double lineWidth) const;
   void drawZeroLine(double center);
-  void drawCaption(const SeismogramRecord& record, double center);
-  Trace traceOf(const SeismogramRecord& record, double center, double slot) const;
-  void drawTimeAxis();
+  std::vector<std::optional<double>> placeCaptions(const SeismogramArray& records, const SectionLayout& layout) const;
+  Caption captionOf(const SeismogramRecord& record, const SectionLayout& layout) const;
+  void drawCaption(const Caption& caption, double bottom);
+  Trace traceOf(const SeismogramRecord& record, double center, double scale) const;
+  void drawAxes(const SectionLayout& layout);
 };
 
 } // namespace xov

@@ -43,4 +43,11 @@ QPointF pickLabelOrigin(const QRectF& panel, double x, QSizeF size, const PickSt
   return {x - size.width() / 2, y};
 }
 
+std::array<QPointF, 3> pickLabelPlaces(const QRectF& panel, double x, QSizeF size, const PickStyle& style) {
+  const QPointF usual = pickLabelOrigin(panel, x, size, style);
+  const QPointF left(x - kLabelGap - size.width(), usual.y());
+  const QPointF right(x + kLabelGap, usual.y());
+  return {usual, right, left};
+}
+
 } // namespace xov

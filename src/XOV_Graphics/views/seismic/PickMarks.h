@@ -8,6 +8,7 @@
 #include <QRectF>
 #include <QString>
 
+#include <array>
 #include <vector>
 
 namespace xov {
@@ -60,5 +61,9 @@ XOV_EXPORT QLineF pickLine(const QRectF& panel, double x, const PickStyle& style
 
 /// The lower left corner of the label, of that size, of a pick at `x`.
 XOV_EXPORT QPointF pickLabelOrigin(const QRectF& panel, double x, QSizeF size, const PickStyle& style);
+
+/// Where the label may stand instead, that place first: right or left of its line, or centred above it and else on
+/// either side.
+XOV_EXPORT std::array<QPointF, 3> pickLabelPlaces(const QRectF& panel, double x, QSizeF size, const PickStyle& style);
 
 } // namespace xov

@@ -26,8 +26,23 @@ void PickedSeismogramView::drawPickLabelForRectLabelAtTime(const QRectF& rect, c
   const TextAttributes system = TextAttributes::systemLabel();
   labelAttributes_->setFont(system.family(), system.pointSize());
   const QSizeF size = labelAttributes_->size(label);
-  const QPointF origin = pickLabelOrigin(rect, pickX(rect, time, xmin_, xmax_), size, picks_);
-  GraphicsContext::current().drawText(label, origin, *labelAttributes_);
+  const double x = pickX(rect, time, xmin_, xmax_);
+  if (const auto origin = freePlace(rect, pickLabelPlaces(rect, x, size, picks_), size))
+    GraphicsContext::current().drawText(label, *origin, *labelAttributes_);
+}
+
+// The first place that is free: the usual one on the page, or another one over the panel. Where labels do not give
+// way, the usual one.
+std::optional<QPointF> PickedSeismogramView::freePlace(const QRectF& panel, std::span<const QPointF> places,
+                                                       QSizeF size) const {
+  if (labelField_ == nullptr) return places.front();
+  QRectF within = bounds();
+  for (const QPointF& place : places) {
+    const bool isWithin = place.x() >= within.left() && place.x() + size.width() <= within.right();
+    if (isWithin && labelField_->take({place, size})) return place;
+    within = panel;
+  }
+  return {};
 }
 
 } // namespace xov

@@ -1,8 +1,12 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/views/base/LabelSpread.h"
 #include "XOV_Graphics/views/seismic/PickMarks.h"
 #include "XOV_Graphics/views/seismic/SeismogramView.h"
+
+#include <optional>
+#include <span>
 
 namespace xov {
 
@@ -19,14 +23,35 @@ public:
   virtual void drawPicksSeis(const QRectF& rect, const SeismogramRecord* record);
   /// The line of one pick in the current colour.
   virtual void drawPickForRectTime(const QRectF& rect, float time);
-  /// The label of one pick in the colour of labelAttributes(). Leaves the system's label font in them.
+  /// The label of one pick in the colour of labelAttributes(). Leaves the system's label font in them. In a drawing
+  /// of the view whose labelsGiveWay() it may stand on another side of its line, or be left out.
   virtual void drawPickLabelForRectLabelAtTime(const QRectF& rect, const QString& label, float time);
 
 protected:
   PickedSeismogramView(const PickStyle& picks, const QRectF& frame, QWidget* parent);
 
+  /// A drawing in which labels keep clear of each other, if they are to give way.
+  class LabelScope {
+  public:
+    explicit LabelScope(PickedSeismogramView& view) : view_(view) {
+      if (view.labelsGiveWay()) view.labelField_ = &room_;
+    }
+    LabelScope(const LabelScope&) = delete;
+    LabelScope& operator=(const LabelScope&) = delete;
+    ~LabelScope() { view_.labelField_ = nullptr; }
+
+  private:
+    PickedSeismogramView& view_;
+    LabelField room_;
+  };
+  /// The room for labels of the drawing; null where none give way.
+  LabelField* labelField() const { return labelField_; }
+
 private:
+  std::optional<QPointF> freePlace(const QRectF& panel, std::span<const QPointF> places, QSizeF size) const;
+
   PickStyle picks_;
+  LabelField* labelField_ = nullptr;
 };
 
 } // namespace xov

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
+#include "XOV_Graphics/views/base/LabelSpread.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
 #include "XOV_Graphics/views/seismic/TraceWindow.h"
 
@@ -39,16 +40,17 @@ void SeisView02::drawRect(const QRectF&) {
   resetCursorRects();
   const SavedState saved(context);
   context.strokeRect(pRect_);
+  const std::vector<bool> hasLabel = recordsWithLabel(records->size());
   for (std::size_t i = 0; i < records->size(); ++i) {
-    const QRectF rect = plotStyle_ == kBands ? bandRect(pRect_, i, records->size()) : pRect_;
     const SeismogramRecord* const record = (*records)[i].get();
     context.setColor(traceColor(i, colors::black));
-    drawSeismogramInRect(record, rect);
-    drawLabelForSignalInRect(record, rect);
+    drawSeismogramInRect(record, rectOf(i, records->size()));
+    if (hasLabel[i]) drawLabelForSignalInRect(record, rectOf(i, records->size()));
   }
   context.setColor(colors::black);
   drawAxesOnRect(pRect_);
   drawTitleTopCentered();
+  if (plotStyle_ == kBands) drawAmplitudeBar(rectOf(0, records->size()).height() / double(ymax_ - ymin_));
   if (!legend().empty()) drawLegendOf(*records);
 }
 
@@ -64,6 +66,22 @@ void SeisView02::drawLegendOf(const SeismogramArray& records) const {
                         size.width(), size.height()});
   }
   drawLegendIn(pRect_, traces, captions);
+}
+
+QRectF SeisView02::rectOf(std::size_t index, std::size_t count) const {
+  return plotStyle_ == kBands ? bandRect(pRect_, index, count) : pRect_;
+}
+
+// From the top down, those whose names do not cover the ones above.
+std::vector<bool> SeisView02::recordsWithLabel(std::size_t count) const {
+  if (!labelsGiveWay()) return std::vector<bool>(count, true);
+  std::vector<double> drops;
+  for (std::size_t i = 0; i < count; ++i)
+    drops.push_back(-(rectOf(i, count).y() + rectOf(i, count).height()));
+  std::vector<bool> shown;
+  for (const std::optional<double>& place : spreadLabels(drops, labelAttributes_->lineHeight(), 0))
+    shown.push_back(place.has_value());
+  return shown;
 }
 
 void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRectF& rect) {

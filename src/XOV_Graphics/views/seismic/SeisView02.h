@@ -4,6 +4,7 @@
 #include "XOV_Graphics/views/seismic/StackedSeisView.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace xov {
 
@@ -57,6 +58,8 @@ private:
   void drawLegendOf(const SeismogramArray& records) const;
   /// The trace of a record whose interval is positive; an empty one where none is drawn.
   Trace traceOf(const SeismogramRecord& record, const QRectF& rect) const;
+  QRectF rectOf(std::size_t index, std::size_t count) const;
+  std::vector<bool> recordsWithLabel(std::size_t count) const;
   PlotStyle plotStyleValue() const { return PlotStyle(plotStyle()); }
   // What the writes of properties do: set, and draw anew.
   void writePlotStyle(PlotStyle value) {

@@ -2,7 +2,9 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/graphics/LinearAxis.h"
+#include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
+#include "XOV_Graphics/views/base/ScaleBar.h"
 
 #include <cmath>
 
@@ -17,6 +19,9 @@ double shareOf(const QRectF& box, const QRectF& other) {
   const QRectF common = box.intersected(other);
   return common.width() * common.height() / (box.width() * box.height());
 }
+constexpr double kLongestBar = 28;  // points; above a frame there are 40
+constexpr double kBarTextSize = 10; // points
+constexpr double kBarGap = 6;       // points
 
 } // namespace
 
@@ -99,6 +104,33 @@ void SeismogramView::addTimeAxis(const QString& label) {
 }
 
 void SeismogramView::addAmplitudeAxis(const QString& label) { addAxis(AxisSide::Left, label, ymin_, ymax_); }
+
+void SeismogramView::drawAmplitudeBar(double pointsPerUnit) {
+  if (!showAmplitudeBar_) return;
+  const std::optional<ScaleBar> bar = scaleBar(pointsPerUnit, kLongestBar, amplitudeUnit_);
+  if (!bar) return;
+  TextAttributes attributes = TextAttributes::helvetica(kBarTextSize);
+  attributes.setColor(colors::darkGray);
+  const QSizeF size = attributes.size(bar->text);
+  const double right = iRect_.x() + iRect_.width();
+  const double textLeft = right - kScaleBarCap - kBarGap - size.width();
+  const double titleRight = iRect_.center().x() + titleAttributes_->size(plotTitle_).width() / 2;
+  const double top = iRect_.y() + iRect_.height();
+  const double bottom = titleRight + kBarGap < textLeft ? top + kBarGap : top - kBarGap - bar->length;
+  const double x = right - kScaleBarCap / 2;
+  Path path;
+  path.moveTo({x, bottom});
+  path.lineTo({x, bottom + bar->length});
+  for (const double y : {bottom, bottom + bar->length}) {
+    path.moveTo({x - kScaleBarCap / 2, y});
+    path.lineTo({x + kScaleBarCap / 2, y});
+  }
+  GraphicsContext& context = GraphicsContext::current();
+  const SavedState saved(context);
+  context.setColor(colors::darkGray);
+  context.strokePath(path);
+  context.drawText(bar->text, {textLeft, bottom + (bar->length - size.height()) / 2}, attributes);
+}
 
 void SeismogramView::drawTimeAxisUnder(double left, double right, double bottom) {
   if (!(std::abs(left) <= kAxisReach && std::abs(right) <= kAxisReach && std::abs(bottom) <= kAxisReach)) return;

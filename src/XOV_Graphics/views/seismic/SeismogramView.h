@@ -19,6 +19,9 @@ struct DrawnTrace;
 /// axes are drawn. It draws nothing by itself.
 class XOV_EXPORT SeismogramView : public XOVView {
   Q_OBJECT
+  Q_PROPERTY(bool labelsGiveWay READ labelsGiveWay WRITE writeLabelsGiveWay NOTIFY settingsChanged)
+  Q_PROPERTY(bool showAmplitudeBar READ showAmplitudeBar WRITE writeShowAmplitudeBar NOTIFY settingsChanged)
+  Q_PROPERTY(QString amplitudeUnit READ amplitudeUnit WRITE writeAmplitudeUnit NOTIFY settingsChanged)
   Q_PROPERTY(QDateTime timeReference READ timeReference WRITE writeTimeReference NOTIFY settingsChanged)
 
 public:
@@ -40,6 +43,19 @@ public:
   /// Where the legend stands; LegendPlace::Best at first.
   LegendPlace legendPlace() const { return legendPlace_; }
   void setLegendPlace(LegendPlace place) { change(legendPlace_, place); }
+  /// Whether captions and labels of picks that would cover each other move apart a little, and where that is not
+  /// enough the lesser ones are left out: of captions some of those that crowd, of picks those that are drawn later.
+  /// Off at first, when all are drawn where they belong.
+  bool labelsGiveWay() const { return labelsGiveWay_; }
+  void setLabelsGiveWay(bool giveWay) { change(labelsGiveWay_, giveWay); }
+
+  /// Whether views whose traces share one scale but have no axis of amplitudes (record sections and bands) show it as
+  /// a bar in the upper right corner, with a round number and the unit. Off at first.
+  bool showAmplitudeBar() const { return showAmplitudeBar_; }
+  void setShowAmplitudeBar(bool show) { change(showAmplitudeBar_, show); }
+  /// The unit of the samples, such as "nm/s"; empty at first, for a number alone.
+  QString amplitudeUnit() const { return amplitudeUnit_; }
+  void setAmplitudeUnit(const QString& unit) { change(amplitudeUnit_, unit); }
 
   QString usualAxisName(Qt::Axis axis) const override;
 
@@ -80,7 +96,23 @@ protected:
   /// of a panel. Beyond 32767 points, which axes do not reach, nothing is drawn.
   void drawTimeAxisUnder(double left, double right, double bottom);
 
+  /// The bar of showAmplitudeBar(), for that many points a unit of the samples: above the frame at its right end, or
+  /// within where the title stands there. In dark grey, in small letters.
+  void drawAmplitudeBar(double pointsPerUnit);
+
 private:
+  void writeLabelsGiveWay(bool value) {
+    setLabelsGiveWay(value);
+    setNeedsDisplay();
+  }
+  void writeShowAmplitudeBar(bool value) {
+    setShowAmplitudeBar(value);
+    setNeedsDisplay();
+  }
+  void writeAmplitudeUnit(const QString& value) {
+    setAmplitudeUnit(value);
+    setNeedsDisplay();
+  }
   void writeTimeReference(const QDateTime& reference) {
     setTimeReference(reference);
     setNeedsDisplay();
@@ -90,6 +122,9 @@ private:
   std::vector<QColor> traceColors_;
   std::vector<LegendEntry> legend_;
   LegendPlace legendPlace_ = LegendPlace::Best;
+  bool labelsGiveWay_ = false;
+  bool showAmplitudeBar_ = false;
+  QString amplitudeUnit_;
 };
 
 } // namespace xov

@@ -78,6 +78,7 @@ void ThreeCompView::drawRect(const QRectF&) {
   drawPaper();
   const auto observation = anObs(); // kept alive to the end
   if (!observation) return;
+  const LabelScope labels(*this);
   std::shared_ptr<SeismogramRecord> named;
   for (int i = 0; i < kComponents && !named; ++i)
     named = getSeisWithIndex(i);

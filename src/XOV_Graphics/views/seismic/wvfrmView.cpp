@@ -34,6 +34,7 @@ void wvfrmView::drawRect(const QRectF&) {
   drawPaper();
   const auto records = wvfrmArray();
   if (!records || records->empty()) return;
+  const LabelScope labels(*this);
   setLabelFontSize(kFontSize);
   AInitGraphLib();
   if (records->size() > 1 && (*records)[1]) drawHeader(*(*records)[1]);
