@@ -162,6 +162,9 @@ void setAll(XOVView& view) {
 void setAll(SeismogramView& view) {
   setAll(static_cast<XOVView&>(view));
   view.setTimeReference(QDateTime(QDate(2011, 3, 11), QTime(5, 46, 23), Qt::UTC));
+  view.setLabelsGiveWay(true);
+  view.setShowAmplitudeBar(true);
+  view.setAmplitudeUnit("nm");
 }
 
 void setAll(xyPlotView& view) {
@@ -199,6 +202,10 @@ void setAll(MultiSeisView& view) {
   view.setShowZeroLine(true);
   view.setFillNegative(true);
   view.setFillPositive(true);
+  view.setStripPlacement(MultiSeisView::StripPlacement::ByDistanceKm);
+  view.setAmplitudeScaling(MultiSeisView::AmplitudeScaling::EachTrace);
+  view.setPositiveLobeColor(Qt::magenta);
+  view.setNegativeLobeColor(Qt::cyan);
 }
 
 void setAll(StackedSeisView& view) {
