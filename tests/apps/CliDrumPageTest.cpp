@@ -37,6 +37,12 @@ TEST_F(CliDrumPage, writesLocalTimeAtTheRight) {
     EXPECT_EQ(xov({"drum", "one.SAC", "--local-time", bad}).status, 2) << bad;
 }
 
+TEST_F(CliDrumPage, showsTheScaleOfAmplitudes) {
+  EXPECT_EQ(xov({"drum", "one.SAC", "-o", "plain.png"}).status, 0);
+  EXPECT_EQ(xov({"drum", "one.SAC", "--scale-bar", "-o", "bar.png"}).status, 0);
+  EXPECT_NE(contents("plain.png"), contents("bar.png"));
+}
+
 TEST_F(CliDrumPage, labelsEvents) {
   writeFile("events.csv",
             "time,latitude,longitude,depth,mag,magType,place\n2011-03-11T05:30:00,38,142,29,6.5,mww,Off Honshu\n");

@@ -80,6 +80,7 @@ void DrumCommand::addOptions(const Options& options) {
       .check(numberFromTo(-kLargestMagnitude, kLargestMagnitude));
   options.addFlag("--zero-lines", zeroLines_, "Draw a thin zero line through each row");
   options.addFlag("--hours", hours_, "Count the time scale in hours instead of minutes");
+  options.addFlag("--scale-bar", scaleBar_, "Draw a bar that shows the scale of amplitudes, with its unit");
   options.addFlag("--event-labels", eventLabels_, "Write magnitude and name beside marked events");
   addColorList(options, "--row-colors", rowColors_,
                "Colours of the rows in turn (default: the pieces of the recording in black and red)");
@@ -162,6 +163,8 @@ ExitCode DrumCommand::run() {
     view->setLocalZone(zone);
     view->setClipReach(clip_);
     view->setShowEventLabels(eventLabels_);
+    view->setShowAmplitudeBar(scaleBar_);
+    view->setAmplitudeUnit(amplitudeUnit(*pieces));
     view->setTitle(output_.titleOr(zone.isValid() ? QString() : QStringLiteral("UTC")));
     view->setSubtitle(preparation_.text());
     return view;

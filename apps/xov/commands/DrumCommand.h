@@ -31,6 +31,7 @@ private:
   Preparation preparation_;
   EventInputs events_;
   bool eventLabels_ = false;
+  bool scaleBar_ = false;
   std::vector<std::string> rowColors_;
   bool dayColors_ = false;
   std::string zone_;

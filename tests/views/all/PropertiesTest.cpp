@@ -259,6 +259,8 @@ void setAll(helicorderView& view) {
   view.setColorsByDay(true);
   view.setClipReach(2.5);
   view.setShowEventLabels(true);
+  view.setShowAmplitudeBar(true);
+  view.setAmplitudeUnit(QStringLiteral("and more"));
 }
 
 void setAll(XOVImageView& view) {

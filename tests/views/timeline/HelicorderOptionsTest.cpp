@@ -140,6 +140,27 @@ TEST_F(HelicorderOptions, holdTracesAndMarkWhere) {
   }
 }
 
+TEST_F(HelicorderOptions, showHowLargeAmplitudesAre) {
+  view_.setGainFactor(4);
+  view_.setAmplitudeUnit(QStringLiteral("nm/s"));
+  const Records spike = recordsOf({recordAt(kMidnight, {0, 0, 100, 0, -20, 0}, 600)});
+  draw(spike);
+  EXPECT_FALSE(texts().contains(QStringLiteral("100 nm/s")));
+  view_.setShowAmplitudeBar(true);
+  draw();
+  // 100 nm/s rise 4 half rows of 6 points; 200 would take 48 points, more than the 36 above the rows.
+  EXPECT_TRUE(texts().contains(QStringLiteral("100 nm/s"))) << qPrintable(texts().join('|'));
+  bool hasBar = false;
+  for (const RecordedItem& stroke : lineStrokes(recording_)) {
+    const QRectF box = stroke.path.shape().boundingRect();
+    hasBar = hasBar || box == QRectF(558, 378, 6, 24);
+  }
+  EXPECT_TRUE(hasBar) << "from 6 points above the rows, at their right end";
+  const Records silence = recordsOf({recordAt(kMidnight, {0, 0, 0})});
+  draw(silence);
+  EXPECT_FALSE(texts().join(QLatin1Char(' ')).contains(QStringLiteral("nm/s"))) << "there is no scale";
+}
+
 TEST_F(HelicorderOptions, labelEventsOverTheTraces) {
   const auto event = std::make_shared<FakeEvent>(kMidnight.addSecs(10 * 3600 + 1800), 6.0F);
   const Events events = eventsOf({event, std::make_shared<FakeEvent>(kMidnight.addSecs(11 * 3600), 3.0F)});

@@ -1,5 +1,9 @@
 #include "XOV_Graphics/views/base/ScaleBar.h"
 
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/platform/GraphicsContext.h"
+#include "XOV_Graphics/platform/TextAttributes.h"
+
 #include <cmath>
 
 namespace xov {
@@ -9,6 +13,9 @@ namespace {
 constexpr double kMantissas[] = {1, 2, 5, 10};
 constexpr double kRounding = 1e-9; // of a value; 0.1 · 10 points may be a little more than 1
 constexpr int kDigits = 6;         // before a number gets an exponent
+
+constexpr double kTextSize = 10;
+constexpr double kTextGap = 6; // to the bar's ends
 
 QString numberText(double value) {
   QString text = QString::number(value, 'g', kDigits);
@@ -30,6 +37,29 @@ std::optional<ScaleBar> scaleBar(double pointsPerUnit, double most, const QStrin
   bar.length = bar.value * pointsPerUnit;
   bar.text = unit.isEmpty() ? numberText(bar.value) : numberText(bar.value) + QLatin1Char(' ') + unit;
   return bar;
+}
+
+double uprightBarWidth(const ScaleBar& bar) {
+  return TextAttributes::helvetica(kTextSize).size(bar.text).width() + kTextGap + kScaleBarCap;
+}
+
+void drawUprightBar(const ScaleBar& bar, QPointF foot) {
+  TextAttributes attributes = TextAttributes::helvetica(kTextSize);
+  attributes.setColor(colors::darkGray);
+  const QSizeF size = attributes.size(bar.text);
+  Path path;
+  path.moveTo(foot);
+  path.lineTo({foot.x(), foot.y() + bar.length});
+  for (const double y : {foot.y(), foot.y() + bar.length}) {
+    path.moveTo({foot.x() - kScaleBarCap / 2, y});
+    path.lineTo({foot.x() + kScaleBarCap / 2, y});
+  }
+  GraphicsContext& context = GraphicsContext::current();
+  const SavedState saved(context);
+  context.setColor(colors::darkGray);
+  context.strokePath(path);
+  const double left = foot.x() - kScaleBarCap / 2 - kTextGap - size.width();
+  context.drawText(bar.text, {left, foot.y() + (bar.length - size.height()) / 2}, attributes);
 }
 
 } // namespace xov

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/Export.h"
 
+#include <QPointF>
 #include <QString>
 
 #include <optional>
@@ -21,5 +22,11 @@ XOV_EXPORT std::optional<ScaleBar> scaleBar(double pointsPerUnit, double most, c
 
 /// How long the lines at both ends of a bar are, in points.
 inline constexpr double kScaleBarCap = 6;
+
+/// How much room an upright bar takes with its text, to the right and the left together.
+double uprightBarWidth(const ScaleBar& bar);
+
+/// Draws a bar from its foot upwards into the current context, dark grey, with the text to its left.
+void drawUprightBar(const ScaleBar& bar, QPointF foot);
 
 } // namespace xov

@@ -19,9 +19,8 @@ double shareOf(const QRectF& box, const QRectF& other) {
   const QRectF common = box.intersected(other);
   return common.width() * common.height() / (box.width() * box.height());
 }
-constexpr double kLongestBar = 28;  // points; above a frame there are 40
-constexpr double kBarTextSize = 10; // points
-constexpr double kBarGap = 6;       // points
+constexpr double kLongestBar = 28; // points; above a frame there are 40
+constexpr double kBarGap = 6;      // points
 
 } // namespace
 
@@ -109,27 +108,12 @@ void SeismogramView::drawAmplitudeBar(double pointsPerUnit) {
   if (!showAmplitudeBar_) return;
   const std::optional<ScaleBar> bar = scaleBar(pointsPerUnit, kLongestBar, amplitudeUnit_);
   if (!bar) return;
-  TextAttributes attributes = TextAttributes::helvetica(kBarTextSize);
-  attributes.setColor(colors::darkGray);
-  const QSizeF size = attributes.size(bar->text);
   const double right = iRect_.x() + iRect_.width();
-  const double textLeft = right - kScaleBarCap - kBarGap - size.width();
+  const double left = right - uprightBarWidth(*bar);
   const double titleRight = iRect_.center().x() + titleAttributes_->size(plotTitle_).width() / 2;
   const double top = iRect_.y() + iRect_.height();
-  const double bottom = titleRight + kBarGap < textLeft ? top + kBarGap : top - kBarGap - bar->length;
-  const double x = right - kScaleBarCap / 2;
-  Path path;
-  path.moveTo({x, bottom});
-  path.lineTo({x, bottom + bar->length});
-  for (const double y : {bottom, bottom + bar->length}) {
-    path.moveTo({x - kScaleBarCap / 2, y});
-    path.lineTo({x + kScaleBarCap / 2, y});
-  }
-  GraphicsContext& context = GraphicsContext::current();
-  const SavedState saved(context);
-  context.setColor(colors::darkGray);
-  context.strokePath(path);
-  context.drawText(bar->text, {textLeft, bottom + (bar->length - size.height()) / 2}, attributes);
+  const double bottom = titleRight + kBarGap < left ? top + kBarGap : top - kBarGap - bar->length;
+  drawUprightBar(*bar, {right - kScaleBarCap / 2, bottom});
 }
 
 void SeismogramView::drawTimeAxisUnder(double left, double right, double bottom) {

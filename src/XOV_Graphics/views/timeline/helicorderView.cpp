@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
+#include "XOV_Graphics/views/base/ScaleBar.h"
 #include "XOV_Graphics/views/timeline/ClipMarks.h"
 #include "XOV_Graphics/views/timeline/EventLabels.h"
 #include "XOV_Graphics/views/timeline/HelicorderMarker.h"
@@ -28,6 +29,8 @@ constexpr double kMillisecondsPerSecond = 1000;
 constexpr float kEventFontSize = 9;
 constexpr double kEventPaper = 0.8; // how little of the traces shows through under the labels of events
 constexpr double kHeadingRise = 4;
+constexpr double kLongestBar = 36;
+constexpr double kBarRise = 6; // above the rows
 constexpr double kClipMarkWidth = 2;
 const QColor kClipMarkColor(213, 94, 0); // vermilion, which no kind of colour vision takes for black
 constexpr float kBelowAllAmplitudes = -1.0e20f;
@@ -75,6 +78,7 @@ void helicorderView::drawRect(const QRectF& dirty) {
   drawSeismicPhases(dirty);
   drawTraces(*pieces, start.offset);
   if (showEventLabels_) drawEventLabels();
+  if (showAmplitudeBar_) drawAmplitudeBar();
   xmin_ = 0;
   xmax_ = rowDuration_;
   drawMinuteMarks();
@@ -156,6 +160,13 @@ void helicorderView::drawClipMarks(const std::vector<DrawnTrace>& traces) {
   GraphicsContext& context = GraphicsContext::current();
   context.setColor(kClipMarkColor);
   context.strokePath(marks);
+}
+
+void helicorderView::drawAmplitudeBar() {
+  const HelicorderPage page = this->page();
+  const auto scale = amplitudeScale(gainFactor_, page.rowHeight(), maxAmplitude_);
+  const auto bar = scaleBar(std::abs(scale.value_or(0)), kLongestBar, amplitudeUnit_);
+  if (bar) drawUprightBar(*bar, {pRect_.x() + pRect_.width() - kScaleBarCap / 2, page.top() + kBarRise});
 }
 
 std::vector<helicorderView::MarkedEvent> helicorderView::markedEvents() const {

@@ -48,6 +48,8 @@ class XOV_EXPORT helicorderView : public XOVView {
   Q_PROPERTY(QDateTime pageStart READ pageStart WRITE writePageStart NOTIFY settingsChanged)
   Q_PROPERTY(bool colorsByDay READ colorsByDay WRITE writeColorsByDay NOTIFY settingsChanged)
   Q_PROPERTY(double clipReach READ clipReach WRITE writeClipReach NOTIFY settingsChanged)
+  Q_PROPERTY(bool showAmplitudeBar READ showAmplitudeBar WRITE writeShowAmplitudeBar NOTIFY settingsChanged)
+  Q_PROPERTY(QString amplitudeUnit READ amplitudeUnit WRITE writeAmplitudeUnit NOTIFY settingsChanged)
   Q_PROPERTY(bool showEventLabels READ showEventLabels WRITE writeShowEventLabels NOTIFY settingsChanged)
 
 public:
@@ -119,6 +121,12 @@ public:
   /// marked. 0 at first, and what is not above 0: as far as they go.
   double clipReach() const { return clipReach_; }
   void setClipReach(double rows) { change(clipReach_, rows); }
+  /// Whether a bar above the right end of the rows shows how large amplitudes are; off at first.
+  bool showAmplitudeBar() const { return showAmplitudeBar_; }
+  void setShowAmplitudeBar(bool show) { change(showAmplitudeBar_, show); }
+  /// The unit of the samples, which the bar is labelled with; empty at first.
+  QString amplitudeUnit() const { return amplitudeUnit_; }
+  void setAmplitudeUnit(const QString& unit) { change(amplitudeUnit_, unit); }
   /// Whether magnitude and name stand beside the markers of events, as far as they do not cover each other; off at
   /// first.
   bool showEventLabels() const { return showEventLabels_; }
@@ -154,6 +162,8 @@ protected:
   bool colorsByDay_ = false;
   QTimeZone localZone_;
   double clipReach_ = 0;
+  bool showAmplitudeBar_ = false;
+  QString amplitudeUnit_;
   bool showEventLabels_ = false;
 
 private:
@@ -194,6 +204,14 @@ private:
     setClipReach(value);
     setNeedsDisplay();
   }
+  void writeShowAmplitudeBar(bool value) {
+    setShowAmplitudeBar(value);
+    setNeedsDisplay();
+  }
+  void writeAmplitudeUnit(const QString& value) {
+    setAmplitudeUnit(value);
+    setNeedsDisplay();
+  }
   void writeShowEventLabels(bool value) {
     setShowEventLabels(value);
     setNeedsDisplay();
@@ -208,6 +226,7 @@ private:
   void drawZeroLines();
   void drawTraces(const SeismogramArray& pieces, float offset);
   void drawClipMarks(const std::vector<DrawnTrace>& traces);
+  void drawAmplitudeBar();
   void drawEventLabels();
   void drawTimeLabels(const std::vector<HourLabel>& labels, int hjust);
   void drawLocalTime(std::int32_t step);
