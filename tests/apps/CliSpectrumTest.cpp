@@ -90,6 +90,33 @@ TEST_F(CliSpectrum, statisticsCountSegments) {
     EXPECT_TRUE(text.contains(piece)) << piece << " in\n" << qPrintable(text);
 }
 
+// 6000 samples; day 71 of 2025 is 12 March.
+TEST_F(CliSpectrum, statisticsTellTheSpanOfTheRecording) {
+  SacHeader header;
+  header.delta = 0.1F;
+  header.idep = kSacVelocity;
+  header.kstnm = "DAY";
+  header.nzyear = 2025;
+  header.nzjday = 71;
+  header.nzhour = 23;
+  header.nzmin = 45;
+  header.nzsec = 0;
+  header.nzmsec = 0;
+  header.b = 0;
+  std::vector<float> samples(6000);
+  std::mt19937 random(5);
+  for (float& sample : samples)
+    sample = float(random() % 2001) - 1000;
+  writeRecord("evening.SAC", SacSeismogram(header, samples));
+  XOV_REQUIRE_TEXT(evening, {"ppsd", "evening.SAC", "--segment", "150"});
+  EXPECT_TRUE(evening.contains("2025-03-12 23:45") && evening.contains("23:54")) << qPrintable(evening);
+  EXPECT_FALSE(evening.contains("2025-03-12 23:54")) << "the date once\n" << qPrintable(evening);
+  header.nzmin = 55;
+  writeRecord("night.SAC", SacSeismogram(header, samples));
+  XOV_REQUIRE_TEXT(night, {"ppsd", "night.SAC", "--segment", "150"});
+  EXPECT_TRUE(night.contains("2025-03-13 00:04")) << qPrintable(night);
+}
+
 TEST_F(CliSpectrum, statisticsOfCountsHaveNoModels) {
   const Outcome outcome = xov({"ppsd", "one.SAC", "--segment", "150", "-o", "plot.png"});
   EXPECT_EQ(outcome.status, 0);

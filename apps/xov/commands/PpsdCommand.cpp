@@ -3,10 +3,14 @@
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/RecordNames.h"
 
+#include <XOV_Graphics/seismic/prepare/RecordCopy.h>
 #include <XOV_Graphics/seismic/prepare/SpectrumPieces.h>
+#include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <XOV_Graphics/seismic/signal/NoiseStatistics.h>
 #include <XOV_Graphics/views/image/NoiseStatisticsView.h>
 #include <algorithm>
+#include <cmath>
+#include <optional>
 
 namespace xov::cli {
 
@@ -15,6 +19,7 @@ namespace {
 constexpr double kLongestSegment = 1e6; // seconds
 constexpr double kMostOverlap = 0.95;
 constexpr double kFarthestDb = 2000;
+constexpr double kFarthestSeconds = 1e12; // from 1970, as far as dates are told
 
 // In dB of the acceleration of the ground where that is known, else of the samples.
 void convert(NoiseStatistics& statistics, const SpectralUnit& unit) {
@@ -25,6 +30,25 @@ void convert(NoiseStatistics& statistics, const SpectralUnit& unit) {
     const double more = unit.motion ? *decibelsToAcceleration(*unit.motion, hz) : 0;
     value += float(unit.decibelOffset + more);
   }
+}
+
+// "2025-03-12 00:00–23:59", from the first sample to the last one; empty where times are unknown.
+QString spanOf(const SeismogramArray& pieces) {
+  std::optional<double> first;
+  double last = 0;
+  for (const auto& piece : pieces) {
+    const std::optional<double> start = startSeconds(*piece);
+    if (!start || samplesOf(*piece).empty()) continue;
+    const double end = *start + double(samplesOf(*piece).size() - 1) * intervalSeconds(*piece);
+    last = first ? std::max(last, end) : end;
+    first = first ? std::min(*first, *start) : *start;
+  }
+  if (!first || !(std::abs(*first) < kFarthestSeconds && std::abs(last) < kFarthestSeconds)) return {};
+  const QDateTime from = QDateTime::fromSecsSinceEpoch(qint64(std::floor(*first)), Qt::UTC);
+  const QDateTime to = QDateTime::fromSecsSinceEpoch(qint64(std::floor(last)), Qt::UTC);
+  const QString moment = QStringLiteral("yyyy-MM-dd HH:mm");
+  return from.toString(moment) + QStringLiteral("–") +
+         to.toString(from.date() == to.date() ? QStringLiteral("HH:mm") : moment);
 }
 
 } // namespace
@@ -81,10 +105,10 @@ ExitCode PpsdCommand::run() {
     image_.applyColors(*view);
     view->setStatistics(statistics);
     view->setYLabelString(unit.motion ? QStringLiteral("Acceleration, dB rel. 1 (m/s²)²/Hz") : unit.decibels);
-    view->setTitle(output_.titleOr(QStringLiteral("%1  %2 segments of %3 s")
-                                       .arg(titleOfRecording(pieces))
-                                       .arg(statistics->segments)
-                                       .arg(segment_)));
+    QStringList title{titleOfRecording(pieces), spanOf(pieces),
+                      QStringLiteral("%1 segments of %2 s").arg(statistics->segments).arg(segment_)};
+    title.removeAll(QString());
+    view->setTitle(output_.titleOr(title.join(QStringLiteral("  "))));
     view->setSubtitle(preparation_.text());
     return view;
   });

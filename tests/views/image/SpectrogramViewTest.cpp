@@ -116,6 +116,18 @@ TEST_F(SpectrogramViewTest, theSeismogramStandsAboveOnTheSameAxis) {
   EXPECT_NEAR(view.iRect().height() * 0.8 - 12, withSeismogram, 1e-9);
 }
 
+// Ten samples a period reach 3 sin 72° = 2.85: of the multiples of 5 only 0 lies there,
+// of those of 2 -2, 0 and 2.
+TEST_F(SpectrogramViewTest, theSeismogramHasAnAxisOfAmplitudes) {
+  show({sine(3000)});
+  const QStringList texts = testing::recorded(view).strings();
+  EXPECT_TRUE(texts.contains(QStringLiteral("-2"))) << qPrintable(texts.join(QStringLiteral(", ")));
+  EXPECT_TRUE(texts.contains(QStringLiteral("2")));
+  EXPECT_TRUE(texts.contains(QStringLiteral("counts")));
+  view.setShowSeismogram(false);
+  EXPECT_FALSE(testing::recorded(view).strings().contains(QStringLiteral("counts")));
+}
+
 TEST_F(SpectrogramViewTest, timesAreUtcWhereTheReferenceIsKnown) {
   show({sine(3000)});
   EXPECT_TRUE(testing::recorded(view).strings().contains(QStringLiteral("Time (s)")));

@@ -4,7 +4,9 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
+#include "XOV_Graphics/platform/TextAttributes.h"
 #include "XOV_Graphics/seismic/prepare/RecordCopy.h"
+#include "XOV_Graphics/seismic/prepare/RecordTexts.h"
 #include "XOV_Graphics/seismic/prepare/SpectrumPieces.h"
 
 #include <algorithm>
@@ -42,6 +44,11 @@ constexpr float kXTitleDrop = 28;
 constexpr float kYTitleLeft = 32;
 constexpr double kCellsPerPoint = 2; // columns and rows, for sharp screens and paper
 constexpr int kShades = 256;
+// Of the axis of amplitudes.
+constexpr float kAmplitudeFontSize = 12;
+constexpr double kAmplitudeTick = 4;
+constexpr double kAmplitudeLabelGap = 2;
+constexpr int kAmplitudeDigits = 6;
 
 int cellsAlong(double points) {
   return int(std::clamp(std::ceil(points * kCellsPerPoint), 1.0, double(kMostSpectrogramCells)));
@@ -61,6 +68,31 @@ AmplitudeRange amplitudesOf(const SeismogramArray& records) {
     range.highest = std::max(range.highest, record->smax());
   }
   return range;
+}
+
+// The multiples of the largest step of 1, 2 or 5 times a power of ten that has at least two in the range: mostly no
+// more than three. None where it is no range.
+std::vector<double> ticksOf(const AmplitudeRange& range) {
+  const double width = double(range.highest) - double(range.lowest);
+  if (!(width > 0) || !std::isfinite(width)) return {};
+  const double power = std::pow(10.0, std::floor(std::log10(width)));
+  for (const double step : {5 * power, 2 * power, power, power / 2}) {
+    const double first = std::ceil(double(range.lowest) / step);
+    const double last = std::floor(double(range.highest) / step);
+    if (!(last > first)) continue;
+    std::vector<double> ticks;
+    for (double i = 0; i <= last - first; ++i)
+      ticks.push_back((first + i) * step);
+    return ticks;
+  }
+  return {};
+}
+
+// "nm/s" of "Velocity (nm/s)"; what says nothing about the ground counts.
+QString amplitudeUnitOf(const SeismogramArray& records) {
+  const QString title = amplitudeLabel(records);
+  const qsizetype open = title.indexOf(QLatin1Char('('));
+  return open < 0 ? QStringLiteral("counts") : title.mid(open + 1).chopped(1);
 }
 
 } // namespace
@@ -164,6 +196,7 @@ void SpectrogramView::drawContents() {
   if (picture_.isEmpty()) return drawHeading();
   drawImage();
   drawSeismogram();
+  drawAmplitudeAxis();
   drawAxes();
   drawColorBar();
   drawHeading();
@@ -197,6 +230,34 @@ void SpectrogramView::drawSeismogram() {
     traces.appendTrace(trace);
   }
   context.strokePath(traces);
+}
+
+void SpectrogramView::drawAmplitudeAxis() {
+  if (!showAxes_ || !records_ || !(seismogramRect_.width() > 0) || !(seismogramRect_.height() > 0)) return;
+  const AmplitudeRange range = amplitudesOf(*records_);
+  const std::vector<double> ticks = ticksOf(range);
+  if (ticks.empty()) return;
+  GraphicsContext& context = GraphicsContext::current();
+  const SavedState saved(context);
+  context.setColor(colors::black);
+  const TextAttributes attributes = TextAttributes::helvetica(kAmplitudeFontSize);
+  const double perUnit = seismogramRect_.height() / (double(range.highest) - double(range.lowest));
+  Path marks;
+  for (const double tick : ticks) {
+    const double y = seismogramRect_.y() + (tick - double(range.lowest)) * perUnit;
+    marks.moveTo({seismogramRect_.x() - kAmplitudeTick, y});
+    marks.lineTo({seismogramRect_.x(), y});
+    const QString text = QString::number(tick, 'g', kAmplitudeDigits);
+    const QSizeF size = attributes.size(text);
+    context.drawText(
+        text, {seismogramRect_.x() - kAmplitudeTick - kAmplitudeLabelGap - size.width(), y - size.height() / 2},
+        attributes);
+  }
+  context.strokePath(marks);
+  beginAxes(iRect_);
+  setLabelFontSize(kAmplitudeFontSize);
+  drawRotatedStringXYHJustVJustAngle(amplitudeUnitOf(*records_), kYTitleLeft, float(seismogramRect_.center().y()),
+                                     HJust::Center, VJust::Center, 90);
 }
 
 void SpectrogramView::drawAxes() {

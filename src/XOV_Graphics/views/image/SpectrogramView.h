@@ -151,6 +151,7 @@ private:
   PictureKey wantedPicture() const;
   void computePicture();
   void colorPicture();
+  void drawAmplitudeAxis();
   void drawHeading();
 
   std::shared_ptr<const SeismogramArray> records_;
