@@ -99,6 +99,7 @@ Status writeMapData(const QDir& folder) {
     const char* name;
     QByteArray (*text)();
   } files[] = {{"world_catalogue.csv", synthetic::worldCatalogue},
+               {"world_mechanisms.xml", synthetic::worldMechanisms},
                {"velocities.txt", synthetic::regionalVelocityTable},
                {"fault.nxy", synthetic::regionalFaultLine},
                {"network.nxy", synthetic::regionalNetworkLine}};

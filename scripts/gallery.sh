@@ -59,6 +59,7 @@ fk-recordings|Beam power of the recordings of an array|fk array/*.SAC --band 1 3
 fk-decibels|The same in decibels, circles in seconds per degree|fk array/*.SAC --band 1 3 --window 12 24 --decibels -15 --circle-labels degrees --palette viridis --color-bar 'Power (dB)' --size 696 600
 map-world|A world map: plate boundaries and a made-up catalogue, coloured by depth|map --image 2 --plates types --events map/world_catalogue.csv --title 'Made-up earthquakes of ten years'
 map-pacific|Around the Pacific, on a topography|map --topo --region 120 290 -60 60 --plates types --events map/world_catalogue.csv --title 'Made-up earthquakes of ten years'
+map-mechanisms|Mechanisms of the larger earthquakes of the west Pacific, coloured by depth|map --image 2 --region 110 190 -25 60 --plates types --events map/world_mechanisms.xml --mechanisms --title 'Made-up earthquakes of ten years'
 map-elevations|Elevations with their colour bar|map --topo --region 120 290 -60 60 --color-bar 'Elevation (m)'
 map-regional|A regional map: a made-up fault and velocities beside it|map --image 10 --region -125 -113 31 42 --vectors map/velocities.txt --polygons map/fault.nxy map/network.nxy --title 'Made-up velocities, the longest 35 mm/a'
 ROWS

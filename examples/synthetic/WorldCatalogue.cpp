@@ -1,5 +1,6 @@
 #include "examples/synthetic/WorldCatalogue.h"
 
+#include "examples/synthetic/BoundaryMechanism.h"
 #include "examples/synthetic/Random.h"
 
 #include <QDateTime>
@@ -16,6 +17,8 @@ namespace xov::synthetic {
 namespace {
 
 constexpr std::uint64_t kSeed = 1935;
+constexpr std::uint64_t kMechanismSeed = 1976;
+constexpr double kSmallestWithMechanism = 6.0;
 constexpr double kKmADegree = 111.19;
 constexpr double kEventsADegree = 1.1; // of a belt of rate 1
 constexpr double kYears = 10;
@@ -36,16 +39,23 @@ struct Belt {
   double largestMagnitude = kLargestAtRidges;
   double rate = 1;
   double spreadKm = 12; // to both sides
+  Boundary boundary = Boundary::Ridge;
 };
 
 Belt trench(std::vector<QPointF> line, Side slab, double deepestKm, double rate) {
-  return {std::move(line), slab, deepestKm, kLargestAtTrenches, rate, 15};
+  return {std::move(line), slab, deepestKm, kLargestAtTrenches, rate, 15, Boundary::Trench};
 }
 
 Belt ridge(std::vector<QPointF> line) { return {std::move(line), Side::None, 15, kLargestAtRidges, 0.6, 12}; }
 
+Belt transform(std::vector<QPointF> line) {
+  Belt belt = ridge(std::move(line));
+  belt.boundary = Boundary::Transform;
+  return belt;
+}
+
 Belt mountains(std::vector<QPointF> line, double deepestKm) {
-  return {std::move(line), Side::None, deepestKm, kLargestInMountains, 1.2, 130};
+  return {std::move(line), Side::None, deepestKm, kLargestInMountains, 1.2, 130, Boundary::Mountains};
 }
 
 std::vector<Belt> belts() {
@@ -109,7 +119,7 @@ std::vector<Belt> belts() {
              {140, -52},
              {158, -60}}),
       ridge({{70, -25}, {59, -32}, {49, -38}, {36, -44}, {26, -52}, {0, -54.5}}),
-      ridge({{-124.3, 40.3}, {-122.3, 37.5}, {-119.5, 34.8}, {-116, 33}, {-112, 28}, {-108.5, 23}}),
+      transform({{-124.3, 40.3}, {-122.3, 37.5}, {-119.5, 34.8}, {-116, 33}, {-112, 28}, {-108.5, 23}}),
       mountains({{-8, 36}, {4, 36.5}, {14, 38}, {21, 40}, {30, 40.2}, {40, 39.3}, {48, 33}, {56, 27.7}, {62, 28}},
                 40),
       mountains({{66, 31}, {71, 36.5}, {75, 38}}, 220),
@@ -123,6 +133,8 @@ struct Event {
   double lon = 0;
   double depthKm = 0;
   double magnitude = 0;
+  Boundary boundary = Boundary::Ridge;
+  double azimuthDeg = 0; // of the belt, with the slab of a trench at its right
 };
 
 // The magnitude that a share `rank` of all earthquakes stays below.
@@ -177,6 +189,9 @@ Event eventOf(const Belt& belt, Random& random) {
     const double fromTrenchKm = 50 + event.depthKm; // a dip of 45 degrees
     leftKm += belt.slab == Side::Left ? fromTrenchKm : -fromTrenchKm;
   }
+  event.boundary = belt.boundary;
+  event.azimuthDeg = std::atan2(place.along.x(), place.along.y()) * 180 / std::numbers::pi;
+  if (belt.slab == Side::Left) event.azimuthDeg += 180;
   const double left = leftKm / kKmADegree;
   event.lat = place.at.y() + left * place.along.x();
   const double narrowing = std::cos(event.lat * std::numbers::pi / 180);
@@ -184,10 +199,14 @@ Event eventOf(const Belt& belt, Random& random) {
   return event;
 }
 
-QByteArray rowOf(const Event& event) {
+QByteArray timeOf(const Event& event) {
   const QDateTime start(QDate(2015, 1, 1), QTime(0, 0), Qt::UTC);
   const QDateTime time = start.addMSecs(std::llround(event.timeS * 1000));
-  const QByteArrayList fields = {QLocale::c().toString(time, QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzzZ")).toLatin1(),
+  return QLocale::c().toString(time, QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzzZ")).toLatin1();
+}
+
+QByteArray rowOf(const Event& event) {
+  const QByteArrayList fields = {timeOf(event),
                                  QByteArray::number(event.lat, 'f', 2),
                                  QByteArray::number(event.lon, 'f', 2),
                                  QByteArray::number(event.depthKm, 'f', 0),
@@ -196,9 +215,27 @@ QByteArray rowOf(const Event& event) {
   return fields.join(',') + '\n';
 }
 
-} // namespace
+QByteArray valueOf(const char* element, const QByteArray& value) {
+  return QByteArray("<") + element + "><value>" + value + "</value></" + element + ">";
+}
 
-QByteArray worldCatalogue() {
+QByteArray elementOf(const Event& event, const FaultSlip& slip, int number) {
+  const QByteArray id = "smi:example/world/" + QByteArray::number(number);
+  return "<event publicID=\"" + id + "\">\n<origin publicID=\"" + id + "/origin\">" + valueOf("time", timeOf(event)) +
+         valueOf("latitude", QByteArray::number(event.lat, 'f', 2)) +
+         valueOf("longitude", QByteArray::number(event.lon, 'f', 2)) +
+         valueOf("depth", QByteArray::number(1000 * std::round(event.depthKm), 'f', 0)) + "</origin>\n" +
+         "<magnitude publicID=\"" + id + "/magnitude\">" +
+         valueOf("mag", QByteArray::number(event.magnitude, 'f', 1)) + "<type>Mww</type></magnitude>\n" +
+         "<focalMechanism publicID=\"" + id + "/mechanism\"><nodalPlanes><nodalPlane1>" +
+         valueOf("strike", QByteArray::number(slip.strikeDeg, 'f', 0)) +
+         valueOf("dip", QByteArray::number(slip.dipDeg, 'f', 0)) +
+         valueOf("rake", QByteArray::number(slip.rakeDeg, 'f', 0)) +
+         "</nodalPlane1></nodalPlanes></focalMechanism>\n</event>\n";
+}
+
+// In the order of time.
+std::vector<Event> worldEvents() {
   Random random(kSeed);
   std::vector<Event> events;
   for (const Belt& belt : belts()) {
@@ -209,10 +246,31 @@ QByteArray worldCatalogue() {
       events.push_back(eventOf(belt, random));
   }
   std::sort(events.begin(), events.end(), [](const Event& a, const Event& b) { return a.timeS < b.timeS; });
+  return events;
+}
+
+} // namespace
+
+QByteArray worldCatalogue() {
   QByteArray text = "time,latitude,longitude,depth,magnitude,type\n";
-  for (const Event& event : events)
+  for (const Event& event : worldEvents())
     text += rowOf(event);
   return text;
+}
+
+QByteArray worldMechanisms() {
+  Random random(kMechanismSeed);
+  QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                    "<q:quakeml xmlns:q=\"http://quakeml.org/xmlns/quakeml/1.2\" "
+                    "xmlns=\"http://quakeml.org/xmlns/bed/1.2\">\n"
+                    "<eventParameters publicID=\"smi:example/world\">\n";
+  int number = 0;
+  for (const Event& event : worldEvents()) {
+    if (event.magnitude < kSmallestWithMechanism) continue;
+    const FaultSlip slip = faultSlipAt(event.boundary, event.azimuthDeg, event.depthKm, random);
+    text += elementOf(event, slip, ++number);
+  }
+  return text + "</eventParameters>\n</q:quakeml>\n";
 }
 
 } // namespace xov::synthetic

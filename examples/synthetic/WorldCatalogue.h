@@ -13,4 +13,8 @@ namespace xov::synthetic {
 /// ridges.
 QByteArray worldCatalogue();
 
+/// Those of the same earthquakes from magnitude 6 on with a focal mechanism each, as QuakeML: what faultSlipAt()
+/// has for the belt that they lie in.
+QByteArray worldMechanisms();
+
 } // namespace xov::synthetic

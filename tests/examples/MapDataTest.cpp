@@ -1,5 +1,6 @@
 #include "XOV_Graphics/map/XOVPolygon.h"
 #include "XOV_Graphics/seismic/io/events/EventReaders.h"
+#include "examples/synthetic/BoundaryMechanism.h"
 #include "examples/synthetic/RegionalMotion.h"
 #include "examples/synthetic/WorldCatalogue.h"
 
@@ -45,6 +46,43 @@ TEST(WorldCatalogue, hasDeepEventsOnlyWhereTheSlabGoes) {
     EXPECT_GT(values.longitudeDeg, -77.7) << "at latitude " << values.latitudeDeg;
   }
   EXPECT_GT(deep, 5);
+}
+
+// What lies under Chile above 50 km are thrusts on the slab.
+TEST(WorldCatalogue, hasMechanismsAfterThePlateBoundaries) {
+  const Result<EventFile> file = parseEvents(worldMechanisms(), QStringLiteral("mechanisms"));
+  ASSERT_TRUE(file) << file.error().toStdString();
+  EXPECT_TRUE(file->notes.isEmpty()) << file->notes.join(QStringLiteral("; ")).toStdString();
+  EXPECT_GT(file->events.size(), 30U);
+  int thrusts = 0;
+  for (const auto& event : file->events) {
+    const HypocentreValues& values = event->values();
+    EXPECT_GE(event->magnitude(), 6.0F);
+    ASSERT_TRUE(values.mechanism.has_value());
+    const NodalPlane& plane = values.mechanism->planes[0];
+    const bool underChile = values.longitudeDeg > -76 && values.longitudeDeg < -66 && values.latitudeDeg < -20 &&
+                            values.latitudeDeg > -34 && values.depthKm < 50;
+    if (!underChile) continue;
+    ++thrusts;
+    // The trench runs north there within 20 degrees and the slab dips to the east; three spreads are 21 and 10.5.
+    EXPECT_LT(std::abs(std::remainder(double(plane.strikeDeg), 360.0)), 41);
+    EXPECT_NEAR(plane.dipDeg, 25, 11);
+    EXPECT_NEAR(plane.rakeDeg, 90, 22);
+  }
+  EXPECT_GT(thrusts, 0);
+}
+
+TEST(BoundaryMechanism, isNormalAtRidgesAndDextralAtTransforms) {
+  Random random(1);
+  const FaultSlip transform = faultSlipAt(Boundary::Transform, -40, 8, random);
+  EXPECT_NEAR(transform.strikeDeg, 320, 28);
+  EXPECT_GT(std::abs(transform.rakeDeg), 150);
+  int normal = 0;
+  for (int i = 0; i < 200; ++i)
+    normal += std::abs(faultSlipAt(Boundary::Ridge, 10, 8, random).rakeDeg + 90) < 30 ? 1 : 0;
+  EXPECT_NEAR(normal, 130, 21) << "65 in a hundred, three deviations of 6.7";
+  EXPECT_LT(faultSlipAt(Boundary::Trench, 0, 150, random).rakeDeg, 0) << "pulled down";
+  EXPECT_GT(faultSlipAt(Boundary::Trench, 0, 500, random).rakeDeg, 0) << "pushed up";
 }
 
 TEST(RegionalMotion, isZeroFarInTheNorthEastAndTheWholeRateFarInTheSouthWest) {
