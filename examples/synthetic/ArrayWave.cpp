@@ -120,11 +120,15 @@ QByteArray beamPowerTable(const PlaneWave& wave) {
 
 QByteArray residualTable() {
   QByteArray text = "# longitude, latitude (degrees), made-up travel time residual (s)\n";
-  for (double y = 45; y >= 30; y -= 0.25) {
-    for (double x = -125; x <= -105; x += 0.25)
+  constexpr double kStep = 0.25;
+  for (int row = 0; row <= 60; ++row) {
+    const double y = 45 - kStep * row;
+    for (int column = 0; column <= 80; ++column) {
+      const double x = -125 + kStep * column;
       text += line(x, y,
                    1.6 * hill(x, y, -119, 41, 3) - 1.2 * hill(x, y, -110, 35, 4) + 0.7 * hill(x, y, -122, 33, 2) +
                        0.15 * std::sin(x) * std::cos(1.3 * y));
+    }
   }
   return text;
 }

@@ -24,8 +24,8 @@ void addBurst(std::span<double> samples, double rateHz, const Burst& burst) {
   const double lastingS = -std::log(kInaudible) * std::max(burst.decayS, burst.tailDecayS);
   const double first = std::max(0.0, std::ceil(burst.startS * rateHz));
   const double end = std::min(double(samples.size()), (burst.startS + lastingS) * rateHz);
-  for (double i = first; i < end; ++i)
-    samples[std::size_t(i)] += burst.level * envelope(burst, i / rateHz - burst.startS) * noise.next();
+  for (auto i = std::size_t(first); double(i) < end; ++i)
+    samples[i] += burst.level * envelope(burst, double(i) / rateHz - burst.startS) * noise.next();
 }
 
 } // namespace xov::synthetic

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <compare>
 #include <cstddef>
 #include <functional>
 #include <stdexcept>
@@ -39,7 +38,10 @@ class Option {
 public:
   Option() = default;
   explicit Option(CLI::Option* option) : option_(option) {}
-  auto operator<=>(const Option&) const = default;
+  friend bool operator==(const Option& left, const Option& right) { return left.option_ == right.option_; }
+  friend bool operator<(const Option& left, const Option& right) {
+    return std::less<>()(left.option_, right.option_);
+  }
 
   /// What help texts call its values: "W H". A name that ends in "[,...]" is a list.
   Option typeName(const std::string& name) const;

@@ -121,7 +121,7 @@ NodalPlane auxiliaryPlaneOf(const NodalPlane& plane) {
   const double up = std::sin(rake);
   const Vector3 slip = {along * std::sin(strike) - up * std::cos(dip) * std::cos(strike),
                         along * std::cos(strike) + up * std::cos(dip) * std::sin(strike), up * std::sin(dip)};
-  return planeOf(slip, normal);
+  return planeOf(slip, normal); // NOLINT(readability-suspicious-call-argument): the auxiliary plane has them swapped
 }
 
 PrincipalAxes principalAxesOf(const MomentTensor& tensor) {

@@ -106,12 +106,12 @@ UnitRoots::UnitRoots(std::size_t n) : shift_(unsigned(std::bit_width(n)) / 2) {
 }
 
 struct ComplexPlan::InOneGo {
+  InOneGo(std::size_t n, bool isBackward) : transform(n, isBackward) {}
   kissfft<double> transform;
 };
 
 ComplexPlan::ComplexPlan(std::size_t n, TransformDirection direction) : direction_(direction) {
-  if (n <= kInOneGo)
-    inOneGo_ = std::make_unique<InOneGo>(kissfft<double>(n, direction == TransformDirection::Backward));
+  if (n <= kInOneGo) inOneGo_ = std::make_unique<InOneGo>(n, direction == TransformDirection::Backward);
 }
 
 ComplexPlan::~ComplexPlan() = default;

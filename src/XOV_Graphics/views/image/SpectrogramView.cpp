@@ -81,7 +81,7 @@ std::vector<double> ticksOf(const AmplitudeRange& range) {
     const double last = std::floor(double(range.highest) / step);
     if (!(last > first)) continue;
     std::vector<double> ticks;
-    for (double i = 0; i <= last - first; ++i)
+    for (int i = 0; i <= int(last - first); ++i)
       ticks.push_back((first + i) * step);
     return ticks;
   }

@@ -19,8 +19,8 @@ struct LabelledPlace {
 
 /// Where each text stands: to the right of its place, or to its left, above or below it, or at a corner, so that it
 /// covers neither an earlier text, nor the symbol of another place, nor one of the obstacles, and lies inside of
-/// `frame`. None where that cannot be.
+/// `map`. None where that cannot be.
 std::vector<std::optional<QRectF>> placeLabels(std::span<const LabelledPlace> places,
-                                               std::span<const QRectF> obstacles, const QRectF& frame);
+                                               std::span<const QRectF> obstacles, const QRectF& map);
 
 } // namespace xov

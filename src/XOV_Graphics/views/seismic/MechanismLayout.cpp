@@ -46,9 +46,9 @@ BallGrid layOutBalls(const QRectF& room, std::size_t count, double captionHeight
   if (count == 0 || !(room.width() > 0) || !(room.height() > 0)) return grid;
   std::size_t columns = 1;
   for (std::size_t candidate = 1; candidate <= count; ++candidate) {
-    const auto rows = double((count + candidate - 1) / candidate);
+    const std::size_t rows = (count + candidate - 1) / candidate;
     const double across = (room.width() / double(candidate) - kGap) / 2;
-    const double upright = (room.height() / rows - kGap - captionHeight) / 2;
+    const double upright = (room.height() / double(rows) - kGap - captionHeight) / 2;
     const double radius = std::min(across, upright);
     if (radius > grid.radius) {
       grid.radius = radius;
@@ -63,9 +63,9 @@ BallGrid layOutBalls(const QRectF& room, std::size_t count, double captionHeight
   grid.cellWidth = width;
   for (std::size_t i = 0; i < count; ++i) {
     const auto column = double(i % columns);
-    const auto row = double(i / columns);
+    const std::size_t row = i / columns;
     grid.centers.emplace_back(room.left() + (column + 0.5) * width,
-                              room.bottom() - (row + 0.5) * height + captionHeight / 2);
+                              room.bottom() - (double(row) + 0.5) * height + captionHeight / 2);
   }
   return grid;
 }

@@ -62,8 +62,8 @@ void SeisView02::drawLegendOf(const SeismogramArray& records) const {
     const QRectF rect = plotStyle_ == kBands ? bandRect(pRect_, i, records.size()) : pRect_;
     traces.push_back({traceOf(*records[i], rect), {}});
     const QSizeF size = labelAttributes_->size(fileCaption(records[i]->path()));
-    captions.push_back({rect.x() + kCaptionInset, rect.y() + rect.height() - kCaptionInset - size.height(),
-                        size.width(), size.height()});
+    captions.emplace_back(rect.x() + kCaptionInset, rect.y() + rect.height() - kCaptionInset - size.height(),
+                          size.width(), size.height());
   }
   drawLegendIn(pRect_, traces, captions);
 }

@@ -20,6 +20,10 @@ std::vector<QByteArray> wordsOf(const QByteArray& line) {
   return {words.begin(), words.end()};
 }
 
+QByteArray wordAt(const std::vector<QByteArray>& words, std::size_t i) {
+  return i < words.size() ? words[i] : QByteArray();
+}
+
 // "2026,11,22,10,30,05" of protocol 3, or a time as protocol 4 writes it.
 std::optional<std::int64_t> microseconds(const QByteArray& text) {
   QList<QByteArray> parts = text.split(',');
@@ -64,30 +68,44 @@ QByteArray SeedLinkSession::answer(const QByteArray& line, const std::vector<Ser
   if (isStalled_) return {};
   const std::vector<QByteArray> words = wordsOf(line);
   const QByteArray command = words[0].toUpper();
-  const auto word = [&](std::size_t i) { return i < words.size() ? words[i] : QByteArray(); };
   if (command == "HELLO") return hello();
   if (command == "BYE") {
     isOver_ = true;
     return {};
   }
-  if (command == "INFO") return information(word(1).toUpper(), records, released);
+  if (command == "INFO") return information(wordAt(words, 1).toUpper(), records, released);
   if (isStreaming_) return {}; // in the midst of packets there is no room for answers
+  bool isTaken = true;
+  const QByteArray introduced = introduce(command, words, isTaken);
+  return isTaken ? introduced : request(command, words, records, released);
+}
+
+// What comes before anything is asked for: the protocol, the client, its user.
+QByteArray SeedLinkSession::introduce(const QByteArray& command, const std::vector<QByteArray>& words,
+                                      bool& isTaken) {
   if (command == "SLPROTO") {
-    if (settings_.protocol < 4 || word(1) != "4.0") return refuse("UNSUPPORTED", "no such protocol");
+    if (settings_.protocol < 4 || wordAt(words, 1) != "4.0") return refuse("UNSUPPORTED", "no such protocol");
     protocol_ = 4;
     return ok();
   }
   if (command == "USERAGENT" && protocol_ == 4) return ok();
   if (command == "AUTH" && protocol_ == 4) {
-    isKnown_ = word(1) == "USERPASS" && word(2) == settings_.user.toUtf8() && word(3) == settings_.password.toUtf8();
+    isKnown_ = wordAt(words, 1) == "USERPASS" && wordAt(words, 2) == settings_.user.toUtf8() &&
+               wordAt(words, 3) == settings_.password.toUtf8();
     return isKnown_ ? ok() : refuse("AUTH", "user and password are not known");
   }
   if (!settings_.user.isEmpty() && !isKnown_) return refuse("UNAUTHORIZED", "expected AUTH first");
+  isTaken = false;
+  return {};
+}
+
+QByteArray SeedLinkSession::request(const QByteArray& command, const std::vector<QByteArray>& words,
+                                    const std::vector<ServedRecord>& records, std::size_t released) {
   if (command == "STATION") return selectStation(words, records);
   if (selections_.empty()) return refuse("UNEXPECTED", "expected STATION first");
   if (command == "SELECT") {
     if (selections_.back().selectors.size() >= kMostSelectors) return refuse("LIMIT", "too many selectors");
-    selections_.back().selectors.push_back(word(1));
+    selections_.back().selectors.push_back(wordAt(words, 1));
     return ok();
   }
   if (command == "DATA" || command == "FETCH") {
@@ -96,15 +114,19 @@ QByteArray SeedLinkSession::answer(const QByteArray& line, const std::vector<Ser
   }
   if (command == "TIME" && protocol_ == 3) return wantTime(words);
   if (command == "END" || command == "ENDFETCH") {
-    isStreaming_ = true;
     isFetching_ = isFetching_ || command == "ENDFETCH";
-    next_ = records.size();
-    for (const Selection& selection : selections_) {
-      if (selection.wantsData) next_ = std::min(next_, selection.from);
-    }
+    begin(records.size());
     return {};
   }
   return refuse("UNSUPPORTED", "no such command");
+}
+
+void SeedLinkSession::begin(std::size_t recordCount) {
+  isStreaming_ = true;
+  next_ = recordCount;
+  for (const Selection& selection : selections_) {
+    if (selection.wantsData) next_ = std::min(next_, selection.from);
+  }
 }
 
 QByteArray SeedLinkSession::selectStation(const std::vector<QByteArray>& words,

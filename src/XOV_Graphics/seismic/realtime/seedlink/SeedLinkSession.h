@@ -37,7 +37,11 @@ private:
     std::int64_t toUs = INT64_MAX;
   };
 
-  QByteArray ok() const { return "OK\r\n"; }
+  static QByteArray ok() { return "OK\r\n"; }
+  QByteArray introduce(const QByteArray& command, const std::vector<QByteArray>& words, bool& isTaken);
+  QByteArray request(const QByteArray& command, const std::vector<QByteArray>& words,
+                     const std::vector<ServedRecord>& records, std::size_t released);
+  void begin(std::size_t recordCount);
   QByteArray refuse(const char* code, const char* why) const;
   QByteArray hello() const;
   QByteArray selectStation(const std::vector<QByteArray>& words, const std::vector<ServedRecord>& records);

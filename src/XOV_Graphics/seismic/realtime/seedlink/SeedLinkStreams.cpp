@@ -68,10 +68,10 @@ Result<std::vector<SeedLinkStream>> parseStreamsJson(const QByteArray& text) {
   if (const QJsonValue error = document.object().value("error"); error.isObject())
     return Error{"the server says " + printableLine(error.toObject().value("message").toString("ERROR").toUtf8())};
   std::vector<SeedLinkStream> streams;
-  for (const QJsonValue& station : document.object().value("station").toArray()) {
+  for (const auto& station : document.object().value("station").toArray()) {
     const QString id = station.toObject().value("id").toString();
     const qsizetype underscore = std::max<qsizetype>(id.indexOf('_'), 0);
-    for (const QJsonValue& value : station.toObject().value("stream").toArray()) {
+    for (const auto& value : station.toObject().value("stream").toArray()) {
       const QJsonObject stream = value.toObject();
       const auto codes = codesOf(stream.value("id").toString());
       if (!codes || (stream.contains("subformat") && stream.value("subformat").toString() != "D")) continue;
@@ -104,7 +104,8 @@ private:
     timer_.stop();
     socket_.disconnect(this);
     const Answer answer = std::exchange(answer_, nullptr);
-    QTimer::singleShot(0, this, [answer, streams] { answer(streams); });
+    QMetaObject::invokeMethod(
+        this, [answer, streams] { answer(streams); }, Qt::QueuedConnection);
   }
   void fail(const QString& why) { finish(Error{server_ + ": " + why}); }
 

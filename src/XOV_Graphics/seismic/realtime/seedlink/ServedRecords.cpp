@@ -115,12 +115,12 @@ std::vector<QByteArray> textRecords(const QByteArray& text) {
   return records;
 }
 
-QByteArray recordText(QByteArrayView bytes) {
-  const MiniSeedFinding finding = findMiniSeedRecord(bytes, bytes.size());
+QByteArray recordText(QByteArrayView record) {
+  const MiniSeedFinding finding = findMiniSeedRecord(record, record.size());
   if (finding.kind != MiniSeedFinding::Kind::Record || finding.record.format.encoding != MiniSeedEncoding::Text)
     return {};
-  const qsizetype from = std::min<qsizetype>(finding.record.format.dataOffset, bytes.size());
-  return bytes.sliced(from, std::min<qsizetype>(finding.record.sampleCount, bytes.size() - from)).toByteArray();
+  const qsizetype from = std::min<qsizetype>(finding.record.format.dataOffset, record.size());
+  return record.sliced(from, std::min<qsizetype>(finding.record.sampleCount, record.size() - from)).toByteArray();
 }
 
 QByteArray streamsAsXml(const std::vector<ServedRecord>& records, std::size_t count) {
