@@ -249,5 +249,24 @@ TEST_F(CliSection, drawsDifferentlyWithZeroLinesAndGain) {
   EXPECT_LT(inkedRows(picture({"--gain", "0.1"})), inkedRows(plain) / 2);
 }
 
+TEST_F(CliSection, drawsThinnerLinesWhereTracesStandClose) {
+  QStringList arguments = {"section"};
+  for (int i = 0; i < 300; ++i) {
+    writeRecord(QStringLiteral("%1.SAC").arg(i), *makeRecord({.count = 20}));
+    arguments.append(QStringLiteral("%1.SAC").arg(i));
+  }
+  const auto darkness = [&](const QStringList& options) {
+    EXPECT_EQ(xov(arguments + options + QStringList{"-o", "plot.png", "-q"}).status, 0);
+    const QImage plot = QImage(at("plot.png")).convertToFormat(QImage::Format_Grayscale8);
+    double sum = 0;
+    for (int y = 100; y < 400; ++y)
+      for (int x = 300; x < 600; ++x)
+        sum += 255 - qGray(plot.pixel(x, y));
+    return sum / (300 * 300 * 255.0);
+  };
+  // 300 traces on some 500 points: lines of 1 point leave little white between them.
+  EXPECT_LT(darkness({}), 0.75 * darkness({"--line-width", "1"}));
+}
+
 } // namespace
 } // namespace xov::cli
