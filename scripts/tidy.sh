@@ -68,6 +68,11 @@ batches() {
     function own_names(source,   line, name) {
       split("", names)
       while ((getline line < source) > 0) {
+        if (match(line, /^using [A-Za-z0-9_]+ =/)) {
+          split(line, words, " ")
+          names[words[2]] = 1
+          continue
+        }
         if (line !~ /^[A-Za-z]/ || line ~ /^(namespace|using|return)/) continue
         if (line ~ /^enum [A-Za-z0-9_]+ {/) {
           sub(/^[^{]*{/, "", line)

@@ -11,13 +11,13 @@ namespace xov {
 
 namespace {
 
-constexpr std::size_t kLanes = 8; // sums that do not wait for each other
+constexpr std::size_t kSums = 8; // sums that do not wait for each other
 
 // The sum of a block of samples; not finite when one of them is not.
-double sumOf(std::span<const float, kLanes * kLanes> block) {
-  std::array<double, kLanes> sums{};
-  for (std::size_t i = 0; i < block.size(); i += kLanes) {
-    for (std::size_t lane = 0; lane < kLanes; ++lane)
+double sumOf(std::span<const float, kSums * kSums> block) {
+  std::array<double, kSums> sums{};
+  for (std::size_t i = 0; i < block.size(); i += kSums) {
+    for (std::size_t lane = 0; lane < kSums; ++lane)
       sums[lane] += double(block[i + lane]);
   }
   return std::accumulate(sums.begin(), sums.end(), 0.0);
@@ -26,7 +26,7 @@ double sumOf(std::span<const float, kLanes * kLanes> block) {
 } // namespace
 
 void SampleTally::add(std::span<const float> samples) {
-  constexpr std::size_t blockSize = kLanes * kLanes;
+  constexpr std::size_t blockSize = kSums * kSums;
   for (; samples.size() >= blockSize; samples = samples.subspan(blockSize)) {
     const auto block = samples.first<blockSize>();
     const double sum = sumOf(block);

@@ -64,7 +64,7 @@ std::uint32_t bytesInOrder(std::uint32_t word) {
 
 /// Takes a word with the mark `mark`; false when that stands for nothing.
 template <SteimVersion version, bool isBigEndian>
-bool takeWord(Sums& sums, std::uint32_t mark, std::uint32_t word) {
+bool takeDifferences(Sums& sums, std::uint32_t mark, std::uint32_t word) {
   if constexpr (version == SteimVersion::Steim1) {
     switch (mark) {
     case 0:
@@ -252,7 +252,7 @@ void takeFrames(QByteArrayView frames, std::span<float> samples, Progress& progr
     const auto held = [&] { return std::size_t(sums.next() - values.data()); };
     for (int i = progress.word; i < kFrameWords; ++i) {
       const auto word = numberAt<isBigEndian, std::uint32_t>(frame + i * kWordBytes);
-      if (takeWord<version, isBigEndian>(sums, markOf(marks, i), word)) continue;
+      if (takeDifferences<version, isBigEndian>(sums, markOf(marks, i), word)) continue;
       // What lies behind the last sample does not matter.
       progress.isOdd = held() < samples.size() - progress.done;
       break;
@@ -278,8 +278,8 @@ std::optional<Sum> firstDifference(QByteArrayView frames) {
       if (markOf(marks, i) == 0) continue;
       Sums sums(values.data(), 0);
       const auto word = numberAt<isBigEndian, std::uint32_t>(frame + i * kWordBytes);
-      return takeWord<version, isBigEndian>(sums, markOf(marks, i), word) ? std::optional(Sum(values[0]))
-                                                                          : std::nullopt;
+      return takeDifferences<version, isBigEndian>(sums, markOf(marks, i), word) ? std::optional(Sum(values[0]))
+                                                                                 : std::nullopt;
     }
   }
   return {};
