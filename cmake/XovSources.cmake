@@ -89,6 +89,7 @@ function(xov_library)
   if(XOV_PCH)
     target_precompile_headers(xov_objects PRIVATE ${PROJECT_SOURCE_DIR}/cmake/QtHeaders.h)
   endif()
+  xov_batches(xov_objects)
 
   add_library(XOV_Graphics)
   add_library(XOV::Graphics ALIAS XOV_Graphics)

@@ -61,47 +61,8 @@ changed() {
 }
 
 # Most of the time goes into Qt's headers, so sources are looked at ten at a time, as one that includes them, which is
-# several times as fast, with the flags of all sources. Those that give the same name to a constant, a type or a
-# function of their own go to different batches. One line a batch.
-batches() {
-  awk '
-    function own_names(source,   line, name) {
-      split("", names)
-      while ((getline line < source) > 0) {
-        if (match(line, /^using [A-Za-z0-9_]+ =/)) {
-          split(line, words, " ")
-          names[words[2]] = 1
-          continue
-        }
-        if (line !~ /^[A-Za-z]/ || line ~ /^(namespace|using|return)/) continue
-        if (line ~ /^enum [A-Za-z0-9_]+ {/) {
-          sub(/^[^{]*{/, "", line)
-          split(line, words, /[^A-Za-z0-9_]+/)
-          for (i in words) if (words[i] ~ /^[A-Z]/) names[words[i]] = 1
-        } else if (match(line, /k[A-Z][A-Za-z0-9_]*/) || match(line, /^(struct|class|enum class) [A-Za-z0-9_]+/) ||
-            match(line, /[A-Za-z0-9_]+\(/)) {
-          name = substr(line, RSTART, RLENGTH)
-          sub(/^.* /, "", name)
-          if (substr(line, 1, RSTART - 1) !~ /::$/) names[name] = 1
-        }
-      }
-      close(source)
-    }
-    function takes(batch,   name) {
-      if (size[batch] == 10) return 0
-      for (name in names) if ((batch, name) in used) return 0
-      return 1
-    }
-    {
-      own_names($0)
-      for (batch = 1; batch <= count && !takes(batch); batch++) {}
-      if (batch > count) count = batch
-      size[batch]++
-      files[batch] = files[batch] " " $0
-      for (name in names) used[batch, name] = 1
-    }
-    END { for (batch = 1; batch <= count; batch++) print substr(files[batch], 2) }'
-}
+# several times as fast, with the flags of all sources. One line a batch.
+batches() { awk -v most=10 -f cmake/batches.awk; }
 
 # The flags that any source is compiled with, each once, quoted as a shell takes them.
 all_flags() {

@@ -124,7 +124,7 @@ int countRight(const std::vector<std::string>& options, const PlotLimits& limits
   return right;
 }
 
-class MapBackgrounds : public testing::TestWithParam<std::vector<std::string>> {};
+class MapBackgrounds : public ::testing::TestWithParam<std::vector<std::string>> {};
 
 TEST_P(MapBackgrounds, haveLandAndSeaWhereTheyAreOnMapsOfTheWorld) {
   const int all = int(std::size(kPlaces));
@@ -166,11 +166,11 @@ TEST_P(MapBackgrounds, haveLandAndSeaWhereTheyAreOnPaper) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, MapBackgrounds,
-                         testing::Values(std::vector<std::string>{"--image", "1"},
-                                         std::vector<std::string>{"--image", "2"},
-                                         std::vector<std::string>{"--image", "3"},
-                                         std::vector<std::string>{"--image", "4"},
-                                         std::vector<std::string>{"--topo", "default"}));
+                         ::testing::Values(std::vector<std::string>{"--image", "1"},
+                                           std::vector<std::string>{"--image", "2"},
+                                           std::vector<std::string>{"--image", "3"},
+                                           std::vector<std::string>{"--image", "4"},
+                                           std::vector<std::string>{"--topo", "default"}));
 
 // The grey picture: the sea is an even dark grey, land is lit.
 TEST(MapBackgroundOfTheWesternUnitedStates, hasLandAndSeaWhereTheyAre) {

@@ -80,7 +80,7 @@ TEST(Numbers, readsAsPrintfWouldWriteIt) {
     if (!std::isfinite(value)) continue;
     const int width = int(random() % 41) - 20;
     const int decimals = int(random() % 50) - 2;
-    const auto where = testing::Message()
+    const auto where = ::testing::Message()
                        << "seed " << kSeed << ", number " << i << ", bits " << std::bit_cast<std::uint32_t>(value);
     ASSERT_EQ(fixedText(value, width, decimals, Sign::WhenNegative), printed("%*.*f", width, decimals, value))
         << where;

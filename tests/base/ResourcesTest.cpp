@@ -11,7 +11,7 @@ namespace xov {
 namespace {
 
 /// Leaves the process-wide settings as they were.
-class Resources : public testing::Test {
+class Resources : public ::testing::Test {
 protected:
   ~Resources() override {
     setHostResourceFolder(QString());

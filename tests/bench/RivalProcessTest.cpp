@@ -9,7 +9,7 @@ namespace xov::bench {
 namespace {
 
 /// Rivals that are scripts of a few lines, told to draw one trace of two samples.
-class Rivals : public testing::Test {
+class Rivals : public ::testing::Test {
 protected:
   std::unique_ptr<RivalProcess> start(const char* script, double limitSeconds = 10) {
     const QString path = folder.filePath(QStringLiteral("rival"));

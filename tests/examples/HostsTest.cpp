@@ -20,7 +20,7 @@ std::shared_ptr<xov::SacSeismogram> recording() {
 
 void click(QWidget* view) { QTest::mouseClick(view, Qt::LeftButton, {}, view->rect().center()); }
 
-class LinkedViews : public testing::Test {
+class LinkedViews : public ::testing::Test {
 protected:
   LinkedViews() {
     window.show();

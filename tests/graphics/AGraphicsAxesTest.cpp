@@ -9,7 +9,7 @@
 namespace xov {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 
 /// The frame is 400 × 300 points from (60, 50), the type 18 points in all that follows.
 class Axes : public AxisFixture {

@@ -19,7 +19,7 @@ std::vector<AxisSegment> segmentsOf(const Path& path);
 
 /// The state as a view sets it up before it draws axes: an emptied path, Helvetica 14, a frame of 400 × 300 points
 /// with its lower left corner at (60, 50), all flags in their initial state.
-class AxisFixture : public testing::Test {
+class AxisFixture : public ::testing::Test {
 protected:
   AxisFixture();
   ~AxisFixture() override;

@@ -32,7 +32,7 @@ LinearAxis layout(AxisDirection direction, float lower, float upper, float inter
 void expectFrameAlone(float lower, float upper, float interval) {
   for (AxisDirection direction : {AxisDirection::X, AxisDirection::Y}) {
     const LinearAxis axis = layout(direction, lower, upper, interval);
-    const auto where = testing::Message() << lower << " to " << upper << " by " << interval;
+    const auto where = ::testing::Message() << lower << " to " << upper << " by " << interval;
     EXPECT_EQ(axis.frame.size(), 2u) << where;
     EXPECT_TRUE(axis.ticks.empty()) << where;
     EXPECT_TRUE(axis.labels.empty()) << where;
@@ -120,8 +120,9 @@ TEST(AxisRobustness, everyCombinationOfAwkwardNumbersIsBoundedAndFinite) {
               request.upper = upper;
               request.interval = interval;
               const LinearAxis axis = layoutLinearAxis(request);
-              const auto where = testing::Message() << lower << " to " << upper << " by " << interval << ", font "
-                                                    << fontSize << ", frame " << frame.left << " to " << frame.right;
+              const auto where = ::testing::Message()
+                                 << lower << " to " << upper << " by " << interval << ", font " << fontSize
+                                 << ", frame " << frame.left << " to " << frame.right;
               ASSERT_EQ(axis.frame.size(), 2u) << where;
               ASSERT_LE(axis.labels.size(), std::size_t(kMostMajorTicks)) << where;
               ASSERT_TRUE(std::all_of(axis.ticks.begin(), axis.ticks.end(), isFinite)) << where;

@@ -7,7 +7,7 @@
 namespace xov {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 
 // A frame with its lower left corner at (60, 50) and type of 18 points. Below, lm and ls stand for the decimal
 // logarithms of the largest tick value and of the step, moved away from zero.

@@ -155,7 +155,7 @@ constexpr unsigned kTexts = 3000;
 } // namespace
 
 TEST(BirdBoundaries, agreeWithAPlainReaderOverDamagedTexts) {
-  for (unsigned seed = 0; seed < kTexts && !testing::Test::HasFailure(); ++seed) {
+  for (unsigned seed = 0; seed < kTexts && !::testing::Test::HasFailure(); ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     const std::string text = RandomText(seed).text();
     XOVPolygonArray polygons;
@@ -168,7 +168,7 @@ TEST(BirdBoundaries, agreeWithAPlainReaderOverDamagedTexts) {
 }
 
 TEST(TypedBoundaries, agreeWithAPlainReaderOverDamagedTexts) {
-  for (unsigned seed = 0; seed < kTexts && !testing::Test::HasFailure(); ++seed) {
+  for (unsigned seed = 0; seed < kTexts && !::testing::Test::HasFailure(); ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     RandomText random(seed);
     XOVPolygonArray polygons;

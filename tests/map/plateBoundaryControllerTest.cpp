@@ -16,7 +16,7 @@ using namespace xov::test;
 namespace {
 
 /// A host with a resource folder of its own.
-class PlateBoundaryController : public testing::Test {
+class PlateBoundaryController : public ::testing::Test {
 protected:
   PlateBoundaryController() { setHostResourceFolder(files.folder()); }
   ~PlateBoundaryController() override { setHostResourceFolder({}); }

@@ -76,7 +76,7 @@ std::vector<QPointF> pointsIn(const char* name) {
   return points;
 }
 
-class ShippedBoundaries : public testing::Test {
+class ShippedBoundaries : public ::testing::Test {
 protected:
   ShippedBoundaries() { setHostResourceFolder(kFolder); }
   ~ShippedBoundaries() override { setHostResourceFolder({}); }

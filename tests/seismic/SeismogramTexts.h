@@ -12,7 +12,7 @@
 namespace xov::test {
 
 /// The samples of a record.
-inline std::vector<float> samplesOf(const SeismogramRecord& record) {
+inline std::vector<float> copiedSamples(const SeismogramRecord& record) {
   return {record.GetSacSeis(), record.GetSacSeis() + record.npts()};
 }
 

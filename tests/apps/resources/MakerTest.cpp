@@ -14,7 +14,7 @@ using namespace xov::maker;
 
 namespace {
 
-class Maker : public testing::Test {
+class Maker : public ::testing::Test {
 protected:
   /// Every resource as a file with that text.
   void fillRoot(const QByteArray& text) const {

@@ -36,8 +36,8 @@ TEST(Tapered, goesByShareOrSeconds) {
   header.delta = 0.5F;
   const SacSeismogram record(header, Floats(9, 2));
   const Floats expected{0, 1, 2, 2, 2, 2, 2, 1, 0};
-  EXPECT_EQ(test::samplesOf(**taperedByShare(record, 0.25)), expected);
-  EXPECT_EQ(test::samplesOf(**taperedBySeconds(record, 1)), expected);
+  EXPECT_EQ(test::copiedSamples(**taperedByShare(record, 0.25)), expected);
+  EXPECT_EQ(test::copiedSamples(**taperedBySeconds(record, 1)), expected);
   EXPECT_EQ((*taperedBySeconds(record, 1))->GetSacHeader()->depmen, 12.0F / 9);
 }
 

@@ -15,7 +15,7 @@ TEST(Integrated, turnsVelocityIntoDisplacement) {
   const auto record = makeRecord({.begin = 7, .interval = 0.5F, .count = 4, .quantity = kSacVelocity});
   const auto displacement = integrated(*record);
   ASSERT_TRUE(displacement);
-  EXPECT_EQ(test::samplesOf(**displacement), (Floats{0, 0.25F, 1, 2.25F}));
+  EXPECT_EQ(test::copiedSamples(**displacement), (Floats{0, 0.25F, 1, 2.25F}));
   const SacHeader& header = *(*displacement)->GetSacHeader();
   EXPECT_EQ(header.idep, kSacDisplacement);
   EXPECT_EQ(header.depmax, 2.25F);
@@ -38,7 +38,7 @@ TEST(Differentiated, turnsDisplacementIntoVelocity) {
   const auto record = makeRecord({.interval = 0.5F, .count = 3, .quantity = kSacDisplacement});
   const auto velocity = differentiated(*record);
   ASSERT_TRUE(velocity);
-  EXPECT_EQ(test::samplesOf(**velocity), (Floats{2, 2, 2}));
+  EXPECT_EQ(test::copiedSamples(**velocity), (Floats{2, 2, 2}));
   EXPECT_EQ((*velocity)->GetSacHeader()->idep, kSacVelocity);
   EXPECT_EQ((*differentiated(**velocity))->GetSacHeader()->idep, kSacAcceleration);
 }

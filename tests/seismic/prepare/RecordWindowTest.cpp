@@ -22,12 +22,12 @@ TEST(RecordWindow, borrowsTheSamplesFromBorderToBorder) {
   const auto record = makeRecord({.begin = 5});
   const RecordWindow window(record, 7, 10);
   EXPECT_EQ(window.GetSacSeis(), record->GetSacSeis() + 2) << "no copy";
-  EXPECT_EQ(test::samplesOf(window), (Floats{2, 3, 4, 5}));
+  EXPECT_EQ(test::copiedSamples(window), (Floats{2, 3, 4, 5}));
   EXPECT_EQ(window.firstIndex(), 2U);
   EXPECT_EQ(window.b(), 7);
   EXPECT_EQ(window.e(), 10);
-  EXPECT_EQ(test::samplesOf(RecordWindow(record, 6.99, 10.01)), (Floats{2, 3, 4, 5}));
-  EXPECT_EQ(test::samplesOf(RecordWindow(record, 7.01, 9.99)), (Floats{3, 4}));
+  EXPECT_EQ(test::copiedSamples(RecordWindow(record, 6.99, 10.01)), (Floats{2, 3, 4, 5}));
+  EXPECT_EQ(test::copiedSamples(RecordWindow(record, 7.01, 9.99)), (Floats{3, 4}));
 }
 
 TEST(RecordWindow, isDrawnWithTheIndexOfTheRecord) {
@@ -43,8 +43,8 @@ TEST(RecordWindow, reachesAsFarAsTheRecordWhereABorderIsOpenOrOutside) {
   const auto record = makeRecord({.count = 4});
   EXPECT_EQ(RecordWindow(record, -kOpen, kOpen).npts(), 4);
   EXPECT_EQ(RecordWindow(record, -1e300, 1e300).npts(), 4);
-  EXPECT_EQ(test::samplesOf(RecordWindow(record, 2, kOpen)), (Floats{2, 3}));
-  EXPECT_EQ(test::samplesOf(RecordWindow(record, -kOpen, 1)), (Floats{0, 1}));
+  EXPECT_EQ(test::copiedSamples(RecordWindow(record, 2, kOpen)), (Floats{2, 3}));
+  EXPECT_EQ(test::copiedSamples(RecordWindow(record, -kOpen, 1)), (Floats{0, 1}));
   EXPECT_EQ(RecordWindow(record, QDateTime(), QDateTime()).npts(), 4);
 }
 
@@ -74,9 +74,9 @@ TEST(RecordWindow, takesTimesInUtc) {
   // From 5:00:02 on.
   const auto record = makeRecord({.begin = 2});
   const RecordWindow window(record, onTheDay(5, 0, 4), onTheDay(5, 0, 6, 999));
-  EXPECT_EQ(test::samplesOf(window), (Floats{2, 3, 4}));
+  EXPECT_EQ(test::copiedSamples(window), (Floats{2, 3, 4}));
   const QDateTime elsewhere = onTheDay(5, 0, 9).toOffsetFromUtc(2 * 3600);
-  EXPECT_EQ(test::samplesOf(RecordWindow(record, elsewhere, QDateTime())), (Floats{7, 8, 9}));
+  EXPECT_EQ(test::copiedSamples(RecordWindow(record, elsewhere, QDateTime())), (Floats{7, 8, 9}));
   EXPECT_EQ(RecordWindow(makeRecord({.reference = {}}), onTheDay(5, 0), QDateTime()).npts(), 0)
       << "without a reference time";
 }
@@ -125,9 +125,9 @@ TEST(RecordWindow, tellsWhatTheRecordTells) {
 TEST(RecordWindow, zoomsBySettingItsSpan) {
   RecordWindow window(makeRecord(), 0, 9);
   window.setSpan(4, 5);
-  EXPECT_EQ(test::samplesOf(window), (Floats{4, 5}));
+  EXPECT_EQ(test::copiedSamples(window), (Floats{4, 5}));
   window.setSpan(onTheDay(5, 0, 8), QDateTime());
-  EXPECT_EQ(test::samplesOf(window), (Floats{8, 9}));
+  EXPECT_EQ(test::copiedSamples(window), (Floats{8, 9}));
 }
 
 TEST(RecordWindow, isEmptyWhereNoSampleLies) {
@@ -148,7 +148,7 @@ TEST(RecordWindow, isEmptyWhereNoSampleLies) {
 
 TEST(RecordWindow, canBeCopiedIntoARecordOfItsOwn) {
   const auto copy = copyOfRecord(RecordWindow(makeRecord({.begin = 5}), 7, 9));
-  EXPECT_EQ(test::samplesOf(*copy), (Floats{2, 3, 4}));
+  EXPECT_EQ(test::copiedSamples(*copy), (Floats{2, 3, 4}));
   EXPECT_EQ(copy->b(), 7);
   EXPECT_EQ(copy->e(), 9);
   EXPECT_EQ(copy->smax(), 4);
@@ -157,7 +157,7 @@ TEST(RecordWindow, canBeCopiedIntoARecordOfItsOwn) {
 TEST(RecordWindow, isAWindowOfAWindow) {
   const auto outer = std::make_shared<RecordWindow>(makeRecord(), 2, 8);
   const RecordWindow inner(outer, 0, 4);
-  EXPECT_EQ(test::samplesOf(inner), (Floats{2, 3, 4}));
+  EXPECT_EQ(test::copiedSamples(inner), (Floats{2, 3, 4}));
   EXPECT_EQ(inner.b(), 2);
 }
 
@@ -170,16 +170,16 @@ TEST(RecordWindow, staysAtItsTimeWhileALiveRecordMovesOn) {
   const RecordWindow window(live, onTheDay(5, 0, 4), onTheDay(5, 0, 6));
   EXPECT_EQ(window.npts(), 0) << "nothing has arrived";
   live->append(start, 1, Floats{0, 1, 2, 3, 4});
-  EXPECT_EQ(test::samplesOf(window), (Floats{4}));
+  EXPECT_EQ(test::copiedSamples(window), (Floats{4}));
   live->append(start + 5, 1, Floats{5, 6, 7});
-  EXPECT_EQ(test::samplesOf(window), (Floats{4, 5, 6}));
+  EXPECT_EQ(test::copiedSamples(window), (Floats{4, 5, 6}));
   EXPECT_EQ(window.smax(), 6);
   live->setBaseTime(onTheDay(4, 59));
-  EXPECT_EQ(test::samplesOf(window), (Floats{4, 5, 6}));
+  EXPECT_EQ(test::copiedSamples(window), (Floats{4, 5, 6}));
   EXPECT_EQ(window.b(), 64) << "on the record's axis of now";
   EXPECT_EQ(window.GetSacHeader()->nzmin, 59);
   live->append(start + 8, 1, Floats{8, 9, 10, 11, 12, 13, 14});
-  EXPECT_EQ(test::samplesOf(window), (Floats{5, 6})) << "the ring holds 5 ... 14";
+  EXPECT_EQ(test::copiedSamples(window), (Floats{5, 6})) << "the ring holds 5 ... 14";
   EXPECT_EQ(window.smin(), 5);
   live->append(start + 15, 1, Floats(10, 1));
   EXPECT_EQ(window.npts(), 0);
@@ -190,9 +190,9 @@ TEST(RecordWindow, inSecondsMovesWithTheBaseOfALiveRecord) {
   live->setBaseTime(onTheDay(5, 0));
   live->append(double(onTheDay(5, 0).toMSecsSinceEpoch()) / 1000, 1, Floats{0, 1, 2, 3, 4, 5});
   const RecordWindow window(live, 1, 2);
-  EXPECT_EQ(test::samplesOf(window), (Floats{1, 2}));
+  EXPECT_EQ(test::copiedSamples(window), (Floats{1, 2}));
   live->setBaseTime(onTheDay(5, 0, 3));
-  EXPECT_EQ(test::samplesOf(window), (Floats{4, 5}));
+  EXPECT_EQ(test::copiedSamples(window), (Floats{4, 5}));
 }
 
 TEST(WindowOf, tellsInOneLineWhatTheRecordHas) {

@@ -109,8 +109,8 @@ TEST(Rotated, countsFromTheCommonTimeOn) {
                                    component({.component = "BHE", .begin = 2.05F}, {2, 3, 4, NAN})};
   const auto turned = rotated(components, WaveAxes::ZRT, {.backAzimuthDeg = 0});
   ASSERT_TRUE(turned) << turned.error().toStdString();
-  EXPECT_EQ(test::samplesOf(*(*turned)[0]), (Floats{12, 13, 14}));
-  EXPECT_EQ(test::samplesOf(*(*turned)[1]), (Floats{3, 4, 5})) << "R = -N, which has no gap";
+  EXPECT_EQ(test::copiedSamples(*(*turned)[0]), (Floats{12, 13, 14}));
+  EXPECT_EQ(test::copiedSamples(*(*turned)[1]), (Floats{3, 4, 5})) << "R = -N, which has no gap";
   EXPECT_EQ((*turned)[2]->GetSacSeis()[0], -3) << "T = -E";
   EXPECT_TRUE(std::isnan((*turned)[2]->GetSacSeis()[2]));
   EXPECT_EQ((*turned)[0]->b(), 3);
@@ -156,9 +156,9 @@ TEST(RotatedRecords, rotatesEachStationAndPieceInItsPlace) {
   ASSERT_EQ(turned.records.size(), 6U);
   EXPECT_EQ(turned.records[0], z);
   EXPECT_EQ(turned.records[1]->kcmpnm().toStdString(), "BHR");
-  EXPECT_EQ(test::samplesOf(*turned.records[1]), (Floats{-1, -2, -3}));
-  EXPECT_EQ(test::samplesOf(*turned.records[2]), (Floats{-7, -8}));
-  EXPECT_EQ(test::samplesOf(*turned.records[3]), (Floats{-5, -6}));
+  EXPECT_EQ(test::copiedSamples(*turned.records[1]), (Floats{-1, -2, -3}));
+  EXPECT_EQ(test::copiedSamples(*turned.records[2]), (Floats{-7, -8}));
+  EXPECT_EQ(test::copiedSamples(*turned.records[3]), (Floats{-5, -6}));
   EXPECT_EQ(turned.records[4]->kcmpnm().toStdString(), "BHT");
   EXPECT_EQ(turned.records[5], other);
   EXPECT_EQ(turned.notes.join(u'\n').toStdString(),

@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 
 using namespace xov;
+using test::copiedSamples;
 using test::preciseOf;
 using test::referenceText;
-using test::samplesOf;
 
 namespace {
 
@@ -53,7 +53,7 @@ TEST(TimeAxis, movesAllTimesOfARecord) {
   header.t3 = 6.5F;
   header.ka = "P";
   header.e = 1.25F;
-  const auto record = std::make_shared<SacSeismogram>(header, samplesOf(*original), original->path());
+  const auto record = std::make_shared<SacSeismogram>(header, copiedSamples(*original), original->path());
   const auto moved = onTimeAxis(record, utc(0, 59, 0));
   EXPECT_EQ(referenceText(*moved), QStringLiteral("2012-05-12T00:59:00.000Z"));
   EXPECT_EQ(moved->b(), 60.25F);
@@ -63,7 +63,7 @@ TEST(TimeAxis, movesAllTimesOfARecord) {
   EXPECT_EQ(moved->timePickKey(3), 66.5F);
   EXPECT_EQ(moved->timePickKey(4), kUndefinedValue) << "what is not set stays so";
   EXPECT_EQ(moved->pickLabelWithKey(10), QStringLiteral("P"));
-  EXPECT_EQ(samplesOf(*moved), samplesOf(*record));
+  EXPECT_EQ(copiedSamples(*moved), copiedSamples(*record));
   EXPECT_EQ(moved->path(), record->path());
   EXPECT_DOUBLE_EQ(*startSeconds(*moved), *startSeconds(*record));
 }

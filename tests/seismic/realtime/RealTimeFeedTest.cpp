@@ -8,8 +8,8 @@
 #include <cmath>
 
 using namespace xov;
+using test::copiedSamples;
 using test::referenceText;
-using test::samplesOf;
 
 namespace {
 
@@ -62,7 +62,7 @@ TEST(RealTimeSeismogram, countsTimesFromItsBase) {
   EXPECT_EQ(record.b(), 7.5F);
   EXPECT_EQ(record.e(), 8.5F);
   EXPECT_EQ(record.delta(), 0.5F);
-  EXPECT_EQ(samplesOf(record), (Floats{1, 2, 3}));
+  EXPECT_EQ(copiedSamples(record), (Floats{1, 2, 3}));
   EXPECT_EQ(referenceText(record), QStringLiteral("2012-05-12T10:00:00.000Z"));
   EXPECT_EQ(record.GetSacHeader()->nzhour, 10);
   EXPECT_EQ(record.GetSacHeader()->npts, 3);
@@ -79,7 +79,7 @@ TEST(RealTimeSeismogram, advancesAsOldSamplesLeave) {
   record.setBaseTime(utc(10, 0, 0));
   record.append(seconds(utc(10, 0, 0)), 0.5, Floats{1, 2, 3, 4});
   record.append(seconds(utc(10, 0, 2)), 0.5, Floats{5, 6});
-  EXPECT_EQ(samplesOf(record), (Floats{3, 4, 5, 6}));
+  EXPECT_EQ(copiedSamples(record), (Floats{3, 4, 5, 6}));
   EXPECT_EQ(record.b(), 1);
   EXPECT_EQ(record.e(), 2.5F);
 }
@@ -111,7 +111,7 @@ TEST(RealTimeSeismogram, startsAnewWhenTheRateChanges) {
   RealTimeSeismogram record(channel("A"), 60);
   record.append(1000, 0.5, Floats{5, 6});
   record.append(1001, 0.25, Floats{7, 8, 9});
-  EXPECT_EQ(samplesOf(record), (Floats{7, 8, 9}));
+  EXPECT_EQ(copiedSamples(record), (Floats{7, 8, 9}));
   EXPECT_EQ(record.delta(), 0.25F);
   EXPECT_EQ(record.smin(), 7);
   record.append(1001.75, 0.25 * (1 + 5e-5), Floats{10});

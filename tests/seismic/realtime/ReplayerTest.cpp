@@ -9,7 +9,7 @@
 #include <cmath>
 
 using namespace xov;
-using test::samplesOf;
+using test::copiedSamples;
 
 namespace {
 
@@ -69,7 +69,7 @@ TEST(Replayer, deliversEverySampleAtItsTime) {
   RealTimeFeed feed(600);
   for (double clock = 0; !replayer.isAtEnd(); clock += 0.37)
     replayer.advanceTo(clock, feed);
-  EXPECT_EQ(samplesOf(*feed.records()->at(0)), samplesOf(*recorded));
+  EXPECT_EQ(copiedSamples(*feed.records()->at(0)), copiedSamples(*recorded));
   feed.show(utc(10, 0, 30), 60, Edge::Right);
   EXPECT_NEAR(*startSeconds(*feed.records()->at(0)), *startSeconds(*recorded), 1e-4);
 }
@@ -115,7 +115,7 @@ TEST(Replayer, leavesTheGapsOfTheRecording) {
   Replayer replayer({piece("A", utc(10, 0, 0), 20), piece("A", utc(10, 0, 3), 20, 100)}, prompt());
   RealTimeFeed feed(60);
   replayer.advanceTo(10, feed);
-  const std::vector<float> samples = samplesOf(*feed.records()->at(0));
+  const std::vector<float> samples = copiedSamples(*feed.records()->at(0));
   ASSERT_EQ(samples.size(), 50U);
   EXPECT_EQ(samples[19], 19);
   for (std::size_t i = 20; i < 30; ++i)
@@ -159,12 +159,12 @@ TEST(Replayer, letsSomePacketsComeLateToTheirPlace) {
   Replayer replayer({recorded}, options);
   RealTimeFeed feed(600);
   replayer.advanceTo(150, feed);
-  const std::vector<float> during = samplesOf(*feed.records()->at(0));
+  const std::vector<float> during = copiedSamples(*feed.records()->at(0));
   const auto missing = std::count_if(during.begin(), during.end(), [](float s) { return std::isnan(s); });
   EXPECT_GT(missing, 0);
   EXPECT_LT(missing, 150) << "not more than what is due of the last 15 s";
   replayer.advanceTo(400, feed);
-  EXPECT_EQ(samplesOf(*feed.records()->at(0)), samplesOf(*recorded));
+  EXPECT_EQ(copiedSamples(*feed.records()->at(0)), copiedSamples(*recorded));
 }
 
 TEST(Replayer, playsTheSameForTheSameSeed) {

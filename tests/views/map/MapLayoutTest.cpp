@@ -95,7 +95,7 @@ TEST(MapRectangle, agreesWithASingleScaleOverRandomRegions) {
     const double tolerance = 1e-2 + 1e-5 * (frame.width() + frame.height());
     expectNear(map, {frame.x() + (frame.width() - wide * scale) / 2, frame.y() + above, wide * scale, tall * scale},
                tolerance);
-    ASSERT_FALSE(testing::Test::HasFailure());
+    ASSERT_FALSE(::testing::Test::HasFailure());
   }
   EXPECT_GT(byHeight, 200);
   EXPECT_LT(byHeight, 800);

@@ -17,7 +17,7 @@ constexpr int kDigits = 6;         // before a number gets an exponent
 constexpr double kTextSize = 10;
 constexpr double kTextGap = 6; // to the bar's ends
 
-QString numberText(double value) {
+QString lengthText(double value) {
   QString text = QString::number(value, 'g', kDigits);
   return text.replace(QLatin1String("e+0"), QLatin1String("e")).replace(QLatin1String("e-0"), QLatin1String("e-"));
 }
@@ -35,7 +35,7 @@ std::optional<ScaleBar> scaleBar(double pointsPerUnit, double most, const QStrin
   }
   if (!(bar.value > 0)) return {};
   bar.length = bar.value * pointsPerUnit;
-  bar.text = unit.isEmpty() ? numberText(bar.value) : numberText(bar.value) + QLatin1Char(' ') + unit;
+  bar.text = unit.isEmpty() ? lengthText(bar.value) : lengthText(bar.value) + QLatin1Char(' ') + unit;
   return bar;
 }
 

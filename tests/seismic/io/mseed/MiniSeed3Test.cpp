@@ -8,11 +8,11 @@
 #include <gtest/gtest.h>
 
 using namespace xov;
+using test::copiedSamples;
 using test::MiniSeed3Bytes;
 using test::MiniSeedBytes;
 using test::preciseOf;
 using test::referenceText;
-using test::samplesOf;
 
 namespace {
 
@@ -26,7 +26,7 @@ std::shared_ptr<SeismogramRecord> onlyRecord(const MiniSeed3Bytes& record) {
   return test::onlyRecord(parsed(record.bytes()));
 }
 
-Floats decoded(const MiniSeed3Bytes& record) { return samplesOf(*onlyRecord(record)); }
+Floats decoded(const MiniSeed3Bytes& record) { return copiedSamples(*onlyRecord(record)); }
 
 /// The record at half second `index`: 20 samples at 40 Hz, all of that value.
 MiniSeed3Bytes halfSecond(int index, int value) {
@@ -108,7 +108,7 @@ TEST(MiniSeed3, passesOverExtraHeadersTextAndBytesThatAreNoSamples) {
   const QByteArray text =
       MiniSeed3Bytes().encoding(MiniSeed3Bytes::kText).sampleCount(5).rate(0).data("hello").bytes();
   const QByteArray opaque = MiniSeed3Bytes().encoding(MiniSeed3Bytes::kOpaque).sampleCount(3).data("xyz").bytes();
-  EXPECT_EQ(samplesOf(*test::onlyRecord(parsed(text + halfSecond(0, 4).bytes() + opaque))), Floats(20, 4));
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(parsed(text + halfSecond(0, 4).bytes() + opaque))), Floats(20, 4));
   EXPECT_EQ(parsed(text + opaque).error(), "in: found no samples in 2 records");
 }
 
@@ -120,7 +120,7 @@ TEST(MiniSeed3, joinsRecordsOfAnyLengthAndEndsPiecesAtGaps) {
   ASSERT_EQ(file->records.size(), 2U);
   EXPECT_EQ(file->notes, QStringList());
   EXPECT_EQ(file->records[0]->npts(), 42);
-  EXPECT_EQ(samplesOf(*file->records[0])[41], 4);
+  EXPECT_EQ(copiedSamples(*file->records[0])[41], 4);
   EXPECT_EQ(file->records[1]->b(), 4.5F);
 }
 
@@ -131,19 +131,19 @@ TEST(MiniSeed3, goesOnWithAChannelThatBeginsInVersion2) {
   Floats expected(20, 7);
   expected.resize(40, 8);
   expected.resize(60, 7);
-  EXPECT_EQ(samplesOf(*test::onlyRecord(parsed(bytes))), expected);
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(parsed(bytes))), expected);
 }
 
 TEST(MiniSeed3, isSelectedByChannel) {
   const QByteArray bytes = halfSecond(0, 1).bytes() + halfSecond(0, 2).source("FDSN:YY_B__L_H_Z").bytes();
-  EXPECT_EQ(samplesOf(*test::onlyRecord(parsed(bytes, {"YY.*.--.LHZ"}))), Floats(20, 2));
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(parsed(bytes, {"YY.*.--.LHZ"}))), Floats(20, 2));
   EXPECT_EQ(parsed(bytes, {"HHZ"})->notes, QStringList("in: no channel is selected of XX.TEST.00.BHZ, YY.B..LHZ"));
 }
 
 TEST(MiniSeed3, isOneOfTheFormatsOfReadSeismograms) {
   const test::TemporaryFiles files;
   const QString path = files.write("any.name", halfSecond(0, 6).bytes());
-  EXPECT_EQ(samplesOf(*test::onlyRecord(readSeismogramFile(path))), Floats(20, 6));
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(readSeismogramFile(path))), Floats(20, 6));
   const Result<SeismogramFileSummary> summary = summarizeSeismogramFile(path);
   ASSERT_TRUE(summary) << summary.error().toStdString();
   EXPECT_EQ(summary->records.at(0).samples.mean(), 6);
@@ -158,7 +158,7 @@ TEST(MiniSeed3Damage, keepsSamplesWhoseCheckValueIsWrongAndSaysSo) {
   const auto file = parsed(halfSecond(0, 1).bytes() + damaged + halfSecond(2, 3).bytes());
   const auto record = file->records.at(0);
   EXPECT_EQ(record->npts(), 60);
-  EXPECT_EQ(samplesOf(*record)[20], 3);
+  EXPECT_EQ(copiedSamples(*record)[20], 3);
   const auto hex = [](std::uint32_t value) { return QStringLiteral("0x%1").arg(value, 8, 16, QLatin1Char('0')); };
   QByteArray cleared = sound;
   cleared.replace(MiniSeed3Bytes::kCheckValueAt, 4, QByteArray(4, '\0'));
@@ -174,7 +174,7 @@ TEST(MiniSeed3Damage, countsARecordOnceThatIsDoubtfulTwice) {
   const QByteArray bytes =
       MiniSeed3Bytes().encoding(MiniSeed3Bytes::kSteim1).sampleCount(1).frame({3U << 24, 10, 11, 0}).bytes();
   const auto file = parsed(changed(bytes, int(bytes.size()) - 1, 1));
-  EXPECT_EQ(samplesOf(*file->records.at(0)), Floats{10});
+  EXPECT_EQ(copiedSamples(*file->records.at(0)), Floats{10});
   ASSERT_EQ(file->notes.size(), 1);
   EXPECT_TRUE(file->notes[0].startsWith("in: 1 of 1 record kept that may be damaged"))
       << file->notes[0].toStdString();
@@ -206,7 +206,7 @@ TEST(MiniSeed3Damage, losesNoRecordBehindOneThatClaimsTheirBytes) {
   const QByteArray longer = changed(halfSecond(1, 2).bytes(), MiniSeed3Bytes::kDataLengthAt, 80 + kHalfSecondBytes);
   const auto file = parsed(halfSecond(0, 1).bytes() + longer + halfSecond(2, 3).bytes());
   ASSERT_EQ(file->records.size(), 2U);
-  EXPECT_EQ(samplesOf(*file->records[1]), Floats(20, 3));
+  EXPECT_EQ(copiedSamples(*file->records[1]), Floats(20, 3));
   EXPECT_EQ(file->notes, QStringList(leftOut("record length: found 282, but another record begins 141 bytes on")));
 }
 

@@ -6,10 +6,10 @@
 #include <gtest/gtest.h>
 
 using namespace xov;
+using test::copiedSamples;
 using test::joined;
 using test::MiniSeedBytes;
 using test::Order;
-using test::samplesOf;
 
 namespace {
 
@@ -84,7 +84,7 @@ TEST(MiniSeedDamage, keepsARecordWhoseCompressedSamplesDoNotEndAsItSaysAndSaysSo
   const auto file = parsed(joined({halfSecond(0, 1), record, halfSecond(2, 3)}));
   ASSERT_EQ(file->records.size(), 2U) << "the second record is short, so the third begins after a gap";
   EXPECT_EQ(file->records[0]->npts(), 21);
-  EXPECT_EQ(samplesOf(*file->records[0])[20], 10);
+  EXPECT_EQ(copiedSamples(*file->records[0])[20], 10);
   EXPECT_EQ(file->notes, QStringList("in: 1 of 3 records kept that may be damaged, the first at byte 512: the last "
                                      "sample is 10, but the record says 11"));
 }
@@ -154,15 +154,15 @@ TEST(MiniSeedRecords, withoutBlockette1000AreSteim1AndEndWhereTheNextOneBegins) 
       ASSERT_TRUE(file) << file.error().toStdString();
       EXPECT_EQ(file->notes, QStringList());
       ASSERT_EQ(file->records.size(), 3U);
-      EXPECT_EQ(samplesOf(*file->records[0]), (std::vector<float>{10, 12}));
-      EXPECT_EQ(samplesOf(*file->records[1]), (std::vector<float>{10, 12}));
+      EXPECT_EQ(copiedSamples(*file->records[0]), (std::vector<float>{10, 12}));
+      EXPECT_EQ(copiedSamples(*file->records[1]), (std::vector<float>{10, 12}));
       EXPECT_EQ(file->records[1]->b(), 0.5F);
     }
   }
 }
 
 TEST(MiniSeedRecords, withoutBlockette1000MayBeTheOnlyOne) {
-  EXPECT_EQ(samplesOf(*test::onlyRecord(parsed(withoutFormat(0).bytes()))), (std::vector<float>{10, 12}));
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(parsed(withoutFormat(0).bytes()))), (std::vector<float>{10, 12}));
 }
 
 TEST(MiniSeedDamage, leavesOutARecordWithoutBlockette1000ThatIsNoSteim1) {
@@ -186,7 +186,7 @@ TEST(MiniSeedDamage, leavesOutARecordWithTwoBlockettes1000) {
 
 /// The samples of a record that is sound but for its blockettes.
 std::vector<float> samplesOfOnly(const MiniSeedBytes& record) {
-  return samplesOf(*test::onlyRecord(parsed(record.bytes())));
+  return copiedSamples(*test::onlyRecord(parsed(record.bytes())));
 }
 
 TEST(MiniSeedRecords, mayHaveBlockettesThatGoRound) {
@@ -215,7 +215,7 @@ TEST(MiniSeedRecords, mayHaveGapsBetweenBlockettes) {
   record.number(96, std::uint16_t(1001)).number(98, std::uint16_t(0)).byte(101, 50);
   record.number(MiniSeedBytes::kFormatAt, std::uint32_t(0)).number(MiniSeedBytes::kTimingAt, std::uint32_t(0));
   const auto read = test::onlyRecord(parsed(record.bytes()));
-  EXPECT_EQ(samplesOf(*read), std::vector<float>(20, 2));
+  EXPECT_EQ(copiedSamples(*read), std::vector<float>(20, 2));
   EXPECT_NEAR(test::preciseOf(*read).b, 50e-6, 1e-9) << "after the reference time, which is in milliseconds";
 }
 
@@ -292,9 +292,9 @@ TEST(MiniSeedDamage, splitsAPieceAroundARecordThatCannotBeDecoded) {
   damaged.encoding(MiniSeedBytes::kSteim1).sampleCount(20);
   const auto file = parsed(joined({halfSecond(0, 1), halfSecond(1, 2), damaged, halfSecond(3, 4), halfSecond(4, 5)}));
   ASSERT_EQ(file->records.size(), 2U);
-  EXPECT_EQ(samplesOf(*file->records[0])[39], 2);
+  EXPECT_EQ(copiedSamples(*file->records[0])[39], 2);
   EXPECT_EQ(file->records[0]->npts(), 40);
-  EXPECT_EQ(samplesOf(*file->records[1])[0], 4);
+  EXPECT_EQ(copiedSamples(*file->records[1])[0], 4);
   EXPECT_EQ(file->records[1]->npts(), 40);
   EXPECT_EQ(file->records[1]->b(), 1.5F);
 }
@@ -324,9 +324,9 @@ TEST(MiniSeedDamage, survivesEveryCutAndEveryChangedByte) {
 }
 
 TEST(MiniSeedDamage, keepsWhatTheDecoderSaysOffTheScreen) {
-  testing::internal::CaptureStderr();
-  testing::internal::CaptureStdout();
+  ::testing::internal::CaptureStderr();
+  ::testing::internal::CaptureStdout();
   EXPECT_FALSE(noteOf(halfSecond(1, 0).encoding(MiniSeedBytes::kSteim1).sampleCount(20)).isEmpty());
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }

@@ -10,11 +10,11 @@
 #include <random>
 
 using namespace xov;
+using test::copiedSamples;
 using test::joined;
 using test::MiniSeedBytes;
 using test::preciseOf;
 using test::referenceText;
-using test::samplesOf;
 
 namespace {
 
@@ -67,12 +67,12 @@ std::vector<std::int32_t> randomWalk(std::size_t count, std::uint32_t seed) {
 
 TEST(MiniSeedPieces, joinRecordsThatFollowEachOther) {
   const auto file = parsed(joined({twoSamples(0, 1), twoSamples(500, 3), twoSamples(1000, 5)}));
-  EXPECT_EQ(samplesOf(*test::onlyRecord(file)), (Floats{1, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(file)), (Floats{1, 2, 3, 4, 5, 6}));
 }
 
 TEST(MiniSeedPieces, joinRecordsWhateverTheirOrderInTheFile) {
   const auto file = parsed(joined({twoSamples(1000, 5), twoSamples(0, 1), twoSamples(500, 3)}));
-  EXPECT_EQ(samplesOf(*test::onlyRecord(file)), (Floats{1, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(file)), (Floats{1, 2, 3, 4, 5, 6}));
 }
 
 TEST(MiniSeedPieces, endAtAGapAndShareOneTimeAxis) {
@@ -80,8 +80,8 @@ TEST(MiniSeedPieces, endAtAGapAndShareOneTimeAxis) {
   const auto file = parsed(joined({twoSamples(100000, 8), twoSamples(251, 1)}));
   ASSERT_EQ(file->records.size(), 2U);
   const auto& [before, after] = std::tie(file->records[0], file->records[1]);
-  EXPECT_EQ(samplesOf(*before), (Floats{1, 2}));
-  EXPECT_EQ(samplesOf(*after), (Floats{8, 9}));
+  EXPECT_EQ(copiedSamples(*before), (Floats{1, 2}));
+  EXPECT_EQ(copiedSamples(*after), (Floats{8, 9}));
   EXPECT_EQ(referenceText(*before), QStringLiteral("2012-05-12T00:00:00.025Z"));
   EXPECT_EQ(referenceText(*after), referenceText(*before));
   EXPECT_NEAR(preciseOf(*before).b, 0.0001, 1e-12);
@@ -101,8 +101,8 @@ TEST(MiniSeedPieces, keepOverlapsApart) {
   // Two recorders of the same channel, half a record apart, in one file.
   const auto file = parsed(joined({twoSamples(0, 1), twoSamples(250, 11), twoSamples(500, 3), twoSamples(750, 13)}));
   ASSERT_EQ(file->records.size(), 2U);
-  EXPECT_EQ(samplesOf(*file->records[0]), (Floats{1, 2, 3, 4}));
-  EXPECT_EQ(samplesOf(*file->records[1]), (Floats{11, 12, 13, 14}));
+  EXPECT_EQ(copiedSamples(*file->records[0]), (Floats{1, 2, 3, 4}));
+  EXPECT_EQ(copiedSamples(*file->records[1]), (Floats{11, 12, 13, 14}));
   EXPECT_FLOAT_EQ(file->records[1]->b(), 0.025F);
 }
 
@@ -110,7 +110,7 @@ TEST(MiniSeedPieces, takeARecordOnceThatIsThereTwice) {
   // The second copy has another sequence number.
   const auto file = parsed(joined({twoSamples(0, 1), twoSamples(500, 3), twoSamples(0, 1).text(0, "000009")}));
   ASSERT_EQ(file->records.size(), 1U);
-  EXPECT_EQ(samplesOf(*file->records[0]), (Floats{1, 2, 3, 4}));
+  EXPECT_EQ(copiedSamples(*file->records[0]), (Floats{1, 2, 3, 4}));
   EXPECT_EQ(file->notes, QStringList("in: 1 record left out that the file holds twice"));
 }
 
@@ -158,7 +158,7 @@ TEST(MiniSeedPieces, holdWhatLibmseedPacks) {
     for (const int length : {256, 512, 4096}) {
       const QByteArray bytes = packed(values, encoding, 1335830400 * kSecond + 123456, length);
       const auto record = test::onlyRecord(parsed(bytes));
-      EXPECT_EQ(samplesOf(*record), expected) << encoding << ' ' << length;
+      EXPECT_EQ(copiedSamples(*record), expected) << encoding << ' ' << length;
       EXPECT_EQ(referenceText(*record), QStringLiteral("2012-05-01T00:00:00.123Z"));
       // libmseed rounds 0.123456 s to 0.1 ms unless it is given a blockette 1001.
       EXPECT_NEAR(preciseOf(*record).b, 0.0005, 1e-9);
@@ -189,7 +189,7 @@ TEST(MiniSeedPieces, agreeWithLibmseedsOwnOnRandomGaps) {
     const MSTraceSeg* segment = list->traces->first;
     for (const auto& piece : file->records) {
       const auto* const values = static_cast<const std::int32_t*>(segment->datasamples);
-      EXPECT_EQ(samplesOf(*piece), Floats(values, values + segment->numsamples));
+      EXPECT_EQ(copiedSamples(*piece), Floats(values, values + segment->numsamples));
       const qint64 referenceUs = piece->mySeisReferenceTime()->nsDate().toMSecsSinceEpoch() * 1000;
       EXPECT_NEAR(double(referenceUs - segment->starttime) + preciseOf(*piece).b * 1e6, 0, 1e-3);
       segment = segment->next;

@@ -11,13 +11,13 @@
 #include <limits>
 
 using namespace xov;
+using test::copiedSamples;
 using test::joined;
 using test::MiniSeedBytes;
 using test::onlyRecord;
 using test::Order;
 using test::preciseOf;
 using test::referenceText;
-using test::samplesOf;
 using test::TemporaryFiles;
 
 namespace {
@@ -32,7 +32,7 @@ std::shared_ptr<SeismogramRecord> onlyRecord(const MiniSeedBytes& record) {
   return test::onlyRecord(parsed(record.bytes()));
 }
 
-Floats decoded(const MiniSeedBytes& record) { return samplesOf(*onlyRecord(record)); }
+Floats decoded(const MiniSeedBytes& record) { return copiedSamples(*onlyRecord(record)); }
 
 QStringList labels(const Result<SeismogramFile>& file) {
   QStringList all;
@@ -228,7 +228,7 @@ TEST(MiniSeedReader, takesCodesPaddedWithZerosForThoseWithBlanks) {
   MiniSeedBytes zeros;
   zeros.integers({3, 4}).time(2012, 133, 0, 0, 0, 500).number(13, std::uint16_t(0));
   const auto file = parsed(joined({MiniSeedBytes().codes("XX", "TEST", "", "BHZ").integers({1, 2}), zeros}));
-  EXPECT_EQ(samplesOf(*test::onlyRecord(file)), (Floats{1, 2, 3, 4}));
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(file)), (Floats{1, 2, 3, 4}));
 }
 
 TEST(MiniSeedReader, describesASeriesThatAnyViewCanDraw) {
@@ -290,7 +290,7 @@ TEST(MiniSeedReader, passesOverTextAndRecordsWithoutSamples) {
   text.codes("XX", "TEST", "", "LOG").encoding(MiniSeedBytes::kText).sampleCount(5).rate(0, 0);
   text.text(MiniSeedBytes::kDataAt, "hello");
   const auto file = parsed(joined({text, MiniSeedBytes().sampleCount(0).rate(0, 0), MiniSeedBytes().integers({8})}));
-  EXPECT_EQ(samplesOf(*test::onlyRecord(file)), Floats{8});
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(file)), Floats{8});
   EXPECT_EQ(parsed(joined({text, text})).error(), QStringLiteral("in: found no samples in 2 records"));
 }
 
@@ -299,10 +299,10 @@ TEST(MiniSeedReader, isOneOfTheFormatsOfReadSeismograms) {
   const QString path = files.write("any.name", MiniSeedBytes().integers({3, 1}).bytes());
   const Result<SeismogramArray> records = readSeismograms(path);
   ASSERT_EQ(records->size(), 1U) << records.error().toStdString();
-  EXPECT_EQ(samplesOf(*records->front()), (Floats{3, 1}));
+  EXPECT_EQ(copiedSamples(*records->front()), (Floats{3, 1}));
   EXPECT_EQ(records->front()->path(), path);
   EXPECT_TRUE(readSeismogramFile(path, {{"LHZ"}})->records.empty());
-  EXPECT_EQ(samplesOf(*test::onlyRecord(readMiniSeed(path))), (Floats{3, 1}));
+  EXPECT_EQ(copiedSamples(*test::onlyRecord(readMiniSeed(path))), (Floats{3, 1}));
 }
 
 TEST(MiniSeedReader, knowsARecordThatLooksLikeSacInPlaces) {

@@ -46,9 +46,9 @@ QString refusal(const SacBytes& sac) { return refusal(sac.bytes()); }
 
 } // namespace
 
-class SacReaderOrders : public testing::TestWithParam<Order> {};
+class SacReaderOrders : public ::testing::TestWithParam<Order> {};
 
-INSTANTIATE_TEST_SUITE_P(BothByteOrders, SacReaderOrders, testing::Values(Order::Little, Order::Big),
+INSTANTIATE_TEST_SUITE_P(BothByteOrders, SacReaderOrders, ::testing::Values(Order::Little, Order::Big),
                          [](const auto& each) { return each.param == Order::Little ? "Little" : "Big"; });
 
 TEST_P(SacReaderOrders, readsSamplesAndTimes) {

@@ -104,9 +104,9 @@ SacHeader simpleHeader() {
 
 } // namespace
 
-class SacWriterForms : public testing::TestWithParam<Case> {};
+class SacWriterForms : public ::testing::TestWithParam<Case> {};
 
-INSTANTIATE_TEST_SUITE_P(AllForms, SacWriterForms, testing::ValuesIn(kCases),
+INSTANTIATE_TEST_SUITE_P(AllForms, SacWriterForms, ::testing::ValuesIn(kCases),
                          [](const auto& each) { return each.param.name; });
 
 TEST_P(SacWriterForms, writesWhatTheReaderReadsBack) {

@@ -140,12 +140,12 @@ SeedLinkServerSettings everythingAtOnce(int protocol) {
   return settings;
 }
 
-class BothProtocols : public testing::TestWithParam<int> {};
-class EveryFault : public testing::TestWithParam<std::pair<int, SeedLinkFaults>> {};
+class BothProtocols : public ::testing::TestWithParam<int> {};
+class EveryFault : public ::testing::TestWithParam<std::pair<int, SeedLinkFaults>> {};
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(SeedLink, BothProtocols, testing::Values(3, 4));
+INSTANTIATE_TEST_SUITE_P(SeedLink, BothProtocols, ::testing::Values(3, 4));
 
 TEST_P(BothProtocols, bringEverySampleAsTheFileHasIt) {
   const Served served(everythingAtOnce(GetParam()));
@@ -214,13 +214,14 @@ TEST_P(BothProtocols, playAtTheSpeedThatIsAskedFor) {
 
 INSTANTIATE_TEST_SUITE_P(
     SeedLink, EveryFault,
-    testing::Values(std::pair(3, SeedLinkFaults{.dropEvery = 7}), std::pair(4, SeedLinkFaults{.dropEvery = 7}),
-                    std::pair(3, SeedLinkFaults{.cutEvery = 9}), std::pair(4, SeedLinkFaults{.cutEvery = 9}),
-                    std::pair(3, SeedLinkFaults{.garbageEvery = 5}), std::pair(4, SeedLinkFaults{.garbageEvery = 5}),
-                    std::pair(3, SeedLinkFaults{.duplicateEvery = 3}),
-                    std::pair(4, SeedLinkFaults{.duplicateEvery = 3}), std::pair(4, SeedLinkFaults{.stallEvery = 20}),
-                    std::pair(3, SeedLinkFaults{.bytesAtOnce = 97}),
-                    std::pair(4, SeedLinkFaults{.bytesAtOnce = 97})));
+    ::testing::Values(std::pair(3, SeedLinkFaults{.dropEvery = 7}), std::pair(4, SeedLinkFaults{.dropEvery = 7}),
+                      std::pair(3, SeedLinkFaults{.cutEvery = 9}), std::pair(4, SeedLinkFaults{.cutEvery = 9}),
+                      std::pair(3, SeedLinkFaults{.garbageEvery = 5}),
+                      std::pair(4, SeedLinkFaults{.garbageEvery = 5}),
+                      std::pair(3, SeedLinkFaults{.duplicateEvery = 3}),
+                      std::pair(4, SeedLinkFaults{.duplicateEvery = 3}),
+                      std::pair(4, SeedLinkFaults{.stallEvery = 20}), std::pair(3, SeedLinkFaults{.bytesAtOnce = 97}),
+                      std::pair(4, SeedLinkFaults{.bytesAtOnce = 97})));
 
 TEST_P(EveryFault, losesAndDoublesNoSample) {
   SeedLinkServerSettings faulty = everythingAtOnce(GetParam().first);
