@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include <memory>
 #include <set>
 
 namespace xov {
@@ -19,12 +20,15 @@ QString spoken(QWidget& view, QAccessible::Text kind) {
   return interface != nullptr ? interface->text(kind) : QString();
 }
 
-template <typename ViewType>
-class Accessible : public ::testing::Test {};
-TYPED_TEST_SUITE(Accessible, testing::AllViews);
+class Accessible : public ::testing::TestWithParam<testing::ViewClass> {
+protected:
+  const std::unique_ptr<View> made{GetParam().makeIn(QRectF(0, 0, 300, 240), nullptr)};
+  View& view = *made;
+};
+INSTANTIATE_TEST_SUITE_P(AllViews, Accessible, ::testing::ValuesIn(testing::viewClasses(testing::AllViews())),
+                         testing::viewClassName);
 
-TYPED_TEST(Accessible, isAChartThatSaysWhatItShows) {
-  TypeParam view(QRectF(0, 0, 300, 240));
+TEST_P(Accessible, isAChartThatSaysWhatItShows) {
   QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&view);
   ASSERT_NE(interface, nullptr);
   EXPECT_EQ(interface->role(), QAccessible::Chart);
@@ -33,18 +37,16 @@ TYPED_TEST(Accessible, isAChartThatSaysWhatItShows) {
   EXPECT_TRUE(spoken(view, QAccessible::Name).front().isUpper());
 }
 
-TYPED_TEST(Accessible, hasTheNameAndDescriptionThatTheHostGivesIt) {
-  TypeParam view(QRectF(0, 0, 300, 240));
+TEST_P(Accessible, hasTheNameAndDescriptionThatTheHostGivesIt) {
   view.setAccessibleName(QStringLiteral("Noise at BFO"));
   view.setAccessibleDescription(QStringLiteral("quiet"));
   EXPECT_EQ(spoken(view, QAccessible::Name), QStringLiteral("Noise at BFO"));
   EXPECT_EQ(spoken(view, QAccessible::Description), QStringLiteral("quiet"));
 }
 
-template <typename ViewType>
-class AccessiblePlot : public ::testing::Test {
+class AccessiblePlot : public ::testing::TestWithParam<testing::ViewClass> {
 protected:
-  AccessiblePlot() : view(new ViewType) {
+  AccessiblePlot() : view(qobject_cast<XOVView*>(GetParam().make(nullptr))) {
     auto* layout = new QVBoxLayout(&window);
     layout->addWidget(first = new QLineEdit);
     layout->addWidget(view);
@@ -62,60 +64,60 @@ protected:
   }
   QWidget window;
   QLineEdit* first = nullptr;
-  ViewType* view;
+  XOVView* view;
 };
-TYPED_TEST_SUITE(AccessiblePlot, testing::PlotViews);
+INSTANTIATE_TEST_SUITE_P(PlotViews, AccessiblePlot, ::testing::ValuesIn(testing::viewClasses(testing::PlotViews())),
+                         testing::viewClassName);
 
-TYPED_TEST(AccessiblePlot, isNamedByItsTitleAndDescribedByItsRanges) {
-  this->view->setTitle(QStringLiteral("11 March 2011"));
-  this->view->setXLabelString(QStringLiteral("Period (s)"));
-  this->view->setXLimitsMinMax(-5, 40);
-  this->view->setYLimitsMinMax(0.25f, 0.5f);
-  EXPECT_EQ(spoken(*this->view, QAccessible::Name), QStringLiteral("11 March 2011"));
-  EXPECT_EQ(
-      spoken(*this->view, QAccessible::Description),
-      QStringLiteral("Period (s) from -5 to 40, %1 from 0.25 to 0.5").arg(this->view->usualAxisName(Qt::YAxis)));
+TEST_P(AccessiblePlot, isNamedByItsTitleAndDescribedByItsRanges) {
+  view->setTitle(QStringLiteral("11 March 2011"));
+  view->setXLabelString(QStringLiteral("Period (s)"));
+  view->setXLimitsMinMax(-5, 40);
+  view->setYLimitsMinMax(0.25f, 0.5f);
+  EXPECT_EQ(spoken(*view, QAccessible::Name), QStringLiteral("11 March 2011"));
+  EXPECT_EQ(spoken(*view, QAccessible::Description),
+            QStringLiteral("Period (s) from -5 to 40, %1 from 0.25 to 0.5").arg(view->usualAxisName(Qt::YAxis)));
 }
 
-TYPED_TEST(AccessiblePlot, leavesOutAnAxisWithoutARange) {
-  this->view->setXLimitsMinMax(0, 0);
-  this->view->setYLimitsMinMax(3, 3);
-  EXPECT_EQ(spoken(*this->view, QAccessible::Description), QString());
+TEST_P(AccessiblePlot, leavesOutAnAxisWithoutARange) {
+  view->setXLimitsMinMax(0, 0);
+  view->setYLimitsMinMax(3, 3);
+  EXPECT_EQ(spoken(*view, QAccessible::Description), QString());
 }
 
-TYPED_TEST(AccessiblePlot, isReachedWithTab) {
-  QTest::keyClick(this->first, Qt::Key_Tab);
-  EXPECT_TRUE(this->view->hasFocus());
+TEST_P(AccessiblePlot, isReachedWithTab) {
+  QTest::keyClick(first, Qt::Key_Tab);
+  EXPECT_TRUE(view->hasFocus());
 }
 
-TYPED_TEST(AccessiblePlot, showsWhereTheKeyboardIs) {
+TEST_P(AccessiblePlot, showsWhereTheKeyboardIs) {
   QApplication::processEvents();
-  const QImage without = this->view->grab().toImage();
-  this->view->setFocus(Qt::MouseFocusReason);
-  EXPECT_EQ(this->view->grab().toImage(), without) << "who clicks knows where";
-  this->first->setFocus();
-  QTest::keyClick(this->first, Qt::Key_Tab);
-  EXPECT_NE(this->view->grab().toImage(), without);
-  this->first->setFocus();
-  EXPECT_EQ(this->view->grab().toImage(), without);
+  const QImage without = view->grab().toImage();
+  view->setFocus(Qt::MouseFocusReason);
+  EXPECT_EQ(view->grab().toImage(), without) << "who clicks knows where";
+  first->setFocus();
+  QTest::keyClick(first, Qt::Key_Tab);
+  EXPECT_NE(view->grab().toImage(), without);
+  first->setFocus();
+  EXPECT_EQ(view->grab().toImage(), without);
 }
 
-TYPED_TEST(AccessiblePlot, opensItsMenuWithTheMenuKeys) {
-  this->view->setFocus();
-  QMenu* menu = this->view->contextualMenu();
-  QTest::keyClick(this->view, Qt::Key_Menu);
+TEST_P(AccessiblePlot, opensItsMenuWithTheMenuKeys) {
+  view->setFocus();
+  QMenu* menu = view->contextualMenu();
+  QTest::keyClick(view, Qt::Key_Menu);
   EXPECT_TRUE(menu->isVisible());
   menu->close();
-  QTest::keyClick(this->view, Qt::Key_F10, Qt::ShiftModifier);
+  QTest::keyClick(view, Qt::Key_F10, Qt::ShiftModifier);
   EXPECT_TRUE(menu->isVisible());
   menu->close();
-  QTest::keyClick(this->view, Qt::Key_F10);
+  QTest::keyClick(view, Qt::Key_F10);
   EXPECT_FALSE(menu->isVisible());
 }
 
-TYPED_TEST(AccessiblePlot, hasAKeyOfItsOwnForEachEntry) {
+TEST_P(AccessiblePlot, hasAKeyOfItsOwnForEachEntry) {
   std::set<QString> keys;
-  for (const QAction* action : this->view->contextualMenu()->actions()) {
+  for (const QAction* action : view->contextualMenu()->actions()) {
     const QString key = XOVView::menuKey(action).toString(QKeySequence::NativeText);
     EXPECT_FALSE(key.isEmpty()) << qPrintable(action->text());
     EXPECT_TRUE(keys.insert(key).second) << qPrintable(action->text());
@@ -124,25 +126,25 @@ TYPED_TEST(AccessiblePlot, hasAKeyOfItsOwnForEachEntry) {
   }
 }
 
-TYPED_TEST(AccessiblePlot, choosesByKeyWhileItHasTheFocus) {
-  QAction* copy = this->entry("Copy As PDF");
+TEST_P(AccessiblePlot, choosesByKeyWhileItHasTheFocus) {
+  QAction* copy = entry("Copy As PDF");
   ASSERT_NE(copy, nullptr);
   QSignalSpy chosen(copy, &QAction::triggered);
-  QTest::keyClick(this->first, Qt::Key_C, Qt::ControlModifier);
+  QTest::keyClick(first, Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(chosen.count(), 0);
-  this->view->setFocus();
-  QTest::keyClick(this->view, Qt::Key_C, Qt::ControlModifier);
+  view->setFocus();
+  QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(chosen.count(), 1);
 }
 
-TYPED_TEST(AccessiblePlot, leavesTheHostItsShortcuts) {
+TEST_P(AccessiblePlot, leavesTheHostItsShortcuts) {
   QAction hosts;
-  hosts.setShortcut(XOVView::menuKey(this->entry("Copy As PDF")));
-  this->window.addAction(&hosts);
+  hosts.setShortcut(XOVView::menuKey(entry("Copy As PDF")));
+  window.addAction(&hosts);
   QSignalSpy chosen(&hosts, &QAction::triggered);
-  QSignalSpy own(this->entry("Copy As PDF"), &QAction::triggered);
-  this->view->setFocus();
-  QTest::keyClick(this->view, Qt::Key_C, Qt::ControlModifier);
+  QSignalSpy own(entry("Copy As PDF"), &QAction::triggered);
+  view->setFocus();
+  QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(chosen.count(), 1);
   EXPECT_EQ(own.count(), 0);
 }

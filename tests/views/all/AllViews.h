@@ -27,6 +27,9 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+#include <vector>
+
 namespace xov::testing {
 
 /// Those that derive from XOVView, which comes first.
@@ -43,5 +46,32 @@ using AllViews =
                      uniformTimeSeriesView, helicorderView, realTimeDisplayView01, XOVRealTimeDisplayView02,
                      XOVImageView, xovFKImageView, SpectrogramView, NoiseStatisticsView, PowerSpectraView, geoMapView,
                      FocalMechanismView, ParticleMotionView>;
+
+/// A class of view, for tests that need it as any view only: they are compiled once.
+struct ViewClass {
+  const QMetaObject* type;
+  View* (*make)(QWidget* parent);
+  View* (*makeIn)(const QRectF& frame, QWidget* parent);
+  bool isPlot; ///< derives from XOVView
+};
+
+inline void PrintTo(const ViewClass& one, std::ostream* out) { *out << one.type->className(); }
+
+template <typename ViewType>
+ViewClass viewClass() {
+  return {&ViewType::staticMetaObject, [](QWidget* parent) -> View* { return new ViewType(parent); },
+          [](const QRectF& frame, QWidget* parent) -> View* { return new ViewType(frame, parent); },
+          std::is_base_of_v<XOVView, ViewType>};
+}
+
+template <typename... Views>
+std::vector<ViewClass> viewClasses(::testing::Types<Views...>) {
+  return {viewClass<Views>()...};
+}
+
+/// What INSTANTIATE_TEST_SUITE_P() calls a class of view: its name without the namespace.
+inline std::string viewClassName(const ::testing::TestParamInfo<ViewClass>& info) {
+  return std::string(info.param.type->className()).substr(std::string("xov::").size());
+}
 
 } // namespace xov::testing

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <limits>
+#include <memory>
 
 namespace xov {
 namespace {
@@ -72,63 +73,64 @@ std::vector<QMetaProperty> propertiesOf(const QObject& view) {
   return own;
 }
 
-template <typename ViewType>
-class Properties : public ::testing::Test {
+class Properties : public ::testing::TestWithParam<testing::ViewClass> {
 protected:
-  Properties() : view(QRectF(0, 0, 300, 240)), paints(&view) {
-    if constexpr (std::is_base_of_v<XOVView, ViewType>) {
-      view.setXLimitsMinMax(1, 2); // slowness has thousands of ticks in a range of the globe
-      view.setYLimitsMinMax(1, 2);
+  Properties() {
+    if (auto* plot = qobject_cast<XOVView*>(&view)) {
+      plot->setXLimitsMinMax(1, 2); // slowness has thousands of ticks in a range of the globe
+      plot->setYLimitsMinMax(1, 2);
     }
     view.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
     paints.take();
   }
-  ViewType view;
-  Paints paints;
+  const std::unique_ptr<View> made{GetParam().makeIn(QRectF(0, 0, 300, 240), nullptr)};
+  View& view = *made;
+  Paints paints{&view};
 };
-TYPED_TEST_SUITE(Properties, testing::AllViews);
+INSTANTIATE_TEST_SUITE_P(AllViews, Properties, ::testing::ValuesIn(testing::viewClasses(testing::AllViews())),
+                         testing::viewClassName);
 
-TYPED_TEST(Properties, readWhatWasWritten) {
-  for (const QMetaProperty& property : propertiesOf(this->view)) {
-    const QVariant value = otherValue(property, property.read(&this->view));
-    EXPECT_NE(plain(property, property.read(&this->view)), value) << property.name();
-    EXPECT_TRUE(property.write(&this->view, value)) << property.name();
-    EXPECT_EQ(plain(property, property.read(&this->view)), value) << property.name();
+TEST_P(Properties, readWhatWasWritten) {
+  for (const QMetaProperty& property : propertiesOf(view)) {
+    const QVariant value = otherValue(property, property.read(&view));
+    EXPECT_NE(plain(property, property.read(&view)), value) << property.name();
+    EXPECT_TRUE(property.write(&view, value)) << property.name();
+    EXPECT_EQ(plain(property, property.read(&view)), value) << property.name();
   }
 }
 
-TYPED_TEST(Properties, areDrawnWhenTheyAreWritten) {
-  for (const QMetaProperty& property : propertiesOf(this->view)) {
-    property.write(&this->view, otherValue(property, property.read(&this->view)));
-    EXPECT_EQ(this->paints.take() > 0, isDrawn(property)) << property.name();
+TEST_P(Properties, areDrawnWhenTheyAreWritten) {
+  for (const QMetaProperty& property : propertiesOf(view)) {
+    property.write(&view, otherValue(property, property.read(&view)));
+    EXPECT_EQ(paints.take() > 0, isDrawn(property)) << property.name();
   }
 }
 
-TYPED_TEST(Properties, tellOfChangesAndOfNothingElse) {
-  for (const QMetaProperty& property : propertiesOf(this->view)) {
+TEST_P(Properties, tellOfChangesAndOfNothingElse) {
+  for (const QMetaProperty& property : propertiesOf(view)) {
     if (!property.hasNotifySignal()) continue;
-    QSignalSpy told(&this->view, property.notifySignal());
-    const QVariant value = otherValue(property, property.read(&this->view));
-    property.write(&this->view, value);
+    QSignalSpy told(&view, property.notifySignal());
+    const QVariant value = otherValue(property, property.read(&view));
+    property.write(&view, value);
     EXPECT_EQ(told.count(), 1) << property.name();
-    property.write(&this->view, value);
+    property.write(&view, value);
     EXPECT_EQ(told.count(), 1) << property.name();
   }
 }
 
-TYPED_TEST(Properties, takeAnyNumber) {
+TEST_P(Properties, takeAnyNumber) {
   constexpr double kOdd[] = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e30,
                              0};
   for (const double value : kOdd) {
-    for (const QMetaProperty& property : propertiesOf(this->view))
-      if (property.metaType().id() == QMetaType::Double) property.write(&this->view, value);
-    EXPECT_EQ(this->paints.take() > 0, (std::is_base_of_v<XOVView, TypeParam>)) << value;
+    for (const QMetaProperty& property : propertiesOf(view))
+      if (property.metaType().id() == QMetaType::Double) property.write(&view, value);
+    EXPECT_EQ(paints.take() > 0, GetParam().isPlot) << value;
   }
 }
 
-TYPED_TEST(Properties, doNotTakeTheNamesThatWidgetsHave) {
-  for (const QMetaProperty& property : propertiesOf(this->view))
+TEST_P(Properties, doNotTakeTheNamesThatWidgetsHave) {
+  for (const QMetaProperty& property : propertiesOf(view))
     EXPECT_LT(QWidget::staticMetaObject.indexOfProperty(property.name()), 0) << property.name();
 }
 
@@ -340,30 +342,38 @@ void setAll(geoMapView& view) {
   view.setMovesMechanismsApart(true);
 }
 
-TYPED_TEST(Properties, areNotDrawnAnewByTheSetters) {
+// Those of the class that a view is of.
+template <typename... Views>
+void setAllOf(View& view, ::testing::Types<Views...>) {
+  const auto isA = [&](const QMetaObject& type) { return view.metaObject() == &type; };
+  ((isA(Views::staticMetaObject) ? setAll(static_cast<Views&>(view)) : void()), ...);
+}
+void setAllOf(View& view) { setAllOf(view, testing::AllViews()); }
+
+TEST_P(Properties, areNotDrawnAnewByTheSetters) {
   std::vector<QVariant> before;
-  for (const QMetaProperty& property : propertiesOf(this->view))
-    before.push_back(property.read(&this->view));
-  setAll(this->view);
-  EXPECT_EQ(this->paints.take(), 0);
+  for (const QMetaProperty& property : propertiesOf(view))
+    before.push_back(property.read(&view));
+  setAllOf(view);
+  EXPECT_EQ(paints.take(), 0);
   std::size_t i = 0;
-  for (const QMetaProperty& property : propertiesOf(this->view))
-    EXPECT_NE(property.read(&this->view), before[i++]) << property.name() << " was not set";
-  this->view.setNeedsDisplay();
-  EXPECT_GT(this->paints.take(), 0) << "and it can be seen when something is";
+  for (const QMetaProperty& property : propertiesOf(view))
+    EXPECT_NE(property.read(&view), before[i++]) << property.name() << " was not set";
+  view.setNeedsDisplay();
+  EXPECT_GT(paints.take(), 0) << "and it can be seen when something is";
 }
 
-TYPED_TEST(Properties, ofTheSettersAreToldToo) {
-  for (const QMetaProperty& property : propertiesOf(this->view)) {
+TEST_P(Properties, ofTheSettersAreToldToo) {
+  for (const QMetaProperty& property : propertiesOf(view)) {
     if (!property.hasNotifySignal()) continue;
-    TypeParam other;
-    QSignalSpy told(&other, property.notifySignal());
-    setAll(other);
+    const std::unique_ptr<View> other(GetParam().make(nullptr));
+    QSignalSpy told(other.get(), property.notifySignal());
+    setAllOf(*other);
     EXPECT_GT(told.count(), 0) << property.name();
   }
 }
 
-TEST(Properties, trackingSwitchedOnTwiceByItsPropertyCanBeSwitchedOff) {
+TEST(PropertiesOfViews, trackingSwitchedOnTwiceByItsPropertyCanBeSwitchedOff) {
   XOVView view;
   view.setProperty("trackMouse", true);
   const QPointer<QTimer> timer = view._mouseTrackTimer();

@@ -17,9 +17,10 @@
 namespace xov {
 namespace {
 
-template <typename ViewType>
-class Widget : public ::testing::Test {
+class Widget : public ::testing::TestWithParam<testing::ViewClass> {
 protected:
+  static View* make(QWidget* parent = nullptr) { return GetParam().make(parent); }
+  static View* makeIn(const QRectF& frame, QWidget* parent = nullptr) { return GetParam().makeIn(frame, parent); }
   // A view in a container of 900 by 700 points that is on the screen.
   static void show(QWidget& container) {
     container.resize(900, 700);
@@ -31,33 +32,35 @@ protected:
     return view.isVisible() && view.width() >= least.width() && view.height() >= least.height();
   }
 };
-TYPED_TEST_SUITE(Widget, testing::AllViews);
+INSTANTIATE_TEST_SUITE_P(AllViews, Widget, ::testing::ValuesIn(testing::viewClasses(testing::AllViews())),
+                         testing::viewClassName);
 
-TYPED_TEST(Widget, isMadeWithAParentAlone) {
-  static_assert(!std::is_convertible_v<QWidget*, TypeParam>, "no view out of a pointer by accident");
+TEST_P(Widget, isMadeWithAParentAlone) {
   QWidget parent;
-  auto* view = new TypeParam(&parent);
+  auto* view = make(&parent);
   EXPECT_EQ(view->parentWidget(), &parent);
   // A child that was never given a size has the one that Qt gives any widget.
   EXPECT_EQ(view->size(), QWidget(&parent).size());
   EXPECT_FALSE(view->testAttribute(Qt::WA_Resized));
 }
 
-TYPED_TEST(Widget, withAnEmptyFrameKeepsTheSizeThatQtGivesIt) {
-  TypeParam view{QRectF()};
+TEST_P(Widget, withAnEmptyFrameKeepsTheSizeThatQtGivesIt) {
+  const std::unique_ptr<View> made(makeIn(QRectF()));
+  const View& view = *made;
   EXPECT_EQ(view.size(), QWidget().size());
   EXPECT_FALSE(view.testAttribute(Qt::WA_Resized));
 }
 
-TYPED_TEST(Widget, withAFrameLiesThereInItsParent) {
+TEST_P(Widget, withAFrameLiesThereInItsParent) {
   QWidget parent;
-  auto* view = new TypeParam(QRectF(30, -40, 200, 100), &parent);
+  auto* view = makeIn(QRectF(30, -40, 200, 100), &parent);
   EXPECT_EQ(view->geometry(), QRect(30, -40, 200, 100));
   EXPECT_EQ(view->sizeHint(), QSize(200, 100));
 }
 
-TYPED_TEST(Widget, asksForRoomAndTakesAllThereIs) {
-  TypeParam view;
+TEST_P(Widget, asksForRoomAndTakesAllThereIs) {
+  const std::unique_ptr<View> made(make());
+  View& view = *made;
   EXPECT_EQ(view.sizeHint(), view.usualSize());
   EXPECT_EQ(view.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
   EXPECT_EQ(view.sizePolicy().verticalPolicy(), QSizePolicy::Expanding);
@@ -65,58 +68,59 @@ TYPED_TEST(Widget, asksForRoomAndTakesAllThereIs) {
   EXPECT_GE(view.minimumSizeHint().height(), 80);
 }
 
-TYPED_TEST(Widget, hasRoomBetweenItsMarginsAtItsSmallestSize) {
-  if constexpr (std::is_base_of_v<XOVView, TypeParam>) {
-    TypeParam view;
-    view.resize(view.minimumSizeHint());
-    view.computeRects();
-    EXPECT_GT(view.iRect().width(), 0);
-    EXPECT_GT(view.iRect().height(), 0);
+TEST_P(Widget, hasRoomBetweenItsMarginsAtItsSmallestSize) {
+  const std::unique_ptr<View> made(make());
+  if (auto* view = qobject_cast<XOVView*>(made.get())) {
+    view->resize(view->minimumSizeHint());
+    view->computeRects();
+    EXPECT_GT(view->iRect().width(), 0);
+    EXPECT_GT(view->iRect().height(), 0);
   } else {
-    EXPECT_TRUE(TypeParam().pRect().isEmpty()) << "lays nothing out";
+    EXPECT_TRUE(XOVChartView().pRect().isEmpty()) << "lays nothing out";
   }
 }
 
-TYPED_TEST(Widget, fillsALayout) {
+TEST_P(Widget, fillsALayout) {
   QWidget container;
   auto* layout = new QVBoxLayout(&container);
   layout->setContentsMargins(0, 0, 0, 0);
-  auto* view = new TypeParam;
+  auto* view = make();
   layout->addWidget(view);
-  this->show(container);
+  show(container);
   EXPECT_EQ(view->size(), QSize(900, 700));
 }
 
-TYPED_TEST(Widget, sharesASplitter) {
+TEST_P(Widget, sharesASplitter) {
   QSplitter splitter;
-  auto* first = new TypeParam;
-  auto* second = new TypeParam;
+  auto* first = make();
+  auto* second = make();
   splitter.addWidget(first);
   splitter.addWidget(second);
-  this->show(splitter);
-  EXPECT_TRUE(this->hasRoom(*first));
-  EXPECT_TRUE(this->hasRoom(*second));
+  show(splitter);
+  EXPECT_TRUE(hasRoom(*first));
+  EXPECT_TRUE(hasRoom(*second));
   EXPECT_EQ(first->height(), 700);
 }
 
-TYPED_TEST(Widget, hasItsUsualSizeInAScrollArea) {
+TEST_P(Widget, hasItsUsualSizeInAScrollArea) {
   QScrollArea area;
-  auto* view = new TypeParam;
+  auto* view = make();
   area.setWidget(view);
-  this->show(area);
+  show(area);
   EXPECT_EQ(view->size(), view->usualSize());
 }
 
-TYPED_TEST(Widget, hasRoomInAnMdiArea) {
+TEST_P(Widget, hasRoomInAnMdiArea) {
   QMdiArea area;
-  auto* view = new TypeParam;
+  auto* view = make();
   area.addSubWindow(view);
-  this->show(area);
-  EXPECT_TRUE(this->hasRoom(*view));
+  show(area);
+  EXPECT_TRUE(hasRoom(*view));
 }
 
-TYPED_TEST(Widget, asAWindowHasItsUsualSizeAndItsTitleBarOnTheScreen) {
-  TypeParam view;
+TEST_P(Widget, asAWindowHasItsUsualSizeAndItsTitleBarOnTheScreen) {
+  const std::unique_ptr<View> made(make());
+  View& view = *made;
   view.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
   // Qt gives a new window two thirds of the screen at most.
@@ -126,9 +130,10 @@ TYPED_TEST(Widget, asAWindowHasItsUsualSizeAndItsTitleBarOnTheScreen) {
   EXPECT_LE(view.frameGeometry().top(), view.geometry().top());
 }
 
-TYPED_TEST(Widget, withAFrameAsAWindowHasItsTitleBarOnTheScreen) {
+TEST_P(Widget, withAFrameAsAWindowHasItsTitleBarOnTheScreen) {
   for (const QRectF& frame : {QRectF(0, 0, 300, 200), QRectF(-50, -60, 300, 200), QRectF(40, 30, 300, 200)}) {
-    TypeParam view(frame);
+    const std::unique_ptr<View> made(makeIn(frame));
+    View& view = *made;
     view.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
     EXPECT_EQ(view.size(), QSize(300, 200));
@@ -137,13 +142,19 @@ TYPED_TEST(Widget, withAFrameAsAWindowHasItsTitleBarOnTheScreen) {
   }
 }
 
-TYPED_TEST(Widget, isKnownByItsOwnName) {
-  TypeParam view;
-  const QByteArray name = view.metaObject()->className();
-  EXPECT_EQ(name, TypeParam::staticMetaObject.className());
+TEST_P(Widget, isKnownByItsOwnName) {
+  const std::unique_ptr<View> made(make());
+  const QByteArray name = made->metaObject()->className();
+  EXPECT_EQ(name, GetParam().type->className());
   EXPECT_TRUE(name.startsWith("xov::"));
-  EXPECT_STRNE(TypeParam::staticMetaObject.className(), TypeParam::staticMetaObject.superClass()->className());
+  EXPECT_STRNE(GetParam().type->className(), GetParam().type->superClass()->className());
 }
+
+template <typename... Views>
+constexpr bool noneIsMadeOfAPointerByAccident(::testing::Types<Views...>) {
+  return !(std::is_convertible_v<QWidget*, Views> || ...);
+}
+static_assert(noneIsMadeOfAPointerByAccident(testing::AllViews()));
 
 // Each class finds those that are of its kind, and nothing else.
 template <typename ViewType, typename... Others>
