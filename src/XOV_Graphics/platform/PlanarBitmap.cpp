@@ -1,6 +1,9 @@
 #include "XOV_Graphics/platform/PlanarBitmap.h"
 
+#include "XOV_Graphics/base/LargePages.h"
+
 #include <limits>
+#include <new>
 
 namespace xov {
 
@@ -9,6 +12,13 @@ PlanarBitmap::PlanarBitmap(int width, int height) {
   width_ = width;
   height_ = height;
   bytes_ = decltype(bytes_)(std::size_t(width) * std::size_t(height) * kPlanes);
+}
+
+void* PlanarBitmap::clearedMemory(std::size_t bytes) {
+  void* const memory = std::calloc(bytes, 1);
+  if (memory == nullptr) throw std::bad_alloc();
+  askForLargePages(memory, bytes);
+  return memory;
 }
 
 std::span<const std::uint8_t> PlanarBitmap::plane(int index) const {

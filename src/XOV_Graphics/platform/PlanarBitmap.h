@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <new>
 #include <span>
 #include <vector>
 
@@ -36,6 +35,8 @@ public:
   QImage toOpaqueImage() const;
 
 private:
+  static void* clearedMemory(std::size_t bytes);
+
   /// Memory that comes cleared, so that large bitmaps are not written twice.
   template <class Byte>
   struct ClearedMemory {
@@ -43,11 +44,7 @@ private:
     ClearedMemory() = default;
     template <class Other>
     ClearedMemory(const ClearedMemory<Other>&) noexcept {}
-    Byte* allocate(std::size_t count) {
-      void* const memory = std::calloc(count, sizeof(Byte));
-      if (memory == nullptr) throw std::bad_alloc();
-      return static_cast<Byte*>(memory);
-    }
+    Byte* allocate(std::size_t count) { return static_cast<Byte*>(clearedMemory(count * sizeof(Byte))); }
     void deallocate(Byte* memory, std::size_t) noexcept { std::free(memory); }
     void construct(Byte*) noexcept {} // is 0 already
     void construct(Byte* place, Byte value) noexcept { *place = value; }

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/views/image/XOVImageView.h"
 
+#include "XOV_Graphics/base/LargePages.h"
 #include "XOV_Graphics/base/Log.h"
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
@@ -145,7 +146,10 @@ QImage XOVImageView::ownPicture(const QSize& size) {
   const bool isOurs = anImage_.cacheKey() == bitmapPicture_;
   QImage picture = isOurs ? std::exchange(anImage_, QImage()) : QImage();
   const bool serves = picture.isDetached() && picture.size() == size && picture.format() == QImage::Format_RGB32;
-  return serves ? picture : QImage(size, QImage::Format_RGB32);
+  if (serves) return picture;
+  picture = QImage(size, QImage::Format_RGB32);
+  if (!picture.isNull()) askForLargePages(picture.bits(), std::size_t(picture.sizeInBytes()));
+  return picture;
 }
 
 QImage XOVImageView::colorBitmap(PlanarBitmap& bitmap) {
