@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
 
 namespace xov {
 
@@ -11,6 +13,8 @@ namespace {
 
 // Rounded times may lie this far from their straight piece, in sub-columns, before each is looked up by itself.
 constexpr double kStraightTolerance = 0.125;
+// From so many samples around where it should be on, a border is looked up by itself.
+constexpr double kLongestReach = 4096;
 
 } // namespace
 
@@ -25,7 +29,8 @@ void TraceBorders::find(const TraceCurve& curve, const TraceStrip& strip) {
   cuts_[0] = 0;
   cuts_[static_cast<std::size_t>(curve.blocks)] = curve.count();
   if (!projection.isStraight(samples.begin, samples.end - 1, kStraightTolerance * strip.subWidth())) {
-    return cutOneByOne(curve, strip);
+    if (!cutTogether(curve, strip)) cutOneByOne(curve, strip);
+    return;
   }
   const std::vector<TimePiece>& pieces = projection.pieces();
   int next = 1;
@@ -48,6 +53,33 @@ void TraceBorders::find(const TraceCurve& curve, const TraceStrip& strip) {
   }
   for (; next < curve.blocks; ++next)
     cutBetween(curve, strip, next, samples.end - 1);
+}
+
+/// Looks borders up around where evenly spaced times would have them. False where times are no rounded products, or
+/// too far from those.
+bool TraceBorders::cutTogether(const TraceCurve& curve, const TraceStrip& strip) {
+  const TraceProjection& projection = curve.projection;
+  const std::optional<RoundedColumns> rounded = projection.roundedColumns();
+  const int borders = curve.blocks - 1;
+  if (!rounded || borders < 1 || curve.samples.end > std::numeric_limits<std::int32_t>::max() / 2) return false;
+  const TimePiece& piece = projection.pieces().front();
+  const double width = piece.step * projection.columnsPerTime();
+  if (!(width > 0) || curve.count() < 3) return false;
+  constexpr double kSlack = 3; // whole samples around a place, and what double precision rounds
+  const double reach = projection.distanceFromPieces(curve.samples.begin, curve.samples.end - 1) / width + kSlack;
+  if (!(reach <= kLongestReach)) return false;
+  columns_.resize(static_cast<std::size_t>(curve.blocks));
+  for (int k = 1; k < curve.blocks; ++k)
+    columns_[static_cast<std::size_t>(k)] = curve.borderColumn(strip, k);
+  BorderPlaces places;
+  places.base = static_cast<std::int32_t>(curve.samples.begin);
+  places.guess = (columns_[1] - projection.columnOfTime(piece.start)) / width + double(piece.first) - places.base;
+  places.step = strip.subWidth() / width;
+  places.reach = static_cast<std::int32_t>(reach);
+  places.lowest = 1;
+  places.highest = curve.count() - 1;
+  return cutRounded(*rounded, places, columns_.data() + 1, borders, cuts_.data() + 1,
+                    curve.dense ? nullptr : fraction_.data() + 1);
 }
 
 /// Looks every border up in the samples' own columns, in growing steps from the one before.

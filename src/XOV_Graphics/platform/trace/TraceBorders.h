@@ -38,12 +38,14 @@ public:
   const float* fraction() const { return fraction_.data(); }
 
 private:
+  bool cutTogether(const TraceCurve& curve, const TraceStrip& strip);
   void cutOneByOne(const TraceCurve& curve, const TraceStrip& strip);
   void cutStraight(const TraceCurve& curve, const TraceStrip& strip, int from, int count, const TimePiece& piece);
   void cutBetween(const TraceCurve& curve, const TraceStrip& strip, int border, std::int64_t sample);
 
   std::vector<std::int32_t> cuts_;
   std::vector<float> fraction_;
+  std::vector<double> columns_; // of borders
 };
 
 } // namespace xov

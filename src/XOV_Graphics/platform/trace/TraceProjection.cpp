@@ -108,8 +108,16 @@ std::int64_t TraceProjection::firstAtOrAfter(double wanted) const {
 }
 
 bool TraceProjection::isStraight(std::int64_t a, std::int64_t b, double tolerance) const {
-  if (pieces().empty()) return false;
-  return timeline_.pieceError(trace_.tOrigin, a, b) * columnScale_ <= tolerance;
+  return !pieces().empty() && distanceFromPieces(a, b) <= tolerance;
+}
+
+double TraceProjection::distanceFromPieces(std::int64_t a, std::int64_t b) const {
+  return timeline_.pieceError(trace_.tOrigin, a, b) * columnScale_;
+}
+
+std::optional<RoundedColumns> TraceProjection::roundedColumns() const {
+  if (trace_.time.rule != TraceTime::Rule::Uniform) return std::nullopt;
+  return RoundedColumns{trace_.time.start, trace_.time.step, trace_.tOrigin, columnScale_, columnOffset_};
 }
 
 bool TraceProjection::isDense(std::int64_t a, std::int64_t b, double spacing) const {

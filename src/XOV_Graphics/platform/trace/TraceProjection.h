@@ -3,11 +3,13 @@
 #include "XOV_Graphics/platform/Trace.h"
 #include "XOV_Graphics/platform/TraceTimeline.h"
 #include "XOV_Graphics/platform/trace/IndexedSamples.h"
+#include "XOV_Graphics/platform/trace/RoundedBorders.h"
 #include "XOV_Graphics/platform/trace/RowMap.h"
 
 #include <QTransform>
 
 #include <cstdint>
+#include <optional>
 
 namespace xov {
 
@@ -67,6 +69,10 @@ public:
   double columnsPerTime() const { return columnScale_; }
   /// True when the columns of samples a <= i <= b lie within `tolerance` of the straight pieces.
   bool isStraight(std::int64_t a, std::int64_t b, double tolerance) const;
+  /// How far, at most, the columns of samples a <= i <= b lie from the straight pieces, of which there must be some.
+  double distanceFromPieces(std::int64_t a, std::int64_t b) const;
+  /// How columns follow from indices where times are rounded products; nothing where they are not.
+  std::optional<RoundedColumns> roundedColumns() const;
   /// True when the columns of samples a <= i <= b are straight and each lies at most `spacing` from the next.
   bool isDense(std::int64_t a, std::int64_t b, double spacing) const;
 
