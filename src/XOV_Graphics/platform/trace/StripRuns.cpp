@@ -25,6 +25,12 @@ std::vector<int> runLengths(int strips) {
 void drawStrips(TraceStrip strip, int columns, const TraceFineness& start,
                 const std::function<StripDrawing()>& makeDrawing) {
   if (columns < 1) return;
+  if (columns <= strip.columns) {
+    strip.columns = columns;
+    TraceFineness fineness = start;
+    makeDrawing()(strip, fineness);
+    return;
+  }
   const int left = strip.left, width = strip.columns, end = left + columns;
   std::vector<int> firsts{0, 1}; // strips that runs begin with, and the number of all
   for (const int length : runLengths((columns + width - 1) / width - 1))

@@ -73,7 +73,7 @@ bool strokeTangledTraces(const PixelTarget& target, std::span<const Trace> trace
     }
     const RowRange rows = bits.takeChanges(desk->changes.data());
     uchar* const pixels = target.bits + (visible.top() + rows.first) * target.bytesPerLine;
-    ink.lay(desk->changes.data(), rows, InkBits::kPlaces, bits.columns(),
+    ink.lay(desk->changes.data(), rows, InkBits::kPlaces, {0, bits.columns(), bits.columns()},
             reinterpret_cast<std::uint32_t*>(pixels) + left, pixelsPerLine);
   });
   return true;

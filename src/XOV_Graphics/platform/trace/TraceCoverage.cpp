@@ -27,7 +27,7 @@ TraceCoverage::~TraceCoverage() { keptChanges() = std::move(changes_); }
 void TraceCoverage::take(const TraceLayers& layers) {
   order_.clear();
   for (int layer = 0; layer < layers.count(); ++layer) {
-    order_.push_back({layers.low(layer), layers.high(layer), layers.low(layer)[layers.middle(layer)]});
+    order_.push_back({layers.low(layer), layers.high(layer), layers.place(layer)});
   }
   std::stable_sort(order_.begin(), order_.end(), [](const Layer& a, const Layer& b) { return a.place < b.place; });
   lows_.clear();
@@ -46,8 +46,8 @@ void TraceCoverage::takeInOrder(std::span<const float* const> lows, std::span<co
 RowRange TraceCoverage::unite(const TraceStrip& strip, int column) {
   RowRange inked;
   const auto layers = static_cast<int>(lows_.size());
-  const int columns = std::min(kInkColumns, strip.columns - column);
-  for (int c = 0; c < columns; ++c) {
+  const int end = std::min(kInkColumns, strip.lastUsed - column);
+  for (int c = std::max(0, strip.firstUsed - column); c < end; ++c) {
     const int firstSub = (column + c) * strip.perColumn;
     std::int32_t* const changes = changes_.data() + c;
     if (sortedNext_ == 0) {

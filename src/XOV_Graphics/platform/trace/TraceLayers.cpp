@@ -3,6 +3,7 @@
 #include "XOV_Graphics/platform/trace/RowPairs.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace xov {
 
@@ -14,6 +15,13 @@ constexpr int kSharedTries = 4;     // layers that are looked at for room before
 // When thousands of lines cross one column, gaps of this many rows between their ink are closed. It bounds how much a
 // sub-column can hold, and so little of a pixel does not show.
 constexpr float kClosedGap = 1.0F / 128;
+
+constexpr std::size_t kMostKept = std::size_t(1) << 18;
+
+std::vector<float>& keptValues() {
+  static thread_local std::vector<float> values;
+  return values;
+}
 
 /// Unites sorted intervals of a sub-column in their place, and clears the rest. Returns how many remain.
 int uniteSorted(float* lows, float* highs, int count) {
@@ -57,9 +65,19 @@ int uniteIntervals(RowInterval* intervals, int count, float gap) {
   return last + 1;
 }
 
-void TraceLayers::reset(int subColumns, int rows) {
-  subColumns_ = subColumns;
-  rows_ = rows;
+TraceLayers::TraceLayers() : values_(std::exchange(keptValues(), {})) {}
+
+TraceLayers::~TraceLayers() {
+  if (values_.size() <= kMostKept) keptValues() = std::move(values_);
+}
+
+void TraceLayers::reset(const TraceStrip& strip) {
+  subColumns_ = strip.subColumns();
+  begin_ = strip.firstUsed * strip.perColumn;
+  end_ = strip.lastUsed * strip.perColumn;
+  inkBegin_ = end_;
+  inkEnd_ = begin_;
+  rows_ = strip.rows;
   capacity_ = kFirstCapacity;
   usedUntil_.clear();
   middles_.clear();
@@ -74,7 +92,19 @@ int TraceLayers::addLayer() {
   return layer;
 }
 
+/// Clears used sub-columns of a layer.
+void TraceLayers::clear(int layer, int begin, int end) {
+  if (begin < end) InkRows{lowOf(layer), lowOf(layer) + subColumns_, begin_, end_}.clear(begin, end);
+}
+
+void TraceLayers::narrowUsed(TraceStrip& strip) const {
+  strip.firstUsed = inkBegin_ / strip.perColumn;
+  strip.lastUsed = std::max((inkEnd_ + strip.perColumn - 1) / strip.perColumn, strip.firstUsed);
+}
+
 InkRows TraceLayers::acquire(int begin, int end) {
+  inkBegin_ = std::min(inkBegin_, begin);
+  inkEnd_ = std::max(inkEnd_, end);
   if (count() >= capacity_) {
     if ((end - begin) * kShortPart <= subColumns_) {
       scratch_.resize(2 * static_cast<std::size_t>(subColumns_));
@@ -89,9 +119,8 @@ InkRows TraceLayers::acquire(int begin, int end) {
   }
   if (layer < 0) {
     layer = addLayer();
-    const InkRows whole{lowOf(layer), lowOf(layer) + subColumns_, 0, subColumns_};
-    whole.clear(0, begin);
-    whole.clear(end, subColumns_);
+    clear(layer, begin_, begin);
+    clear(layer, end, end_);
   }
   usedUntil_[static_cast<std::size_t>(layer)] = end;
   middles_[static_cast<std::size_t>(layer)] = begin + (end - begin) / 2;
@@ -119,7 +148,7 @@ void TraceLayers::insert(int subColumn, float from, float to) {
     return;
   }
   const int layer = addLayer();
-  InkRows{lowOf(layer), lowOf(layer) + subColumns_, 0, subColumns_}.clear(0, subColumns_);
+  clear(layer, begin_, end_);
   usedUntil_.back() = subColumns_;
   middles_.back() = subColumn;
   lowOf(layer)[subColumn] = from;
@@ -134,8 +163,8 @@ void TraceLayers::compact() {
   }
   std::vector<float> sortedLows(lows.size() * kSortedTogether), sortedHighs(sortedLows.size());
   int kept = 0;
-  for (int first = 0; first < subColumns_; first += kSortedTogether) {
-    const int columns = std::min(kSortedTogether, subColumns_ - first);
+  for (int first = begin_; first < end_; first += kSortedTogether) {
+    const int columns = std::min(kSortedTogether, end_ - first);
     sortIntervals(lows.data(), highs.data(), count(), first, columns, rows_, sortedLows.data(), sortedHighs.data());
     for (int j = 0; j < columns; ++j)
       kept = std::max(kept, uniteSorted(sortedLows.data() + j, sortedHighs.data() + j, count()));

@@ -10,21 +10,35 @@ namespace xov {
 /// of rows. Lines that lie apart from each other along x share a layer.
 class TraceLayers {
 public:
-  /// Forgets everything and takes the width of a strip.
-  void reset(int subColumns, int rows);
+  /// Takes what memory the last ones of this thread have left: a picture of thousands of strokes would spend much of
+  /// its time on that of each.
+  TraceLayers();
+  TraceLayers(const TraceLayers&) = delete;
+  TraceLayers& operator=(const TraceLayers&) = delete;
+  ~TraceLayers();
+
+  /// Forgets everything and takes the width of a strip. Only its used columns will have ink.
+  void reset(const TraceStrip& strip);
 
   int count() const { return static_cast<int>(usedUntil_.size()); }
   int subColumns() const { return subColumns_; }
+
+  /// Narrows the used columns of a strip to those where lines were laid.
+  void narrowUsed(TraceStrip& strip) const;
 
   /// Room for a line in sub-columns begin <= j < end, which the caller fills and then commits.
   InkRows acquire(int begin, int end);
   void commit(const InkRows& ink);
 
+  /// Rows by sub-column, of those that are used.
   const float* low(int layer) const { return values_.data() + 2 * offset(layer); }
   const float* high(int layer) const { return low(layer) + subColumns_; }
 
-  /// A sub-column that the layer's last line covers.
-  int middle(int layer) const { return middles_[static_cast<std::size_t>(layer)]; }
+  /// Where down the page the layer lies, in a sub-column that its last line covers.
+  float place(int layer) const {
+    const int middle = middles_[static_cast<std::size_t>(layer)];
+    return middle >= begin_ && middle < end_ ? low(layer)[middle] : kNothingLow;
+  }
 
 private:
   static constexpr std::size_t kApart = 8;
@@ -35,10 +49,15 @@ private:
   }
   float* lowOf(int layer) { return values_.data() + 2 * offset(layer); }
   int addLayer();
+  void clear(int layer, int begin, int end);
   void insert(int subColumn, float from, float to);
   void compact();
 
   int subColumns_ = 0;
+  int begin_ = 0; // sub-columns that are used
+  int end_ = 0;
+  int inkBegin_ = 0; // of these, where lines were laid
+  int inkEnd_ = 0;
   int rows_ = 0;
   int capacity_ = 0;
   std::vector<float> values_;

@@ -113,6 +113,15 @@ struct Extent {
   }
   bool touches(int column, int columns) const { return right >= column && left <= column + columns; }
 
+  /// Marks the columns of a strip that may have ink.
+  void markUsed(TraceStrip& strip) const {
+    const auto clamped = [&](double column) {
+      return static_cast<int>(std::clamp(column, 0.0, double(strip.columns)));
+    };
+    strip.firstUsed = clamped(std::floor(left) - strip.left - 1);
+    strip.lastUsed = clamped(std::floor(right) - strip.left + 2);
+  }
+
   /// Moves a picture's first strip on to the first one with ink, and returns the columns from there to the last one.
   int beginAt(const QRect& visible, TraceStrip& first) const {
     int end = visible.left();
@@ -127,14 +136,16 @@ struct Extent {
 };
 
 /// Lays the ink of a strip over its pixels.
-void layStrip(TraceCoverage& coverage, const TraceStrip& strip, const Extent& extent, const TraceInk& ink,
-              const PixelTarget& target, int top) {
+void layStrip(TraceCoverage& coverage, const TraceStrip& strip, const TraceInk& ink, const PixelTarget& target,
+              int top) {
   const std::ptrdiff_t pixelsPerLine = target.bytesPerLine / std::ptrdiff_t(sizeof(std::uint32_t));
-  for (int column = 0; column < strip.columns; column += kInkColumns) {
-    if (!extent.touches(strip.left + column, kInkColumns)) continue;
+  const int firstGroup = strip.firstUsed / kInkColumns * kInkColumns;
+  for (int column = firstGroup; column < strip.lastUsed; column += kInkColumns) {
     const RowRange rows = coverage.unite(strip, column);
     uchar* const line = target.bits + (top + rows.first) * target.bytesPerLine;
-    ink.lay(coverage.changes(), rows, strip.perColumn, std::min(kInkColumns, strip.columns - column),
+    const InkedColumns columns{std::max(strip.firstUsed - column, 0), std::min(strip.lastUsed - column, kInkColumns),
+                               std::min(strip.columns - column, kInkColumns)};
+    ink.lay(coverage.changes(), rows, strip.perColumn, columns,
             reinterpret_cast<std::uint32_t*>(line) + strip.left + column, pixelsPerLine);
   }
 }
@@ -171,15 +182,17 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
             coverage = std::make_shared<TraceCoverage>(first.rows)](TraceStrip& strip, TraceFineness& fine) {
       static thread_local Envelopes envelopes;
       TraceEnvelope* envelope = nullptr;
+      extent.markUsed(strip);
       do {
         strip.perColumn = fine.subColumns();
         envelope = &envelopes.of(strip);
-        layers->reset(strip.subColumns(), strip.rows);
+        layers->reset(strip);
         for (std::size_t i = 0; i < projections->size(); ++i)
           envelope->addTrace((*projections)[i], *layers, i % judgedEvery == 0);
       } while (fine.refine(envelope->roughness(), double(strip.subColumns()) * strip.rows));
+      layers->narrowUsed(strip);
       coverage->take(*layers);
-      layStrip(*coverage, strip, extent, ink, target, visible.top());
+      layStrip(*coverage, strip, ink, target, visible.top());
     };
   });
   return true;
@@ -213,12 +226,13 @@ bool fillTraces(const PixelTarget& target, std::span<const Trace> traces, const 
         }
         return roughness;
       };
+      extent.markUsed(strip);
       do {
         strip.perColumn = static_cast<int>(std::bit_ceil(static_cast<unsigned>(fine.subColumns())));
         enclosure.find(strip);
       } while (density < kDenseFill && fine.refine(looks(), double(strip.subColumns()) * strip.rows));
       coverage->takeInOrder(enclosure.lows(), enclosure.highs());
-      layStrip(*coverage, strip, extent, ink, target, visible.top());
+      layStrip(*coverage, strip, ink, target, visible.top());
     };
   });
   return true;

@@ -16,6 +16,10 @@ struct TraceStrip {
   double radius = 0;     ///< half the line width, in pixels
   double curveShift = 0; ///< sub-columns that the curve's own sub-columns lie further left, see RoundPen
 
+  /// Columns first <= column < last, counted from the left one, that may have ink: work is done there alone.
+  int firstUsed = 0;
+  int lastUsed = 0;
+
   int subColumns() const { return columns * perColumn; }
   double subWidth() const { return 1.0 / perColumn; }
   /// The left border of a sub-column of the curve, in device pixels.

@@ -39,11 +39,14 @@ std::vector<HelicorderRow> splitIntoRows(const PieceTimes& times, float rowDurat
     return from;
   };
   const RowRange kept = rowsToKeep(double(row(0)), double(row(times.count - 1)), inView);
-  std::int64_t i = firstBeyond(0, [&](std::int64_t k) { return double(row(k)) < kept.first; });
+  const float lastRow = row(times.count - 1);
+  std::int64_t i = 0;
+  if (double(row(0)) < kept.first) i = firstBeyond(0, [&](std::int64_t k) { return double(row(k)) < kept.first; });
   while (i < times.count && double(row(i)) <= kept.last) {
     const float here = row(i);
     const float begin = here * rowDuration;
-    const std::int64_t end = firstBeyond(i, [&](std::int64_t k) { return row(k) == here; });
+    const std::int64_t end =
+        here == lastRow ? times.count : firstBeyond(i, [&](std::int64_t k) { return row(k) == here; });
     if (std::isfinite(begin)) rows.push_back({i, end, begin, begin / rowDuration});
     i = end;
   }
