@@ -198,6 +198,43 @@ TEST(RealTimeFeed, movesAllChannelsToTheTimeAxisThatItShows) {
   EXPECT_EQ(feed.records()->at(1)->b(), 870);
 }
 
+TEST(RealTimeFeed, knowsHowFarAChannelHasComeAndWhen) {
+  RealTimeFeed feed(60);
+  const double ten = seconds(utc(10, 0, 0));
+  feed.append(channel("A"), ten, 1, Floats{1, 2});
+  const auto arrival = [&] { return feed.channel(channel("A")).arrival(); };
+  EXPECT_FALSE(arrival()) << "nobody has said when it came";
+  feed.append(channel("A"), ten + 2, 1, Floats{1, 2, 3}, ten + 7);
+  EXPECT_EQ(arrival(), (ChannelArrival{ten + 4, ten + 7}));
+  EXPECT_EQ(arrival()->dataLatencySeconds(ten + 10), 6);
+  EXPECT_EQ(arrival()->feedLatencySeconds(ten + 10), 3);
+  // A late packet is one that has come, but takes nothing back; packets of nothing are none.
+  feed.append(channel("A"), ten - 5, 1, Floats{1, 2}, ten + 9);
+  EXPECT_EQ(arrival(), (ChannelArrival{ten + 4, ten + 9}));
+  feed.append(channel("A"), ten + 50, 1, {}, ten + 60);
+  feed.append(channel("A"), ten + 50, -1, Floats{1}, ten + 60);
+  feed.append(channel("A"), std::nan(""), 1, Floats{1}, ten + 60);
+  EXPECT_EQ(arrival(), (ChannelArrival{ten + 4, ten + 9}));
+}
+
+TEST(LatencyText, hasOneUnitThatHasPassed) {
+  EXPECT_EQ(latencyText(0), "0.0 s");
+  EXPECT_EQ(latencyText(4.29), "4.2 s");
+  EXPECT_EQ(latencyText(9.99), "9.9 s");
+  EXPECT_EQ(latencyText(10), "10 s");
+  EXPECT_EQ(latencyText(119.9), "119 s");
+  EXPECT_EQ(latencyText(120), "2 min");
+  EXPECT_EQ(latencyText(7199), "119 min");
+  EXPECT_EQ(latencyText(7200), "2 h");
+  EXPECT_EQ(latencyText(172799), "47 h");
+  EXPECT_EQ(latencyText(172800), "2 d");
+  EXPECT_EQ(latencyText(-3.26), "-3.2 s") << "a clock that is ahead";
+  EXPECT_EQ(latencyText(-7200), "-2 h");
+  EXPECT_EQ(latencyText(std::nan("")), "-");
+  EXPECT_EQ(latencyText(1e300), "99999 d");
+  EXPECT_EQ(latencyText(-0.01), "0.0 s");
+}
+
 TEST(RealTimeFeed, keepsTimesOfADayExactToAFractionOfASample) {
   // 100 Hz over a day, an hour on the display: b, of the oldest sample in an hour's buffer, against double precision.
   RealTimeFeed feed(3600);

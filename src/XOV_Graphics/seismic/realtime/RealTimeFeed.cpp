@@ -52,12 +52,21 @@ void RealTimeFeed::append(const SacHeader& header, double startSeconds, double d
   channel(header).append(startSeconds, deltaSeconds, samples);
 }
 
-RealTimeSpan RealTimeFeed::show(const QDateTime& reference, double seconds, Edge edge) {
-  const RealTimeSpan span = realTimeSpan(reference, seconds, edge);
-  if (!span.base.isValid() || span.base == base_) return span;
-  base_ = span.base;
+void RealTimeFeed::append(const SacHeader& header, double startSeconds, double deltaSeconds,
+                          std::span<const float> samples, double arrivalSeconds) {
+  channel(header).append(startSeconds, deltaSeconds, samples, arrivalSeconds);
+}
+
+void RealTimeFeed::setBaseTime(const QDateTime& base) {
+  if (!base.isValid() || base == base_) return;
+  base_ = base;
   for (const auto& channel : channels_)
     channel->setBaseTime(base_);
+}
+
+RealTimeSpan RealTimeFeed::show(const QDateTime& reference, double seconds, Edge edge) {
+  const RealTimeSpan span = realTimeSpan(reference, seconds, edge);
+  setBaseTime(span.base);
   return span;
 }
 

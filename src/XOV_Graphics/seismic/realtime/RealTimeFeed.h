@@ -34,10 +34,16 @@ public:
   RealTimeSeismogram& channel(const SacHeader& header);
   /// Puts samples into the channel with the codes of `header`.
   void append(const SacHeader& header, double startSeconds, double deltaSeconds, std::span<const float> samples);
+  /// The same of a packet that arrived at `arrivalSeconds` by the host's clock, since 1970 (UTC): then the channel
+  /// tells its RealTimeSeismogram::arrival().
+  void append(const SacHeader& header, double startSeconds, double deltaSeconds, std::span<const float> samples,
+              double arrivalSeconds);
 
   /// The channels, in the order in which they first appeared: one array, which grows with them.
   const std::shared_ptr<const SeismogramArray>& records() const { return shown_; }
 
+  /// Moves all channels to the time axis that counts from `base`; an invalid one changes nothing.
+  void setBaseTime(const QDateTime& base);
   /// Moves all channels to the time axis of realTimeSpan() and gives that.
   RealTimeSpan show(const QDateTime& reference, double seconds, Edge edge);
 

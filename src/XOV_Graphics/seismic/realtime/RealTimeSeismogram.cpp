@@ -57,6 +57,15 @@ void RealTimeSeismogram::append(double startSeconds, double deltaSeconds, std::s
   describeSamples();
 }
 
+void RealTimeSeismogram::append(double startSeconds, double deltaSeconds, std::span<const float> samples,
+                                double arrivalSeconds) {
+  append(startSeconds, deltaSeconds, samples);
+  const double last = startSeconds + double(std::ssize(samples) - 1) * deltaSeconds;
+  if (samples.empty() || !(deltaSeconds > 0) || !std::isfinite(last) || !std::isfinite(arrivalSeconds)) return;
+  const ChannelArrival packet{last, arrivalSeconds};
+  arrival_ = arrival_ ? arrival_->joined(packet) : packet;
+}
+
 void RealTimeSeismogram::widenExtrema(std::span<const float> samples) {
   if (std::ranges::none_of(samples, [](float sample) { return std::isfinite(sample); })) return;
   const Extrema added = finiteExtrema(samples, &buffer_.index());

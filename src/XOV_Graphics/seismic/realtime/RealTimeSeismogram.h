@@ -1,7 +1,10 @@
 #pragma once
 
 #include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "XOV_Graphics/seismic/realtime/ChannelArrival.h"
 #include "XOV_Graphics/seismic/realtime/SampleBuffer.h"
+
+#include <optional>
 
 namespace xov {
 
@@ -20,6 +23,12 @@ public:
   /// than before, by more than a ten-thousandth, starts the buffer anew. Nothing happens for an interval that is not
   /// above 0.
   void append(double startSeconds, double deltaSeconds, std::span<const float> samples);
+
+  /// The same of a packet that arrived at `arrivalSeconds` by the host's clock, since 1970 (UTC).
+  void append(double startSeconds, double deltaSeconds, std::span<const float> samples, double arrivalSeconds);
+
+  /// How far the channel has come; nothing as long as no packet with the time of its arrival has come.
+  const std::optional<ChannelArrival>& arrival() const { return arrival_; }
 
   /// The instant that times count from; 1970 at first. An invalid one changes nothing.
   void setBaseTime(const QDateTime& base);
@@ -83,6 +92,7 @@ private:
   SacHeader header_;
   SacSeismogram described_; // answers for everything that samples do not change
   std::shared_ptr<SeisTime> base_;
+  std::optional<ChannelArrival> arrival_;
 };
 
 } // namespace xov

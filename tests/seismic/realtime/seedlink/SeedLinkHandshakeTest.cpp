@@ -71,6 +71,18 @@ TEST(SeedLinkHandshake, ofProtocol4AsksForTheProtocolAndGivesItsName) {
             "END|");
 }
 
+TEST(SeedLinkHandshake, asksStationsWithoutAPlaceForWhatCameSince) {
+  SeedLinkRequest asked = request("GE_WLF,GE_A*,GE_B*");
+  asked.sinceUs = kTimeUs - 400000000; // 400 s before
+  EXPECT_EQ(sentTo(kHello3, asked), "HELLO|STATION WLF GE|TIME 2020,09,13,12,20,00|STATION A* GE|TIME "
+                                    "2020,09,13,12,20,00|STATION B* GE|TIME 2020,09,13,12,20,00|END|");
+  asked.places["GE_WLF"] = {254, kTimeUs};
+  asked.places["GE_A1"] = {254, kTimeUs};
+  EXPECT_EQ(sentTo(kHello4, asked),
+            "HELLO|SLPROTO 4.0|USERAGENT xov/1|STATION GE_WLF|DATA 255|STATION GE_A*|DATA ALL 2020-09-13T12:26:40Z|"
+            "STATION GE_B*|DATA ALL 2020-09-13T12:20:00Z|END|");
+}
+
 TEST(SeedLinkHandshake, goesOnBehindTheLastPacket) {
   SeedLinkRequest asked = request("GE_WLF");
   asked.places["GE_WLF"] = {0xff, kTimeUs};

@@ -188,6 +188,30 @@ TEST_P(BothProtocols, goOnWhereTheClientStopped) {
   EXPECT_EQ(served.files.read(settings.stateFile), "GE_WLF 80 1599998493600000\n");
 }
 
+TEST_P(BothProtocols, beginWithWhatTheServerHasSinceThen) {
+  const Served served(everythingAtOnce(GetParam()));
+  SeedLinkSettings settings = served.client("GE_WLF:BHZ");
+  settings.since = QDateTime(QDate(2020, 9, 13), QTime(12, 1, 0), Qt::UTC);
+  Display display(settings);
+  // Of 40 records of 2.4 s from 12:00:00 on the first 24 end before 12:01:00, and the 25th begins there; the one
+  // whose last sample is followed by one of that time may come, too.
+  EXPECT_TRUE(waitUntil([&] { return display.records() >= 16; }));
+  EXPECT_LE(display.records(), 17);
+}
+
+TEST_P(BothProtocols, beginWithTheDayOfTheStateForDisplaysOfDays) {
+  const Served served(everythingAtOnce(GetParam()));
+  SeedLinkSettings settings = served.client();
+  settings.stateFile = served.files.write("state", "GE_OTHER 3 1599998400000000\nGE_WLF 60 1599998469600000\n");
+  settings.beginsWithDay = true;
+  {
+    Display display(settings);
+    EXPECT_TRUE(waitUntil([&] { return display.records() == 80; })) << "all of the day, not 20 behind packet 60";
+    EXPECT_EQ(display.samples(), samplesOfFile(served.path));
+  }
+  EXPECT_EQ(served.files.read(settings.stateFile), "GE_OTHER 3 1599998400000000\nGE_WLF 80 1599998493600000\n");
+}
+
 TEST_P(BothProtocols, sayWhichStationIsUnknownAndShowTheOthers) {
   const Served served(everythingAtOnce(GetParam()));
   SeedLinkSettings settings = served.client("XX_NONE,GE_WLF");
@@ -246,6 +270,23 @@ TEST(SeedLinkClient, putsPacketsThatComeOutOfOrderWhereTheirTimesSay) {
   Display display(settings);
   EXPECT_TRUE(waitUntil([&] { return display.records() == 80; }));
   EXPECT_EQ(display.samples(), samplesOfFile(served.path));
+}
+
+TEST(SeedLinkClient, knowsHowFarAChannelHasComeAndWhen) {
+  const Served served(everythingAtOnce(4));
+  SeedLinkSettings settings = served.client("GE_WLF:BHZ");
+  beginAtTheStart(settings, served);
+  const double before = double(QDateTime::currentMSecsSinceEpoch()) / 1000;
+  Display display(settings);
+  EXPECT_FALSE(display.client().arrival({"GE", "WLF", "00", "BHZ"}));
+  EXPECT_TRUE(waitUntil([&] { return display.records() == 40; }));
+  const auto arrival = display.client().arrival({"GE", "WLF", "00", "BHZ"});
+  ASSERT_TRUE(arrival);
+  // 40 records of 2.4 s from 12:00:00 on, 2020-09-13; the last sample is one interval before their end.
+  EXPECT_NEAR(arrival->sampleSeconds, 1599998400 + 40 * 2.4 - 0.025, 1e-6);
+  EXPECT_GE(arrival->packetSeconds, before);
+  EXPECT_LE(arrival->packetSeconds, double(QDateTime::currentMSecsSinceEpoch()) / 1000);
+  EXPECT_FALSE(display.client().arrival({"GE", "WLF", "00", "BHN"})) << "which was not asked for";
 }
 
 TEST(SeedLinkClient, saysOnceThatNobodyAnswersAndConnectsWhenSomebodyDoes) {

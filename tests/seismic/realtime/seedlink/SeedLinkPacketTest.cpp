@@ -1,6 +1,11 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkPacket.h"
 
+#include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkSocket.h"
+
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
 
 using namespace xov;
 
@@ -101,6 +106,24 @@ TEST(SeedLinkPacket, ofMoreThanSixteenMegabytesIsRefusedBeforeItArrives) {
   QByteArray header = kPacket4.first(17);
   header.replace(4, 4, QByteArray("\x01\0\0\x01", 4)); // 2^24 + 1
   EXPECT_EQ(problemOf(header), "found a packet of 16777217 bytes, expected at most 16777216");
+}
+
+TEST(SeedLinkHello, saysWhichProtocolToSpeak) {
+  const auto protocol = [](const char* line) { return seedLinkProtocolOf(line).value(); };
+  EXPECT_EQ(protocol("SeedLink v3.1 (2020.075) :: SLPROTO:3.1"), 3);
+  EXPECT_EQ(protocol("SeedLink v3.1 RingServer/4 :: SLPROTO:4.0 SLPROTO:3.1 CAP"), 4);
+  EXPECT_EQ(protocol("SeedLink v4.0 (new)"), 4);
+  EXPECT_EQ(protocol("SeedLink"), 3);
+  EXPECT_EQ(seedLinkProtocolOf("HTTP/1.1 400\x07").error(), "found 'HTTP/1.1 400?', expected a SeedLink server");
+}
+
+TEST(SeedLinkTimers, takeAnySeconds) {
+  EXPECT_EQ(timerMilliseconds(0.25), 250);
+  EXPECT_EQ(timerMilliseconds(0), 1);
+  EXPECT_EQ(timerMilliseconds(-1e300), 1);
+  EXPECT_EQ(timerMilliseconds(1e300), 86400000);
+  EXPECT_EQ(timerMilliseconds(std::nan("")), 86400000);
+  EXPECT_EQ(timerMilliseconds(-std::numeric_limits<double>::infinity()), 1);
 }
 
 TEST(SeedLinkInput, givesLinesWithoutTheirEnds) {

@@ -42,6 +42,12 @@ TEST(SeedLinkStations, haveSelectorsOfProtocol4) {
   EXPECT_EQ(seedLink4Selector("*"), "*");
 }
 
+TEST(SeedLinkStations, haveStreamsThatProtocol4Names) {
+  EXPECT_EQ(seedLink4StreamId("00", "BHZ"), "00_B_H_Z");
+  EXPECT_EQ(seedLink4StreamId("", "HHN"), "_H_H_N");
+  EXPECT_EQ(seedLink4StreamId("10", ""), "10");
+}
+
 TEST(SeedLinkStations, areFoundByWildcards) {
   EXPECT_TRUE(matchesWildcards("GR_*", "GR_GRA1"));
   EXPECT_TRUE(matchesWildcards("*", ""));

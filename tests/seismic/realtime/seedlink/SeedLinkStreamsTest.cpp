@@ -104,7 +104,8 @@ TEST(SeedLinkInquiry, givesUpWhereAnotherServerAnswers) {
   QObject::connect(&web, &QTcpServer::newConnection, &web,
                    [&] { web.nextPendingConnection()->write("HTTP/1.1 400 Bad Request\r\n"); });
   EXPECT_EQ(inquire(web.serverPort()).error(),
-            QStringLiteral("127.0.0.1:%1: it is no SeedLink server").arg(web.serverPort()));
+            QStringLiteral("127.0.0.1:%1: found 'HTTP/1.1 400 Bad Request', expected a SeedLink server")
+                .arg(web.serverPort()));
 }
 
 TEST(ServedRecords, ofTextSayItAgain) {

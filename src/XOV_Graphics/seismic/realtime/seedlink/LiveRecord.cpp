@@ -20,6 +20,11 @@ SacText<N> sacText(const QString& code) {
 
 double LiveRecord::startSeconds() const { return double(startUs) / kMicrosecondsPerSecond; }
 
+ChannelArrival LiveRecord::arrival() const {
+  const double behind = samples.empty() ? 0 : double(std::ssize(samples) - 1) * deltaSeconds();
+  return {startSeconds() + behind, arrivalSeconds};
+}
+
 SacHeader LiveRecord::header() const {
   SacHeader header;
   header.knetwk = sacText<8>(codes[0]);
@@ -45,7 +50,7 @@ Result<LiveRecord> LiveRecordReader::read(QByteArrayView bytes) {
   if (found.version == 3) {
     if (const QString problem = checkValueProblem(whole); !problem.isEmpty()) return Error{problem};
   }
-  LiveRecord record{channelCodes(found), found.startUs, found.rateHz, {}};
+  LiveRecord record{channelCodes(found), found.startUs, found.rateHz, {}, 0};
   if (found.format.encoding == MiniSeedEncoding::Text || found.sampleCount == 0) return record;
   record.samples.resize(std::size_t(found.sampleCount));
   QString doubt;

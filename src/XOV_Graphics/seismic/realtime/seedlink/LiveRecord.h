@@ -3,6 +3,7 @@
 #include "XOV_Graphics/base/Result.h"
 #include "XOV_Graphics/seismic/ChannelPatterns.h"
 #include "XOV_Graphics/seismic/SacHeader.h"
+#include "XOV_Graphics/seismic/realtime/ChannelArrival.h"
 
 #include <QByteArrayView>
 
@@ -20,9 +21,12 @@ struct XOV_EXPORT LiveRecord {
   std::int64_t startUs = 0; ///< time of the first sample, microseconds since 1970
   double rateHz = 0;        ///< above 0 where there are samples
   std::vector<float> samples;
+  double arrivalSeconds = 0; ///< when a client received it, seconds since 1970 by its machine's clock
 
   double startSeconds() const;
   double deltaSeconds() const { return 1 / rateHz; }
+  /// How far its channel has come with it; that of the start where there are no samples.
+  ChannelArrival arrival() const;
   /// A header with the codes, for RealTimeFeed.
   SacHeader header() const;
   /// The station's identifier, as "GE_WLF".

@@ -5,28 +5,23 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkPacket.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkSocket.h"
 
+#include <QDateTime>
 #include <QTimer>
 
 #include <algorithm>
-#include <cmath>
+#include <map>
 #include <optional>
-#include <set>
 
 namespace xov {
 
 namespace {
 
 constexpr double kMillisecondsPerSecond = 1000;
-constexpr double kLongestTimer = 86400; // seconds
+constexpr std::int64_t kMicrosecondsPerMillisecond = 1000;
 constexpr char kQuestion[] = "INFO ID\r\n";
 constexpr qint64 kReadAtOnce = qint64(1) << 16;
 // A server that makes up channels without end gets no more memory than these take.
 constexpr std::size_t kMostChannels = 20000;
-
-int milliseconds(double seconds) {
-  return int(std::clamp(std::isfinite(seconds) ? seconds : kLongestTimer, 0.001, kLongestTimer) *
-             kMillisecondsPerSecond);
-}
 
 } // namespace
 
@@ -47,7 +42,8 @@ public:
       Result<SeedLinkPlaces> places = readSeedLinkState(settings_.stateFile);
       if (!places) say(places.error());
       places_ = std::move(places).value();
-      save_.start(milliseconds(settings_.stateSeconds));
+      if (settings_.beginsWithDay) goBackToTheDay();
+      save_.start(timerMilliseconds(settings_.stateSeconds));
     }
     pauseSeconds_ = settings_.shortestPauseSeconds;
     connectNow();
@@ -64,10 +60,21 @@ public:
 
   std::function<void(const LiveRecord&)> take_;
   std::function<void(const QString&)> tell_;
+  std::map<QString, std::optional<ChannelArrival>> channels_; // nothing for one without samples
   bool isStreaming_ = false;
   int connections_ = 0;
 
 private:
+  // Stations of which nothing comes keep their places in the file.
+  void goBackToTheDay() {
+    if (places_.empty()) return;
+    const auto earliest =
+        std::ranges::min_element(places_, {}, [](const auto& station) { return station.second.timeUs; });
+    const qint64 time = earliest->second.timeUs / kMicrosecondsPerMillisecond;
+    settings_.since = QDateTime(QDateTime::fromMSecsSinceEpoch(time, Qt::UTC).date(), QTime(0, 0), Qt::UTC);
+    placesOfFile_ = std::exchange(places_, {});
+  }
+
   void connectNow() {
     if (!isStarted_) return;
     forgetSocket();
@@ -75,6 +82,8 @@ private:
     SeedLinkRequest request;
     request.stations = settings_.stations;
     request.places = places_;
+    if (settings_.since.isValid())
+      request.sinceUs = settings_.since.toMSecsSinceEpoch() * kMicrosecondsPerMillisecond;
     request.user = settings_.user.toUtf8();
     request.password = settings_.password.toUtf8();
     request.program = "XOV_Graphics/" + version().toString().toUtf8();
@@ -82,7 +91,7 @@ private:
     socket_ = std::make_unique<SeedLinkSocket>(settings_.server);
     connect(socket_.get(), &QAbstractSocket::errorOccurred, this, [this] { lose(socket_->errorString()); });
     connect(socket_.get(), &QIODevice::readyRead, this, [this] { read(); });
-    silence_.start(milliseconds(settings_.stalledSeconds));
+    silence_.start(timerMilliseconds(settings_.stalledSeconds));
     isAsked_ = true; // whether it is there shows by itself
     socket_->open([this] { greet(); });
   }
@@ -109,13 +118,13 @@ private:
     forgetSocket();
     silence_.stop();
     saveState();
-    reconnect_.start(milliseconds(pauseSeconds_));
+    reconnect_.start(timerMilliseconds(pauseSeconds_));
     pauseSeconds_ = std::min(pauseSeconds_ * 2, settings_.longestPauseSeconds);
   }
 
   void read() {
     isAsked_ = false;
-    silence_.start(milliseconds(settings_.keepAliveSeconds));
+    silence_.start(timerMilliseconds(settings_.keepAliveSeconds));
     while (socket_ && socket_->bytesAvailable() > 0) {
       input_.append(socket_->read(kReadAtOnce));
       if (!handshake_->isDone()) takeAnswers();
@@ -155,7 +164,7 @@ private:
   }
 
   void takeRecord(const SeedLinkPacket& packet) {
-    const Result<LiveRecord> record = reader_.read(packet.payload);
+    Result<LiveRecord> record = reader_.read(packet.payload);
     if (!record) {
       if (record.error() != lastDamage_) say(server() + ": " + record.error());
       lastDamage_ = record.error();
@@ -165,14 +174,23 @@ private:
     if (!isAskedFor(*record, station) || !isKnown(*record)) return;
     places_[station] = {packet.sequence, record->startUs};
     isStateOld_ = true;
-    if (!record->samples.empty() && take_) take_(*record);
+    if (record->samples.empty()) return;
+    LiveRecord arrived = std::move(record).value();
+    arrived.arrivalSeconds = double(QDateTime::currentMSecsSinceEpoch()) / kMillisecondsPerSecond;
+    noteArrival(arrived);
+    if (take_) take_(arrived);
+  }
+
+  void noteArrival(const LiveRecord& record) {
+    std::optional<ChannelArrival>& known = channels_.at(channelName(record.codes));
+    known = known ? known->joined(record.arrival()) : record.arrival();
   }
 
   bool isKnown(const LiveRecord& record) {
     const QString channel = channelName(record.codes);
     if (channels_.contains(channel)) return true;
     if (channels_.size() >= kMostChannels) return false;
-    channels_.insert(channel);
+    channels_.try_emplace(channel);
     if (channels_.size() == kMostChannels)
       say(server() + QStringLiteral(": sends more than %1 channels; the others are left out").arg(kMostChannels));
     return true;
@@ -189,12 +207,14 @@ private:
     if (isAsked_ || !isStreaming_) return lose(QStringLiteral("the server has fallen silent"));
     isAsked_ = true;
     socket_->write(kQuestion);
-    silence_.start(milliseconds(settings_.stalledSeconds - settings_.keepAliveSeconds));
+    silence_.start(timerMilliseconds(settings_.stalledSeconds - settings_.keepAliveSeconds));
   }
 
   void saveState() {
     if (settings_.stateFile.isEmpty() || !isStateOld_) return;
-    const Status status = writeSeedLinkState(places_, settings_.stateFile);
+    SeedLinkPlaces all = places_;
+    all.insert(placesOfFile_.begin(), placesOfFile_.end());
+    const Status status = writeSeedLinkState(all, settings_.stateFile);
     isStateOld_ = !status;
     if (!status && status.error() != lastStateFault_) say(status.error());
     lastStateFault_ = status.error();
@@ -207,7 +227,7 @@ private:
 
   SeedLinkSettings settings_;
   SeedLinkPlaces places_;
-  std::set<QString> channels_;
+  SeedLinkPlaces placesOfFile_; // where they are not gone on from
   bool isStateOld_ = false;
   bool isStarted_ = false;
   bool isAsked_ = false; // the server, whether it is there
@@ -228,6 +248,10 @@ void SeedLinkClient::onMessage(std::function<void(const QString&)> take) { d_->t
 void SeedLinkClient::start() { d_->start(); }
 void SeedLinkClient::stop() { d_->stop(); }
 bool SeedLinkClient::isStreaming() const { return d_->isStreaming_; }
+std::optional<ChannelArrival> SeedLinkClient::arrival(const ChannelCodes& channel) const {
+  const auto found = d_->channels_.find(channelName(channel));
+  return found == d_->channels_.end() ? std::nullopt : found->second;
+}
 int SeedLinkClient::connectionCount() const { return d_->connections_; }
 
 } // namespace xov

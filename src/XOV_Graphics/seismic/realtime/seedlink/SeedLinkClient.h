@@ -5,10 +5,12 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkAddress.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkStations.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace xov {
@@ -21,6 +23,12 @@ struct XOV_EXPORT SeedLinkSettings {
   QString password;
   /// Where sequence numbers are kept, so that a client that starts again goes on where it stopped; empty for nowhere.
   QString stateFile;
+  /// What stations begin with of which no packet is known: what the server still has since then; invalid for what
+  /// comes next.
+  QDateTime since;
+  /// For displays of whole days: at first all stations begin with the day (UTC) of the earliest of their last packets
+  /// in the state file, instead of behind them.
+  bool beginsWithDay = false;
   double stateSeconds = 10;        ///< the file is written that often while packets arrive
   double keepAliveSeconds = 30;    ///< of silence, after which the server is asked whether it is there
   double stalledSeconds = 120;     ///< of silence, after which the connection is given up and made anew
@@ -34,7 +42,8 @@ struct XOV_EXPORT SeedLinkSettings {
 ///
 ///     SeedLinkClient client(settings);
 ///     client.onRecord([&](const LiveRecord& record) {
-///       feed.append(record.header(), record.startSeconds(), record.deltaSeconds(), record.samples);
+///       feed.append(record.header(), record.startSeconds(), record.deltaSeconds(), record.samples,
+///                   record.arrivalSeconds);
 ///     });
 ///     client.start();
 ///
@@ -61,6 +70,8 @@ public:
 
   /// Whether packets are arriving or may arrive: the server has taken what was asked for.
   bool isStreaming() const;
+  /// How far a channel has come, by the clock of this machine; nothing before its first record.
+  std::optional<ChannelArrival> arrival(const ChannelCodes& channel) const;
   /// How often a connection was made.
   int connectionCount() const;
 

@@ -12,7 +12,6 @@ namespace xov {
 namespace {
 
 constexpr char kLineEnd[] = "\r\n";
-constexpr int kHelloLines = 2;
 constexpr std::uint64_t kSequences3 = std::uint64_t(1) << 24;
 constexpr std::int64_t kMicrosecondsPerMillisecond = 1000;
 
@@ -52,10 +51,10 @@ Result<QByteArray> SeedLinkHandshake::takeLine(const QByteArray& line) {
 
 Result<QByteArray> SeedLinkHandshake::takeHello(const QByteArray& line) {
   server_.append(printableLine(line));
-  if (server_.size() < kHelloLines) {
-    if (!line.startsWith("SeedLink"))
-      return Error{"found '" + printableLine(line).left(60) + "', expected a SeedLink server"};
-    protocol_ = line.contains("SLPROTO:4.0") || line.startsWith("SeedLink v4.") ? 4 : 3;
+  if (server_.size() < kSeedLinkHelloLines) {
+    const Result<int> protocol = seedLinkProtocolOf(line);
+    if (!protocol) return Error{protocol.error()};
+    protocol_ = *protocol;
     return QByteArray();
   }
   if (protocol_ == 4) {
@@ -114,13 +113,15 @@ std::vector<QByteArray> SeedLinkHandshake::selectors(const SeedLinkStation& stat
 }
 
 QByteArray SeedLinkHandshake::dataCommand(const SeedLinkStation& station) const {
-  if (station.hasWildcards()) {
-    const std::optional<std::int64_t> time = earliestTime(request_.places, station.id());
+  const auto place = request_.places.find(station.id());
+  if (station.hasWildcards() || place == request_.places.end()) {
+    std::optional<std::int64_t> time = request_.sinceUs;
+    if (station.hasWildcards()) {
+      if (const auto earliest = earliestTime(request_.places, station.id())) time = earliest;
+    }
     if (!time) return "DATA";
     return protocol_ == 4 ? "DATA ALL " + time4(*time) : "TIME " + time3(*time);
   }
-  const auto place = request_.places.find(station.id());
-  if (place == request_.places.end()) return "DATA";
   const std::uint64_t next = place->second.sequence + 1;
   if (protocol_ == 4) return "DATA " + QByteArray::number(qulonglong(next));
   return "DATA " + QByteArray::number(qulonglong(next % kSequences3), 16).toUpper().rightJustified(6, '0') + ' ' +

@@ -6,6 +6,7 @@
 
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace xov {
@@ -13,8 +14,10 @@ namespace xov {
 /// What a client asks a server for.
 struct SeedLinkRequest {
   std::vector<SeedLinkStation> stations;
-  SeedLinkPlaces places; ///< where to go on; stations without one begin with the next packet
-  QByteArray user;       ///< empty where no name is to be given
+  SeedLinkPlaces places; ///< where to go on; of stations
+  /// Since when stations without a place are asked for, microseconds since 1970; nothing for their next packet.
+  std::optional<std::int64_t> sinceUs = {};
+  QByteArray user; ///< empty where no name is to be given
   QByteArray password;
   QByteArray program; ///< the name and version that the server may log, as "xov/0.1"
 };

@@ -37,6 +37,12 @@ QString printableLine(QByteArrayView line) {
   return text;
 }
 
+Result<int> seedLinkProtocolOf(const QByteArray& hello) {
+  if (!hello.startsWith("SeedLink"))
+    return Error{"found '" + printableLine(hello).left(60) + "', expected a SeedLink server"};
+  return hello.contains("SLPROTO:4.0") || hello.startsWith("SeedLink v4.") ? 4 : 3;
+}
+
 void SeedLinkInput::append(QByteArrayView bytes) { bytes_.append(bytes); }
 
 void SeedLinkInput::clear() {

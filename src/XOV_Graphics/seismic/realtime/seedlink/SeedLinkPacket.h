@@ -80,6 +80,13 @@ private:
 /// A line that a server sent, or its beginning, fit for a message: without what a terminal would obey.
 QString printableLine(QByteArrayView line);
 
+/// How many lines a server introduces itself with.
+inline constexpr int kSeedLinkHelloLines = 2;
+
+/// The protocol to speak with a server that introduces itself with this line: 4, or 3 of one that does not know 4.0.
+/// An error where it is no SeedLink server.
+Result<int> seedLinkProtocolOf(const QByteArray& hello);
+
 /// The bytes of a packet, as a server sends it: of protocol 4 with the station, of protocol 3.1 without.
 QByteArray seedLinkBytes(const SeedLinkPacket& packet, int protocol);
 

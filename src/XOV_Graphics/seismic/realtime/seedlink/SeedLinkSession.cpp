@@ -40,13 +40,18 @@ std::optional<std::int64_t> microseconds(const QByteArray& text) {
   return time->toMSecsSinceEpoch() * kMicrosecondsPerMillisecond;
 }
 
-// "00_B_H_Z", as protocol 4 calls a channel at its station.
-QByteArray streamId(const ServedRecord& record) {
-  QByteArray id = record.location;
-  for (const char c : record.channel)
-    id += QByteArray("_") + c;
-  return id;
+bool isExclusion(const QByteArray& pattern) { return pattern.startsWith('!'); }
+
+// The pattern of a selector of protocol 3, as "00BHZ.D"; nothing for one of other than data records.
+std::optional<QByteArray> pattern3(const QByteArray& selector) {
+  const qsizetype type = selector.indexOf('.');
+  if (type >= 0 && selector.sliced(type) != ".D") return {};
+  const QByteArray pattern = type >= 0 ? selector.first(type) : selector;
+  return pattern == "?????" ? QByteArray("*") : pattern;
 }
+
+// That of protocol 4, as "00_B_H_Z.2D:native", with the '!' before what is left out.
+QByteArray pattern4(const QByteArray& selector) { return selector.split('.').front().split(':').front(); }
 
 bool isTurn(int every, int packet) { return every > 0 && packet % every == 0; }
 
@@ -104,8 +109,12 @@ QByteArray SeedLinkSession::request(const QByteArray& command, const std::vector
   if (command == "STATION") return selectStation(words, records);
   if (selections_.empty()) return refuse("UNEXPECTED", "expected STATION first");
   if (command == "SELECT") {
-    if (selections_.back().selectors.size() >= kMostSelectors) return refuse("LIMIT", "too many selectors");
-    selections_.back().selectors.push_back(wordAt(words, 1));
+    Selection& selection = selections_.back();
+    if (selection.selectorCount >= kMostSelectors) return refuse("LIMIT", "too many selectors");
+    ++selection.selectorCount;
+    const QByteArray selector = wordAt(words, 1);
+    const std::optional<QByteArray> pattern = protocol_ == 3 ? pattern3(selector) : pattern4(selector);
+    if (pattern) selection.patterns.push_back(*pattern);
     return ok();
   }
   if (command == "DATA" || command == "FETCH") {
@@ -192,24 +201,15 @@ QByteArray SeedLinkSession::information(const QByteArray& level, const std::vect
 }
 
 bool SeedLinkSession::selects(const Selection& selection, const ServedRecord& record) const {
-  if (protocol_ == 3) {
-    std::vector<QByteArray> patterns;
-    for (QByteArray pattern : selection.selectors) {
-      const qsizetype type = pattern.indexOf('.');
-      if (type >= 0 && pattern.sliced(type) != ".D") continue;
-      if (type >= 0) pattern.truncate(type);
-      patterns.push_back(pattern == "?????" ? QByteArray("*") : pattern);
-    }
-    return selection.selectors.empty() ||
-           (!patterns.empty() && selectsChannel(patterns, record.location, record.channel));
-  }
-  const auto isExclusion = [](const QByteArray& pattern) { return pattern.startsWith('!'); };
-  bool isSelected = std::ranges::all_of(selection.selectors, isExclusion);
-  for (const QByteArray& selector : selection.selectors) {
-    const QByteArray pattern =
-        (isExclusion(selector) ? selector.mid(1) : selector).split('.').front().split(':').front();
-    if (!matchesWildcards(pattern, streamId(record))) continue;
-    if (isExclusion(selector)) return false;
+  if (selection.selectorCount == 0) return true;
+  if (protocol_ == 3)
+    return !selection.patterns.empty() && selectsChannel(selection.patterns, record.location, record.channel);
+  const QByteArray id = seedLink4StreamId(record.location, record.channel);
+  bool isSelected = std::ranges::all_of(selection.patterns, isExclusion);
+  for (const QByteArray& pattern : selection.patterns) {
+    const QByteArrayView codes = QByteArrayView(pattern).sliced(isExclusion(pattern) ? 1 : 0);
+    if (!matchesWildcards(codes, id)) continue;
+    if (isExclusion(pattern)) return false;
     isSelected = true;
   }
   return isSelected;

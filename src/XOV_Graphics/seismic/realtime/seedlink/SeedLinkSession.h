@@ -30,7 +30,8 @@ public:
 private:
   struct Selection {
     QByteArray id; // may have wildcards
-    std::vector<QByteArray> selectors;
+    std::size_t selectorCount = 0;
+    std::vector<QByteArray> patterns; // of those selectors that stand for data records
     bool wantsData = false;
     std::size_t from = 0; // index of the first record
     std::int64_t fromUs = INT64_MIN;

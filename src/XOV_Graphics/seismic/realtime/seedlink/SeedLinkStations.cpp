@@ -72,6 +72,15 @@ Result<std::vector<SeedLinkStation>> parseSeedLinkStations(const QString& text) 
   return stations;
 }
 
+QByteArray seedLink4StreamId(QByteArrayView location, QByteArrayView channel) {
+  QByteArray id = location.toByteArray();
+  for (const char c : channel) {
+    id += '_';
+    id += c;
+  }
+  return id;
+}
+
 QByteArray seedLink4Selector(const QByteArray& channels) {
   const QByteArray codes = withoutExclamation(channels);
   const QByteArray sign = channels.first(channels.size() - codes.size());
@@ -80,10 +89,7 @@ QByteArray seedLink4Selector(const QByteArray& channels) {
   QByteArray location = codes.first(channelAt);
   if (location.isEmpty()) location = "*";
   if (location == "--") location.clear();
-  QByteArray selector = sign + location;
-  for (const char c : codes.sliced(channelAt))
-    selector += QByteArray("_") + c;
-  return selector;
+  return sign + seedLink4StreamId(location, codes.sliced(channelAt));
 }
 
 bool matchesWildcards(QByteArrayView pattern, QByteArrayView text) {

@@ -27,6 +27,9 @@ struct XOV_EXPORT SeedLinkStation {
 /// behind a colon, or without. Refuses in one line what no station or channel can be called.
 XOV_EXPORT Result<std::vector<SeedLinkStation>> parseSeedLinkStations(const QString& text);
 
+/// What protocol 4 calls a channel at its station: "00_B_H_Z" for location 00 and channel BHZ.
+QByteArray seedLink4StreamId(QByteArrayView location, QByteArrayView channel);
+
 /// What selects channels of that pattern in protocol 4: "00_B_H_Z" for "00BHZ", "*_B_H_Z" for "BHZ".
 QByteArray seedLink4Selector(const QByteArray& channels);
 

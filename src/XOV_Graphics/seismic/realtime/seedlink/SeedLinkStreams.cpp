@@ -18,8 +18,6 @@ namespace xov {
 namespace {
 
 constexpr qsizetype kLongestAnswer = qsizetype(64) << 20;
-constexpr double kMillisecondsPerSecond = 1000;
-constexpr int kHelloLines = 2;
 constexpr qsizetype kChannelParts = 3;
 constexpr qint64 kReadAtOnce = qint64(1) << 16;
 
@@ -93,7 +91,7 @@ public:
     connect(&socket_, &QIODevice::readyRead, this, [this] { read(); });
     connect(&timer_, &QTimer::timeout, this, [this] { fail(QStringLiteral("the server does not answer")); });
     timer_.setSingleShot(true);
-    timer_.start(int(std::clamp(longestSeconds, 0.001, 86400.0) * kMillisecondsPerSecond));
+    timer_.start(timerMilliseconds(longestSeconds));
     socket_.open([this] { socket_.write("HELLO\r\n"); });
   }
 
@@ -129,15 +127,16 @@ private:
 
   void takeLine(const QByteArray& line) {
     if (lines_++ == 0) {
-      if (!line.startsWith("SeedLink")) return fail(QStringLiteral("it is no SeedLink server"));
-      isVersion4_ = line.contains("SLPROTO:4.0");
+      const Result<int> protocol = seedLinkProtocolOf(line);
+      if (!protocol) return fail(protocol.error());
+      isVersion4_ = *protocol == 4;
     }
-    if (lines_ < kHelloLines) return;
-    if (isVersion4_ && lines_ == kHelloLines) {
+    if (lines_ < kSeedLinkHelloLines) return;
+    if (isVersion4_ && lines_ == kSeedLinkHelloLines) {
       socket_.write("SLPROTO 4.0\r\n");
       return;
     }
-    if (lines_ > kHelloLines && !line.startsWith("OK")) return fail(printableLine(line));
+    if (lines_ > kSeedLinkHelloLines && !line.startsWith("OK")) return fail(printableLine(line));
     socket_.write("INFO STREAMS\r\n");
     isAsked_ = true;
   }

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/base/TimeText.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkPacket.h"
+#include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkStations.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -155,10 +156,7 @@ QByteArray streamsAsJson(const std::vector<ServedRecord>& records, std::size_t c
   for (const auto& [id, station] : stationsOf(records, count)) {
     QJsonArray streams;
     for (const auto& [codes, times] : station.streams) {
-      QByteArray stream = codes.first;
-      for (const char c : codes.second)
-        stream += QByteArray("_") + c;
-      streams.append(QJsonObject{{"id", QString::fromLatin1(stream)},
+      streams.append(QJsonObject{{"id", QString::fromLatin1(seedLink4StreamId(codes.first, codes.second))},
                                  {"format", QString(QLatin1Char(times.format))},
                                  {"subformat", "D"},
                                  {"start_time", timeText(times.firstUs)},
