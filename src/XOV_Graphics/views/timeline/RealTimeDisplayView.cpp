@@ -1,14 +1,19 @@
 #include "XOV_Graphics/views/timeline/RealTimeDisplayView.h"
 
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/seismic/realtime/ChannelArrival.h"
 #include "XOV_Graphics/views/timeline/MinuteScale.h"
 #include "XOV_Graphics/views/timeline/RealTimeLayout.h"
+
+#include <algorithm>
 
 namespace xov {
 
 namespace {
 
 constexpr float kLabelFontSize = 14;
+constexpr double kLargestLatencySize = 12; // of the font
+constexpr double kSmallestLatencySize = 6;
 constexpr double kBandLabelInset = 6;
 constexpr double kBandLabelDrop = 16; // under the upper edge of the band
 
@@ -45,6 +50,7 @@ void RealTimeDisplayView::drawRect(const QRectF&) {
   const auto events = eventOrigins();
   if (drawOriginTimes_ && events && !events->empty()) drawOriginTimeMarkers();
   drawTheSeismograms();
+  if (showLatency_) drawLatencies();
   drawLabels();
   drawMinuteMarks();
 }
@@ -60,19 +66,50 @@ void RealTimeDisplayView::drawTheSeismograms() {
   const RealTimeBands bands{pRect_, records->size()};
   // All channels at once, which several threads can share; one takes little longer than it takes to wake them up.
   Path channels;
+  Path late;
   for (std::size_t k = 0; k < records->size(); ++k) {
     const SeismogramRecord* const record = (*records)[k].get();
     if (record == nullptr) continue;
     Trace trace = realTimeTrace(bands, k, *record, limits(), waveformGain_);
-    if (settleTrace(trace, pRect_, record->smin(), record->smax())) channels.appendTrace(trace);
+    if (settleTrace(trace, pRect_, record->smin(), record->smax()))
+      (isLate(*record) ? late : channels).appendTrace(trace);
   }
-  context.setColor(drawingColor_);
-  channels.setLineWidth(lineWidth_);
-  if (!channels.traces().empty()) context.strokePath(channels);
+  strokeChannels(late, colors::lightGray);
+  strokeChannels(channels, drawingColor_);
   for (std::size_t k = 0; k < records->size(); ++k) {
     if (const SeismogramRecord* const record = (*records)[k].get(); record != nullptr)
       drawBandLabel(*record, bands.zeroLine(k) + bands.height() / 2);
   }
+}
+
+bool RealTimeDisplayView::isLate(const SeismogramRecord& record) const {
+  return lateSeconds_ > 0 && channelLatency(record, xmax_).value_or(0) > lateSeconds_;
+}
+
+void RealTimeDisplayView::strokeChannels(Path& channels, const QColor& color) const {
+  if (channels.traces().empty()) return;
+  GraphicsContext& context = GraphicsContext::current();
+  context.setColor(color);
+  channels.setLineWidth(lineWidth_);
+  context.strokePath(channels);
+}
+
+void RealTimeDisplayView::drawLatencies() {
+  const auto records = wvfrmsArray();
+  if (!records || records->empty()) return;
+  const RealTimeBands bands{pRect_, records->size()};
+  const double size = std::min(kLargestLatencySize, bands.height());
+  if (!(size >= kSmallestLatencySize)) return;
+  setLabelFontSize(float(size));
+  labelAttributes_->setColor(colors::gray);
+  for (std::size_t k = 0; k < records->size(); ++k) {
+    const SeismogramRecord* const record = (*records)[k].get();
+    const auto seconds = record != nullptr ? channelLatency(*record, xmax_) : std::nullopt;
+    if (seconds)
+      drawStringXYHJustVJust(latencyText(*seconds), float(pRect_.x() + pRect_.width() + kBandLabelInset),
+                             float(bands.zeroLine(k)), 1, 2);
+  }
+  setLabelFontSize(kLabelFontSize);
 }
 
 void RealTimeDisplayView::drawBandLabel(const SeismogramRecord& record, double upperEdge) {

@@ -30,6 +30,8 @@ class XOV_EXPORT RealTimeDisplayView : public SeisView01 {
   Q_PROPERTY(bool drawOriginTimes READ drawOriginTimes WRITE writeDrawOriginTimes NOTIFY settingsChanged)
   Q_PROPERTY(QColor backGroundColor READ backGroundColor WRITE writeBackGroundColor NOTIFY settingsChanged)
   Q_PROPERTY(QColor drawingColor READ drawingColor WRITE writeDrawingColor NOTIFY settingsChanged)
+  Q_PROPERTY(bool showLatency READ showLatency WRITE writeShowLatency NOTIFY settingsChanged)
+  Q_PROPERTY(double lateSeconds READ lateSeconds WRITE writeLateSeconds NOTIFY settingsChanged)
 
 public:
   ~RealTimeDisplayView() override;
@@ -61,6 +63,14 @@ public:
   /// The colour of the traces; black at first.
   QColor drawingColor() const { return drawingColor_; }
   void setDrawingColor(const QColor& color) { change(drawingColor_, color); }
+  /// Whether it stands beside each channel how far its last sample lies before xmax, the present of a live display:
+  /// "4.2 s", "95 s", "12 min", "3 h", "2 d"; off at first.
+  bool showLatency() const { return showLatency_; }
+  void setShowLatency(bool show) { change(showLatency_, show); }
+  /// Channels whose last sample lies more than so many seconds before xmax are light grey instead of drawingColor();
+  /// 0 at first, and what is not above 0: none are.
+  double lateSeconds() const { return lateSeconds_; }
+  void setLateSeconds(double seconds) { change(lateSeconds_, seconds); }
 
   /// pRect and iRect (60, 84, width − 140, height − 144).
   void computeRects() override;
@@ -69,6 +79,9 @@ public:
   /// Lays out, then draws each trace and its label, cut at the plotting rectangle. Leaves a label font of 14 points
   /// and grey labels behind.
   virtual void drawTheSeismograms();
+  /// The latency of each channel beside the right end of its band, at most 12 points high; nothing where bands are
+  /// too narrow to be read.
+  virtual void drawLatencies();
   /// The texts of the reference instant, the dotted line down its edge and the title, which is grey. Label and title
   /// colours are black after it.
   virtual void drawLabels();
@@ -92,6 +105,8 @@ protected:
   bool drawOriginTimes_ = false;
   QColor backGroundColor_;
   QColor drawingColor_;
+  bool showLatency_ = false;
+  double lateSeconds_ = 0;
 
 private:
   // What the writes of properties do: set, and draw anew.
@@ -120,6 +135,17 @@ private:
     setNeedsDisplay();
   }
 
+  void writeShowLatency(bool value) {
+    setShowLatency(value);
+    setNeedsDisplay();
+  }
+  void writeLateSeconds(double value) {
+    setLateSeconds(value);
+    setNeedsDisplay();
+  }
+
+  bool isLate(const SeismogramRecord& record) const;
+  void strokeChannels(Path& channels, const QColor& color) const;
   void drawBandLabel(const SeismogramRecord& record, double upperEdge);
 };
 

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/base/SinglePrecision.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace xov {
 
@@ -82,6 +83,12 @@ std::optional<double> instantX(const QRectF& rect, const RealTimeWindow& window,
   const double t = secondsSince1970(instant);
   if (!(window.start <= t && t <= window.end)) return std::nullopt;
   return rect.x() + (t - window.start) * (rect.width() / double(seconds));
+}
+
+std::optional<double> channelLatency(const SeismogramRecord& record, float now) {
+  if (record.npts() < 1) return {};
+  const double seconds = double(now) - double(record.e());
+  return std::isfinite(seconds) ? std::optional(seconds) : std::nullopt;
 }
 
 double markerTop(const QRectF& rect) { return topOf(rect) + kTextRise - kMarkerDrop; }

@@ -65,6 +65,10 @@ RealTimeWindow realTimeWindow(const QDateTime& reference, float seconds, Edge ed
 std::optional<double> instantX(const QRectF& rect, const RealTimeWindow& window, float seconds,
                                const QDateTime& instant);
 
+/// How many seconds the record's last sample lies before `now` on its time axis, less than 0 where it lies behind it.
+/// Nothing for a record without samples or with a time that is not known.
+std::optional<double> channelLatency(const SeismogramRecord& record, float now);
+
 /// The upper and lower end of event markers.
 double markerTop(const QRectF& rect);
 double markerBottom(const QRectF& rect);
