@@ -1,10 +1,7 @@
-#include "tests/apps/CliFixture.h"
+#include "tests/apps/SeedLinkFixture.h"
 #include "tests/seismic/MiniSeedBytes.h"
 
 #include <QImage>
-#include <QProcess>
-
-#include <csignal>
 
 namespace xov::cli {
 namespace {
@@ -12,7 +9,7 @@ namespace {
 using test::MiniSeedBytes;
 
 /// A server that plays a file from 2012 at once, until the test ends.
-class CliSeedLink : public CliTest {
+class CliSeedLink : public SeedLinkTest {
 protected:
   void SetUp() override {
     QByteArray bytes;
@@ -24,24 +21,6 @@ protected:
     }
     writeFile("day.mseed", bytes);
   }
-  void TearDown() override { stop(); }
-
-  /// The port of a server of that file.
-  QString serve(const QStringList& options = {}) {
-    server_.setWorkingDirectory(folder_.path());
-    server_.setProcessEnvironment(environment_);
-    server_.start(QStringLiteral(XOV_COMMAND), QStringList{"serve", "day.mseed", "--port", "0"} + options);
-    EXPECT_TRUE(server_.waitForReadyRead());
-    return "localhost:" + QString::fromUtf8(server_.readLine()).trimmed().section(' ', -1);
-  }
-  int stop() {
-    if (server_.state() == QProcess::NotRunning) return server_.exitCode();
-    server_.terminate();
-    server_.waitForFinished();
-    return server_.exitStatus() == QProcess::NormalExit ? server_.exitCode() : -1;
-  }
-
-  QProcess server_;
 };
 
 TEST_F(CliSeedLink, infoListsWhatAServerHas) {
@@ -64,6 +43,21 @@ TEST_F(CliSeedLink, monitorShowsWhatArrives) {
   ASSERT_FALSE(plot.isNull());
   // Its 30 records have been noted: the last one begins at 00:00:58.
   EXPECT_EQ(contents("state"), "XX_TEST 30 1336780858000000\n");
+}
+
+TEST_F(CliSeedLink, monitorWritesLatenciesBesideChannels) {
+  // BHN ends 40 s before BHZ.
+  QByteArray bytes = contents("day.mseed");
+  bytes += MiniSeedBytes().codes("XX", "TEST", "00", "BHN").time(2012, 133, 0, 0, 18, 0).integers({1, 2}).bytes();
+  writeFile("day.mseed", bytes);
+  const QString server = serve({"--all-at-once"});
+  writeFile("state", "XX_TEST 0 0\n");
+  const Outcome outcome = xov({"monitor", "--seedlink", server, "XX_TEST", "--state", "state", "--wait", "1",
+                               "--span", "60", "--latency", "--late", "30", "-o", "plot.svg"});
+  EXPECT_EQ(outcome.status, 0) << qPrintable(outcome.err);
+  const QString plot = QString::fromUtf8(contents("plot.svg"));
+  EXPECT_TRUE(plot.contains("41 s")) << "BHN until 18.025 s, BHZ until 59.975 s";
+  EXPECT_TRUE(plot.contains("0.0 s"));
 }
 
 TEST_F(CliSeedLink, monitorFailsWhereNothingArrives) {

@@ -91,6 +91,12 @@ TEST_F(CliWindow, playsARecordingUntilItIsClosed) {
   EXPECT_EQ(files(), QStringList{"a.SAC"});
 }
 
+TEST_F(CliWindow, ofAKioskFillsTheScreenUntilEscape) {
+  EXPECT_EQ(exitStatusAfter("Escape", {"monitor", "a.SAC", "--kiosk", "--speed", "5", "--span", "10"}), 0);
+  EXPECT_TRUE(geometry_.contains("Position: 0,0")) << qPrintable(geometry_);
+  EXPECT_TRUE(geometry_.contains("Geometry: 1024x768")) << qPrintable(geometry_);
+}
+
 TEST_F(CliWindow, opensNoneWhenItWritesAFile) {
   EXPECT_EQ(xov({"section", "a.SAC", "-o", "a.png"}).status, 0);
   EXPECT_EQ(files(), (QStringList{"a.SAC", "a.png"}));

@@ -1,4 +1,4 @@
-#include "apps/xov/inputs/Replay.h"
+#include "apps/xov/live/Replay.h"
 
 #include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
 #include "tests/support/TestRecords.h"

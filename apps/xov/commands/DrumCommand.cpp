@@ -2,10 +2,15 @@
 
 #include "apps/xov/inputs/ColorList.h"
 #include "apps/xov/inputs/Validators.h"
+#include "apps/xov/live/Interrupt.h"
+#include "apps/xov/live/LiveDrum.h"
+#include "apps/xov/live/Redraw.h"
 #include "apps/xov/output/RecordNames.h"
 #include "apps/xov/output/TitledView.h"
 
 #include <QColor>
+#include <QCoreApplication>
+#include <QShortcut>
 #include <QTimeZone>
 
 #include <XOV_Graphics/colour/CategoryColors.h>
@@ -14,6 +19,7 @@
 #include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <XOV_Graphics/views/timeline/helicorderView.h>
 #include <algorithm>
+#include <cmath>
 
 namespace xov::cli {
 
@@ -26,7 +32,9 @@ constexpr double kLargestMagnitude = 20;
 constexpr double kShortestReach = 0.1;
 constexpr double kLongestReach = 100;
 constexpr double kMillisecondsPerSecond = 1000;
-constexpr double kFarthestSeconds = 1e11; // three thousand years
+constexpr double kSecondsPerDay = 86400;
+constexpr int kMillisecondsPerDrum = 1000; // an hour's row gets a quarter of a point further a second
+constexpr double kFarthestSeconds = 1e11;  // three thousand years
 
 QTimeZone zoneNamed(const std::string& name) {
   return name.empty() ? QTimeZone() : QTimeZone(QByteArray::fromStdString(name));
@@ -58,11 +66,27 @@ DrumSpan spanOf(const std::vector<PreparationStep>& steps, const SeismogramArray
   return span;
 }
 
+// Page Down and Page Up show the drums of other channels.
+void addPageKeys(helicorderView& view, const std::shared_ptr<LiveDrum>& live) {
+  for (const auto& [key, step] : {std::pair(Qt::Key_PageDown, 1), std::pair(Qt::Key_PageUp, -1)}) {
+    QObject::connect(new QShortcut(QKeySequence(key), &view), &QShortcut::activated, &view,
+                     [live, &view, step = step] {
+                       live->turn(step);
+                       live->show(view);
+                       view.update();
+                     });
+  }
+}
+
 } // namespace
 
 void DrumCommand::addOptions(const Options& options) {
+  inputs_.allowNone();
   inputs_.addOptions(options);
   inputs_.addMemoryOptions(options);
+  const Option server = seedLink_.addOptions(options);
+  daily_.addOptions(options, server);
+  late_.addOptions(options);
   options.add("--rows", rows_, "Number of rows (default: as many as the recording needs)")
       .typeName("N")
       .check(wholeNumberFromTo(1, kMostDrumRows));
@@ -99,6 +123,19 @@ void DrumCommand::addOptions(const Options& options) {
   lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
+  output_.addKioskOption(options);
+  options.afterParsing([this] { checkInputs(); });
+}
+
+void DrumCommand::checkInputs() const {
+  seedLink_.check(!inputs_.names().isEmpty());
+  if (seedLink_.isGiven()) {
+    if (preparation_.isWanted())
+      throw UsageError("--seedlink", "found options of preparation, too; what arrives is shown as it is");
+    if (!page_.empty()) throw UsageError("--page", "what arrives has a page a day of each channel");
+  } else if (late_.isGiven()) {
+    throw UsageError("--seedlink", "expected with --latency and --late");
+  }
 }
 
 std::vector<QColor> DrumCommand::chosenColors() const {
@@ -112,6 +149,7 @@ DrumPaging DrumCommand::paging() const {
 }
 
 ExitCode DrumCommand::run() {
+  if (seedLink_.isGiven()) return runLive();
   Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
   const bool several = page_.empty() && channelsOf(found.records).size() > 1;
@@ -144,32 +182,96 @@ ExitCode DrumCommand::run() {
   for (const DrumSheet& sheet : sheets)
     plots.push_back({nameFieldsOf(isOne ? *pieces : sheet.records), {}});
   const MarkedEvents marked = events_.read();
-  const QTimeZone zone = zoneNamed(zone_);
   const ExitCode delivered = output_.deliver(plots, [&](const QRectF& frame, std::size_t i) {
     if (!isOne && !layOut(sheets[i], sheets[i].records)) found.status = ExitCode::Failed;
-    auto view = std::make_unique<TitledView<helicorderView>>(frame);
+    auto view = makeView(frame, marked.events);
     view->setWvfrmArray(pieces);
-    view->setTheHypoArray(marked.events);
     view->setNRows(page.rows);
-    view->setRowDuration(float(rowSeconds_));
     view->setGainFactor(float(gain_.value_or(page.gain)));
-    view->setMagThreshold(float(smallestMagnitude_));
-    view->setShowZeroLines(zeroLines_);
-    view->setLabelHours(hours_);
-    lineWidth_.apply(*view);
     if (span.start.isValid() || sheets[i].start.isValid()) view->setPageStart(page.start);
-    view->setRowColors(chosenColors());
-    view->setColorsByDay(dayColors_);
-    view->setLocalZone(zone);
-    view->setClipReach(clip_);
-    view->setShowEventLabels(eventLabels_);
-    view->setShowAmplitudeBar(scaleBar_);
     view->setAmplitudeUnit(amplitudeUnit(*pieces));
-    view->setTitle(output_.titleOr(zone.isValid() ? QString() : QStringLiteral("UTC")));
     view->setSubtitle(preparation_.text());
     return view;
   });
   return std::max({found.status, marked.status, delivered});
+}
+
+std::unique_ptr<helicorderView> DrumCommand::makeView(const QRectF& frame,
+                                                      const std::shared_ptr<const EventOriginArray>& events) const {
+  const QTimeZone zone = zoneNamed(zone_);
+  auto view = std::make_unique<TitledView<helicorderView>>(frame);
+  view->setTheHypoArray(events);
+  view->setRowDuration(float(rowSeconds_));
+  view->setMagThreshold(float(smallestMagnitude_));
+  view->setShowZeroLines(zeroLines_);
+  view->setLabelHours(hours_);
+  lineWidth_.apply(*view);
+  view->setRowColors(chosenColors());
+  view->setColorsByDay(dayColors_);
+  view->setLocalZone(zone);
+  view->setClipReach(clip_);
+  view->setShowEventLabels(eventLabels_);
+  view->setShowAmplitudeBar(scaleBar_);
+  view->setTitle(output_.titleOr(zone.isValid() ? QString() : QStringLiteral("UTC")));
+  return view;
+}
+
+int DrumCommand::rowsOfADay() const {
+  return rows_.value_or(int(std::clamp(std::ceil(kSecondsPerDay / rowSeconds_), 1.0, double(kMostDrumRows))));
+}
+
+// A window shows the drum of the day until it is closed; a file shows what has arrived after a while.
+ExitCode DrumCommand::runLive() const {
+  Result<SeedLinkSettings> found = seedLink_.settings();
+  if (!found) {
+    complain(found.error());
+    return ExitCode::Failed;
+  }
+  SeedLinkSettings settings = std::move(found).value();
+  settings.beginsWithDay = true;
+  const MarkedEvents marked = events_.read();
+  std::weak_ptr<LiveDrum> shownLive; // the view's: sockets do not outlive the desktop
+  std::unique_ptr<Interrupt> interrupt;
+  ExitCode received = ExitCode::Ok;
+  const auto showInWindow = [&](const QRectF& frame) {
+    interrupt = std::make_unique<Interrupt>([] { QCoreApplication::quit(); });
+    auto view = makeView(frame, marked.events);
+    view->setNRows(rowsOfADay());
+    // Drawn as the one that is shown, which may get another ratio of pixels yet.
+    const auto keep = [&received, &marked, this, frame, shown = view.get()](const DrumSheet& sheet) {
+      if (!daily_.isGiven()) return;
+      const auto page = makeView(frame, marked.events);
+      const auto pieces = std::make_shared<const SeismogramArray>(sheet.records);
+      page->setNRows(rowsOfADay());
+      page->setExportPixelRatio(shown->exportPixelRatio());
+      putPage(pieces, sheet.start, gain_, *page);
+      if (!daily_.keep(*page, nameFieldsOf(*pieces))) received = ExitCode::Failed;
+    };
+    const auto live = std::make_shared<LiveDrum>(settings, LiveDrumLook{gain_, chosenColors(), late_}, keep);
+    shownLive = live;
+    addPageKeys(*view, live);
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, view.get(),
+                     [live] { live->leave(); });
+    live->live().start();
+    redrawEvery(kMillisecondsPerDrum, *view, [live, shown = view.get()] { live->show(*shown); });
+    return view;
+  };
+  const auto showInFile = [&](XOVView& view) {
+    receiveFor(seedLink_.waitSeconds());
+    const auto live = shownLive.lock();
+    live->show(static_cast<helicorderView&>(view));
+    live->leave();
+    const std::size_t channels = live->days().channelCount();
+    if (channels == 1) return;
+    complain(seedLink_.serverText() + (channels == 0
+                                           ? QStringLiteral(": nothing has arrived")
+                                           : QStringLiteral(": found %1 channels, expected one: the stations "
+                                                            "of --seedlink choose, --daily keeps them all")
+                                                 .arg(channels)));
+    received = ExitCode::Failed;
+  };
+  const ExitCode delivered = output_.deliver(showInWindow, showInFile);
+  return std::max({marked.status, delivered, received});
 }
 
 } // namespace xov::cli

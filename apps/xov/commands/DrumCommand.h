@@ -4,6 +4,9 @@
 #include "apps/xov/inputs/EventInputs.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/live/DailyPages.h"
+#include "apps/xov/live/LateOptions.h"
+#include "apps/xov/live/SeedLinkOptions.h"
 #include "apps/xov/options/Options.h"
 #include "apps/xov/output/DrumSheets.h"
 #include "apps/xov/output/Output.h"
@@ -11,23 +14,35 @@
 
 #include <QColor>
 
+#include <XOV_Graphics/views/timeline/helicorderView.h>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace xov::cli {
 
-/// `xov drum`: a continuous recording in rows, as a drum recorder draws it.
+/// `xov drum`: a continuous recording in rows, as a drum recorder draws it; or the day so far, as a SeedLink server
+/// sends it.
 class DrumCommand : public Command {
 public:
   void addOptions(const Options& options) override;
   ExitCode run() override;
 
 private:
+  void checkInputs() const;
+  ExitCode runLive() const;
+  /// A view with all that does not depend on what it shows.
+  std::unique_ptr<helicorderView> makeView(const QRectF& frame,
+                                           const std::shared_ptr<const EventOriginArray>& events) const;
+  int rowsOfADay() const;
   std::vector<QColor> chosenColors() const;
   DrumPaging paging() const;
 
   RecordInputs inputs_;
+  SeedLinkOptions seedLink_;
+  DailyPages daily_;
+  LateOptions late_;
   Preparation preparation_;
   EventInputs events_;
   bool eventLabels_ = false;

@@ -1,6 +1,7 @@
 #include "apps/xov/commands/InfoCommand.h"
 
 #include "apps/xov/inputs/InputFiles.h"
+#include "apps/xov/terminal/ProgramName.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -327,10 +328,8 @@ ExitCode InfoCommand::printStreams() const {
     complain("--seedlink: " + server.error());
     return ExitCode::Failed;
   }
-  int argc = 1;
-  char name[] = "xov";
-  char* argv[] = {name, nullptr};
-  const QCoreApplication application(argc, argv);
+  ProgramName program;
+  const QCoreApplication application(program.count, program.words);
   Result<std::vector<SeedLinkStream>> streams = Error{};
   const SeedLinkInquiry inquiry(*server, kLongestAnswerSeconds, [&streams](const auto& answer) {
     streams = answer;

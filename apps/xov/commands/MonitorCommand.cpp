@@ -3,11 +3,11 @@
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/live/Interrupt.h"
 #include "apps/xov/live/LiveDisplay.h"
+#include "apps/xov/live/Redraw.h"
+#include "apps/xov/live/SpeedOption.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QTimer>
 
 #include <XOV_Graphics/base/TimeText.h>
 #include <XOV_Graphics/seismic/prepare/RecordTexts.h>
@@ -26,32 +26,16 @@ constexpr int kMillisecondsPerFrame = 16; // of a display that shows 60 pictures
 constexpr double kMillisecondsPerSecond = 1000;
 constexpr double kShortestSpan = 1;
 constexpr double kLongestSpan = 86400;
-constexpr double kLargestSpeed = 1e6;
-constexpr double kLongestWait = 86400;
 
-// Redraws at a steady rate from the first event of the event loop on, until everything has arrived.
+// From the first event of the event loop on, until everything has arrived.
 void play(const std::shared_ptr<Replay>& replay, RealTimeDisplayView& view) {
-  auto* const timer = new QTimer(&view);
-  timer->setTimerType(Qt::PreciseTimer);
   const auto clock = std::make_shared<QElapsedTimer>();
-  QObject::connect(timer, &QTimer::timeout, &view, [replay, clock, timer, &view] {
+  const auto timer = std::make_shared<QTimer*>(nullptr);
+  *timer = redrawEvery(kMillisecondsPerFrame, view, [replay, clock, timer, &view] {
     if (!clock->isValid()) clock->start();
     replay->showAt(double(clock->elapsed()) / kMillisecondsPerSecond, view);
-    view.update();
-    if (replay->isAtEnd()) timer->stop();
+    if (replay->isAtEnd()) (*timer)->stop();
   });
-  timer->start(kMillisecondsPerFrame);
-}
-
-// Shows what has arrived, at a steady rate.
-void showLive(const std::shared_ptr<LiveDisplay>& live, RealTimeDisplayView& view) {
-  auto* const timer = new QTimer(&view);
-  timer->setTimerType(Qt::PreciseTimer);
-  QObject::connect(timer, &QTimer::timeout, &view, [live, &view] {
-    live->show(view);
-    view.update();
-  });
-  timer->start(kMillisecondsPerFrame);
 }
 
 } // namespace
@@ -60,13 +44,7 @@ void MonitorCommand::addOptions(const Options& options) {
   inputs_.allowNone();
   inputs_.addOptions(options, "FILES,--replay");
   seedLink_.addOptions(options);
-  options.add("--wait", waitSeconds_, "Seconds to receive before a file is written with -o (default 10)")
-      .typeName("S")
-      .check(numberFromTo(0, kLongestWait));
-  options.add("--speed", speed_, "Recorded seconds a second (default 1)")
-      .typeName("N")
-      .check(numberAboveZero())
-      .check(numberFromTo(0, kLargestSpeed));
+  addSpeedOption(options, speed_);
   options.add("--span", spanSeconds_, "Seconds on the display (default 600)")
       .typeName("S")
       .check(numberFromTo(kShortestSpan, kLongestSpan));
@@ -79,18 +57,18 @@ void MonitorCommand::addOptions(const Options& options) {
       .check(utcTime());
   options.addFlag("--zone-name", zoneName_, "Write the local time with the name of its zone");
   events_.addOptions(options);
+  late_.addOptions(options);
   lineWidth_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options);
+  output_.addKioskOption(options);
   options.afterParsing([this] { checkInputs(); });
 }
 
 void MonitorCommand::checkInputs() const {
-  if (seedLink_.isGiven() && !inputs_.names().isEmpty())
-    throw UsageError("--seedlink", "found files, too; expected either");
-  seedLink_.check();
-  if (!seedLink_.isGiven() && inputs_.names().isEmpty())
-    throw UsageError("FILES", "expected seismogram files, or --seedlink");
+  seedLink_.check(!inputs_.names().isEmpty());
+  if (seedLink_.isGiven() && preparation_.isWanted())
+    throw UsageError("--seedlink", "found options of preparation, too; what arrives is shown as it is");
 }
 
 // A window shows what arrives until it is closed; a file shows what has arrived after a while.
@@ -110,21 +88,17 @@ ExitCode MonitorCommand::runLive() const {
     shownLive = live;
     interrupt = std::make_unique<Interrupt>([] { QCoreApplication::quit(); });
     auto view = makeView(frame);
-    view->setWaveformGain(float(gain_));
     view->setTitle(output_.titleOr(seedLink_.serverText()));
-    lineWidth_.apply(*view);
     live->attachTo(*view);
-    live->start();
-    showLive(live, *view);
+    live->live().start();
+    redrawEvery(kMillisecondsPerFrame, *view, [live, shown = view.get()] { live->show(*shown); });
     return view;
   };
   const auto showInFile = [&](XOVView& view) {
-    QEventLoop loop;
-    QTimer::singleShot(int(waitSeconds_ * kMillisecondsPerSecond), &loop, &QEventLoop::quit);
-    loop.exec();
+    receiveFor(seedLink_.waitSeconds());
     const auto live = shownLive.lock();
     live->show(static_cast<RealTimeDisplayView&>(view));
-    if (live->hasSamples()) return;
+    if (live->live().hasSamples()) return;
     complain(seedLink_.serverText() + QStringLiteral(": nothing has arrived"));
     received = ExitCode::Failed;
   };
@@ -163,8 +137,16 @@ QString MonitorCommand::outsideNote(const SeismogramArray& records) const {
 }
 
 std::unique_ptr<RealTimeDisplayView> MonitorCommand::makeView(const QRectF& frame) const {
-  if (zoneName_) return std::make_unique<XOVRealTimeDisplayView02>(frame);
-  return std::make_unique<realTimeDisplayView01>(frame);
+  std::unique_ptr<RealTimeDisplayView> view;
+  if (zoneName_)
+    view = std::make_unique<XOVRealTimeDisplayView02>(frame);
+  else
+    view = std::make_unique<realTimeDisplayView01>(frame);
+  view->setWaveformGain(float(gain_));
+  view->setShowLatency(late_.isShown());
+  view->setLateSeconds(late_.seconds());
+  lineWidth_.apply(*view);
+  return view;
 }
 
 ExitCode MonitorCommand::run() {
@@ -180,8 +162,6 @@ ExitCode MonitorCommand::run() {
   if (const QString outside = outsideNote(found.records); !outside.isEmpty()) note(outside);
   const auto showInWindow = [&](const QRectF& frame) {
     auto view = makeView(frame);
-    view->setWaveformGain(float(gain_));
-    lineWidth_.apply(*view);
     view->setTitle(output_.titleOr(titleOfChannels(found.records)));
     view->setSubtitle(preparation_.text());
     replay->attachTo(*view);

@@ -3,8 +3,9 @@
 #include "apps/xov/commands/Command.h"
 #include "apps/xov/inputs/EventInputs.h"
 #include "apps/xov/inputs/Records.h"
-#include "apps/xov/inputs/Replay.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/live/LateOptions.h"
+#include "apps/xov/live/Replay.h"
 #include "apps/xov/live/SeedLinkOptions.h"
 #include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
@@ -30,9 +31,9 @@ private:
 
   RecordInputs inputs_;
   SeedLinkOptions seedLink_;
-  double waitSeconds_ = 10;
   Preparation preparation_;
   EventInputs events_;
+  LateOptions late_;
   LineWidthOption lineWidth_;
   Output output_{"monitor", {1000, 600}};
   double speed_ = 1;

@@ -2,6 +2,8 @@
 
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/live/Interrupt.h"
+#include "apps/xov/live/SpeedOption.h"
+#include "apps/xov/terminal/ProgramName.h"
 
 #include <QCoreApplication>
 
@@ -14,7 +16,6 @@ namespace xov::cli {
 
 namespace {
 
-constexpr double kLargestSpeed = 1e6;
 constexpr int kLastPort = 65535;
 constexpr int kMostPackets = 1000000;
 
@@ -51,10 +52,7 @@ void ServeCommand::addOptions(const Options& options) {
   options.add("--port", port_, "Port to listen on, 0 for any that is free (default 18000)")
       .typeName("N")
       .check(wholeNumberFromTo(0, kLastPort));
-  options.add("--speed", speed_, "Recorded seconds a second (default 1)")
-      .typeName("N")
-      .check(numberAboveZero())
-      .check(numberFromTo(0, kLargestSpeed));
+  addSpeedOption(options, speed_);
   options.addFlag("--all-at-once", allAtOnce_,
                   "Have everything from the start on, as if it had been recorded long ago");
   options.addFlag("--public", isPublic_, "Let other machines connect, too");
@@ -84,10 +82,8 @@ ExitCode ServeCommand::run() {
   for (const std::string& text : faults_) {
     if (const auto fault = faultOf(text)) settings.faults.*(fault->first) = fault->second;
   }
-  int argc = 1;
-  char name[] = "xov";
-  char* argv[] = {name, nullptr};
-  const QCoreApplication application(argc, argv);
+  ProgramName program;
+  const QCoreApplication application(program.count, program.words);
   SeedLinkServer server(settings);
   for (const std::string& file : files_) {
     if (const Status status = server.addFile(fileNameFromBytes(file)); !status) {

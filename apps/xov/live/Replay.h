@@ -1,9 +1,8 @@
 #pragma once
 
-#include <XOV_Graphics/seismic/EventOrigin.h>
+#include "apps/xov/live/FeedDisplay.h"
+
 #include <XOV_Graphics/seismic/realtime/Replayer.h>
-#include <XOV_Graphics/views/timeline/RealTimeDisplayView.h>
-#include <memory>
 
 namespace xov::cli {
 
@@ -35,11 +34,9 @@ public:
   bool canPlay() const { return replayer_.playedCount() > 0; }
 
 private:
-  std::shared_ptr<const EventOriginArray> events_;
-  ReplaySettings settings_;
   SeismogramArray recorded_;
   Replayer replayer_;
-  RealTimeFeed feed_;
+  FeedDisplay display_;
 };
 
 } // namespace xov::cli

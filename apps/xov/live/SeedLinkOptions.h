@@ -9,15 +9,19 @@
 
 namespace xov::cli {
 
-/// The options of commands that receive from a SeedLink server: --seedlink, --state, --login.
+/// The options of commands that receive from a SeedLink server: --seedlink, --since, --state, --login,
+/// --wait.
 class SeedLinkOptions {
 public:
-  void addOptions(const Options& options);
+  /// Gives the option that the others need.
+  Option addOptions(const Options& options);
 
   /// Whether the user names a server.
   bool isGiven() const { return !server_.empty(); }
-  /// Refuses a server or stations that are none, as a usage error.
-  void check() const;
+  /// Refuses a server or stations that are none, files beside them, and neither, as a usage error.
+  void check(bool hasFiles) const;
+  /// How long to receive before a file is written.
+  double waitSeconds() const { return waitSeconds_; }
   /// "HOST:PORT", for titles and messages.
   QString serverText() const;
 
@@ -29,6 +33,8 @@ private:
   std::vector<std::string> server_; // and stations; none, or both
   std::string state_;
   std::string login_;
+  std::string since_;
+  double waitSeconds_ = 10;
 };
 
 } // namespace xov::cli

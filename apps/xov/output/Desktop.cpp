@@ -1,6 +1,7 @@
 #include "apps/xov/output/Desktop.h"
 
 #include <QLoggingCategory>
+#include <QScreen>
 #include <QShortcut>
 
 #include <clocale>
@@ -36,8 +37,8 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
   if (!message.startsWith(QLatin1String("QStandardPaths: "))) defaultHandler(type, context, message);
 }
 
-// Returns the number of arguments that Qt gets, so that it can run before the application's constructor.
-int preparePlatform(DesktopUse use) {
+// Gives the number of arguments that Qt gets back, so that it can run before the application's constructor.
+int& preparePlatform(DesktopUse use, int& argumentCount) {
   defaultHandler = qInstallMessageHandler(handleMessage);
   // What the library says for its hosts is nothing for the user of a command. Of platforms that fail, the one that
   // works in their place is all that matters.
@@ -48,7 +49,7 @@ int preparePlatform(DesktopUse use) {
 #else
   Q_UNUSED(use)
 #endif
-  return 1;
+  return argumentCount;
 }
 
 } // namespace
@@ -62,14 +63,16 @@ bool displayPresent() {
 #endif
 }
 
-Desktop::Desktop(DesktopUse use) : argc_(preparePlatform(use)), application_(argc_, argv_) {
+Desktop::Desktop(DesktopUse use) : application_(preparePlatform(use, name_.count), name_.words) {
   // Qt takes over the user's locale; numbers in plots keep their decimal point.
   std::setlocale(LC_NUMERIC, "C");
 }
 
 bool Desktop::hasWindows() const { return QGuiApplication::platformName() != kOffscreen; }
 
-void Desktop::showUntilClosed(std::size_t pages, const MakePage& makePage, const QString& title) {
+void Desktop::showUntilClosed(std::size_t pages, const MakePage& makePage, const QString& title, WindowUse use) {
+  const bool isKiosk = use == WindowUse::Kiosk;
+  if (isKiosk) QApplication::setOverrideCursor(Qt::BlankCursor);
   std::unique_ptr<XOVView> view;
   std::size_t shown = 0;
   std::function<void(std::size_t)> show;
@@ -84,10 +87,18 @@ void Desktop::showUntilClosed(std::size_t pages, const MakePage& makePage, const
                                      : QStringLiteral("%1, page %2 of %3").arg(title).arg(page + 1).arg(pages));
     for (const char* keys : {"Ctrl+Q", "Ctrl+W"})
       addKeys(window, QKeySequence(QLatin1String(keys)), [&window] { window.close(); });
-    addKeys(window, QKeySequence(Qt::Key_PageDown), [&show, &shown] { show(shown + 1); });
-    addKeys(window, QKeySequence(Qt::Key_PageUp), [&show, &shown] { show(shown - 1); });
+    if (isKiosk) addKeys(window, QKeySequence(Qt::Key_Escape), [&window] { window.close(); });
+    if (pages > 1) { // else the view may have keys of its own
+      addKeys(window, QKeySequence(Qt::Key_PageDown), [&show, &shown] { show(shown + 1); });
+      addKeys(window, QKeySequence(Qt::Key_PageUp), [&show, &shown] { show(shown - 1); });
+    }
     if (view) window.setGeometry(view->geometry());
-    window.show();
+    if (isKiosk) {
+      window.setGeometry(window.screen()->geometry()); // for walls without a window manager
+      window.showFullScreen();
+    } else {
+      window.show();
+    }
     shown = page;
     std::swap(view, next);
     // The window that is left is at work on the key yet.

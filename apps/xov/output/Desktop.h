@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/xov/terminal/ProgramName.h"
+
 #include <QApplication>
 
 #include <XOV_Graphics/views/base/XOVView.h>
@@ -14,6 +16,12 @@ namespace xov::cli {
 enum class DesktopUse : std::uint8_t {
   Files,  ///< draws into files only: works without a display, and does not talk to one
   Window, ///< opens a window where there is a display
+};
+
+/// How a window stands on the screen.
+enum class WindowUse : std::uint8_t {
+  Plain,
+  Kiosk, ///< fills the screen, for a wall: no frame, no pointer, no screen saver as far as the desktop lets it
 };
 
 /// True when the environment names a display that windows could open on. An environment that asks for Qt's offscreen
@@ -33,14 +41,12 @@ public:
 
   /// Shows the view of each page as a window and returns when it is closed, which Ctrl+Q and Ctrl+W do too. Page Down
   /// and Page Up go from one page to the next, of which one at a time is there; the title names the page where there
-  /// are several.
-  void showUntilClosed(std::size_t pages, const MakePage& makePage, const QString& title);
+  /// are several. Escape leaves a kiosk, too.
+  void showUntilClosed(std::size_t pages, const MakePage& makePage, const QString& title,
+                       WindowUse use = WindowUse::Plain);
 
 private:
-  // Qt keeps references to both. It gets the program's name alone: the rest of the command line is not its own.
-  int argc_;
-  char name_[4] = "xov";
-  char* argv_[2] = {name_, nullptr};
+  ProgramName name_;
   QApplication application_;
 };
 

@@ -2,8 +2,7 @@
 
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/Desktop.h"
-
-#include <QFileInfo>
+#include "apps/xov/output/PlotFile.h"
 
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/platform/PdfDocument.h>
@@ -15,44 +14,16 @@ namespace {
 
 constexpr char kGroup[] = "Output";
 
-struct Format {
-  const char* extension;
-  bool (XOVView::*write)(const QString& path, QString* error);
-  bool holdsPages = false;
-};
-
-constexpr Format kFormats[] = {
-    {"pdf", &XOVView::writePDFToFile, true}, {"svg", &XOVView::writeSVGToFile}, {"tif", &XOVView::writeTIFToFile},
-    {"tiff", &XOVView::writeTIFToFile},      {"jpg", &XOVView::writeJPGToFile}, {"jpeg", &XOVView::writeJPGToFile},
-    {"png", &XOVView::writePNGToFile},
-};
-
-const Format* formatOf(const QString& path) {
-  const QString extension = QFileInfo(path).suffix().toLower();
-  for (const Format& format : kFormats) {
-    if (extension == QLatin1String(format.extension)) return &format;
-  }
-  return nullptr;
-}
-
 constexpr char kPageField[] = "page";
 constexpr double kPointsPerInch = 72;
 
 std::string checkFormat(const std::string& name) {
-  if (formatOf(fileNameFromBytes(name)) != nullptr) return {};
+  if (isPlotFile(fileNameFromBytes(name))) return {};
   return "found '" + name + "', expected a file name that ends in .pdf, .svg, .tif, .jpg or .png";
 }
 
 std::string sizeText(const QSizeF& size) {
   return QStringLiteral("%1 %2").arg(size.width()).arg(size.height()).toStdString();
-}
-
-// The name, or the first one with a number that no file has.
-QString unusedName(const QString& name) {
-  QString unused = name;
-  for (std::size_t number = 2; QFileInfo::exists(unused) || QFileInfo(unused).isSymLink(); ++number)
-    unused = numberedName(name, number);
-  return unused;
 }
 
 } // namespace
@@ -98,6 +69,10 @@ void Output::addOptions(const Options& options, const QStringList& fields) {
   options.add("--title", title_, "Title of the plot; '' for none").typeName("T").group(kGroup);
 }
 
+void Output::addKioskOption(const Options& options) {
+  options.addFlag("--kiosk", isKiosk_, "Fill the screen, without a pointer; Escape or Ctrl+Q leaves").group(kGroup);
+}
+
 QRectF Output::frameOf(const PlotPage& page) const {
   const QSizeF usual = page.size.isEmpty() ? defaultSize_ : page.size;
   return {QPointF(), size_.isEmpty() ? usual : size_};
@@ -125,8 +100,13 @@ ExitCode Output::deliver(const std::vector<PlotPage>& pages, const MakePage& mak
   const QString command = QString::fromLatin1(command_);
   if (toWindow && desktop.hasWindows()) {
     desktop.showUntilClosed(
-        pages.size(), [&](std::size_t page) { return makePage(frameOf(pages[page]), page); },
-        QStringLiteral("xov ") + command);
+        pages.size(),
+        [&](std::size_t page) {
+          std::unique_ptr<XOVView> view = makePage(frameOf(pages[page]), page);
+          if (scale_ || dpi_) view->setExportPixelRatio(pixelsPerPoint());
+          return view;
+        },
+        QStringLiteral("xov ") + command, isKiosk_ ? WindowUse::Kiosk : WindowUse::Plain);
     return ExitCode::Ok;
   }
   const Plot plot{pages, makePage, beforeWriting};
@@ -146,7 +126,7 @@ ExitCode Output::writeAll(const Plot& plot, const QString& name) const {
     fields[QLatin1String(kPageField)] = pageNumber(page + 1, plot.pages.size());
     names.append(pattern->filledWith(fields));
   }
-  const Result<std::vector<PageFile>> files = filesOfPages(names, formatOf(name)->holdsPages);
+  const Result<std::vector<PageFile>> files = filesOfPages(names, holdsPages(name));
   Status status = files ? Status() : Status(Error{files.error()});
   for (const PageFile& file : *files) {
     if (status) status = writePages(plot, file);
@@ -158,24 +138,23 @@ ExitCode Output::writeAll(const Plot& plot, const QString& name) const {
 
 std::unique_ptr<XOVView> Output::make(const Plot& plot, std::size_t page) const {
   std::unique_ptr<XOVView> view = plot.makePage(frameOf(plot.pages[page]), page);
-  if (plot.beforeWriting) plot.beforeWriting(*view);
   view->setExportPixelRatio(pixelsPerPoint());
+  if (plot.beforeWriting) plot.beforeWriting(*view);
   return view;
 }
 
 Status Output::writePages(const Plot& plot, const PageFile& file) const {
-  QString error;
   std::unique_ptr<XOVView> view;
   if (file.pages.size() == 1) {
     view = make(plot, file.pages.front());
-    if (((*view).*formatOf(file.name)->write)(file.name, &error)) return {};
-    return Error{error};
+    return writePlot(*view, file.name);
   }
   const auto next = [&](std::int64_t page) -> View* {
     view.reset(); // before the next one is made
     if (std::size_t(page) < file.pages.size()) view = make(plot, file.pages[std::size_t(page)]);
     return view.get();
   };
+  QString error;
   return writePDFPages(file.name, next, &error) ? Status() : Status(Error{error});
 }
 

@@ -43,6 +43,9 @@ public:
   /// Names of files may have these fields, and {page}, the number of the page from 1 on.
   void addOptions(const Options& options, const QStringList& fields = {});
 
+  /// The option --kiosk, for commands whose window may stay on a wall; to be said besides addOptions().
+  void addKioskOption(const Options& options);
+
   /// Another default of --size, for what the command has found in its input.
   void setDefaultSize(const QSizeF& size) { defaultSize_ = size; }
 
@@ -85,6 +88,7 @@ private:
   std::optional<double> scale_;
   std::optional<double> dpi_;
   std::optional<std::string> title_;
+  bool isKiosk_ = false;
 };
 
 } // namespace xov::cli

@@ -152,6 +152,20 @@ TEST(DrumPage, hasAGainThatKeepsUsualMinutesInTheirRows) {
   EXPECT_NEAR(gainOf(10, 1, 1000), 8, 1e-6);
 }
 
+TEST(DrumPage, hasAGainThatGapsDoNotChange) {
+  // Two loud minutes and one three times as quiet, without and with ten minutes of nothing behind them.
+  const auto record = [](int minutesOfNothing) {
+    std::vector<float> samples(60, 3.0F);
+    samples.resize(120, -3.0F);
+    samples.resize(180, 1.0F);
+    samples.resize(std::size_t(180 + 60 * minutesOfNothing), std::nanf(""));
+    return std::make_shared<SacSeismogram>(*makeRecord()->GetSacHeader(), samples);
+  };
+  EXPECT_NEAR(drumGain({record(0)}), 0.6, 1e-6) << "the middle minute of 1, 3, 3 is a largest one";
+  EXPECT_NEAR(drumGain({record(10)}), 0.6, 1e-6);
+  EXPECT_EQ(drumGain({std::make_shared<SacSeismogram>()}), 1) << "of nothing";
+}
+
 TEST(DrumPage, hasAGainForSilence) {
   const auto record = makeRecord();
   std::ranges::fill(record->samples(), 3.0F);

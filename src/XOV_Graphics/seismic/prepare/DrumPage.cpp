@@ -133,23 +133,30 @@ std::int32_t rowsFor(const SeismogramArray& pieces, double rowSeconds) {
   return std::int32_t(std::clamp(rows, 1.0, double(kMostDrumRows)));
 }
 
+bool isFinite(float sample) { return std::isfinite(sample); }
+
 // The largest absolute sample of each minute, as far as it has finite ones.
 std::vector<float> minutePeaks(const SeismogramArray& pieces) {
   std::vector<float> peaks;
   for (const auto& piece : pieces) {
-    const auto count = std::size_t(piece->npts());
+    const auto count = std::size_t(std::max(piece->npts(), 0));
+    if (count == 0) continue;
     const BorrowedSamples samples = piece->borrowedSamples();
     const double perMinute = std::clamp(std::round(kSecondsPerMinute / double(piece->delta())), 1.0, double(count));
     for (std::size_t first = 0; first < count; first += std::size_t(perMinute)) {
       const std::span<const float> minute(samples.samples + first, std::min(std::size_t(perMinute), count - first));
       const Extrema extrema = finiteExtrema(minute, samples.index, samples.source);
+      const bool isSilent = extrema.min == 0 && extrema.max == 0;
+      if (isSilent && samples.source == nullptr && std::ranges::none_of(minute, isFinite)) continue; // a gap
       peaks.push_back(std::max(std::abs(extrema.min), std::abs(extrema.max)));
     }
   }
   return peaks;
 }
 
-double gainFor(const SeismogramArray& pieces) {
+} // namespace
+
+double drumGain(const SeismogramArray& pieces) {
   std::vector<float> peaks = minutePeaks(pieces);
   if (peaks.empty()) return 1;
   const float largest = *std::ranges::max_element(peaks);
@@ -158,8 +165,6 @@ double gainFor(const SeismogramArray& pieces) {
   const double gain = kUsualReach * double(largest) / double(*middle);
   return std::isfinite(gain) ? std::min(gain, kLargestGain) : kLargestGain;
 }
-
-} // namespace
 
 Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::optional<int> rows,
                             const DrumSpan& span) {
@@ -186,7 +191,7 @@ Result<DrumPage> layOutDrum(SeismogramArray records, double rowSeconds, std::opt
   for (auto& piece : page.pieces)
     piece = cutToPage(std::move(piece), double(page.rows) * rowSeconds);
   std::erase(page.pieces, nullptr);
-  page.gain = gainFor(page.pieces);
+  page.gain = drumGain(page.pieces);
   return page;
 }
 

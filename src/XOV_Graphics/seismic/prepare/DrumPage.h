@@ -30,6 +30,11 @@ struct XOV_EXPORT DrumPage {
   QStringList notes; ///< what of the records is not drawn, one line each
 };
 
+/// How many half row heights the largest sample of a page may rise so that rows can be told apart: so many that the
+/// middle one of the minutes reaches 0.6 of them, and 8 at most. 1 without samples. Pieces must not be null and their
+/// intervals above 0; one without samples counts for nothing.
+XOV_EXPORT double drumGain(const SeismogramArray& pieces);
+
 /// Puts the pieces of one channel, in any order, on a page that starts at the first whole hour (UTC) with at least a
 /// minute of data: a few milliseconds before midnight, as files of a day have them, make no row of their own. Where
 /// no hour has as much, it is the hour of the earliest sample. That hour also becomes the zero of the pieces' times:

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "tests/apps/CliFixture.h"
+
+#include <QProcess>
+
+namespace xov::cli {
+
+/// A server that plays the file day.mseed, which a test writes, until the test ends.
+class SeedLinkTest : public CliTest {
+protected:
+  void TearDown() override { stop(); }
+
+  /// Begins to serve, and gives the address.
+  QString serve(const QStringList& options = {}) {
+    server_.setWorkingDirectory(folder_.path());
+    server_.setProcessEnvironment(environment_);
+    server_.start(QStringLiteral(XOV_COMMAND), QStringList{"serve", "day.mseed", "--port", "0"} + options);
+    EXPECT_TRUE(server_.waitForReadyRead());
+    return "localhost:" + QString::fromUtf8(server_.readLine()).trimmed().section(' ', -1);
+  }
+  /// Its exit status.
+  int stop() {
+    if (server_.state() == QProcess::NotRunning) return server_.exitCode();
+    server_.terminate();
+    server_.waitForFinished();
+    return server_.exitStatus() == QProcess::NormalExit ? server_.exitCode() : -1;
+  }
+
+  QProcess server_;
+};
+
+} // namespace xov::cli
