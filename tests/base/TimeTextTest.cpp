@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 using namespace xov;
 
 namespace {
@@ -68,4 +70,29 @@ TEST(TimeText, isMadeOfNumbersWithinTheirRanges) {
        {DateAndClock{2011, 2, 29}, DateAndClock{0, 1, 1}, DateAndClock{2011, 1, 1, -1}, DateAndClock{2011, 1, 1, 24},
         DateAndClock{2011, 1, 1, 0, 60}, DateAndClock{2011, 1, 1, 0, 0, 61}, DateAndClock{2011, 1, 1, 0, 0, 0, -0.1}})
     EXPECT_FALSE(utcTime(none)) << none.year << ' ' << none.hour;
+}
+
+TEST(TimeText, isReadAndWrittenToTheNanosecond) {
+  for (const char* text : {"2011-03-11T05:46:24.123456789Z", "1969-12-31T23:59:59.999999999Z",
+                           "1678-01-01T00:00:00.000000000Z", "2261-12-31T23:59:59.999999999Z"}) {
+    const auto time = parseUtcNanoseconds(QString::fromLatin1(text));
+    ASSERT_TRUE(time) << text;
+    EXPECT_EQ(utcText(*time), QString::fromLatin1(text));
+  }
+  EXPECT_EQ(parseUtcNanoseconds(u"1970-01-01T00:00:01.5+00:00")->time_since_epoch().count(), 1'500'000'000);
+  EXPECT_EQ(parseUtcNanoseconds(u"1969-12-31T23:59:59Z")->time_since_epoch().count(), -1'000'000'000);
+  for (const char* none : {"1677-12-31T23:59:59.999999999Z", "2262-01-01T00:00:00Z",
+                           "2261-12-31T23:59:59.9999999999Z", "0001-01-01", "soon"})
+    EXPECT_FALSE(parseUtcNanoseconds(QString::fromLatin1(none))) << none;
+}
+
+TEST(TimeText, countsSecondsFromAMoment) {
+  const QDateTime start = *parseUtcTime(u"2011-03-11T05:46:24.120Z");
+  EXPECT_EQ(utcText(*momentAfter(start, 0.000000001)), QStringLiteral("2011-03-11T05:46:24.120000001Z"));
+  EXPECT_EQ(utcText(*momentAfter(start, -86400.5)), QStringLiteral("2011-03-10T05:46:23.620000000Z"));
+  EXPECT_EQ(secondsFrom(start, *momentAfter(start, -86400.5)), -86400.5);
+  EXPECT_EQ(secondsFrom(start, *momentAfter(start, 3600.25)), 3600.25);
+  for (const double none : {std::nan(""), HUGE_VAL, -HUGE_VAL, 1e300, 1e10, -1.1e10})
+    EXPECT_FALSE(momentAfter(start, none)) << none;
+  EXPECT_FALSE(momentAfter(QDateTime(), 0));
 }

@@ -5,9 +5,13 @@
 #include <QDateTime>
 #include <QStringView>
 
+#include <chrono>
 #include <optional>
 
 namespace xov {
+
+/// A moment in UTC to the nanosecond, in the years 1678 to 2261; leap seconds do not count.
+using UtcNanoseconds = std::chrono::sys_time<std::chrono::nanoseconds>;
 
 /// A date and a clock in UTC, number by number.
 struct XOV_EXPORT DateAndClock {
@@ -33,5 +37,19 @@ XOV_EXPORT std::optional<QDateTime> parseUtcTime(QStringView text);
 /// The moment in UTC to the millisecond, as parseUtcTime() reads it: "2011-03-11T05:46:24.120Z". Empty when it is
 /// invalid.
 XOV_EXPORT QString utcText(const QDateTime& time);
+
+/// The moment that parseUtcTime() reads, rounded to the nanosecond; nothing outside the years 1678 to 2261.
+XOV_EXPORT std::optional<UtcNanoseconds> parseUtcNanoseconds(QStringView text);
+
+/// The moment with nine digits behind the point, as parseUtcNanoseconds() reads it:
+/// "2011-03-11T05:46:24.120000000Z".
+XOV_EXPORT QString utcText(UtcNanoseconds time);
+
+/// The moment that lies `seconds` after one that is known to the millisecond, rounded to the nanosecond. Nothing when
+/// that is not valid, `seconds` are not finite, or the moment lies outside the years 1678 to 2261.
+XOV_EXPORT std::optional<UtcNanoseconds> momentAfter(const QDateTime& time, double seconds);
+
+/// The seconds from one moment to another.
+XOV_EXPORT double secondsFrom(const QDateTime& start, UtcNanoseconds end);
 
 } // namespace xov

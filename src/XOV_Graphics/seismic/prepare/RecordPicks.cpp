@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/prepare/RecordPicks.h"
 
 #include "XOV_Graphics/seismic/Picks.h"
+#include "XOV_Graphics/seismic/SacPickFields.h"
 #include "XOV_Graphics/seismic/prepare/RecordCopy.h"
 
 #include <algorithm>
@@ -11,38 +12,14 @@ namespace xov {
 
 namespace {
 
-/// Where a pick stands in a header.
-struct PickFields {
-  int key;
-  float SacHeader::*time;
-  double SacFooter::*precise;
-  SacText<8> SacHeader::*label;
-  const char* name; ///< without a label
-};
+bool isPredictable(const SacPickFields& pick) { return pick.key < kTimePickCount; }
 
-constexpr PickFields kPicks[] = {
-    {kFirstArrivalKey, &SacHeader::a, &SacFooter::a, &SacHeader::ka, "A"},
-    {kEndOfSignalKey, &SacHeader::f, &SacFooter::f, &SacHeader::kf, "F"},
-    {0, &SacHeader::t0, &SacFooter::t0, &SacHeader::kt0, "T0"},
-    {1, &SacHeader::t1, &SacFooter::t1, &SacHeader::kt1, "T1"},
-    {2, &SacHeader::t2, &SacFooter::t2, &SacHeader::kt2, "T2"},
-    {3, &SacHeader::t3, &SacFooter::t3, &SacHeader::kt3, "T3"},
-    {4, &SacHeader::t4, &SacFooter::t4, &SacHeader::kt4, "T4"},
-    {5, &SacHeader::t5, &SacFooter::t5, &SacHeader::kt5, "T5"},
-    {6, &SacHeader::t6, &SacFooter::t6, &SacHeader::kt6, "T6"},
-    {7, &SacHeader::t7, &SacFooter::t7, &SacHeader::kt7, "T7"},
-    {8, &SacHeader::t8, &SacFooter::t8, &SacHeader::kt8, "T8"},
-    {9, &SacHeader::t9, &SacFooter::t9, &SacHeader::kt9, "T9"},
-};
-
-bool isPredictable(const PickFields& pick) { return pick.key < kTimePickCount; }
-
-QString nameOf(const SeismogramRecord& record, const PickFields& pick) {
+QString nameOf(const SeismogramRecord& record, const SacPickFields& pick) {
   const QString label = record.pickLabelWithKey(pick.key);
   return label.isEmpty() || label == QLatin1String(kUndefinedLabel) ? QString::fromLatin1(pick.name) : label;
 }
 
-bool isSet(const SeismogramRecord& record, const PickFields& pick) {
+bool isSet(const SeismogramRecord& record, const SacPickFields& pick) {
   return isDefined(double(record.timePickKey(pick.key)));
 }
 
@@ -55,14 +32,14 @@ public:
       : header_(headerOf(record)),
         precise_(preciseValuesOf(record)) {}
 
-  void set(const PickFields& pick, double seconds, const std::string& label) {
+  void set(const SacPickFields& pick, double seconds, const std::string& label) {
     header_.*pick.time = float(seconds);
     precise_.*pick.precise = seconds;
     header_.*pick.label = SacText<8>(label);
     any_ = true;
   }
 
-  void clear(const PickFields& pick) {
+  void clear(const SacPickFields& pick) {
     header_.*pick.time = kUndefinedValue;
     precise_.*pick.precise = kUndefinedValue;
     header_.*pick.label = SacText<8>();
@@ -79,9 +56,9 @@ private:
   bool any_ = false;
 };
 
-std::vector<const PickFields*> freePicks(const SeismogramRecord& record) {
-  std::vector<const PickFields*> free;
-  for (const PickFields& pick : kPicks)
+std::vector<const SacPickFields*> freePicks(const SeismogramRecord& record) {
+  std::vector<const SacPickFields*> free;
+  for (const SacPickFields& pick : kSacPickFields)
     if (isPredictable(pick) && !isSet(record, pick)) free.push_back(&pick);
   return free;
 }
@@ -89,14 +66,14 @@ std::vector<const PickFields*> freePicks(const SeismogramRecord& record) {
 } // namespace
 
 QString pickName(const SeismogramRecord& record, int key) {
-  const auto* const pick = std::ranges::find(kPicks, key, &PickFields::key);
-  return pick == std::end(kPicks) ? QString() : nameOf(record, *pick);
+  const auto* const pick = std::ranges::find(kSacPickFields, key, &SacPickFields::key);
+  return pick == std::end(kSacPickFields) ? QString() : nameOf(record, *pick);
 }
 
 std::optional<double> pickTime(const SeismogramRecord& record, const QString& name) {
   const auto* const pick = std::ranges::find_if(
-      kPicks, [&](const PickFields& one) { return isSet(record, one) && nameOf(record, one) == name; });
-  if (pick == std::end(kPicks)) return {};
+      kSacPickFields, [&](const SacPickFields& one) { return isSet(record, one) && nameOf(record, one) == name; });
+  if (pick == std::end(kSacPickFields)) return {};
   const double precise = preciseValuesOf(record).*pick->precise;
   return isDefined(precise) ? precise : double(record.timePickKey(pick->key));
 }
@@ -124,7 +101,7 @@ PreparedRecords withPredictedPicks(SeismogramArray records, std::span<const Seis
     const std::optional<double> origin = originSeconds(*record);
     const bool isUnknown = !missing.empty() && !(origin && isDefined(double(record->gcarc())));
     const auto arrivals = isUnknown ? std::vector<PhaseArrival>() : arrivalsOf(*record, missing);
-    const std::vector<const PickFields*> free = freePicks(*record);
+    const std::vector<const SacPickFields*> free = freePicks(*record);
     PickChanges changes(*record);
     for (std::size_t i = 0; i < std::min(arrivals.size(), free.size()); ++i)
       changes.set(*free[i], *origin + arrivals[i].seconds, phaseName(arrivals[i].phase).toStdString());
@@ -143,7 +120,7 @@ PreparedRecords withPredictedPicks(SeismogramArray records, std::span<const Seis
 SeismogramArray withPicksNamed(SeismogramArray records, const QStringList& names) {
   for (auto& record : records) {
     PickChanges changes(*record);
-    for (const PickFields& pick : kPicks)
+    for (const SacPickFields& pick : kSacPickFields)
       if (isSet(*record, pick) && !names.contains(nameOf(*record, pick))) changes.clear(pick);
     record = changes.applyTo(std::move(record));
   }
