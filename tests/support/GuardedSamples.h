@@ -26,6 +26,8 @@ public:
   bool isEverythingLetGo() const {
     return std::ranges::all_of(holds_, [](int holds) { return holds == 0; });
   }
+  /// The most samples that were held at the same time.
+  std::size_t mostHeld() const { return mostHeld_ * std::size_t(kPage); }
   /// The share of all samples that somebody held at one time or another.
   double shareHeld() const { return double(std::ranges::count(wasHeld_, true)) / double(holds_.size()); }
 
@@ -45,6 +47,8 @@ private:
       holds_[k] += by;
       wasHeld_[k] = true;
       if (wasHeld == (holds_[k] > 0)) continue;
+      wasHeld ? --held_ : ++held_;
+      mostHeld_ = std::max(mostHeld_, held_);
       const auto from = page * kPage, to = std::min(count, (page + 1) * kPage);
       if (wasHeld)
         std::fill(shown_.begin() + from, shown_.begin() + to, kWrong);
@@ -58,6 +62,8 @@ private:
   std::vector<float> shown_;
   std::vector<int> holds_;
   std::vector<bool> wasHeld_;
+  std::size_t held_ = 0; // pages
+  std::size_t mostHeld_ = 0;
 };
 
 } // namespace xov::testing

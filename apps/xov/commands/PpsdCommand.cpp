@@ -38,8 +38,8 @@ QString spanOf(const SeismogramArray& pieces) {
   double last = 0;
   for (const auto& piece : pieces) {
     const std::optional<double> start = startSeconds(*piece);
-    if (!start || samplesOf(*piece).empty()) continue;
-    const double end = *start + double(samplesOf(*piece).size() - 1) * intervalSeconds(*piece);
+    if (!start || piece->npts() <= 0) continue;
+    const double end = *start + double(piece->npts() - 1) * intervalSeconds(*piece);
     last = first ? std::max(last, end) : end;
     first = first ? std::min(*first, *start) : *start;
   }
@@ -55,6 +55,7 @@ QString spanOf(const SeismogramArray& pieces) {
 
 void PpsdCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
+  inputs_.addMemoryOptions(options);
   options.add("--segment", segment_, "Seconds of the segments that are counted (default 3600)")
       .typeName("S")
       .check(numberFromTo(1, kLongestSegment));

@@ -20,6 +20,7 @@ constexpr double kMostHz = 1e6;
 
 void SpectrogramCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
+  inputs_.addMemoryOptions(options);
   options
       .add("--window", window_,
            "Seconds that are transformed at a time (default: a power of two of samples next to a sixtieth of "

@@ -83,8 +83,9 @@ PowerSpectrum SpectrumCommand::estimate(const SeismogramArray& channel) const {
   const std::vector<SpectrogramPiece> pieces = spectrogramPieces(channel);
   if (pieces.empty()) return {};
   const double interval = pieces.front().intervalSeconds;
-  const std::vector<float> joined = pieces.size() > 1 ? joinedSamples(pieces) : std::vector<float>();
-  const std::span<const float> samples = pieces.size() > 1 ? std::span(joined) : pieces.front().samples;
+  const bool isInMemory = pieces.size() == 1 && pieces.front().source == nullptr;
+  const std::vector<float> joined = isInMemory ? std::vector<float>() : joinedSamples(pieces);
+  const std::span<const float> samples = isInMemory ? pieces.front().samples : std::span(joined);
   PowerSpectrum spectrum;
   if (method_ == kPeriodogram) {
     spectrum = periodogram(samples, interval);

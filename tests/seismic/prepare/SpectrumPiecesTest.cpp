@@ -1,6 +1,8 @@
 #include "XOV_Graphics/seismic/prepare/SpectrumPieces.h"
 
 #include "XOV_Graphics/seismic/SacSeismogram.h"
+#include "tests/support/FakeRecord.h"
+#include "tests/support/GuardedSamples.h"
 
 #include <gtest/gtest.h>
 
@@ -25,6 +27,27 @@ TEST(SpectrumPieces, areInTimeOrderAndHaveSamples) {
   EXPECT_EQ(pieces[0].startSeconds, 20);
   EXPECT_EQ(pieces[0].intervalSeconds, 0.5);
   EXPECT_EQ(pieces[1].samples.data(), records[0]->GetSacSeis());
+}
+
+// Whoever asks such a record for all of its samples brings them into memory.
+class RecordOfASource : public testing::FakeRecord {
+public:
+  using FakeRecord::FakeRecord;
+  BorrowedSamples borrowedSamples() const override { return {guarded.data(), nullptr, &guarded}; }
+  const float* GetSacSeis() const override {
+    ADD_FAILURE() << "asked for all samples";
+    return nullptr;
+  }
+  mutable testing::GuardedSamples guarded{samples};
+};
+
+TEST(SpectrumPieces, areReadThroughTheSourceOfTheirSamples) {
+  const auto record = std::make_shared<RecordOfASource>(std::vector<float>{1, 2, 3});
+  const auto pieces = spectrogramPieces({record});
+  ASSERT_EQ(pieces.size(), 1u);
+  EXPECT_EQ(pieces[0].source, &record->guarded);
+  EXPECT_EQ(joinedSamples(pieces), (std::vector<float>{1, 2, 3}));
+  EXPECT_TRUE(record->guarded.isEverythingLetGo());
 }
 
 TEST(SpectrumPieces, areJoinedWithAGapWhereTheirIntervalsAgree) {

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/seismic/signal/NoiseStatistics.h"
 
+#include "tests/support/GuardedSamples.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -33,6 +35,15 @@ TEST(NoiseStatistics, ofWhiteNoiseAreFlat) {
   ASSERT_EQ(median.size(), statistics.periods.size());
   for (std::size_t i = 0; statistics.periods[i] < 1; ++i)
     EXPECT_NEAR(median[i], 10 * std::log10(0.4), 0.3) << statistics.periods[i] << " s";
+}
+
+TEST(NoiseStatistics, holdOneSegmentOfSamplesAtATime) {
+  const std::vector<float> samples = noise(36000, 2);
+  testing::GuardedSamples guarded(samples);
+  const SpectrogramPiece piece{{guarded.data(), samples.size()}, 0, kInterval, &guarded};
+  EXPECT_EQ(noiseStatistics({&piece, 1}, {.segmentSeconds = 600}).decibels, ofMinutes(samples, 10).decibels);
+  EXPECT_TRUE(guarded.isEverythingLetGo());
+  EXPECT_LE(guarded.mostHeld(), 12000u + 2 * 64) << "a segment, in whole pages of 64";
 }
 
 // From the octave that begins at twice the interval, in eighths of octaves. A quarter of 12000 samples holds 2048,

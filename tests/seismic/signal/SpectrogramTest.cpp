@@ -1,5 +1,7 @@
 #include "XOV_Graphics/seismic/signal/Spectrogram.h"
 
+#include "tests/support/GuardedSamples.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -53,6 +55,19 @@ TEST(Spectrogram, aSineIsALineAtItsFrequency) {
     EXPECT_NEAR(cell(picture, 39, column), 10 * std::log10(3.0), 1e-3) << column;
     EXPECT_NEAR(cell(picture, 38, column), 10 * std::log10(0.75), 1e-3) << column; // a quarter beside it
   }
+}
+
+TEST(Spectrogram, holdsOneWindowOfSamplesAtATime) {
+  const std::vector<float> samples = sine(20000, 10);
+  testing::GuardedSamples guarded(samples);
+  const SpectrogramPiece inMemory = pieceOf(samples);
+  const SpectrogramPiece piece{{guarded.data(), samples.size()}, 0, 0.01, &guarded};
+  const SpectrogramSettings settings{.windowSeconds = 10, .columns = 20, .rows = 50};
+  const std::vector<float> expected = spectrogram({&inMemory, 1}, settings).decibels;
+  EXPECT_TRUE(std::ranges::equal(spectrogram({&piece, 1}, settings).decibels, expected,
+                                 [](float a, float b) { return a == b || (std::isnan(a) && std::isnan(b)); }));
+  EXPECT_TRUE(guarded.isEverythingLetGo());
+  EXPECT_LE(guarded.mostHeld(), 1000u + 2 * 64) << "a window, in whole pages of 64";
 }
 
 // Half a window of 1 s is one column of 0.5 s.

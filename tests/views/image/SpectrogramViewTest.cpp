@@ -1,6 +1,7 @@
 #include "XOV_Graphics/views/image/SpectrogramView.h"
 
 #include "tests/support/FakeRecord.h"
+#include "tests/support/GuardedSamples.h"
 #include "tests/views/image/ImageDrawing.h"
 
 #include <gtest/gtest.h>
@@ -23,6 +24,18 @@ std::shared_ptr<testing::FakeRecord> sine(std::size_t count, float start = 0) {
   return std::make_shared<testing::FakeRecord>(samples, 0.01F, start);
 }
 
+// Whoever asks such a record for all of its samples brings them into memory.
+class RecordOfASource : public testing::FakeRecord {
+public:
+  explicit RecordOfASource(const FakeRecord& record) : FakeRecord(record.samples, record.deltaSeconds) {}
+  BorrowedSamples borrowedSamples() const override { return {guarded.data(), nullptr, &guarded}; }
+  const float* GetSacSeis() const override {
+    ADD_FAILURE() << "asked for all samples";
+    return samples.data();
+  }
+  mutable testing::GuardedSamples guarded{samples};
+};
+
 class SpectrogramViewTest : public ::testing::Test {
 protected:
   void show(SeismogramArray records) {
@@ -44,6 +57,14 @@ TEST_F(SpectrogramViewTest, showsTheWholeRecordingUpToNyquist) {
   draw();
   EXPECT_EQ(view.limits(), (PlotLimits{0, 30, 0, 50}));
   EXPECT_EQ(view.picture().columns, int(std::ceil(2 * view.iRect().width())));
+}
+
+TEST_F(SpectrogramViewTest, readsThroughTheSourceOfARecord) {
+  const auto record = sine(3000);
+  show({record});
+  const QImage expected = draw();
+  show({std::make_shared<RecordOfASource>(*record)});
+  EXPECT_EQ(draw(), expected);
 }
 
 TEST_F(SpectrogramViewTest, aSineIsABrightLine) {

@@ -12,7 +12,8 @@ namespace xov {
 
 namespace {
 
-constexpr double kNanoDecibels = -180; // of the square of 1e-9
+constexpr double kNanoDecibels = -180;                  // of the square of 1e-9
+constexpr std::size_t kTogether = std::size_t(1) << 18; // samples that are in memory at a time
 
 struct Kind {
   std::int32_t idep;
@@ -31,8 +32,13 @@ constexpr Kind kKinds[] = {
 std::vector<SpectrogramPiece> spectrogramPieces(const SeismogramArray& records) {
   std::vector<SpectrogramPiece> pieces;
   for (const auto& record : records) {
-    if (!record || samplesOf(*record).empty()) continue;
-    pieces.push_back({samplesOf(*record), preciseValuesOf(*record).b, intervalSeconds(*record)});
+    if (!record || record->npts() <= 0) continue;
+    const BorrowedSamples own = record->borrowedSamples();
+    if (own.samples == nullptr) continue;
+    pieces.push_back({{own.samples, std::size_t(record->npts())},
+                      preciseValuesOf(*record).b,
+                      intervalSeconds(*record),
+                      own.source});
   }
   std::ranges::stable_sort(pieces, {}, &SpectrogramPiece::startSeconds);
   return pieces;
@@ -43,7 +49,11 @@ std::vector<float> joinedSamples(const std::vector<SpectrogramPiece>& pieces) {
   for (const SpectrogramPiece& piece : pieces) {
     if (piece.intervalSeconds != pieces.front().intervalSeconds) continue;
     if (!samples.empty()) samples.push_back(std::numeric_limits<float>::quiet_NaN());
-    samples.insert(samples.end(), piece.samples.begin(), piece.samples.end());
+    for (std::size_t first = 0; first < piece.samples.size(); first += kTogether) {
+      const auto some = piece.samples.subspan(first, std::min(kTogether, piece.samples.size() - first));
+      const HeldSamples held = piece.held(first, some.size());
+      samples.insert(samples.end(), some.begin(), some.end());
+    }
   }
   return samples;
 }

@@ -13,7 +13,8 @@
 namespace xov {
 
 /// The records as pieces of one recording, in time order; times are those of the records. The samples stay the
-/// records'. Null records and those without samples are left out.
+/// records', and where these are not in memory, pieces have their source. Null records and those without samples are
+/// left out.
 XOV_EXPORT std::vector<SpectrogramPiece> spectrogramPieces(const SeismogramArray& records);
 
 /// The samples of pieces one behind the other, with a NaN between them, for spectra of the whole; those that have the

@@ -52,6 +52,7 @@ public:
     for (auto i = std::int64_t(std::clamp(after, 0.0, kMostSteps)); double(i) < kMostSteps; ++i) {
       const double begin = std::max(0.0, std::round(sampleOf(startSeconds + double(i) * stepSeconds)));
       if (!(begin + double(segment_) <= double(piece.samples.size()))) break;
+      const HeldSamples held = piece.held(std::size_t(begin), segment_);
       if (finite.isFinite(std::size_t(begin), segment_))
         addSegment(piece.samples.subspan(std::size_t(begin), segment_));
     }

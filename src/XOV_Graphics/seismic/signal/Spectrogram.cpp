@@ -94,7 +94,9 @@ private:
     for (auto i = std::int64_t(std::max(0.0, std::floor(offset / step))); i <= last; ++i) {
       const double middle = (double(i) + 0.5) * step - offset;
       const double begin = std::round(middle / piece.intervalSeconds - double(segment) / 2);
-      if (!(begin >= 0) || !finite.isFinite(std::size_t(begin), segment)) continue;
+      if (!(begin >= 0) || !(begin + double(segment) <= double(piece.samples.size()))) continue;
+      const HeldSamples held = piece.held(std::size_t(begin), segment);
+      if (!finite.isFinite(std::size_t(begin), segment)) continue;
       if (int(i / each) != column) {
         finishColumn(column, added);
         added = 0;

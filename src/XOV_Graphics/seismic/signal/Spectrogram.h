@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/base/SampleSource.h"
 #include "XOV_Graphics/seismic/signal/SpectrumWindow.h"
 
 #include <cstdint>
@@ -14,7 +15,12 @@ struct XOV_EXPORT SpectrogramPiece {
   std::span<const float> samples;
   double startSeconds = 0; ///< of the first sample, on the axis that all pieces share
   double intervalSeconds = 0;
+  SampleSource* source = nullptr; ///< that must hold those samples that are read; null where all are in memory
 
+  /// Some samples, in memory while what is given back lives.
+  HeldSamples held(std::size_t begin, std::size_t count) const {
+    return {source, samples.data() + begin, samples.data() + begin + count};
+  }
   /// Whether there are samples, a number of seconds (up to 1e15) apart and from 0.
   bool isUsable() const;
 };

@@ -5,7 +5,6 @@
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/platform/TextAttributes.h"
-#include "XOV_Graphics/seismic/prepare/RecordCopy.h"
 #include "XOV_Graphics/seismic/prepare/RecordTexts.h"
 #include "XOV_Graphics/seismic/prepare/SpectrumPieces.h"
 
@@ -63,7 +62,7 @@ struct AmplitudeRange {
 AmplitudeRange amplitudesOf(const SeismogramArray& records) {
   AmplitudeRange range;
   for (const auto& record : records) {
-    if (!record || samplesOf(*record).empty()) continue;
+    if (!record || record->npts() <= 0) continue;
     range.lowest = std::min(range.lowest, record->smin());
     range.highest = std::max(range.highest, record->smax());
   }
@@ -214,10 +213,9 @@ void SpectrogramView::drawSeismogram() {
   Path traces;
   traces.setLineWidth(kTraceWidth);
   for (const auto& record : *records_) {
-    if (!record || samplesOf(*record).empty()) continue;
+    if (!record || record->npts() <= 0) continue;
     Trace trace;
-    trace.samples = record->GetSacSeis();
-    trace.index = record->sampleIndex();
+    trace.borrow(record->borrowedSamples());
     trace.last = record->npts();
     trace.tOrigin = xmin_;
     trace.xScale = seismogramRect_.width() / double(xmax_ - xmin_);
