@@ -1,5 +1,7 @@
 #include "XOV_Graphics/base/SampleIndex.h"
 
+#include "tests/support/ThreadCounts.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -57,6 +59,26 @@ TEST(SampleIndex, holdsTheExtremesOfEachWholeBlock) {
   EXPECT_EQ(blocks.end(), 768);
   EXPECT_EQ(std::vector<float>(blocks.lowest, blocks.lowest + 3), (std::vector<float>{0, 256, 512}));
   EXPECT_EQ(std::vector<float>(blocks.highest, blocks.highest + 3), (std::vector<float>{255, 511, 767}));
+}
+
+// More blocks than one thread looks through.
+TEST(SampleIndex, isTheSameWithAnyNumberOfThreads) {
+  std::vector<float> samples = ramp(3'000'001);
+  samples[1'500'000] = kNan;
+  for (const int threads : kThreadCounts) {
+    const WithThreads with(threads);
+    SampleIndex index;
+    index.build(std::span(samples).subspan(1), 1);
+    const SampleIndex::Blocks blocks = index.blocksWithin(samples.data() + 1, 0, 3'000'000);
+    ASSERT_EQ(blocks.count, 3'000'001 / kBlock - 1);
+    for (std::int64_t k = 0; k < blocks.count; ++k) {
+      const auto first = float((k + 1) * kBlock);
+      if (k + 1 == 1'500'000 / kBlock)
+        EXPECT_TRUE(std::isnan(blocks.lowest[k]));
+      else
+        ASSERT_TRUE(blocks.lowest[k] == first && blocks.highest[k] == first + float(kBlock - 1)) << k;
+    }
+  }
 }
 
 TEST(SampleIndex, answersWithBlocksThatLieWholeWithinAStretch) {

@@ -56,6 +56,22 @@ TEST(TaskPool, doesEachTaskOnceWithAnyNumberOfThreads) {
   }
 }
 
+TEST(TaskPool, partsHoldEachNumberOnce) {
+  for (const int threads : kThreadCounts) {
+    const WithThreads with(threads);
+    for (const std::int64_t count : {-5, 0, 1, 99, 100, 101, 1000}) {
+      std::vector<std::atomic<int>> done(std::size_t(std::max<std::int64_t>(count, 0)));
+      runParts(count, 100, [&](std::int64_t from, std::int64_t to) {
+        EXPECT_LE(to - from, 100);
+        for (std::int64_t i = from; i < to; ++i)
+          ++done[std::size_t(i)];
+      });
+      for (const std::atomic<int>& times : done)
+        ASSERT_EQ(times, 1) << threads << " threads, " << count;
+    }
+  }
+}
+
 TEST(TaskPool, oneThreadIsThatOfTheCaller) {
   const WithThreads with(1);
   for (const TaskStart start : kStarts) {

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/base/SampleIndex.h"
 
 #include "XOV_Graphics/base/BlockExtremes.h"
+#include "XOV_Graphics/base/TaskPool.h"
 
 #include <algorithm>
 #include <array>
@@ -15,6 +16,7 @@ namespace {
 constexpr float kGap = std::numeric_limits<float>::quiet_NaN();
 // Blocks whose extremes are found together.
 constexpr std::int64_t kBatch = 64;
+constexpr std::int64_t kTogether = 4096; // blocks that one thread looks through
 
 constexpr std::array<std::int32_t, kBatch + 1> evenCuts() {
   std::array<std::int32_t, kBatch + 1> cuts{};
@@ -106,11 +108,14 @@ void SampleIndex::resize(std::int64_t blocks) {
 // Of blocks with these numbers, the whole ones.
 void SampleIndex::fill(std::span<const float> samples, std::int64_t fromBlock, std::int64_t toBlock) {
   const std::int64_t end = std::min(toBlock, (number_ + count_) / kBlock);
-  for (std::int64_t block = std::max(fromBlock, firstBlock()); block < end; block += kBatch) {
-    const std::size_t place = dropped_ + std::size_t(block - firstBlock());
-    findBlocks(samples.data() + (block * kBlock - number_), std::min(kBatch, end - block), &lowest_[place],
-               &highest_[place]);
-  }
+  const std::int64_t begin = std::max(fromBlock, firstBlock());
+  runParts(end - begin, kTogether, [&](std::int64_t from, std::int64_t to) {
+    for (std::int64_t block = begin + from; block < begin + to; block += kBatch) {
+      const std::size_t place = dropped_ + std::size_t(block - firstBlock());
+      findBlocks(samples.data() + (block * kBlock - number_), std::min(kBatch, begin + to - block), &lowest_[place],
+                 &highest_[place]);
+    }
+  });
 }
 
 bool SampleIndex::covers(const float* samples, std::int64_t first, std::int64_t last) const {

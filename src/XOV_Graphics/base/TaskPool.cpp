@@ -216,4 +216,14 @@ void runTasks(int count, TaskStart start, const std::function<void(int)>& task) 
   job.throwFailure();
 }
 
+void runParts(std::int64_t count, std::int64_t together,
+              const std::function<void(std::int64_t from, std::int64_t to)>& part) {
+  if (count <= 0) return;
+  const std::int64_t parts = (count - 1) / together + 1;
+  runTasks(int(std::min<std::int64_t>(parts, INT_MAX)), TaskStart::FirstAlone, [&](int i) {
+    const std::int64_t from = i * together;
+    part(from, std::min(from + together, count));
+  });
+}
+
 } // namespace xov

@@ -8,8 +8,7 @@ namespace xov {
 /// When other threads join in.
 enum class TaskStart : std::uint8_t {
   /// Task 0 is done first, alone and on the calling thread; the others see what it did. While what is left is not
-  /// going
-  /// to take long, judged by those that are done, nobody else is woken up for it.
+  /// going to take long, judged by those that are done, nobody else is woken up for it.
   FirstAlone,
   /// All at once: tasks that are known to take longer than it takes to wake a thread up.
   Together,
@@ -22,5 +21,10 @@ enum class TaskStart : std::uint8_t {
 /// them threw is thrown on. A task may run tasks itself. Several threads may call at the same time, and a forked
 /// child may, too: who calls does everything alone where no other thread is at hand.
 void runTasks(int count, TaskStart start, const std::function<void(int)>& task);
+
+/// Does part(from, to) for stretches that hold each of 0 <= i < count once, `together` of them at a time, as tasks
+/// that start with FirstAlone.
+void runParts(std::int64_t count, std::int64_t together,
+              const std::function<void(std::int64_t from, std::int64_t to)>& part);
 
 } // namespace xov

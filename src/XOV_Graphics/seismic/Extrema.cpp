@@ -51,9 +51,16 @@ Extrema extremaWithoutInfinities(std::span<const float> values) {
   return extrema;
 }
 
+// The lowest lies above the highest where none is finite.
+Extrema extremaOfFinite(std::span<const float> values) {
+  const Extrema extrema = extremaWithoutNaN(values);
+  const bool areFinite = std::isfinite(extrema.min) && std::isfinite(extrema.max);
+  return areFinite ? extrema : extremaWithoutInfinities(values);
+}
+
 void include(std::span<const float> values, SampleSource* source, Extrema& extrema) {
   const HeldSamples held(source, values.data(), values.data() + values.size());
-  const Extrema own = extremaWithoutInfinities(values);
+  const Extrema own = extremaOfFinite(values);
   extrema.min = lower(own.min, extrema.min);
   extrema.max = higher(own.max, extrema.max);
 }
@@ -61,9 +68,7 @@ void include(std::span<const float> values, SampleSource* source, Extrema& extre
 } // namespace
 
 Extrema finiteExtrema(std::span<const float> values) {
-  Extrema extrema = extremaWithoutNaN(values);
-  if (std::isfinite(extrema.min) && std::isfinite(extrema.max)) return extrema;
-  extrema = extremaWithoutInfinities(values);
+  const Extrema extrema = extremaOfFinite(values);
   if (extrema.min > extrema.max) return {};
   return extrema;
 }

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/SacSeismogram.h"
 
 #include "XOV_Graphics/base/Numbers.h"
+#include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/seismic/Geodesy.h"
 #include "XOV_Graphics/seismic/Picks.h"
 #include "XOV_Graphics/seismic/UtcTime.h"
@@ -201,7 +202,9 @@ void SacSeismogram::rescaleSamples(double offset, double factor) {
   if (paged_)
     paged_->addChange(rescaleAll);
   else
-    rescaleAll(samples_);
+    runParts(std::ssize(samples_), kTogether, [&](std::int64_t from, std::int64_t to) {
+      rescaleAll(std::span(samples_).subspan(std::size_t(from), std::size_t(to - from)));
+    });
   if (!(factor > 0)) return findExtrema();
   index_.mapped(rescaled);
   noteExtrema();

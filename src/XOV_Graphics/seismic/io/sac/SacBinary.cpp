@@ -1,6 +1,8 @@
 #include "XOV_Graphics/seismic/io/sac/SacBinary.h"
 
 #include "XOV_Graphics/base/InputFile.h"
+#include "XOV_Graphics/base/LargePages.h"
+#include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/seismic/io/sac/SacChecks.h"
 
 #include <QtEndian>
@@ -125,7 +127,11 @@ namespace {
 
 bool readSamples(QIODevice& device, std::span<float> samples, QSysInfo::Endian order) {
   if (!readFully(device, {reinterpret_cast<char*>(samples.data()), samples.size_bytes()})) return false;
-  convert<sizeof(float)>(samples.data(), qsizetype(samples.size()), order);
+  if (order == QSysInfo::ByteOrder) return true;
+  constexpr std::int64_t kTogether = std::int64_t(1) << 18;
+  runParts(std::ssize(samples), kTogether, [&](std::int64_t from, std::int64_t to) {
+    convert<sizeof(float)>(samples.data() + from, to - from, order);
+  });
   return true;
 }
 
@@ -164,6 +170,8 @@ Result<std::shared_ptr<SacSeismogram>> readAround(QIODevice& device, const QStri
 Result<std::shared_ptr<SacSeismogram>> readSacBinary(QIODevice& device, const QString& name, const QString& path) {
   return readAround(device, name, path,
                     [&device](std::size_t count, QSysInfo::Endian order, std::vector<float>& samples) {
+                      samples.reserve(count);
+                      askForLargePages(samples.data(), count * sizeof(float));
                       samples.resize(count);
                       return readSamples(device, samples, order);
                     });
