@@ -29,9 +29,9 @@ set(sees_public_headers_only apps designer examples)
 set(desktop_headers
   "^(Qt[A-Za-z]+/)?(QPainter|QPdfWriter|QImageWriter|QFileDialog|QClipboard|QDrag|QtGui|QtWidgets|QtPrintSupport)$")
 
-# Sockets, and the one folder that talks to servers.
+# Sockets, and the folders that talk to servers.
 set(network_headers "^(QtNetwork(/.*)?|Q(Tcp|Ssl|Udp|Local|Network|Host|Abstract)(Socket|Server|Address|Info|AccessManager|Request|Reply)[A-Za-z]*)$")
-set(network_folder ${library_root}/seismic/realtime/seedlink/)
+set(network_folders "${library_root}/seismic/realtime/(seedlink|eventservice)/")
 
 # The parser of command lines, whose header costs seconds in each file that calls it, and who knows of it.
 set(parser_header "^CLI/")
@@ -148,8 +148,8 @@ foreach(layer IN LISTS layers)
         set(included ${CMAKE_MATCH_1})
         if(NOT layer STREQUAL "platform" AND included MATCHES "${desktop_headers}")
           fault("${place}: includes <${included}>, which only platform/ does")
-        elseif(included MATCHES "${network_headers}" AND NOT place MATCHES "^${network_folder}")
-          fault("${place}: includes <${included}>, which only ${network_folder} does")
+        elseif(included MATCHES "${network_headers}" AND NOT place MATCHES "^${network_folders}")
+          fault("${place}: includes <${included}>, which only ${network_folders} does")
         elseif(included MATCHES "${parser_header}" AND NOT place MATCHES "${parser_places}")
           fault("${place}: includes <${included}>, but options are declared through options/Options.h")
         elseif(layer STREQUAL "base" AND included MATCHES "${painting_headers}")

@@ -32,6 +32,7 @@ struct XOV_EXPORT HypocentreValues {
   QString name;                            ///< region or title, as the catalogue has it
   std::vector<EventMagnitude> magnitudes;  ///< all of them, in the order of the catalogue
   std::optional<FocalMechanism> mechanism; ///< of the source, where the catalogue gives one
+  QString id;                              ///< what the catalogue knows the event by; empty where it does not say
 };
 
 /// An event held in memory.

@@ -6,15 +6,13 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkServer.h"
 #include "tests/seismic/MiniSeedBytes.h"
 #include "tests/seismic/TemporaryFiles.h"
+#include "tests/support/EventLoop.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTimer>
 
 #include <bit>
 #include <map>
@@ -24,26 +22,11 @@
 using namespace xov;
 using test::MiniSeedBytes;
 using test::TemporaryFiles;
+using test::waitUntil;
 
 namespace {
 
 constexpr int kSamplesPerRecord = 96;
-constexpr int kLongest = 20000; // milliseconds until a test gives up
-
-/// Runs the event loop until `isTrue`.
-template <typename Condition>
-bool waitUntil(Condition isTrue) {
-  QEventLoop loop;
-  QTimer poll;
-  QElapsedTimer clock;
-  clock.start();
-  QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-    if (isTrue() || clock.elapsed() > kLongest) loop.quit();
-  });
-  poll.start(1);
-  if (!isTrue()) loop.exec();
-  return isTrue();
-}
 
 /// Records of 96 integers at 40 Hz, one behind the other, of two channels in turn.
 QByteArray recording(int recordsPerChannel) {

@@ -24,14 +24,15 @@ struct XOV_EXPORT EventFile {
 ///
 /// QuakeML 1.2 (D. Schorlemmer et al., QuakeML Basic Event Description, 2013): of each event the preferred origin,
 /// else the first one with a time; all magnitudes (setMagnitudes() says which count); the region's name, else
-/// the first description; the preferred focal mechanism, else the first one with a moment tensor or a nodal plane. A
-/// mechanism with a number that is none or out of range is left out, which a note says; its event stays.
+/// the first description; its publicID; the preferred focal mechanism, else the first one with a moment tensor or a
+/// nodal plane. A mechanism with a number that is none or out of range is left out, which a note says; its event
+/// stays.
 ///
 /// Tables of text, as catalogues export them: fields separated by commas, semicolons, tabulators or "|", quoted where
 /// they hold a separator. A first row with names says which column is which, in any order and whatever else there is:
-/// time (or date and time), latitude, longitude, depth in km, magnitude or mag, magType (else type), place; columns
-/// mw, ms, mb and ml are magnitudes of these types. Without names the columns are time, latitude, longitude, depth,
-/// magnitude, type. A field may be empty except for the time.
+/// time (or date and time), latitude, longitude, depth in km, magnitude or mag, magType (else type), place, id (or
+/// eventID); columns mw, ms, mb and ml are magnitudes of these types. Without names the columns are time, latitude,
+/// longitude, depth, magnitude, type. A field may be empty except for the time.
 ///
 /// FDSN's event text is such a table, also without its row of names. Catalogues in formats of their own are known by
 /// their first lines: GCMT's NDK (with moment tensor, centroid and nodal planes as the event's mechanism), Nordic

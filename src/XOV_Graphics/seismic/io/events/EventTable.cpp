@@ -22,6 +22,7 @@ enum class Column : std::uint8_t {
   MagnitudeType,
   Type, ///< of the magnitude, or of the event where there is a column for the magnitude's
   Place,
+  Id,
   Mw,
   Ms,
   Mb,
@@ -61,6 +62,9 @@ constexpr ColumnName kColumnNames[] = {
     {"region", Column::Place},
     {"regionname", Column::Place},
     {"eventlocationname", Column::Place},
+    {"id", Column::Id},
+    {"eventid", Column::Id},
+    {"publicid", Column::Id},
     {"mw", Column::Mw},
     {"ms", Column::Ms},
     {"mb", Column::Mb},
@@ -74,8 +78,8 @@ constexpr Column kPlainColumns[] = {Column::Time,  Column::Latitude,  Column::Lo
 // Of the text that FDSN web services give (FDSN Web Service Specifications, version 1.2, 2019: fdsnws-event), which
 // has the names in its first row, unless somebody took them away.
 constexpr std::pair<int, Column> kFdsnColumns[] = {
-    {1, Column::Time},          {2, Column::Latitude},   {3, Column::Longitude}, {4, Column::Depth},
-    {9, Column::MagnitudeType}, {10, Column::Magnitude}, {12, Column::Place},
+    {0, Column::Id},    {1, Column::Time},          {2, Column::Latitude},   {3, Column::Longitude},
+    {4, Column::Depth}, {9, Column::MagnitudeType}, {10, Column::Magnitude}, {12, Column::Place},
 };
 constexpr std::size_t kFewestFdsnColumns = 13;
 
@@ -166,8 +170,9 @@ private:
   }
 
   int& place(Column column) { return places_[std::size_t(column)]; }
+  // How many columns tell of events; what they are known by may stand in any table.
   std::ptrdiff_t columnCount() const {
-    return std::ranges::count_if(places_, [](int place) { return place >= 0; });
+    return std::ranges::count_if(places_, [](int place) { return place >= 0; }) - (has(Column::Id) ? 1 : 0);
   }
 
   std::array<int, std::size_t(Column::Count)> places_;
@@ -198,6 +203,7 @@ private:
     }
     draft.values.originTime = *time;
     draft.values.name = text(Column::Place);
+    draft.values.id = text(Column::Id);
     draft.take(kEventLatitude, text(Column::Latitude), draft.values.latitudeDeg);
     draft.take(kEventLongitude, text(Column::Longitude), draft.values.longitudeDeg);
     draft.take(kEventDepthKm, text(Column::Depth), draft.values.depthKm);

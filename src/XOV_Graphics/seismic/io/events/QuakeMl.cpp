@@ -29,6 +29,7 @@ struct Magnitude {
 };
 
 struct Event {
+  QString id;
   QString preferredOrigin;
   QString preferredMagnitude;
   std::vector<Origin> origins;
@@ -71,6 +72,7 @@ private:
   void readEvent() {
     const qint64 line = xml_.lineNumber();
     Event event;
+    event.id = xml_.attribute("publicID");
     while (xml_.readNextStartElement()) {
       const QStringView element = xml_.name();
       if (element == QLatin1String("preferredOriginID")) {
@@ -207,6 +209,7 @@ private:
     } else {
       draft.problem = QStringLiteral("an event without an origin");
     }
+    draft.values.id = event.id;
     draft.values.name = event.name;
     draft.values.mechanism = bestMechanism(event);
     const auto preferred = std::ranges::find(event.magnitudes, event.preferredMagnitude, &Magnitude::id);
