@@ -88,11 +88,11 @@ TEST(TimeText, isReadAndWrittenToTheNanosecond) {
 
 TEST(TimeText, countsSecondsFromAMoment) {
   const QDateTime start = *parseUtcTime(u"2011-03-11T05:46:24.120Z");
-  EXPECT_EQ(utcText(*momentAfter(start, 0.000000001)), QStringLiteral("2011-03-11T05:46:24.120000001Z"));
-  EXPECT_EQ(utcText(*momentAfter(start, -86400.5)), QStringLiteral("2011-03-10T05:46:23.620000000Z"));
-  EXPECT_EQ(secondsFrom(start, *momentAfter(start, -86400.5)), -86400.5);
-  EXPECT_EQ(secondsFrom(start, *momentAfter(start, 3600.25)), 3600.25);
+  EXPECT_EQ(utcText(*utcAfter(start, 0.000000001)), QStringLiteral("2011-03-11T05:46:24.120000001Z"));
+  EXPECT_EQ(utcText(*utcAfter(start, -86400.5)), QStringLiteral("2011-03-10T05:46:23.620000000Z"));
+  EXPECT_EQ(secondsFrom(start, *utcAfter(start, -86400.5)), -86400.5);
+  EXPECT_EQ(secondsFrom(start, *utcAfter(start, 3600.25)), 3600.25);
   for (const double none : {std::nan(""), HUGE_VAL, -HUGE_VAL, 1e300, 1e10, -1.1e10})
-    EXPECT_FALSE(momentAfter(start, none)) << none;
-  EXPECT_FALSE(momentAfter(QDateTime(), 0));
+    EXPECT_FALSE(utcAfter(start, none)) << none;
+  EXPECT_FALSE(utcAfter(QDateTime(), 0));
 }

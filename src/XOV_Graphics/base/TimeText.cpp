@@ -104,7 +104,7 @@ QString utcText(UtcNanoseconds time) {
          QStringLiteral(".%1Z").arg((time - second).count(), kNanosecondDigits, 10, QLatin1Char('0'));
 }
 
-std::optional<UtcNanoseconds> momentAfter(const QDateTime& time, double seconds) {
+std::optional<UtcNanoseconds> utcAfter(const QDateTime& time, double seconds) {
   if (!(std::abs(seconds) < kMostSeconds)) return {};
   // Whole milliseconds on their own: 64 bits hold no nanoseconds of centuries twice over.
   const double milliseconds = std::floor(seconds * double(kMillisecondsPerSecond));

@@ -47,7 +47,7 @@ XOV_EXPORT QString utcText(UtcNanoseconds time);
 
 /// The moment that lies `seconds` after one that is known to the millisecond, rounded to the nanosecond. Nothing when
 /// that is not valid, `seconds` are not finite, or the moment lies outside the years 1678 to 2261.
-XOV_EXPORT std::optional<UtcNanoseconds> momentAfter(const QDateTime& time, double seconds);
+XOV_EXPORT std::optional<UtcNanoseconds> utcAfter(const QDateTime& time, double seconds);
 
 /// The seconds from one moment to another.
 XOV_EXPORT double secondsFrom(const QDateTime& start, UtcNanoseconds end);

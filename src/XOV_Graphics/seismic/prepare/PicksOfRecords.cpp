@@ -47,7 +47,7 @@ private:
 } // namespace
 
 std::optional<UtcNanoseconds> momentOnAxis(const SeismogramRecord& record, double seconds) {
-  return momentAfter(referenceTimeOf(record), seconds);
+  return utcAfter(referenceTimeOf(record), seconds);
 }
 
 std::optional<double> secondsOnAxis(const SeismogramRecord& record, UtcNanoseconds moment) {
