@@ -5,6 +5,7 @@
 #include "../Claims.h"
 #include "XOV_Graphics/seismic/SacSeismogram.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeed.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedOutline.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedReader.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSamples.h"
 
@@ -111,6 +112,22 @@ void checkSummary(QByteArrayView bytes, const SeismogramFile& file) {
   }
 }
 
+// Headers tell of all channels, and of samples that cannot be decoded, too; they do not see which records that begin
+// alike hold something else.
+void checkOutline(QByteArrayView bytes) {
+  QByteArray contents = QByteArray::fromRawData(bytes.data(), bytes.size());
+  QBuffer buffer(&contents);
+  buffer.open(QIODevice::ReadOnly);
+  const Result<SeismogramOutline> outline = outlineMiniSeedDevice(buffer, QStringLiteral("in"), {});
+  require(outline && !outline->channels.empty(), "a file that is read has an outline");
+  for (const ChannelOutline& channel : outline->channels) {
+    require(channel.sampleCount > 0 && channel.pieceCount > 0, "a channel has samples");
+    require(channel.start.isValid() && channel.start <= channel.end, "a channel ends after it begins");
+  }
+  require(buffer.seek(0), "the buffer begins anew");
+  (void)miniSeedEnds(buffer);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -136,6 +153,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             "pieces share a time axis");
   }
   checkSummary(bytes, *file);
+  checkOutline(bytes);
   // Steim2 holds seven samples in four bytes at most.
   require(samples <= size * 7 / 4, "there are no more samples than fit");
   const Result<SeismogramFile> part = parseMiniSeed(bytes, QStringLiteral("in"), {{QStringLiteral("BH?")}});

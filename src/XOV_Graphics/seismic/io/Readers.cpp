@@ -5,9 +5,11 @@
 #include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/seismic/ChannelPatterns.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeed.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedOutline.h"
 #include "XOV_Graphics/seismic/io/sac/SacAlphanumeric.h"
 #include "XOV_Graphics/seismic/io/sac/SacBinary.h"
 #include "XOV_Graphics/seismic/io/sac/SacChecks.h"
+#include "XOV_Graphics/seismic/prepare/RecordOutline.h"
 
 #include <QFileInfo>
 
@@ -74,8 +76,27 @@ Result<SeismogramSummary> summarizeSacAlphanumeric(QIODevice& device, const QStr
   return summary;
 }
 
+Result<SeismogramOutline> outlineSacBinary(QIODevice& device, const QString& name, std::stop_token /*stop*/) {
+  const Result<SacLocation> found = locateSacBinary(device, name);
+  if (!found) return Error{found.error()};
+  const SacSeismogram record(found->header, {}, {}, found->footer);
+  SeismogramOutline outline{{}, {outlineOf(record, found->header.npts)}, {}};
+  outline.notes = sacNotes(device, found->header, name, SacPlaces::Bytes);
+  outline.notes.removeAll(QString());
+  return outline;
+}
+
+Result<SeismogramOutline> outlineSacAlphanumeric(QIODevice& device, const QString& name, std::stop_token /*stop*/) {
+  const Result<std::shared_ptr<SacSeismogram>> trace = readSacAlphanumeric(device, name, {});
+  if (!trace) return Error{trace.error()};
+  SeismogramOutline outline{{}, {outlineOf(**trace, (*trace)->npts())}, {}};
+  outline.notes = sacNotes(device, *(*trace)->GetSacHeader(), name, SacPlaces::Lines);
+  outline.notes.removeAll(QString());
+  return outline;
+}
+
 /// One format. `matches` sees the first bytes of a file; `read` and `summarize` get the open file at its start, the
-/// name that errors call it by, and its full path.
+/// name that errors call it by, and its full path; `outline` the same.
 struct Format {
   const char* name;
   bool (*matches)(QByteArrayView head);
@@ -83,6 +104,7 @@ struct Format {
                                  const SeismogramReadOptions& options);
   Result<SeismogramFileSummary> (*summarize)(QIODevice& device, const QString& name, const QString& path,
                                              const SeismogramReadOptions& options);
+  Result<SeismogramOutline> (*outline)(QIODevice& device, const QString& name, std::stop_token stop);
 };
 
 bool isSacBinary(QByteArrayView head) { return sacByteOrder(head).has_value(); }
@@ -90,11 +112,11 @@ bool isSacBinary(QByteArrayView head) { return sacByteOrder(head).has_value(); }
 // The first row that matches reads the file. A miniSEED record may by chance hold what tells a binary SAC file, which
 // in turn never looks like a record.
 constexpr Format kFormats[] = {
-    {"miniSEED", isMiniSeed, readMiniSeedDevice, summarizeMiniSeedDevice},
+    {"miniSEED", isMiniSeed, readMiniSeedDevice, summarizeMiniSeedDevice, outlineMiniSeedDevice},
     {"SAC alphanumeric", isSacAlphanumeric, readOne<readSacAlphanumeric, SacPlaces::Lines>,
-     summarizeOne<summarizeSacAlphanumeric, SacPlaces::Lines>},
+     summarizeOne<summarizeSacAlphanumeric, SacPlaces::Lines>, outlineSacAlphanumeric},
     {"SAC binary", isSacBinary, readOne<readSacBinary, SacPlaces::Bytes>,
-     summarizeOne<summarizeSacBinary, SacPlaces::Bytes>},
+     summarizeOne<summarizeSacBinary, SacPlaces::Bytes>, outlineSacBinary},
 };
 
 // The format of a device at its start, from its first bytes.
@@ -156,6 +178,32 @@ Result<SeismogramFileSummary> summarizeSeismogramFile(const QString& path,
     QFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
     return summarizeSeismogramDevice(file, path, QFileInfo(path).absoluteFilePath(), options);
+  });
+}
+
+QString seismogramFormatOf(const QString& path) noexcept {
+  QString name;
+  const Status looked = guarded(path, [&]() -> Status {
+    QFile file(path);
+    if (Status status = openForReading(file); !status) return status;
+    const Result<const Format*> format = formatOf(file, path);
+    if (format) name = QString::fromLatin1((*format)->name);
+    return {};
+  });
+  return looked ? name : QString();
+}
+
+Result<SeismogramOutline> outlineSeismogramFile(const QString& path, std::stop_token stop) noexcept {
+  return guarded(path, [&]() -> Result<SeismogramOutline> {
+    QFile file(path);
+    if (Status status = openForReading(file); !status) return Error{status.error()};
+    const Result<const Format*> format = formatOf(file, path);
+    if (!format) return Error{format.error()};
+    Result<SeismogramOutline> found = (*format)->outline(file, path, stop);
+    if (!found) return Error{found.error()};
+    SeismogramOutline outline = std::move(found).value();
+    outline.format = QString::fromLatin1((*format)->name);
+    return outline;
   });
 }
 

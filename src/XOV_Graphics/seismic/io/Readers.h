@@ -3,12 +3,14 @@
 #include "XOV_Graphics/base/Export.h"
 #include "XOV_Graphics/base/Result.h"
 #include "XOV_Graphics/seismic/SeismogramFile.h"
+#include "XOV_Graphics/seismic/SeismogramOutline.h"
 #include "XOV_Graphics/seismic/SeismogramSummary.h"
 
 #include <QIODevice>
 #include <QString>
 #include <QStringList>
 
+#include <stop_token>
 #include <vector>
 
 namespace xov {
@@ -37,8 +39,16 @@ XOV_EXPORT Result<SeismogramFileSummary>
 summarizeSeismogramDevice(QIODevice& device, const QString& name, const QString& path,
                           const SeismogramReadOptions& options = {}) noexcept;
 
+/// What a file holds by its headers, to be listed: samples are not decoded, and no more of a file is in memory than
+/// some. Only files of text are read whole. The error of a file that readSeismogramFile() refuses, as far as headers
+/// show it; another one once `stop` is requested.
+XOV_EXPORT Result<SeismogramOutline> outlineSeismogramFile(const QString& path, std::stop_token stop = {}) noexcept;
+
 /// Reads all traces of a file, without the notes.
 XOV_EXPORT Result<SeismogramArray> readSeismograms(const QString& path) noexcept;
+
+/// The format of a file, by its first bytes; empty where it is none of the known ones or cannot be read.
+XOV_EXPORT QString seismogramFormatOf(const QString& path) noexcept;
 
 /// The names of the known formats, such as "SAC binary".
 XOV_EXPORT QStringList seismogramFormats();

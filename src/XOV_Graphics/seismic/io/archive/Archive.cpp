@@ -68,26 +68,49 @@ void findExtremes(PagedSamples& samples, SampleIndex& index, FiniteSum& sum) {
   }
 }
 
-/// An open file of traces.
+/// Where the index of several files is kept that are read as one: as that of the first, with the number of the others
+/// behind its name.
+QString jointIndexPath(const std::vector<JoinedFile>& files, const IndexCache& cache) {
+  const QFileInfo first(files.front().path);
+  QString name = first.fileName();
+  QByteArray paths;
+  for (const JoinedFile& file : files)
+    paths += QFileInfo(file.path).absoluteFilePath().toUtf8() + '\n';
+  if (files.size() > 1) name += QStringLiteral("+%1").arg(files.size() - 1);
+  if (files.size() == 1) paths.chop(1);
+  // Files of the same name in different folders.
+  const QByteArray hash = QCryptographicHash::hash(paths, QCryptographicHash::Sha256);
+  const QString sum = QLatin1Char('-') + QString::fromLatin1(hash.toHex().first(kHashDigits));
+  const QString suffix = QStringLiteral(".xovindex");
+  if (!cache.folder.isEmpty()) return QDir(cache.folder).filePath(name + sum + suffix);
+  return first.dir().filePath(QLatin1Char('.') + name + (files.size() == 1 ? QString() : sum) + suffix);
+}
+
+/// Files of traces that are opened as one, mostly just one; errors and notes call them `name`.
 class Opening {
 public:
-  Opening(QFile& file, const QString& path, std::optional<IndexCache> cache)
-      : path_(path),
-        fullPath_(QFileInfo(path).absoluteFilePath()),
+  Opening(std::vector<JoinedFile> files, const QString& name, std::optional<IndexCache> cache)
+      : name_(name),
+        fullPath_(QFileInfo(files.front().path).absoluteFilePath()),
         cache_(std::move(cache)),
-        identity_(identityOf(file, QFileInfo(path).lastModified().toMSecsSinceEpoch())) {}
+        identity_(jointIdentity(files)),
+        files_(std::move(files)) {
+    if (cache_) indexPath_ = jointIndexPath(files_, *cache_);
+    for (JoinedFile& file : files_)
+      file.path = QFileInfo(file.path).absoluteFilePath();
+  }
 
   /// Takes the contents from the index that is kept, or makes them with `locate`.
   template <typename Locate>
   Status find(const Locate& locate) {
     if (cache_) {
-      Result<ArchiveContents> kept = keptContents(indexPathOf(path_, *cache_), identity_);
+      Result<ArchiveContents> kept = keptContents(indexPath_, identity_);
       isKept_ = bool(kept);
       if (isKept_) contents_ = std::move(kept).value();
     }
     if (isKept_) return {};
     Result<ArchiveContents> located = locate();
-    if (!located) return Error{QString(located.error()).replace(kFileName, path_)};
+    if (!located) return Error{QString(located.error()).replace(kFileName, name_)};
     contents_ = std::move(located).value();
     return {};
   }
@@ -95,7 +118,7 @@ public:
   /// The traces as records; null where the system does not give the addresses for one.
   std::optional<SeismogramArray> records() {
     SeismogramArray all;
-    const std::shared_ptr<ArchiveSource> source = archiveSource(fullPath_, identity_, contents_.storage);
+    const std::shared_ptr<ArchiveSource> source = archiveSource(files_, contents_.storage);
     for (ArchivedTrace& trace : contents_.traces) {
       auto record = recordOf(trace, source);
       if (!record) return {};
@@ -106,7 +129,7 @@ public:
 
   QStringList notes() const {
     QStringList notes = contents_.notes;
-    notes.replaceInStrings(QString(kFileName), path_);
+    notes.replaceInStrings(QString(kFileName), name_);
     return notes;
   }
 
@@ -115,8 +138,8 @@ public:
     if (!cache_ || isKept_) return;
     if (!cache_->folder.isEmpty()) QDir().mkpath(cache_->folder);
     QString problem;
-    if (!writeFileAtomically(indexPathOf(path_, *cache_), extremesFileBytes(contents_, identity_), &problem))
-      notes.append(QStringLiteral("%1: its index is not kept: %2").arg(path_, problem));
+    if (!writeFileAtomically(indexPath_, extremesFileBytes(contents_, identity_), &problem))
+      notes.append(QStringLiteral("%1: its index is not kept: %2").arg(name_, problem));
   }
 
 private:
@@ -139,10 +162,12 @@ private:
                                            trace.precise);
   }
 
-  QString path_;
-  QString fullPath_;
+  QString name_;
+  QString fullPath_; // of the first file
   std::optional<IndexCache> cache_;
+  QString indexPath_;
   ArchiveIdentity identity_;
+  std::vector<JoinedFile> files_;
   ArchiveContents contents_;
   bool isKept_ = false;
 };
@@ -163,44 +188,78 @@ QString select(SeismogramArray& records, const ChannelPatterns& patterns, const 
                          : QString();
 }
 
-Result<SeismogramFile> open(const QString& path, const SeismogramReadOptions& options,
-                            const std::optional<IndexCache>& cache) {
-  QFile file(path);
-  if (Status status = openForReading(file); !status) return Error{status.error()};
-  const QByteArray head = file.peek(kHeadBytes);
+/// Opens a device that is open and at its start, and holds these files.
+Result<SeismogramFile> open(QIODevice& device, std::vector<JoinedFile> files, const QString& name,
+                            const SeismogramReadOptions& options, const std::optional<IndexCache>& cache) {
+  const QByteArray head = device.peek(kHeadBytes);
   const bool isRecords = isMiniSeed(head);
   const bool isSac = !isRecords && !isSacAlphanumeric(head) && sacByteOrder(head).has_value();
-  if (file.size() < kLeastBytes || (!isRecords && !isSac)) return readSeismogramFile(path, options);
+  const auto readWhole = [&, path = QFileInfo(files.front().path).absoluteFilePath()] {
+    device.seek(0);
+    return readSeismogramDevice(device, name, path, options);
+  };
+  if (files.size() > 1 && !isRecords)
+    return Error{name +
+                 QStringLiteral(": unknown format, expected miniSEED, of which several files are read as one")};
+  if (device.size() < kLeastBytes || (!isRecords && !isSac)) return readWhole();
   const Result<ChannelPatterns> patterns = ChannelPatterns::parse(options.channels);
   if (!patterns) return Error{patterns.error()};
-  Opening opening(file, path, cache);
-  const QString name(kFileName);
+  Opening opening(std::move(files), name, cache);
+  const QString standIn(kFileName);
   const Status found =
-      opening.find([&] { return isRecords ? locateMiniSeedDevice(file, name) : locateSac(file, name); });
+      opening.find([&] { return isRecords ? locateMiniSeedDevice(device, standIn) : locateSac(device, standIn); });
   if (!found) return Error{found.error()};
   std::optional<SeismogramArray> records = opening.records();
-  if (!records || records->empty()) return readSeismogramFile(path, options);
+  if (!records || records->empty()) return readWhole();
   SeismogramFile opened{std::move(*records), opening.notes()};
   opening.keep(opened.notes);
-  if (const QString note = select(opened.records, *patterns, path); !note.isEmpty()) opened.notes = QStringList{note};
+  if (const QString note = select(opened.records, *patterns, name); !note.isEmpty()) opened.notes = QStringList{note};
   return opened;
+}
+
+Result<SeismogramFile> openOne(const QString& path, const SeismogramReadOptions& options,
+                               const std::optional<IndexCache>& cache) {
+  QFile file(path);
+  if (Status status = openForReading(file); !status) return Error{status.error()};
+  const std::int64_t modifiedMs = QFileInfo(path).lastModified().toMSecsSinceEpoch();
+  return open(file, {{path, identityOf(file, modifiedMs)}}, path, options, cache);
+}
+
+Result<SeismogramFile> openAll(const QStringList& paths, const SeismogramReadOptions& options,
+                               const std::optional<IndexCache>& cache) {
+  std::vector<JoinedFile> files;
+  QStringList lost;
+  for (const QString& path : paths) {
+    Result<JoinedFile> file = joinedFile(path);
+    if (file)
+      files.push_back(std::move(file).value());
+    else
+      lost.append(file.error());
+  }
+  if (files.empty()) return Error{lost.isEmpty() ? QStringLiteral("there is no file name") : lost.first()};
+  QString name = files.front().path;
+  if (files.size() > 1) name += QStringLiteral(" and %1 more").arg(files.size() - 1);
+  JoinedFiles device(files);
+  device.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+  Result<SeismogramFile> opened = open(device, std::move(files), name, options, cache);
+  if (!opened) return Error{opened.error()};
+  SeismogramFile all = std::move(opened).value();
+  all.notes = lost + all.notes;
+  return all;
 }
 
 } // namespace
 
-QString indexPathOf(const QString& path, const IndexCache& cache) {
-  const QFileInfo file(path);
-  const QString suffix = QStringLiteral(".xovindex");
-  if (cache.folder.isEmpty()) return file.dir().filePath(QLatin1Char('.') + file.fileName() + suffix);
-  // Files of the same name in different folders.
-  const QByteArray hash = QCryptographicHash::hash(file.absoluteFilePath().toUtf8(), QCryptographicHash::Sha256);
-  return QDir(cache.folder)
-      .filePath(file.fileName() + QLatin1Char('-') + QString::fromLatin1(hash.toHex().first(kHashDigits)) + suffix);
-}
+QString indexPathOf(const QString& path, const IndexCache& cache) { return jointIndexPath({{path, {}}}, cache); }
 
 Result<SeismogramFile> openSeismogramFile(const QString& path, const SeismogramReadOptions& options,
                                           const std::optional<IndexCache>& cache) noexcept {
-  return guarded(path, [&] { return open(path, options, cache); });
+  return guarded(path, [&] { return openOne(path, options, cache); });
+}
+
+Result<SeismogramFile> openJoinedFiles(const QStringList& paths, const SeismogramReadOptions& options,
+                                       const std::optional<IndexCache>& cache) noexcept {
+  return guarded(paths.value(0), [&] { return openAll(paths, options, cache); });
 }
 
 } // namespace xov

@@ -4,6 +4,8 @@
 #include "XOV_Graphics/base/Result.h"
 #include "XOV_Graphics/seismic/SeismogramFile.h"
 
+#include <QStringList>
+
 #include <optional>
 
 namespace xov {
@@ -29,6 +31,13 @@ struct XOV_EXPORT IndexCache {
 /// A file that is changed or removed while its records live gives gaps for what was not read before.
 XOV_EXPORT Result<SeismogramFile> openSeismogramFile(const QString& path, const SeismogramReadOptions& options = {},
                                                      const std::optional<IndexCache>& cache = {}) noexcept;
+
+/// The same of several miniSEED files, read one after the other as if they were one: what goes on from one file in
+/// the next is one record, and what several of them hold is there once. One index is kept of them together. A file
+/// that cannot be opened is left out, with a note; when none can, that is the error. The records have the first
+/// file's path.
+XOV_EXPORT Result<SeismogramFile> openJoinedFiles(const QStringList& paths, const SeismogramReadOptions& options = {},
+                                                  const std::optional<IndexCache>& cache = {}) noexcept;
 
 /// Where the index of a file is kept.
 XOV_EXPORT QString indexPathOf(const QString& path, const IndexCache& cache);

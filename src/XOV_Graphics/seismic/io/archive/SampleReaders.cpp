@@ -5,8 +5,6 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSamples.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSearch.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QtEndian>
 
 #include <algorithm>
@@ -32,20 +30,18 @@ std::atomic<int> openFiles{0};
 
 class ArchiveSource {
 public:
-  ArchiveSource(QString path, const ArchiveIdentity& identity, SampleStorage storage)
-      : path_(std::move(path)),
-        identity_(identity),
-        storage_(storage) {}
+  ArchiveSource(std::vector<JoinedFile> files, SampleStorage storage) : files_(std::move(files)), storage_(storage) {}
   ~ArchiveSource() { close(); }
   ArchiveSource(const ArchiveSource&) = delete;
   ArchiveSource& operator=(const ArchiveSource&) = delete;
 
   SampleStorage storage() const { return storage_; }
 
-  /// Calls `read` with the file, if it can be opened and is the same as ever.
+  /// Calls `read` with the files as one.
   template <typename Read>
   bool visit(const Read& read) {
-    const bool isRead = open() && read(*file_, *window_);
+    open();
+    const bool isRead = read(*joined_, *window_);
     if (!staysOpen_) close();
     return isRead;
   }
@@ -59,43 +55,36 @@ public:
   MiniSeedSamples& decoder() { return decoder_; }
 
 private:
-  bool open() {
-    if (window_) return true;
-    file_.emplace(path_);
-    const qint64 modifiedMs = QFileInfo(path_).lastModified().toMSecsSinceEpoch();
-    if (!openForReading(*file_) || !(identityOf(*file_, modifiedMs) == identity_)) {
-      file_.reset();
-      return false;
-    }
-    window_.emplace(*file_, kWindowBytes);
+  void open() {
+    if (window_) return;
+    joined_.emplace(files_);
+    joined_->open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    window_.emplace(*joined_, kWindowBytes);
     staysOpen_ = ++openFiles <= kMostOpen;
-    return true;
   }
   void close() {
     if (!window_) return;
     window_.reset();
-    file_.reset();
+    joined_.reset();
     --openFiles;
   }
 
-  QString path_;
-  ArchiveIdentity identity_;
+  std::vector<JoinedFile> files_;
   SampleStorage storage_;
-  std::optional<QFile> file_;
+  std::optional<JoinedFiles> joined_;
   std::optional<FileWindow> window_;
   bool staysOpen_ = false;
   Decoded decoded_;
   MiniSeedSamples decoder_;
 };
 
-std::shared_ptr<ArchiveSource> archiveSource(const QString& path, const ArchiveIdentity& identity,
-                                             SampleStorage storage) {
-  return std::make_shared<ArchiveSource>(path, identity, storage);
+std::shared_ptr<ArchiveSource> archiveSource(std::vector<JoinedFile> files, SampleStorage storage) {
+  return std::make_shared<ArchiveSource>(std::move(files), storage);
 }
 
 namespace {
 
-bool readSac(QFile& file, std::int64_t offset, std::span<float> samples, QSysInfo::Endian order) {
+bool readSac(QIODevice& file, std::int64_t offset, std::span<float> samples, QSysInfo::Endian order) {
   if (!file.seek(offset) || !readFully(file, {reinterpret_cast<char*>(samples.data()), samples.size_bytes()}))
     return false;
   if (order != QSysInfo::ByteOrder) qbswap<sizeof(float)>(samples.data(), qsizetype(samples.size()), samples.data());
@@ -148,7 +137,7 @@ public:
 
 private:
   bool read(const SamplePlace& place, std::int64_t skipped, std::span<float> samples) const {
-    return source_->visit([&](QFile& file, FileWindow& window) {
+    return source_->visit([&](QIODevice& file, FileWindow& window) {
       if (source_->storage() != SampleStorage::MiniSeed) {
         const bool isLittle = source_->storage() == SampleStorage::LittleEndianSac;
         return readSac(file, place.offset + skipped * std::int64_t(sizeof(float)), samples,
