@@ -165,6 +165,7 @@ void RecordInputs::addOptions(const Options& options, const char* files, const c
       .typeName("PATTERN[,...]")
       .listBetweenCommas()
       .check(channelPattern());
+  archive_.addOptions(options);
 }
 
 void RecordInputs::addMemoryOptions(const Options& options) {
@@ -194,7 +195,9 @@ QStringList RecordInputs::names() const { return texts(arguments_); }
 
 SeismogramReadOptions RecordInputs::readOptions() const { return {texts(channels_)}; }
 
-ExitCode RecordInputs::readEach(const FileReader& reader) const { return readEach(expandInputs(names()), reader); }
+ExitCode RecordInputs::readEach(const FileReader& reader) const {
+  return readEach(archive_.isGiven() ? archive_.files(names()) : expandInputs(names()), reader);
+}
 
 ExitCode RecordInputs::readEach(const InputList& inputs, const FileReader& reader) const {
   Progress progress(QStringLiteral("reading"), std::int64_t(inputs.files.size()));
@@ -211,9 +214,31 @@ ExitCode RecordInputs::readEach(const InputList& inputs, const FileReader& reade
   return reading.finish(errors);
 }
 
-Records RecordInputs::read() const {
+Records RecordInputs::readArchive() const {
   Records all;
+  const Status status = archive_.read(names(), indexCache(), [&](const Result<SeismogramFile>& channel) {
+    if (!channel) {
+      complain(channel.error());
+      all.status = ExitCode::Failed;
+      return;
+    }
+    for (const QString& text : channel->notes)
+      note(text);
+    for (const auto& record : channel->records) {
+      all.records.push_back(record);
+      all.files.append(record->path());
+    }
+  });
+  if (status) return all;
+  complain(status.error());
+  all.status = ExitCode::Failed;
+  return all;
+}
+
+Records RecordInputs::read() const {
   setPagedSamplesLimit(std::size_t(sampleMegabytes_ * kBytesPerMegabyte));
+  if (archive_.isGiven()) return readArchive();
+  Records all;
   const InputList inputs = expandInputs(names());
   QSet<QString> opened; // of which samples are read as they are drawn
   QStringList read;

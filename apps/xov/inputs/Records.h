@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/xov/inputs/ArchiveInputs.h"
 #include "apps/xov/options/Options.h"
 #include "apps/xov/terminal/Messages.h"
 
@@ -34,7 +35,7 @@ struct ReadFile {
 /// Reads a file of that name and keeps what it wants of it.
 using FileReader = std::function<Result<ReadFile>(const QString& name, const SeismogramReadOptions& options)>;
 
-/// The FILES arguments of a command that takes seismograms, and its option --channels.
+/// The FILES arguments of a command that takes seismograms, its option --channels, and an archive in place of files.
 class RecordInputs {
 public:
   /// `files` is the name of the arguments, with that of an option, if any, which they may follow; `description` is
@@ -64,6 +65,7 @@ public:
 
 private:
   ExitCode readEach(const InputList& inputs, const FileReader& reader) const;
+  Records readArchive() const;
   SeismogramReadOptions readOptions() const;
   /// Whether a file is read whole; else its samples come as they are drawn.
   bool isRead(const QString& name) const;
@@ -72,6 +74,7 @@ private:
   bool isRequired_ = true;
   std::vector<std::string> arguments_;
   std::vector<std::string> channels_;
+  ArchiveInputs archive_;
   std::string indexCache_;
   double sampleMegabytes_ = 512;
 };
