@@ -3,23 +3,14 @@
 #include "XOV_Graphics/seismic/SacSeismogram.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedWriter.h"
 #include "XOV_Graphics/seismic/io/sac/SacWriter.h"
-#include "bench/RivalProcess.h"
+#include "bench/ProcessCost.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <random>
 #include <vector>
-
-#ifdef __unix__
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
 
 namespace xov::bench {
 
@@ -27,53 +18,6 @@ namespace {
 
 constexpr std::size_t kDay = 8640000;
 constexpr double kBytesPerMegabyte = 1 << 20;
-
-struct Cost {
-  double processorMs = 0;
-  double clockMs = 0;
-  double peakMegabytes = 0;
-};
-
-#ifdef __unix__
-double milliseconds(const timeval& time) { return 1e3 * double(time.tv_sec) + 1e-3 * double(time.tv_usec); }
-
-Cost costOf(const QStringList& command) {
-  std::vector<QByteArray> words;
-  for (const QString& word : command)
-    words.push_back(word.toLocal8Bit());
-  std::vector<char*> arguments;
-  for (QByteArray& word : words)
-    arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  QElapsedTimer timer;
-  timer.start();
-  pid_t child = 0;
-  int status = 0;
-  rusage usage = {};
-  if (posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return {};
-  // The peak that the system tells in the end counts what this process had when it began the other.
-  double peak = 0;
-  while (wait4(child, &status, WNOHANG, &usage) == 0) {
-    peak = std::max(peak, peakMegabytesOf(child));
-    usleep(500);
-  }
-  if (status != 0) return {};
-  return {milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime), double(timer.nsecsElapsed()) / 1e6, peak};
-}
-#else
-Cost costOf(const QStringList&) { return {}; }
-#endif
-
-/// The least of some rounds.
-Cost leastCost(const QStringList& command, int rounds) {
-  Cost least = costOf(command);
-  for (int round = 1; round < rounds; ++round) {
-    const Cost next = costOf(command);
-    least = {std::min(least.processorMs, next.processorMs), std::min(least.clockMs, next.clockMs),
-             std::min(least.peakMegabytes, next.peakMegabytes)};
-  }
-  return least;
-}
 
 // Counts of a noisy day over and over.
 std::shared_ptr<SacSeismogram> recording(std::size_t days) {
@@ -91,7 +35,7 @@ std::shared_ptr<SacSeismogram> recording(std::size_t days) {
   return std::make_shared<SacSeismogram>(header, std::move(samples));
 }
 
-QString row(const QString& name, const Cost& ours, const Cost& other, double sampleMegabytes) {
+QString row(const QString& name, const ProcessCost& ours, const ProcessCost& other, double sampleMegabytes) {
   return QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 | %7 | %8 |\n")
       .arg(name)
       .arg(ours.processorMs, 0, 'f', 0)

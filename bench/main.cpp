@@ -14,6 +14,7 @@
 #include "bench/Report.h"
 #include "bench/Sharing.h"
 #include "bench/Signals.h"
+#include "bench/Smallest.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -65,11 +66,17 @@ int main(int argc, char** argv) {
   // Tables of their own, by the names that --works knows them by.
   const QString scripts = parser.value(QStringLiteral("rivals"));
   const std::pair<const char*, std::function<QString(int)>> tables[] = {
-      {"W4", gridTable},          {"reading", readingTable},
-      {"P1", plotTable},          {"M1", mapTable},
-      {"P2", recordTable},        {"threads", sharingTable},
-      {"archives", archiveTable}, {"lobes", lobesTable},
-      {"pictures", pictureTable}, {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
+      {"W4", gridTable},
+      {"reading", readingTable},
+      {"P1", plotTable},
+      {"M1", mapTable},
+      {"P2", recordTable},
+      {"threads", sharingTable},
+      {"archives", archiveTable},
+      {"lobes", lobesTable},
+      {"smallest", smallestTable},
+      {"pictures", pictureTable},
+      {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
   };
 
   std::vector<std::string> names = workNames();
