@@ -36,6 +36,19 @@ protected:
   }
 };
 
+TEST_F(CliOutput, setsPropertiesOfTheView) {
+  draw("options.png", {"--title", "A title", "--line-width", "2"});
+  draw("set.png", {"--set", "title=A title", "--set", "lineWidth=2"});
+  draw("usual.png");
+  EXPECT_EQ(contents("set.png"), contents("options.png"));
+  EXPECT_NE(contents("set.png"), contents("usual.png"));
+  const Outcome wrong = xov({"section", "a.SAC", "-o", "wrong.png", "--set", "lineWidth=wide"});
+  EXPECT_EQ(wrong.status, 1);
+  EXPECT_EQ(wrong.err, "xov: --set: lineWidth: found 'wide', expected a number\n");
+  EXPECT_FALSE(files().contains("wrong.png"));
+  EXPECT_EQ(xov({"section", "a.SAC", "--set", "lineWidth"}).status, 2);
+}
+
 TEST_F(CliOutput, isTheSameWithAnyNumberOfThreads) {
   for (const char* extension : {"png", "pdf"}) {
     QByteArray alone;

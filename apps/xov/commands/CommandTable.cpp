@@ -1,6 +1,7 @@
 #include "apps/xov/commands/CommandTable.h"
 
 #include "apps/xov/commands/ConvertCommand.h"
+#include "apps/xov/commands/DeskCommand.h"
 #include "apps/xov/commands/DrumCommand.h"
 #include "apps/xov/commands/FkCommand.h"
 #include "apps/xov/commands/GridCommand.h"
@@ -50,6 +51,7 @@ constexpr CommandRow kCommands[] = {
     {"mechanism", "Draw focal mechanisms as beach balls", make<MechanismCommand>},
     {"grid", "Draw a grid of values as a coloured picture", make<GridCommand>},
     {"fk", "Draw the beam power of an array over slowness", make<FkCommand>},
+    {"desk", "Open a window with plots beside each other", make<DeskCommand>},
     {"convert", "Write seismograms as SAC or miniSEED files", make<ConvertCommand>},
     {"serve", "Play miniSEED files as a SeedLink server", make<ServeCommand>},
     {"info", "List what seismogram files hold", make<InfoCommand>},

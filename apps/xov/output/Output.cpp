@@ -3,10 +3,13 @@
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/output/Desktop.h"
 #include "apps/xov/output/PlotFile.h"
+#include "apps/xov/output/PlotProperties.h"
+#include "apps/xov/output/PlotReceiver.h"
 
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/platform/PdfDocument.h>
 #include <array>
+#include <stdexcept>
 
 namespace xov::cli {
 
@@ -67,6 +70,16 @@ void Output::addOptions(const Options& options, const QStringList& fields) {
       .excludes(scale)
       .group(kGroup);
   options.add("--title", title_, "Title of the plot; '' for none").typeName("T").group(kGroup);
+  const auto checkAssignment = [](const std::string& text) -> std::string {
+    const std::size_t equals = text.find('=');
+    if (equals != std::string::npos && equals > 0) return {};
+    return "found '" + text + "', expected a property and its value, as lineWidth=2";
+  };
+  properties_ = options.add("--set", "Set a property of the view, as lineWidth=2; may be given several times")
+                    .typeName("NAME=VALUE")
+                    .eachTime()
+                    .check(Check{checkAssignment, {}})
+                    .group(kGroup);
 }
 
 void Output::addKioskOption(const Options& options) {
@@ -95,6 +108,15 @@ ExitCode Output::deliver(const NameFields& fields, const MakeView& makeView,
 
 ExitCode Output::deliver(const std::vector<PlotPage>& pages, const MakePage& makePage,
                          const BeforeWriting& beforeWriting) const {
+  if (PlotReceiver* const receiver = currentPlotReceiver()) {
+    receiver->take({pages.size(), [&](std::size_t page, const QSizeF& size) {
+                      const QRectF frame = size.isEmpty() ? frameOf(pages[page]) : QRectF(QPointF(), size);
+                      std::unique_ptr<XOVView> view = makePage(frame, page);
+                      writeProperties(*view);
+                      return view;
+                    }});
+    return ExitCode::Ok;
+  }
   const bool toWindow = file_.empty() && displayPresent();
   Desktop desktop(toWindow ? DesktopUse::Window : DesktopUse::Files);
   const QString command = QString::fromLatin1(command_);
@@ -103,6 +125,7 @@ ExitCode Output::deliver(const std::vector<PlotPage>& pages, const MakePage& mak
         pages.size(),
         [&](std::size_t page) {
           std::unique_ptr<XOVView> view = makePage(frameOf(pages[page]), page);
+          writeProperties(*view);
           if (scale_ || dpi_) view->setExportPixelRatio(pixelsPerPoint());
           return view;
         },
@@ -136,8 +159,16 @@ ExitCode Output::writeAll(const Plot& plot, const QString& name) const {
   return ExitCode::Failed;
 }
 
+void Output::writeProperties(XOVView& view) const {
+  for (const std::string& assignment : properties_.results()) {
+    const Status written = setPlotProperty(view, QString::fromStdString(assignment));
+    if (!written) throw std::runtime_error("--set: " + written.error().toStdString());
+  }
+}
+
 std::unique_ptr<XOVView> Output::make(const Plot& plot, std::size_t page) const {
   std::unique_ptr<XOVView> view = plot.makePage(frameOf(plot.pages[page]), page);
+  writeProperties(*view);
   view->setExportPixelRatio(pixelsPerPoint());
   if (plot.beforeWriting) plot.beforeWriting(*view);
   return view;

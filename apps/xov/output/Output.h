@@ -26,11 +26,12 @@ struct PlotPage {
 };
 
 /// Where the plot of a command goes, with the options that all drawing commands share: -o, --size, --scale, --dpi,
-/// --title.
+/// --title, --set.
 ///
 /// With -o the plot is written to a file whose extension tells the format, and whose name may have fields. Without
 /// it, the plot opens in a window where there is a display; where there is none it becomes a file in the current
-/// folder named after the command, PNG of one page and PDF of several, and takes the place of none.
+/// folder named after the command, PNG of one page and PDF of several, and takes the place of none. Where the thread
+/// has a PlotReceiver the plot goes there, whatever the options say.
 class Output {
 public:
   static constexpr double kLargestSize = kLargestSide;
@@ -77,6 +78,8 @@ private:
   QRectF frameOf(const PlotPage& page) const;
   double pixelsPerPoint() const;
   std::unique_ptr<XOVView> make(const Plot& plot, std::size_t page) const;
+  /// Writes the properties of --set; throws where there is no such property or value.
+  void writeProperties(XOVView& view) const;
   ExitCode writeAll(const Plot& plot, const QString& name) const;
   Status writePages(const Plot& plot, const PageFile& file) const;
 
@@ -89,6 +92,7 @@ private:
   std::optional<double> dpi_;
   std::optional<std::string> title_;
   bool isKiosk_ = false;
+  Option properties_;
 };
 
 } // namespace xov::cli

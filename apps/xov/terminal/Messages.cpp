@@ -1,5 +1,7 @@
 #include "apps/xov/terminal/Messages.h"
 
+#include "apps/xov/terminal/Listener.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -22,6 +24,7 @@ QString printable(const QString& text) {
 }
 
 void complain(const QString& text) {
+  if (Listener* const listener = currentListener()) return listener->said(printable(text));
   const QByteArray line = "xov: " + printable(text).toUtf8() + '\n';
   std::fwrite(line.constData(), 1, std::size_t(line.size()), stderr);
 }

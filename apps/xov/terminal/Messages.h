@@ -17,7 +17,7 @@ enum class ExitCode : std::uint8_t {
 /// lines nor talk to the terminal.
 QString printable(const QString& text);
 
-/// Writes "xov: text" as one line to standard error.
+/// Writes "xov: text" as one line to standard error, unless this thread has a Listener.
 void complain(const QString& text);
 
 /// The same for what does not make the command fail, such as what was left out or taken; nothing where the user wants

@@ -1,5 +1,6 @@
 #include "apps/xov/terminal/Progress.h"
 
+#include "apps/xov/terminal/Listener.h"
 #include "apps/xov/terminal/Messages.h"
 #include "apps/xov/terminal/System.h"
 
@@ -28,6 +29,7 @@ Progress::Progress(const QString& what, std::int64_t total)
 Progress::~Progress() { clear(); }
 
 void Progress::advanceTo(std::int64_t done) {
+  if (Listener* const listener = currentListener()) return listener->advanced(what_, done, total_);
   if (!terminal_ || clock_.elapsed() < nextUpdateMs_) return;
   nextUpdateMs_ = clock_.elapsed() + kUpdateEveryMs;
   const QByteArray line = kClearLine + bar(what_, done, total_).toUtf8();

@@ -8,7 +8,8 @@
 namespace xov::cli {
 
 /// A bar on standard error, "reading [#####               ]  25 %", for work that takes long. Nothing is shown when
-/// standard error is no terminal, nor in the first half second.
+/// standard error is no terminal, nor in the first half second. The Listener of a thread, if it has one, is told
+/// instead.
 class Progress {
 public:
   /// `what` is being done; `total` is how much of it there is, in any unit.
@@ -18,6 +19,7 @@ public:
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
+  /// What a Listener throws goes on to the caller.
   void advanceTo(std::int64_t done);
   /// Removes the bar until the next step, for a message to be written.
   void clear();

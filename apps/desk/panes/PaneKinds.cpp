@@ -1,0 +1,146 @@
+#include "apps/desk/panes/PaneKinds.h"
+
+#include <QCoreApplication>
+#include <QDirIterator>
+#include <QFileInfo>
+
+#include <XOV_Graphics/seismic/io/archive/Archive.h>
+#include <XOV_Graphics/seismic/io/events/EventReaders.h>
+#include <algorithm>
+
+namespace xov::desk {
+
+namespace {
+
+// A new kind: a row here, where xov has a command that draws it.
+constexpr PaneKind kKinds[] = {
+    {"section", QT_TRANSLATE_NOOP("PaneKind", "Record section"), PaneInput::Seismograms, nullptr},
+    {"drum", QT_TRANSLATE_NOOP("PaneKind", "Drum"), PaneInput::Seismograms, nullptr},
+    {"stack", QT_TRANSLATE_NOOP("PaneKind", "Stack"), PaneInput::Seismograms, nullptr},
+    {"panels", QT_TRANSLATE_NOOP("PaneKind", "Pairs in panels"), PaneInput::Seismograms, nullptr},
+    {"three", QT_TRANSLATE_NOOP("PaneKind", "Three components"), PaneInput::Seismograms, nullptr},
+    {"motion", QT_TRANSLATE_NOOP("PaneKind", "Particle motion"), PaneInput::Seismograms, nullptr},
+    {"monitor", QT_TRANSLATE_NOOP("PaneKind", "Replay"), PaneInput::Seismograms, nullptr},
+    {"spectrogram", QT_TRANSLATE_NOOP("PaneKind", "Spectrogram"), PaneInput::Seismograms, nullptr},
+    {"spectrum", QT_TRANSLATE_NOOP("PaneKind", "Power spectra"), PaneInput::Seismograms, nullptr},
+    {"ppsd", QT_TRANSLATE_NOOP("PaneKind", "Noise statistics"), PaneInput::Seismograms, nullptr},
+    {"fk", QT_TRANSLATE_NOOP("PaneKind", "Beam power"), PaneInput::Seismograms, nullptr},
+    {"map", QT_TRANSLATE_NOOP("PaneKind", "Map"), PaneInput::Events, "--events"},
+    {"mechanism", QT_TRANSLATE_NOOP("PaneKind", "Focal mechanisms"), PaneInput::Events, nullptr},
+    {"xy", QT_TRANSLATE_NOOP("PaneKind", "Line plot"), PaneInput::Columns, nullptr},
+    {"scatter", QT_TRANSLATE_NOOP("PaneKind", "Scatter plot"), PaneInput::Columns, nullptr},
+    {"hist", QT_TRANSLATE_NOOP("PaneKind", "Histogram"), PaneInput::Columns, nullptr},
+    {"grid", QT_TRANSLATE_NOOP("PaneKind", "Grid"), PaneInput::Grid, nullptr},
+};
+
+// Of these extensions only seismograms are known.
+constexpr const char* kSeismogramSuffixes[] = {"sac", "mseed", "miniseed", "ms", "seed"};
+
+constexpr double kDrumSeconds = 6 * 3600.0;
+
+constexpr int kFilesLookedAt = 4; // of a folder
+
+// The first files of a folder stand for all of them.
+QStringList filesToLookAt(const QStringList& paths) {
+  if (paths.size() != 1 || !QFileInfo(paths.front()).isDir()) return paths;
+  QStringList files;
+  QDirIterator entries(paths.front(), QDir::Files, QDirIterator::Subdirectories);
+  while (entries.hasNext() && files.size() < kFilesLookedAt)
+    files.append(entries.next());
+  return files;
+}
+
+// Whether these are recordings of one channel that last long. Of no file the samples are read.
+bool lastsLong(const QStringList& paths) {
+  const QStringList files = filesToLookAt(paths);
+  if (files.size() > kFilesLookedAt) return false;
+  QStringList channels;
+  double seconds = 0;
+  for (const QString& name : files) {
+    const Result<SeismogramFile> file = openSeismogramFile(name);
+    if (!file) continue;
+    for (const auto& record : file->records) {
+      seconds += double(record->npts()) * double(record->delta());
+      if (!channels.contains(record->labelString())) channels.append(record->labelString());
+    }
+  }
+  return channels.size() == 1 && seconds >= kDrumSeconds;
+}
+
+const char* usualCommand(PaneInput input, const QStringList& files) {
+  switch (input) {
+  case PaneInput::Events:
+  case PaneInput::Lines:
+    return "map";
+  case PaneInput::Columns:
+    return "xy";
+  case PaneInput::Grid:
+    return "grid";
+  case PaneInput::Seismograms:
+    break;
+  }
+  return lastsLong(files) ? "drum" : "section";
+}
+
+PlotRequest seismogramRequest(const QStringList& paths) {
+  return requestFor(*paneKindOf(QLatin1String(usualCommand(PaneInput::Seismograms, paths))), paths);
+}
+
+} // namespace
+
+std::span<const PaneKind> paneKinds() { return kKinds; }
+
+const PaneKind* paneKindOf(const QString& command) {
+  const auto* const kind =
+      std::ranges::find_if(kKinds, [&](const PaneKind& row) { return command == QLatin1String(row.command); });
+  return kind == std::end(kKinds) ? nullptr : kind;
+}
+
+QString paneTitle(const PaneKind& kind) { return QCoreApplication::translate("PaneKind", kind.title); }
+
+PaneInput inputOf(const QString& path) {
+  const QFileInfo file(path);
+  const QString suffix = file.suffix().toLower();
+  const auto isSuffix = [&](const char* known) { return suffix == QLatin1String(known); };
+  if (file.isDir() || std::ranges::any_of(kSeismogramSuffixes, isSuffix)) return PaneInput::Seismograms;
+  if (isSuffix("nxy")) return PaneInput::Lines;
+  if (isSuffix("xyz")) return PaneInput::Grid;
+  if (looksLikeEvents(path)) return PaneInput::Events;
+  if (isSuffix("txt") || isSuffix("csv") || isSuffix("dat")) return PaneInput::Columns;
+  return PaneInput::Seismograms;
+}
+
+PlotRequest requestFor(const PaneKind& kind, const QStringList& files) {
+  PlotRequest request;
+  request.kind = QLatin1String(kind.command);
+  if (kind.fileOption == nullptr) {
+    request.files = files;
+  } else {
+    for (const QString& file : files)
+      request.options += {QLatin1String(kind.fileOption), file};
+  }
+  return request;
+}
+
+std::vector<PlotRequest> requestsFor(const QStringList& paths) {
+  std::vector<PlotRequest> requests;
+  QStringList seismograms;
+  QStringList absolute;
+  for (const QString& path : paths)
+    absolute.append(QFileInfo(path).absoluteFilePath());
+  for (const QString& path : absolute) {
+    const PaneInput input = inputOf(path);
+    if (QFileInfo(path).isDir())
+      requests.push_back(seismogramRequest({path}));
+    else if (input == PaneInput::Seismograms)
+      seismograms.append(path);
+    else if (input == PaneInput::Lines)
+      requests.push_back({QStringLiteral("map"), {QStringLiteral("--polygons"), path}, {}, {}, {}});
+    else
+      requests.push_back(requestFor(*paneKindOf(QLatin1String(usualCommand(input, {path}))), {path}));
+  }
+  if (!seismograms.isEmpty()) requests.push_back(seismogramRequest(seismograms));
+  return requests;
+}
+
+} // namespace xov::desk

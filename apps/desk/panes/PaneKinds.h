@@ -1,0 +1,43 @@
+#pragma once
+
+#include "apps/desk/panes/PlotRequest.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace xov::desk {
+
+/// What kinds of files a pane takes.
+enum class PaneInput : std::uint8_t { Seismograms, Events, Columns, Grid, Lines };
+
+/// A kind of pane.
+struct PaneKind {
+  const char* command; ///< of xov that draws it
+  const char* title;   ///< in English; paneTitle() is that in the user's language
+  PaneInput input;
+  const char* fileOption; ///< that names the file; nullptr where files stand at the end
+};
+
+std::span<const PaneKind> paneKinds();
+
+/// The kind that a command draws; nullptr where there is none.
+const PaneKind* paneKindOf(const QString& command);
+
+QString paneTitle(const PaneKind& kind);
+
+/// What a file holds, judged by its first lines and its name.
+PaneInput inputOf(const QString& path);
+
+/// A request of that kind for these files.
+PlotRequest requestFor(const PaneKind& kind, const QStringList& files);
+
+/// What shows files best, those of one kind together: seismograms as a section, one alone that lasts long as a drum,
+/// events on a map, and so on. Each folder is taken for one of seismograms, on its own. Looks into the files, which
+/// may take a while.
+std::vector<PlotRequest> requestsFor(const QStringList& paths);
+
+} // namespace xov::desk

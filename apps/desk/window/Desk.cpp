@@ -1,0 +1,32 @@
+#include "apps/desk/window/Desk.h"
+
+#include "apps/desk/window/MainWindow.h"
+#include "apps/desk/window/Memory.h"
+#include "apps/xov/terminal/Messages.h"
+
+#include <QApplication>
+#include <QStatusBar>
+
+namespace xov::desk {
+
+void runDesk(const CommandRunner& run, const QStringList& paths) {
+  {
+    const QString file = settingsPath();
+    QString note;
+    const DeskSettings settings = readSettings(file, &note);
+    MainWindow window(run);
+    window.memory().restore(settings, paths.isEmpty());
+    QObject::connect(&window, &MainWindow::closing, &window, [&window, &file] {
+      const Status written = writeSettings(window.memory().now(), file);
+      if (!written) cli::complain(written.error());
+    });
+    window.show();
+    window.statusBar()->showMessage(note);
+    if (!note.isEmpty()) cli::note(note);
+    window.openFiles(paths);
+    QApplication::exec();
+  }
+  PlotMaker::waitForAll();
+}
+
+} // namespace xov::desk

@@ -1,0 +1,64 @@
+#include "apps/desk/window/KindActions.h"
+
+#include "apps/desk/window/MainWindow.h"
+
+#include <QMenu>
+
+#include <algorithm>
+
+namespace xov::desk {
+
+namespace {
+
+constexpr int kShortcuts = 9;
+
+// Options that all commands for seismograms have, each with one value.
+constexpr const char* kShared[] = {"--channels", "--stations", "--event"};
+
+QString actionName(const PaneKind& kind) { return QStringLiteral("show_") + QLatin1String(kind.command); }
+
+QStringList filesOf(const PaneKind& kind, const PlotRequest& request) {
+  if (kind.fileOption == nullptr) return request.files;
+  const qsizetype option = request.options.indexOf(QLatin1String(kind.fileOption));
+  return option < 0 ? QStringList() : request.options.mid(option + 1, 1);
+}
+
+} // namespace
+
+KindActions::KindActions(MainWindow& window) : QObject(&window), window_(window) {
+  QMenu* const menu = window.menu(QStringLiteral("pane"))->addMenu(tr("Show &As"));
+  int number = 0;
+  for (const PaneKind& kind : paneKinds()) {
+    auto* const action = new QAction(paneTitle(kind), &window);
+    action->setObjectName(actionName(kind));
+    if (++number <= kShortcuts) action->setShortcut(QKeyCombination(Qt::CTRL, Qt::Key(Qt::Key_0 + number)));
+    connect(action, &QAction::triggered, this, [this, &kind] {
+      if (const Pane* const pane = window_.currentPane()) window_.openPane(as(kind, pane->request()));
+    });
+    menu->addAction(action);
+  }
+  connect(&window, &MainWindow::currentPaneChanged, this, &KindActions::offer);
+  offer();
+}
+
+PlotRequest KindActions::as(const PaneKind& kind, const PlotRequest& request) {
+  const PaneKind* const now = paneKindOf(request.kind);
+  PlotRequest wanted = requestFor(kind, now != nullptr ? filesOf(*now, request) : request.files);
+  if (kind.input != PaneInput::Seismograms) return wanted;
+  wanted.steps = request.steps;
+  for (const char* const option : kShared) {
+    const qsizetype place = request.options.indexOf(QLatin1String(option));
+    if (place >= 0) wanted.options += request.options.mid(place, 2);
+  }
+  return wanted;
+}
+
+// Kinds for other files than the pane's are not to be had.
+void KindActions::offer() {
+  const Pane* const pane = window_.currentPane();
+  const PaneKind* const now = pane != nullptr ? paneKindOf(pane->request().kind) : nullptr;
+  for (const PaneKind& kind : paneKinds())
+    window_.findChild<QAction*>(actionName(kind))->setEnabled(now != nullptr && now->input == kind.input);
+}
+
+} // namespace xov::desk

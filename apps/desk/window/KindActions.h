@@ -1,0 +1,26 @@
+#pragma once
+
+#include "apps/desk/panes/PaneKinds.h"
+
+#include <QObject>
+
+namespace xov::desk {
+
+class MainWindow;
+
+/// Further panes of the files that the current one shows: those as a drum, as a spectrogram, and so on.
+class KindActions : public QObject {
+  Q_OBJECT
+public:
+  explicit KindActions(MainWindow& window);
+
+  /// What the request shows, as another kind: the same files and channels, and what is done to records.
+  static PlotRequest as(const PaneKind& kind, const PlotRequest& request);
+
+private:
+  void offer();
+
+  MainWindow& window_;
+};
+
+} // namespace xov::desk

@@ -1,0 +1,19 @@
+#include "apps/xov/output/PlotReceiver.h"
+
+#include <utility>
+
+namespace xov::cli {
+
+namespace {
+
+thread_local PlotReceiver* receiverOfThread = nullptr;
+
+} // namespace
+
+PlotReceiver* currentPlotReceiver() { return receiverOfThread; }
+
+PlotReceiverScope::PlotReceiverScope(PlotReceiver& receiver) : before_(std::exchange(receiverOfThread, &receiver)) {}
+
+PlotReceiverScope::~PlotReceiverScope() { receiverOfThread = before_; }
+
+} // namespace xov::cli

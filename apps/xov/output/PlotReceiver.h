@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QSizeF>
+
+#include <XOV_Graphics/views/base/XOVView.h>
+#include <cstddef>
+#include <functional>
+#include <memory>
+
+namespace xov::cli {
+
+/// The plots of a command that somebody else shows.
+struct OfferedPlots {
+  std::size_t pages = 0;
+  /// Makes the view of a page, counted from 0, of that size; of the command's own where it is empty. In the main
+  /// thread only. What the view shows is there until the receiver returns.
+  std::function<std::unique_ptr<XOVView>(std::size_t page, const QSizeF& size)> make;
+};
+
+/// Takes the plots of a command in place of files and windows.
+class PlotReceiver {
+public:
+  PlotReceiver() = default;
+  PlotReceiver(const PlotReceiver&) = delete;
+  PlotReceiver& operator=(const PlotReceiver&) = delete;
+  virtual ~PlotReceiver() = default;
+
+  /// Returns when no view of these plots is there any more. Called in the thread of the command, which need not be
+  /// the main thread.
+  virtual void take(const OfferedPlots& plots) = 0;
+};
+
+/// The receiver of this thread; nullptr where plots go to files and windows.
+PlotReceiver* currentPlotReceiver();
+
+/// While this lives, plots of commands that run in the thread that it was made in go to this receiver.
+class PlotReceiverScope {
+public:
+  explicit PlotReceiverScope(PlotReceiver& receiver);
+  ~PlotReceiverScope();
+  PlotReceiverScope(const PlotReceiverScope&) = delete;
+  PlotReceiverScope& operator=(const PlotReceiverScope&) = delete;
+
+private:
+  PlotReceiver* before_;
+};
+
+} // namespace xov::cli
