@@ -13,6 +13,7 @@ compile_packages=(
 test_packages=(
   clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
   xauth xdotool xvfb
+  appstream desktop-file-utils shared-mime-info
   fish imagemagick libtiff-tools mold poppler-utils zsh
   libqt6opengl6-dev qt6-tools-dev)
 
