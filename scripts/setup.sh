@@ -14,7 +14,7 @@ test_packages=(
   clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
   xauth xdotool xvfb
   appstream desktop-file-utils shared-mime-info
-  fish imagemagick libtiff-tools mold poppler-utils zsh
+  fish imagemagick libtiff-tools mold openssl poppler-utils zsh
   libqt6opengl6-dev qt6-tools-dev)
 
 # Shows how far the running step has come, from the last "[12/80]" of ninja or " 12/80 Test" of ctest in its log.

@@ -1,8 +1,13 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkServer.h"
 
+#include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkSession.h"
 
 #include <QElapsedTimer>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QSslKey>
+#include <QSslServer>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
@@ -17,6 +22,27 @@ constexpr int kMillisecondsPerTick = 20;
 constexpr double kMicrosecondsPerMillisecond = 1000;
 constexpr qint64 kMostUnsent = qint64(1) << 20; // bytes that a slow client lets pile up
 constexpr qint64 kLongestCommand = 1024;
+constexpr qint64 kLargestPem = qint64(1) << 20;
+
+// What a server shows of itself to clients that want their connection encrypted.
+Result<QSslConfiguration> identityOf(const SeedLinkServerSettings& settings) {
+  const Result<QByteArray> certificate = readWholeFile(settings.certificateFile, kLargestPem);
+  if (!certificate) return Error{certificate.error()};
+  const Result<QByteArray> key = readWholeFile(settings.keyFile, kLargestPem);
+  if (!key) return Error{key.error()};
+  QSslConfiguration identity = QSslConfiguration::defaultConfiguration();
+  const QList<QSslCertificate> chain = QSslCertificate::fromData(*certificate, QSsl::Pem);
+  if (chain.isEmpty())
+    return Error{settings.certificateFile + QStringLiteral(": found no certificate, expected PEM")};
+  identity.setLocalCertificateChain(chain);
+  for (const QSsl::KeyAlgorithm algorithm : {QSsl::Ec, QSsl::Rsa}) {
+    const QSslKey read(*key, algorithm);
+    if (!read.isNull()) identity.setPrivateKey(read);
+  }
+  if (identity.privateKey().isNull())
+    return Error{settings.keyFile + QStringLiteral(": found no key without a password, expected PEM")};
+  return identity;
+}
 
 // One client's connection.
 class Connection : public QObject {
@@ -92,20 +118,42 @@ private:
 class SeedLinkServer::Private : public QObject {
 public:
   explicit Private(SeedLinkServerSettings settings) : settings_(std::move(settings)) {
-    connect(&tcp_, &QTcpServer::newConnection, this, [this] { greet(); });
+    if (settings_.certificateFile.isEmpty()) {
+      tcp_ = std::make_unique<QTcpServer>();
+    } else {
+      tcp_ = std::make_unique<QSslServer>();
+    }
+    connect(tcp_.get(), &QTcpServer::pendingConnectionAvailable, this, [this] { greet(); });
     connect(&tick_, &QTimer::timeout, this, [this] { play(); });
   }
 
+  Status listen() {
+    if (!settings_.certificateFile.isEmpty()) {
+      const Result<QSslConfiguration> identity = identityOf(settings_);
+      if (!identity) return Error{identity.error()};
+      static_cast<QSslServer&>(*tcp_).setSslConfiguration(*identity);
+    }
+    const QHostAddress address = settings_.isLocal ? QHostAddress::LocalHost : QHostAddress::Any;
+    if (!tcp_->listen(address, settings_.port))
+      return Error{QStringLiteral("port %1: %2").arg(settings_.port).arg(tcp_->errorString())};
+    clock_.start();
+    tick_.start(kMillisecondsPerTick);
+    return {};
+  }
+
   void greet() {
-    while (QTcpSocket* const socket = tcp_.nextPendingConnection()) {
+    while (QTcpSocket* const socket = tcp_->nextPendingConnection()) {
       auto* const connection = new Connection(socket, settings_, this);
       connections_.push_back(connection);
       connect(connection, &QObject::destroyed, this, [this, connection] { std::erase(connections_, connection); });
-      connect(socket, &QIODevice::readyRead, connection, [this, connection] {
+      const auto read = [this, connection] {
         release();
         connection->takeCommands(records_, released_);
         connection->sendPackets(records_, released_);
-      });
+      };
+      connect(socket, &QIODevice::readyRead, connection, read);
+      // What came with the end of an encrypted handshake is not told of again.
+      if (socket->bytesAvailable() > 0) QMetaObject::invokeMethod(connection, read, Qt::QueuedConnection);
       connect(socket, &QIODevice::bytesWritten, connection,
               [this, connection] { connection->sendPackets(records_, released_); });
     }
@@ -132,7 +180,7 @@ public:
   std::size_t released_ = 0;
   QElapsedTimer clock_;
   QTimer tick_;
-  QTcpServer tcp_;
+  std::unique_ptr<QTcpServer> tcp_;
 };
 
 SeedLinkServer::SeedLinkServer(SeedLinkServerSettings settings)
@@ -148,16 +196,9 @@ Status SeedLinkServer::addFile(const QString& path) {
   return {};
 }
 
-Status SeedLinkServer::listen() {
-  const QHostAddress address = d_->settings_.isLocal ? QHostAddress::LocalHost : QHostAddress::Any;
-  if (!d_->tcp_.listen(address, d_->settings_.port))
-    return Error{QStringLiteral("port %1: %2").arg(d_->settings_.port).arg(d_->tcp_.errorString())};
-  d_->clock_.start();
-  d_->tick_.start(kMillisecondsPerTick);
-  return {};
-}
+Status SeedLinkServer::listen() { return d_->listen(); }
 
-quint16 SeedLinkServer::port() const { return d_->tcp_.serverPort(); }
+quint16 SeedLinkServer::port() const { return d_->tcp_->serverPort(); }
 int SeedLinkServer::clientCount() const { return int(d_->connections_.size()); }
 
 bool SeedLinkServer::isAtEnd() const {

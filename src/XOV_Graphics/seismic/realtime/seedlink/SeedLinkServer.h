@@ -31,6 +31,10 @@ struct XOV_EXPORT SeedLinkServerSettings {
   /// Protocol 4 only: who may receive data; empty for everybody.
   QString user;
   QString password;
+  /// PEM files with the certificate that the server shows and the key of it, for clients that connect to tls://; none
+  /// for connections that are not encrypted.
+  QString certificateFile;
+  QString keyFile;
   SeedLinkFaults faults;
 };
 
@@ -49,7 +53,8 @@ public:
   /// Refuses a file without records.
   Status addFile(const QString& path);
 
-  /// Begins to listen, and to play from the earliest record on; refuses in one line where the port is taken.
+  /// Begins to listen, and to play from the earliest record on; refuses in one line where the port is taken, or the
+  /// certificate or its key cannot be read.
   Status listen();
   /// The port that clients connect to; 0 before listen().
   quint16 port() const;
