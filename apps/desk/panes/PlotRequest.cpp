@@ -1,5 +1,7 @@
 #include "apps/desk/panes/PlotRequest.h"
 
+#include "apps/desk/processing/ProcessingSteps.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -15,6 +17,7 @@ constexpr char kOptions[] = "options";
 constexpr char kSteps[] = "steps";
 constexpr char kProperties[] = "properties";
 constexpr char kFiles[] = "files";
+constexpr char kRaw[] = "raw";
 
 QStringList textsOf(const QJsonValue& value) {
   QStringList texts;
@@ -30,8 +33,10 @@ QStringList textsOf(const QJsonValue& value) {
 QStringList PlotRequest::words() const {
   QStringList words{kind};
   words += options;
-  for (const QStringList& step : steps)
-    words += step;
+  if (!isRaw) {
+    for (const QStringList& step : wordsOf(listOfKept(steps)))
+      words += step;
+  }
   for (auto property = properties.cbegin(); property != properties.cend(); ++property)
     words += {QStringLiteral("--set"), property.key() + QLatin1Char('=') + property.value()};
   if (!files.isEmpty()) words += QStringLiteral("--");
@@ -72,7 +77,8 @@ QJsonObject PlotRequest::toJson() const {
           {QLatin1String(kOptions), QJsonArray::fromStringList(options)},
           {QLatin1String(kSteps), stepArray},
           {QLatin1String(kProperties), propertyObject},
-          {QLatin1String(kFiles), QJsonArray::fromStringList(files)}};
+          {QLatin1String(kFiles), QJsonArray::fromStringList(files)},
+          {QLatin1String(kRaw), isRaw}};
 }
 
 PlotRequest PlotRequest::fromJson(const QJsonObject& object) {
@@ -80,6 +86,7 @@ PlotRequest PlotRequest::fromJson(const QJsonObject& object) {
   request.kind = object[QLatin1String(kKind)].toString();
   request.options = textsOf(object[QLatin1String(kOptions)]);
   request.files = textsOf(object[QLatin1String(kFiles)]);
+  request.isRaw = object[QLatin1String(kRaw)].toBool();
   const QJsonArray stepArray = object[QLatin1String(kSteps)].toArray();
   for (const QJsonValue& step : stepArray)
     request.steps.append(textsOf(step));

@@ -12,9 +12,12 @@ namespace xov::desk {
 struct PlotRequest {
   QString kind;                      ///< the command, as "section"
   QStringList options;               ///< its words, such as --sort distance, but for those below
-  QList<QStringList> steps;          ///< what is done to records, a list of words each: --filter bandpass 1 5
+  QList<QStringList> steps;          ///< what is done to records, a list of words each: --filter bandpass 1 5; behind
+                                     ///< a "#" what is switched off
   QMap<QString, QString> properties; ///< of the view, as texts by name: --set
   QStringList files;                 ///< paths; empty where options name the files
+
+  bool isRaw = false; ///< the steps are left out for now
 
   bool operator==(const PlotRequest&) const = default;
 

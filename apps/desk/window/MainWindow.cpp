@@ -3,16 +3,19 @@
 #include "apps/desk/panes/PaneKinds.h"
 #include "apps/desk/properties/PropertyPanel.h"
 #include "apps/desk/window/FileActions.h"
+#include "apps/desk/window/FilesTool.h"
 #include "apps/desk/window/HelpSheet.h"
 #include "apps/desk/window/KindActions.h"
 #include "apps/desk/window/Memory.h"
 #include "apps/desk/window/OutputActions.h"
+#include "apps/desk/window/ProcessingTool.h"
 #include "apps/desk/window/RequestChange.h"
 #include "apps/desk/window/Theme.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
@@ -26,6 +29,7 @@ namespace {
 
 constexpr QSize kUsualSize(1200, 800);
 constexpr int kMessageMs = 10000;
+constexpr qsizetype kMostShownAtOnce = 100; // files; of more the user chooses from their list
 constexpr int kToolWidth = 300;
 
 } // namespace
@@ -45,6 +49,8 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
   addAction(QStringLiteral("file"), QStringLiteral("quit"), tr("&Quit"), QKeySequence::Quit, [this] { close(); });
   buildPaneMenu();
   buildProperties();
+  new FilesTool(*this);
+  new ProcessingTool(*this);
   themes_ = new ThemeActions(*this);
   memory_ = new Memory(*this, *files_, *themes_);
   addAction(QStringLiteral("help"), QStringLiteral("keys"), tr("&Keys…"), QKeySequence::HelpContents,
@@ -174,10 +180,14 @@ QDockWidget* MainWindow::addToolDock(QWidget* widget, const QString& title, cons
 void MainWindow::openFiles(const QStringList& paths) {
   if (paths.isEmpty()) return;
   files_->addRecent(paths);
-  statusBar()->showMessage(tr("Looking into %n file(s)…", nullptr, int(paths.size())));
+  Q_EMIT filesOpened(paths);
+  QStringList shown = paths;
+  shown.removeIf([](const QString& path) { return QFileInfo(path).isDir(); });
+  if (shown.isEmpty() || shown.size() > kMostShownAtOnce) return;
+  statusBar()->showMessage(tr("Looking into %n file(s)…", nullptr, int(shown.size())));
   const QPointer<MainWindow> window(this);
-  QThread* const thread = QThread::create([window, paths] {
-    std::vector<PlotRequest> requests = requestsFor(paths);
+  QThread* const thread = QThread::create([window, shown] {
+    std::vector<PlotRequest> requests = requestsFor(shown);
     QMetaObject::invokeMethod(qApp, [window, requests = std::move(requests)] {
       if (!window) return;
       window->statusBar()->clearMessage();

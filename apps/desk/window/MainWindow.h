@@ -21,7 +21,8 @@ public:
   explicit MainWindow(CommandRunner run, QWidget* parent = nullptr);
   ~MainWindow() override;
 
-  /// Looks into files and folders, without holding up the window, and shows what suits them.
+  /// Lists files and folders. Of files, unless they are very many, it shows what suits them as soon as it has looked
+  /// into them, without holding up the window; of folders what the user chooses from the list.
   void openFiles(const QStringList& paths);
   /// Opens a pane; can be taken back.
   Pane* openPane(const PlotRequest& request);
@@ -50,6 +51,8 @@ public:
 Q_SIGNALS:
   void paneOpened(xov::desk::Pane* pane);
   void currentPaneChanged(xov::desk::Pane* pane);
+  /// Files or folders were opened, whatever is shown of them.
+  void filesOpened(const QStringList& paths);
   /// The window closes; what is worth keeping is there yet.
   void closing();
 

@@ -24,6 +24,16 @@ TEST(PlotRequest, isTheWordsOfACommandLine) {
                          "lineWidth=2", "--set", "title=A day", "--", "/data/it's.sac", "/data/two.sac"}));
 }
 
+TEST(PlotRequest, leavesOutStepsThatAreOffAndAllOfRawData) {
+  PlotRequest request = drumRequest();
+  request.steps[0].prepend("#");
+  EXPECT_FALSE(request.words().contains("--detrend"));
+  EXPECT_TRUE(request.words().contains("--filter"));
+  request.isRaw = true;
+  EXPECT_FALSE(request.words().contains("--filter"));
+  EXPECT_EQ(PlotRequest::fromJson(request.toJson()), request);
+}
+
 TEST(PlotRequest, needsNoFilesAtItsEnd) {
   PlotRequest request;
   request.kind = "map";
