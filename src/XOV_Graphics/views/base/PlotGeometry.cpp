@@ -90,14 +90,17 @@ QPointF rotatedTextOrigin(QPointF at, QSizeF size, int hjust, int vjust) {
   return {at.x() - shift(hjust, size.height()), at.y() - shift(vjust, size.width())};
 }
 
-QString timeStampText(const QDateTime& dateTime) {
+QString zoneOffsetText(const QDateTime& dateTime) {
   const int offsetMinutes = dateTime.offsetFromUtc() / 60;
   const int size = std::abs(offsetMinutes);
-  return dateTime.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss ")) +
-         QStringLiteral("%1%2%3")
-             .arg(offsetMinutes < 0 ? QLatin1Char('-') : QLatin1Char('+'))
-             .arg(size / 60, 2, 10, QLatin1Char('0'))
-             .arg(size % 60, 2, 10, QLatin1Char('0'));
+  return QStringLiteral("%1%2%3")
+      .arg(offsetMinutes < 0 ? QLatin1Char('-') : QLatin1Char('+'))
+      .arg(size / 60, 2, 10, QLatin1Char('0'))
+      .arg(size % 60, 2, 10, QLatin1Char('0'));
+}
+
+QString timeStampText(const QDateTime& dateTime) {
+  return dateTime.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss ")) + zoneOffsetText(dateTime);
 }
 
 } // namespace xov

@@ -73,6 +73,9 @@ inline QPointF rotatedTextOrigin(QPointF at, QSizeF size, HJust hjust, VJust vju
   return rotatedTextOrigin(at, size, int(hjust), int(vjust));
 }
 
+/// How far a date's zone is from UTC: "+0530".
+XOV_EXPORT QString zoneOffsetText(const QDateTime& dateTime);
+
 /// A date as plots are stamped with it: "2011-03-11 05:46:23 +0000", local time with the zone's offset.
 XOV_EXPORT QString timeStampText(const QDateTime& dateTime);
 

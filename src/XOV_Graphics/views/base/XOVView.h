@@ -9,6 +9,7 @@
 #include "XOV_Graphics/platform/View.h"
 #include "XOV_Graphics/views/base/PlotController.h"
 #include "XOV_Graphics/views/base/PlotGeometry.h"
+#include "XOV_Graphics/views/base/PlotReadout.h"
 
 #include <QKeySequence>
 #include <QMenu>
@@ -20,6 +21,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace xov {
 
@@ -202,6 +204,12 @@ public:
   void set_mouseTrackTimer(QTimer* timer) { mouseTrackTimer_ = timer; }
   /// Reports the pointer's position, if it is inside iRect(), to the controller.
   void handleTrackedMousePosition();
+  /// What the view shows at a point of its own (view points, y upwards), as it was last drawn: values in their units,
+  /// for a status line. Empty where it shows nothing, for points that are not finite, and unless overridden.
+  virtual PlotReadout readout(QPointF point) const;
+  /// The record whose trace lies under a point, or nearest to it, as the view was last drawn; none outside the data
+  /// frame and of views without records.
+  virtual std::optional<PointedRecord> recordAt(QPointF point) const;
   /// A crosshair over pRect().
   void resetCursorRects() override;
   /// "Save To PDF", "Save To TIF", "Save To PNG", "Save To JPG", "Copy As PDF".
@@ -280,6 +288,11 @@ protected:
   void announceLimits();
   /// Emits exported() when `written`, which it returns.
   bool announceExport(bool written, const QString& path);
+
+  /// Whether a point lies inside the data frame, which has a size.
+  bool isInFrame(QPointF point) const;
+  /// Adds what an axis says at a point, under its label or usual name.
+  void addAxisValue(PlotReadout& readout, QLatin1String name, Qt::Axis axis, QPointF point) const;
 
   /// How much of the xLabel buffer a text may take.
   enum class LabelRoom { All, ExceptPowerOfTen };

@@ -63,28 +63,50 @@ Path HistogramBars::overValues() const {
   const double right = left + frame.width();
   const double bottom = frame.y();
   const double top = bottom + frame.height();
-  const double xRange = double(limits.xmax - limits.xmin);
-  const double xScale = frame.width() / xRange;
-  const double barWidth = double(bins.width) / xRange * frame.width();
+  const double width = barWidth();
 
   Path path = outline();
   double y = bottom;
   const auto draw = [&](double x, std::size_t bar) {
     const double height = std::min(bottom + heightOf(counts[bar]), top);
-    const double end = std::min(x + barWidth, right);
+    const double end = std::min(x + width, right);
     path.moveTo({x, y});
     path.lineTo({x, height});
     path.lineTo({end, height});
     path.lineTo({end, left});
     y = left;
   };
-  BarThinner thinner(barWidth);
+  BarThinner thinner(width);
   for (std::size_t bar = 0; bar < barCount(*this); ++bar) {
-    const double x = left + double(bins.leftEdge(std::int32_t(bar)) - limits.xmin) * xScale;
+    const double x = leftOf(bar);
     if (x >= left && x <= right) thinner.add(x, bar, counts[bar], draw);
   }
   thinner.flush(draw);
   return path;
+}
+
+double HistogramBars::leftOf(std::size_t bar) const {
+  const double xScale = frame.width() / double(limits.xmax - limits.xmin);
+  return frame.x() + double(bins.leftEdge(std::int32_t(bar)) - limits.xmin) * xScale;
+}
+
+double HistogramBars::barWidth() const {
+  return double(bins.width) / double(limits.xmax - limits.xmin) * frame.width();
+}
+
+std::optional<std::size_t> HistogramBars::barAt(double x) const {
+  const double right = frame.x() + frame.width();
+  const double width = barWidth();
+  const double place = (x - leftOf(0)) / width;
+  const std::size_t count = barCount(*this);
+  if (!(width > 0) || !(place > -1) || !(place < double(count) + 1)) return {};
+  // Edges are rounded to single precision, so that a neighbour may be the one.
+  const auto guess = std::size_t(std::max(place, 0.0));
+  for (std::size_t bar = guess > 0 ? guess - 1 : 0; bar < std::min(guess + 2, count); ++bar) {
+    const double left = leftOf(bar);
+    if (left >= frame.x() && left <= right && x >= left && x < std::min(left + width, right)) return bar;
+  }
+  return {};
 }
 
 // On a linear axis bars grow from 0, wherever the axis begins.

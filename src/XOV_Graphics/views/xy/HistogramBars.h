@@ -7,6 +7,7 @@
 #include <QRectF>
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 namespace xov {
@@ -31,6 +32,9 @@ struct HistogramBars {
   /// is the x coordinate of the frame's left side: on the bottom where the frame has the same margin on both.
   Path overValues() const;
 
+  /// The bar of overValues() that stands over an x, whatever its height; none where there is no bar.
+  std::optional<std::size_t> barAt(double x) const;
+
   /// Horizontal bars that start 5 points right of the frame, one a data unit of the Y limits high, the longest as
   /// long as the frame is high.
   Path besideFrame() const;
@@ -41,6 +45,8 @@ struct HistogramBars {
 private:
   double besideX() const;
   double heightOf(std::int32_t count) const;
+  double leftOf(std::size_t bar) const;
+  double barWidth() const;
 };
 
 } // namespace xov

@@ -147,6 +147,33 @@ void PowerSpectraView::strokeCurve(const std::vector<float>& hz, const std::vect
   context.strokePath(path);
 }
 
+PlotReadout PowerSpectraView::readout(QPointF point) const {
+  PlotReadout readout;
+  if (!curves_ || curves_->empty() || !isInFrame(point)) return readout;
+  addAxisValue(readout, QLatin1String("x"), Qt::XAxis, point);
+  addAxisValue(readout, QLatin1String("y"), Qt::YAxis, point);
+  struct Found {
+    const SpectrumCurve* curve;
+    std::size_t index;
+  };
+  std::optional<Found> found;
+  double reach = kPointReach;
+  for (const SpectrumCurve& curve : *curves_) {
+    const PlottedValues x(curve.hz, logX());
+    const PlottedValues y(curve.values, logY());
+    const Trace line = xyLine(x, y, iRect_, drawnLimits(limits(), logAxes_));
+    const auto index = nearestPoint(line, point, reach);
+    if (!index) continue;
+    found = {&curve, *index};
+    reach = std::hypot(line.xOf(line.time.values[*index]) - point.x(), line.yOf(line.samples[*index]) - point.y());
+  }
+  if (!found) return readout;
+  readout.addText(QLatin1String("curve"), found->curve->name);
+  readout.add(QLatin1String("frequency"), double(found->curve->hz[found->index]), QStringLiteral("Hz"));
+  readout.add(QLatin1String("power"), double(found->curve->values[found->index]), NamedUnit(yLabelString_).unit);
+  return readout;
+}
+
 void PowerSpectraView::drawCurves() {
   if (!curves_) return;
   for (std::size_t i = 0; i < curves_->size(); ++i)

@@ -64,6 +64,10 @@ public:
   /// below. Without a value nothing changes.
   virtual void computePlotLimits();
 
+  /// "x" and "y" at a place inside the frame, and of the nearest point within 12 points its "curve", the name in
+  /// words, "frequency" and "power".
+  PlotReadout readout(QPointF point) const override;
+
   void computeRects() override;
   void drawRect(const QRectF& dirty) override;
   virtual void drawCurves();

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/views/xy/XYAxes.h"
 #include "XOV_Graphics/views/xy/XYPlotFrame.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace xov {
@@ -41,6 +42,11 @@ void XOV2DScatterPlotView::computePlotLimits() {
 }
 
 void XOV2DScatterPlotView::computeDataRanges() { XOV2DScatterPlotView::computePlotLimits(); }
+
+PlotReadout XOV2DScatterPlotView::readout(QPointF point) const {
+  const double radius = std::abs(double(symbolDiameter_)) / 2;
+  return XYAxes::readout(*this, point, std::max(radius, kPointReach), 1);
+}
 
 void XOV2DScatterPlotView::drawRect(const QRectF&) {
   const auto drawPoints = [this] {

@@ -158,12 +158,31 @@ void XOVHistogramView::fillAndStroke(Path bars, const QColor& fill) {
   context.strokePath(bars);
 }
 
+HistogramBars XOVHistogramView::bars() const {
+  return {bins(), readableCounts(), maxCount_, iRect_, drawnLimits(limits(), logAxes()), logY()};
+}
+
+PlotReadout XOVHistogramView::readout(QPointF point) const {
+  PlotReadout readout;
+  if (!counts_ || !isInFrame(point)) return readout;
+  addAxisValue(readout, QLatin1String("x"), Qt::XAxis, point);
+  const auto bar = bars().barAt(point.x());
+  if (!bar) return readout;
+  const auto edge = [this](std::size_t bin) {
+    const auto along = double(bins().leftEdge(std::int32_t(bin)));
+    return logX() ? std::pow(10.0, along) : along;
+  };
+  readout.add(QLatin1String("bin"), double(*bar), {});
+  readout.add(QLatin1String("from"), edge(*bar), {});
+  readout.add(QLatin1String("to"), edge(*bar + 1), {});
+  readout.add(QLatin1String("count"), double(readableCounts()[*bar]), {});
+  return readout;
+}
+
 void XOVHistogramView::drawHHistogram() {
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
-  const PlotLimits drawn = drawnLimits(limits(), logAxes());
-  fillAndStroke(HistogramBars{bins(), readableCounts(), maxCount_, iRect_, drawn, logY()}.overValues(),
-                barFillColor_);
+  fillAndStroke(bars().overValues(), barFillColor_);
 }
 
 void XOVHistogramView::drawVHistogram() {

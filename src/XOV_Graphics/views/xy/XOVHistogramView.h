@@ -12,6 +12,7 @@
 
 namespace xov {
 
+struct HistogramBars;
 struct HistogramBins;
 
 /// A histogram: values sorted into bins of equal width between a lower and an upper bin value, the counts drawn as
@@ -95,6 +96,10 @@ public:
   QColor barFillColor() const { return barFillColor_; }
   void setBarFillColor(const QColor& color) { change(barFillColor_, color); }
 
+  /// "x" at a place inside the frame and, over or above a bar, its "bin", counted from 0, its edges "from" and "to",
+  /// and the "count" in it.
+  PlotReadout readout(QPointF point) const override;
+
   void drawRect(const QRectF& dirty) override;
   /// Vertical bars over the horizontal axis of values, inside iRect().
   virtual void drawHHistogram();
@@ -151,6 +156,7 @@ private:
   }
 
   HistogramBins bins() const;
+  HistogramBars bars() const;
   LogAxes logAxes_;
 
   friend struct XYAxes;

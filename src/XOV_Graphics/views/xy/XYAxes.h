@@ -30,6 +30,23 @@ struct XYAxes {
     return true;
   }
 
+  /// What a plot of points tells about a place inside its frame: the axes' values, and the nearest point within
+  /// reach.
+  template <typename PlotView>
+  static PlotReadout readout(const PlotView& view, QPointF at, double reach, std::size_t skipped) {
+    PlotReadout readout;
+    const std::span<const float> xPoints = view.xPoints();
+    const std::span<const float> yPoints = view.yPoints();
+    if (xPoints.empty() || !view.isInFrame(at)) return readout;
+    view.addAxisValue(readout, QLatin1String("x"), Qt::XAxis, at);
+    view.addAxisValue(readout, QLatin1String("y"), Qt::YAxis, at);
+    const PlottedValues x(xPoints, view.logX());
+    const PlottedValues y(yPoints, view.logY());
+    const Trace line = xyLine(x, y, view.pRect(), drawnLimits(view.limits(), view.logAxes()));
+    addNearestPoint(readout, line, at, reach, skipped, xPoints, yPoints);
+    return readout;
+  }
+
   /// The limits and the label of an axis, scaled unless it is logarithmic.
   static ScaledAxis axis(float lower, float upper, const QString& label, bool logarithmic) {
     return logarithmic ? ScaledAxis{lower, upper, label} : scaledAxis(lower, upper, label);

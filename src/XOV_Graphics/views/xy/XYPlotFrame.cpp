@@ -67,6 +67,27 @@ Trace xyLine(std::span<const float> x, std::span<const float> y, const QRectF& f
   return line;
 }
 
+std::optional<std::size_t> nearestPoint(const Trace& line, QPointF at, double reach, std::size_t skipped) {
+  std::optional<std::size_t> nearest;
+  double best = reach;
+  for (std::int64_t i = std::int64_t(skipped); i < line.last; ++i) {
+    const double distance = std::hypot(line.xOf(line.time.values[i]) - at.x(), line.yOf(line.samples[i]) - at.y());
+    if (!(nearest ? distance < best : distance <= best)) continue;
+    best = distance;
+    nearest = std::size_t(i);
+  }
+  return nearest;
+}
+
+void addNearestPoint(PlotReadout& readout, const Trace& line, QPointF at, double reach, std::size_t skipped,
+                     std::span<const float> x, std::span<const float> y) {
+  const auto nearest = nearestPoint(line, at, reach, skipped);
+  if (!nearest) return;
+  readout.add(QLatin1String("point"), double(*nearest), {});
+  readout.add(QLatin1String("pointX"), double(x[*nearest]), {}, 0, QStringLiteral("at x"));
+  readout.add(QLatin1String("pointY"), double(y[*nearest]), {}, 0, QStringLiteral("at y"));
+}
+
 Symbols xySymbols(std::span<const float> x, std::span<const float> y, const QRectF& frame, const PlotLimits& limits,
                   double radius) {
   const XYScale scale = xyScale(frame, limits);

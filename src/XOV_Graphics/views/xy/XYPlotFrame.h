@@ -3,10 +3,12 @@
 #include "XOV_Graphics/platform/Symbols.h"
 #include "XOV_Graphics/platform/Trace.h"
 #include "XOV_Graphics/views/base/PlotGeometry.h"
+#include "XOV_Graphics/views/base/PlotReadout.h"
 
 #include <QRectF>
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -55,6 +57,18 @@ XYScale xyScale(const QRectF& frame, const PlotLimits& limits);
 
 /// The polyline through paired values, mapped into a frame. Borrows the values.
 Trace xyLine(std::span<const float> x, std::span<const float> y, const QRectF& frame, const PlotLimits& limits);
+
+/// The point of such a line that lies nearest to `at`, by its index, no farther than `reach` view points away; the
+/// first `skipped` ones do not count.
+std::optional<std::size_t> nearestPoint(const Trace& line, QPointF at, double reach, std::size_t skipped = 0);
+
+/// How near the pointer must be to a point of a line or symbol to be told about it, in view points.
+inline constexpr double kPointReach = 12;
+
+/// Adds the nearest point within reach, if there is one, as "point", its place in the list from 0 on, "pointX" and
+/// "pointY", its own values.
+void addNearestPoint(PlotReadout& readout, const Trace& line, QPointF at, double reach, std::size_t skipped,
+                     std::span<const float> x, std::span<const float> y);
 
 /// Gray circles with a black outline at paired values, mapped into a frame; none at the first pair. Borrows the
 /// values.

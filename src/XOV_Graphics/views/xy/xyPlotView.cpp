@@ -56,6 +56,12 @@ QRectF xyPlotView::computeDataRanges() {
   return limits().rect();
 }
 
+PlotReadout xyPlotView::readout(QPointF point) const { return readoutSkipping(point, 0); }
+
+PlotReadout xyPlotView::readoutSkipping(QPointF point, std::size_t skipped) const {
+  return XYAxes::readout(*this, point, kPointReach, skipped);
+}
+
 void xyPlotView::drawRect(const QRectF&) {
   const auto drawLine = [this] {
     Path path;

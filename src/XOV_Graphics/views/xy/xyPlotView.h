@@ -53,6 +53,10 @@ public:
   /// The same, and returns (xmin, ymin, xmax − xmin, ymax − ymin); the zero rectangle without points.
   virtual QRectF computeDataRanges();
 
+  /// "x" and "y" at a place inside the frame and, within 12 points of it, the nearest point of the line: "point",
+  /// its place in the list from 0 on, "pointX" and "pointY".
+  PlotReadout readout(QPointF point) const override;
+
   void drawRect(const QRectF& dirty) override;
   /// Draws both axes and their labels around pRect(). Leaves the label font at 14 points.
   virtual void drawAxes();
@@ -61,6 +65,8 @@ protected:
   /// The points that can be read: npts(), or fewer where the samples end before.
   std::span<const float> xPoints() const;
   std::span<const float> yPoints() const;
+  /// readout() of a view that does not draw the first points.
+  PlotReadout readoutSkipping(QPointF point, std::size_t skipped) const;
   /// Sets the limits to the extremes of the points; false, and nothing changed, without points.
   bool scanLimits();
 

@@ -37,6 +37,8 @@ void xyScatterPlot::computePlotLimits() {
   announceLimits();
 }
 
+PlotReadout xyScatterPlot::readout(QPointF point) const { return readoutSkipping(point, 1); }
+
 void xyScatterPlot::drawRect(const QRectF&) {
   XYAxes::drawPlot(static_cast<xyPlotView&>(*this), npts_, [this] {
     const PlottedValues x(xPoints(), logX());

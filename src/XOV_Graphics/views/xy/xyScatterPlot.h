@@ -23,6 +23,9 @@ public:
   /// widened. Without points nothing changes. computeDataRanges() does not widen.
   void computePlotLimits() override;
 
+  /// The same as of a line plot, of the circles that are drawn.
+  PlotReadout readout(QPointF point) const override;
+
   /// Sets pRect() and iRect(), by which clicks are reported, to the frame that it draws.
   void drawRect(const QRectF& dirty) override;
 
