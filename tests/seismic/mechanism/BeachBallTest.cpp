@@ -169,6 +169,23 @@ TEST(OnBeachBall, isEqualArea) {
   EXPECT_NEAR(onBeachBall(180, 90).y(), 0, 1e-12);
 }
 
+TEST(BeachBall, aPlaceOnTheBallGivesItsDirectionBack) {
+  for (const double azimuth : {0.0, 45.0, 135.0, 225.0, 359.0}) {
+    for (const double plunge : {0.5, 30.0, 60.0, 89.0}) {
+      const auto direction = directionOnBeachBall(onBeachBall(azimuth, plunge));
+      ASSERT_TRUE(direction);
+      EXPECT_NEAR(direction->azimuthDeg, azimuth, 1e-9);
+      EXPECT_NEAR(direction->plungeDeg, plunge, 1e-9);
+    }
+  }
+  EXPECT_EQ(directionOnBeachBall({0, 0})->plungeDeg, 90);
+  // 0.541196 is where a plunge of 45 degrees lies.
+  EXPECT_NEAR(directionOnBeachBall({0, -0.541196})->plungeDeg, 45, 1e-4);
+  EXPECT_EQ(directionOnBeachBall({0, -0.541196})->azimuthDeg, 180);
+  EXPECT_FALSE(directionOnBeachBall({0.8, 0.8}));
+  EXPECT_FALSE(directionOnBeachBall({std::nan(""), 0}));
+}
+
 // A plane that strikes north and dips 60 degrees to the east: its deepest ray points east, 60 degrees down, √2 sin
 // 15° = 0.3660 from the middle.
 TEST(BeachBallPlane, dipsToTheRightOfItsStrike) {

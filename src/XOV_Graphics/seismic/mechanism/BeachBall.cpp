@@ -170,6 +170,17 @@ QPointF onBeachBall(double azimuthDeg, double plungeDeg) {
   return projected({std::cos(plunge) * std::sin(azimuth), std::cos(plunge) * std::cos(azimuth), -std::sin(plunge)});
 }
 
+std::optional<BeachBallDirection> directionOnBeachBall(QPointF place) {
+  const double distance = std::hypot(place.x(), place.y());
+  if (!(distance <= 1)) return {};
+  const double azimuth = std::atan2(place.x(), place.y()) / kRadiansPerDegree;
+  const double fromBelow = 2 * std::asin(distance / std::numbers::sqrt2) / kRadiansPerDegree;
+  constexpr double kFullTurnDeg = 360;
+  constexpr double kQuarterTurnDeg = 90;
+  return BeachBallDirection{azimuth < 0 ? azimuth + kFullTurnDeg : azimuth,
+                            std::max(kQuarterTurnDeg - fromBelow, 0.0)};
+}
+
 BeachBallLine beachBallPlane(double strikeDeg, double dipDeg, int points) {
   const double strike = strikeDeg * kRadiansPerDegree;
   const double dip = dipDeg * kRadiansPerDegree;

@@ -5,6 +5,7 @@
 
 #include <QPointF>
 
+#include <optional>
 #include <vector>
 
 namespace xov {
@@ -34,6 +35,13 @@ XOV_EXPORT BeachBall beachBallOf(const MomentTensor& tensor, int points = 180);
 
 /// Where a direction lies, of a plunge of 0 to 90 degrees below the horizontal.
 XOV_EXPORT QPointF onBeachBall(double azimuthDeg, double plungeDeg);
+
+/// The direction that lies at a place of a ball: the inverse of onBeachBall(). None outside of the rim.
+struct XOV_EXPORT BeachBallDirection {
+  double azimuthDeg = 0; ///< clockwise from north, 0 to below 360; 0 in the middle
+  double plungeDeg = 0;  ///< below the horizontal, 0 to 90
+};
+XOV_EXPORT std::optional<BeachBallDirection> directionOnBeachBall(QPointF place);
 
 /// The line in which a plane through the source cuts the ball, from rim to rim.
 XOV_EXPORT BeachBallLine beachBallPlane(double strikeDeg, double dipDeg, int points = 90);
