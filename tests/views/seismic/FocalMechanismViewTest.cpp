@@ -135,5 +135,23 @@ TEST_F(MechanismView, leavesThePlaceOfAnUnknownOneEmpty) {
   EXPECT_EQ(recording->fills().size(), 1U) << "the paper";
 }
 
+// 480 × 360 points have room for a ball of 142 about (240, 162), or with a caption of 134 about (240, 170).
+TEST(FocalMechanismView, tellsTheDirectionThatLiesAtAPlaceOfABall) {
+  FocalMechanismView view(QRectF(0, 0, 480, 360));
+  EXPECT_TRUE(view.readout({240, 162}).isEmpty());
+  view.setMechanisms({thrust()});
+  recorded(view);
+  EXPECT_EQ(view.readout({240, 162}).value(QLatin1String("plunge")), 90);
+  const PlotReadout east = view.readout({240 + 142 * 0.541196, 162});
+  EXPECT_NEAR(east.value(QLatin1String("plunge")), 45, 1e-4);
+  EXPECT_NEAR(east.value(QLatin1String("azimuth")), 90, 1e-9);
+  EXPECT_TRUE(view.readout({240 + 143, 162}).isEmpty());
+  EXPECT_TRUE(view.readout({double(kNan), 162}).isEmpty());
+  view.setMechanisms({thrust(QStringLiteral("Tohoku"))});
+  EXPECT_EQ(view.readout({240, 170}).find(QLatin1String("mechanism"))->text, QStringLiteral("Tohoku"));
+  view.setMechanisms({CaptionedMechanism{{}, QStringLiteral("unknown")}}); // its place is empty
+  EXPECT_TRUE(view.readout({240, 170}).isEmpty());
+}
+
 } // namespace
 } // namespace xov

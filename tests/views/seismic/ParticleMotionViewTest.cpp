@@ -137,5 +137,21 @@ TEST_F(MotionView, showsWhatThereIsOfOddMotion) {
   drawn();
 }
 
+// The largest amplitude is 2, so that panels reach 2.1 to both sides.
+TEST(ParticleMotionView, tellsBothComponentsUnderTheirNames) {
+  ParticleMotionView view(QRectF(0, 0, 900, 400));
+  view.setMotion(alongALine());
+  EXPECT_TRUE(view.readout({100, 200}).isEmpty()); // not drawn yet
+  recorded(view);
+  const QRectF second = layOutMotionPanels(view.bounds()).panel[1];
+  const PlotReadout readout = view.readout({second.right(), second.y() + second.height() / 4});
+  EXPECT_NEAR(readout.value(QLatin1String("x")), 2.1, 1e-6);
+  EXPECT_NEAR(readout.value(QLatin1String("y")), -1.05, 1e-6);
+  EXPECT_EQ(readout.text(), QStringLiteral("BHN 2.10   BHZ -1.05"));
+  EXPECT_TRUE(view.readout({second.right() + 20, second.center().y()}).isEmpty());
+  view.setMotion({});
+  EXPECT_TRUE(view.readout(second.center()).isEmpty());
+}
+
 } // namespace
 } // namespace xov

@@ -112,10 +112,28 @@ void FocalMechanismView::drawRect(const QRectF&) {
   if (_timeStamp()) drawTimeStamp();
 }
 
-void FocalMechanismView::drawMechanisms() {
+BallGrid FocalMechanismView::ballGrid() const {
   const bool hasCaptions = std::ranges::any_of(
       mechanisms_, [](const CaptionedMechanism& captioned) { return !captioned.caption.isEmpty(); });
-  const BallGrid grid = layOutBalls(iRect_, mechanisms_.size(), hasCaptions ? kCaptionHeight : 0);
+  return layOutBalls(iRect_, mechanisms_.size(), hasCaptions ? kCaptionHeight : 0);
+}
+
+PlotReadout FocalMechanismView::readout(QPointF point) const {
+  PlotReadout readout;
+  const BallGrid grid = ballGrid();
+  for (std::size_t i = 0; i < grid.centers.size(); ++i) {
+    const QPointF on = (point - grid.centers[i]) / grid.radius;
+    const auto direction = directionOnBeachBall(on);
+    if (!direction || !radiatingTensorOf(mechanisms_[i].mechanism)) continue;
+    readout.addText(QLatin1String("mechanism"), mechanisms_[i].caption);
+    readout.add(QLatin1String("azimuth"), direction->azimuthDeg, QStringLiteral("°"), 0.1);
+    readout.add(QLatin1String("plunge"), direction->plungeDeg, QStringLiteral("°"), 0.1);
+  }
+  return readout;
+}
+
+void FocalMechanismView::drawMechanisms() {
+  const BallGrid grid = ballGrid();
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   for (std::size_t i = 0; i < grid.centers.size(); ++i) {

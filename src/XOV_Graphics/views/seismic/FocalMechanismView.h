@@ -10,6 +10,8 @@
 
 namespace xov {
 
+struct BallGrid;
+
 /// A focal mechanism and what is written below its beach ball.
 struct XOV_EXPORT CaptionedMechanism {
   FocalMechanism mechanism;
@@ -57,6 +59,10 @@ public:
   /// pRect() and iRect() are where the balls stand, with room for the title above and the details of a single one at
   /// the right.
   void computeRects() override;
+  /// On a ball, its caption as "mechanism" and the direction of the ray that leaves the source there: its "azimuth"
+  /// and its "plunge" below the horizontal, in degrees.
+  PlotReadout readout(QPointF point) const override;
+
   void drawRect(const QRectF& dirty) override;
   /// Balls, marks and captions.
   void drawMechanisms();
@@ -64,6 +70,7 @@ public:
   void drawDetails();
 
 private:
+  BallGrid ballGrid() const;
   bool hasDetails() const { return showDetails_ && mechanisms_.size() == 1; }
   void drawBall(const FocalMechanism& mechanism, QPointF center, double radius);
   // What the writes of properties do: set, and draw anew.

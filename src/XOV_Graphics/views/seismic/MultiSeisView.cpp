@@ -82,14 +82,19 @@ SectionLayout MultiSeisView::layoutOf(const SeismogramArray& records) const {
   return layoutSection(records, stripPlacement_, pRect_, 1 / double(plotGainFactor_));
 }
 
+double MultiSeisView::scaleOf(const SeismogramRecord& record, const SectionLayout& layout) const {
+  const bool isOwnScale = amplitudeScaling_ == AmplitudeScaling::EachTrace;
+  return layout.slot / double(plotGainFactor_ * (isOwnScale ? record.absMax() : commonPeak_));
+}
+
 void MultiSeisView::drawRect(const QRectF&) {
   drawPaper();
   const auto records = wvfrmsArray();
   if (!records || records->empty()) return;
   computeRects();
   computePlotLimits();
-  float largest = std::abs(ymin_);
-  if (ymax_ > largest) largest = ymax_;
+  commonPeak_ = std::abs(ymin_);
+  if (ymax_ > commonPeak_) commonPeak_ = ymax_;
   const SectionLayout layout = layoutOf(*records);
   if (layout.hasAxis) {
     ymin_ = layout.lower;
@@ -99,19 +104,18 @@ void MultiSeisView::drawRect(const QRectF&) {
   {
     const SavedState saved(GraphicsContext::current());
     labelAttributes_->setColor(colors::gray);
-    traces = drawStrips(*records, layout, largest);
+    traces = drawStrips(*records, layout);
     drawAxes(layout);
     drawTitleTopCentered();
     if (amplitudeScaling_ == AmplitudeScaling::Common)
-      drawAmplitudeBar(layout.slot / (double(plotGainFactor_) * double(largest)));
+      drawAmplitudeBar(layout.slot / (double(plotGainFactor_) * double(commonPeak_)));
   }
   drawPicks();
   drawLegendIn(pRect_, traces);
 }
 
 // All traces are stroked last, over the picks and captions.
-std::vector<DrawnTrace> MultiSeisView::drawStrips(const SeismogramArray& records, const SectionLayout& layout,
-                                                  float largest) {
+std::vector<DrawnTrace> MultiSeisView::drawStrips(const SeismogramArray& records, const SectionLayout& layout) {
   const LabelScope labels(*this);
   const std::vector<std::optional<double>> captions = placeCaptions(records, layout);
   std::vector<DrawnTrace> traces;
@@ -120,9 +124,7 @@ std::vector<DrawnTrace> MultiSeisView::drawStrips(const SeismogramArray& records
     const SeismogramRecord* const record = records[index].get();
     if (showZeroLine_) drawZeroLine(center);
     if (record == nullptr) continue;
-    const bool isOwnScale = amplitudeScaling_ == AmplitudeScaling::EachTrace;
-    const double scale = layout.slot / double(plotGainFactor_ * (isOwnScale ? record->absMax() : largest));
-    Trace trace = traceOf(*record, center, scale);
+    Trace trace = traceOf(*record, center, scaleOf(*record, layout));
     if (settleTrace(trace, pRect_, record->smin(), record->smax()))
       traces.push_back({trace, traceColor(index, colors::black)});
     if (captions[i]) drawCaption(captionOf(*record, layout), *captions[i]);

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/seismic/ApparentVelocity.h"
 #include "XOV_Graphics/views/seismic/PickedSeismogramView.h"
 
 #include <QColor>
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace xov {
@@ -98,6 +100,12 @@ public:
   bool fillPositive() const { return fillPositive_; }
 
   QString usualAxisName(Qt::Axis axis) const override;
+  /// How fast what a line across the section follows moves along it: from the record or the place on the axis at one
+  /// end to that at the other. Evenly placed strips count by the distances that their records have. None where the
+  /// ends are at one distance, along an axis of azimuths, and where distances are not known. Of records whose times
+  /// are reduced by a velocity it is what is left of the slowness.
+  std::optional<ApparentVelocity> apparentVelocity(QPointF from, QPointF to) const;
+
   /// pRect and iRect (20, 60, width − 40, height − 100); with an axis at the left side (72, 60, width − 156,
   /// height − 100).
   void computeRects() override;
@@ -108,6 +116,10 @@ public:
   virtual void drawPicks();
 
 protected:
+  std::vector<RecordTrace> recordTraces() const override;
+  /// The distance or azimuth that an axis shows at the point, as "place".
+  void addToReadout(PlotReadout& readout, QPointF point) const override;
+
   std::weak_ptr<const SeismogramArray> wvfrmsArray_;
   bool fillNegative_ = false;
   bool fillPositive_ = false;
@@ -159,8 +171,10 @@ private:
   };
 
   SectionLayout layoutOf(const SeismogramArray& records) const;
+  double scaleOf(const SeismogramRecord& record, const SectionLayout& layout) const;
+  std::optional<double> distanceAt(double y) const;
   /// Returns the traces that it has drawn.
-  std::vector<DrawnTrace> drawStrips(const SeismogramArray& records, const SectionLayout& layout, float largest);
+  std::vector<DrawnTrace> drawStrips(const SeismogramArray& records, const SectionLayout& layout);
   void drawTraces(const std::vector<DrawnTrace>& traces, double lineWidth) const;
   void drawZeroLine(double center);
   std::vector<std::optional<double>> placeCaptions(const SeismogramArray& records, const SectionLayout& layout) const;
@@ -168,6 +182,8 @@ private:
   void drawCaption(const Caption& caption, double bottom);
   Trace traceOf(const SeismogramRecord& record, double center, double scale) const;
   void drawAxes(const SectionLayout& layout);
+
+  float commonPeak_ = 0; // of all records, as of the last drawing
 };
 
 } // namespace xov

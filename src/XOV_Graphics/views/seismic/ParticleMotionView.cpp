@@ -137,6 +137,25 @@ void ParticleMotionView::drawPanel(int panel) {
   *labelAttributes() = attributes;
 }
 
+PlotReadout ParticleMotionView::readout(QPointF point) const {
+  PlotReadout readout;
+  if (iRect_.isEmpty()) return readout; // not drawn yet
+  const MotionPanels layout = layOutMotionPanels(bounds());
+  for (int panel = 0; panel < int(layout.panel.size()); ++panel) {
+    const QRectF& rect = layout.panel[std::size_t(panel)];
+    const Axes axes = axesOf(panel);
+    if (!(rect.width() > 0) || !containsPoint(rect, point)) continue;
+    if (samplesOf(motion_, axes.x).empty() || samplesOf(motion_, axes.y).empty()) continue;
+    const QPointF at = viewToData(point, rect, limits());
+    const double step = double(xmax_ - xmin_) / rect.width();
+    const NamedUnit x(motion_.names[axes.x]);
+    const NamedUnit y(motion_.names[axes.y]);
+    readout.add(QLatin1String("x"), at.x(), x.unit, step, x.name);
+    readout.add(QLatin1String("y"), at.y(), y.unit, step, y.name);
+  }
+  return readout;
+}
+
 void ParticleMotionView::drawPath(const QRectF& panel, const Axes& axes) {
   const std::span<const float> x = samplesOf(motion_, axes.x);
   const std::span<const float> y = samplesOf(motion_, axes.y);

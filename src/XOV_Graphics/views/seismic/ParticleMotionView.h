@@ -50,6 +50,9 @@ public:
   QColor pathColor() const { return pathColor_; }
   void setPathColor(const QColor& color) { change(pathColor_, color); }
 
+  /// In a panel, its horizontal and upright axis as "x" and "y", under the names of the components.
+  PlotReadout readout(QPointF point) const override;
+
   /// Lays out the panels; iRect() is the first one, pRect() the frame around all.
   void computeRects() override;
   void drawRect(const QRectF& dirty) override;

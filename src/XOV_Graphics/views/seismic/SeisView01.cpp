@@ -3,12 +3,39 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
+#include "XOV_Graphics/views/base/RecordTraces.h"
 
 namespace xov {
 
 SeisView01::SeisView01(const QRectF& frame, QWidget* parent) : StackedSeisView(frame, parent) {}
 
 SeisView01::~SeisView01() = default;
+
+Trace SeisView01::traceOf(const SeismogramRecord& record) const {
+  Trace trace;
+  trace.borrow(record.borrowedSamples());
+  trace.last = record.npts();
+  trace.tOrigin = xmin_;
+  trace.xScale = timeScale(pRect_);
+  trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
+  trace.xOffset = pRect_.x();
+  trace.vOrigin = ymin_;
+  trace.yScale = pRect_.height() / double(ymax_ - ymin_);
+  trace.yOffset = pRect_.y();
+  return trace;
+}
+
+std::vector<RecordTrace> SeisView01::recordTraces() const {
+  std::vector<RecordTrace> traces;
+  const auto records = wvfrmsArray();
+  for (std::size_t i = 0; records && i < records->size(); ++i) {
+    const auto& record = (*records)[i];
+    if (!record) continue;
+    Trace trace = traceOf(*record);
+    if (settleTrace(trace, pRect_, record->smin(), record->smax())) traces.push_back({i, record, trace, pRect_});
+  }
+  return traces;
+}
 
 void SeisView01::drawRect(const QRectF&) {
   drawPaper();
@@ -24,16 +51,7 @@ void SeisView01::drawRect(const QRectF&) {
   for (std::size_t i = 0; i < records->size(); ++i) {
     const auto& record = (*records)[i];
     if (!record) continue;
-    Trace trace;
-    trace.borrow(record->borrowedSamples());
-    trace.last = record->npts();
-    trace.tOrigin = xmin_;
-    trace.xScale = timeScale(pRect_);
-    trace.settleTimes(record->b(), TraceTime::even(record->b(), record->delta()));
-    trace.xOffset = pRect_.x();
-    trace.vOrigin = ymin_;
-    trace.yScale = pRect_.height() / double(ymax_ - ymin_);
-    trace.yOffset = pRect_.y();
+    Trace trace = traceOf(*record);
     if (settleTrace(trace, pRect_, record->smin(), record->smax()))
       traces.push_back({trace, traceColor(i, colors::black)});
   }

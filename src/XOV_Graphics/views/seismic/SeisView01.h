@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/platform/Trace.h"
 #include "XOV_Graphics/views/seismic/StackedSeisView.h"
 
 namespace xov {
@@ -21,6 +22,12 @@ public:
   ~SeisView01() override;
 
   void drawRect(const QRectF& dirty) override;
+
+protected:
+  std::vector<RecordTrace> recordTraces() const override;
+
+private:
+  Trace traceOf(const SeismogramRecord& record) const;
 };
 
 } // namespace xov

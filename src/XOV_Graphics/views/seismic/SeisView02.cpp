@@ -5,6 +5,7 @@
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
 #include "XOV_Graphics/views/base/LabelSpread.h"
+#include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
 #include "XOV_Graphics/views/seismic/TraceWindow.h"
 
@@ -66,6 +67,22 @@ void SeisView02::drawLegendOf(const SeismogramArray& records) const {
                           size.width(), size.height());
   }
   drawLegendIn(pRect_, traces, captions);
+}
+
+std::vector<RecordTrace> SeisView02::recordTraces() const {
+  std::vector<RecordTrace> traces;
+  const auto records = wvfrmsArray();
+  for (std::size_t i = 0; records && i < records->size(); ++i) {
+    const auto& record = (*records)[i];
+    if (!record || record->delta() <= 0) continue;
+    const QRectF rect = rectOf(i, records->size());
+    Trace trace = traceOf(*record, rect);
+    if (!settleTrace(trace, rect, record->smin(), record->smax())) continue;
+    RecordTrace found{i, record, trace, rect};
+    if (plotStyle_ == kBands) found.level = rect.center().y();
+    traces.push_back(std::move(found));
+  }
+  return traces;
 }
 
 QRectF SeisView02::rectOf(std::size_t index, std::size_t count) const {

@@ -52,6 +52,8 @@ public:
   static QRectF bandRect(const QRectF& frame, std::size_t index, std::size_t count);
 
 protected:
+  std::vector<RecordTrace> recordTraces() const override;
+
   std::int32_t plotStyle_ = kOverlay;
 
 private:

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/graphics/LinearAxis.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
+#include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/base/ScaleBar.h"
 
 #include <cmath>
@@ -44,6 +45,12 @@ void SeismogramView::takeLimits(const RecordLimits& found, FixedRanges fixed) {
   }
   announceLimits();
 }
+
+std::vector<RecordTrace> SeismogramView::recordTraces() const { return {}; }
+
+QDateTime SeismogramView::momentOf(double axisSeconds) const { return momentAfter(timeReference_, axisSeconds); }
+
+void SeismogramView::addToReadout(PlotReadout&, QPointF) const {}
 
 bool SeismogramView::settleTrace(Trace& trace, const QRectF& panel, float lowest, float highest) {
   if (!(panel.width() > 0) || !(panel.height() > 0) || !std::isfinite(trace.xScale)) return false;

@@ -14,6 +14,13 @@
 namespace xov {
 
 struct DrawnTrace;
+struct RecordTrace;
+
+/// A stretch of the time axis of a view, in seconds.
+struct XOV_EXPORT AxisSpan {
+  double begin = 0;
+  double end = 0;
+};
 
 /// What the seismogram views have in common: limits from records, traces in panels, dotted lines and the way that
 /// axes are drawn. It draws nothing by itself.
@@ -59,6 +66,17 @@ public:
 
   QString usualAxisName(Qt::Axis axis) const override;
 
+  /// Of the trace under a point or nearest to it: the "record" in words, "time" in seconds on the view's axis, where
+  /// known "utc" and "local" (from timeReference() or else the record's own reference time), the sample's "amplitude"
+  /// in amplitudeUnit() or else the record's own, and the record's "distance" and "azimuth" from the event.
+  PlotReadout readout(QPointF point) const override;
+  std::optional<PointedRecord> recordAt(QPointF point) const override;
+  /// The indices of the records that a box (view points) holds: of strips and bands those whose zero line or middle
+  /// it holds and that have samples between its sides; of traces over each other those that run through it.
+  std::vector<std::size_t> recordsIn(const QRectF& box) const;
+  /// The times between the sides of a box, as far as they lie inside the data frame; none outside it.
+  std::optional<AxisSpan> timesIn(const QRectF& box) const;
+
 protected:
   explicit SeismogramView(const QRectF& frame, QWidget* parent);
 
@@ -67,6 +85,13 @@ protected:
     Overwritten, ///< all limits are set
   };
   void takeLimits(const RecordLimits& found, FixedRanges fixed);
+
+  /// The traces of all records, in drawing order, as the view was last drawn; none unless overridden.
+  virtual std::vector<RecordTrace> recordTraces() const;
+  /// The moment of a time on the view's axis; invalid where it is not known.
+  virtual QDateTime momentOf(double axisSeconds) const;
+  /// Adds what else is told about a place: nothing here.
+  virtual void addToReadout(PlotReadout& readout, QPointF point) const;
 
   /// Points a second of a panel whose width stands for xmin … xmax.
   double timeScale(const QRectF& panel) const { return panel.width() / double(xmax_ - xmin_); }

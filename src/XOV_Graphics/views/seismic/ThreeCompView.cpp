@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
 #include "XOV_Graphics/views/seismic/ThreeCompPanels.h"
 #include "XOV_Graphics/views/seismic/TraceWindow.h"
@@ -124,25 +125,50 @@ void ThreeCompView::drawPanel(const QRectF& rect, int index) {
   drawLabelForSeisSeis(rect, record.get());
 }
 
-float ThreeCompView::amplitudeSpan(const SeismogramRecord& record) const {
+float ThreeCompView::amplitudeSpan(const SeismogramRecord& record, bool isComparison) const {
   if (selfScaled_) return 2 * record.absMax();
-  return useAltScale_ ? pymax_ - pymin_ : ymax_ - ymin_;
+  return isComparison ? pymax_ - pymin_ : ymax_ - ymin_;
 }
 
 void ThreeCompView::drawSeisSeis(const QRectF& rect, const SeismogramRecord* record) {
   if (record == nullptr) return;
-  const TraceWindow window = windowBetweenLimits(*record, xmin_, xmax_);
+  strokeTrace(traceOf(rect, *record, amplitudeSpan(*record, useAltScale_)), rect, record->smin(), record->smax());
+}
+
+Trace ThreeCompView::traceOf(const QRectF& rect, const SeismogramRecord& record, float amplitudeSpan) const {
+  const TraceWindow window = windowBetweenLimits(record, xmin_, xmax_);
   Trace trace;
-  trace.borrow(record->borrowedSamples());
+  trace.borrow(record.borrowedSamples());
   trace.first = window.first;
   trace.last = window.last;
-  trace.time = TraceTime::uniform(record->b(), record->delta());
+  trace.time = TraceTime::uniform(record.b(), record.delta());
   trace.tOrigin = xmin_;
   trace.xScale = timeScale(rect);
   trace.xOffset = rect.x();
-  trace.yScale = rect.height() / double(amplitudeSpan(*record));
+  trace.yScale = rect.height() / double(amplitudeSpan);
   trace.yOffset = rect.y() + rect.height() / 2;
-  strokeTrace(trace, rect, record->smin(), record->smax());
+  return trace;
+}
+
+std::vector<RecordTrace> ThreeCompView::recordTraces() const {
+  std::vector<RecordTrace> traces;
+  const ThreeCompPanels layout = layOutThreeCompPanels(bounds());
+  if (iRect_.isEmpty()) return traces; // not drawn yet
+  const auto add = [&](int index, const QRectF& panel, const QRectF& rect, bool isComparison) {
+    const std::shared_ptr<SeismogramRecord> record = getSeisWithIndex(index);
+    if (!record) return;
+    Trace trace = traceOf(rect, *record, amplitudeSpan(*record, isComparison));
+    if (!settleTrace(trace, rect, record->smin(), record->smax())) return;
+    RecordTrace found{std::size_t(index), record, trace, panel};
+    if (!isComparison) found.level = rect.center().y();
+    traces.push_back(std::move(found));
+  };
+  for (int i = 0; i < kComponents; ++i) {
+    const QRectF& panel = layout.panel[std::size_t(i)];
+    add(i, panel, panel, false);
+    if (opComparison_) add(i + kComponents, panel, panel.translated(0, -kComparisonDrop), true);
+  }
+  return traces;
 }
 
 void ThreeCompView::drawLabelForSeisSeis(const QRectF& rect, const SeismogramRecord* record) {

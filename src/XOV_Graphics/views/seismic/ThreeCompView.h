@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/platform/Trace.h"
 #include "XOV_Graphics/seismic/ThreeComponentObservation.h"
 #include "XOV_Graphics/views/seismic/PickedSeismogramView.h"
 
@@ -76,6 +77,8 @@ public:
   virtual void drawLabelForSeisSeis(const QRectF& rect, const SeismogramRecord* record);
 
 protected:
+  std::vector<RecordTrace> recordTraces() const override;
+
   std::weak_ptr<ThreeComponentObservation> anObs_;
   float maxAmplitude_ = 0.0005f;
   float altMaxAmplitude_ = 0;
@@ -108,7 +111,8 @@ private:
   SeismogramArray components() const;
   void drawHeader(const SeismogramRecord& record);
   void drawPanel(const QRectF& rect, int index);
-  float amplitudeSpan(const SeismogramRecord& record) const;
+  Trace traceOf(const QRectF& rect, const SeismogramRecord& record, float amplitudeSpan) const;
+  float amplitudeSpan(const SeismogramRecord& record, bool isComparison) const;
 };
 
 } // namespace xov

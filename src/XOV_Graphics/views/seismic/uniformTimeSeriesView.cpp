@@ -2,6 +2,9 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/TraceReading.h"
+
+#include <cmath>
 
 namespace xov {
 
@@ -47,15 +50,45 @@ void uniformTimeSeriesView::drawsignalSignal(const QRectF& rect, const UniformSi
     ymin_ = series->min();
     ymax_ = series->max();
   }
+  strokeTrace(traceOf(rect, *series), rect, series->min(), series->max());
+}
+
+Trace uniformTimeSeriesView::traceOf(const QRectF& rect, const UniformSignal& series) const {
   Trace trace;
-  trace.samples = series->dataPointer();
-  trace.last = series->npts();
+  trace.samples = series.dataPointer();
+  trace.last = series.npts();
   trace.time = TraceTime::uniform(0, 1);
-  trace.xScale = timeScale(rect) * double(series->delta());
+  trace.xScale = timeScale(rect) * double(series.delta());
   trace.xOffset = rect.x();
   trace.yScale = rect.height() / double(ymax_ - ymin_);
   trace.yOffset = rect.y();
-  strokeTrace(trace, rect, series->min(), series->max());
+  return trace;
+}
+
+PlotReadout uniformTimeSeriesView::readout(QPointF point) const {
+  PlotReadout readout;
+  if (!wvfrmArray_ || wvfrmArray_->empty() || !isInFrame(point)) return readout;
+  const UniformSignal* nearest = nullptr;
+  Trace nearestTrace;
+  double best = 0;
+  for (const auto& series : *wvfrmArray_) {
+    if (!series) continue;
+    Trace trace = traceOf(pRect_, *series);
+    if (!settleTrace(trace, pRect_, series->min(), series->max())) continue;
+    const auto height = heightFromTrace(trace, point);
+    if (!height || (nearest != nullptr && *height > best)) continue;
+    nearest = series.get();
+    nearestTrace = trace;
+    best = *height;
+  }
+  if (nearest != nullptr) readout.addText(QLatin1String("record"), nearest->description());
+  const double seconds = viewToData(point, iRect_, limits()).x();
+  readout.add(QLatin1String("time"), seconds, QStringLiteral("s"), std::abs(1 / timeScale(pRect_)));
+  readout.addMoment(momentOf(seconds), std::abs(1 / timeScale(pRect_)));
+  if (nearest == nullptr) return readout;
+  if (const auto sample = sampleUnder(nearestTrace, point))
+    readout.add(QLatin1String("amplitude"), double(sample->value), amplitudeUnit());
+  return readout;
 }
 
 void uniformTimeSeriesView::drawLabelForSignalSignal(const QRectF& rect, const UniformSignal* series) {

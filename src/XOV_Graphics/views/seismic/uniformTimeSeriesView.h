@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/platform/Trace.h"
 #include "XOV_Graphics/seismic/UniformSignal.h"
 #include "XOV_Graphics/views/seismic/SeismogramView.h"
 
@@ -33,6 +34,9 @@ public:
   float maxAmplitude() const { return maxAmplitude_; }
   void setMaxAmplitude(float amplitude) { change(maxAmplitude_, amplitude); }
 
+  /// Of the series under a point or nearest to it: its description as "record", "time" and "amplitude".
+  PlotReadout readout(QPointF point) const override;
+
   /// While it draws it sets iRect and pRect to the panel: (24, 48, width − 36, height − 60).
   void drawRect(const QRectF& dirty) override;
   /// One series into a panel in the current colour; takes its extremes for ymin() and ymax() while those are equal. A
@@ -46,6 +50,7 @@ protected:
   float maxAmplitude_ = 0;
 
 private:
+  Trace traceOf(const QRectF& rect, const UniformSignal& series) const;
   // What the writes of properties do: set, and draw anew.
   void writeMaxAmplitude(float value) {
     setMaxAmplitude(value);

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
 #include "XOV_Graphics/views/seismic/WvfrmPanels.h"
 
@@ -68,15 +69,39 @@ void wvfrmView::drawPair(const QRectF& rect, const SeismogramArray& records, std
 
 void wvfrmView::drawSeisSeis(const QRectF& rect, const SeismogramRecord* record) {
   if (record == nullptr) return;
+  strokeTrace(traceOf(rect, *record), rect, record->smin(), record->smax());
+}
+
+Trace wvfrmView::traceOf(const QRectF& rect, const SeismogramRecord& record) const {
   Trace trace;
-  trace.borrow(record->borrowedSamples());
-  trace.last = record->npts();
+  trace.borrow(record.borrowedSamples());
+  trace.last = record.npts();
   trace.time = TraceTime::uniform(0, 1);
-  trace.xScale = timeScale(rect) * double(record->delta());
+  trace.xScale = timeScale(rect) * double(record.delta());
   trace.xOffset = rect.x();
   trace.yScale = rect.height() / double(2 * maxAmplitude_);
   trace.yOffset = rect.y() + rect.height() / 2;
-  strokeTrace(trace, rect, record->smin(), record->smax());
+  return trace;
+}
+
+std::vector<RecordTrace> wvfrmView::recordTraces() const {
+  std::vector<RecordTrace> traces;
+  const auto records = wvfrmArray();
+  if (!records) return traces;
+  std::size_t index = 0;
+  for (const WvfrmPanel& panel : layOutWvfrmPanels(bounds(), records->size() / 2)) {
+    for (const std::size_t end = index + 2; index < end; ++index) {
+      const auto& record = (*records)[index];
+      if (!record) continue;
+      Trace trace = traceOf(panel.rect, *record);
+      if (!settleTrace(trace, panel.rect, record->smin(), record->smax())) continue;
+      RecordTrace found{index, record, trace, panel.rect};
+      found.secondsPerUnit = double(record->delta());
+      found.zeroSeconds = double(record->b());
+      traces.push_back(std::move(found));
+    }
+  }
+  return traces;
 }
 
 void wvfrmView::drawLabelForSeisSeis(const QRectF& rect, const SeismogramRecord* record) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/base/Export.h"
+#include "XOV_Graphics/platform/Trace.h"
 #include "XOV_Graphics/views/seismic/PickedSeismogramView.h"
 
 #include <memory>
@@ -48,6 +49,9 @@ public:
   virtual void drawLabelForSeisSeis(const QRectF& rect, const SeismogramRecord* record);
 
 protected:
+  /// A trace belongs to the panel of its pair.
+  std::vector<RecordTrace> recordTraces() const override;
+
   std::weak_ptr<const SeismogramArray> wvfrmArray_;
   float maxAmplitude_ = 0.0005f;
 
@@ -58,6 +62,7 @@ private:
     setNeedsDisplay();
   }
 
+  Trace traceOf(const QRectF& rect, const SeismogramRecord& record) const;
   void drawHeader(const SeismogramRecord& record);
   /// Records `first` and the next one, the second over the first.
   void drawPair(const QRectF& rect, const SeismogramArray& records, std::size_t first);
