@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/seismic/realtime/ChannelArrival.h"
+#include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/timeline/MinuteScale.h"
 #include "XOV_Graphics/views/timeline/RealTimeLayout.h"
 
@@ -53,6 +54,24 @@ void RealTimeDisplayView::drawRect(const QRectF&) {
   if (showLatency_) drawLatencies();
   drawLabels();
   drawMinuteMarks();
+}
+
+std::vector<RecordTrace> RealTimeDisplayView::recordTraces() const {
+  std::vector<RecordTrace> traces;
+  const auto records = wvfrmsArray();
+  for (std::size_t k = 0; records && k < records->size(); ++k) {
+    const auto& record = (*records)[k];
+    if (!record) continue;
+    const RealTimeBands bands{pRect_, records->size()};
+    Trace trace = realTimeTrace(bands, k, *record, limits(), waveformGain_);
+    if (settleTrace(trace, pRect_, record->smin(), record->smax()))
+      traces.push_back({k, record, trace, pRect_, bands.zeroLine(k)});
+  }
+  return traces;
+}
+
+QDateTime RealTimeDisplayView::momentOf(double axisSeconds) const {
+  return momentAfter(refDate_, axisSeconds - double(originOnRight_ ? xmax_ : xmin_));
 }
 
 void RealTimeDisplayView::drawTheSeismograms() {

@@ -98,6 +98,10 @@ public:
 protected:
   RealTimeDisplayView(const QRectF& frame, QWidget* parent);
 
+  std::vector<RecordTrace> recordTraces() const override;
+  /// By refDate() on its edge.
+  QDateTime momentOf(double axisSeconds) const override;
+
   QDateTime refDate_;
   std::weak_ptr<const EventOriginArray> eventOrigins_;
   float waveformGain_ = 1;

@@ -117,32 +117,40 @@ QColor helicorderView::rowColor(const HelicorderPage& page, double row, const QC
   return rowColors_[std::size_t(turn < 0 ? turn + double(rowColors_.size()) : turn) % rowColors_.size()];
 }
 
+// The traces of a piece, one a row, held within their reach.
+std::vector<Trace> helicorderView::tracesOf(const SeismogramRecord& piece, float offset, double scale) const {
+  const HelicorderPage page = this->page();
+  const double reach = std::abs(double(gainFactor_)) / 2;
+  const double limit = clipReach_ * page.rowHeight() / std::abs(scale);
+  const bool isHeld = clipReach_ > 0 && limit <= double(std::numeric_limits<float>::max());
+  const PieceTimes times{piece.b() + offset, piece.delta(), piece.npts()};
+  const BorrowedSamples samples = piece.borrowedSamples();
+  std::vector<Trace> traces = rowTraces(page, times, samples.samples, scale, reach);
+  for (Trace& trace : traces) {
+    trace.borrow(samples);
+    if (!isHeld) continue;
+    trace.clampLow = -float(limit);
+    trace.clampHigh = float(limit);
+  }
+  return traces;
+}
+
 // The rows of a piece that have one colour are one path: where they overlap, ink does not double.
 void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
   const HelicorderPage page = this->page();
   const auto scale = amplitudeScale(gainFactor_, page.rowHeight(), maxAmplitude_);
   if (!scale || !page.holdsTraces()) return;
-  const double reach = std::abs(double(gainFactor_)) / 2;
-  const double limit = clipReach_ * page.rowHeight() / std::abs(*scale);
-  const bool isHeld = clipReach_ > 0 && limit <= double(std::numeric_limits<float>::max());
   std::vector<DrawnTrace> held;
   for (std::size_t k = 0; k < pieces.size(); ++k) {
     const SeismogramRecord* const piece = pieces[k].get();
     if (piece == nullptr) continue;
-    const PieceTimes times{piece->b() + offset, piece->delta(), piece->npts()};
     std::vector<DrawnTrace> rows;
-    const BorrowedSamples samples = piece->borrowedSamples();
-    for (Trace& trace : rowTraces(page, times, samples.samples, *scale, reach)) {
-      trace.borrow(samples);
-      if (isHeld) {
-        trace.clampLow = -float(limit);
-        trace.clampHigh = float(limit);
-      }
+    for (const Trace& trace : tracesOf(*piece, offset, *scale)) {
       const double row = std::round(double(trace.tOrigin) / double(rowDuration_));
       rows.push_back({trace, rowColor(page, row, k % 2 == 1 ? colors::red : colors::black)});
     }
     strokeTraces(rows, lineWidth_);
-    if (isHeld) held.insert(held.end(), rows.begin(), rows.end());
+    if (!rows.empty() && rows.front().trace.clampHigh) held.insert(held.end(), rows.begin(), rows.end());
   }
   drawClipMarks(held);
 }

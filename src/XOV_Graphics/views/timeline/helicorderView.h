@@ -11,14 +11,25 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace xov {
 
 struct DrawnTrace;
+struct RecordTrace;
+struct Trace;
 struct HelicorderPage;
 struct HourLabel;
 struct PageStart;
+
+/// A stretch of time on a drum.
+struct XOV_EXPORT DrumStretch {
+  double beginSeconds = 0; ///< on the axis of the pieces, from which their b() counts
+  double endSeconds = 0;
+  QDateTime begin; ///< the same in UTC; invalid where the date of the page is not known
+  QDateTime end;
+};
 
 /// A continuous recording as a drum recorder draws it: rows of rowDuration() seconds from the top of the page down,
 /// each with its stretch of the trace around its own zero line, a minute scale along the bottom, date and hour beside
@@ -132,6 +143,17 @@ public:
   bool showEventLabels() const { return showEventLabels_; }
   void setShowEventLabels(bool show) { change(showEventLabels_, show); }
 
+  /// In the rows: the "time" in seconds since the page began, "utc" and "local" (localZone(), or else the desktop's)
+  /// where the page's start is known, and of the piece that has a sample there the "record" in words and its
+  /// "amplitude" in amplitudeUnit() or else the piece's own.
+  PlotReadout readout(QPointF point) const override;
+  /// The piece that has a sample at the time of the point in its row, or the nearest one of that row; rows are told
+  /// apart by their bands, however far their neighbours' traces reach.
+  std::optional<PointedRecord> recordAt(QPointF point) const override;
+  /// The stretch of so many seconds around the time of a point, as a host shows it in a pane of its own when the drum
+  /// is clicked. None outside the rows, and for a length that is not above 0 and finite.
+  std::optional<DrumStretch> stretchAt(QPointF point, double seconds) const;
+
   /// Draws the page. Sets startTime(), plotDuration(), maxAmplitude(), pRect and iRect (both the rectangle of rows
   /// and scale), xmin to 0 and xmax to rowDuration(). Without pieces the page is white.
   void drawRect(const QRectF& dirty) override;
@@ -219,6 +241,9 @@ private:
 
   PageStart startOf(const SeismogramArray& pieces) const;
   HelicorderPage page() const;
+  std::vector<Trace> tracesOf(const SeismogramRecord& piece, float offset, double scale) const;
+  std::optional<double> secondsAt(QPointF point) const;
+  std::optional<RecordTrace> traceAt(QPointF point) const;
   QColor rowColor(const HelicorderPage& page, double row, const QColor& usual) const;
   struct MarkedEvent;
   std::vector<MarkedEvent> markedEvents() const;
