@@ -43,6 +43,20 @@ TEST_F(NoiseStatisticsViewTest, columnsAreCentredOnTheirPeriods) {
   EXPECT_EQ(view.ymax(), -100);
 }
 
+TEST_F(NoiseStatisticsViewTest, tellsPeriodPowerAndShareOfACell) {
+  view.setStatistics(statistics());
+  view.pictureOfRect(view.bounds());
+  const auto told = [&](double period, double decibels) {
+    return view.readout(dataToView({period, decibels}, view.iRect(), view.limits(), view.logAxes()));
+  };
+  const PlotReadout most = told(std::exp2(0.5), -105.5);
+  EXPECT_NEAR(most.value(QLatin1String("x")), 1.41421, 1e-4);
+  EXPECT_NEAR(most.value(QLatin1String("y")), -105.5, 1e-4);
+  EXPECT_EQ(most.value(QLatin1String("value")), 75); // three of four
+  EXPECT_EQ(told(1, -120.5).value(QLatin1String("value")), 25);
+  EXPECT_EQ(told(1, -110.5).find(QLatin1String("value")), nullptr);
+}
+
 TEST_F(NoiseStatisticsViewTest, sharesAreColoursAndNothingIsPaper) {
   view.setShowPercentiles(false);
   view.setStatistics(statistics());

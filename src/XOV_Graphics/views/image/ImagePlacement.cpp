@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/SinglePrecision.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace xov {
@@ -42,6 +43,18 @@ QRectF exactCells(const PlotLimits& limits, const ImageExtent& image, std::int32
   const bool isFinite = std::isfinite(cells.x()) && std::isfinite(cells.y()) && std::isfinite(cells.right()) &&
                         std::isfinite(cells.bottom());
   return isFinite ? cells : QRectF();
+}
+
+std::optional<GridCell> cellAt(QPointF point, const QRectF& selected, const QRectF& held, std::int32_t nr,
+                               const QRectF& frame) {
+  if (selected.isEmpty() || held.isEmpty() || frame.isEmpty() || !containsPoint(frame, point)) return {};
+  const double x = selected.x() + (point.x() - frame.x()) * (selected.width() / frame.width());
+  const double y = selected.y() + (point.y() - frame.y()) * (selected.height() / frame.height());
+  if (!containsPoint(held, {x, y})) return {};
+  // The upper and the right edge belong to the cells below and left of them.
+  const double column = std::min(std::floor(x), held.x() + held.width() - 1);
+  const double fromBottom = std::min(std::floor(y), held.y() + held.height() - 1);
+  return GridCell{nr - 1 - std::int32_t(fromBottom), std::int32_t(column)};
 }
 
 std::optional<ImagePlacement> placeImage(const QRectF& selected, const QRectF& held, const QSize& pixels,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/grid/GridCell.h"
 #include "XOV_Graphics/views/base/PlotGeometry.h"
 
 #include <QRectF>
@@ -30,6 +31,11 @@ QRectF selectedCells(const PlotLimits& limits, const ImageExtent& image, std::in
 /// two show ends at the frame's edge. Reckoned in double precision from the extent alone. Empty where the limits or
 /// the extent span nothing.
 QRectF exactCells(const PlotLimits& limits, const ImageExtent& image, std::int32_t nr, std::int32_t nc);
+
+/// The cell that is drawn at a point of the frame which the selected cells are spread over, of a picture of `nr` rows
+/// that has the `held` cells; none where the picture has no cell.
+std::optional<GridCell> cellAt(QPointF point, const QRectF& selected, const QRectF& held, std::int32_t nr,
+                               const QRectF& frame);
 
 /// Which pixels of a picture go where.
 struct ImagePlacement {

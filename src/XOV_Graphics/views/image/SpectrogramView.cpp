@@ -7,6 +7,8 @@
 #include "XOV_Graphics/platform/TextAttributes.h"
 #include "XOV_Graphics/seismic/prepare/RecordTexts.h"
 #include "XOV_Graphics/seismic/prepare/SpectrumPieces.h"
+#include "XOV_Graphics/seismic/prepare/TimeAxis.h"
+#include "XOV_Graphics/views/base/RecordTraces.h"
 
 #include <algorithm>
 #include <cmath>
@@ -203,8 +205,6 @@ void SpectrogramView::drawContents() {
 
 void SpectrogramView::drawSeismogram() {
   if (!records_ || !(seismogramRect_.width() > 0) || !(seismogramRect_.height() > 0)) return;
-  const AmplitudeRange range = amplitudesOf(*records_);
-  const double height = double(range.highest) - double(range.lowest);
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   context.setColor(colors::black);
@@ -212,7 +212,18 @@ void SpectrogramView::drawSeismogram() {
   context.clipToRect(seismogramRect_);
   Path traces;
   traces.setLineWidth(kTraceWidth);
-  for (const auto& record : *records_) {
+  for (const RecordTrace& drawn : seismogramTraces())
+    traces.appendTrace(drawn.trace);
+  context.strokePath(traces);
+}
+
+std::vector<RecordTrace> SpectrogramView::seismogramTraces() const {
+  std::vector<RecordTrace> traces;
+  if (!records_ || !(seismogramRect_.width() > 0) || !(seismogramRect_.height() > 0)) return traces;
+  const AmplitudeRange range = amplitudesOf(*records_);
+  const double height = double(range.highest) - double(range.lowest);
+  for (std::size_t i = 0; i < records_->size(); ++i) {
+    const auto& record = (*records_)[i];
     if (!record || record->npts() <= 0) continue;
     Trace trace;
     trace.borrow(record->borrowedSamples());
@@ -225,9 +236,33 @@ void SpectrogramView::drawSeismogram() {
     trace.yOffset = seismogramRect_.center().y();
     if (!std::isfinite(trace.xScale) || !std::isfinite(trace.yScale) || !std::isfinite(trace.vOrigin)) continue;
     trace.settleTimes(record->b(), TraceTime::even(record->b(), record->delta()));
-    traces.appendTrace(trace);
+    traces.push_back({i, record, trace, seismogramRect_});
   }
-  context.strokePath(traces);
+  return traces;
+}
+
+PlotReadout SpectrogramView::readout(QPointF point) const {
+  PlotReadout readout;
+  const bool isSeismogram =
+      seismogramRect_.width() > 0 && seismogramRect_.height() > 0 && containsPoint(seismogramRect_, point);
+  if (picture_.isEmpty() || (!isSeismogram && !isInFrame(point))) return readout;
+  const double perPoint = double(xmax_ - xmin_) / iRect_.width();
+  const double seconds = viewToData({point.x(), iRect_.y()}, iRect_, limits()).x();
+  readout.add(QLatin1String("time"), seconds, QStringLiteral("s"), perPoint);
+  QDateTime reference = timeReference_;
+  for (std::size_t i = 0; records_ && !reference.isValid() && i < records_->size(); ++i)
+    if ((*records_)[i]) reference = referenceTimeOf(*(*records_)[i]);
+  readout.addMoment(momentAfter(reference, seconds), perPoint);
+  if (isSeismogram) {
+    const std::vector<RecordTrace> traces = seismogramTraces();
+    if (const RecordTrace* const found = traceAt(traces, point)) addAmplitude(readout, *found, point, {});
+    return readout;
+  }
+  const QPointF at = viewToData(point, iRect_, limits(), logAxes());
+  readout.add(QLatin1String("frequency"), at.y(), QStringLiteral("Hz"));
+  if (const auto power = cellValueAt(point))
+    readout.add(QLatin1String("power"), double(*power), QStringLiteral("dB"));
+  return readout;
 }
 
 void SpectrogramView::drawAmplitudeAxis() {

@@ -12,6 +12,8 @@
 
 namespace xov {
 
+struct RecordTrace;
+
 /// The spectrogram of a recording: its power spectral density in dB over time and frequency as colours, with a colour
 /// bar, and the seismogram above it on the same time axis. Where there is a gap the paper shows.
 ///
@@ -91,6 +93,11 @@ public:
 
   // Drawing.
 
+  /// In the picture the "time" in seconds, "utc" and "local" where timeReference() or the first record tells what
+  /// times count from, the "frequency" in Hz and the "power" of the cell in dB; in the seismogram above it times and
+  /// "amplitude".
+  PlotReadout readout(QPointF point) const override;
+
   /// The frame of the seismogram: the upper fifth; iRect(), below it, is the picture's.
   void computeRects() override;
   /// The range in use, 1 in place of 0.
@@ -151,6 +158,7 @@ private:
   PictureKey wantedPicture() const;
   void computePicture();
   void colorPicture();
+  std::vector<RecordTrace> seismogramTraces() const;
   void drawAmplitudeAxis();
   void drawHeading();
 

@@ -241,6 +241,12 @@ void XOVImageView::drawImage() {
   const SavedState saved(context);
   context.setColor(colors::white);
   context.fillRect(iRect_);
+  const auto [cells, held] = shownCells();
+  if (const auto place = placeImage(cells, held, anImage_.size(), iRect_))
+    context.drawImage(anImage_, place->target, place->source, 1, imageKind());
+}
+
+XOVImageView::ShownCells XOVImageView::shownCells() const {
   const PlotLimits whole = drawnLimits({xminImage_, xmaxImage_, yminImage_, ymaxImage_}, logAxes());
   const ImageExtent extent{whole.xmin, whole.xmax, whole.ymin, whole.ymax, dxImage_, dyImage_};
   // A picture of a grid that is not all there lacks the lower rows, or the end of its only row.
@@ -248,9 +254,37 @@ void XOVImageView::drawImage() {
   const QRectF held(0, nr_ - size.height(), size.width(), size.height());
   const PlotLimits shown = drawnLimits(limits(), logAxes());
   const bool exactly = placesCellsExactly_ || logAxes() != LogAxes();
-  const QRectF cells = exactly ? exactCells(shown, extent, nr_, nc_) : selectedCells(shown, extent, nr_, nc_);
-  if (const auto place = placeImage(cells, held, anImage_.size(), iRect_))
-    context.drawImage(anImage_, place->target, place->source, 1, imageKind());
+  return {exactly ? exactCells(shown, extent, nr_, nc_) : selectedCells(shown, extent, nr_, nc_), held};
+}
+
+std::optional<float> XOVImageView::cellValueAt(QPointF point) const {
+  if (!imageFloats_ || !showsBitmap() || nr_ <= 0 || nc_ <= 0) return {};
+  const auto [cells, held] = shownCells();
+  const auto cell = cellAt(point, cells, held, nr_, iRect_);
+  const GridValues grid = GridValues::held(*imageFloats_, nr_, nc_);
+  if (!cell || cell->row < 0 || cell->row >= grid.rows || cell->column < 0 || cell->column >= grid.columns) return {};
+  const float value = grid.values[std::size_t(cell->row) * std::size_t(grid.columns) + std::size_t(cell->column)];
+  return std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
+void XOVImageView::addCellValue(PlotReadout& readout, QPointF point) const {
+  const auto value = cellValueAt(point);
+  if (!value) return;
+  const bool isHeight = gridColoring().meaning == CellMeaning::Elevation;
+  const NamedUnit named(colorBarTitle_);
+  if (isHeight)
+    readout.add(QLatin1String("height"), double(*value), QStringLiteral("m"));
+  else
+    readout.add(QLatin1String("value"), double(*value), named.unit, 0, named.name);
+}
+
+PlotReadout XOVImageView::readout(QPointF point) const {
+  PlotReadout readout;
+  if (nr_ <= 0 || nc_ <= 0 || anImage_.isNull() || !isInFrame(point)) return readout;
+  addAxisValue(readout, QLatin1String("x"), Qt::XAxis, point);
+  addAxisValue(readout, QLatin1String("y"), Qt::YAxis, point);
+  addCellValue(readout, point);
+  return readout;
 }
 
 void XOVImageView::beginFramedAxes(const std::shared_ptr<const TextAttributes>& tickLabels) {

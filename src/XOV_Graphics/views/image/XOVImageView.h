@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace xov {
@@ -176,6 +177,11 @@ public:
   /// Whether there are axes and room for them; on at first.
   bool showAxes() const { return showAxes_; }
   void setShowAxes(bool show) { change(showAxes_, show); }
+  /// The "x" and "y" of a place inside the data frame and, where a picture of the grid shows, the "value" of the cell
+  /// that is drawn there, in the unit that colorBarTitle() names; where cells are elevations it is the "height" in
+  /// metres. Empty without a grid or picture.
+  PlotReadout readout(QPointF point) const override;
+
   /// pRect (20, 20, width − 40, height − 40) and iRect (64, 50, width − 96, height − 80); without axes iRect is
   /// pRect.
   void computeRects() override;
@@ -209,6 +215,10 @@ protected:
   virtual ImageKind imageKind() const { return ImageKind::Cells; }
   /// Whether the picture is that of the bitmap, and not one of the host's.
   bool showsBitmap() const { return iRep_ && !anImage_.isNull() && anImage_.cacheKey() == bitmapPicture_; }
+  /// The value of the cell that is drawn at a point; none where no cell of the grid shows, or one without a value.
+  std::optional<float> cellValueAt(QPointF point) const;
+  /// Adds it as "height" or "value".
+  void addCellValue(PlotReadout& readout, QPointF point) const;
   /// How cells become colours.
   virtual GridColoring gridColoring() const;
   /// The values of the grid that the buffer holds, row after row; empty without a grid.
@@ -279,6 +289,12 @@ protected:
 private:
   Palette colorPalette() const { return Palette(palette()); }
   QImage ownPicture(const QSize& size);
+  /// Cells from the lower left corner of the grid: those that the limits select, and those that the picture has.
+  struct ShownCells {
+    QRectF selected;
+    QRectF held;
+  };
+  ShownCells shownCells() const;
   // What the writes of properties do: set, and draw anew.
   void showColors() {
     updateImagePlanes();

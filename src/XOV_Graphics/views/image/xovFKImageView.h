@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/seismic/array/BeamPower.h"
 #include "XOV_Graphics/views/image/XOVImageView.h"
 
 namespace xov {
@@ -49,6 +50,13 @@ public:
   /// then zero has it. Shows after updateImagePlanes().
   bool colorsFromMinimum() const { return colorsFromMinimum_; }
   void setColorsFromMinimum(bool from) { change(colorsFromMinimum_, from); }
+
+  /// Shows the power of beams, whose slownesses become the limits of both axes.
+  void setBeamPower(const BeamPower& beam);
+  /// At a place inside the data frame "slownessEast", "slownessNorth" and "slowness" in s/km, the latter also in s/°
+  /// as "slownessPerDegree", the apparent "velocity" in km/s and the "backAzimuth" (neither for a wave from straight
+  /// below), and the "power" of the cell in peakUnit().
+  PlotReadout readout(QPointF point) const override;
 
   /// The scale is maxValue − minValue, 1 in place of 0.
   void computeScaleFactor() override;
