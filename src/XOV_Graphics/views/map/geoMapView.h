@@ -8,12 +8,14 @@
 #include "XOV_Graphics/views/map/MapLabel.h"
 #include "XOV_Graphics/views/map/MapLegend.h"
 #include "XOV_Graphics/views/map/MapMechanism.h"
+#include "XOV_Graphics/views/map/MapPlace.h"
 
 #include <QColor>
 #include <QImage>
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace xov {
@@ -169,6 +171,26 @@ public:
     return loadImageWithIndex(std::int32_t(image), error);
   }
 
+  // What lies where.
+
+  /// The place that read-outs tell distance and azimuth from: an event, a station, where the user clicked last. None
+  /// at first.
+  const std::optional<MapPlace>& referencePlace() const { return referencePlace_; }
+  void setReferencePlace(const std::optional<MapPlace>& place) { referencePlace_ = place; }
+  /// On the map, its "longitude" and "latitude" in degrees, the "height" of a topography that shows, and from the
+  /// reference place the "distance" in degrees and, as "distanceKm", in kilometres, and the "azimuth" of the point.
+  PlotReadout readout(QPointF point) const override;
+  /// The point of thePoints() whose symbol holds a place of the view (or is 4 points away), by its index; of several
+  /// the one that is drawn last.
+  std::optional<std::size_t> pointAt(QPointF point) const;
+  /// The points and the mechanisms whose places a box (view points) holds where the map shows them, by their indices:
+  /// across the date line, too. A mechanism that was moved aside counts where it belongs.
+  std::vector<std::size_t> pointsIn(const QRectF& box) const;
+  std::vector<std::size_t> mechanismsIn(const QRectF& box) const;
+  /// What a box covers of the globe, as far as it lies on the map; none beside it. With it a host finds events and
+  /// stations of its own.
+  std::optional<MapBox> mapBoxOf(const QRectF& box) const;
+
   // Drawing.
 
   /// Lays out as the base view and then fits the map into iRect, centred from left to right. Latitudes with so many
@@ -257,6 +279,7 @@ private:
   bool showDegreeSigns_ = false;
   bool showScaleBar_ = false;
   bool movesMechanismsApart_ = false;
+  std::optional<MapPlace> referencePlace_;
 };
 
 } // namespace xov
