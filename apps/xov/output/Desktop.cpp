@@ -1,5 +1,7 @@
 #include "apps/xov/output/Desktop.h"
 
+#include "apps/xov/output/HoverReadout.h"
+
 #include <QLoggingCategory>
 #include <QScreen>
 #include <QShortcut>
@@ -92,6 +94,7 @@ void Desktop::showUntilClosed(std::size_t pages, const MakePage& makePage, const
       addKeys(window, QKeySequence(Qt::Key_PageDown), [&show, &shown] { show(shown + 1); });
       addKeys(window, QKeySequence(Qt::Key_PageUp), [&show, &shown] { show(shown - 1); });
     }
+    if (!isKiosk) new HoverReadout(window);
     if (view) window.setGeometry(view->geometry());
     if (isKiosk) {
       window.setGeometry(window.screen()->geometry()); // for walls without a window manager

@@ -381,6 +381,56 @@ TEST(RandomViews, drawWhatTheyCanOfAnything) {
   }
 }
 
+// Mostly within a view, else far away or nowhere.
+QPointF anyPoint(const QRectF& bounds, RandomHost& host) {
+  const QPointF within(bounds.width() * host.count(1000) / 1000, bounds.height() * host.count(1000) / 1000);
+  return host.chance(0.8) ? within : QPointF(double(host.number()), double(host.number()));
+}
+
+// What a hand that moves over a view asks it.
+void askAboutAnything(const XOVView& view, RandomHost& host) {
+  const QPointF point = anyPoint(view.bounds(), host);
+  for (const PlotQuantity& quantity : view.readout(point).quantities) {
+    EXPECT_FALSE(quantity.text.isEmpty());
+    EXPECT_FALSE(std::isinf(quantity.value));
+  }
+  const auto found = view.recordAt(point);
+  EXPECT_TRUE(!found || found->record);
+  const QRectF box(point, anyPoint(view.bounds(), host));
+  if (const auto* const traces = qobject_cast<const SeismogramView*>(&view)) {
+    traces->recordsIn(box);
+    traces->timesIn(box);
+  }
+  if (const auto* const section = qobject_cast<const MultiSeisView*>(&view))
+    section->apparentVelocity(point, box.bottomRight());
+  if (const auto* const drum = qobject_cast<const helicorderView*>(&view))
+    drum->stretchAt(point, double(host.number()));
+  if (const auto* const map = qobject_cast<const geoMapView*>(&view)) {
+    map->pointAt(point);
+    map->pointsIn(box);
+    map->mechanismsIn(box);
+    map->mapBoxOf(box);
+  }
+}
+
+TEST(RandomViews, tellWhatTheyCanOfAnyPlace) {
+  QLoggingCategory::setFilterRules(QStringLiteral("xov.cells.debug=false"));
+  for (unsigned seed = 0; seed < 6 * makers().size(); ++seed) {
+    RandomHost host(5000 + seed);
+    const auto& [name, make] = makers()[seed % makers().size()];
+    SCOPED_TRACE(std::string(name) + " with seed " + std::to_string(5000 + seed));
+    Hosted hosted = make(host);
+    const auto& view = static_cast<const XOVView&>(*hosted.view);
+    askAboutAnything(view, host); // before it was drawn
+    RecordingContext recording;
+    hosted.view->drawInto(recording);
+    for (int i = 0; i < 20; ++i)
+      askAboutAnything(view, host);
+    hosted.data.reset(); // the host lets go of what the view only refers to
+    askAboutAnything(view, host);
+  }
+}
+
 /// A rectangle of whole points inside a view.
 QRect partOf(const QRectF& bounds, RandomHost& host) {
   const int width = 1 + host.count(int(bounds.width()) - 1), height = 1 + host.count(int(bounds.height()) - 1);
