@@ -23,8 +23,11 @@ namespace fs = std::filesystem;
 
 constexpr qint64 kMostTextBytes = qint64(256) << 20; // of a file that is read whole to be listed
 
-QString translated(const char* text, int count = -1) {
-  return QCoreApplication::translate("FileListing", text, nullptr, count);
+QString translated(const char* text) { return QCoreApplication::translate("FileListing", text); }
+
+/// "events: 3", which is right with any number.
+QString counted(const char* what, std::size_t count) {
+  return QStringLiteral("%1: %2").arg(translated(what)).arg(count);
 }
 
 fs::path pathOnDisk(const QString& name) { return fileNameBytes(name).toStdString(); }
@@ -96,7 +99,7 @@ FileListing listSeismograms(const QString& path, const SeismogramOutline& outlin
 }
 
 FileListing listEvents(const QString& path, const EventFile& file) {
-  FileEntry entry = entryOf(FileKind::Events, path, translated("%n event(s)", int(file.events.size())));
+  FileEntry entry = entryOf(FileKind::Events, path, counted("events", file.events.size()));
   for (const auto& event : file.events) {
     const QDateTime time = event->oDate().toUTC();
     if (!time.isValid()) continue;
@@ -109,9 +112,8 @@ FileListing listEvents(const QString& path, const EventFile& file) {
 }
 
 FileListing listStations(const QString& path, const StationInventory& inventory) {
-  QString what = translated("%n station(s)", int(inventory.stations.size()));
-  if (!inventory.channels.empty())
-    what += QStringLiteral(", ") + translated("%n channel(s)", int(inventory.channels.size()));
+  QString what = counted("stations", inventory.stations.size());
+  if (!inventory.channels.empty()) what += QStringLiteral(", ") + counted("channels", inventory.channels.size());
   return {{entryOf(FileKind::Stations, path, what)}, {}};
 }
 
@@ -142,7 +144,7 @@ FileListing listOtherFile(const QString& path) {
     return listStations(path, *inventory);
   const Result<cli::ColumnData> columns = cli::readColumns(path, {QStringLiteral("1"), QStringLiteral("2")});
   if (columns && !columns->columns.empty() && !columns->columns.front().empty())
-    return {{entryOf(FileKind::Columns, path, translated("%n row(s)", int(columns->columns.front().size())))}, {}};
+    return {{entryOf(FileKind::Columns, path, counted("rows", columns->columns.front().size()))}, {}};
   return refused(path, path + translated(": holds no seismograms, events, stations, grid or columns"));
 }
 
@@ -204,7 +206,7 @@ FileListing listArchive(const QString& root, const std::stop_token& stop) {
   FileListing listing;
   for (const SdsChannel& channel : *channels) {
     if (stop.stop_requested()) break;
-    FileEntry entry = entryOf(FileKind::Archive, root, translated("%n day(s)", channel.dayCount));
+    FileEntry entry = entryOf(FileKind::Archive, root, counted("days", std::size_t(channel.dayCount)));
     entry.channel = archive.span(channel);
     entry.channel.sampleCount = -1;
     listing.entries.push_back(std::move(entry));

@@ -18,6 +18,7 @@ namespace xov::desk {
 namespace {
 
 constexpr int kLeftOutHeight = 110;
+constexpr int kCellMargin = 16;
 constexpr qint64 kSecondsOfDay = 86400;
 
 QTableView* tableOf(QAbstractItemModel& model, const QString& name, QWidget* parent) {
@@ -100,6 +101,22 @@ void FilesPanel::buildTable(QLayout& layout) {
   table_->setAccessibleName(tr("Files"));
   table_->setSortingEnabled(true);
   table_->sortByColumn(-1, Qt::AscendingOrder); // as they came, until a heading is clicked
+  // As wide as what mostly stands there.
+  constexpr const char* kUsualTexts[FileCatalogue::kColumnCount] = {"Seismogram",
+                                                                    "Netw",
+                                                                    "Station",
+                                                                    "Loc",
+                                                                    "Chan",
+                                                                    "2000-00-00T00:00:00.000Z",
+                                                                    "2000-00-00T00:00:00.000Z",
+                                                                    "Rate (Hz)",
+                                                                    "0000000",
+                                                                    "Gaps",
+                                                                    "Distance (°)",
+                                                                    "SAC binary"};
+  for (int column = 0; column + 1 < FileCatalogue::kColumnCount; ++column)
+    table_->setColumnWidth(column, table_->fontMetrics().horizontalAdvance(QString::fromUtf8(kUsualTexts[column])) +
+                                       kCellMargin);
   auto* const open = new QAction(tr("Open"), table_);
   open->setObjectName(QStringLiteral("showFiles"));
   open->setShortcuts({QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter)});
@@ -181,8 +198,8 @@ void FilesPanel::showAdvance(qint64 done, qint64 total) {
 void FilesPanel::showCounts() {
   const int rows = catalogue_.rowCount();
   const int shown = shown_.rowCount();
-  QString text = rows == shown ? tr("%n row(s)", nullptr, rows) : tr("%1 of %n row(s)", nullptr, rows).arg(shown);
-  if (leftOut_.rowCount() > 0) text += QStringLiteral(", ") + tr("%n left out", nullptr, leftOut_.rowCount());
+  QString text = rows == shown ? tr("Rows: %1").arg(rows) : tr("Rows: %1 of %2").arg(shown).arg(rows);
+  if (leftOut_.rowCount() > 0) text += tr(", left out: %1").arg(leftOut_.rowCount());
   counts_->setText(text);
 }
 

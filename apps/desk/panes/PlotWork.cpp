@@ -1,5 +1,6 @@
 #include "apps/desk/panes/PlotWork.h"
 
+#include <XOV_Graphics/base/FileName.h>
 #include <exception>
 #include <utility>
 
@@ -14,7 +15,7 @@ struct Released {};
 
 PlotWork::PlotWork(CommandRunner run, const QStringList& words) : run_(std::move(run)) {
   for (const QString& word : words)
-    words_.push_back(word.toStdString());
+    words_.push_back(fileNameBytes(word).toStdString());
 }
 
 void PlotWork::run() {

@@ -73,7 +73,7 @@ TEST_F(FilesPanelTest, showsWhatTheFilterLeaves) {
   list({dayFile("BHZ"), dayFile("BHN")});
   QTest::keyClicks(&child<QLineEdit>("filesFilter"), "*.BHN");
   EXPECT_EQ(panel_.shown().rowCount(), 1);
-  EXPECT_EQ(child<QLabel>("filesCounts").text(), "1 of 2 row(s)");
+  EXPECT_EQ(child<QLabel>("filesCounts").text(), "Rows: 1 of 2");
   click("filesShow");
   EXPECT_EQ(requests_, QStringList{"drum -- " + dayFile("BHN")});
   child<QComboBox>("filesKind").setCurrentIndex(3); // events
@@ -86,7 +86,7 @@ TEST_F(FilesPanelTest, listsWhatIsLeftOutBelow) {
   list({sds_.root() + "/bad.sac", sds_.root() + "/gone.sac"});
   EXPECT_TRUE(child<QTableView>("leftOutTable").isVisible());
   EXPECT_EQ(panel_.leftOut().rowCount(), 2);
-  EXPECT_EQ(child<QLabel>("filesCounts").text(), "0 row(s), 2 left out");
+  EXPECT_EQ(child<QLabel>("filesCounts").text(), "Rows: 0, left out: 2");
   click("filesClear");
   EXPECT_FALSE(child<QTableView>("leftOutTable").isVisible());
 }

@@ -3,9 +3,12 @@
 #include "apps/desk/window/FilesTool.h"
 #include "apps/desk/window/ProcessingTool.h"
 #include "tests/apps/desk/DeskFixture.h"
+#include "tests/support/SdsFiles.h"
 
 #include <QAction>
 #include <QTest>
+
+#include <filesystem>
 
 namespace xov::desk {
 namespace {
@@ -76,6 +79,32 @@ TEST_F(ToolsTest, haveNoStepsForAMap) {
   EXPECT_FALSE(processing().isEnabled());
   window_->closePane(window_->currentPane());
   EXPECT_FALSE(processing().isEnabled());
+}
+
+TEST_F(ToolsTest, showFilesWhoseNamesAreNoText) {
+  const std::filesystem::path odd = folder_.path().toStdString() + "/caf\xe9.sac";
+  std::filesystem::rename(writeRecord("a.sac", "AAA").toStdString(), odd);
+  window_->openFiles({folder_.path()});
+  ASSERT_TRUE(isListed());
+  files().openSelected();
+  ASSERT_EQ(window_->panes().size(), 1U);
+  EXPECT_TRUE(hasPlot(*window_->currentPane()));
+  std::filesystem::remove(odd); // Qt does not know how to call it
+}
+
+TEST_F(ToolsTest, showTheDaysOfAnArchive) {
+  const test::SdsFiles sds;
+  for (int day = 0; day < 3; ++day)
+    sds.addDay("II", "TLY", "00", "BHZ", QDate(2011, 12, 30).addDays(day), 100 * day);
+  window_->openFiles({sds.root()});
+  ASSERT_TRUE(isListed());
+  files().setIndexFolder({});
+  files().setArchiveTime(QDateTime(QDate(2011, 12, 30), QTime(0, 0), Qt::UTC),
+                         QDateTime(QDate(2012, 1, 2), QTime(0, 0), Qt::UTC));
+  files().openSelected();
+  ASSERT_EQ(window_->panes().size(), 1U);
+  EXPECT_EQ(window_->currentPane()->request().kind, "drum");
+  EXPECT_TRUE(hasPlot(*window_->currentPane())) << qPrintable(window_->currentPane()->messages().join(' '));
 }
 
 TEST_F(ToolsTest, mayBeClosedWhileTheyWork) {
