@@ -76,6 +76,7 @@ void Pane::start() {
   connect(next_.get(), &PlotMaker::advanced, this, &Pane::showAdvance);
   connect(next_.get(), &PlotMaker::ready, this, &Pane::takePlot);
   connect(next_.get(), &PlotMaker::failed, this, &Pane::showFailure);
+  Q_EMIT busyChanged(true);
 }
 
 void Pane::cancel() {
@@ -93,6 +94,7 @@ void Pane::takePlot() {
   if (!made) return showFailure();
   page_ = page;
   const std::unique_ptr<PlotMaker> before = std::exchange(maker_, std::move(next_));
+  Q_EMIT busyChanged(false);
   showView(std::move(made));
 }
 
@@ -115,6 +117,9 @@ PlotRequest Pane::requestAsShown() {
   if (!view_ || request_.kind == QLatin1String("monitor")) return shown; // what plays has one view
   const std::unique_ptr<XOVView> usual = maker_->make(page_, view_->size());
   if (!usual) return shown;
+  // Many a view computes its limits when it draws.
+  for (XOVView* const view : {usual.get(), view_.get()})
+    view->pictureOfRect(QRectF(0, 0, 1, 1));
   shown.properties.clear();
   for (const QMetaProperty& property : cli::plotProperties(*view_)) {
     const QString text = cli::plotPropertyText(property, property.read(view_.get()));
@@ -157,6 +162,7 @@ void Pane::showFailure() {
     bar_->hide();
     cancel_->hide();
   }
+  Q_EMIT busyChanged(false);
   Q_EMIT failed();
 }
 

@@ -53,6 +53,8 @@ Q_SIGNALS:
   void viewGoing(xov::XOVView* view);
   /// The plot is of another number of pages, or another one is shown.
   void pageChanged();
+  /// A plot is being made, or not any more.
+  void busyChanged(bool isBusy);
   /// The command had nothing to show.
   void failed();
   void said(const QString& text);

@@ -14,14 +14,14 @@ namespace {
 
 // A new kind: a row here, where xov has a command that draws it.
 constexpr PaneKind kKinds[] = {
-    {"section", QT_TRANSLATE_NOOP("PaneKind", "Record section"), PaneInput::Seismograms, nullptr},
-    {"drum", QT_TRANSLATE_NOOP("PaneKind", "Drum"), PaneInput::Seismograms, nullptr},
-    {"stack", QT_TRANSLATE_NOOP("PaneKind", "Stack"), PaneInput::Seismograms, nullptr},
+    {"section", QT_TRANSLATE_NOOP("PaneKind", "Record section"), PaneInput::Seismograms, nullptr, true},
+    {"drum", QT_TRANSLATE_NOOP("PaneKind", "Drum"), PaneInput::Seismograms, nullptr, true},
+    {"stack", QT_TRANSLATE_NOOP("PaneKind", "Stack"), PaneInput::Seismograms, nullptr, true},
     {"panels", QT_TRANSLATE_NOOP("PaneKind", "Pairs in panels"), PaneInput::Seismograms, nullptr},
-    {"three", QT_TRANSLATE_NOOP("PaneKind", "Three components"), PaneInput::Seismograms, nullptr},
+    {"three", QT_TRANSLATE_NOOP("PaneKind", "Three components"), PaneInput::Seismograms, nullptr, true},
     {"motion", QT_TRANSLATE_NOOP("PaneKind", "Particle motion"), PaneInput::Seismograms, nullptr},
     {"monitor", QT_TRANSLATE_NOOP("PaneKind", "Replay"), PaneInput::Seismograms, nullptr},
-    {"spectrogram", QT_TRANSLATE_NOOP("PaneKind", "Spectrogram"), PaneInput::Seismograms, nullptr},
+    {"spectrogram", QT_TRANSLATE_NOOP("PaneKind", "Spectrogram"), PaneInput::Seismograms, nullptr, true},
     {"spectrum", QT_TRANSLATE_NOOP("PaneKind", "Power spectra"), PaneInput::Seismograms, nullptr},
     {"ppsd", QT_TRANSLATE_NOOP("PaneKind", "Noise statistics"), PaneInput::Seismograms, nullptr},
     {"fk", QT_TRANSLATE_NOOP("PaneKind", "Beam power"), PaneInput::Seismograms, nullptr},

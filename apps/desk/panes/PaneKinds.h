@@ -20,6 +20,7 @@ struct PaneKind {
   const char* title;   ///< in English; paneTitle() is that in the user's language
   PaneInput input;
   const char* fileOption; ///< that names the file; nullptr where files stand at the end
+  bool isOfTime = false;  ///< whether its x is time, of rows where it has several
 };
 
 std::span<const PaneKind> paneKinds();

@@ -38,6 +38,8 @@ KindActions::KindActions(MainWindow& window) : QObject(&window), window_(window)
     menu->addAction(action);
   }
   connect(&window, &MainWindow::currentPaneChanged, this, &KindActions::offer);
+  connect(&window, &MainWindow::paneOpened, this,
+          [this](Pane* pane) { connect(pane, &Pane::requestChanged, this, &KindActions::offer); });
   offer();
 }
 

@@ -1,5 +1,7 @@
 #include "apps/desk/window/Workspace.h"
 
+#include "apps/desk/window/PaneBar.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 
@@ -35,6 +37,7 @@ Pane* Workspace::open(const PlotRequest& request, int number) {
   dock->setAllowedAreas(Qt::TopDockWidgetArea | Qt::BottomDockWidgetArea);
   auto* const pane = new Pane(run_);
   dock->setWidget(pane);
+  dock->setTitleBarWidget(new PaneBar(*dock, *pane));
   dock->installEventFilter(this);
   const Place* const current = placeOf(current_);
   addDockWidget(Qt::TopDockWidgetArea, dock);
@@ -45,10 +48,10 @@ Pane* Workspace::open(const PlotRequest& request, int number) {
     if (isVisible) setCurrentPane(pane);
   });
   Q_EMIT paneOpened(pane);
+  pane->setRequest(request);
   dock->show();
   dock->raise();
   setCurrentPane(pane);
-  pane->setRequest(request);
   return pane;
 }
 

@@ -1,0 +1,70 @@
+#include "apps/desk/window/Memory.h"
+
+#include "tests/apps/desk/DeskFixture.h"
+
+#include <QAction>
+#include <QTest>
+
+namespace xov::desk {
+namespace {
+
+using MemoryTest = DeskTest;
+
+TEST_F(MemoryTest, bringsPanesBackAsTheyWere) {
+  window_->show();
+  Pane* const first = window_->openPane(request("drum", {writeRecord("a.sac", "AAA"), writeRecord("b.sac", "BBB")}));
+  PlotRequest wanted = first->request();
+  wanted.options = {"--page", "channel"};
+  wanted.steps = {{"--filter", "lowpass", "1"}};
+  window_->changeRequest(first, wanted, "Pages");
+  ASSERT_TRUE(hasPlot(*first));
+  first->showPage(1);
+  Pane* const second = window_->openPane(request("section", {at("a.sac")}));
+  ASSERT_TRUE(hasPlot(*second));
+  second->view()->setProperty("title", "Mine");
+  child<QAction>("splitRight").trigger();
+  window_->workspace().goTo(*first);
+  const DeskSettings settings = window_->memory().now();
+
+  window_ = std::make_unique<MainWindow>(runner());
+  window_->show();
+  window_->memory().restore(settings, true);
+  ASSERT_EQ(window_->panes().size(), 2U);
+  Pane* const firstAgain = window_->panes()[0];
+  Pane* const secondAgain = window_->panes()[1];
+  ASSERT_TRUE(hasPlot(*firstAgain) && hasPlot(*secondAgain));
+  EXPECT_EQ(window_->currentPane(), firstAgain);
+  EXPECT_EQ(firstAgain->request(), wanted);
+  EXPECT_EQ(firstAgain->page(), 1U);
+  EXPECT_EQ(secondAgain->view()->plotTitle(), "Mine");
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    return firstAgain->mapToGlobal(QPoint()).x() < secondAgain->mapToGlobal(QPoint()).x();
+  })) << "beside each other";
+}
+
+TEST_F(MemoryTest, opensNoPanesWhereFilesAreGiven) {
+  DeskSettings settings;
+  settings.panes = {{1, 0, request("section", {at("a.sac")})}};
+  settings.recent = {"/data/a.sac"};
+  window_->memory().restore(settings, false);
+  EXPECT_TRUE(window_->panes().empty());
+  EXPECT_EQ(window_->memory().now().recent, settings.recent);
+}
+
+TEST_F(MemoryTest, startsWithNonsense) {
+  DeskSettings settings;
+  settings.geometry = settings.tools = settings.workspace = "no state of a window";
+  settings.panes = {{1, 99, request("no such plot", {})}, {2000000000, 0, request("section", {at("gone.sac")})}};
+  settings.current = 12;
+  settings.theme = "paisley";
+  window_->memory().restore(settings, true);
+  ASSERT_EQ(window_->panes().size(), 2U);
+  for (const Pane* const pane : window_->panes()) {
+    EXPECT_FALSE(hasPlot(*pane));
+    EXPECT_FALSE(pane->messages().isEmpty());
+  }
+  EXPECT_EQ(window_->memory().now().theme, "system");
+}
+
+} // namespace
+} // namespace xov::desk

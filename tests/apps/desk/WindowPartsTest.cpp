@@ -1,0 +1,158 @@
+#include "apps/desk/panes/PaneKinds.h"
+#include "apps/desk/properties/PropertyPanel.h"
+#include "apps/desk/window/FileActions.h"
+#include "apps/desk/window/HelpSheet.h"
+#include "apps/desk/window/KindActions.h"
+#include "apps/desk/window/Theme.h"
+#include "tests/apps/desk/DeskFixture.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QLineEdit>
+#include <QTest>
+
+#include <algorithm>
+#include <set>
+
+namespace xov::desk {
+namespace {
+
+class PropertyPanelTest : public DeskTest {
+protected:
+  void SetUp() override {
+    pane_ = window_->openPane(request("section", {writeRecord("a.sac", "AAA")}));
+    ASSERT_TRUE(hasPlot(*pane_));
+  }
+  QWidget& editor(const char* property) { return child<QWidget>(QStringLiteral("property_") + property); }
+
+  Pane* pane_ = nullptr;
+};
+
+TEST_F(PropertyPanelTest, changesThePlotAtOnceAndCanTakeItBack) {
+  QLineEdit& width = *editor("lineWidth").findChild<QLineEdit*>();
+  EXPECT_EQ(width.text(), "1");
+  width.selectAll();
+  QTest::keyClicks(&width, "2.5");
+  QTest::keyClick(&width, Qt::Key_Return);
+  EXPECT_EQ(pane_->view()->lineWidth(), 2.5);
+  QTest::mouseClick(editor("showZeroLine").findChild<QCheckBox*>(), Qt::LeftButton, {}, {8, 8});
+  EXPECT_TRUE(pane_->view()->property("showZeroLine").toBool());
+  auto& placement = *editor("stripPlacement").findChild<QComboBox*>();
+  EXPECT_EQ(placement.currentText(), "Evenly");
+  child<QAction>("undo").trigger();
+  child<QAction>("undo").trigger();
+  EXPECT_EQ(pane_->view()->lineWidth(), 1);
+  EXPECT_FALSE(pane_->view()->property("showZeroLine").toBool());
+  EXPECT_EQ(editor("lineWidth").findChild<QLineEdit*>()->text(), "1");
+}
+
+TEST_F(PropertyPanelTest, saysWhatIsWrongWithAValueAndChangesNothing) {
+  QLineEdit& width = *editor("lineWidth").findChild<QLineEdit*>();
+  width.selectAll();
+  QTest::keyClicks(&width, "wide");
+  QTest::keyClick(&width, Qt::Key_Return);
+  EXPECT_EQ(width.toolTip(), "found 'wide', expected a number");
+  EXPECT_EQ(pane_->view()->lineWidth(), 1);
+}
+
+TEST_F(PropertyPanelTest, followsTheViewAndThePane) {
+  pane_->view()->setTitle("Of the host");
+  EXPECT_EQ(editor("title").findChild<QLineEdit*>()->text(), "Of the host");
+  ASSERT_TRUE(hasPlot(*window_->openPane(request("stack", {at("a.sac")}))));
+  EXPECT_EQ(window_->findChild<QWidget*>("property_stripPlacement"), nullptr) << "a section's";
+  window_->closePane(window_->currentPane());
+  EXPECT_NE(window_->findChild<QWidget*>("property_stripPlacement"), nullptr);
+}
+
+TEST(PropertyTitle, writesNamesInWords) {
+  EXPECT_EQ(propertyTitle("lineWidth"), "Line width");
+  EXPECT_EQ(propertyTitle("fixedXAxisRange"), "Fixed X axis range");
+  EXPECT_EQ(propertyTitle("minYRange"), "Min Y range");
+  EXPECT_EQ(propertyTitle("logX"), "Log X");
+  EXPECT_EQ(propertyTitle("ByDistanceKm"), "By distance km");
+}
+
+using KindActionsTest = DeskTest;
+
+TEST_F(KindActionsTest, showTheSameFilesAnotherWay) {
+  Pane* const section = window_->openPane(request("section", {writeRecord("a.sac", "AAA")}));
+  PlotRequest wanted = section->request();
+  wanted.options = {"--sort", "distance", "--channels", "BHZ"};
+  wanted.steps = {{"--detrend", "mean"}};
+  window_->changeRequest(section, wanted, "Sort");
+  EXPECT_FALSE(child<QAction>("show_map").isEnabled());
+  child<QAction>("show_spectrum").trigger();
+  ASSERT_EQ(window_->panes().size(), 2U);
+  EXPECT_EQ(window_->currentPane()->request().words(),
+            QStringList({"spectrum", "--channels", "BHZ", "--detrend", "mean", "--", at("a.sac")}));
+  EXPECT_TRUE(hasPlot(*window_->currentPane()));
+}
+
+TEST_F(KindActionsTest, findTheFileOfAnOption) {
+  PlotRequest map;
+  map.kind = "map";
+  map.options = {"--events", "/data/quakes.csv", "--plates", "bird"};
+  EXPECT_EQ(KindActions::as(*paneKindOf("mechanism"), map).words(),
+            QStringList({"mechanism", "--", "/data/quakes.csv"}));
+}
+
+using FileActionsTest = DeskTest;
+
+TEST_F(FileActionsTest, findThePathsInWhatIsPasted) {
+  const QString file = writeRecord("a b.sac", "AAA");
+  EXPECT_EQ(FileActions::pathsIn(QUrl::fromLocalFile(file).toEncoded() + "\r\n", "ignored"), QStringList({file}));
+  EXPECT_EQ(FileActions::pathsIn({}, (file + "\n/nonexistent\n" + folder_.path()).toUtf8()),
+            QStringList({file, folder_.path()}));
+  EXPECT_EQ(FileActions::pathsIn({}, {}), QStringList());
+}
+
+using HelpSheetTest = DeskTest;
+
+TEST_F(HelpSheetTest, hasTheKeysOfAllMenus) {
+  const std::vector<ShortcutRow> rows = shortcutsOf(*window_);
+  EXPECT_NE(std::ranges::find(rows, ShortcutRow{"Pane", "Put Beside", "Ctrl+\\"}), rows.end());
+  EXPECT_NE(std::ranges::find(rows, ShortcutRow{"Pane › Show As", "Drum", "Ctrl+2"}), rows.end());
+  std::set<QString> keys;
+  for (const ShortcutRow& row : rows)
+    EXPECT_TRUE(keys.insert(row.keys).second) << "twice: " << qPrintable(row.keys);
+}
+
+TEST_F(HelpSheetTest, leavesNoActionWithoutAName) {
+  for (const QAction* const action : window_->findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly))
+    EXPECT_FALSE(action->objectName().isEmpty() || action->text().isEmpty()) << qPrintable(action->text());
+}
+
+TEST(Theme, turnsLightnessAboutAndLeavesTheHue) {
+  QImage image(4, 1, QImage::Format_RGB32);
+  image.setPixel(0, 0, qRgb(255, 255, 255));
+  image.setPixel(1, 0, qRgb(0, 0, 0));
+  image.setPixel(2, 0, qRgb(255, 0, 0)); // lightness one half: stays
+  image.setPixel(3, 0, qRgb(0, 0, 100)); // 0 … 100 becomes 155 … 255
+  turnLightness(image);
+  EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 0));
+  EXPECT_EQ(image.pixel(1, 0), qRgb(255, 255, 255));
+  EXPECT_EQ(image.pixel(2, 0), qRgb(255, 0, 0));
+  EXPECT_EQ(image.pixel(3, 0), qRgb(155, 155, 255));
+}
+
+using DarkPlotsTest = DeskTest;
+
+TEST_F(DarkPlotsTest, areDarkInTheWindowAndWhiteInFiles) {
+  window_->show();
+  Pane* const pane = window_->openPane(request("section", {writeRecord("a.sac", "AAA")}));
+  ASSERT_TRUE(hasPlot(*pane));
+  const auto corner = [&] {
+    return window_->grab().toImage().pixelColor(pane->view()->mapTo(window_.get(), QPoint(5, 5)));
+  };
+  EXPECT_EQ(corner(), QColor(Qt::white));
+  child<QAction>("darkPlots").trigger();
+  EXPECT_EQ(corner(), QColor(Qt::black));
+  EXPECT_EQ(pane->view()->snapshot().pixelColor(5, 5), QColor(Qt::white));
+  child<QAction>("darkPlots").trigger();
+  EXPECT_EQ(corner(), QColor(Qt::white));
+}
+
+} // namespace
+} // namespace xov::desk

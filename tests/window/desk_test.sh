@@ -1,0 +1,114 @@
+#!/bin/sh
+# Drives the desk with real mouse and key events: desk_test.sh XOV EXAMPLE_DATA WORK_FOLDER
+# Opens the drum of a day, changes it, writes it out, closes the desk, opens it again and finds all as it was.
+# Needs Xvfb and xdotool; without them it says so and exits 77, which ctest counts as skipped.
+set -u
+xov=$1
+data=$2
+work=$3
+
+for tool in Xvfb xdotool; do
+  command -v "$tool" >/dev/null 2>&1 || { echo "skipped: $tool is not installed"; exit 77; }
+done
+
+rm -rf "$work"
+mkdir -p "$work"
+cd "$work" || exit 1
+XDG_CONFIG_HOME=$work/config
+XDG_RUNTIME_DIR=$work/runtime
+export XDG_CONFIG_HOME XDG_RUNTIME_DIR
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+settings=$XDG_CONFIG_HOME/xov/desk.json
+
+# What the screen shows at the end is left beside the log, where there is a tool for it.
+fail() {
+  echo "FAILED: $1"
+  import -window root failed.png 2>/dev/null
+  echo "--- what the desk said:"
+  cat desk.log
+  exit 1
+}
+
+# Waits up to 20 s for a command to succeed.
+wait_for() {
+  what=$1
+  shift
+  for _ in $(seq 400); do
+    "$@" >/dev/null 2>&1 && return 0
+    kill -0 "$desk" 2>/dev/null || [ "$what" = "its end" ] || fail "the desk has ended while waiting for $what"
+    sleep 0.05
+  done
+  fail "waited in vain for $what"
+}
+has_title() { xdotool search --onlyvisible --name "$1"; }
+has_ended() { ! kill -0 "$desk"; }
+has_bytes() { [ -s "$1" ]; }
+
+# The server picks a free display and says which.
+Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>display 2>xvfb.log &
+server=$!
+desk=$server
+trap 'kill $desk $server 2>/dev/null' EXIT
+for _ in $(seq 200); do [ -s display ] && break; sleep 0.05; done
+[ -s display ] || { echo "FAILED: Xvfb did not start"; cat xvfb.log; exit 1; }
+DISPLAY=:$(cat display)
+export DISPLAY
+
+start() {
+  QT_QPA_PLATFORM=xcb "$xov" desk "$@" >desk.log 2>&1 &
+  desk=$!
+}
+# Closes the desk by its key; what it remembers is then in its file.
+finish() {
+  xdotool key ctrl+q
+  wait_for "its end" has_ended
+}
+
+# The drum of a day, from the command line.
+start "$data/day"
+wait_for "the drum" has_title 'Drum: day — XOV Desk'
+window=$(xdotool search --onlyvisible --name 'Drum: day — XOV Desk' | head -n 1)
+sleep 1
+
+# A stretch of the same files below it, by keys: a spectrogram beside the drum.
+xdotool mousemove --window "$window" 400 400 click 1
+xdotool key ctrl+8
+wait_for "the spectrogram" has_title 'Spectrogram: day — XOV Desk'
+sleep 1
+xdotool key ctrl+backslash
+sleep 1
+
+# Taken back and done again.
+xdotool key ctrl+z
+wait_for "the drum alone" has_title 'Drum: day — XOV Desk'
+xdotool key ctrl+shift+z
+wait_for "the spectrogram again" has_title 'Spectrogram: day — XOV Desk'
+sleep 2
+
+# Both as pages of a file, whose name is typed.
+xdotool key ctrl+e
+wait_for "the dialog" has_title 'Export All'
+sleep 1
+xdotool type --delay 20 "$work/pages.pdf"
+xdotool key Return
+wait_for "pages.pdf" has_bytes pages.pdf
+head -c 5 pages.pdf | grep -q '%PDF-' || fail "pages.pdf is no PDF"
+
+# Closed and opened again: the same panes at the same places.
+finish
+has_bytes "$settings" || fail "nothing is remembered in $settings"
+grep -q '"kind": "drum"' "$settings" && grep -q '"kind": "spectrogram"' "$settings" || fail "panes are forgotten"
+cp "$settings" before.json
+start
+wait_for "the spectrogram of the last time" has_title 'Spectrogram: day — XOV Desk'
+sleep 2
+finish
+cmp -s before.json "$settings" || { diff before.json "$settings"; fail "it is not as it was"; }
+
+# Broken settings do not keep it from starting, and are laid aside.
+echo '{"panes": [' >"$settings"
+start
+wait_for "a desk without settings" has_title 'XOV Desk'
+finish
+has_bytes "$settings.broken" || fail "broken settings are not kept"
+echo "desk test passed on display $DISPLAY"
