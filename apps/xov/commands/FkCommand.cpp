@@ -128,10 +128,8 @@ void FkCommand::addOptions(const Options& options) {
 }
 
 void FkCommand::checkOptions() const {
-  for (const auto& [option, range] : {std::pair("--band", &band_), {"--window", &window_}}) {
-    if (!range->empty() && !((*range)[0] < (*range)[1]))
-      throw UsageError(option, "expected the second number above the first");
-  }
+  expectRising("--band", band_);
+  expectRising("--window", window_);
 }
 
 // The grid that the only file holds, where it is one; a file of recordings is not.

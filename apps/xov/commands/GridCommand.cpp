@@ -112,8 +112,7 @@ void GridCommand::addOptions(const Options& options) {
 
 void GridCommand::checkOptions() const {
   if ((rows_ > 0) != (columns_ > 0)) throw UsageError("--rows", "expected --rows and --columns together");
-  if (min_ && max_ && !(float(*min_) < float(*max_)))
-    throw UsageError("--max", "expected a number above that of --min");
+  expectMinBelowMax(min_, max_);
   if (!extent_.empty() && !(float(extent_[0]) < float(extent_[1]) && float(extent_[2]) < float(extent_[3])))
     throw UsageError("--extent", "expected left below right and lower below upper");
 }

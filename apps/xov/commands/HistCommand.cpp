@@ -63,8 +63,7 @@ void HistCommand::addOptions(const Options& options) {
 
 // Compared as the view will see them.
 void HistCommand::checkRange() const {
-  if (min_ && max_ && !(float(*min_) < float(*max_)))
-    throw UsageError("--max", "expected a number above that of --min");
+  expectMinBelowMax(min_, max_);
   if (!logAxes_.axes().x) return;
   for (const auto& [option, end] : {std::pair("--min", min_), {"--max", max_}})
     if (end && !(float(*end) > 0)) throw UsageError(option, "expected a number above 0 with --log-x");

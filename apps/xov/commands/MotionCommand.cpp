@@ -9,11 +9,8 @@ namespace xov::cli {
 
 void MotionCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
-  options
-      .add("--components", components_,
-           "Codes of the vertical and the two horizontal components, as BHZ BHN BHE or Z R T")
-      .typeName("V A B")
-      .takesExactly(3);
+  components_.addOption(options, "Codes of the vertical and the two horizontal components, as BHZ BHN BHE or Z R T",
+                        "V A B");
   options.addFlag("--no-polarization", noPolarization_, "Draw the path alone");
   preparation_.addOptions(options);
   output_.addOptions(options);
@@ -22,12 +19,9 @@ void MotionCommand::addOptions(const Options& options) {
 ExitCode MotionCommand::run() {
   const Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
-  QStringList codes;
-  for (const std::string& code : components_)
-    codes.append(QString::fromStdString(code));
-  const Result<ThreeComponents> components = pickComponents(found.records, codes);
+  const Result<ThreeComponents> components = components_.of(found.records);
   if (!components) {
-    complain(components.error() + QStringLiteral("; --channels and --components choose others"));
+    complain(components.error());
     return ExitCode::Failed;
   }
   const Result<ParticleMotion> motion = particleMotionOf(*components);

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/ComponentChoice.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/options/Options.h"
 #include "apps/xov/output/Output.h"
 #include "apps/xov/prepare/Preparation.h"
-
-#include <string>
-#include <vector>
 
 namespace xov::cli {
 
@@ -21,7 +19,7 @@ private:
   RecordInputs inputs_;
   Preparation preparation_;
   Output output_{"motion", {900, 400}};
-  std::vector<std::string> components_; // codes; not given, or three
+  ComponentChoice components_;
   bool noPolarization_ = false;
 };
 

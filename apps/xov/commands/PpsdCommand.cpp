@@ -72,12 +72,7 @@ void PpsdCommand::addOptions(const Options& options) {
   image_.addColorOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
-  options.afterParsing([this] { checkOptions(); });
-}
-
-void PpsdCommand::checkOptions() const {
-  if (!decibels_.empty() && !(decibels_[0] < decibels_[1]))
-    throw UsageError("--db-range", "expected the second number above the first");
+  options.afterParsing([this] { expectRising("--db-range", decibels_); });
 }
 
 ExitCode PpsdCommand::run() {

@@ -17,8 +17,6 @@ public:
   ExitCode run() override;
 
 private:
-  void checkOptions() const;
-
   RecordInputs inputs_;
   Preparation preparation_;
   ImageOptions image_{"viridis", 256};

@@ -22,15 +22,6 @@ constexpr double kViewGainOfOne = 2;
 // the title of a lower one.
 constexpr QSizeF kSizeOfOne(900, 480);
 
-// Traces of a crowd are told apart when their lines take a third of what is between them.
-constexpr double kWidestLine = 1;
-constexpr double kThinnestLine = 0.35;
-constexpr double kLineShare = 1 / 3.0;
-
-double lineWidthFor(const QRectF& frame, std::size_t traces) {
-  return std::clamp(kLineShare * frame.height() / double(traces), kThinnestLine, kWidestLine);
-}
-
 struct Order {
   const char* name;
   RecordOrder order;
@@ -100,7 +91,7 @@ ExitCode SectionCommand::run() {
     view->setShowZeroLine(zeroLines_);
     style_.apply(*view);
     if (view->stripPlacement() == MultiSeisView::StripPlacement::Evenly)
-      view->setLineWidth(lineWidthFor(frame, records->size()));
+      view->setLineWidth(MultiSeisView::lineWidthOf(records->size(), frame.height()));
     view->setLabelsGiveWay(true);
     view->setShowAmplitudeBar(scaleBar_);
     view->setAmplitudeUnit(amplitudeUnit(*records));

@@ -45,14 +45,10 @@ void SpectrogramCommand::addOptions(const Options& options) {
   timeAxis_.addOptions(options);
   preparation_.addOptions(options);
   output_.addOptions(options, recordFieldNames());
-  options.afterParsing([this] { checkOptions(); });
-}
-
-void SpectrogramCommand::checkOptions() const {
-  for (const auto& [option, range] : {std::pair("--band", &band_), {"--db-range", &decibels_}}) {
-    if (!range->empty() && !((*range)[0] < (*range)[1]))
-      throw UsageError(option, "expected the second number above the first");
-  }
+  options.afterParsing([this] {
+    expectRising("--band", band_);
+    expectRising("--db-range", decibels_);
+  });
 }
 
 ExitCode SpectrogramCommand::run() {

@@ -18,8 +18,6 @@ public:
   ExitCode run() override;
 
 private:
-  void checkOptions() const;
-
   RecordInputs inputs_;
   Preparation preparation_;
   TimeAxisOption timeAxis_;

@@ -73,8 +73,7 @@ void SpectrumCommand::addOptions(const Options& options) {
 }
 
 void SpectrumCommand::checkOptions() const {
-  if (!band_.empty() && !(band_[0] < band_[1]))
-    throw UsageError("--band", "expected the second number above the first");
+  expectRising("--band", band_);
   if (!band_.empty() && !linearFrequency_ && !(band_[0] > 0))
     throw UsageError("--band", "expected numbers above 0 on a logarithmic axis");
 }

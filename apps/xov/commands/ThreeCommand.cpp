@@ -11,11 +11,8 @@ namespace xov::cli {
 
 void ThreeCommand::addOptions(const Options& options) {
   inputs_.addOptions(options);
-  options
-      .add("--components", components_,
-           "Codes of the vertical, radial and transverse component, as BHZ BHR BHT or Z 1 2")
-      .typeName("V R T")
-      .takesExactly(3);
+  components_.addOption(options, "Codes of the vertical, radial and transverse component, as BHZ BHR BHT or Z 1 2",
+                        "V R T");
   options.addFlag("--self-scaled", selfScaled_, "Let each trace fill its panel");
   options.addFlag("--peaks", peaks_, "Print the largest amplitude of each trace");
   pages_.addOptions(options);
@@ -30,21 +27,18 @@ void ThreeCommand::addOptions(const Options& options) {
 ExitCode ThreeCommand::run() {
   Records found = preparation_.apply(inputs_.read());
   if (found.records.empty()) return ExitCode::Failed;
-  QStringList codes;
-  for (const std::string& code : components_)
-    codes.append(QString::fromStdString(code));
   const RecordPages groups =
       pages_.pagesOf(std::move(found.records), [](SeismogramArray records) { return records; });
   std::vector<ThreeComponents> stations;
   std::vector<PlotPage> pages;
   for (std::size_t i = 0; i < groups.count(); ++i) {
-    const Result<ThreeComponents> components = pickComponents(groups.recordsAsRead(i), codes);
+    const Result<ThreeComponents> components = components_.of(groups.recordsAsRead(i));
     if (components) {
       stations.push_back(*components);
       pages.push_back(groups.plotPages()[i]);
       continue;
     }
-    complain(components.error() + QStringLiteral("; --channels and --components choose others"));
+    complain(components.error());
     found.status = ExitCode::Failed;
   }
   if (pages.empty()) return ExitCode::Failed;

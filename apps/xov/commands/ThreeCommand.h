@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/commands/Command.h"
+#include "apps/xov/inputs/ComponentChoice.h"
 #include "apps/xov/inputs/PickOptions.h"
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Records.h"
@@ -10,9 +11,6 @@
 #include "apps/xov/output/Output.h"
 #include "apps/xov/output/PageOption.h"
 #include "apps/xov/prepare/Preparation.h"
-
-#include <string>
-#include <vector>
 
 namespace xov::cli {
 
@@ -31,7 +29,7 @@ private:
   TimeAxisOption timeAxis_;
   LineWidthOption lineWidth_;
   Output output_{"three", {900, 600}};
-  std::vector<std::string> components_; // codes; not given, or three
+  ComponentChoice components_;
   bool selfScaled_ = false;
   bool peaks_ = false;
 };

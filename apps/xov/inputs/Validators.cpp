@@ -51,6 +51,14 @@ Check numberAboveZero() {
   return numberThat(QStringLiteral("a number above 0"), [](double value) { return value > 0; });
 }
 
+void expectRising(const std::string& option, const std::vector<double>& ends) {
+  if (!ends.empty() && !(ends[0] < ends[1])) throw UsageError(option, "expected the second number above the first");
+}
+
+void expectMinBelowMax(std::optional<double> min, std::optional<double> max) {
+  if (min && max && !(float(*min) < float(*max))) throw UsageError("--max", "expected a number above that of --min");
+}
+
 Check oneOf(const std::vector<std::string>& words) {
   const auto check = [words](const std::string& text) -> std::string {
     if (std::ranges::find(words, text) != words.end()) return {};

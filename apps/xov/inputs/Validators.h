@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,12 @@ Check wholeNumberFromTo(int min, int max);
 
 /// Accepts finite numbers above 0.
 Check numberAboveZero();
+
+/// Throws UsageError of an option with two numbers, if it was given, unless the second is above the first.
+void expectRising(const std::string& option, const std::vector<double>& ends);
+
+/// The same of --min and --max where both were given, in single precision, as views see them.
+void expectMinBelowMax(std::optional<double> min, std::optional<double> max);
 
 /// Accepts one of a few words; the message names them all.
 Check oneOf(const std::vector<std::string>& words);

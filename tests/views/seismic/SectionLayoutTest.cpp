@@ -117,10 +117,10 @@ TEST(SectionLayout, staysFiniteWithOddNumbers) {
 
 // A third of 300 points over 30 records is more than a point, over 200 half a point.
 TEST(SectionLayout, drawsThinnerLinesWhereTheyCrowd) {
-  EXPECT_EQ(sectionLineWidth(300, 30), 1);
-  EXPECT_DOUBLE_EQ(sectionLineWidth(300, 200), 0.5);
-  EXPECT_EQ(sectionLineWidth(300, 10000), 0.35);
-  EXPECT_EQ(sectionLineWidth(300, 0), 1);
+  EXPECT_EQ(MultiSeisView::lineWidthOf(30, 300), 1);
+  EXPECT_DOUBLE_EQ(MultiSeisView::lineWidthOf(200, 300), 0.5);
+  EXPECT_EQ(MultiSeisView::lineWidthOf(10000, 300), 0.35);
+  EXPECT_EQ(MultiSeisView::lineWidthOf(0, 300), 1);
 }
 
 class Section : public ::testing::Test {

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/prepare/ParticleMotion.h"
 
+#include "XOV_Graphics/base/FiniteSum.h"
 #include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/seismic/SacSeismogram.h"
@@ -19,14 +20,9 @@ constexpr double kToleranceDeg = 1;
 
 // The mean of those that are finite is taken away from all.
 std::shared_ptr<const std::vector<float>> withoutMean(std::span<const float> samples) {
-  double sum = 0;
-  std::size_t count = 0;
-  for (const float sample : samples) {
-    if (!std::isfinite(sample)) continue;
-    sum += double(sample);
-    ++count;
-  }
-  const double mean = count > 0 ? sum / double(count) : 0;
+  FiniteSum sum;
+  addFinite(samples, sum);
+  const double mean = sum.mean();
   auto found = std::make_shared<std::vector<float>>(samples.size());
   std::ranges::transform(samples, found->begin(), [&](float sample) { return float(double(sample) - mean); });
   return found;

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/seismic/signal/NoiseModelCurve.h"
+#include "XOV_Graphics/views/base/TitledAxes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,13 +14,7 @@ namespace xov {
 
 namespace {
 
-constexpr double kLeft = 76; // around the picture, in points
-constexpr double kRight = 24;
-constexpr double kBottom = 60;
-constexpr double kTop = 52;
-constexpr float kFontSize = 14;
-constexpr float kXTitleDrop = 28;
-constexpr float kYTitleLeft = 32;
+constexpr double kLeft = 76; // of the picture, in points
 
 constexpr double kStepDb = 1;
 constexpr double kRoundDb = 10;
@@ -108,9 +103,8 @@ void NoiseStatisticsView::takeLimits() {
 }
 
 void NoiseStatisticsView::computeRects() {
-  const QRectF b = bounds();
-  pRect_ = b;
-  iRect_ = {kLeft, kBottom, b.width() - kLeft - kRight, b.height() - kBottom - kTop};
+  pRect_ = bounds();
+  iRect_ = titledFrame(bounds(), kLeft);
   leaveRoomForColorBar();
 }
 
@@ -177,15 +171,12 @@ void NoiseStatisticsView::drawAxes() {
   const SavedState saved(context);
   context.setColor(colors::black);
   beginAxes(iRect_);
-  setLabelFontSize(kFontSize);
+  setLabelFontSize(kTitledAxesFontSize);
   addAxis(AxisSide::Bottom, QString(), xmin_, xmax_);
   addAxis(AxisSide::Left, QString(), ymin_, ymax_);
   strokeAxisPath();
   const QString period = xLabelString_.isEmpty() ? QStringLiteral("Period (s)") : xLabelString_;
-  drawStringXYHJustVJust(period, float(iRect_.center().x()), float(iRect_.y()) - kXTitleDrop, HJust::Center,
-                         VJust::Top);
-  drawRotatedStringXYHJustVJustAngle(yLabelString_, kYTitleLeft, float(iRect_.center().y()), HJust::Center,
-                                     VJust::Center, 90);
+  drawAxisTitles(*this, iRect_, period, yLabelString_);
 }
 
 } // namespace xov

@@ -9,6 +9,7 @@
 #include "XOV_Graphics/seismic/prepare/SpectrumPieces.h"
 #include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 #include "XOV_Graphics/views/base/RecordTraces.h"
+#include "XOV_Graphics/views/base/TitledAxes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,30 +20,19 @@ namespace xov {
 
 namespace {
 
-// Around the picture, in points:
+// Above the picture, in points:
 //
-//        +---------------------------------------+
-//        |                  52                   |
-//        |    +-------------------+              |
-//        |    |    seismogram     |              |
-//        |    +-------------------+   colour     |
-//        |                        12             |
-//        |    +-------------------+ +-+          |
-//        | 76 |      picture      | | |  bar  24 |
-//        |    +-------------------+ +-+          |
-//        |                  60                   |
-//        +---------------------------------------+
+//    +-------------------+
+//    |    seismogram     |
+//    +-------------------+
+//             12
+//    +-------------------+
+//    |      picture      |
 constexpr double kLeft = 76;
-constexpr double kRight = 24;
-constexpr double kBottom = 60;
-constexpr double kTop = 52;
 constexpr double kGap = 12;
 constexpr double kSeismogramShare = 0.2;
 
-constexpr float kFontSize = 14;
 constexpr double kTraceWidth = 0.5;
-constexpr float kXTitleDrop = 28;
-constexpr float kYTitleLeft = 32;
 constexpr double kCellsPerPoint = 2; // columns and rows, for sharp screens and paper
 constexpr int kShades = 256;
 // Of the axis of amplitudes.
@@ -116,9 +106,8 @@ QString SpectrogramView::usualAxisName(Qt::Axis axis) const {
 void SpectrogramView::setRecords(const std::shared_ptr<const SeismogramArray>& records) { records_ = records; }
 
 void SpectrogramView::computeRects() {
-  const QRectF b = bounds();
-  pRect_ = b;
-  iRect_ = {kLeft, kBottom, b.width() - kLeft - kRight, b.height() - kBottom - kTop};
+  pRect_ = bounds();
+  iRect_ = titledFrame(bounds(), kLeft);
   leaveRoomForColorBar();
   seismogramRect_ = {};
   if (!showSeismogram_) return;
@@ -289,7 +278,7 @@ void SpectrogramView::drawAmplitudeAxis() {
   context.strokePath(marks);
   beginAxes(iRect_);
   setLabelFontSize(kAmplitudeFontSize);
-  drawRotatedStringXYHJustVJustAngle(amplitudeUnitOf(*records_), kYTitleLeft, float(seismogramRect_.center().y()),
+  drawRotatedStringXYHJustVJustAngle(amplitudeUnitOf(*records_), kLeftTitlePlace, float(seismogramRect_.center().y()),
                                      HJust::Center, VJust::Center, 90);
 }
 
@@ -299,20 +288,16 @@ void SpectrogramView::drawAxes() {
   const SavedState saved(context);
   context.setColor(colors::black);
   beginAxes(iRect_);
-  setLabelFontSize(kFontSize);
-  const QString time = xLabelString_.isEmpty() ? QStringLiteral("Time (s)") : xLabelString_;
+  setLabelFontSize(kTitledAxesFontSize);
+  QString time = xLabelString_.isEmpty() ? QStringLiteral("Time (s)") : xLabelString_;
   if (timeReference_.isValid())
     ADrawUtcAxis(QStringLiteral("UTC"), timeReference_, double(xmin_), double(xmax_));
   else
     addAxis(AxisSide::Bottom, QString(), xmin_, xmax_);
   addAxis(AxisSide::Left, QString(), ymin_, ymax_);
   strokeAxisPath();
-  if (!timeReference_.isValid())
-    drawStringXYHJustVJust(time, float(iRect_.center().x()), float(iRect_.y()) - kXTitleDrop, HJust::Center,
-                           VJust::Top);
-  const QString frequency = yLabelString_.isEmpty() ? QStringLiteral("Frequency (Hz)") : yLabelString_;
-  drawRotatedStringXYHJustVJustAngle(frequency, kYTitleLeft, float(iRect_.center().y()), HJust::Center, VJust::Center,
-                                     90);
+  if (timeReference_.isValid()) time.clear();
+  drawAxisTitles(*this, iRect_, time, yLabelString_.isEmpty() ? QStringLiteral("Frequency (Hz)") : yLabelString_);
 }
 
 // The title stands above the seismogram, too.

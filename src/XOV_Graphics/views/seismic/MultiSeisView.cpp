@@ -56,6 +56,12 @@ MultiSeisView::MultiSeisView(const QRectF& frame, QWidget* parent) : PickedSeism
 
 MultiSeisView::~MultiSeisView() = default;
 
+double MultiSeisView::lineWidthOf(std::size_t strips, double height) {
+  constexpr double kThinnest = 0.35;
+  constexpr double kShare = 1 / 3.0;
+  return std::clamp(kShare * height / double(std::max<std::size_t>(strips, 1)), kThinnest, 1.0);
+}
+
 QString MultiSeisView::usualAxisName(Qt::Axis axis) const {
   const auto records = wvfrmsArray();
   const bool isPlaces = axis == Qt::YAxis && records && anyHasPlace(*records, stripPlacement_);
@@ -134,7 +140,7 @@ std::vector<DrawnTrace> MultiSeisView::drawStrips(const SeismogramArray& records
   if (layout.hasAxis) {
     const SavedState saved(context);
     context.clipToRect(pRect_);
-    drawTraces(traces, lineWidth_ * sectionLineWidth(pRect_.height(), layout.strips.size()));
+    drawTraces(traces, lineWidth_ * lineWidthOf(layout.strips.size(), pRect_.height()));
   } else {
     drawTraces(traces, lineWidth_);
   }

@@ -99,6 +99,10 @@ public:
   void setFillPositive(bool fill) { change(fillPositive_, fill); }
   bool fillPositive() const { return fillPositive_; }
 
+  /// The width in points that tells the traces of so many strips apart, which share a height in points: a third of
+  /// what is between two of them, from 0.35 to 1.
+  static double lineWidthOf(std::size_t strips, double height);
+
   QString usualAxisName(Qt::Axis axis) const override;
   /// How fast what a line across the section follows moves along it: from the record or the place on the axis at one
   /// end to that at the other. Evenly placed strips count by the distances that their records have. None where the

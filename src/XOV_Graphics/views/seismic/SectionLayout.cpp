@@ -83,12 +83,6 @@ SectionLayout layoutSection(const SeismogramArray& records, Placement placement,
   return layout;
 }
 
-double sectionLineWidth(double height, std::size_t strips) {
-  constexpr double kThinnest = 0.35;
-  constexpr double kShare = 1 / 3.0; // of what is between two traces
-  return std::clamp(kShare * height / double(std::max<std::size_t>(strips, 1)), kThinnest, 1.0);
-}
-
 QString sectionAxisTitle(Placement placement) {
   switch (placement) {
   case Placement::ByDistanceDegrees:

@@ -42,10 +42,6 @@ SectionLayout layoutSection(const SeismogramArray& records, MultiSeisView::Strip
 
 inline constexpr double kLeastSlot = 18;
 
-/// The width of traces along an axis: 1 point, and less where so many stand closer than 3 points on average, so that
-/// they are told apart; at least 0.35.
-double sectionLineWidth(double height, std::size_t strips);
-
 /// What the axis is called, with its unit: "Distance (km)". Empty for Evenly.
 QString sectionAxisTitle(MultiSeisView::StripPlacement placement);
 

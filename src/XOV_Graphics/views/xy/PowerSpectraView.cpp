@@ -5,6 +5,7 @@
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
 #include "XOV_Graphics/seismic/signal/NoiseModelCurve.h"
+#include "XOV_Graphics/views/base/TitledAxes.h"
 #include "XOV_Graphics/views/xy/XYPlotFrame.h"
 
 #include <algorithm>
@@ -15,13 +16,7 @@ namespace xov {
 
 namespace {
 
-constexpr double kLeft = 84; // around the frame, in points
-constexpr double kRight = 24;
-constexpr double kBottom = 60;
-constexpr double kTop = 52;
-constexpr float kFontSize = 14;
-constexpr float kXTitleDrop = 28;
-constexpr float kYTitleLeft = 32;
+constexpr double kLeft = 84; // of the frame, in points
 
 constexpr double kCurveWidth = 1;
 constexpr double kModelWidth = 1.5;
@@ -74,8 +69,7 @@ QString PowerSpectraView::usualAxisName(Qt::Axis axis) const {
 }
 
 void PowerSpectraView::computeRects() {
-  const QRectF b = bounds();
-  iRect_ = {kLeft, kBottom, b.width() - kLeft - kRight, b.height() - kBottom - kTop};
+  iRect_ = titledFrame(bounds(), kLeft);
   pRect_ = iRect_;
 }
 
@@ -241,15 +235,12 @@ void PowerSpectraView::drawAxes() {
   context.setColor(colors::black);
   context.strokeRect(iRect_);
   beginAxes(iRect_);
-  setLabelFontSize(kFontSize);
+  setLabelFontSize(kTitledAxesFontSize);
   addAxis(AxisSide::Bottom, QString(), xmin_, xmax_);
   addAxis(AxisSide::Left, QString(), ymin_, ymax_);
   strokeAxisPath();
   const QString frequency = xLabelString_.isEmpty() ? QStringLiteral("Frequency (Hz)") : xLabelString_;
-  drawStringXYHJustVJust(frequency, float(iRect_.center().x()), float(iRect_.y()) - kXTitleDrop, HJust::Center,
-                         VJust::Top);
-  drawRotatedStringXYHJustVJustAngle(yLabelString_, kYTitleLeft, float(iRect_.center().y()), HJust::Center,
-                                     VJust::Center, 90);
+  drawAxisTitles(*this, iRect_, frequency, yLabelString_);
 }
 
 } // namespace xov
