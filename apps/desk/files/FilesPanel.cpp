@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -19,6 +20,10 @@ namespace {
 
 constexpr int kLeftOutHeight = 110;
 constexpr int kCellMargin = 16;
+// Of memory for samples, as xov takes them.
+constexpr int kLeastMegabytes = 16;
+constexpr int kMostMegabytes = 1 << 20;
+constexpr int kMegabyteStep = 64;
 constexpr qint64 kSecondsOfDay = 86400;
 
 QTableView* tableOf(QAbstractItemModel& model, const QString& name, QWidget* parent) {
@@ -178,6 +183,16 @@ void FilesPanel::buildProgress(QLayout& layout) {
   row->addWidget(counts_, 1);
   row->addWidget(bar_, 1);
   row->addWidget(cancel_);
+  memory_ = new QSpinBox(this);
+  memory_->setObjectName(QStringLiteral("sampleMemory"));
+  memory_->setAccessibleName(tr("Memory for samples"));
+  memory_->setToolTip(tr("Memory for samples of large files, which are read as they are drawn"));
+  memory_->setRange(kLeastMegabytes, kMostMegabytes);
+  memory_->setSingleStep(kMegabyteStep);
+  memory_->setSuffix(tr(" MB"));
+  memory_->setValue(options_.sampleMegabytes);
+  connect(memory_, &QSpinBox::valueChanged, this, [this](int megabytes) { options_.sampleMegabytes = megabytes; });
+  row->addWidget(memory_);
   row->addWidget(button(QStringLiteral("filesShow"), tr("&Show"), &FilesPanel::openSelected));
   row->addWidget(button(QStringLiteral("filesClear"), tr("C&lear"), &FilesPanel::clear));
   static_cast<QBoxLayout&>(layout).addLayout(row);
@@ -236,6 +251,8 @@ void FilesPanel::setArchiveTime(const QDateTime& from, const QDateTime& to) {
   from_->setDateTime(from.toUTC());
   to_->setDateTime(to.toUTC());
 }
+
+void FilesPanel::setSampleMegabytes(int megabytes) { memory_->setValue(megabytes); }
 
 void FilesPanel::openSelected() {
   OpeningOptions options = options_;

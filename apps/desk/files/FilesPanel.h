@@ -14,6 +14,7 @@ class QLayout;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class QSpinBox;
 class QTableView;
 class QToolButton;
 
@@ -43,8 +44,9 @@ public:
 
   /// Where indexes of large files and of archives are kept; nowhere at first.
   void setIndexFolder(const QString& folder) { options_.indexFolder = folder; }
-  /// Megabytes for samples that are read as they are drawn.
-  void setSampleMegabytes(int megabytes) { options_.sampleMegabytes = megabytes; }
+  /// Megabytes for samples that are read as they are drawn, 16 to 1048576; 512 at first.
+  void setSampleMegabytes(int megabytes);
+  int sampleMegabytes() const { return options_.sampleMegabytes; }
   /// What of archives is shown. An invalid time: the last day.
   void setArchiveTime(const QDateTime& from, const QDateTime& to);
 
@@ -80,6 +82,7 @@ private:
   QLabel* counts_ = nullptr;
   QProgressBar* bar_ = nullptr;
   QPushButton* cancel_ = nullptr;
+  QSpinBox* memory_ = nullptr;
 };
 
 } // namespace xov::desk

@@ -27,6 +27,7 @@ constexpr char kCurrent[] = "current";
 constexpr char kRecent[] = "recent";
 constexpr char kTheme[] = "theme";
 constexpr char kDarkPlots[] = "darkPlots";
+constexpr char kSampleMegabytes[] = "sampleMegabytes";
 
 QString textOf(const QByteArray& bytes) { return QString::fromLatin1(bytes.toBase64()); }
 
@@ -59,7 +60,8 @@ QByteArray DeskSettings::toJson() const {
                            {QLatin1String(kCurrent), current},
                            {QLatin1String(kRecent), QJsonArray::fromStringList(recent)},
                            {QLatin1String(kTheme), theme},
-                           {QLatin1String(kDarkPlots), darkPlots}};
+                           {QLatin1String(kDarkPlots), darkPlots},
+                           {QLatin1String(kSampleMegabytes), sampleMegabytes}};
   return QJsonDocument(object).toJson();
 }
 
@@ -85,6 +87,7 @@ Result<DeskSettings> DeskSettings::fromJson(const QByteArray& text) {
     settings.addRecent((*--path).toString());
   settings.theme = object[QLatin1String(kTheme)].toString();
   settings.darkPlots = object[QLatin1String(kDarkPlots)].toBool();
+  settings.sampleMegabytes = object[QLatin1String(kSampleMegabytes)].toInt(settings.sampleMegabytes);
   return settings;
 }
 

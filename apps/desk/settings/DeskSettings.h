@@ -32,6 +32,7 @@ struct DeskSettings {
   QStringList recent;
   QString theme;
   bool darkPlots = false;
+  int sampleMegabytes = 512; ///< of memory for samples of large files
 
   bool operator==(const DeskSettings&) const = default;
 

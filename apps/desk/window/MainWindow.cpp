@@ -49,10 +49,10 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
   addAction(QStringLiteral("file"), QStringLiteral("quit"), tr("&Quit"), QKeySequence::Quit, [this] { close(); });
   buildPaneMenu();
   buildProperties();
-  new FilesTool(*this);
+  auto* const list = new FilesTool(*this);
   new ProcessingTool(*this);
   themes_ = new ThemeActions(*this);
-  memory_ = new Memory(*this, *files_, *themes_);
+  memory_ = new Memory(*this, *files_, *list, *themes_);
   addAction(QStringLiteral("help"), QStringLiteral("keys"), tr("&Keys…"), QKeySequence::HelpContents,
             [this] { showHelpSheet(*this); });
   statusBar();

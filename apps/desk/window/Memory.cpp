@@ -1,15 +1,18 @@
 #include "apps/desk/window/Memory.h"
 
+#include "apps/desk/files/FilesPanel.h"
 #include "apps/desk/window/FileActions.h"
+#include "apps/desk/window/FilesTool.h"
 #include "apps/desk/window/MainWindow.h"
 #include "apps/desk/window/Theme.h"
 
 namespace xov::desk {
 
-Memory::Memory(MainWindow& window, FileActions& files, ThemeActions& themes)
+Memory::Memory(MainWindow& window, FileActions& files, FilesTool& list, ThemeActions& themes)
     : QObject(&window),
       window_(window),
       files_(files),
+      list_(list),
       themes_(themes) {}
 
 DeskSettings Memory::now() const {
@@ -24,6 +27,7 @@ DeskSettings Memory::now() const {
   settings.recent = files_.recent();
   settings.theme = themes_.theme();
   settings.darkPlots = themes_.darkPlots();
+  settings.sampleMegabytes = list_.panel().sampleMegabytes();
   return settings;
 }
 
@@ -31,6 +35,7 @@ void Memory::restore(const DeskSettings& settings, bool withPanes) {
   files_.setRecent(settings.recent);
   themes_.setTheme(settings.theme);
   themes_.setDarkPlots(settings.darkPlots);
+  list_.panel().setSampleMegabytes(settings.sampleMegabytes);
   window_.restoreGeometry(settings.geometry);
   window_.restoreState(settings.tools);
   if (!withPanes) return;

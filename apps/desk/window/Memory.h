@@ -7,6 +7,7 @@
 namespace xov::desk {
 
 class FileActions;
+class FilesTool;
 class MainWindow;
 class ThemeActions;
 
@@ -14,7 +15,7 @@ class ThemeActions;
 class Memory : public QObject {
   Q_OBJECT
 public:
-  Memory(MainWindow& window, FileActions& files, ThemeActions& themes);
+  Memory(MainWindow& window, FileActions& files, FilesTool& list, ThemeActions& themes);
 
   /// What is worth remembering now.
   DeskSettings now() const;
@@ -24,6 +25,7 @@ public:
 private:
   MainWindow& window_;
   FileActions& files_;
+  FilesTool& list_;
   ThemeActions& themes_;
 };
 

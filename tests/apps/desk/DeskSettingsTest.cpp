@@ -20,6 +20,7 @@ DeskSettings someSettings() {
   settings.recent = {"/data/a.sac", "/data/b.sac"};
   settings.theme = "dark";
   settings.darkPlots = true;
+  settings.sampleMegabytes = 64;
   return settings;
 }
 

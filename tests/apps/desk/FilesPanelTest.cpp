@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTableView>
 #include <QTest>
 
@@ -102,6 +103,18 @@ TEST_F(FilesPanelTest, asksForTheTimeOfAnArchive) {
   click("filesShow");
   EXPECT_EQ(requests_, QStringList{"section --archive " + sds_.root() +
                                    " --between 2011-12-30T00:00:00.000Z 2011-12-30T01:00:00.000Z -- II.TLY.00.BHZ"});
+}
+
+TEST_F(FilesPanelTest, takesTheMemoryForSamplesThatIsSet) {
+  EXPECT_EQ(panel_.sampleMegabytes(), 512);
+  child<QSpinBox>("sampleMemory").setValue(64);
+  list({sds_.root()});
+  child<QTableView>("filesTable").selectRow(0);
+  click("filesShow");
+  ASSERT_EQ(requests_.size(), 1);
+  EXPECT_TRUE(requests_[0].contains("--sample-memory 64 "));
+  panel_.setSampleMegabytes(-5);
+  EXPECT_EQ(panel_.sampleMegabytes(), 16);
 }
 
 TEST_F(FilesPanelTest, hasABarWithAButtonToGiveUpWhileItLists) {
