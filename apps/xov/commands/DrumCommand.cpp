@@ -247,8 +247,10 @@ ExitCode DrumCommand::runLive() const {
       putPage(pieces, sheet.start, gain_, *page);
       if (!daily_.keep(*page, nameFieldsOf(*pieces))) received = ExitCode::Failed;
     };
-    const auto live = std::make_shared<LiveDrum>(settings, LiveDrumLook{gain_, chosenColors(), late_}, keep);
+    const auto live = std::make_shared<LiveDrum>(
+        settings, LiveDrumLook{view->plotTitle(), gain_, chosenColors(), late_.lateness()}, keep);
     shownLive = live;
+    view->setTitle({});
     addPageKeys(*view, live);
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, view.get(),
                      [live] { live->leave(); });

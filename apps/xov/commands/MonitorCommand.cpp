@@ -143,8 +143,8 @@ std::unique_ptr<RealTimeDisplayView> MonitorCommand::makeView(const QRectF& fram
   else
     view = std::make_unique<realTimeDisplayView01>(frame);
   view->setWaveformGain(float(gain_));
-  view->setShowLatency(late_.isShown());
-  view->setLateSeconds(late_.seconds());
+  view->setShowLatency(late_.lateness().isShown);
+  view->setLateSeconds(late_.lateness().seconds);
   lineWidth_.apply(*view);
   return view;
 }

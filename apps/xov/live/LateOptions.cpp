@@ -11,8 +11,9 @@ constexpr double kLongestLateness = 366 * 86400.0;
 } // namespace
 
 void LateOptions::addOptions(const Options& options) {
-  options.addFlag("--latency", isShown_, "Write beside each channel how far its last sample lies in the past");
-  options.add("--late", seconds_, "Draw channels grey whose last sample lies further in the past than this")
+  options.addFlag("--latency", lateness_.isShown,
+                  "Write beside each channel how far its last sample lies in the past");
+  options.add("--late", lateness_.seconds, "Draw channels grey whose last sample lies further in the past than this")
       .typeName("S")
       .check(numberAboveZero())
       .check(numberFromTo(0, kLongestLateness));

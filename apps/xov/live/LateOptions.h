@@ -4,21 +4,24 @@
 
 namespace xov::cli {
 
+/// How live channels that are late look.
+struct Lateness {
+  bool isShown = false; ///< whether the latency of channels is written beside them
+  double seconds = 0;   ///< that a channel may be late before it turns grey; 0 where it does not
+};
+
 /// The options --latency and --late of commands that show channels as they arrive.
 class LateOptions {
 public:
   void addOptions(const Options& options);
 
-  /// Whether the latency of channels is written beside them.
-  bool isShown() const { return isShown_; }
-  /// The seconds that a channel may be late before it turns grey; 0 where it does not.
-  double seconds() const { return seconds_; }
+  /// What the user wants.
+  const Lateness& lateness() const { return lateness_; }
   /// Whether the user gave any of them.
-  bool isGiven() const { return isShown_ || seconds_ > 0; }
+  bool isGiven() const { return lateness_.isShown || lateness_.seconds > 0; }
 
 private:
-  bool isShown_ = false;
-  double seconds_ = 0;
+  Lateness lateness_;
 };
 
 } // namespace xov::cli

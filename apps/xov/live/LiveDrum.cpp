@@ -34,6 +34,7 @@ void LiveDrum::show(helicorderView& view) {
   const DrumSheet sheet = days_.sheet(shown_);
   pieces_ = std::make_shared<const SeismogramArray>(sheet.records);
   putPage(pieces_, sheet.start, look_.gain, view);
+  view.setTitle(look_.title);
   view.setWindowTitle(days_.channelCount() == 1
                           ? QStringLiteral("xov drum")
                           : QStringLiteral("xov drum, page %1 of %2").arg(shown_ + 1).arg(days_.channelCount()));
@@ -44,8 +45,8 @@ void LiveDrum::show(helicorderView& view) {
 void LiveDrum::tellLatency(const SeismogramRecord& record, const QDateTime& present, helicorderView& view) const {
   const double end = double(referenceTimeOf(record).msecsTo(present)) / kMillisecondsPerSecond;
   const double latency = end - double(record.e());
-  if (look_.late.isShown()) view.setSubtitle(QStringLiteral("latency ") + latencyText(latency));
-  const bool isLate = look_.late.seconds() > 0 && latency > look_.late.seconds();
+  if (look_.late.isShown) view.setSubtitle(QStringLiteral("latency ") + latencyText(latency));
+  const bool isLate = look_.late.seconds > 0 && latency > look_.late.seconds;
   view.setRowColors(isLate ? std::vector<QColor>{colors::lightGray} : look_.rowColors);
 }
 

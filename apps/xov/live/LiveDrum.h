@@ -13,9 +13,10 @@ namespace xov::cli {
 
 /// How live drums look.
 struct LiveDrumLook {
+  QString title;              ///< from the first samples on: without any there is no page that it could stand over
   std::optional<double> gain; ///< nothing for what lets rows be told apart
   std::vector<QColor> rowColors;
-  LateOptions late;
+  Lateness late;
 };
 
 /// Gives a view the page of a day, which the view does not hold itself.

@@ -1,6 +1,7 @@
 #include "apps/xov/output/Desktop.h"
 
 #include "apps/xov/output/HoverReadout.h"
+#include "apps/xov/output/ScreenSaver.h"
 
 #include <QLoggingCategory>
 #include <QScreen>
@@ -74,7 +75,10 @@ bool Desktop::hasWindows() const { return QGuiApplication::platformName() != kOf
 
 void Desktop::showUntilClosed(std::size_t pages, const MakePage& makePage, const QString& title, WindowUse use) {
   const bool isKiosk = use == WindowUse::Kiosk;
-  if (isKiosk) QApplication::setOverrideCursor(Qt::BlankCursor);
+  if (isKiosk) {
+    QApplication::setOverrideCursor(Qt::BlankCursor);
+    keepScreenSaverAway();
+  }
   std::unique_ptr<XOVView> view;
   std::size_t shown = 0;
   std::function<void(std::size_t)> show;
