@@ -60,6 +60,25 @@ TEST_F(CliSeedLink, monitorWritesLatenciesBesideChannels) {
   EXPECT_TRUE(plot.contains("0.0 s"));
 }
 
+TEST_F(CliSeedLink, monitorLeavesCleanlyWhenItIsInterrupted) {
+  const QString server = serve({"--all-at-once"});
+  writeFile("state", "XX_TEST 0 0\n");
+  EXPECT_EQ(
+      interrupted({"monitor", "--seedlink", server, "XX_TEST", "--wait", "600", "--state", "state", "-o", "a.png"}),
+      0);
+  EXPECT_EQ(contents("state"), "XX_TEST 30 1336780858000000\n");
+  EXPECT_FALSE(QImage(at("a.png")).isNull());
+}
+
+TEST_F(CliSeedLink, monitorGoesOnWhereTheDiskOfItsStateIsFull) {
+  const QString server = serve({"--all-at-once"});
+  const Outcome outcome = xov({"monitor", "--seedlink", server, "XX_TEST", "--since", "2012-05-01T00:00:00",
+                               "--state", "/dev/full", "--wait", "0.5", "-o", "plot.png"});
+  EXPECT_EQ(outcome.err, "xov: /dev/full: is not an ordinary file\nxov: " + server +
+                             ": connected, SeedLink 4\nxov: /dev/full: No space left on device\n");
+  EXPECT_FALSE(QImage(at("plot.png")).isNull());
+}
+
 TEST_F(CliSeedLink, monitorFailsWhereNothingArrives) {
   const QString server = serve();
   EXPECT_EQ(stop(), 0);

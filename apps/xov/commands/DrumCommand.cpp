@@ -234,7 +234,7 @@ ExitCode DrumCommand::runLive() const {
   std::unique_ptr<Interrupt> interrupt;
   ExitCode received = ExitCode::Ok;
   const auto showInWindow = [&](const QRectF& frame) {
-    interrupt = std::make_unique<Interrupt>([] { QCoreApplication::quit(); });
+    interrupt = std::make_unique<Interrupt>([] { QCoreApplication::exit(); });
     auto view = makeView(frame, marked.events);
     view->setNRows(rowsOfADay());
     // Drawn as the one that is shown, which may get another ratio of pixels yet.

@@ -86,7 +86,7 @@ ExitCode MonitorCommand::runLive() const {
   const auto showInWindow = [&](const QRectF& frame) {
     const auto live = std::make_shared<LiveDisplay>(*settings, marked.events, shown.spanSeconds, shown.edge);
     shownLive = live;
-    interrupt = std::make_unique<Interrupt>([] { QCoreApplication::quit(); });
+    interrupt = std::make_unique<Interrupt>([] { QCoreApplication::exit(); });
     auto view = makeView(frame);
     view->setTitle(output_.titleOr(seedLink_.serverText()));
     live->attachTo(*view);

@@ -11,7 +11,7 @@ namespace xov::cli {
 /// timer is the view's, and may be stopped.
 QTimer* redrawEvery(int milliseconds, XOVView& view, std::function<void()> show);
 
-/// Runs the event loop for so long, or until the program is told to quit.
+/// Runs the event loop for so long, or until QCoreApplication::exit(); quit() has no say outside of its exec().
 void receiveFor(double seconds);
 
 } // namespace xov::cli
