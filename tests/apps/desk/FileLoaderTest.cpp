@@ -12,6 +12,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <unistd.h>
 
 namespace xov::desk {
 namespace {
@@ -44,7 +45,7 @@ protected:
     ASSERT_TRUE(file.good()) << name;
   }
 
-  static std::string sacBytes(const char* station) {
+  static std::string sacBytes(const char* station, std::size_t samples = 3) {
     SacHeader header;
     header.kstnm = station;
     header.kcmpnm = "BHZ";
@@ -52,7 +53,7 @@ protected:
     header.b = 0;
     QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("f"));
-    EXPECT_TRUE(bool(writeSac(SacSeismogram(header, std::vector<float>(3, 1.0F)), file)));
+    EXPECT_TRUE(bool(writeSac(SacSeismogram(header, std::vector<float>(samples, 1.0F)), file)));
     std::ifstream stream(file.toStdString(), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(stream), {});
   }
@@ -158,12 +159,46 @@ TEST_F(FileLoaderTest, saysThatAFolderIsEmptyOrGone) {
   EXPECT_EQ(leftOut_[0].reason, folder_.path() + QStringLiteral(": the folder holds no files"));
 }
 
+TEST_F(FileLoaderTest, listsAFileThatHasGrownAsItIsNow) {
+  write("a", sacBytes("ONE"));
+  loader_.load({path("a")});
+  ASSERT_TRUE(waits());
+  write("a", sacBytes("ONE", 7));
+  loader_.load({path("a")});
+  ASSERT_TRUE(waits());
+  ASSERT_EQ(entries_.size(), 2U);
+  EXPECT_EQ(entries_[0].channel.sampleCount, 3);
+  EXPECT_EQ(entries_[1].channel.sampleCount, 7);
+}
+
+TEST_F(FileLoaderTest, leavesOutAFolderThatMayNotBeLookedInto) {
+  if (::geteuid() == 0) GTEST_SKIP() << "root may look into every folder";
+  write("open/a", sacBytes("ONE"));
+  write("shut/b", sacBytes("TWO"));
+  std::filesystem::permissions(at("shut"), std::filesystem::perms::none);
+  loader_.load({folder_.path()});
+  ASSERT_TRUE(waits());
+  std::filesystem::permissions(at("shut"), std::filesystem::perms::owner_all);
+  EXPECT_EQ(stations(), QStringList{"ONE"});
+  ASSERT_EQ(leftOut_.size(), 1U);
+  EXPECT_TRUE(leftOut_[0].reason.startsWith(path("shut") + QStringLiteral(": cannot be read: ")));
+}
+
+TEST_F(FileLoaderTest, doesNotFollowLinksToFoldersInCircles) {
+  write("a/one", sacBytes("ONE"));
+  std::filesystem::create_directory_symlink(at("a"), at("a/again"));
+  loader_.load({folder_.path()});
+  ASSERT_TRUE(waits());
+  EXPECT_EQ(stations(), QStringList{"ONE"});
+}
+
 TEST_F(FileLoaderTest, listsTwoThousandFilesInTheirOrder) {
   const std::string sac = sacBytes("ONE");
   QStringList names;
+  write("100000", sac);
   for (int i = 0; i < 2000; ++i) {
     names.append(path(std::to_string(100000 + i)));
-    write(std::to_string(100000 + i), sac);
+    if (i > 0) std::filesystem::create_hard_link(at("100000"), at(std::to_string(100000 + i)));
   }
   loader_.load({folder_.path()});
   ASSERT_TRUE(waits());

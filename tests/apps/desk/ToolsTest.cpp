@@ -6,6 +6,7 @@
 #include "tests/support/SdsFiles.h"
 
 #include <QAction>
+#include <QFile>
 #include <QTest>
 
 #include <filesystem>
@@ -92,6 +93,18 @@ TEST_F(ToolsTest, showFilesWhoseNamesAreNoText) {
   std::filesystem::remove(odd); // Qt does not know how to call it
 }
 
+TEST_F(ToolsTest, sayInALineThatAFileHasVanished) {
+  const QString path = writeRecord("a.sac", "AAA");
+  window_->openFiles({folder_.path()});
+  ASSERT_TRUE(isListed());
+  ASSERT_TRUE(QFile::remove(path));
+  files().openSelected();
+  ASSERT_EQ(window_->panes().size(), 1U);
+  EXPECT_FALSE(hasPlot(*window_->currentPane()));
+  ASSERT_EQ(window_->currentPane()->messages().size(), 1);
+  EXPECT_TRUE(window_->currentPane()->messages()[0].contains(path));
+}
+
 TEST_F(ToolsTest, showTheDaysOfAnArchive) {
   const test::SdsFiles sds;
   for (int day = 0; day < 3; ++day)
@@ -108,7 +121,7 @@ TEST_F(ToolsTest, showTheDaysOfAnArchive) {
 }
 
 TEST_F(ToolsTest, mayBeClosedWhileTheyWork) {
-  for (int i = 0; i < 100; ++i)
+  for (int i = 0; i < 20; ++i)
     writeRecord(QString::number(i) + ".sac", "AAA", "BHZ", 10);
   window_->openFiles({folder_.path()});
   window_.reset();
