@@ -194,11 +194,21 @@ void View::paintEvent(QPaintEvent* event) {
   const QRectF dirty = event->rect();
   const QRectF area(dirty.x(), height() - dirty.y() - dirty.height(), dirty.width(), dirty.height());
   const QPointF corner = QPointF(mapTo(window(), QPoint(0, 0))) * ratio;
+  const QPointF fraction(corner.x() - std::floor(corner.x()), corner.y() - std::floor(corner.y()));
+  const KeptDrawing wanted{{}, {}, size(), fraction, ratio};
+  const bool overlayOnly = renewsOverlayOnly(event->region(), wanted);
+  overlayArea_ = {};
   QPainter painter(this);
-  const AlignedPicture drawn = alignedPicture(
-      size(), ratio, {corner.x() - std::floor(corner.x()), corner.y() - std::floor(corner.y())},
-      [&](GraphicsContext& context) { draw(context, area); }, scaledImages_.get());
-  painter.drawImage(drawn.topLeft, drawn.image);
+  if (!overlayOnly) {
+    const AlignedPicture drawn = alignedPicture(
+        size(), ratio, fraction, [&](GraphicsContext& context) { draw(context, area); }, scaledImages_.get());
+    kept_ = wanted;
+    kept_.image = drawn.image;
+    kept_.topLeft = drawn.topLeft;
+  }
+  painter.drawImage(kept_.topLeft, kept_.image);
+  paintOverlay(painter, overlay_, height());
+  if (overlay_.isEmpty()) kept_ = {};
   if (focusShown_) {
     QStyleOptionFocusRect mark;
     mark.initFrom(this);
@@ -207,8 +217,24 @@ void View::paintEvent(QPaintEvent* event) {
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &mark, &painter, this);
   }
   painter.end();
+  if (overlayOnly) return;
   renewCursorRects();
   if (!isDrawing()) didDraw();
+}
+
+void View::setOverlay(const ViewOverlay& overlay) {
+  if (overlay == overlay_) return;
+  const QRegion touched = overlayRegion(overlay_, size()) + overlayRegion(overlay, size());
+  overlay_ = overlay;
+  overlayArea_ += touched;
+  update(touched);
+}
+
+// What asks for more than the marks is a drawing that the host, or the window system, wants.
+bool View::renewsOverlayOnly(const QRegion& region, const KeptDrawing& wanted) const {
+  const bool keeps = !kept_.image.isNull() && kept_.size == wanted.size && kept_.corner == wanted.corner &&
+                     kept_.ratio == wanted.ratio;
+  return keeps && (region - overlayArea_).isEmpty();
 }
 
 // Who goes through a window with the keyboard sees where it is. A click shows nothing, and draws nothing anew.

@@ -2,11 +2,13 @@
 
 #include "XOV_Graphics/base/Export.h"
 #include "XOV_Graphics/platform/GraphicsContext.h"
+#include "XOV_Graphics/platform/ViewOverlay.h"
 
 #include <QByteArray>
 #include <QCursor>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QRegion>
 #include <QTimer>
 #include <QWidget>
 
@@ -64,6 +66,11 @@ public:
 
   /// Asks for a redraw of the window.
   void setNeedsDisplay(bool needed = true);
+
+  /// Marks over the window's drawing, which no export has. What lies below is kept, so that moving them draws nothing
+  /// of the view anew.
+  void setOverlay(const ViewOverlay& overlay);
+  const ViewOverlay& overlay() const { return overlay_; }
 
   /// True from a change of the window's size until shortly after the last one of a series.
   bool inLiveResize() const { return liveResizeTimer_.isActive(); }
@@ -140,7 +147,16 @@ private:
     QRectF rect;
     QCursor cursor;
   };
+  /// What the window showed last, for marks that move over it.
+  struct KeptDrawing {
+    QImage image;
+    QPointF topLeft;
+    QSize size;
+    QPointF corner;
+    double ratio = 0;
+  };
   void draw(GraphicsContext& context, const QRectF& area);
+  bool renewsOverlayOnly(const QRegion& region, const KeptDrawing& wanted) const;
   void setFocusShown(bool shown);
   void press(QMouseEvent* event);
   int countClick(QPointF position);
@@ -156,6 +172,9 @@ private:
   int drawings_ = 0;
   bool focusShown_ = false;
   double exportPixelRatio_ = 0;
+  ViewOverlay overlay_;
+  QRegion overlayArea_; ///< to be painted for the overlay's sake
+  KeptDrawing kept_;
   QElapsedTimer sinceLastClick_;
   QPointF lastClick_;
   int clickCount_ = 0;
