@@ -9,9 +9,12 @@
 #include "XOV_Graphics/platform/View.h"
 #include "XOV_Graphics/views/base/PlotController.h"
 #include "XOV_Graphics/views/base/PlotGeometry.h"
+#include "XOV_Graphics/views/base/PlotPart.h"
 #include "XOV_Graphics/views/base/PlotReadout.h"
 
+#include <QDateTime>
 #include <QKeySequence>
+#include <QLineF>
 #include <QMenu>
 #include <QPointer>
 #include <QString>
@@ -22,6 +25,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace xov {
 
@@ -113,6 +117,39 @@ public:
   void set_fixedYAxisRange(bool fixed) { change(fixedYAxisRange_, fixed); }
   /// Margins for subclasses; the base does not read them.
   const std::array<float, 4>& margins() const { return margins_; }
+
+  // What part of its data the view shows: see PlotNavigator.
+
+  /// Where the view can be moved. Unless overridden both axes move within the limits that they have while the whole
+  /// is shown.
+  virtual PlotReach reach() const;
+  /// The part that is shown; nothing, as at first, while the view shows what it shows by itself.
+  const std::optional<PlotPart>& shownPart() const { return shownPart_; }
+  /// The part, or the whole of reach().
+  PlotPart currentPart() const { return shownPart_ ? *shownPart_ : reach().whole; }
+  /// Shows the part nearest to a wish, through the limits or the settings of the view, and draws anew; nothing, and
+  /// the whole, bring back what it shows by itself. Limits that a host sets do so, too.
+  void showPart(const std::optional<PlotPart>& wish);
+  /// What showPart() makes of a wish.
+  virtual PlotPart nearestPart(const PlotPart& wish) const;
+  /// The factor nearest to a wish by which the width of the part shown can be changed.
+  virtual double nearestZoom(double factor) const;
+  /// What the X limits and xyRect() count from: 0 but for short parts of records that are so long that single
+  /// precision does not tell their samples apart. Positions that are reported count from 0.
+  double xOrigin() const { return xOrigin_; }
+  /// The data coordinates of a point in the data frame, in double precision.
+  QPointF dataAt(QPointF viewPoint) const;
+  /// Where a point lies in the part shown, also beside the data frame; nothing while that is not known. On a drum x
+  /// goes on from row to row.
+  virtual std::optional<QPointF> partPosition(QPointF viewPoint) const;
+  /// The rectangle along whose sides the axes of the part run and which the point is in; empty elsewhere.
+  virtual QRectF partFrame(QPointF viewPoint) const;
+  /// The part inside a box of the view.
+  virtual PlotPart partInside(const QRectF& box) const;
+  /// The lines along which the view shows a value of x; none outside the part shown.
+  virtual std::vector<QLineF> linesAt(double x) const;
+  /// The moment that x = 0 stands for where x is time in seconds; invalid where it is not, or is not known.
+  virtual QDateTime momentOfZero() const { return {}; }
 
   // Titles and labels.
 
@@ -267,6 +304,8 @@ Q_SIGNALS:
   void limitsChanged();
   /// Another value of a property but the limits and those of fonts, whether it was set or the property written.
   void settingsChanged();
+  /// Another part of the data is shown.
+  void shownPartChanged();
   /// The view was written to a file.
   void exported(const QString& path);
 
@@ -286,6 +325,23 @@ protected:
   }
   /// Emits limitsChanged() when the limits are others than it last told, and no drawing is under way.
   void announceLimits();
+  /// Shows what shownPart() says. Unless overridden that are the limits, which fixed ranges then keep; called with
+  /// the limits and flags of the whole.
+  virtual void applyPart();
+  /// Sets limits without a host's doing; xOrigin() is taken off those of X.
+  void takeShownX(const PlotSpan& span);
+  void takeShownY(const PlotSpan& span);
+  /// The limits that the view has while it shows the whole, and its flags that keep them.
+  struct WholeLimits {
+    PlotLimits limits;
+    bool fixedX = false;
+    bool fixedY = false;
+  };
+  WholeLimits wholeLimits() const;
+  /// The gain of the part shown.
+  double shownGain() const { return shownPart_ ? shownPart_->gain : 1; }
+  /// The host sets what a part had changed: the whole is shown first.
+  void endPart();
   /// Emits exported() when `written`, which it returns.
   bool announceExport(bool written, const QString& path);
 
@@ -337,6 +393,7 @@ protected:
   float ymax_ = 0;
   float zmin_ = 0;
   float zmax_ = 0;
+  double xOrigin_ = 0;
   float minYRange_ = kUnsetRange;
   double lineWidth_ = 1;
   std::array<float, 4> margins_{};
@@ -378,6 +435,8 @@ private:
   // Nothing to draw; and on twice would leave a timer that nobody can stop.
   void writeTrackMouse(bool track);
 
+  std::optional<PlotPart> shownPart_;
+  std::optional<WholeLimits> whole_; ///< while a part is shown
   PlotLimits announcedLimits_;
   std::int32_t pltCount_ = 0;
   QMenu* contextualMenu_ = nullptr;

@@ -92,8 +92,7 @@ void XOVView::mouseDown(const MouseEvent& event) {
     return;
   }
   if (!containsPoint(iRect_, point) || event.clickCount != 1) return;
-  report(viewToData(point, iRect_, limits(), logAxes()), &PlotController::handleClickedMousePositionInView,
-         &XOVView::clicked);
+  report(dataAt(point), &PlotController::handleClickedMousePositionInView, &XOVView::clicked);
 }
 
 // The controller may close the window that the view is in.
@@ -138,8 +137,7 @@ void XOVView::handleTrackedMousePosition() {
   const QPointF inWindow = window()->mapFromGlobal(QPointF(QCursor::pos()));
   const QPointF point = convertPointFromWindow(inWindow);
   if (!containsPoint(iRect_, point)) return;
-  report(viewToData(point, iRect_, limits(), logAxes()), &PlotController::handleTrackedMousePositionInView,
-         &XOVView::tracked);
+  report(dataAt(point), &PlotController::handleTrackedMousePositionInView, &XOVView::tracked);
 }
 
 void XOVView::resetCursorRects() { addCursorRect(pRect_, Qt::CrossCursor); }
