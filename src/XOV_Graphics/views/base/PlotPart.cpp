@@ -18,7 +18,7 @@ constexpr double kSameWhole = 1e-6; // widths that ends may differ by
 constexpr double kLargestFactor = 1e12;
 
 // A span as it lies along its axis, from the smaller to the larger value.
-struct AxisSpan {
+struct LaidSpan {
   double low = 0;
   double high = 0;
   bool turned = false;
@@ -31,18 +31,18 @@ double onAxis(double value, Motion motion) { return motion == Motion::Logarithmi
 double offAxis(double value, Motion motion) { return motion == Motion::Logarithmic ? std::pow(10.0, value) : value; }
 
 // Views take differences of limits in single precision.
-bool isUsable(const AxisSpan& span) {
+bool isUsable(const LaidSpan& span) {
   constexpr auto kWidest = double(std::numeric_limits<float>::max());
   return std::isfinite(span.low) && std::isfinite(span.high) && span.width() > 0 && span.width() <= kWidest;
 }
 
-AxisSpan along(const PlotSpan& span, Motion motion) {
+LaidSpan along(const PlotSpan& span, Motion motion) {
   const double lower = onAxis(span.lower, motion);
   const double upper = onAxis(span.upper, motion);
-  return upper < lower ? AxisSpan{upper, lower, true} : AxisSpan{lower, upper, false};
+  return upper < lower ? LaidSpan{upper, lower, true} : LaidSpan{lower, upper, false};
 }
 
-PlotSpan back(const AxisSpan& span, Motion motion) {
+PlotSpan back(const LaidSpan& span, Motion motion) {
   const double low = offAxis(span.low, motion);
   const double high = offAxis(span.high, motion);
   return span.turned ? PlotSpan{high, low} : PlotSpan{low, high};
@@ -68,7 +68,7 @@ AxisReach axisReach(const PlotSpan& whole, const PlotSpan& farthest, bool logari
   reach.whole = drawable(whole, logarithmic);
   reach.farthest = united(reach.whole, drawable(farthest, logarithmic));
   const Motion motion = logarithmic ? Motion::Logarithmic : Motion::Linear;
-  const AxisSpan range = along(reach.farthest, motion);
+  const LaidSpan range = along(reach.farthest, motion);
   if (!isUsable(range) || !isUsable(along(reach.whole, motion))) return {Motion::None, whole, whole, 0};
   const double rounding =
       logarithmic ? kLeastDecades
@@ -80,9 +80,9 @@ AxisReach axisReach(const PlotSpan& whole, const PlotSpan& farthest, bool logari
 
 PlotSpan nearestSpan(const AxisReach& reach, const PlotSpan& wish) {
   if (reach.motion == Motion::None) return reach.whole;
-  const AxisSpan whole = along(reach.whole, reach.motion);
-  const AxisSpan farthest = along(reach.farthest, reach.motion);
-  AxisSpan span = along(wish, reach.motion);
+  const LaidSpan whole = along(reach.whole, reach.motion);
+  const LaidSpan farthest = along(reach.farthest, reach.motion);
+  LaidSpan span = along(wish, reach.motion);
   if (!std::isfinite(span.low) || !std::isfinite(span.high) || !std::isfinite(span.width())) return reach.whole;
   const double width = std::clamp(span.width(), std::min(reach.least, farthest.width()), farthest.width());
   const double middle = span.low + span.width() / 2;

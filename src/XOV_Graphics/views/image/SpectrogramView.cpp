@@ -116,6 +116,25 @@ void SpectrogramView::computeRects() {
   iRect_.setHeight(iRect_.height() - height - kGap);
 }
 
+PlotReach SpectrogramView::reach() const {
+  PlotReach reach = XOVImageView::reach();
+  reach.wheelZoomsY = false;
+  return reach;
+}
+
+QRectF SpectrogramView::partFrame(QPointF viewPoint) const {
+  return containsPoint(seismogramRect_, viewPoint) ? seismogramRect_ : XOVImageView::partFrame(viewPoint);
+}
+
+QDateTime SpectrogramView::momentOfZero() const {
+  if (timeReference_.isValid() || !records_) return timeReference_;
+  for (const auto& record : *records_) {
+    const QDateTime reference = record ? referenceTimeOf(*record) : QDateTime();
+    if (reference.isValid()) return reference;
+  }
+  return {};
+}
+
 SpectrogramView::PictureKey SpectrogramView::wantedPicture() const {
   SpectrogramSettings settings;
   settings.windowSeconds = windowSeconds_;

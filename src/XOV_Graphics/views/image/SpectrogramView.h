@@ -98,6 +98,10 @@ public:
   /// "amplitude".
   PlotReadout readout(QPointF point) const override;
 
+  /// Time by the wheel, and the axis of frequencies.
+  PlotReach reach() const override;
+  QRectF partFrame(QPointF viewPoint) const override;
+  QDateTime momentOfZero() const override;
   /// The frame of the seismogram: the upper fifth; iRect(), below it, is the picture's.
   void computeRects() override;
   /// The range in use, 1 in place of 0.

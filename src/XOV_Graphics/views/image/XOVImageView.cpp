@@ -182,16 +182,30 @@ void XOVImageView::installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, co
   bitmapPicture_ = anImage_.cacheKey();
 }
 
+PlotLimits XOVImageView::limitsOfGrid() const { return wholeLimits().limits; }
+
+PlotReach XOVImageView::reach() const {
+  const PlotLimits whole = wholeLimits().limits;
+  const PlotSpan x{double(whole.xmin), double(whole.xmax)};
+  const PlotSpan y{double(whole.ymin), double(whole.ymax)};
+  const bool hasPicture = nr_ > 0 && nc_ > 0;
+  PlotReach reach;
+  reach.setX(x, hasPicture ? PlotSpan{double(xminImage_), double(xmaxImage_)} : x, logAxes().x);
+  reach.setY(y, hasPicture ? PlotSpan{double(yminImage_), double(ymaxImage_)} : y, logAxes().y);
+  reach.wheelZoomsY = true;
+  return reach;
+}
+
 void XOVImageView::computeImagePeakLocation() {
   if (!imageFloats_) return;
   const GridValues grid = GridValues::held(*imageFloats_, nr_, nc_);
-  if (const auto peak = findPeak(GridNodes(limits(), nr_, nc_), grid)) setMaxPointXY(peak->x, peak->y);
+  if (const auto peak = findPeak(GridNodes(limitsOfGrid(), nr_, nc_), grid)) setMaxPointXY(peak->x, peak->y);
 }
 
 bool XOVImageView::isPeakOnGridEdge() const {
   if (!imageFloats_) return false;
   const GridValues grid = GridValues::held(*imageFloats_, nr_, nc_);
-  const auto peak = findPeak(GridNodes(limits(), nr_, nc_), grid);
+  const auto peak = findPeak(GridNodes(limitsOfGrid(), nr_, nc_), grid);
   return peak && peak->cell.isOnEdge(nr_, nc_);
 }
 
@@ -253,7 +267,7 @@ XOVImageView::ShownCells XOVImageView::shownCells() const {
   const QSize size = showsBitmap() ? anImage_.size() : QSize(nc_, nr_);
   const QRectF held(0, nr_ - size.height(), size.width(), size.height());
   const PlotLimits shown = drawnLimits(limits(), logAxes());
-  const bool exactly = placesCellsExactly_ || logAxes() != LogAxes();
+  const bool exactly = placesCellsExactly_ || logAxes() != LogAxes() || shownPart();
   return {exactly ? exactCells(shown, extent, nr_, nc_) : selectedCells(shown, extent, nr_, nc_), held};
 }
 

@@ -197,6 +197,9 @@ public:
   /// This view's drawRect() does not draw it.
   void drawMaxLocation();
 
+  /// Both axes, as far as the picture or the limits go.
+  PlotReach reach() const override;
+
   // Export.
 
   /// Opens a save sheet that proposes xyz_NNN.txt, NNN being pltCount(), which then counts up.
@@ -209,6 +212,8 @@ public:
   bool writeXYZToFile(const QString& path, QString* error = nullptr);
 
 protected:
+  /// The limits of the grid's extent, also while a part of it is shown.
+  PlotLimits limitsOfGrid() const;
   /// The steps of a drawing, after the layout, in a state of its own with white as its colour: picture and axes.
   virtual void drawContents();
   /// What the picture is: cells of a grid.

@@ -61,6 +61,12 @@ QString xovFKImageView::usualAxisName(Qt::Axis axis) const {
   return axis == Qt::XAxis ? QStringLiteral("east slowness (s/km)") : QStringLiteral("north slowness (s/km)");
 }
 
+PlotReach xovFKImageView::reach() const {
+  PlotReach reach = XOVImageView::reach();
+  reach.together = true;
+  return reach;
+}
+
 void xovFKImageView::computeScaleFactor() {
   scaleFactor_ = maxValue_ - minValue_;
   if (scaleFactor_ == 0) scaleFactor_ = 1;

@@ -58,6 +58,8 @@ public:
   /// below), and the "power" of the cell in peakUnit().
   PlotReadout readout(QPointF point) const override;
 
+  /// Both axes together: a slowness is as long to the east as to the north.
+  PlotReach reach() const override;
   /// The scale is maxValue − minValue, 1 in place of 0.
   void computeScaleFactor() override;
   /// Makes bitmap and picture anew. The category xov.cells of the log gets a line "share red green blue" for each

@@ -14,6 +14,8 @@ namespace {
 
 constexpr float kBoundaryAlpha = 0.5F;
 constexpr double kMargin = 40;
+constexpr double kHalfCircle = 180; // degrees
+constexpr double kQuarterCircle = 90;
 constexpr double kLegendGap = 8; // above the legend
 
 template <typename T>
@@ -73,6 +75,17 @@ void geoMapView::buildNoGreenColorTable() { setTheColors(std::make_shared<MapCol
 void geoMapView::buildSeisColorTable() { setTheColors(std::make_shared<MapColorArray>(seisColors())); }
 
 void geoMapView::buildPolarColorTable() { setTheColors(std::make_shared<MapColorArray>(polarColors())); }
+
+PlotReach geoMapView::reach() const {
+  PlotReach reach = XOVImageView::reach();
+  const PlotSpan x = reach.whole.x;
+  const PlotSpan y = reach.whole.y;
+  const PlotSpan globe{x.center() - kHalfCircle, x.center() + kHalfCircle};
+  reach.setX(x, united(reach.farthestX, globe), false);
+  reach.setY(y, united(reach.farthestY, {-kQuarterCircle, kQuarterCircle}), false);
+  reach.together = true;
+  return reach;
+}
 
 void geoMapView::computeRects() {
   const QRectF b = bounds();

@@ -193,6 +193,8 @@ public:
 
   // Drawing.
 
+  /// The globe, or as far as the picture goes, both axes together.
+  PlotReach reach() const override;
   /// Lays out as the base view and then fits the map into iRect, centred from left to right. Latitudes with so many
   /// digits that the edge of the view would cut them take their room from the map.
   void computeRects() override;

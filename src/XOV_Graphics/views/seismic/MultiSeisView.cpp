@@ -84,13 +84,34 @@ void MultiSeisView::computePlotLimits() {
   if (const auto found = recordLimits(*records, minYRange_)) takeLimits(*found, FixedRanges::Overwritten);
 }
 
-SectionLayout MultiSeisView::layoutOf(const SeismogramArray& records) const {
+SeismogramArray MultiSeisView::recordsToMoveOver() const {
+  const auto records = wvfrmsArray();
+  return records ? *records : SeismogramArray();
+}
+
+PlotReach MultiSeisView::reach() const {
+  PlotReach reach = PickedSeismogramView::reach();
+  const auto records = wvfrmsArray();
+  if (!records || !reach.movesAnything() || !anyHasPlace(*records, stripPlacement_)) return reach;
+  const SectionLayout layout = layoutOfWhole(*records);
+  const PlotSpan places{double(layout.lower), double(layout.upper)};
+  if (layout.hasAxis) reach.setY(places, places, false);
+  return reach;
+}
+
+SectionLayout MultiSeisView::layoutOfWhole(const SeismogramArray& records) const {
   return layoutSection(records, stripPlacement_, pRect_, 1 / double(plotGainFactor_));
 }
 
 double MultiSeisView::scaleOf(const SeismogramRecord& record, const SectionLayout& layout) const {
   const bool isOwnScale = amplitudeScaling_ == AmplitudeScaling::EachTrace;
-  return layout.slot / double(plotGainFactor_ * (isOwnScale ? record.absMax() : commonPeak_));
+  return layout.slot / double(shownGainFactor() * (isOwnScale ? record.absMax() : commonPeak_));
+}
+
+SectionLayout MultiSeisView::layoutOf(const SeismogramArray& records) const {
+  SectionLayout layout = layoutOfWhole(records);
+  if (shownPart() && layout.hasAxis) showPlaces(layout, pRect_, shownPart()->y);
+  return layout;
 }
 
 void MultiSeisView::drawRect(const QRectF&) {
@@ -114,7 +135,7 @@ void MultiSeisView::drawRect(const QRectF&) {
     drawAxes(layout);
     drawTitleTopCentered();
     if (amplitudeScaling_ == AmplitudeScaling::Common)
-      drawAmplitudeBar(layout.slot / (double(plotGainFactor_) * double(commonPeak_)));
+      drawAmplitudeBar(layout.slot / (double(shownGainFactor()) * double(commonPeak_)));
   }
   drawPicks();
   drawLegendIn(pRect_, traces);
@@ -142,6 +163,8 @@ std::vector<DrawnTrace> MultiSeisView::drawStrips(const SeismogramArray& records
     context.clipToRect(pRect_);
     drawTraces(traces, lineWidth_ * lineWidthOf(layout.strips.size(), pRect_.height()));
   } else {
+    const SavedState saved(context);
+    clipToPart(pRect_);
     drawTraces(traces, lineWidth_);
   }
   context.setColor(colors::black);
@@ -168,7 +191,7 @@ Trace MultiSeisView::traceOf(const SeismogramRecord& record, double center, doub
   trace.last = record.npts();
   trace.tOrigin = xmin_;
   trace.xScale = timeScale(pRect_);
-  trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
+  if (!cutToPart(trace, record)) trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
   trace.xOffset = pRect_.x();
   trace.yScale = scale;
   trace.yOffset = center;
@@ -232,13 +255,14 @@ void MultiSeisView::drawPicks() {
   for (const auto& [index, center] : layout.strips) {
     const SeismogramRecord* const record = (*records)[index].get();
     if (record == nullptr) continue;
-    const double x = pickX(pRect_, record->a(), xmin_, xmax_);
+    const double x = pickX(pRect_, float(double(record->a()) - xOrigin()), xmin_, xmax_);
     ticks.moveTo({x, center - kArrivalReach * layout.slot});
     ticks.lineTo({x, center + kArrivalReach * layout.slot});
   }
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   if (layout.hasAxis) context.clipToRect(pRect_);
+  clipToPart(pRect_);
   context.setColor(colors::red);
   context.strokePath(ticks);
 }

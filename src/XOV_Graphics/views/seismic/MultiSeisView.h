@@ -116,6 +116,8 @@ public:
   /// Sets the four limits from the records, whatever the fixed-range flags say; without records nothing changes.
   virtual void computePlotLimits();
   void drawRect(const QRectF& dirty) override;
+  /// Times, a gain and, where strips stand along one, the axis at the left side.
+  PlotReach reach() const override;
   /// Red ticks at the first-arrival times of all records, unset ones included, which lie far to the left.
   virtual void drawPicks();
 
@@ -123,6 +125,7 @@ protected:
   std::vector<RecordTrace> recordTraces() const override;
   /// The distance or azimuth that an axis shows at the point, as "place".
   void addToReadout(PlotReadout& readout, QPointF point) const override;
+  SeismogramArray recordsToMoveOver() const override;
 
   std::weak_ptr<const SeismogramArray> wvfrmsArray_;
   bool fillNegative_ = false;
@@ -174,6 +177,9 @@ private:
     double left = 0;
   };
 
+  /// What heights of traces are divided by, the gain of the part shown taken off.
+  float shownGainFactor() const { return float(double(plotGainFactor_) / shownGain()); }
+  SectionLayout layoutOfWhole(const SeismogramArray& records) const;
   SectionLayout layoutOf(const SeismogramArray& records) const;
   double scaleOf(const SeismogramRecord& record, const SectionLayout& layout) const;
   std::optional<double> distanceAt(double y) const;

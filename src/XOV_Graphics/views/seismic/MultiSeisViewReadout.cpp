@@ -17,7 +17,7 @@ std::vector<RecordTrace> MultiSeisView::recordTraces() const {
     if (!record) continue;
     Trace trace = traceOf(*record, center, scaleOf(*record, layout));
     if (settleTrace(trace, pRect_, record->smin(), record->smax()))
-      traces.push_back({index, record, trace, pRect_, center});
+      traces.push_back({index, record, trace, pRect_, center, 1, xOrigin()});
   }
   return traces;
 }

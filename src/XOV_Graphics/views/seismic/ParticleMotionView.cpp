@@ -64,7 +64,21 @@ QString ParticleMotionView::usualAxisName(Qt::Axis axis) const {
                            : QStringLiteral("first horizontal component");
 }
 
+PlotReach ParticleMotionView::reach() const {
+  PlotReach reach;
+  reach.gain = true;
+  return reach;
+}
+
+void ParticleMotionView::applyPart() {
+  const PlotLimits whole = wholeLimits().limits;
+  const double gain = shownGain();
+  takeShownX({double(whole.xmin) / gain, double(whole.xmax) / gain});
+  takeShownY({double(whole.ymin) / gain, double(whole.ymax) / gain});
+}
+
 void ParticleMotionView::setMotion(const ParticleMotion& motion) {
+  showPart({});
   motion_ = motion;
   polarization_ =
       polarizationOf(samplesOf(motion_, kVertical), samplesOf(motion_, kFirst), samplesOf(motion_, kSecond));

@@ -53,6 +53,8 @@ public:
   /// In a panel, its horizontal and upright axis as "x" and "y", under the names of the components.
   PlotReadout readout(QPointF point) const override;
 
+  /// A gain, for all panels.
+  PlotReach reach() const override;
   /// Lays out the panels; iRect() is the first one, pRect() the frame around all.
   void computeRects() override;
   void drawRect(const QRectF& dirty) override;
@@ -60,6 +62,9 @@ public:
   void drawPanel(int panel);
   /// What polarizationText() says, below the panels.
   void drawPolarizationText();
+
+protected:
+  void applyPart() override;
 
 private:
   struct Axes {

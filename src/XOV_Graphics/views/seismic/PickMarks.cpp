@@ -11,10 +11,13 @@ constexpr double kLabelGap = 4;
 
 } // namespace
 
-std::vector<PickMark> visiblePicks(const SeismogramRecord& record, float xmin, float xmax, PickLabelRule rule) {
+std::vector<PickMark> visiblePicks(const SeismogramRecord& record, float xmin, float xmax, PickLabelRule rule,
+                                   double xOrigin) {
   std::vector<PickMark> marks;
   const auto add = [&](float time, const QColor& color, const QString& label) {
-    if (isPickDrawn(time, xmin, xmax)) marks.push_back({time, color, label});
+    if (!isDefined(double(time))) return;
+    const auto since = float(double(time) - xOrigin);
+    if (isPickDrawn(since, xmin, xmax)) marks.push_back({since, color, label});
   };
   const auto label = [&](int key, const QString& fallback, bool stored) {
     return stored ? pickLabelOr(record, key, fallback) : fallback;

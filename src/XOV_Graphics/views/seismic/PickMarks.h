@@ -49,9 +49,9 @@ struct XOV_EXPORT PickMark {
 };
 
 /// The picks of a record that are set and lie within xmin … xmax, in drawing order: origin (blue), first arrival, end
-/// of the signal, keys 0 to 9 (dark grey).
+/// of the signal, keys 0 to 9 (dark grey). Limits, and the times of marks, count from `xOrigin` on the record's axis.
 XOV_EXPORT std::vector<PickMark> visiblePicks(const SeismogramRecord& record, float xmin, float xmax,
-                                              PickLabelRule rule);
+                                              PickLabelRule rule, double xOrigin = 0);
 
 /// Where a time lies along a panel whose width stands for xmin … xmax. Not finite where the limits are equal.
 XOV_EXPORT double pickX(const QRectF& panel, float time, float xmin, float xmax);

@@ -10,7 +10,7 @@ PickedSeismogramView::~PickedSeismogramView() = default;
 
 void PickedSeismogramView::drawPicksSeis(const QRectF& rect, const SeismogramRecord* record) {
   if (record == nullptr) return;
-  for (const PickMark& pick : visiblePicks(*record, xmin_, xmax_, picks_.labels)) {
+  for (const PickMark& pick : visiblePicks(*record, xmin_, xmax_, picks_.labels, xOrigin())) {
     GraphicsContext::current().setColor(pick.color);
     drawPickForRectTime(rect, pick.time);
     drawPickLabelForRectLabelAtTime(rect, pick.label, pick.time);

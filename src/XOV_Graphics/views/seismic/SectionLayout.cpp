@@ -83,6 +83,20 @@ SectionLayout layoutSection(const SeismogramArray& records, Placement placement,
   return layout;
 }
 
+void showPlaces(SectionLayout& layout, const QRectF& plot, const PlotSpan& places) {
+  if (!(places.width() > 0) || !(plot.height() > 0)) return;
+  const double valuesPerPoint = (double(layout.upper) - double(layout.lower)) / plot.height();
+  for (SectionLayout::Strip& strip : layout.strips) {
+    const double value = double(layout.lower) + (strip.center - plot.y()) * valuesPerPoint;
+    strip.center = plot.y() + (value - places.lower) / places.width() * plot.height();
+  }
+  std::erase_if(layout.strips, [&](const SectionLayout::Strip& strip) {
+    return !(strip.center >= plot.y() && strip.center <= plot.y() + plot.height());
+  });
+  layout.lower = toSinglePrecision(places.lower);
+  layout.upper = toSinglePrecision(places.upper);
+}
+
 QString sectionAxisTitle(Placement placement) {
   switch (placement) {
   case Placement::ByDistanceDegrees:

@@ -40,6 +40,10 @@ bool anyHasPlace(const SeismogramArray& records, MultiSeisView::StripPlacement p
 SectionLayout layoutSection(const SeismogramArray& records, MultiSeisView::StripPlacement placement,
                             const QRectF& plot, double reach);
 
+/// Moves the strips of a plot along its axis to where they stand when it shows `places` of it. Those outside are left
+/// out; the slot stays.
+void showPlaces(SectionLayout& layout, const QRectF& plot, const PlotSpan& places);
+
 inline constexpr double kLeastSlot = 18;
 
 /// What the axis is called, with its unit: "Distance (km)". Empty for Evenly.

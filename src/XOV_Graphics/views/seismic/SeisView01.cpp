@@ -17,7 +17,7 @@ Trace SeisView01::traceOf(const SeismogramRecord& record) const {
   trace.last = record.npts();
   trace.tOrigin = xmin_;
   trace.xScale = timeScale(pRect_);
-  trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
+  if (!cutToPart(trace, record)) trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
   trace.xOffset = pRect_.x();
   trace.vOrigin = ymin_;
   trace.yScale = pRect_.height() / double(ymax_ - ymin_);
@@ -32,7 +32,7 @@ std::vector<RecordTrace> SeisView01::recordTraces() const {
     const auto& record = (*records)[i];
     if (!record) continue;
     Trace trace = traceOf(*record);
-    if (settleTrace(trace, pRect_, record->smin(), record->smax())) traces.push_back({i, record, trace, pRect_});
+    if (settleTrace(trace, pRect_, record->smin(), record->smax())) traces.push_back({i, record, trace, pRect_, {}, 1, xOrigin()});
   }
   return traces;
 }

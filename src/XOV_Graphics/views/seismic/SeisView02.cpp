@@ -107,26 +107,32 @@ void SeisView02::drawSeismogramInRect(const SeismogramRecord* record, const QRec
   context.saveState();
   if (record->delta() <= 0) return;
   const Trace trace = traceOf(*record, rect);
+  clipToPart(rect);
   if (!trace.isEmpty()) strokeTrace(trace, rect, record->smin(), record->smax());
   context.restoreState();
 }
 
 Trace SeisView02::traceOf(const SeismogramRecord& record, const QRectF& rect) const {
-  const TraceWindow window = windowStartingAtLimit(record, xmin_, xmax_);
   Trace trace;
   trace.borrow(record.borrowedSamples());
-  trace.first = window.first;
-  trace.last = window.last;
-  if (trace.isEmpty()) return trace;
   trace.tOrigin = xmin_;
   trace.xScale = timeScale(rect);
-  trace.settleTimes(window.firstTime, TraceTime::even(window.firstTime, record.delta(), window.first));
+  const bool isPart = cutToPart(trace, record);
+  if (!isPart) {
+    const TraceWindow window = windowStartingAtLimit(record, xmin_, xmax_);
+    trace.first = window.first;
+    trace.last = window.last;
+    if (!trace.isEmpty())
+      trace.settleTimes(window.firstTime, TraceTime::even(window.firstTime, record.delta(), window.first));
+  }
+  if (trace.isEmpty()) return trace;
   trace.xOffset = rect.x();
   trace.vOrigin = ymin_;
   trace.yScale = rect.height() / double(ymax_ - ymin_);
   trace.yOffset = rect.y();
   trace.clampLow = ymin_;
   trace.clampHigh = ymax_;
+  if (isPart) return trace;
   const HeldSamples first = trace.held(trace.first, trace.first + 1);
   trace.firstValue = trace.samples[trace.first];
   return trace;

@@ -53,6 +53,7 @@ public:
 
 protected:
   std::vector<RecordTrace> recordTraces() const override;
+  bool hasAmplitudeAxis() const override { return plotStyle_ == kOverlay; }
 
   std::int32_t plotStyle_ = kOverlay;
 

@@ -3,10 +3,13 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/graphics/LinearAxis.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
 #include "XOV_Graphics/views/base/RecordTraces.h"
+#include "XOV_Graphics/views/base/RecordParts.h"
 #include "XOV_Graphics/views/base/ScaleBar.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace xov {
@@ -22,6 +25,7 @@ double shareOf(const QRectF& box, const QRectF& other) {
 }
 constexpr double kLongestBar = 28; // points; above a frame there are 40
 constexpr double kBarGap = 6;      // points
+constexpr double kMillisecondsPerSecond = 1000;
 
 } // namespace
 
@@ -43,6 +47,7 @@ void SeismogramView::takeLimits(const RecordLimits& found, FixedRanges fixed) {
     ymin_ = found.amin;
     ymax_ = found.amax;
   }
+  holdPart();
   announceLimits();
 }
 
@@ -51,6 +56,101 @@ std::vector<RecordTrace> SeismogramView::recordTraces() const { return {}; }
 QDateTime SeismogramView::momentOf(double axisSeconds) const { return momentAfter(timeReference_, axisSeconds); }
 
 void SeismogramView::addToReadout(PlotReadout&, QPointF) const {}
+QDateTime SeismogramView::momentOfZero() const {
+  if (timeReference_.isValid()) return timeReference_;
+  for (const auto& record : recordsToMoveOver()) {
+    const QDateTime reference = record ? referenceTimeOf(*record) : QDateTime();
+    if (reference.isValid()) return reference;
+  }
+  return {};
+}
+
+RecordLimits SeismogramView::limitsOfWhole() const {
+  const PlotLimits kept = wholeLimits().limits;
+  return recordLimits(recordsToMoveOver(), minYRange_)
+      .value_or(RecordLimits{kept.xmin, kept.xmax, kept.ymin, kept.ymax});
+}
+
+PlotReach SeismogramView::reach() const {
+  const SeismogramArray records = recordsToMoveOver();
+  PlotReach reach;
+  const RecordSpan times = timesOf(records);
+  if (!times.isKnown()) return reach;
+  const RecordLimits whole = limitsOfWhole();
+  reach.setX({double(whole.tmin), double(whole.tmax)}, times.span, false, times.interval);
+  reach.whole.y = {double(whole.amin), double(whole.amax)};
+  reach.gain = true;
+  return reach;
+}
+
+void SeismogramView::applyPart() {
+  XOVView::applyPart();
+  fixedXAxisRange_ = wholeLimits().fixedX;
+  fixedYAxisRange_ = wholeLimits().fixedY;
+  if (shownPart()) xOrigin_ = originOfPart(shownPart()->x, timeReference_.isValid());
+  holdPart();
+}
+
+void SeismogramView::holdPart() {
+  if (!shownPart()) return;
+  if (reach().x != PlotReach::Motion::None) takeShownX(shownPart()->x);
+  holdAmplitudes(*shownPart());
+}
+
+void SeismogramView::holdAmplitudes(const PlotPart&) {}
+
+PlotSpan SeismogramView::withGain(const PlotSpan& amplitudes, double gain) const {
+  return zoomedSpan(amplitudes, amplitudes.center(), 1 / gain, PlotReach::Motion::Linear);
+}
+
+bool SeismogramView::cutToPart(Trace& trace, const SeismogramRecord& record) const {
+  if (!shownPart()) return false;
+  const RecordPart part = partOf(record, shownPart()->x, xOrigin_);
+  trace.first = part.first;
+  trace.last = part.last;
+  trace.time = TraceTime::even(part.firstTime, record.delta(), part.first);
+  return true;
+}
+
+void SeismogramView::includeFromLeft(RecordSpan& times, int npts, float interval) const {
+  if (npts < 1 || !(interval > 0) || !std::isfinite(interval)) return;
+  const auto start = double(wholeLimits().limits.xmin);
+  const auto step = double(interval);
+  const PlotSpan own{start, start + double(npts - 1) * step};
+  times =
+      times.isKnown() ? RecordSpan{united(times.span, own), std::min(times.interval, step)} : RecordSpan{own, step};
+}
+
+PlotReach SeismogramView::reachFromLeft(const RecordSpan& times) const {
+  PlotReach reach;
+  if (!times.isKnown()) return reach;
+  const PlotLimits whole = wholeLimits().limits;
+  reach.setX({double(whole.xmin), double(whole.xmax)}, times.span, false, times.interval);
+  reach.whole.y = {double(whole.ymin), double(whole.ymax)};
+  reach.gain = true;
+  return reach;
+}
+
+void SeismogramView::placeFromLeft(Trace& trace, int npts, float interval, const QRectF& panel) const {
+  if (!shownPart()) {
+    trace.last = npts;
+    trace.time = TraceTime::uniform(0, 1);
+    trace.xScale = timeScale(panel) * double(interval);
+    return;
+  }
+  const PlotSpan shown = shownPart()->x;
+  const RecordPart part = partOf(npts, double(wholeLimits().limits.xmin), double(interval), shown, shown.lower);
+  trace.first = part.first;
+  trace.last = part.last;
+  trace.time = TraceTime::even(part.firstTime, interval, part.first);
+  trace.xScale = timeScale(panel);
+}
+
+void SeismogramView::clipToPart(const QRectF& panel) const {
+  if (!shownPart()) return;
+  const QRectF b = bounds();
+  GraphicsContext::current().clipToRect({panel.x(), b.y(), panel.width(), b.height()});
+}
 
 bool SeismogramView::settleTrace(Trace& trace, const QRectF& panel, float lowest, float highest) {
   if (!(panel.width() > 0) || !(panel.height() > 0) || !std::isfinite(trace.xScale)) return false;
@@ -103,9 +203,10 @@ void SeismogramView::strokeDottedLine(QPointF from, QPointF to, double width, co
 
 void SeismogramView::addTimeAxis(const QString& label) {
   if (timeReference_.isValid()) {
-    ADrawUtcAxis(QStringLiteral("UTC"), timeReference_, double(xmin_), double(xmax_));
+    const QDateTime reference = timeReference_.addMSecs(qint64(std::llround(xOrigin_ * kMillisecondsPerSecond)));
+    ADrawUtcAxis(QStringLiteral("UTC"), reference, double(xmin_), double(xmax_));
   } else {
-    addAxis(AxisSide::Bottom, label, xmin_, xmax_);
+    addAxis(AxisSide::Bottom, timeAxisLabel(label, xOrigin_), xmin_, xmax_);
   }
 }
 

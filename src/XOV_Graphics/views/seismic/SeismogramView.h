@@ -21,6 +21,7 @@ struct XOV_EXPORT AxisSpan {
   double begin = 0;
   double end = 0;
 };
+struct RecordSpan;
 
 /// What the seismogram views have in common: limits from records, traces in panels, dotted lines and the way that
 /// axes are drawn. It draws nothing by itself.
@@ -65,6 +66,8 @@ public:
   void setAmplitudeUnit(const QString& unit) { change(amplitudeUnit_, unit); }
 
   QString usualAxisName(Qt::Axis axis) const override;
+  /// timeReference() where it is set, else the reference time of the first record that has one.
+  QDateTime momentOfZero() const override;
 
   /// Of the trace under a point or nearest to it: the "record" in words, "time" in seconds on the view's axis, where
   /// known "utc" and "local" (from timeReference() or else the record's own reference time), the sample's "amplitude"
@@ -92,6 +95,34 @@ protected:
   virtual QDateTime momentOf(double axisSeconds) const;
   /// Adds what else is told about a place: nothing here.
   virtual void addToReadout(PlotReadout& readout, QPointF point) const;
+  // Parts of records. Views that show the records of an array through xmin … xmax move over their time and have a
+  // gain; while a part is shown limits that are computed give way to it.
+
+  PlotReach reach() const override;
+  void applyPart() override;
+  /// The records whose times the view moves over; none unless overridden.
+  virtual SeismogramArray recordsToMoveOver() const { return {}; }
+  /// The limits that the view has while it shows the whole.
+  virtual RecordLimits limitsOfWhole() const;
+  /// Sets what the part shown has of the limits: its times, and what holdAmplitudes() does.
+  void holdPart();
+  /// Sets the limits of amplitude of the part shown; nothing unless overridden.
+  virtual void holdAmplitudes(const PlotPart& part);
+  /// Gives a trace those samples of a record that lie in the part shown, with one more on either side, at their own
+  /// times in double precision. False, and nothing done, while the whole is shown. Reads and sets no samples.
+  bool cutToPart(Trace& trace, const SeismogramRecord& record) const;
+  // Views whose series begin at the left edge of their panels, at xmin of the whole, whatever their times are.
+
+  /// Widens times by those of a series; one without samples or a positive interval does not count.
+  void includeFromLeft(RecordSpan& times, int npts, float interval) const;
+  PlotReach reachFromLeft(const RecordSpan& times) const;
+  /// The samples that are shown, and where in a panel: all, or those of the part.
+  void placeFromLeft(Trace& trace, int npts, float interval, const QRectF& panel) const;
+
+  /// While a part is shown, its traces end at the sides of a panel.
+  void clipToPart(const QRectF& panel) const;
+  /// Limits of amplitude that a gain brings nearer to their middle.
+  PlotSpan withGain(const PlotSpan& amplitudes, double gain) const;
 
   /// Points a second of a panel whose width stands for xmin … xmax.
   double timeScale(const QRectF& panel) const { return panel.width() / double(xmax_ - xmin_); }

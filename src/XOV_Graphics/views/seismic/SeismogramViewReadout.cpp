@@ -24,7 +24,7 @@ PlotReadout SeismogramView::readout(QPointF point) const {
   readout.addText(QLatin1String("record"), nameOfRecord(record));
   const double perPoint = std::abs(found->secondsPerUnit / found->trace.xScale);
   const double seconds =
-      double(xmin_) + (point.x() - found->trace.xOffset) / found->trace.xScale * found->secondsPerUnit;
+      xOrigin_ + double(xmin_) + (point.x() - found->trace.xOffset) / found->trace.xScale * found->secondsPerUnit;
   readout.add(QLatin1String("time"), seconds, QStringLiteral("s"), perPoint);
   QDateTime moment = momentOf(seconds);
   if (!moment.isValid()) moment = momentAfter(referenceTimeOf(record), found->secondsAt(point.x()));
@@ -47,8 +47,8 @@ std::optional<AxisSpan> SeismogramView::timesIn(const QRectF& box) const {
   const double left = std::max(area.left(), iRect_.left());
   const double right = std::min(area.right(), iRect_.right());
   if (!(left <= right) || !(iRect_.width() > 0)) return {};
-  const double begin = viewToData({left, iRect_.y()}, iRect_, limits()).x();
-  const double end = viewToData({right, iRect_.y()}, iRect_, limits()).x();
+  const double begin = dataAt({left, iRect_.y()}).x();
+  const double end = dataAt({right, iRect_.y()}).x();
   if (!std::isfinite(begin) || !std::isfinite(end)) return {};
   return AxisSpan{std::min(begin, end), std::max(begin, end)};
 }

@@ -28,4 +28,35 @@ void StackedSeisView::computePlotLimits() {
   if (const auto found = recordLimits(*records, minYRange_)) takeLimits(*found, FixedRanges::Kept);
 }
 
+SeismogramArray StackedSeisView::recordsToMoveOver() const {
+  const auto records = wvfrmsArray();
+  return records ? *records : SeismogramArray();
+}
+
+RecordLimits StackedSeisView::limitsOfWhole() const {
+  RecordLimits limits = SeismogramView::limitsOfWhole();
+  const WholeLimits whole = wholeLimits();
+  if (whole.fixedX) {
+    limits.tmin = whole.limits.xmin;
+    limits.tmax = whole.limits.xmax;
+  }
+  if (whole.fixedY) {
+    limits.amin = whole.limits.ymin;
+    limits.amax = whole.limits.ymax;
+  }
+  return limits;
+}
+
+PlotReach StackedSeisView::reach() const {
+  PlotReach reach = SeismogramView::reach();
+  if (!hasAmplitudeAxis() || !reach.movesAnything()) return reach;
+  reach.gain = false;
+  reach.setY(reach.whole.y, reach.whole.y, false);
+  return reach;
+}
+
+void StackedSeisView::holdAmplitudes(const PlotPart& part) {
+  takeShownY(hasAmplitudeAxis() ? part.y : withGain(part.y, part.gain));
+}
+
 } // namespace xov

@@ -39,7 +39,16 @@ public:
   /// and those of amplitude while _fixedYAxisRange() is. Without records nothing changes.
   virtual void computePlotLimits();
 
+  /// Times, and the axis of amplitudes or, without one, a gain.
+  PlotReach reach() const override;
+
 protected:
+  SeismogramArray recordsToMoveOver() const override;
+  RecordLimits limitsOfWhole() const override;
+  void holdAmplitudes(const PlotPart& part) override;
+  /// Whether there is an axis of amplitudes.
+  virtual bool hasAmplitudeAxis() const { return true; }
+
   StackedSeisView(const QRectF& frame, QWidget* parent);
 
   std::weak_ptr<const SeismogramArray> wvfrmsArray_;

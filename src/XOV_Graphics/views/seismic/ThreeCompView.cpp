@@ -132,20 +132,24 @@ float ThreeCompView::amplitudeSpan(const SeismogramRecord& record, bool isCompar
 
 void ThreeCompView::drawSeisSeis(const QRectF& rect, const SeismogramRecord* record) {
   if (record == nullptr) return;
+  const SavedState saved(GraphicsContext::current());
+  clipToPart(rect);
   strokeTrace(traceOf(rect, *record, amplitudeSpan(*record, useAltScale_)), rect, record->smin(), record->smax());
 }
 
 Trace ThreeCompView::traceOf(const QRectF& rect, const SeismogramRecord& record, float amplitudeSpan) const {
-  const TraceWindow window = windowBetweenLimits(record, xmin_, xmax_);
   Trace trace;
   trace.borrow(record.borrowedSamples());
-  trace.first = window.first;
-  trace.last = window.last;
-  trace.time = TraceTime::uniform(record.b(), record.delta());
+  if (!cutToPart(trace, record)) {
+    const TraceWindow window = windowBetweenLimits(record, xmin_, xmax_);
+    trace.first = window.first;
+    trace.last = window.last;
+    trace.time = TraceTime::uniform(record.b(), record.delta());
+  }
   trace.tOrigin = xmin_;
   trace.xScale = timeScale(rect);
   trace.xOffset = rect.x();
-  trace.yScale = rect.height() / double(amplitudeSpan);
+  trace.yScale = shownGain() * rect.height() / double(amplitudeSpan);
   trace.yOffset = rect.y() + rect.height() / 2;
   return trace;
 }
@@ -160,6 +164,7 @@ std::vector<RecordTrace> ThreeCompView::recordTraces() const {
     Trace trace = traceOf(rect, *record, amplitudeSpan(*record, isComparison));
     if (!settleTrace(trace, rect, record->smin(), record->smax())) return;
     RecordTrace found{std::size_t(index), record, trace, panel};
+    found.zeroSeconds = xOrigin();
     if (!isComparison) found.level = rect.center().y();
     traces.push_back(std::move(found));
   };

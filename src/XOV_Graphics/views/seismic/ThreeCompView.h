@@ -78,6 +78,7 @@ public:
 
 protected:
   std::vector<RecordTrace> recordTraces() const override;
+  SeismogramArray recordsToMoveOver() const override { return components(); }
 
   std::weak_ptr<ThreeComponentObservation> anObs_;
   float maxAmplitude_ = 0.0005f;

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/RecordParts.h"
 #include "XOV_Graphics/views/base/TraceReading.h"
 
 #include <cmath>
@@ -23,6 +24,17 @@ constexpr double kCaptionRise = 12;
 uniformTimeSeriesView::uniformTimeSeriesView(const QRectF& frame, QWidget* parent) : SeismogramView(frame, parent) {}
 
 uniformTimeSeriesView::~uniformTimeSeriesView() = default;
+
+PlotReach uniformTimeSeriesView::reach() const {
+  RecordSpan times;
+  if (!wvfrmArray_) return {};
+  for (const auto& series : *wvfrmArray_) {
+    if (series) includeFromLeft(times, series->npts(), series->delta());
+  }
+  return reachFromLeft(times);
+}
+
+void uniformTimeSeriesView::holdAmplitudes(const PlotPart& part) { takeShownY(withGain(part.y, part.gain)); }
 
 void uniformTimeSeriesView::drawRect(const QRectF&) {
   drawPaper();
@@ -50,15 +62,15 @@ void uniformTimeSeriesView::drawsignalSignal(const QRectF& rect, const UniformSi
     ymin_ = series->min();
     ymax_ = series->max();
   }
+  const SavedState saved(GraphicsContext::current());
+  clipToPart(rect);
   strokeTrace(traceOf(rect, *series), rect, series->min(), series->max());
 }
 
 Trace uniformTimeSeriesView::traceOf(const QRectF& rect, const UniformSignal& series) const {
   Trace trace;
   trace.samples = series.dataPointer();
-  trace.last = series.npts();
-  trace.time = TraceTime::uniform(0, 1);
-  trace.xScale = timeScale(rect) * double(series.delta());
+  placeFromLeft(trace, series.npts(), series.delta(), rect);
   trace.xOffset = rect.x();
   trace.yScale = rect.height() / double(ymax_ - ymin_);
   trace.yOffset = rect.y();
@@ -82,7 +94,7 @@ PlotReadout uniformTimeSeriesView::readout(QPointF point) const {
     best = *height;
   }
   if (nearest != nullptr) readout.addText(QLatin1String("record"), nearest->description());
-  const double seconds = viewToData(point, iRect_, limits()).x();
+  const double seconds = dataAt(point).x();
   readout.add(QLatin1String("time"), seconds, QStringLiteral("s"), std::abs(1 / timeScale(pRect_)));
   readout.addMoment(momentOf(seconds), std::abs(1 / timeScale(pRect_)));
   if (nearest == nullptr) return readout;

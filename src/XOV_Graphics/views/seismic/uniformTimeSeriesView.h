@@ -37,6 +37,8 @@ public:
   /// Of the series under a point or nearest to it: its description as "record", "time" and "amplitude".
   PlotReadout readout(QPointF point) const override;
 
+  /// Seconds since the series begin, from xmin on, and a gain.
+  PlotReach reach() const override;
   /// While it draws it sets iRect and pRect to the panel: (24, 48, width − 36, height − 60).
   void drawRect(const QRectF& dirty) override;
   /// One series into a panel in the current colour; takes its extremes for ymin() and ymax() while those are equal. A
@@ -46,6 +48,8 @@ public:
   virtual void drawLabelForSignalSignal(const QRectF& rect, const UniformSignal* series);
 
 protected:
+  void holdAmplitudes(const PlotPart& part) override;
+
   std::shared_ptr<const UniformSignalArray> wvfrmArray_;
   float maxAmplitude_ = 0;
 

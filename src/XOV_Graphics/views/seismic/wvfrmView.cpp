@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/RecordParts.h"
 #include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
 #include "XOV_Graphics/views/seismic/WvfrmPanels.h"
@@ -47,6 +48,51 @@ void wvfrmView::drawRect(const QRectF&) {
   }
 }
 
+SeismogramArray wvfrmView::recordsToMoveOver() const {
+  const auto records = wvfrmArray();
+  return records ? *records : SeismogramArray();
+}
+
+PlotReach wvfrmView::reach() const {
+  RecordSpan times;
+  for (const auto& record : recordsToMoveOver()) {
+    if (record) includeFromLeft(times, record->npts(), record->delta());
+  }
+  return reachFromLeft(times);
+}
+
+std::vector<QRectF> wvfrmView::panels() const {
+  std::vector<QRectF> rects;
+  for (const WvfrmPanel& panel : layOutWvfrmPanels(bounds(), recordsToMoveOver().size() / 2))
+    rects.push_back(panel.rect);
+  return rects;
+}
+
+QRectF wvfrmView::partFrame(QPointF viewPoint) const {
+  for (const QRectF& panel : panels()) {
+    if (containsPoint(panel, viewPoint)) return panel;
+  }
+  return {};
+}
+
+std::optional<QPointF> wvfrmView::partPosition(QPointF viewPoint) const {
+  const QRectF panel = partFrame(viewPoint);
+  if (panel.isEmpty()) return {};
+  return viewToData(viewPoint, panel, limits()) + QPointF(xOrigin(), 0);
+}
+
+std::vector<QLineF> wvfrmView::linesAt(double x) const {
+  const PlotSpan part = currentPart().x;
+  const double share = shareOfSpan(part, x, PlotReach::Motion::Linear);
+  std::vector<QLineF> lines;
+  if (!(share >= 0 && share <= 1)) return lines;
+  for (const QRectF& panel : panels()) {
+    const double place = panel.x() + share * panel.width();
+    lines.emplace_back(place, panel.top(), place, panel.bottom());
+  }
+  return lines;
+}
+
 void wvfrmView::drawHeader(const SeismogramRecord& record) {
   const QRectF b = bounds();
   drawStringXYHJustVJust(eventCaption(record), float(b.x() + kHeaderLeft), float(b.y() + b.height() - kHeaderDrop), 1,
@@ -69,17 +115,17 @@ void wvfrmView::drawPair(const QRectF& rect, const SeismogramArray& records, std
 
 void wvfrmView::drawSeisSeis(const QRectF& rect, const SeismogramRecord* record) {
   if (record == nullptr) return;
+  const SavedState saved(GraphicsContext::current());
+  clipToPart(rect);
   strokeTrace(traceOf(rect, *record), rect, record->smin(), record->smax());
 }
 
 Trace wvfrmView::traceOf(const QRectF& rect, const SeismogramRecord& record) const {
   Trace trace;
   trace.borrow(record.borrowedSamples());
-  trace.last = record.npts();
-  trace.time = TraceTime::uniform(0, 1);
-  trace.xScale = timeScale(rect) * double(record.delta());
+  placeFromLeft(trace, record.npts(), record.delta(), rect);
   trace.xOffset = rect.x();
-  trace.yScale = rect.height() / double(2 * maxAmplitude_);
+  trace.yScale = shownGain() * rect.height() / double(2 * maxAmplitude_);
   trace.yOffset = rect.y() + rect.height() / 2;
   return trace;
 }
@@ -96,8 +142,9 @@ std::vector<RecordTrace> wvfrmView::recordTraces() const {
       Trace trace = traceOf(panel.rect, *record);
       if (!settleTrace(trace, panel.rect, record->smin(), record->smax())) continue;
       RecordTrace found{index, record, trace, panel.rect};
-      found.secondsPerUnit = double(record->delta());
+      found.secondsPerUnit = shownPart() ? 1 : double(record->delta());
       found.zeroSeconds = double(record->b());
+      if (shownPart()) found.zeroSeconds += shownPart()->x.lower - double(wholeLimits().limits.xmin);
       traces.push_back(std::move(found));
     }
   }

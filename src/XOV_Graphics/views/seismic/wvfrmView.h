@@ -41,6 +41,12 @@ public:
   float maxAmplitude() const { return maxAmplitude_; }
   void setMaxAmplitude(float amplitude) { change(maxAmplitude_, amplitude); }
 
+  /// Seconds since the traces begin, from xmin on, and a gain.
+  PlotReach reach() const override;
+  QDateTime momentOfZero() const override { return {}; }
+  std::optional<QPointF> partPosition(QPointF viewPoint) const override;
+  QRectF partFrame(QPointF viewPoint) const override;
+  std::vector<QLineF> linesAt(double x) const override;
   void drawRect(const QRectF& dirty) override;
   /// One trace into a panel in the current colour. Nothing for a null record.
   virtual void drawSeisSeis(const QRectF& rect, const SeismogramRecord* record);
@@ -51,6 +57,7 @@ public:
 protected:
   /// A trace belongs to the panel of its pair.
   std::vector<RecordTrace> recordTraces() const override;
+  SeismogramArray recordsToMoveOver() const override;
 
   std::weak_ptr<const SeismogramArray> wvfrmArray_;
   float maxAmplitude_ = 0.0005f;
@@ -63,6 +70,7 @@ private:
   }
 
   Trace traceOf(const QRectF& rect, const SeismogramRecord& record) const;
+  std::vector<QRectF> panels() const;
   void drawHeader(const SeismogramRecord& record);
   /// Records `first` and the next one, the second over the first.
   void drawPair(const QRectF& rect, const SeismogramArray& records, std::size_t first);

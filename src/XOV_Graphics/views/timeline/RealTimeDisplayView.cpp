@@ -37,6 +37,12 @@ RealTimeDisplayView::RealTimeDisplayView(const QRectF& frame, QWidget* parent)
 
 RealTimeDisplayView::~RealTimeDisplayView() = default;
 
+PlotReach RealTimeDisplayView::reach() const {
+  PlotReach reach;
+  reach.gain = true;
+  return reach;
+}
+
 void RealTimeDisplayView::computeRects() {
   pRect_ = realTimeRect(bounds());
   iRect_ = pRect_;
@@ -89,7 +95,7 @@ void RealTimeDisplayView::drawTheSeismograms() {
   for (std::size_t k = 0; k < records->size(); ++k) {
     const SeismogramRecord* const record = (*records)[k].get();
     if (record == nullptr) continue;
-    Trace trace = realTimeTrace(bands, k, *record, limits(), waveformGain_);
+    Trace trace = realTimeTrace(bands, k, *record, limits(), waveformGain_ * float(shownGain()));
     if (settleTrace(trace, pRect_, record->smin(), record->smax()))
       (isLate(*record) ? late : channels).appendTrace(trace);
   }

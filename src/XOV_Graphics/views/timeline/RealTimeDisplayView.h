@@ -72,6 +72,8 @@ public:
   double lateSeconds() const { return lateSeconds_; }
   void setLateSeconds(double seconds) { change(lateSeconds_, seconds); }
 
+  /// A gain; the time span is the host's, which moves it with the clock.
+  PlotReach reach() const override;
   /// pRect and iRect (60, 84, width − 140, height − 144).
   void computeRects() override;
   /// Lays out and draws everything; without records only the background.
@@ -96,6 +98,8 @@ public:
   virtual ReferenceTexts referenceTexts() const = 0;
 
 protected:
+  void applyPart() override {}
+  void holdAmplitudes(const PlotPart&) override {}
   RealTimeDisplayView(const QRectF& frame, QWidget* parent);
 
   std::vector<RecordTrace> recordTraces() const override;

@@ -12,6 +12,7 @@
 #include "XOV_Graphics/views/timeline/MinuteScale.h"
 #include "XOV_Graphics/views/timeline/PageStart.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -72,7 +73,7 @@ void helicorderView::drawRect(const QRectF& dirty) {
   const SavedState saved(context);
   pRect_ = helicorderRect(bounds(), localZone_.isValid() ? RightMargin::Labels : RightMargin::Paper);
   iRect_ = pRect_;
-  setMaxAmplitude(getAbsMaxAmplitude());
+  setMaxAmplitude(largestAmplitude());
   if (pieces->front()) drawPageTitle(*pieces->front());
   if (showZeroLines_) drawZeroLines();
   drawSeismicPhases(dirty);
@@ -120,11 +121,11 @@ QColor helicorderView::rowColor(const HelicorderPage& page, double row, const QC
 // The traces of a piece, one a row, held within their reach.
 std::vector<Trace> helicorderView::tracesOf(const SeismogramRecord& piece, float offset, double scale) const {
   const HelicorderPage page = this->page();
-  const double reach = std::abs(double(gainFactor_)) / 2;
+  const double reach = std::abs(double(shownGainFactor())) / 2;
   const double limit = clipReach_ * page.rowHeight() / std::abs(scale);
   const bool isHeld = clipReach_ > 0 && limit <= double(std::numeric_limits<float>::max());
-  const PieceTimes times{piece.b() + offset, piece.delta(), piece.npts()};
-  const BorrowedSamples samples = piece.borrowedSamples();
+  BorrowedSamples samples = piece.borrowedSamples();
+  const PieceTimes times = timesOnPage(piece, page, offset, reach, samples.samples);
   std::vector<Trace> traces = rowTraces(page, times, samples.samples, scale, reach);
   for (Trace& trace : traces) {
     trace.borrow(samples);
@@ -138,7 +139,7 @@ std::vector<Trace> helicorderView::tracesOf(const SeismogramRecord& piece, float
 // The rows of a piece that have one colour are one path: where they overlap, ink does not double.
 void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
   const HelicorderPage page = this->page();
-  const auto scale = amplitudeScale(gainFactor_, page.rowHeight(), maxAmplitude_);
+  const auto scale = amplitudeScale(shownGainFactor(), page.rowHeight(), maxAmplitude_);
   if (!scale || !page.holdsTraces()) return;
   std::vector<DrawnTrace> held;
   for (std::size_t k = 0; k < pieces.size(); ++k) {
@@ -172,7 +173,7 @@ void helicorderView::drawClipMarks(const std::vector<DrawnTrace>& traces) {
 
 void helicorderView::drawAmplitudeBar() {
   const HelicorderPage page = this->page();
-  const auto scale = amplitudeScale(gainFactor_, page.rowHeight(), maxAmplitude_);
+  const auto scale = amplitudeScale(shownGainFactor(), page.rowHeight(), maxAmplitude_);
   const auto bar = scaleBar(std::abs(scale.value_or(0)), kLongestBar, amplitudeUnit_);
   if (bar) drawUprightBar(*bar, {pRect_.x() + pRect_.width() - kScaleBarCap / 2, page.top() + kBarRise});
 }
@@ -276,6 +277,16 @@ void helicorderView::drawLocalTime(std::int32_t step) {
   const auto right = float(labels.front().place.x());
   drawStringXYHJustVJust(QStringLiteral("UTC"), float(2 * pRect_.x() + pRect_.width() - double(right)), y, 3, 1);
   drawStringXYHJustVJust(zoneText(page, startTime_, localZone_), right, y, 1, 1);
+}
+
+// While a part is shown records are asked for the extremes that they know: a page must not cost the whole recording.
+float helicorderView::largestAmplitude() {
+  const auto pieces = wvfrmArray();
+  if (!shownPart() || !pieces) return getAbsMaxAmplitude();
+  float largest = kBelowAllAmplitudes;
+  for (const auto& piece : *pieces)
+    largest = std::max(largest, piece ? piece->absMax() : 0.0F);
+  return largest;
 }
 
 float helicorderView::getAbsMaxAmplitude() {

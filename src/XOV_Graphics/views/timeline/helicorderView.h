@@ -19,9 +19,11 @@ namespace xov {
 struct DrawnTrace;
 struct RecordTrace;
 struct Trace;
+struct DrumRows;
 struct HelicorderPage;
 struct HourLabel;
 struct PageStart;
+struct PieceTimes;
 
 /// A stretch of time on a drum.
 struct XOV_EXPORT DrumStretch {
@@ -93,10 +95,16 @@ public:
   void setGainFactor(float gain) { change(gainFactor_, gain); }
   /// Seconds a row; 3600 at first. Traces are drawn only while it is positive.
   float rowDuration() const { return rowDuration_; }
-  void setRowDuration(float seconds) { change(rowDuration_, seconds); }
+  void setRowDuration(float seconds) {
+    endPart();
+    change(rowDuration_, seconds);
+  }
   /// Rows on the page; 24 at first. Beyond 2048 zero lines and labels thin out, and traces end.
   std::int32_t nRows() const { return nRows_; }
-  void setNRows(std::int32_t rows) { change(nRows_, rows); }
+  void setNRows(std::int32_t rows) {
+    endPart();
+    change(nRows_, rows);
+  }
   /// Where the page starts, as of the last draw; invalid when that is not known.
   QDateTime startTime() const { return startTime_; }
   void setStartTime(const QDateTime& time) { startTime_ = time; }
@@ -116,7 +124,10 @@ public:
   /// The moment at which the first row begins, in any zone; invalid at first, for the whole hour of the first piece.
   /// Without a reference time of that piece it is not known where the samples lie, and the page starts as it would.
   QDateTime pageStart() const { return pageStart_; }
-  void setPageStart(const QDateTime& start) { change(pageStart_, start); }
+  void setPageStart(const QDateTime& start) {
+    endPart();
+    change(pageStart_, start);
+  }
   /// The colours of the rows in turn, from the first one on; empty at first, for pieces in black and red.
   const std::vector<QColor>& rowColors() const { return rowColors_; }
   void setRowColors(const std::vector<QColor>& colors) { change(rowColors_, colors); }
@@ -153,6 +164,21 @@ public:
   /// The stretch of so many seconds around the time of a point, as a host shows it in a pane of its own when the drum
   /// is clicked. None outside the rows, and for a length that is not above 0 and finite.
   std::optional<DrumStretch> stretchAt(QPointF point, double seconds) const;
+  // Parts of a drum are pages of as many rows: x goes on from the begin of the first one to the end of the last one,
+  // in seconds on the axis of the pieces. Their rows last a round number of seconds or minutes and begin at whole
+  // multiples of it; pageStart() and rowDuration() are those of the part while one is shown. Without a reference time
+  // of the first piece there is a gain only.
+
+  PlotReach reach() const override;
+  PlotPart nearestPart(const PlotPart& wish) const override;
+  double nearestZoom(double factor) const override;
+  std::optional<QPointF> partPosition(QPointF viewPoint) const override;
+  QRectF partFrame(QPointF viewPoint) const override;
+  /// The page of the shortest rows that holds the time from the upper left corner of a box to its lower right one.
+  PlotPart partInside(const QRectF& box) const override;
+  /// The line across one row.
+  std::vector<QLineF> linesAt(double x) const override;
+  QDateTime momentOfZero() const override;
 
   /// Draws the page. Sets startTime(), plotDuration(), maxAmplitude(), pRect and iRect (both the rectangle of rows
   /// and scale), xmin to 0 and xmax to rowDuration(). Without pieces the page is white.
@@ -168,6 +194,8 @@ public:
   virtual float getAbsMaxAmplitude();
 
 protected:
+  void applyPart() override;
+
   std::weak_ptr<const SeismogramArray> wvfrmArray_;
   std::weak_ptr<const EventOriginArray> theHypos_;
   float maxAmplitude_ = 0;
@@ -239,6 +267,17 @@ private:
     setNeedsDisplay();
   }
 
+  /// What a part changes, as the host has set it.
+  struct WholePage {
+    QDateTime start;
+    float rowDuration = 0;
+  };
+  WholePage wholePage() const;
+  DrumRows rowsOfPart() const;
+  PieceTimes timesOnPage(const SeismogramRecord& piece, const HelicorderPage& page, float offset, double reach,
+                         const float*& samples) const;
+  float largestAmplitude();
+  float shownGainFactor() const { return float(double(gainFactor_) * shownGain()); }
   PageStart startOf(const SeismogramArray& pieces) const;
   HelicorderPage page() const;
   std::vector<Trace> tracesOf(const SeismogramRecord& piece, float offset, double scale) const;
@@ -255,6 +294,8 @@ private:
   void drawEventLabels();
   void drawTimeLabels(const std::vector<HourLabel>& labels, int hjust);
   void drawLocalTime(std::int32_t step);
+
+  std::optional<WholePage> wholePage_; ///< while a part is shown
 };
 
 } // namespace xov

@@ -39,11 +39,11 @@ std::optional<RecordTrace> helicorderView::traceAt(QPointF point) const {
     if (!(end >= rowBegin && begin < rowBegin + double(rowDuration_))) continue;
     const double distance = std::max({begin - *seconds, *seconds - end, 0.0});
     if (nearest && !(distance < best)) continue;
-    const double scale = amplitudeScale(gainFactor_, page.rowHeight(), maxAmplitude_).value_or(0);
+    const double scale = amplitudeScale(shownGainFactor(), page.rowHeight(), maxAmplitude_).value_or(0);
     for (const Trace& trace : tracesOf(*piece, offset, scale)) {
       if (std::round(double(trace.tOrigin) / double(rowDuration_)) != row) continue;
       nearest = RecordTrace{k, piece, trace, page.rect, page.zeroLine(row)};
-      nearest->zeroSeconds = -double(offset);
+      nearest->zeroSeconds = shownPart() ? shownPart()->x.lower : -double(offset);
       best = distance;
     }
   }
@@ -75,8 +75,8 @@ std::optional<DrumStretch> helicorderView::stretchAt(QPointF point, double secon
   if (!middle || !(seconds > 0) || !std::isfinite(seconds)) return {};
   const double begin = *middle - seconds / 2;
   const double end = *middle + seconds / 2;
-  const auto offset = double(startOf(*wvfrmArray()).offset);
-  return DrumStretch{begin - offset, end - offset, momentAfter(startTime_, begin), momentAfter(startTime_, end)};
+  const double zero = shownPart() ? shownPart()->x.lower : -double(startOf(*wvfrmArray()).offset);
+  return DrumStretch{zero + begin, zero + end, momentAfter(startTime_, begin), momentAfter(startTime_, end)};
 }
 
 } // namespace xov

@@ -48,6 +48,12 @@ PlotReadout XOV2DScatterPlotView::readout(QPointF point) const {
   return XYAxes::readout(*this, point, std::max(radius, kPointReach), 1);
 }
 
+PlotReach XOV2DScatterPlotView::reach() const {
+  PlotReach reach = XOVView::reach();
+  reach.wheelZoomsY = true;
+  return reach;
+}
+
 void XOV2DScatterPlotView::drawRect(const QRectF&) {
   const auto drawPoints = [this] {
     const double radius = std::abs(double(symbolDiameter_)) / 2;

@@ -59,6 +59,8 @@ public:
   /// "x" and "y" at a place inside the frame and, within its circle or 12 points, the nearest point: "point", its
   /// place in the buffers from 0 on, "pointX" and "pointY".
   PlotReadout readout(QPointF point) const override;
+  /// Both axes, also by the wheel.
+  PlotReach reach() const override;
 
   void drawRect(const QRectF& dirty) override;
   /// Draws both axes and their labels around pRect(). Leaves the label font at 14 points.

@@ -182,6 +182,7 @@ PlotReadout XOVHistogramView::readout(QPointF point) const {
 void XOVHistogramView::drawHHistogram() {
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
+  if (shownPart()) context.clipToRect(iRect_); // of bars beside a part there is no end
   fillAndStroke(bars().overValues(), barFillColor_);
 }
 

@@ -39,6 +39,12 @@ void xyScatterPlot::computePlotLimits() {
 
 PlotReadout xyScatterPlot::readout(QPointF point) const { return readoutSkipping(point, 1); }
 
+PlotReach xyScatterPlot::reach() const {
+  PlotReach reach = xyPlotView::reach();
+  reach.wheelZoomsY = true;
+  return reach;
+}
+
 void xyScatterPlot::drawRect(const QRectF&) {
   XYAxes::drawPlot(static_cast<xyPlotView&>(*this), npts_, [this] {
     const PlottedValues x(xPoints(), logX());

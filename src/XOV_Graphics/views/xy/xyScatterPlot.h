@@ -25,6 +25,8 @@ public:
 
   /// The same as of a line plot, of the circles that are drawn.
   PlotReadout readout(QPointF point) const override;
+  /// Both axes, also by the wheel.
+  PlotReach reach() const override;
 
   /// Sets pRect() and iRect(), by which clicks are reported, to the frame that it draws.
   void drawRect(const QRectF& dirty) override;

@@ -1,0 +1,147 @@
+#include "XOV_Graphics/views/base/RecordParts.h"
+#include "XOV_Graphics/views/timeline/DrumRows.h"
+#include "XOV_Graphics/views/timeline/HelicorderPage.h"
+#include "XOV_Graphics/views/timeline/HelicorderRows.h"
+#include "XOV_Graphics/views/timeline/PageStart.h"
+#include "XOV_Graphics/views/timeline/helicorderView.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace xov {
+
+namespace {
+
+constexpr double kPartMilliseconds = 1000; // a second
+
+double secondsFromTo(const QDateTime& from, const QDateTime& to) {
+  return double(from.msecsTo(to)) / kPartMilliseconds;
+}
+
+QDateTime movedOn(const QDateTime& moment, double seconds) {
+  return moment.addMSecs(qint64(std::llround(seconds * kPartMilliseconds)));
+}
+
+} // namespace
+
+helicorderView::WholePage helicorderView::wholePage() const {
+  return wholePage_ ? *wholePage_ : WholePage{pageStart_, rowDuration_};
+}
+
+QDateTime helicorderView::momentOfZero() const {
+  const auto pieces = wvfrmArray();
+  if (!pieces || pieces->empty() || !pieces->front()) return {};
+  const PageStart start = xov::pageStart(pieces->front()->GetSacHeader());
+  return start.hour.isValid() ? movedOn(start.hour, double(start.offset)) : QDateTime();
+}
+
+DrumRows helicorderView::rowsOfPart() const {
+  const auto pieces = wvfrmArray();
+  const QDateTime zero = momentOfZero();
+  const WholePage page = wholePage();
+  if (!zero.isValid() || nRows_ < 1 || !(page.rowDuration > 0) || !std::isfinite(page.rowDuration)) return {};
+  const QDateTime hour = xov::pageStart(pieces->front()->GetSacHeader()).hour;
+  const double start = secondsFromTo(zero, page.start.isValid() ? page.start : hour);
+  const auto seconds = double(page.rowDuration);
+  const QDateTime midnight(zero.toUTC().date(), QTime(0, 0), Qt::UTC);
+  return {nRows_, {start, start + nRows_ * seconds}, seconds, secondsFromTo(zero, midnight)};
+}
+
+PlotReach helicorderView::reach() const {
+  PlotReach reach;
+  const auto pieces = wvfrmArray();
+  if (!pieces || pieces->empty()) return reach;
+  reach.gain = true;
+  const DrumRows rows = rowsOfPart();
+  if (rows.count < 1) return reach;
+  const RecordSpan times = timesOf(*pieces);
+  const PlotSpan farthest = times.isKnown() ? united(rows.whole, times.span) : rows.whole;
+  reach.setX(rows.whole, farthest, false, rows.count * std::min(kShortestRow, rows.wholeSeconds));
+  return reach;
+}
+
+PlotPart helicorderView::nearestPart(const PlotPart& wish) const {
+  PlotPart part = XOVView::nearestPart(wish);
+  const DrumRows rows = rowsOfPart();
+  if (rows.count < 1) return part;
+  part.x = rows.pageNear(part.x.lower, rows.nearestSeconds(part.x.width() / rows.count));
+  return part;
+}
+
+double helicorderView::nearestZoom(double factor) const {
+  const DrumRows rows = rowsOfPart();
+  if (rows.count < 1) return 1;
+  const double now = currentPart().x.width() / rows.count;
+  const double seconds = rows.nearestSeconds(now * XOVView::nearestZoom(factor));
+  const bool isSame = std::abs(seconds - now) < kShortestRow / 2;
+  return isSame ? 1 : seconds / now;
+}
+
+QRectF helicorderView::partFrame(QPointF viewPoint) const {
+  const HelicorderPage page = this->page();
+  if (!page.holdsTraces() || !(page.rowHeight() > 0) || nRows_ < 1) return {};
+  const QRectF rows(page.rect.x(), page.rowTop(nRows_), page.rect.width(), nRows_ * page.rowHeight());
+  return containsPoint(rows, viewPoint) ? rows : QRectF();
+}
+
+std::optional<QPointF> helicorderView::partPosition(QPointF viewPoint) const {
+  const HelicorderPage page = this->page();
+  const DrumRows rows = rowsOfPart();
+  const bool isLaidOut = page.holdsTraces() && page.rowHeight() > 0;
+  if (rows.count < 1 || !isLaidOut || !std::isfinite(viewPoint.x()) || !std::isfinite(viewPoint.y())) return {};
+  const double row = std::clamp(std::floor((page.top() - viewPoint.y()) / page.rowHeight()), 0.0, nRows_ - 1.0);
+  const auto seconds = double(rowDuration_);
+  const double into = std::clamp((viewPoint.x() - page.rect.x()) / page.xScale(), 0.0, seconds);
+  return QPointF(currentPart().x.lower + row * seconds + into, 0);
+}
+
+PlotPart helicorderView::partInside(const QRectF& box) const {
+  PlotPart part = currentPart();
+  const auto first = partPosition({box.left(), box.bottom()}); // the upper edge
+  const auto last = partPosition({box.right(), box.top()});
+  if (first && last && first->x() < last->x()) part.x = rowsOfPart().pageAround({first->x(), last->x()});
+  return part;
+}
+
+std::vector<QLineF> helicorderView::linesAt(double x) const {
+  const HelicorderPage page = this->page();
+  const DrumRows rows = rowsOfPart();
+  if (rows.count < 1 || !page.holdsTraces()) return {};
+  const double since = x - currentPart().x.lower;
+  const double row = std::floor(since / double(rowDuration_));
+  if (!(row >= 0 && row < nRows_)) return {};
+  const double place = page.xAt(since - row * double(rowDuration_));
+  return {QLineF(place, page.rowTop(row + 1), place, page.rowTop(row))};
+}
+
+void helicorderView::applyPart() {
+  const DrumRows rows = rowsOfPart();
+  if (!shownPart()) {
+    const WholePage page = wholePage();
+    wholePage_.reset();
+    pageStart_ = page.start;
+    rowDuration_ = page.rowDuration;
+  } else if (rows.count > 0) {
+    if (!wholePage_) wholePage_ = WholePage{pageStart_, rowDuration_};
+    const bool isWholePage = shownPart()->x == rows.whole;
+    pageStart_ = isWholePage ? wholePage_->start : movedOn(momentOfZero(), shownPart()->x.lower);
+    rowDuration_ = isWholePage ? wholePage_->rowDuration : float(shownPart()->x.width() / rows.count);
+  }
+  Q_EMIT settingsChanged();
+}
+
+// Rows beside the page show as far as its margins do. Their times count from the begin of the page, so that those of
+// a page late in a long recording are as exact as those of its first one.
+PieceTimes helicorderView::timesOnPage(const SeismogramRecord& piece, const HelicorderPage& page, float offset,
+                                       double reach, const float*& samples) const {
+  const DrumRows rows = rowsOfPart();
+  if (!shownPart() || rows.count < 1) return {piece.b() + offset, piece.delta(), piece.npts()};
+  const double start = shownPart()->x.lower;
+  const RowRange inView = page.rowsInView(reach);
+  const auto seconds = double(page.rowDuration);
+  const RecordPart part = partOf(piece, {start + inView.first * seconds, start + (inView.last + 1) * seconds}, start);
+  samples += part.first;
+  return {part.firstTime, piece.delta(), part.last - part.first};
+}
+
+} // namespace xov
