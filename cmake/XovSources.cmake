@@ -77,9 +77,9 @@ function(xov_library)
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
     AUTOMOC ON)
-  # Only views, what they are made of and picks have a meta-object; nothing else is looked through for one.
+  # Only views, what they are made of, what moves them and picks have a meta-object; nothing else is looked through for one.
   set(plain ${sources})
-  list(FILTER plain EXCLUDE REGEX "/(views/[a-z]+/[A-Za-z0-9]*(View[A-Za-z0-9]*|xyScatterPlot)|platform/View|seismic/picks/PickDocument|views/seismic/PickEditor)[.]cpp$")
+  list(FILTER plain EXCLUDE REGEX "/(views/[a-z]+/[A-Za-z0-9]*(View[A-Za-z0-9]*|xyScatterPlot)|views/navigation/[A-Za-z0-9]*|platform/View|seismic/picks/PickDocument|views/seismic/PickEditor)[.]cpp$")
   set_source_files_properties(${plain} PROPERTIES SKIP_AUTOMOC ON)
   target_link_libraries(xov_objects PUBLIC Qt6::Widgets xov_headers PRIVATE xov_options ${links} ${CMAKE_DL_LIBS})
   target_compile_definitions(xov_objects PRIVATE

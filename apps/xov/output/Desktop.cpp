@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QShortcut>
 
+#include <XOV_Graphics/views/navigation/PlotNavigator.h>
 #include <clocale>
 
 namespace xov::cli {
@@ -93,8 +94,12 @@ void Desktop::showUntilClosed(std::size_t pages, const MakePage& makePage, const
                                      : QStringLiteral("%1, page %2 of %3").arg(title).arg(page + 1).arg(pages));
     for (const char* keys : {"Ctrl+Q", "Ctrl+W"})
       addKeys(window, QKeySequence(QLatin1String(keys)), [&window] { window.close(); });
-    if (isKiosk) addKeys(window, QKeySequence(Qt::Key_Escape), [&window] { window.close(); });
-    if (pages > 1) { // else the view may have keys of its own
+    if (isKiosk) {
+      addKeys(window, QKeySequence(Qt::Key_Escape), [&window] { window.close(); });
+    } else {
+      new PlotNavigator(&window); // the window owns it
+    }
+    if (pages > 1) { // else the view has them to move by
       addKeys(window, QKeySequence(Qt::Key_PageDown), [&show, &shown] { show(shown + 1); });
       addKeys(window, QKeySequence(Qt::Key_PageUp), [&show, &shown] { show(shown - 1); });
     }

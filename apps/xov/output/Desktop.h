@@ -41,7 +41,8 @@ public:
 
   /// Shows the view of each page as a window and returns when it is closed, which Ctrl+Q and Ctrl+W do too. Page Down
   /// and Page Up go from one page to the next, of which one at a time is there; the title names the page where there
-  /// are several. Escape leaves a kiosk, too.
+  /// are several. Escape leaves a kiosk, too. Mouse and keys move over the data as
+  /// PlotNavigator says, but in a kiosk.
   void showUntilClosed(std::size_t pages, const MakePage& makePage, const QString& title,
                        WindowUse use = WindowUse::Plain);
 

@@ -78,7 +78,7 @@ std::vector<RecordTrace> SeisView02::recordTraces() const {
     const QRectF rect = rectOf(i, records->size());
     Trace trace = traceOf(*record, rect);
     if (!settleTrace(trace, rect, record->smin(), record->smax())) continue;
-    RecordTrace found{i, record, trace, rect};
+    RecordTrace found{i, record, trace, rect, {}, 1, xOrigin()};
     if (plotStyle_ == kBands) found.level = rect.center().y();
     traces.push_back(std::move(found));
   }

@@ -1,0 +1,204 @@
+#include "XOV_Graphics/views/navigation/PlotNavigator.h"
+
+#include "NavigatedSection.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace xov::testing {
+namespace {
+
+constexpr QPointF kQuarter(160, 200); // 25 s
+
+TEST(PlotNavigator, theWheelZoomsTimeAboutThePointer) {
+  const NavigatedSection section;
+  turnWheel(*section.view, kQuarter, {0, 120});
+  // 80 s of which 25 s is at a quarter: from 25 - 20.
+  expectSpan(section.shown(), 5, 85);
+  EXPECT_EQ(section.view->xmin(), 5);
+  EXPECT_EQ(section.view->xmax(), 85);
+  turnWheel(*section.view, kQuarter, {0, -120});
+  EXPECT_FALSE(section.view->shownPart().has_value());
+}
+
+TEST(PlotNavigator, eightEighthsOfANotchAreOne) {
+  const NavigatedSection section;
+  for (int i = 0; i < 8; ++i)
+    turnWheel(*section.view, kQuarter, {0, 15});
+  expectSpan(section.shown(), 5, 85, 1e-5);
+}
+
+TEST(PlotNavigator, ctrlAndTheWheelChangeTheGainOnly) {
+  const NavigatedSection section;
+  turnWheel(*section.view, kQuarter, {0, 120}, Qt::ControlModifier);
+  EXPECT_NEAR(section.view->currentPart().gain, 1.25, 1e-12);
+  expectSpan(section.shown(), 0, 100);
+  EXPECT_EQ(section.view->plotGainFactor(), 1.5F); // the host's stays
+}
+
+TEST(PlotNavigator, shiftAndTheWheelPanByATenth) {
+  const NavigatedSection section;
+  turnWheel(*section.view, kQuarter, {0, 120});
+  turnWheel(*section.view, kQuarter, {0, -120}, Qt::ShiftModifier);
+  expectSpan(section.shown(), 13, 93); // a tenth of 80 s on
+  turnWheel(*section.view, kQuarter, {0, -120}, Qt::ShiftModifier);
+  expectSpan(section.shown(), 20, 100); // no further than the data
+}
+
+TEST(PlotNavigator, aTouchpadMovesTheDrawingWithTheFingers) {
+  const NavigatedSection section;
+  turnWheel(*section.view, kQuarter, {0, 120}); // 5 … 85 on 560 points: 7 points a second
+  turnWheel(*section.view, kQuarter, {-240, 0}, {}, {-14, 0}, Qt::ScrollUpdate);
+  expectSpan(section.shown(), 7, 87);
+}
+
+TEST(PlotNavigator, aLeftDragZoomsToTheBoxAndReportsNoClick) {
+  const NavigatedSection section;
+  const QSignalSpy clicks(section.view.get(), &XOVView::clicked);
+  drag(*section.view, {NavigatedSection::xOf(60), 100}, {NavigatedSection::xOf(20), 300}, Qt::LeftButton);
+  expectSpan(section.shown(), 20, 60);
+  EXPECT_EQ(clicks.count(), 0);
+}
+
+TEST(PlotNavigator, aPlainClickIsReportedWhenTheButtonIsLetGo) {
+  const NavigatedSection section;
+  const QSignalSpy clicks(section.view.get(), &XOVView::clicked);
+  sendMouse(*section.view, QEvent::MouseButtonPress, kQuarter, Qt::LeftButton);
+  EXPECT_EQ(clicks.count(), 0);
+  sendMouse(*section.view, QEvent::MouseButtonRelease, kQuarter, Qt::LeftButton);
+  ASSERT_EQ(clicks.count(), 1);
+  EXPECT_NEAR(clicks.front().front().toPointF().x(), 25, 1e-9);
+  EXPECT_FALSE(section.view->shownPart().has_value());
+}
+
+TEST(PlotNavigator, theMiddleButtonTakesTheDrawingAlong) {
+  const NavigatedSection section;
+  section.view->showPart(PlotPart{.x = {20, 60}, .y = {}});      // 14 points a second
+  drag(*section.view, {300, 200}, {258, 200}, Qt::MiddleButton); // 42 points
+  expectSpan(section.shown(), 23, 63);
+}
+
+TEST(PlotNavigator, aDoubleClickAndBackspaceGoBackAndShiftBackspaceForward) {
+  const NavigatedSection section;
+  QTest::keyClick(section.view.get(), Qt::Key_Plus); // 25 … 75
+  drag(*section.view, {NavigatedSection::xOf(20), 100}, {NavigatedSection::xOf(60), 300}, Qt::LeftButton);
+  expectSpan(section.shown(), 35, 55); // 0.2 and 0.6 of 25 … 75
+  sendMouse(*section.view, QEvent::MouseButtonDblClick, kQuarter, Qt::LeftButton);
+  expectSpan(section.shown(), 25, 75);
+  QTest::keyClick(section.view.get(), Qt::Key_Backspace);
+  EXPECT_FALSE(section.view->shownPart().has_value());
+  EXPECT_FALSE(section.navigator->canGoBack());
+  QTest::keyClick(section.view.get(), Qt::Key_Backspace, Qt::ShiftModifier);
+  expectSpan(section.shown(), 25, 75);
+  QTest::keyClick(section.view.get(), Qt::Key_Backspace, Qt::ShiftModifier);
+  expectSpan(section.shown(), 35, 55);
+  EXPECT_FALSE(section.navigator->canGoForward());
+}
+
+TEST(PlotNavigator, turnsOfTheWheelThatFollowEachOtherAreOneStepBack) {
+  const NavigatedSection section;
+  for (int i = 0; i < 5; ++i)
+    turnWheel(*section.view, kQuarter, {0, 120});
+  section.navigator->goBack();
+  EXPECT_FALSE(section.view->shownPart().has_value());
+}
+
+TEST(PlotNavigator, arrowsPagesAndHomeMoveOverTheData) {
+  const NavigatedSection section;
+  section.view->showPart(PlotPart{.x = {20, 40}, .y = {}});
+  QTest::keyClick(section.view.get(), Qt::Key_Right);
+  expectSpan(section.shown(), 22, 42);
+  QTest::keyClick(section.view.get(), Qt::Key_Left);
+  QTest::keyClick(section.view.get(), Qt::Key_PageDown);
+  expectSpan(section.shown(), 40, 60);
+  QTest::keyClick(section.view.get(), Qt::Key_PageUp);
+  expectSpan(section.shown(), 20, 40);
+  QTest::keyClick(section.view.get(), Qt::Key_Minus);
+  expectSpan(section.shown(), 10, 50);
+  QTest::keyClick(section.view.get(), Qt::Key_Up, Qt::ControlModifier);
+  EXPECT_NEAR(section.view->currentPart().gain, 1.25, 1e-12);
+  QTest::keyClick(section.view.get(), Qt::Key_Home);
+  EXPECT_FALSE(section.view->shownPart().has_value());
+}
+
+TEST(PlotNavigator, noZoomGoesBeyondASampleInterval) {
+  const NavigatedSection section;
+  for (int i = 0; i < 100; ++i)
+    turnWheel(*section.view, kQuarter, {0, 1200});
+  expectSpan(section.shown(), 24.75, 25.75, 1e-3); // a second of which 25 s is at a quarter
+}
+
+TEST(PlotNavigator, comingHomeBringsBackThePictureOfBefore) {
+  const NavigatedSection section;
+  const QImage before = section.view->snapshot();
+  turnWheel(*section.view, kQuarter, {0, 240});
+  turnWheel(*section.view, kQuarter, {0, 240}, Qt::ControlModifier);
+  EXPECT_NE(section.view->snapshot(), before);
+  section.navigator->showAll();
+  EXPECT_EQ(section.view->snapshot(), before);
+}
+
+TEST(PlotNavigator, boxesAndCrossHairsAreMarksThatNoExportHas) {
+  const NavigatedSection section;
+  section.navigator->setCrossHair(PlotNavigator::CrossHair::Both);
+  const QImage before = section.view->snapshot();
+  sendMouse(*section.view, QEvent::MouseMove, kQuarter, Qt::NoButton);
+  const ViewOverlay hair = section.view->overlay();
+  ASSERT_EQ(hair.lines.size(), 2U);
+  EXPECT_EQ(hair.lines[0], QLineF(160, 60, 160, 360));
+  EXPECT_EQ(hair.lines[1], QLineF(20, 200, 580, 200));
+  EXPECT_EQ(section.view->snapshot(), before);
+  const QImage window = section.view->grab().toImage();
+  sendMouse(*section.view, QEvent::MouseMove, {5, 5}, Qt::NoButton); // in the margin
+  EXPECT_TRUE(section.view->overlay().isEmpty());
+  EXPECT_NE(section.view->grab().toImage(), window);
+  sendMouse(*section.view, QEvent::MouseButtonPress, kQuarter, Qt::LeftButton);
+  sendMouse(*section.view, QEvent::MouseMove, {260, 900}, Qt::LeftButton); // held in the frame
+  EXPECT_EQ(section.view->overlay().band, QRectF(160, 200, 100, 160));
+  EXPECT_EQ(section.view->snapshot(), before);
+}
+
+TEST(PlotNavigator, markOverTheWindowDoesNotDrawTheViewAnew) {
+  const NavigatedSection section;
+  section.view->show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(section.view.get()));
+  section.view->setOverlay({.lines = {QLineF(100, 60, 100, 360)}, .band = {}});
+  QCoreApplication::processEvents(); // keeps the drawing
+  const QSignalSpy limits(section.view.get(), &XOVView::limitsChanged);
+  // Other records have other limits, which a drawing tells of.
+  (*section.records)[0] = makeRecord({.count = 51});
+  section.view->setOverlay({.lines = {QLineF(120, 60, 120, 360)}, .band = {}});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(limits.count(), 0);
+  section.view->setNeedsDisplay();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(limits.count(), 1);
+}
+
+TEST(PlotNavigator, switchedOffItLeavesAllToTheView) {
+  const NavigatedSection section;
+  section.navigator->setEnabled(false);
+  const QSignalSpy clicks(section.view.get(), &XOVView::clicked);
+  turnWheel(*section.view, kQuarter, {0, 120});
+  EXPECT_FALSE(section.view->shownPart().has_value());
+  sendMouse(*section.view, QEvent::MouseButtonPress, kQuarter, Qt::LeftButton);
+  EXPECT_EQ(clicks.count(), 1);
+}
+
+TEST(PlotNavigator, limitsThatAHostSetsEndThePart) {
+  const NavigatedSection section;
+  turnWheel(*section.view, kQuarter, {0, 120});
+  section.view->setXLimitsMinMax(1, 2);
+  EXPECT_FALSE(section.view->shownPart().has_value());
+  EXPECT_EQ(section.view->xmin(), 1);
+}
+
+TEST(PlotNavigator, keysAreListedForAHelpSheet) {
+  const auto keys = PlotNavigator::keys();
+  EXPECT_GE(keys.size(), 8U);
+  for (const auto& key : keys)
+    EXPECT_FALSE(key.keys.isEmpty() || key.effect.isEmpty());
+}
+
+} // namespace
+} // namespace xov::testing
