@@ -52,6 +52,9 @@ TEST(NavigatedViews, aTenthOfASecondLateInADayIsDrawnToAFractionOfAPoint) {
   EXPECT_EQ(section.xOrigin(), 86200);
   expectTenthOfASecond(drawnPoints(section), 20, 560);
   EXPECT_NEAR(section.dataAt({300, 200}).x(), 86200.05, 1e-6);
+  const auto pointed = section.recordAt({300, 210});
+  ASSERT_TRUE(pointed.has_value());
+  EXPECT_NEAR(pointed->seconds, 86200.05, 1e-4);
 
   SeisView02 stack(QRectF(0, 0, 600, 400)); // frame (80, 60, 480, 300)
   stack.setWvfrmsArray(records);

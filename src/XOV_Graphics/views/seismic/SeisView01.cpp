@@ -32,7 +32,8 @@ std::vector<RecordTrace> SeisView01::recordTraces() const {
     const auto& record = (*records)[i];
     if (!record) continue;
     Trace trace = traceOf(*record);
-    if (settleTrace(trace, pRect_, record->smin(), record->smax())) traces.push_back({i, record, trace, pRect_, {}, 1, xOrigin()});
+    if (settleTrace(trace, pRect_, record->smin(), record->smax()))
+      traces.push_back({i, record, trace, pRect_, {}, 1, xOrigin()});
   }
   return traces;
 }

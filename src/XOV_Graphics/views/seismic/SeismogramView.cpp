@@ -5,8 +5,8 @@
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/seismic/prepare/TimeAxis.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
-#include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/base/RecordParts.h"
+#include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/base/ScaleBar.h"
 
 #include <algorithm>
