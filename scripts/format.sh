@@ -13,5 +13,5 @@ esac
 command -v "$tool" >/dev/null || { echo "$tool is not installed" >&2; exit 77; }
 
 # shellcheck disable=SC2086 # `how` holds two words
-find apps bench cmake designer examples src tests \
+find apps bench cmake designer examples python src tests \
   \( -name '*.h' -o -name '*.cpp' \) -print0 2>/dev/null | xargs -0 "$tool" $how --style=file

@@ -15,7 +15,9 @@ test_packages=(
   xauth xdotool xvfb
   appstream desktop-file-utils shared-mime-info
   fish imagemagick libtiff-tools mold openssl poppler-utils zsh
-  libqt6opengl6-dev qt6-tools-dev)
+  libqt6opengl6-dev qt6-tools-dev
+  pybind11-dev python3-dev python3-numpy python3-pytest python3-venv
+  python3-distributed python3-lxml python3-matplotlib python3-pyqt6 python3-scipy python3-sqlalchemy)
 
 # Shows how far the running step has come, from the last "[12/80]" of ninja or " 12/80 Test" of ctest in its log.
 show_progress() {

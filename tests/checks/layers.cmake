@@ -15,8 +15,9 @@ set(below_graphics  base graphics platform)
 set(below_views     base views graphics map grid colour seismic platform)
 set(below_apps      apps base views graphics map grid colour seismic platform)
 set(below_examples  examples base views graphics map grid colour seismic platform)
+set(below_python    python apps base views graphics map grid colour seismic platform)
 set(below_designer  designer base views graphics map grid colour seismic platform)
-set(layers base platform colour map grid seismic graphics views apps designer examples)
+set(layers base platform colour map grid seismic graphics views apps designer examples python)
 
 # The library's folders stand in one root, whose name starts every include.
 set(library base platform colour map grid seismic graphics views)

@@ -43,8 +43,6 @@ std::vector<float> countedUp(std::size_t count) {
   return samples;
 }
 
-} // namespace
-
 TEST(SacSeismogram, takesAnotherHeaderAndKeepsItsSamplesWhereTheyAre) {
   SacSeismogram trace(header(1, 5), countedUp(600), QStringLiteral("a"));
   const float* const samples = trace.GetSacSeis();
@@ -106,3 +104,57 @@ TEST(SacSeismogram, rescalesToInfinityWhatSinglePrecisionCannotHold) {
   EXPECT_EQ(trace.smax(), 2e38F);
   EXPECT_TRUE(std::isnan(trace.sampleIndex()->blocksWithin(trace.GetSacSeis(), 0, 256).lowest[0]));
 }
+
+// What a host keeps for as long as somebody holds it.
+struct HostsMemory {
+  std::vector<float> samples = {3, -1, 2, 5};
+};
+
+TEST(SacSeismogramOfHostsMemory, drawsFromWhereTheSamplesAreAndKeepsThem) {
+  auto host = std::make_shared<HostsMemory>();
+  const float* const place = host->samples.data();
+  const std::weak_ptr<HostsMemory> there = host;
+  SacHeader header;
+  header.delta = 0.5F;
+  {
+    const SacSeismogram trace(header, std::span<const float>(host->samples), host);
+    host.reset();
+    EXPECT_EQ(trace.GetSacSeis(), place);
+    EXPECT_EQ(trace.borrowedSamples().samples, place);
+    EXPECT_EQ(trace.npts(), 4);
+    EXPECT_EQ(trace.smin(), -1);
+    EXPECT_EQ(trace.smax(), 5);
+    EXPECT_EQ(trace.e(), 1.5F); // three intervals of 0.5 s after 0
+    EXPECT_TRUE(trace.sampleIndex()->covers(place, 0, 4));
+    EXPECT_FALSE(there.expired());
+  }
+  EXPECT_TRUE(there.expired());
+}
+
+TEST(SacSeismogramOfHostsMemory, copiesThemBeforeTheyAreChanged) {
+  const auto host = std::make_shared<HostsMemory>();
+  SacSeismogram trace(SacHeader(), std::span<const float>(host->samples), host);
+  trace.keepSamples(1, 2);
+  EXPECT_EQ(trace.GetSacSeis(), host->samples.data() + 1) << "fewer of them are where they were";
+  trace.rescaleSamples(1, 2);
+  EXPECT_EQ(std::vector<float>(trace.GetSacSeis(), trace.GetSacSeis() + 2), (std::vector<float>{-4, 2}));
+  trace.samples()[0] = 9;
+  trace.ComputeExtrema();
+  EXPECT_EQ(trace.smax(), 9);
+  EXPECT_EQ(host->samples, (std::vector<float>{3, -1, 2, 5}));
+  EXPECT_EQ(host.use_count(), 1) << "and lets go of the host's";
+}
+
+TEST(SacSeismogramOfHostsMemory, givesACopyAwayAndTakesOthers) {
+  const auto host = std::make_shared<HostsMemory>();
+  SacSeismogram trace(SacHeader(), std::span<const float>(host->samples), host);
+  EXPECT_EQ(trace.takeSamples(), host->samples);
+  EXPECT_EQ(trace.npts(), 0);
+  SacSeismogram other(SacHeader(), std::span<const float>(host->samples), host);
+  other.setSamples({7});
+  EXPECT_EQ(other.npts(), 1);
+  EXPECT_EQ(other.smax(), 7);
+  EXPECT_EQ(host.use_count(), 1);
+}
+
+} // namespace

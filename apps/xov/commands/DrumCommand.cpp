@@ -162,7 +162,7 @@ ExitCode DrumCommand::run() {
   }
   std::vector<DrumSheet> sheets = std::move(made).value();
   DrumPage page; // the one at hand, whose pieces views do not hold themselves
-  const auto pieces = std::make_shared<SeismogramArray>();
+  std::shared_ptr<const SeismogramArray> pieces;
   const auto layOut = [&](const DrumSheet& sheet, SeismogramArray records) {
     const bool isDay = sheet.start.isValid();
     Result<DrumPage> laid =
@@ -172,7 +172,7 @@ ExitCode DrumCommand::run() {
     page = std::move(laid).value();
     for (const QString& text : page.notes)
       note(text);
-    *pieces = page.pieces;
+    pieces = std::make_shared<SeismogramArray>(page.pieces);
     return isLaidOut;
   };
   std::vector<PlotPage> plots;
@@ -186,6 +186,8 @@ ExitCode DrumCommand::run() {
     if (!isOne && !layOut(sheets[i], sheets[i].records)) found.status = ExitCode::Failed;
     auto view = makeView(frame, marked.events);
     view->setWvfrmArray(pieces);
+    Output::keep(pieces);
+    Output::keep(marked.events);
     view->setNRows(page.rows);
     view->setGainFactor(float(gain_.value_or(page.gain)));
     if (span.start.isValid() || sheets[i].start.isValid()) view->setPageStart(page.start);

@@ -115,6 +115,7 @@ ExitCode PanelsCommand::run() {
     const PanelTimes times = panelTimes(*records);
     auto view = std::make_unique<PanelsView>(frame);
     view->setWvfrmArray(records);
+    Output::keep(records);
     view->setLabelsGiveWay(true);
     const double reach = double(largestAmplitude(*records)) / gain_;
     view->setMaxAmplitude(float(reach));

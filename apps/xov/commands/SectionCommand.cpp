@@ -87,6 +87,7 @@ ExitCode SectionCommand::run() {
     const bool one = records->size() == 1;
     auto view = std::make_unique<MultiSeisView>(frame);
     view->setWvfrmsArray(records);
+    Output::keep(records);
     view->setPlotGainFactor(float((one ? kViewGainOfOne : kViewGain) / gain_));
     view->setShowZeroLine(zeroLines_);
     style_.apply(*view);

@@ -80,6 +80,7 @@ ExitCode StackCommand::run() {
     const auto& records = pages.recordsOf(page);
     auto view = makeView(frame);
     view->setWvfrmsArray(records);
+    Output::keep(records);
     view->setLabelsGiveWay(true);
     view->setShowAmplitudeBar(scaleBar_);
     view->setAmplitudeUnit(amplitudeUnit(*records));

@@ -48,6 +48,7 @@ ExitCode ThreeCommand::run() {
     shown = observationOf(stations[page], present);
     auto view = std::make_unique<TitledView<ThreeCompView>>(frame);
     view->setObservation(shown);
+    Output::keep(shown);
     view->setLabelsGiveWay(true);
     timeAxis_.apply(*view, present);
     lineWidth_.apply(*view);

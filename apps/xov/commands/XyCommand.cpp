@@ -16,8 +16,9 @@ void XyCommand::addOptions(const Options& options) {
 }
 
 ExitCode XyCommand::run() {
-  std::optional<ColumnData> data = inputs_.read();
-  if (!data) return ExitCode::Failed;
+  std::optional<ColumnData> read = inputs_.read();
+  if (!read) return ExitCode::Failed;
+  const auto data = std::make_shared<ColumnData>(*std::move(read));
   logAxes_.leaveOutWhatHasNoPlace(*data, inputs_);
   const std::vector<float>& x = data->columns[0];
   const std::vector<float>& y = data->columns[1];
@@ -27,6 +28,7 @@ ExitCode XyCommand::run() {
     auto view = std::make_unique<TitledView<xyPlotView>>(frame);
     logAxes_.apply(*view);
     view->setDataPointersXY(x, y);
+    Output::keep(data);
     view->setNpts(std::int32_t(std::min<std::size_t>(x.size(), std::numeric_limits<std::int32_t>::max())));
     view->setXLimitsMinMax(limits->xmin, limits->xmax);
     view->setYLimitsMinMax(limits->ymin, limits->ymax);

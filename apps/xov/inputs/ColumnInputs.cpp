@@ -1,5 +1,6 @@
 #include "apps/xov/inputs/ColumnInputs.h"
 
+#include "apps/xov/inputs/GivenInputs.h"
 #include "apps/xov/terminal/Messages.h"
 
 #include <QFileInfo>
@@ -33,6 +34,7 @@ void ColumnInputs::addOptions(const Options& options) {
 }
 
 std::optional<ColumnData> ColumnInputs::read() const {
+  if (givenInputs().columns && file_ == kGivenInput) return givenInputs().columns();
   QStringList wanted;
   for (const std::string& column : columns_)
     wanted.append(QString::fromStdString(column));
@@ -53,7 +55,7 @@ QString ColumnInputs::xLabelOr(const QString& fallback) const { return textOr(xL
 QString ColumnInputs::yLabelOr(const QString& fallback) const { return textOr(yLabel_, fallback); }
 
 QString ColumnInputs::title() const {
-  return file_ == "-" ? QString() : QFileInfo(fileNameFromBytes(file_)).completeBaseName();
+  return file_ == "-" || file_ == kGivenInput ? QString() : QFileInfo(fileNameFromBytes(file_)).completeBaseName();
 }
 
 } // namespace xov::cli

@@ -1,5 +1,6 @@
 #include "apps/xov/inputs/Records.h"
 
+#include "apps/xov/inputs/GivenInputs.h"
 #include "apps/xov/inputs/InputFiles.h"
 #include "apps/xov/inputs/Inputs.h"
 #include "apps/xov/inputs/Validators.h"
@@ -12,6 +13,8 @@
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/base/PagedSamples.h>
 #include <XOV_Graphics/base/SampleIndex.h>
+#include <XOV_Graphics/seismic/ChannelPatterns.h>
+#include <XOV_Graphics/seismic/StationInventory.h>
 #include <XOV_Graphics/seismic/prepare/RecordCopy.h>
 #include <algorithm>
 #include <cmath>
@@ -214,6 +217,17 @@ ExitCode RecordInputs::readEach(const InputList& inputs, const FileReader& reade
   return reading.finish(errors);
 }
 
+Records RecordInputs::selectedOfGiven() const {
+  const Result<ChannelPatterns> patterns = ChannelPatterns::parse(texts(channels_)); // which the option has checked
+  Records all;
+  for (auto& record : givenInputs().records()) {
+    if (!patterns->isEmpty() && !patterns->select(channelCodesOf(*record))) continue;
+    all.records.push_back(std::move(record));
+    all.files.append(QString());
+  }
+  return all;
+}
+
 Records RecordInputs::readArchive() const {
   Records all;
   const Status status = archive_.read(names(), indexCache(), [&](const Result<SeismogramFile>& channel) {
@@ -236,6 +250,7 @@ Records RecordInputs::readArchive() const {
 }
 
 Records RecordInputs::read() const {
+  if (givenInputs().records && names() == QStringList{QLatin1String(kGivenInput)}) return selectedOfGiven();
   setPagedSamplesLimit(std::size_t(sampleMegabytes_ * kBytesPerMegabyte));
   if (archive_.isGiven()) return readArchive();
   Records all;

@@ -66,6 +66,7 @@ public:
 private:
   ExitCode readEach(const InputList& inputs, const FileReader& reader) const;
   Records readArchive() const;
+  Records selectedOfGiven() const;
   SeismogramReadOptions readOptions() const;
   /// Whether a file is read whole; else its samples come as they are drawn.
   bool isRead(const QString& name) const;

@@ -41,8 +41,7 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
   if (!message.startsWith(QLatin1String("QStandardPaths: "))) defaultHandler(type, context, message);
 }
 
-// Gives the number of arguments that Qt gets back, so that it can run before the application's constructor.
-int& preparePlatform(DesktopUse use, int& argumentCount) {
+void preparePlatform(DesktopUse use) {
   defaultHandler = qInstallMessageHandler(handleMessage);
   // What the library says for its hosts is nothing for the user of a command. Of platforms that fail, the one that
   // works in their place is all that matters.
@@ -53,7 +52,6 @@ int& preparePlatform(DesktopUse use, int& argumentCount) {
 #else
   Q_UNUSED(use)
 #endif
-  return argumentCount;
 }
 
 } // namespace
@@ -67,7 +65,11 @@ bool displayPresent() {
 #endif
 }
 
-Desktop::Desktop(DesktopUse use) : application_(preparePlatform(use, name_.count), name_.words) {
+Desktop::Desktop(DesktopUse use) {
+  if (QCoreApplication::instance() == nullptr) {
+    preparePlatform(use);
+    application_.emplace(name_.count, name_.words);
+  }
   // Qt takes over the user's locale; numbers in plots keep their decimal point.
   std::setlocale(LC_NUMERIC, "C");
 }

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace xov::cli {
 
@@ -48,7 +49,7 @@ public:
 
 private:
   ProgramName name_;
-  QApplication application_;
+  std::optional<QApplication> application_; // unless the program has one
 };
 
 } // namespace xov::cli

@@ -141,6 +141,10 @@ ExitCode Output::deliver(const std::vector<PlotPage>& pages, const MakePage& mak
   return code;
 }
 
+void Output::keep(std::shared_ptr<const void> shown) {
+  if (PlotReceiver* const receiver = currentPlotReceiver()) receiver->keep(std::move(shown));
+}
+
 ExitCode Output::writeAll(const Plot& plot, const QString& name) const {
   const Result<FileTemplate> pattern = FileTemplate::parse(name, fields_);
   QStringList names;

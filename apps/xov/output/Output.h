@@ -73,6 +73,9 @@ public:
   ExitCode deliver(const std::vector<PlotPage>& pages, const MakePage& makePage,
                    const BeforeWriting& beforeWriting = {}) const;
 
+  /// What the view that is being made shows and does not hold itself, for a PlotReceiver.
+  static void keep(std::shared_ptr<const void> shown);
+
 private:
   struct Plot;
   QRectF frameOf(const PlotPage& page) const;

@@ -10,6 +10,8 @@ thread_local PlotReceiver* receiverOfThread = nullptr;
 
 } // namespace
 
+void PlotReceiver::keep(std::shared_ptr<const void> /*shown*/) {}
+
 PlotReceiver* currentPlotReceiver() { return receiverOfThread; }
 
 PlotReceiverScope::PlotReceiverScope(PlotReceiver& receiver) : before_(std::exchange(receiverOfThread, &receiver)) {}

@@ -28,6 +28,9 @@ public:
   /// Returns when no view of these plots is there any more. Called in the thread of the command, which need not be
   /// the main thread.
   virtual void take(const OfferedPlots& plots) = 0;
+  /// What the view that is being made shows and does not hold itself, for a receiver that keeps it and returns before
+  /// its views are gone.
+  virtual void keep(std::shared_ptr<const void> shown);
 };
 
 /// The receiver of this thread; nullptr where plots go to files and windows.

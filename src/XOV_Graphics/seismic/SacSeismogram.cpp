@@ -99,32 +99,44 @@ SacSeismogram::SacSeismogram(const SacHeader& header, std::shared_ptr<PagedSampl
                              std::optional<FiniteSum> sum, QString path, std::optional<SacFooter> precise)
     : header_(header),
       paged_(std::move(samples)),
-      pagedPart_(paged_->data(), std::size_t(paged_->count())),
+      elsewhere_(paged_->data(), std::size_t(paged_->count())),
       sum_(sum),
       path_(std::move(path)),
       index_(std::move(index)) {
   takeHeader(precise);
-  if (index_.covers(pagedPart_.data(), 0, std::ssize(pagedPart_)))
+  if (index_.covers(elsewhere_.data(), 0, std::ssize(elsewhere_)))
     noteExtrema();
   else
     findExtrema();
 }
 
+SacSeismogram::SacSeismogram(const SacHeader& header, std::span<const float> samples,
+                             std::shared_ptr<const void> owner, QString path, std::optional<SacFooter> precise)
+    : header_(header),
+      owner_(std::move(owner)),
+      elsewhere_(samples),
+      path_(std::move(path)) {
+  if (!owner_) owner_ = std::make_shared<int>(); // the host's word that the samples stay
+  takeHeader(precise);
+  findExtrema();
+}
+
 SacSeismogram::~SacSeismogram() = default;
 
 /// The samples, which need not be in memory.
-std::span<const float> SacSeismogram::stored() const { return paged_ ? pagedPart_ : std::span(samples_); }
+std::span<const float> SacSeismogram::stored() const { return isElsewhere() ? elsewhere_ : std::span(samples_); }
 
 /// From here on the samples are like those of any trace.
 void SacSeismogram::bringIntoMemory() {
-  if (!paged_) return;
-  samples_.resize(pagedPart_.size());
+  if (!isElsewhere()) return;
+  samples_.resize(elsewhere_.size());
   for (std::size_t first = 0; first < samples_.size(); first += kTogether) {
-    const auto some = pagedPart_.subspan(first, std::min(kTogether, pagedPart_.size() - first));
+    const auto some = elsewhere_.subspan(first, std::min(kTogether, elsewhere_.size() - first));
     const HeldSamples held(paged_.get(), some.data(), some.data() + some.size());
     std::ranges::copy(some, samples_.begin() + std::ptrdiff_t(first));
   }
   paged_.reset();
+  owner_.reset();
   isHeld_ = false;
   index_.build(samples_);
 }
@@ -170,8 +182,8 @@ void SacSeismogram::keepSamples(std::size_t first, std::size_t count) {
   const std::size_t behind = stored().size() - first - count;
   if (first > 0 || behind > 0) sum_.reset();
   index_.truncated(stored(), std::int64_t(behind));
-  if (paged_) {
-    pagedPart_ = pagedPart_.subspan(first, count);
+  if (isElsewhere()) {
+    elsewhere_ = elsewhere_.subspan(first, count);
   } else {
     samples_.resize(first + count);
     samples_.erase(samples_.begin(), samples_.begin() + std::ptrdiff_t(first));
@@ -198,7 +210,7 @@ void SacSeismogram::rescaleSamples(double offset, double factor) {
     for (float& sample : samples)
       sample = float((double(sample) - offset) * factor);
   };
-  if (isHeld_) bringIntoMemory();
+  if (isHeld_ || owner_) bringIntoMemory();
   if (paged_)
     paged_->addChange(rescaleAll);
   else
@@ -213,6 +225,7 @@ void SacSeismogram::rescaleSamples(double offset, double factor) {
 void SacSeismogram::setSamples(std::vector<float> samples) {
   samples_ = std::move(samples);
   paged_.reset();
+  owner_.reset();
   sum_.reset();
   mayChange_ = false;
   precise_.e = kUndefinedValue;
@@ -243,7 +256,7 @@ const SacFooter& SacSeismogram::preciseValues() const { return precise_; }
 
 const float* SacSeismogram::GetSacSeis() const {
   if (paged_ && !isHeld_) {
-    paged_->hold(pagedPart_.data(), pagedPart_.data() + pagedPart_.size());
+    paged_->hold(elsewhere_.data(), elsewhere_.data() + elsewhere_.size());
     isHeld_ = true;
   }
   return stored().data();
@@ -276,14 +289,14 @@ void SacSeismogram::ComputeExtrema() {
 
 void SacSeismogram::findExtrema() {
   if (paged_) {
-    index_.build(pagedPart_.first(0));
-    for (std::size_t first = 0; first < pagedPart_.size(); first += kTogether) {
-      const auto some = pagedPart_.subspan(first, std::min(kTogether, pagedPart_.size() - first));
+    index_.build(elsewhere_.first(0));
+    for (std::size_t first = 0; first < elsewhere_.size(); first += kTogether) {
+      const auto some = elsewhere_.subspan(first, std::min(kTogether, elsewhere_.size() - first));
       const HeldSamples held(paged_.get(), some.data(), some.data() + some.size());
-      index_.appended(pagedPart_, std::ssize(some));
+      index_.appended(elsewhere_, std::ssize(some));
     }
   } else {
-    index_.build(samples_);
+    index_.build(stored());
   }
   noteExtrema();
 }

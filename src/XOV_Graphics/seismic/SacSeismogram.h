@@ -39,6 +39,10 @@ public:
   /// an index that does not cover them, extremes are found in one pass through them.
   SacSeismogram(const SacHeader& header, std::shared_ptr<PagedSamples> samples, SampleIndex index,
                 std::optional<FiniteSum> sum, QString path, std::optional<SacFooter> precise);
+  /// The same of samples that stay where they are, in memory of the host's that `owner` keeps as long as the record
+  /// asks for it. What changes samples copies them first.
+  SacSeismogram(const SacHeader& header, std::span<const float> samples, std::shared_ptr<const void> owner,
+                QString path = {}, std::optional<SacFooter> precise = {});
   ~SacSeismogram() override;
 
   /// Takes over other samples, sets npts, e, depmin and depmax to fit them and computes the extremes.
@@ -127,6 +131,7 @@ private:
   void fitTimesToSamples();
   void findExtrema();
   void noteExtrema();
+  bool isElsewhere() const { return paged_ != nullptr || owner_ != nullptr; }
   std::span<const float> stored() const;
   void bringIntoMemory();
   bool hasEventPlace() const;
@@ -135,7 +140,8 @@ private:
   SacFooter precise_;
   std::vector<float> samples_;
   std::shared_ptr<PagedSamples> paged_;      ///< in place of these
-  std::span<const float> pagedPart_;         ///< those of them that belong to the trace
+  std::shared_ptr<const void> owner_;        ///< of a host's memory, in place of both
+  std::span<const float> elsewhere_;         ///< samples of one of the two that belong to the trace
   mutable std::atomic<bool> isHeld_ = false; ///< all of them, as long as the trace lives
   std::optional<FiniteSum> sum_;
   QString path_;
