@@ -445,6 +445,19 @@ TEST(SacSeismogram, sharesOneReferenceTimeThatOutlivesIt) {
   EXPECT_STREQ(time->YMDcString(), "2011-03-11");
 }
 
+TEST(SacSeismogram, piecesOfOneMomentShareTheirReferenceTime) {
+  SacHeader header;
+  header.nzyear = 2025;
+  header.nzjday = 32;
+  header.nzhour = header.nzmin = header.nzsec = header.nzmsec = 0;
+  const SacSeismogram first(header, {1}), second(header, {2});
+  EXPECT_EQ(first.mySeisReferenceTime(), second.mySeisReferenceTime());
+  EXPECT_STREQ(first.mySeisReferenceTime()->YMDcString(), "2025-02-01");
+  header.nzmsec = 1;
+  const SacSeismogram later(header, {3});
+  EXPECT_EQ(first.mySeisReferenceTime()->nsDate().msecsTo(later.mySeisReferenceTime()->nsDate()), 1);
+}
+
 TEST(SacSeismogram, takesItsTimesFromPreciseValues) {
   SacHeader made = header(1, 0);
   made.t1 = 7;

@@ -11,6 +11,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -42,6 +43,21 @@ constexpr double kEndTolerance = 1e-4;
 // Earthquakes end 700 km down. What lies deeper is in metres, the format's unit in former times.
 constexpr float kDeepestEventKm = 1000;
 constexpr float kMetresPerKilometre = 1000;
+
+// Pieces of a recording count from the same moment, and share it: thousands of them would spend most of their time on
+// spelling its date.
+std::shared_ptr<UtcTime> sharedReferenceTime(const SacHeader& header) {
+  struct Moment {
+    std::array<std::int32_t, 6> fields = {};
+    std::shared_ptr<UtcTime> time;
+  };
+  static thread_local Moment latest;
+  const std::array<std::int32_t, 6> fields{header.nzyear, header.nzjday, header.nzhour,
+                                           header.nzmin,  header.nzsec,  header.nzmsec};
+  if (latest.time == nullptr || latest.fields != fields)
+    latest = {fields, std::make_shared<UtcTime>(xov::referenceTime(header))};
+  return latest.time;
+}
 
 // Samples that are brought into memory together: whole blocks of the index.
 constexpr std::size_t kTogether = std::size_t(1) << 18;
@@ -153,7 +169,7 @@ void SacSeismogram::takeHeader(const std::optional<SacFooter>& precise) {
     precise_.b = 0;
   }
   fitTimesToSamples();
-  referenceTime_ = std::make_shared<UtcTime>(referenceTime(header_));
+  referenceTime_ = sharedReferenceTime(header_);
 }
 
 void SacSeismogram::fitTimesToSamples() {
