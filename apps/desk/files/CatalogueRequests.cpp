@@ -8,7 +8,6 @@ namespace xov::desk {
 namespace {
 
 constexpr qint64 kDrumSeconds = 6 * 3600;
-constexpr qint64 kDaySeconds = 86400;
 constexpr int kUsualMegabytes = 512;
 /// Samples beyond which a plot takes them as it is drawn, an eighth of a gigabyte.
 constexpr std::int64_t kManySamples = std::int64_t(1) << 25;
@@ -59,9 +58,12 @@ PlotRequest fileRequest(const FileEntries& entries, const RowsOfFile& rowsOf, co
 PlotRequest archiveRequest(const FileEntries& entries, const OpeningOptions& options) {
   QDateTime from = options.from, to = options.to;
   if (!from.isValid() || !to.isValid() || from >= to) {
+    QDateTime end;
     for (const FileEntry& entry : entries)
-      to = to.isValid() ? std::max(to, entry.channel.end) : entry.channel.end;
-    from = to.addSecs(-kDaySeconds);
+      end = end.isValid() ? std::max(end, entry.channel.end) : entry.channel.end;
+    const DaySpan last = dayOf(end);
+    from = last.from;
+    to = last.to;
   }
   PlotRequest request = seismogramRequest(entries.size() == 1 && isLong(from.secsTo(to)));
   request.options = {QStringLiteral("--archive"), entries.front().path, QStringLiteral("--between"), utcText(from),
@@ -89,6 +91,11 @@ PlotRequest wholeFileRequest(const FileEntry& entry) {
 }
 
 } // namespace
+
+DaySpan dayOf(const QDateTime& time) {
+  const QDate day = time.toUTC().date();
+  return {day.startOfDay(Qt::UTC), day.addDays(1).startOfDay(Qt::UTC)};
+}
 
 std::vector<PlotRequest> requestsForEntries(const FileEntries& entries, const RowsOfFile& rowsOf,
                                             const OpeningOptions& options) {

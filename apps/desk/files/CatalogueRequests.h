@@ -15,6 +15,13 @@ struct OpeningOptions {
   QString indexFolder = {};  ///< where indexes of files are kept; empty: nowhere
 };
 
+/// The day (UTC) of a moment, from midnight to midnight.
+struct DaySpan {
+  QDateTime from;
+  QDateTime to;
+};
+DaySpan dayOf(const QDateTime& time);
+
 /// How many rows a file has in the catalogue.
 using RowsOfFile = std::function<int(const QString& path)>;
 

@@ -14,6 +14,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace xov::desk {
 
 namespace {
@@ -24,7 +26,6 @@ constexpr int kCellMargin = 16;
 constexpr int kLeastMegabytes = 16;
 constexpr int kMostMegabytes = 1 << 20;
 constexpr int kMegabyteStep = 64;
-constexpr qint64 kSecondsOfDay = 86400;
 
 QTableView* tableOf(QAbstractItemModel& model, const QString& name, QWidget* parent) {
   auto* const table = new QTableView(parent);
@@ -107,21 +108,13 @@ void FilesPanel::buildTable(QLayout& layout) {
   table_->setSortingEnabled(true);
   table_->sortByColumn(-1, Qt::AscendingOrder); // as they came, until a heading is clicked
   // As wide as what mostly stands there.
-  constexpr const char* kUsualTexts[FileCatalogue::kColumnCount] = {"Seismogram",
-                                                                    "Netw",
-                                                                    "Station",
-                                                                    "Loc",
-                                                                    "Chan",
-                                                                    "2000-00-00T00:00:00.000Z",
-                                                                    "2000-00-00T00:00:00.000Z",
-                                                                    "Rate (Hz)",
-                                                                    "0000000",
-                                                                    "Gaps",
-                                                                    "Distance (°)",
-                                                                    "SAC binary"};
-  for (int column = 0; column + 1 < FileCatalogue::kColumnCount; ++column)
-    table_->setColumnWidth(column, table_->fontMetrics().horizontalAdvance(QString::fromUtf8(kUsualTexts[column])) +
-                                       kCellMargin);
+  constexpr const char* kUsualTexts[FileCatalogue::kColumnCount] = {
+      "Seismogram", "",        "", "", "",          "2000-00-00T00:00:00.000Z", "2000-00-00T00:00:00.000Z",
+      "",           "0000000", "", "", "SAC binary"};
+  for (int column = 0; column + 1 < FileCatalogue::kColumnCount; ++column) {
+    const int usual = table_->fontMetrics().horizontalAdvance(QLatin1String(kUsualTexts[column])) + kCellMargin;
+    table_->setColumnWidth(column, std::max(usual, table_->horizontalHeader()->sectionSizeHint(column)));
+  }
   auto* const open = new QAction(tr("Open"), table_);
   open->setObjectName(QStringLiteral("showFiles"));
   open->setShortcuts({QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter)});
@@ -155,7 +148,7 @@ void FilesPanel::buildTimes(QLayout& layout) {
     auto* const made = new QDateTimeEdit(times_);
     made->setObjectName(name);
     made->setTimeSpec(Qt::UTC);
-    made->setDisplayFormat(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    made->setDisplayFormat(QStringLiteral("yyyy-MM-dd HH:mm"));
     made->setCalendarPopup(true);
     label->setBuddy(made);
     row->addWidget(label);
@@ -239,8 +232,9 @@ void FilesPanel::showTimes() {
   }
   times_->setVisible(end.isValid());
   if (end.isValid() && !options_.from.isValid()) {
-    from_->setDateTime(end.addSecs(-kSecondsOfDay));
-    to_->setDateTime(end);
+    const DaySpan last = dayOf(end);
+    from_->setDateTime(last.from);
+    to_->setDateTime(last.to);
   }
 }
 

@@ -50,7 +50,7 @@ TEST(CatalogueRequests, readLargeFilesAsTheyAreDrawn) {
 }
 
 TEST(CatalogueRequests, takeTheLastDayOfAnArchiveOrTheTimeThatIsAskedFor) {
-  const FileEntry channel = channelOf(FileKind::Archive, "/sds", "BHZ", 30 * 86400, -1);
+  const FileEntry channel = channelOf(FileKind::Archive, "/sds", "BHZ", 30 * 86400 - 1, -1);
   EXPECT_EQ(onlyRequest({channel}).words(),
             QStringList({"drum", "--archive", "/sds", "--between", "2011-04-09T00:00:00.000Z",
                          "2011-04-10T00:00:00.000Z", "--", "II.TLY.--.BHZ"}));
