@@ -8,7 +8,9 @@
 
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/platform/PdfDocument.h>
+#include <XOV_Graphics/views/navigation/PlotNavigator.h>
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <pybind11/stl.h>
 #include <utility>
@@ -154,6 +156,38 @@ void Plot::connect(std::size_t index, const std::string& signal, py::function ca
   });
 }
 
+bool Plot::navigate(std::size_t index, const std::string& action, const std::vector<double>& numbers) const {
+  XOVView& view = page(index);
+  auto* navigator = view.findChild<PlotNavigator*>(QString(), Qt::FindDirectChildrenOnly);
+  if (navigator == nullptr) navigator = new PlotNavigator(&view);
+  const auto number = [&](std::size_t i) { return i < numbers.size() ? numbers[i] : std::nan(""); };
+  const auto point = [&](std::size_t i) { return QPointF(number(i), view.bounds().height() - number(i + 1)); };
+  const PlotLimits before = view.limits();
+  const bool could = navigator->canGoBack();
+  if (action == "zoom")
+    navigator->zoom(number(0), point(1));
+  else if (action == "amplify")
+    navigator->amplify(number(0), point(1));
+  else if (action == "pan")
+    navigator->pan(number(0), number(1));
+  else if (action == "box")
+    navigator->zoomTo(QRectF(point(0), point(2)).normalized());
+  else if (action == "back")
+    navigator->goBack();
+  else if (action == "forward")
+    navigator->goForward();
+  else if (action == "all")
+    navigator->showAll();
+  else
+    throw py::value_error("found the action '" + action + "'");
+  return !(view.limits() == before) || navigator->canGoBack() != could;
+}
+
+std::string Plot::readout(std::size_t index, double x, double y) const {
+  const XOVView& view = page(index);
+  return view.readout(QPointF(x, view.bounds().height() - y)).text().toStdString();
+}
+
 Outcome runCommand(const std::vector<std::string>& words, cli::GivenInputs inputs) {
   needApplication();
   Outcome outcome{std::make_shared<Plot>(), 0, {}};
@@ -199,6 +233,8 @@ void definePlot(py::module_& module) {
       .def("pixels", &Plot::pixels, py::arg("page"), py::arg("scale"))
       .def("widget", &Plot::widget, py::arg("page"))
       .def("show", &Plot::show, py::arg("title"))
+      .def("navigate", &Plot::navigate, py::arg("page"), py::arg("action"), py::arg("numbers"))
+      .def("readout", &Plot::readout, py::arg("page"), py::arg("x"), py::arg("y"))
       .def("connect", &Plot::connect, py::arg("page"), py::arg("signal"), py::arg("call"));
   module.def("write_pages", &writePages, py::arg("plots"), py::arg("path"));
 }

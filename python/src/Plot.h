@@ -38,6 +38,13 @@ public:
   /// Calls `call(x, y)` in data coordinates at each signal of that name: "clicked" or "tracked".
   void connect(std::size_t index, const std::string& signal, pybind11::function call) const;
 
+  /// Moves a page over its data, as the mouse does in a window: "zoom" by a factor about a point, "amplify" so too,
+  /// "pan" by shares of what is shown, "box" to the corners of one, "back", "forward" and "all" without numbers.
+  /// Points count from the upper left corner. False where that changed nothing.
+  bool navigate(std::size_t index, const std::string& action, const std::vector<double>& numbers) const;
+  /// What is told of a point, counted from the upper left corner, in one line.
+  std::string readout(std::size_t index, double x, double y) const;
+
 private:
   std::vector<QPointer<XOVView>> pages_;
   std::vector<std::shared_ptr<const void>> kept_;

@@ -93,6 +93,25 @@ class Figure:
         widget.figure = self  # which keeps what it shows
         return widget
 
+    def interactive(self, page=0):
+        """A widget for notebooks: the wheel zooms, with Ctrl the gain, with Shift it pans; dragging zooms to a box, with the
+        middle button it pans; a double click goes back. Each step is drawn anew from all samples. Needs anywidget.
+        """
+        from .widget import widget_of
+
+        return widget_of(self, page)
+
+    def navigate(self, action, *numbers, page=0):
+        """Shows another part of the data: "zoom", factor, x, y (0.5 zooms in about a point); "amplify", factor, x, y; "pan",
+        shares of the width and height that is shown; "box", x0, y0, x1, y1; "back", "forward", "all". Points count from
+        the upper left corner. True when that changed what is shown.
+        """
+        return self._plot.navigate(page, action, [float(number) for number in numbers])
+
+    def readout(self, x, y, page=0):
+        """What is at a point, in one line: position, time in UTC, amplitude; empty where nothing is shown."""
+        return self._plot.readout(page, x, y)
+
     def on(self, signal, call, page=0):
         """Calls `call(x, y)`, in data coordinates, when the page is "clicked", or for the pointer while it is "tracked"."""
         if not callable(call):
