@@ -25,7 +25,7 @@ protected:
 
   QDateTime now_ = kEvening.addSecs(5);
   RealTimeFeed feed_{600};
-  LiveFeed live_{SeedLinkSettings(), feed_};
+  LiveFeed live_{SeedLinkSettings(), feed_, 3};
 };
 
 TEST_F(LiveFeedTest, endsNowWhereRecordsAreOfAboutNow) {
@@ -89,6 +89,14 @@ TEST_F(LiveFeedTest, takesTheMeanOfTheFirstRecordOfADayAway) {
   const std::vector<float> morning(first.end() - 3, first.end());
   EXPECT_EQ(morning, (std::vector<float>{-1, 1, 0}));
   EXPECT_EQ(feed_.records()->at(1)->absMax(), 1);
+}
+
+TEST_F(LiveFeedTest, takesNoMoreChannelsThanItHasRoomFor) {
+  ::testing::internal::CaptureStderr();
+  for (const char* channel : {"BHZ", "BHN", "BHE", "LHZ", "LHN", "BHN"})
+    take(0, {1, 2}, channel);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "xov: more than 3 channels; the others are left out\n");
+  EXPECT_EQ(feed_.records()->size(), 3u);
 }
 
 TEST_F(LiveFeedTest, showsRecordsBeforeTheyAreInTheFeed) {

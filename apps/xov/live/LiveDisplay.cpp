@@ -7,13 +7,14 @@ namespace xov::cli {
 namespace {
 
 constexpr qint64 kMillisecondsBetweenFits = 1000;
+constexpr std::size_t kMostBands = 1000; // more are thinner than a point on any screen
 
 } // namespace
 
 LiveDisplay::LiveDisplay(const SeedLinkSettings& settings, std::shared_ptr<const EventOriginArray> events,
                          double spanSeconds, Edge edge)
     : display_(std::move(events), spanSeconds, edge),
-      live_(settings, display_.feed()) {}
+      live_(settings, display_.feed(), kMostBands) {}
 
 void LiveDisplay::attachTo(RealTimeDisplayView& view) {
   display_.attachTo(view);

@@ -10,6 +10,7 @@ namespace xov::cli {
 namespace {
 
 constexpr double kMillisecondsPerSecond = 1000;
+constexpr std::size_t kMostDrums = 100; // each holds a day of samples: at 100 a second 36 MB
 
 } // namespace
 
@@ -23,7 +24,7 @@ void putPage(const std::shared_ptr<const SeismogramArray>& pieces, const QDateTi
 LiveDrum::LiveDrum(const SeedLinkSettings& settings, LiveDrumLook look, DrumDays::Keep keep)
     : look_(std::move(look)),
       days_(std::move(keep)),
-      live_(settings, days_.feed()) {
+      live_(settings, days_.feed(), kMostDrums) {
   live_.beforeEach([this](const LiveRecord& record) { days_.expect(record); });
 }
 

@@ -22,8 +22,9 @@ QDateTime momentAt(double seconds) {
 
 } // namespace
 
-LiveFeed::LiveFeed(const SeedLinkSettings& settings, RealTimeFeed& feed)
+LiveFeed::LiveFeed(const SeedLinkSettings& settings, RealTimeFeed& feed, std::size_t mostChannels)
     : feed_(feed),
+      mostChannels_(mostChannels),
       clock_([] { return QDateTime::currentDateTimeUtc(); }),
       client_(settings) {
   client_.onRecord([this](const LiveRecord& record) { take(record); });
@@ -31,6 +32,13 @@ LiveFeed::LiveFeed(const SeedLinkSettings& settings, RealTimeFeed& feed)
 }
 
 double LiveFeed::nowSeconds() const { return double(clock_().toMSecsSinceEpoch()) / kMillisecondsPerSecond; }
+
+bool LiveFeed::hasRoomFor(const QString& channel) {
+  if (offsets_.contains(channel) || offsets_.size() < mostChannels_) return true;
+  if (!isFull_) note(QStringLiteral("more than %1 channels; the others are left out").arg(mostChannels_));
+  isFull_ = true;
+  return false;
+}
 
 float LiveFeed::offsetOf(const LiveRecord& record) {
   const auto day = qint64(std::floor(record.startSeconds() / kSecondsPerDay));
@@ -45,7 +53,7 @@ float LiveFeed::offsetOf(const LiveRecord& record) {
 }
 
 void LiveFeed::take(const LiveRecord& record) {
-  if (record.samples.empty()) return;
+  if (record.samples.empty() || !hasRoomFor(channelName(record.codes))) return;
   const double end = record.arrival().sampleSeconds;
   const double ahead = end - nowSeconds();
   if (isLive_ && ahead > kFarSeconds) {

@@ -15,8 +15,9 @@ namespace xov::cli {
 /// its line, however that drifts over the years.
 class LiveFeed {
 public:
-  /// The feed must outlive it.
-  LiveFeed(const SeedLinkSettings& settings, RealTimeFeed& feed);
+  /// The feed must outlive it. It gets no more than `mostChannels`, whatever the server sends; that others are left
+  /// out is said once.
+  LiveFeed(const SeedLinkSettings& settings, RealTimeFeed& feed, std::size_t mostChannels);
 
   /// Is called with each record before it goes into the feed.
   void beforeEach(std::function<void(const LiveRecord&)> look) { look_ = std::move(look); }
@@ -47,10 +48,13 @@ private:
     float now = 0;
     float before = 0;
   };
+  bool hasRoomFor(const QString& channel);
   float offsetOf(const LiveRecord& record);
   double nowSeconds() const;
 
   RealTimeFeed& feed_;
+  std::size_t mostChannels_;
+  bool isFull_ = false; // that was said
   std::function<void(const LiveRecord&)> look_;
   std::function<QDateTime()> clock_;
   std::map<QString, Offset> offsets_;    // by channel

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace xov;
@@ -196,6 +197,30 @@ TEST(RealTimeFeed, movesAllChannelsToTheTimeAxisThatItShows) {
   EXPECT_EQ(second.xmax, first.xmax);
   EXPECT_EQ(feed.records()->at(0)->b(), 840);
   EXPECT_EQ(feed.records()->at(1)->b(), 870);
+}
+
+TEST(RealTimeFeed, showsChannelsOfSeveralRatesSideBySide) {
+  // A spike at 10:00:30 of every channel, in packets of 10 s of which one comes late.
+  RealTimeFeed feed(600);
+  const double rates[] = {0.1, 1, 20, 100, 12.5};
+  for (const int part : {0, 1, 3, 2}) {
+    for (const double rate : rates) {
+      const auto name = QByteArray::number(rate, 'f', 1);
+      Floats packet(std::size_t(std::max(std::llround(10 * rate), 1LL)), 1);
+      if (part == 3) packet.front() = 9;
+      feed.append(channel(name.constData()), seconds(utc(10, 0, 10 * part)), 1 / rate, packet);
+    }
+  }
+  const RealTimeSpan span = feed.show(utc(10, 1, 0), 120, Edge::Right);
+  ASSERT_EQ(feed.records()->size(), std::size(rates));
+  for (const auto& record : *feed.records()) {
+    const std::span<const float> samples(record->GetSacSeis(), std::size_t(record->npts()));
+    const auto spike = std::ranges::max_element(samples) - samples.begin();
+    EXPECT_EQ(samples[std::size_t(spike)], 9);
+    const double time = double(record->b()) + double(spike) * double(record->delta());
+    EXPECT_NEAR(time, double(span.xmax) - 30, 1e-4) << record->labelString().toStdString();
+    EXPECT_NEAR(double(record->b()), double(span.xmax) - 60, 1e-4) << "nothing has moved";
+  }
 }
 
 TEST(RealTimeFeed, knowsHowFarAChannelHasComeAndWhen) {
