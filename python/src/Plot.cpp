@@ -8,6 +8,7 @@
 
 #include <XOV_Graphics/base/FileName.h>
 #include <XOV_Graphics/platform/PdfDocument.h>
+#include <XOV_Graphics/views/navigation/LinkedPlots.h>
 #include <XOV_Graphics/views/navigation/PlotNavigator.h>
 #include <algorithm>
 #include <cmath>
@@ -35,6 +36,11 @@ constexpr Writer kWriters[] = {
     {"pdf", &XOVView::writePDFToFile}, {"svg", &XOVView::writeSVGToFile}, {"png", &XOVView::writePNGToFile},
     {"tif", &XOVView::writeTIFToFile}, {"jpg", &XOVView::writeJPGToFile},
 };
+
+PlotNavigator* navigatorOf(XOVView& view) {
+  auto* navigator = view.findChild<PlotNavigator*>(QString(), Qt::FindDirectChildrenOnly);
+  return navigator != nullptr ? navigator : new PlotNavigator(&view);
+}
 
 // Keeps what a view shows for as long as the view lives.
 class Keeper : public QObject {
@@ -158,8 +164,7 @@ void Plot::connect(std::size_t index, const std::string& signal, py::function ca
 
 bool Plot::navigate(std::size_t index, const std::string& action, const std::vector<double>& numbers) const {
   XOVView& view = page(index);
-  auto* navigator = view.findChild<PlotNavigator*>(QString(), Qt::FindDirectChildrenOnly);
-  if (navigator == nullptr) navigator = new PlotNavigator(&view);
+  PlotNavigator* const navigator = navigatorOf(view);
   const auto number = [&](std::size_t i) { return i < numbers.size() ? numbers[i] : std::nan(""); };
   const auto point = [&](std::size_t i) { return QPointF(number(i), view.bounds().height() - number(i + 1)); };
   const PlotLimits before = view.limits();
@@ -215,6 +220,16 @@ void writePages(const std::vector<std::shared_ptr<Plot>>& plots, const std::stri
   if (!written) failToWrite(error);
 }
 
+void linkPlots(const std::vector<std::pair<std::shared_ptr<Plot>, std::size_t>>& pages) {
+  LinkedPlots* linked = nullptr;
+  for (const auto& [plot, index] : pages) {
+    PlotNavigator* const navigator = navigatorOf(plot->page(index));
+    navigator->setCrossHair(PlotNavigator::CrossHair::Vertical);
+    if (linked == nullptr) linked = new LinkedPlots(navigator); // which goes with the first of them
+    linked->add(*navigator);
+  }
+}
+
 void definePlot(py::module_& module) {
   py::class_<Plot, std::shared_ptr<Plot>>(module, "Plot")
       .def_property_readonly("pages", &Plot::pageCount)
@@ -236,6 +251,7 @@ void definePlot(py::module_& module) {
       .def("navigate", &Plot::navigate, py::arg("page"), py::arg("action"), py::arg("numbers"))
       .def("readout", &Plot::readout, py::arg("page"), py::arg("x"), py::arg("y"))
       .def("connect", &Plot::connect, py::arg("page"), py::arg("signal"), py::arg("call"));
+  module.def("link", &linkPlots, py::arg("pages"));
   module.def("write_pages", &writePages, py::arg("plots"), py::arg("path"));
 }
 

@@ -12,6 +12,7 @@
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace xov::python {
@@ -59,6 +60,9 @@ struct Outcome {
 
 /// Runs a command on the words of a command line and what is given in place of files.
 Outcome runCommand(const std::vector<std::string>& words, cli::GivenInputs inputs);
+
+/// Links pages in time: mouse and keys move all of them over their data.
+void linkPlots(const std::vector<std::pair<std::shared_ptr<Plot>, std::size_t>>& pages);
 
 /// The pages of several plots in one PDF file; throws OSError.
 void writePages(const std::vector<std::shared_ptr<Plot>>& plots, const std::string& path);

@@ -18,7 +18,7 @@ refuse_another_qt()
 
 from . import _core  # noqa: E402
 from .archive import archive, drums  # noqa: E402
-from .figure import Error, Figure, save_pages  # noqa: E402
+from .figure import Error, Figure, link, save_pages  # noqa: E402
 from .plots import (  # noqa: E402
     drum,
     fk,
@@ -53,6 +53,7 @@ __all__ = [
     "fk",
     "grid",
     "hist",
+    "link",
     "map",
     "mechanism",
     "monitor",

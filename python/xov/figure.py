@@ -148,3 +148,10 @@ def save_pages(path, figures):
     if _format_of(os.path.splitext(os.fspath(path))[1][1:], "the file name's extension") != "pdf":
         raise ValueError(f"found '{path}', expected a name that ends in .pdf")
     _core.write_pages([figure._plot for figure in figures], os.fspath(path))
+
+
+def link(*figures):
+    """Links the first pages of figures in time: mouse wheel, drags and keys move all of them over their data, in windows and
+    as widgets, and where the pointer is in one the others have a line.
+    """
+    _core.link([(figure._plot, 0) for figure in figures])

@@ -53,3 +53,26 @@ def test_a_widget_that_its_parent_destroyed_is_told(record):
     sip.delete(parent)
     with pytest.raises(RuntimeError, match="has been destroyed"):
         figure.to_numpy()
+
+
+def test_the_example_program_links_two_plots(record):
+    import os
+    import pathlib
+    import runpy
+
+    xov.section(record)  # makes the application
+    example = runpy.run_path(str(pathlib.Path(__file__).parents[2] / "examples" / "python" / "linked.py"))
+    data = pathlib.Path(os.environ["XOV_EXAMPLE_DATA"]) / "section"
+    window = example["Linked"]([str(path) for path in sorted(data.glob("*.BHZ.SAC"))])
+    window.show()
+    QTest.qWaitForWindowExposed(window)
+    first, second = (figure.widget() for figure in window.figures)
+    before = second.grab().toImage()
+    spans = [figure.limits()[1] - figure.limits()[0] for figure in window.figures]
+    QTest.keyClick(first, QtCore.Qt.Key.Key_Plus)
+    assert second.grab().toImage() != before
+    zoomed = [figure.limits()[1] - figure.limits()[0] for figure in window.figures]
+    assert zoomed[0] < spans[0] and zoomed[1] < spans[1]
+    QTest.mouseClick(first, QtCore.Qt.MouseButton.LeftButton, pos=QtCore.QPoint(first.width() // 2, first.height() // 2))
+    assert " s, " in window.where.text()
+    window.close()
