@@ -2,6 +2,7 @@
 // samples, all in one run and in turn, and reads the peak memory of a process that does nothing else.
 #include "XOV_Graphics/base/Threads.h"
 #include "bench/Archives.h"
+#include "bench/Desk.h"
 #include "bench/Grids.h"
 #include "bench/LiveDisplay.h"
 #include "bench/Lobes.h"
@@ -66,17 +67,12 @@ int main(int argc, char** argv) {
   // Tables of their own, by the names that --works knows them by.
   const QString scripts = parser.value(QStringLiteral("rivals"));
   const std::pair<const char*, std::function<QString(int)>> tables[] = {
-      {"W4", gridTable},
-      {"reading", readingTable},
-      {"P1", plotTable},
-      {"M1", mapTable},
-      {"P2", recordTable},
-      {"threads", sharingTable},
-      {"archives", archiveTable},
-      {"lobes", lobesTable},
-      {"smallest", smallestTable},
-      {"pictures", pictureTable},
-      {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
+      {"W4", gridTable},          {"reading", readingTable},
+      {"P1", plotTable},          {"M1", mapTable},
+      {"P2", recordTable},        {"threads", sharingTable},
+      {"archives", archiveTable}, {"lobes", lobesTable},
+      {"desk", deskTable},        {"smallest", smallestTable},
+      {"pictures", pictureTable}, {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
   };
 
   std::vector<std::string> names = workNames();
