@@ -114,7 +114,11 @@ class Record:
             values["o"] = self._after(start, origin, values)
         pairs = picks.items() if isinstance(picks, collections.abc.Mapping) else picks
         _put_picks(values, [(str(name), self._after(start, time, values)) for name, time in pairs])
-        self._record = _core.Record(samples_of(samples), float(delta), values, os.fspath(path))
+        try:
+            interval = float(delta)
+        except (TypeError, ValueError):
+            raise TypeError(f"delta: found {delta!r}, expected seconds above 0") from None
+        self._record = _core.Record(samples_of(samples), interval, values, os.fspath(path))
 
     @staticmethod
     def _after(start, time, values):

@@ -64,3 +64,30 @@ def test_the_function_of_each_plot_has_an_example_in_its_help():
 def test_the_record_of_the_page_is_drawn_as_it_says(names):
     record = xov.Record(tone(), 0.01, "2011-03-11T05:46:00", picks={"P": 5})
     assert not (xov.section(record).to_numpy() == xov.section(record, no_picks=True).to_numpy()).all()
+
+
+@pytest.mark.filterwarnings("ignore")
+@pytest.mark.parametrize("name", ["day", "section", "array"])
+def test_a_notebook_runs_and_each_figure_is_shown(name, tmp_path, monkeypatch, capsys):
+    import ast
+    import json
+
+    monkeypatch.chdir(tmp_path)
+    cells = json.loads((ROOT / "examples" / "notebooks" / f"{name}.ipynb").read_text())["cells"]
+    names, shown = {}, 0
+    for cell in cells:
+        if cell["cell_type"] != "code":
+            continue
+        assert cell["outputs"] == [], "notebooks are kept without outputs"
+        body = ast.parse("".join(cell["source"])).body
+        last = body.pop() if isinstance(body[-1], ast.Expr) else None
+        exec(compile(ast.Module(body, []), name, "exec"), names)
+        value = eval(compile(ast.Expression(last.value), name, "eval"), names) if last else None
+        if isinstance(value, xov.Figure):
+            picture, size = value._repr_png_()
+            assert picture.startswith(b"\x89PNG") and size["width"] > 100
+            shown += 1
+            (tmp_path / f"{shown}.png").write_bytes(picture)
+    assert shown >= 2
+    for line in capsys.readouterr().out.splitlines():
+        assert line.strip(), "what is read out is there"

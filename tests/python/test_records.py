@@ -134,3 +134,30 @@ def test_drawing_ten_million_samples_takes_no_copy_of_them():
     xov.section(xov.Record(samples, 0.01), raw=True).to_numpy()
     grown = (resource.getrusage(resource.RUSAGE_SELF).ru_maxrss - before) * 1024
     assert grown < samples.nbytes / 4
+
+
+def test_objects_that_lie_or_fail_are_errors_of_python():
+    class Lies(list):
+        def __len__(self):
+            return 10**9
+
+    class Fails:
+        def __array__(self, *_):
+            raise OSError("the disk is gone")
+
+    assert len(xov.Record(Lies([1.0, 2.0]), 1)) == 2
+    with pytest.raises(OSError, match="the disk is gone"):
+        xov.Record(Fails(), 1)
+    with pytest.raises(TypeError, match="delta: found 'fast', expected seconds above 0"):
+        xov.Record(numpy.zeros(3), "fast")
+    with pytest.raises((TypeError, ValueError)):
+        xov.Record(numpy.zeros(3), 1, station=b"\xff\xfe")
+
+
+def test_no_samples_and_one_sample_are_drawn_as_far_as_there_is_something():
+    for count in (0, 1, 2):
+        record = xov.Record(numpy.ones(count, dtype=numpy.float32), 1, 0)
+        try:
+            xov.section(record).to_numpy()
+        except xov.Error as error:
+            assert str(error)
