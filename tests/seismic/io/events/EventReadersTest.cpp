@@ -47,6 +47,7 @@ TEST(QuakeMl, givesTimePlaceAndDepthInKilometres) {
   EXPECT_EQ(values.latitudeDeg, 38.297F);
   EXPECT_EQ(values.longitudeDeg, -142.373F);
   EXPECT_EQ(values.depthKm, 29.5F);
+  EXPECT_EQ(values.id, "e");
 }
 
 TEST(QuakeMl, takesThePreferredOriginElseTheFirstSoundOne) {
@@ -253,7 +254,15 @@ TEST(EventTable, readsFdsnTextWhoseRowOfNamesIsGone) {
   EXPECT_EQ(values.depthKm, 28.1F);
   EXPECT_EQ(values.mb, 7.5F);
   EXPECT_EQ(values.name, QStringLiteral("OFF THE COAST"));
+  EXPECT_EQ(values.id, "7");
   EXPECT_FALSE(parsedEvents("7|2010-02-27T06:34:13.33|-36.1|-72.9\n")) << "too few columns to tell";
+}
+
+TEST(EventTable, readsWhatEventsAreKnownBy) {
+  EXPECT_EQ(onlyEvent("time,latitude,id,mag\n2020-01-02,1,us7000,5\n").id, "us7000");
+  EXPECT_EQ(onlyEvent("#EventID | Time | Magnitude\ngfz2020|2020-01-02|5\n").id, "gfz2020");
+  EXPECT_EQ(onlyEvent("2020-01-02,1,2\n").id, "");
+  EXPECT_FALSE(parsedEvents("id,time\n7,2020-01-02\n")) << "tells nothing of events but a time";
 }
 
 TEST(EventTable, readsColumnsOfMagnitudeTypes) {
