@@ -16,6 +16,7 @@
 #include "bench/Sharing.h"
 #include "bench/Signals.h"
 #include "bench/Smallest.h"
+#include "bench/Soak.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -53,8 +54,22 @@ int main(int argc, char** argv) {
   parser.addOption({QStringLiteral("threads"),
                     QStringLiteral("Threads of our own library; its rivals have one, and so does it unless told."),
                     QStringLiteral("n"), QStringLiteral("1")});
+  parser.addOption(
+      {QStringLiteral("soak"),
+       QStringLiteral("Only play so many hours of 36 channels through a socket to a display, and print what "
+                      "that does to samples, memory and redraws; 24 take three minutes."),
+       QStringLiteral("hours")});
+  parser.addOption({QStringLiteral("speed"), QStringLiteral("Of the soak: recorded seconds a second."),
+                    QStringLiteral("n"), QStringLiteral("500")});
   parser.process(app);
   xov::setThreadCount(std::max(1, parser.value(QStringLiteral("threads")).toInt()));
+
+  if (parser.isSet(QStringLiteral("soak"))) {
+    const SoakResult result = soak(std::max(0.01, parser.value(QStringLiteral("soak")).toDouble()),
+                                   std::max(1.0, parser.value(QStringLiteral("speed")).toDouble()));
+    std::printf("%s\n\n%s", qPrintable(machine()), qPrintable(result.table));
+    return result.isComplete ? 0 : 1;
+  }
 
   const QDir pictures(parser.value(QStringLiteral("pictures")));
   if (parser.isSet(QStringLiteral("one"))) {
