@@ -1,7 +1,7 @@
 #include "XOV_Graphics/seismic/realtime/EventWatch.h"
 
 #include "XOV_Graphics/seismic/realtime/EventFiles.h"
-#include "XOV_Graphics/seismic/realtime/TimerPause.h"
+#include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -73,7 +73,7 @@ private:
     hasLooked_ = true;
     gather_.stop();
     watchPaths();
-    files_.look(QDateTime::currentMSecsSinceEpoch(), timerPauseMs(settings_.settleSeconds));
+    files_.look(QDateTime::currentMSecsSinceEpoch(), timerMilliseconds(settings_.settleSeconds));
     read();
   }
 
@@ -84,7 +84,7 @@ private:
       files_.readNext(QDateTime::currentMSecsSinceEpoch());
     const double pause =
         files_.isUnsettled() ? std::min(settings_.settleSeconds, settings_.pollSeconds) : settings_.pollSeconds;
-    poll_.start(timerPauseMs(pause));
+    poll_.start(timerMilliseconds(pause));
     if (files_.hasUnread()) read_.start(0);
     tell();
   }

@@ -1,6 +1,6 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkPacket.h"
 
-#include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkSocket.h"
+#include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
 
 #include <gtest/gtest.h>
 

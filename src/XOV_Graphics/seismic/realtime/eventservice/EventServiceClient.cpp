@@ -2,7 +2,7 @@
 
 #include "XOV_Graphics/base/Version.h"
 #include "XOV_Graphics/seismic/io/events/EventReaders.h"
-#include "XOV_Graphics/seismic/realtime/TimerPause.h"
+#include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
 #include "XOV_Graphics/seismic/realtime/eventservice/ServiceEvents.h"
 
 #include <QDateTime>
@@ -140,7 +140,7 @@ private:
     reply_->setReadBufferSize(kReadAhead);
     connect(reply_, &QIODevice::readyRead, this, [this] { read(); });
     connect(reply_, &QNetworkReply::finished, this, [this] { finish(); });
-    answer_.start(timerPauseMs(settings_.longestAnswerSeconds));
+    answer_.start(timerMilliseconds(settings_.longestAnswerSeconds));
   }
 
   // A reply that is in the middle of telling something must outlive that.
@@ -199,7 +199,7 @@ private:
     knownAt_ = askedAt_;
     ++answers_;
     pauseSeconds_ = settings_.everySeconds;
-    next_.start(timerPauseMs(pauseSeconds_));
+    next_.start(timerMilliseconds(pauseSeconds_));
     const bool wasFaulty = !std::exchange(lastFault_, {}).isEmpty();
     if (wasFaulty) say(shownAddress(settings_.address) + QStringLiteral(": answers again"));
     if (file.notes.size() > notes_) say(file.notes.front());
@@ -216,7 +216,7 @@ private:
   void pause(const QString& line, int retryAfterSeconds) {
     const double longest = std::max(settings_.longestPauseSeconds, settings_.everySeconds);
     const double wanted = std::max(pauseSeconds_, double(retryAfterSeconds));
-    next_.start(timerPauseMs(std::min(wanted, longest)));
+    next_.start(timerMilliseconds(std::min(wanted, longest)));
     pauseSeconds_ = std::min(pauseSeconds_ * 2, longest);
     if (line != std::exchange(lastFault_, line)) say(line);
   }

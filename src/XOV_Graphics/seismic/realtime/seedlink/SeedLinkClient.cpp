@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkClient.h"
 
 #include "XOV_Graphics/base/Version.h"
+#include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkHandshake.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkPacket.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkSocket.h"

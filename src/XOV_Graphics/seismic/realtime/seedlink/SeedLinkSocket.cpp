@@ -1,8 +1,5 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkSocket.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace xov {
 
 namespace {
@@ -10,16 +7,7 @@ namespace {
 // The socket takes so much ahead of what is read; the rest waits at the server.
 constexpr qint64 kReadAhead = qint64(1) << 20;
 
-constexpr double kShortestTimer = 0.001; // seconds
-constexpr double kLongestTimer = 86400;
-constexpr double kTimerUnits = 1000; // a second
-
 } // namespace
-
-int timerMilliseconds(double seconds) {
-  const double known = std::isnan(seconds) ? kLongestTimer : seconds;
-  return int(std::clamp(known, kShortestTimer, kLongestTimer) * kTimerUnits);
-}
 
 SeedLinkSocket::SeedLinkSocket(SeedLinkAddress server) : server_(std::move(server)) { setReadBufferSize(kReadAhead); }
 

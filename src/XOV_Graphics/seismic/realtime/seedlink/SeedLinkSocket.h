@@ -8,9 +8,6 @@
 
 namespace xov {
 
-/// Seconds as a timer takes them: from a millisecond to a day, which what is no number counts as, too.
-int timerMilliseconds(double seconds);
-
 /// A connection to a server, encrypted where its address says so.
 class SeedLinkSocket : public QSslSocket {
 public:

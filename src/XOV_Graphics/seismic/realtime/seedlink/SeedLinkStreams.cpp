@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/TimeText.h"
 #include "XOV_Graphics/base/XmlElements.h"
+#include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkPacket.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkSocket.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/ServedRecords.h"
