@@ -104,6 +104,9 @@ TEST_F(CliDrum, marksTheEventsOfCatalogues) {
   EXPECT_EQ(xov({"drum", "day.SAC", "--events", "events.dat", "-o", "bulletin.png"}).err, "");
   EXPECT_EQ(contents("bulletin.png"), contents("table.png"));
   EXPECT_NE(contents("bulletin.png"), contents("plain.png"));
+  writeFile("untyped.csv", "time,magnitude\n2009-02-19T10:20:30Z,4.5\n");
+  EXPECT_EQ(xov({"drum", "day.SAC", "--events", "untyped.csv", "-o", "untyped.png"}).err, "");
+  EXPECT_EQ(contents("untyped.png"), contents("table.png"));
 }
 
 TEST_F(CliDrum, drawsWithoutEventsThatItCannotRead) {

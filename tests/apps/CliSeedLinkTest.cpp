@@ -118,11 +118,18 @@ TEST_F(CliSeedLink, loginComesFromAFileOrTheEnvironment) {
   EXPECT_EQ(empty.status, 1);
   EXPECT_EQ(empty.err, "xov: login: expected a user and a password, a line each\n");
   writeFile("login", "me\nsecret\n");
-  EXPECT_EQ(xov({"monitor", "--seedlink", server, "XX_TEST", "--login", "login", "--wait", "0.5", "-o", "a.png"}).err,
-            "xov: " + server +
-                ": the server refuses the user's name or password: AUTH user and password are not known\n"
-                "xov: " +
-                server + ": nothing has arrived\n");
+  const QString refused = "xov: " + server +
+                          ": the server refuses the user's name or password: AUTH user and password are not known\n"
+                          "xov: " +
+                          server + ": nothing has arrived\n";
+  const QStringList monitor = {"monitor", "--seedlink", server, "XX_TEST", "--wait", "0.5", "-o", "a.png"};
+  EXPECT_EQ(xov(monitor + QStringList{"--login", "login"}).err, refused);
+  EXPECT_EQ(xov(monitor).err,
+            "xov: " + server + ": connected, SeedLink 4\n" + "xov: " + server + ": nothing has arrived\n")
+      << "as nobody, who asks for what comes next";
+  environment_.insert("XOV_SEEDLINK_USER", "me");
+  environment_.insert("XOV_SEEDLINK_PASSWORD", "secret");
+  EXPECT_EQ(xov(monitor).err, refused);
 }
 
 TEST_F(CliSeedLink, serveNamesWhatItCannotPlay) {

@@ -2,6 +2,7 @@
 
 #include "apps/xov/inputs/ColorList.h"
 #include "apps/xov/inputs/Validators.h"
+#include "apps/xov/live/EventSources.h"
 #include "apps/xov/live/Interrupt.h"
 #include "apps/xov/live/LiveDrum.h"
 #include "apps/xov/live/Redraw.h"
@@ -99,6 +100,7 @@ void DrumCommand::addOptions(const Options& options) {
       .typeName("G")
       .check(numberAboveZero());
   events_.addOptions(options);
+  eventService_.addOptions(options, server);
   options.add("--mag", smallestMagnitude_, "Smallest magnitude of marked events (default 4)")
       .typeName("M")
       .check(numberFromTo(-kLargestMagnitude, kLargestMagnitude));
@@ -129,6 +131,7 @@ void DrumCommand::addOptions(const Options& options) {
 
 void DrumCommand::checkInputs() const {
   seedLink_.check(!inputs_.names().isEmpty());
+  eventService_.check();
   if (seedLink_.isGiven()) {
     if (preparation_.isWanted())
       throw UsageError("--seedlink", "found options of preparation, too; what arrives is shown as it is");
@@ -231,18 +234,18 @@ ExitCode DrumCommand::runLive() const {
   }
   SeedLinkSettings settings = std::move(found).value();
   settings.beginsWithDay = true;
-  const MarkedEvents marked = events_.read();
   std::weak_ptr<LiveDrum> shownLive; // the view's: sockets do not outlive the desktop
   std::unique_ptr<Interrupt> interrupt;
   ExitCode received = ExitCode::Ok;
   const auto showInWindow = [&](const QRectF& frame) {
     interrupt = std::make_unique<Interrupt>([] { QCoreApplication::exit(); });
-    auto view = makeView(frame, marked.events);
+    const auto events = std::make_shared<EventSources>();
+    auto view = makeView(frame, events->events());
     view->setNRows(rowsOfADay());
     // Drawn as the one that is shown, which may get another ratio of pixels yet.
-    const auto keep = [&received, &marked, this, frame, shown = view.get()](const DrumSheet& sheet) {
+    const auto keep = [&received, events, this, frame, shown = view.get()](const DrumSheet& sheet) {
       if (!daily_.isGiven()) return;
-      const auto page = makeView(frame, marked.events);
+      const auto page = makeView(frame, events->events());
       const auto pieces = std::make_shared<const SeismogramArray>(sheet.records);
       page->setNRows(rowsOfADay());
       page->setExportPixelRatio(shown->exportPixelRatio());
@@ -257,6 +260,7 @@ ExitCode DrumCommand::runLive() const {
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, view.get(),
                      [live] { live->leave(); });
     live->live().start();
+    events->start(events_.path(), eventService_.settings(kSecondsPerDay, presentOf(shownLive)));
     redrawEvery(kMillisecondsPerDrum, *view, [live, shown = view.get()] { live->show(*shown); });
     return view;
   };
@@ -275,7 +279,7 @@ ExitCode DrumCommand::runLive() const {
     received = ExitCode::Failed;
   };
   const ExitCode delivered = output_.deliver(showInWindow, showInFile);
-  return std::max({marked.status, delivered, received});
+  return std::max(delivered, received);
 }
 
 } // namespace xov::cli

@@ -5,6 +5,7 @@
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TraceStyle.h"
 #include "apps/xov/live/DailyPages.h"
+#include "apps/xov/live/EventServiceOptions.h"
 #include "apps/xov/live/LateOptions.h"
 #include "apps/xov/live/SeedLinkOptions.h"
 #include "apps/xov/options/Options.h"
@@ -45,6 +46,7 @@ private:
   LateOptions late_;
   Preparation preparation_;
   EventInputs events_;
+  EventServiceOptions eventService_;
   bool eventLabels_ = false;
   bool scaleBar_ = false;
   std::vector<std::string> rowColors_;

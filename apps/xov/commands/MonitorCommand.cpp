@@ -1,6 +1,7 @@
 #include "apps/xov/commands/MonitorCommand.h"
 
 #include "apps/xov/inputs/Validators.h"
+#include "apps/xov/live/EventSources.h"
 #include "apps/xov/live/Interrupt.h"
 #include "apps/xov/live/LiveDisplay.h"
 #include "apps/xov/live/Redraw.h"
@@ -43,7 +44,7 @@ void play(const std::shared_ptr<Replay>& replay, RealTimeDisplayView& view) {
 void MonitorCommand::addOptions(const Options& options) {
   inputs_.allowNone();
   inputs_.addOptions(options, "FILES,--replay");
-  seedLink_.addOptions(options);
+  const Option server = seedLink_.addOptions(options);
   addSpeedOption(options, speed_);
   options.add("--span", spanSeconds_, "Seconds on the display (default 600)")
       .typeName("S")
@@ -57,6 +58,7 @@ void MonitorCommand::addOptions(const Options& options) {
       .check(utcTime());
   options.addFlag("--zone-name", zoneName_, "Write the local time with the name of its zone");
   events_.addOptions(options);
+  eventService_.addOptions(options, server);
   late_.addOptions(options);
   lineWidth_.addOptions(options);
   preparation_.addOptions(options);
@@ -67,6 +69,7 @@ void MonitorCommand::addOptions(const Options& options) {
 
 void MonitorCommand::checkInputs() const {
   seedLink_.check(!inputs_.names().isEmpty());
+  eventService_.check();
   if (seedLink_.isGiven() && preparation_.isWanted())
     throw UsageError("--seedlink", "found options of preparation, too; what arrives is shown as it is");
 }
@@ -78,20 +81,21 @@ ExitCode MonitorCommand::runLive() const {
     complain(settings.error());
     return ExitCode::Failed;
   }
-  const MarkedEvents marked = events_.read();
   const ReplaySettings shown = this->settings();
   std::weak_ptr<LiveDisplay> shownLive; // the view's: sockets do not outlive the desktop
   std::unique_ptr<Interrupt> interrupt;
   ExitCode received = ExitCode::Ok;
   const auto showInWindow = [&](const QRectF& frame) {
-    const auto live = std::make_shared<LiveDisplay>(*settings, marked.events, shown.spanSeconds, shown.edge);
+    const auto events = std::make_shared<EventSources>();
+    const auto live = std::make_shared<LiveDisplay>(*settings, events->events(), shown.spanSeconds, shown.edge);
     shownLive = live;
     interrupt = std::make_unique<Interrupt>([] { QCoreApplication::exit(); });
     auto view = makeView(frame);
     view->setTitle(output_.titleOr(seedLink_.serverText()));
     live->attachTo(*view);
     live->live().start();
-    redrawEvery(kMillisecondsPerFrame, *view, [live, shown = view.get()] { live->show(*shown); });
+    events->start(events_.path(), eventService_.settings(shown.spanSeconds, presentOf(shownLive)));
+    redrawEvery(kMillisecondsPerFrame, *view, [live, events, shown = view.get()] { live->show(*shown); });
     return view;
   };
   const auto showInFile = [&](XOVView& view) {
@@ -103,7 +107,7 @@ ExitCode MonitorCommand::runLive() const {
     received = ExitCode::Failed;
   };
   const ExitCode delivered = output_.deliver(showInWindow, showInFile);
-  return std::max({marked.status, delivered, received});
+  return std::max(delivered, received);
 }
 
 ReplaySettings MonitorCommand::settings() const {

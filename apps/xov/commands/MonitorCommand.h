@@ -4,6 +4,7 @@
 #include "apps/xov/inputs/EventInputs.h"
 #include "apps/xov/inputs/Records.h"
 #include "apps/xov/inputs/TraceStyle.h"
+#include "apps/xov/live/EventServiceOptions.h"
 #include "apps/xov/live/LateOptions.h"
 #include "apps/xov/live/Replay.h"
 #include "apps/xov/live/SeedLinkOptions.h"
@@ -33,6 +34,7 @@ private:
   SeedLinkOptions seedLink_;
   Preparation preparation_;
   EventInputs events_;
+  EventServiceOptions eventService_;
   LateOptions late_;
   LineWidthOption lineWidth_;
   Output output_{"monitor", {1000, 600}};

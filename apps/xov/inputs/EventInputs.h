@@ -20,6 +20,10 @@ struct MarkedEvents {
 /// Reads a file of events and says on standard error what is noted of it, or why it cannot be read.
 std::optional<EventFile> readEventsOrComplain(const std::string& path);
 
+/// The events as drums mark them by mb, Ms or Mw: one that has none of these, but a magnitude whose type its
+/// catalogue does not name, has that as its Mw.
+HypocentreArray markedByAnyScale(const HypocentreArray& events);
+
 /// The option --events of commands that mark origin times.
 class EventInputs {
 public:
@@ -27,6 +31,9 @@ public:
 
   /// Reads the file and says on standard error what is noted of it.
   MarkedEvents read() const;
+
+  /// The file, or the folder that a live display watches; empty for none.
+  QString path() const;
 
 private:
   std::string file_;

@@ -4,6 +4,7 @@
 #include <XOV_Graphics/seismic/realtime/seedlink/SeedLinkClient.h>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 
@@ -64,5 +65,14 @@ private:
   std::optional<double> presentSeconds_; // as it was told last
   SeedLinkClient client_;                // goes first
 };
+
+/// The present() of what a LiveDisplay or LiveDrum receives, for as long as it exists; invalid after that.
+template <typename Live>
+std::function<QDateTime()> presentOf(const std::weak_ptr<Live>& live) {
+  return [live] {
+    const auto shown = live.lock();
+    return shown ? shown->live().present() : QDateTime();
+  };
+}
 
 } // namespace xov::cli
