@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/seismic/SacHeader.h"
 #include "XOV_Graphics/seismic/picks/Pick.h"
 
 namespace xov::test {
@@ -15,6 +16,19 @@ inline Pick tlyPick(const char* phase, const char* time, const char* channel = "
   pick.time = moment(time);
   pick.channel = {QStringLiteral("II"), QStringLiteral("TLY"), QStringLiteral("00"), QString::fromLatin1(channel)};
   return pick;
+}
+
+/// The header of a record a second a sample of that station, which counts from `start`; null for an unknown time.
+inline SacHeader tlyHeader(const char* channel, const char* start) {
+  SacHeader header;
+  header.kstnm = "TLY";
+  header.knetwk = "II";
+  header.khole = "00";
+  header.kcmpnm = channel;
+  header.delta = 1;
+  header.b = 0;
+  if (start != nullptr) setReferenceTime(header, *parseUtcTime(QString::fromLatin1(start)));
+  return header;
 }
 
 /// A pick of which everything is known.

@@ -17,16 +17,9 @@ namespace {
 
 /// A record of II.TLY.00 that counts from 05:50, with a pick in T3.
 std::shared_ptr<SeismogramRecord> tlyRecord(const char* channel, bool hasTime = true) {
-  SacHeader header;
-  header.kstnm = "TLY";
-  header.knetwk = "II";
-  header.khole = "00";
-  header.kcmpnm = channel;
-  header.delta = 1;
-  header.b = 0;
+  SacHeader header = test::tlyHeader(channel, hasTime ? "2011-03-11T05:50:00.250Z" : nullptr);
   header.t3 = 400;
   header.kt3 = "S";
-  if (hasTime) setReferenceTime(header, *parseUtcTime(u"2011-03-11T05:50:00.250Z"));
   return std::make_shared<SacSeismogram>(header, std::vector<float>{1, -2, 3});
 }
 

@@ -40,6 +40,9 @@ public:
   /// The pick of that id; null where there is none. Valid until the next change.
   const Pick* find(const QString& id) const;
 
+  /// Whether there is a pick of that id, or was one.
+  bool knows(const QString& id) const { return knownIds_.contains(id); }
+
   // What a user does.
 
   /// Adds a pick and gives its id: a new one where it has none or another pick has it. Uncertainties that are none

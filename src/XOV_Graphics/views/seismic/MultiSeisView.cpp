@@ -247,6 +247,16 @@ void MultiSeisView::drawAxes(const SectionLayout& layout) {
   }
 }
 
+// Of a source the first pick that was seen; none without one.
+std::optional<double> MultiSeisView::firstArrivalOf(const SeismogramRecord& record) const {
+  const auto others = sourcePicks(record);
+  if (!others) return double(record.a());
+  std::optional<double> first;
+  for (const MarkedPick& pick : *others)
+    if (!pick.isPredicted && !(first && *first <= pick.seconds)) first = pick.seconds;
+  return first;
+}
+
 void MultiSeisView::drawPicks() {
   const auto records = wvfrmsArray();
   if (!records || records->empty()) return;
@@ -255,7 +265,9 @@ void MultiSeisView::drawPicks() {
   for (const auto& [index, center] : layout.strips) {
     const SeismogramRecord* const record = (*records)[index].get();
     if (record == nullptr) continue;
-    const double x = pickX(pRect_, float(double(record->a()) - xOrigin()), xmin_, xmax_);
+    const std::optional<double> arrival = firstArrivalOf(*record);
+    if (!arrival) continue;
+    const double x = pickX(pRect_, float(*arrival - xOrigin()), xmin_, xmax_);
     ticks.moveTo({x, center - kArrivalReach * layout.slot});
     ticks.lineTo({x, center + kArrivalReach * layout.slot});
   }

@@ -118,7 +118,8 @@ public:
   void drawRect(const QRectF& dirty) override;
   /// Times, a gain and, where strips stand along one, the axis at the left side.
   PlotReach reach() const override;
-  /// Red ticks at the first-arrival times of all records, unset ones included, which lie far to the left.
+  /// Red ticks at the first-arrival times of all records, unset ones included, which lie far to the left. Records of
+  /// which the pickSource() tells have theirs at the first pick that is no predicted one.
   virtual void drawPicks();
 
 protected:
@@ -192,6 +193,7 @@ private:
   void drawCaption(const Caption& caption, double bottom);
   Trace traceOf(const SeismogramRecord& record, double center, double scale) const;
   void drawAxes(const SectionLayout& layout);
+  std::optional<double> firstArrivalOf(const SeismogramRecord& record) const;
 
   float commonPeak_ = 0; // of all records, as of the last drawing
 };

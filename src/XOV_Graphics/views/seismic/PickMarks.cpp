@@ -23,6 +23,7 @@ std::vector<PickMark> visiblePicks(const SeismogramRecord& record, float xmin, f
     return stored ? pickLabelOr(record, key, fallback) : fallback;
   };
   add(record.originTimeOffset(), colors::blue, QStringLiteral("Origin"));
+  if (!marks.empty()) marks.front().isOrigin = true;
   add(record.pTime(), colors::darkGray, label(kFirstArrivalKey, QStringLiteral("A"), rule.storedForFirstArrival));
   add(record.timePickKey(kEndOfSignalKey), colors::darkGray, QStringLiteral("F"));
   for (int key = 0; key < kTimePickCount; ++key) {

@@ -46,6 +46,7 @@ struct XOV_EXPORT PickMark {
   float time = 0;
   QColor color;
   QString label;
+  bool isOrigin = false; ///< the origin time of the event
 };
 
 /// The picks of a record that are set and lie within xmin … xmax, in drawing order: origin (blue), first arrival, end

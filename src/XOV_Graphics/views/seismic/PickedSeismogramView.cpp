@@ -1,5 +1,9 @@
 #include "XOV_Graphics/views/seismic/PickedSeismogramView.h"
 
+#include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/seismic/Picks.h"
+#include "XOV_Graphics/views/seismic/MarkedPickDrawing.h"
+
 namespace xov {
 
 PickedSeismogramView::PickedSeismogramView(const PickStyle& picks, const QRectF& frame, QWidget* parent)
@@ -10,11 +14,25 @@ PickedSeismogramView::~PickedSeismogramView() = default;
 
 void PickedSeismogramView::drawPicksSeis(const QRectF& rect, const SeismogramRecord* record) {
   if (record == nullptr) return;
+  const auto others = sourcePicks(*record);
   for (const PickMark& pick : visiblePicks(*record, xmin_, xmax_, picks_.labels, xOrigin())) {
+    if (others && !pick.isOrigin) continue;
     GraphicsContext::current().setColor(pick.color);
     drawPickForRectTime(rect, pick.time);
     drawPickLabelForRectLabelAtTime(rect, pick.label, pick.time);
   }
+  if (!others) return;
+  for (const MarkedPick& pick : *others)
+    drawMarkedPick(rect, pick);
+  GraphicsContext::current().setColor(colors::darkGray); // as after picks of headers: axes take what they find
+}
+
+void PickedSeismogramView::drawMarkedPick(const QRectF& panel, const MarkedPick& pick) {
+  const auto time = float(pick.seconds - xOrigin());
+  if (!isPickDrawn(time, xmin_, xmax_)) return;
+  const QLineF line = pickLine(panel, pickX(panel, time, xmin_, xmax_), picks_);
+  drawShape(pick, shapeOf(pick, line, timeScale(panel)));
+  if (!pick.label.isEmpty()) drawPickLabelForRectLabelAtTime(panel, pick.label, time);
 }
 
 void PickedSeismogramView::drawPickForRectTime(const QRectF& rect, float time) {

@@ -18,8 +18,8 @@ class XOV_EXPORT PickedSeismogramView : public SeismogramView {
 public:
   ~PickedSeismogramView() override;
 
-  /// The picks of a record that are set and lie in xmin … xmax, both ends included, over a panel. Nothing for a null
-  /// record.
+  /// The picks of a record that are set and lie in xmin … xmax, both ends included, over a panel: those of the
+  /// pickSource() where it has some for the record. Nothing for a null record.
   virtual void drawPicksSeis(const QRectF& rect, const SeismogramRecord* record);
   /// The line of one pick in the current colour.
   virtual void drawPickForRectTime(const QRectF& rect, float time);
@@ -48,6 +48,7 @@ protected:
   LabelField* labelField() const { return labelField_; }
 
 private:
+  void drawMarkedPick(const QRectF& panel, const MarkedPick& pick);
   std::optional<QPointF> freePlace(const QRectF& panel, std::span<const QPointF> places, QSizeF size) const;
 
   PickStyle picks_;

@@ -67,6 +67,7 @@ void SeisView01::drawRect(const QRectF&) {
       context.fillPath(areas);
     }
     strokeTraces(traces, lineWidth_);
+    drawSourcePicks();
   }
 
   context.setColor(colors::black);

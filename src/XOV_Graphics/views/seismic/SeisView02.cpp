@@ -48,6 +48,7 @@ void SeisView02::drawRect(const QRectF&) {
     drawSeismogramInRect(record, rectOf(i, records->size()));
     if (hasLabel[i]) drawLabelForSignalInRect(record, rectOf(i, records->size()));
   }
+  drawSourcePicks();
   context.setColor(colors::black);
   drawAxesOnRect(pRect_);
   drawTitleTopCentered();

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/seismic/SeismogramRecord.h"
 #include "XOV_Graphics/views/base/Legend.h"
 #include "XOV_Graphics/views/base/XOVView.h"
+#include "XOV_Graphics/views/seismic/PickSource.h"
 #include "XOV_Graphics/views/seismic/RecordLimits.h"
 
 #include <QDateTime>
@@ -65,6 +66,11 @@ public:
   QString amplitudeUnit() const { return amplitudeUnit_; }
   void setAmplitudeUnit(const QString& unit) { change(amplitudeUnit_, unit); }
 
+  /// Who tells which picks are marked over records; kept without owning it. Null, as at first, for those of their
+  /// headers, in views that mark these. With a source overlays, bands and panels of pairs mark picks, too.
+  void setPickSource(const std::shared_ptr<const PickSource>& source) { pickSource_ = source; }
+  std::shared_ptr<const PickSource> pickSource() const { return pickSource_.lock(); }
+
   QString usualAxisName(Qt::Axis axis) const override;
   /// timeReference() where it is set, else the reference time of the first record that has one.
   QDateTime momentOfZero() const override;
@@ -81,6 +87,12 @@ public:
   std::optional<AxisSpan> timesIn(const QRectF& box) const;
 
 protected:
+  /// The picks that the source has for a record; nothing without one.
+  std::optional<std::vector<MarkedPick>> sourcePicks(const SeismogramRecord& record) const;
+  /// Marks the picks that the source has for the records over the whole height of their places, with their labels at
+  /// the top. Nothing without a source.
+  void drawSourcePicks();
+
   explicit SeismogramView(const QRectF& frame, QWidget* parent);
 
   enum class FixedRanges {
@@ -175,6 +187,7 @@ private:
   }
 
   QDateTime timeReference_;
+  std::weak_ptr<const PickSource> pickSource_;
   std::vector<QColor> traceColors_;
   std::vector<LegendEntry> legend_;
   LegendPlace legendPlace_ = LegendPlace::Best;

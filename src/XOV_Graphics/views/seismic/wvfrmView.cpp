@@ -46,6 +46,7 @@ void wvfrmView::drawRect(const QRectF&) {
     if (panel.endsColumn) drawTimeAxisUnder(panel.rect.x(), panel.rect.x() + panel.rect.width(), panel.rect.y());
     first += 2;
   }
+  drawSourcePicks();
 }
 
 SeismogramArray wvfrmView::recordsToMoveOver() const {
