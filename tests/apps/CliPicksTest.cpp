@@ -61,6 +61,22 @@ TEST_F(CliPicks, areLeftOut) {
   EXPECT_EQ(*none, QStringList("Origin"));
 }
 
+// 05:57:00 is 637 s after 05:46:23, and S at 06:05:03 is 1120 s.
+TEST_F(CliPicks, comeFromAFile) {
+  write("picks.csv", "time,phase,network,station,channel\n"
+                     "2011-03-11T05:57:00Z,P,II,TLY,BHZ\n"
+                     "2011-03-11T06:05:03Z,S,II,TLY,BHZ\n"
+                     "2011-03-11T06:05:03Z,S,II,TLY,BHN\n");
+  const Outcome outcome = xov({"info", "a.SAC", "nowhere.SAC", "--pick-file", "picks.csv"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "xov: 1 of 3 picks: no record is of that channel\n");
+  EXPECT_TRUE(outcome.out.contains("o=0,t0=1120(S),a=637(P) ")) << qPrintable(outcome.out);
+  EXPECT_TRUE(outcome.out.contains("t3=700(PcP),a=610(P) ")) << "a record without a pick in the file keeps its own";
+  const Outcome missing = xov({"section", "a.SAC", "--pick-file", "none.csv", "-o", "plot.png"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_TRUE(missing.err.contains("none.csv")) << qPrintable(missing.err);
+}
+
 TEST_F(CliPicks, oneOptionExcludesTheOther) {
   const Outcome outcome = xov({"section", "a.SAC", "--picks", "P", "--no-picks", "-o", "plot.png"});
   EXPECT_EQ(outcome.status, 2);

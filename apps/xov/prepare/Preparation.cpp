@@ -7,7 +7,9 @@
 #include "apps/xov/prepare/StepRunner.h"
 
 #include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/seismic/io/picks/PickFiles.h>
 #include <XOV_Graphics/seismic/io/stations/InventoryReader.h>
+#include <XOV_Graphics/seismic/prepare/PicksOfRecords.h>
 #include <XOV_Graphics/seismic/prepare/Placement.h>
 #include <XOV_Graphics/seismic/response/ResponseFunction.h>
 #include <algorithm>
@@ -84,6 +86,9 @@ void Preparation::addOptions(const Options& options) {
   options.add("--event", event_, "The event that the records show: QuakeML, a catalogue or a table")
       .typeName("FILE")
       .group(kPreparationGroup);
+  options.add("--pick-file", pickFile_, "Picks of the records, in place of those in headers: QuakeML or a table")
+      .typeName("FILE")
+      .group(kPreparationGroup);
   add(options, "--start", "TIME", parseStart, "Cut off what is before this time: UTC, or seconds on the time axis");
   add(options, "--end", "TIME", parseEnd, "Cut off what is after this time: UTC, or seconds on the time axis");
   add(options, "--around", "PHASE FROM TO", parseAround,
@@ -148,7 +153,9 @@ std::vector<PreparationStep> Preparation::steps() const {
   return steps;
 }
 
-bool Preparation::isWanted() const { return !steps().empty() || !stations_.empty() || !event_.empty(); }
+bool Preparation::isWanted() const {
+  return !steps().empty() || !stations_.empty() || !event_.empty() || !pickFile_.empty();
+}
 
 StepSettings Preparation::settings() const {
   StepSettings settings;
@@ -186,13 +193,28 @@ bool Preparation::takeEvent(Records& records) const {
   return true;
 }
 
+bool Preparation::takePicks(Records& records) const {
+  if (pickFile_.empty()) return true;
+  const Result<PickFile> file = readPicks(fileNameFromBytes(pickFile_));
+  if (!file) {
+    complain(file.error());
+    return false;
+  }
+  sayEach(file->notes);
+  PreparedRecords picked = withPicks(std::move(records.records), file->picks);
+  sayEach(picked.notes);
+  records.records = std::move(picked.records);
+  return true;
+}
+
 Records Preparation::apply(Records records, const AxisAlignment* alignment) const {
   const bool aligns = alignment != nullptr && alignment->isWanted();
   if (records.records.empty() || !(isWanted() || aligns)) return records;
   StepSettings settings = this->settings();
   const bool hasStations = takeStations(records, settings);
   const bool hasEvent = takeEvent(records);
-  if (!hasStations || !hasEvent) records.status = ExitCode::Failed;
+  const bool hasPicks = takePicks(records);
+  if (!hasStations || !hasEvent || !hasPicks) records.status = ExitCode::Failed;
   const std::vector<PreparationStep> steps = this->steps();
   if (removesResponse(steps)) sayEach(sensitivityNotes(records.records, settings.inventory));
   if (aligns) {

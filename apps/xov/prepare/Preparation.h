@@ -17,7 +17,7 @@ namespace xov::cli {
 inline constexpr char kPreparationGroup[] = "Preparation";
 
 /// What the user wants done to seismograms before they are shown, as options whose order on the command line is that
-/// of the steps; and where stations and event are.
+/// of the steps; and where stations, event and picks are.
 class Preparation {
 public:
   void addOptions(const Options& options);
@@ -55,6 +55,7 @@ private:
   StepSettings settings() const;
   bool takeStations(Records& records, StepSettings& settings) const;
   bool takeEvent(Records& records) const;
+  bool takePicks(Records& records) const;
 
   std::optional<Options> options_;
   std::vector<Declared> declared_;
@@ -63,6 +64,7 @@ private:
   bool placesRecords_ = true;
   std::string stations_;
   std::string event_;
+  std::string pickFile_;
   std::vector<double> preFilter_; // four frequencies, or none
   double waterLevelDb_ = StepSettings().waterLevelDb;
 };
