@@ -2,9 +2,11 @@
 
 #include "apps/desk/window/MainWindow.h"
 #include "apps/desk/window/Memory.h"
+#include "apps/desk/window/PicksTool.h"
 #include "apps/xov/terminal/Messages.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QStatusBar>
 
 namespace xov::desk {
@@ -23,6 +25,7 @@ void runDesk(const CommandRunner& run, const QStringList& paths) {
     window.show();
     window.statusBar()->showMessage(note);
     if (!note.isEmpty()) cli::note(note);
+    window.picks().session().keepJournal(QFileInfo(file).path());
     window.openFiles(paths);
     QApplication::exec();
   }

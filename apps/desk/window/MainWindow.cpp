@@ -8,6 +8,7 @@
 #include "apps/desk/window/KindActions.h"
 #include "apps/desk/window/Memory.h"
 #include "apps/desk/window/OutputActions.h"
+#include "apps/desk/window/PicksTool.h"
 #include "apps/desk/window/ProcessingTool.h"
 #include "apps/desk/window/RequestChange.h"
 #include "apps/desk/window/Theme.h"
@@ -51,6 +52,7 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
   buildProperties();
   auto* const list = new FilesTool(*this);
   new ProcessingTool(*this);
+  picks_ = new PicksTool(*this);
   themes_ = new ThemeActions(*this);
   memory_ = new Memory(*this, *files_, *list, *themes_);
   addAction(QStringLiteral("help"), QStringLiteral("keys"), tr("&Keys…"), QKeySequence::HelpContents,
@@ -140,6 +142,10 @@ void MainWindow::buildProperties() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  if (!picks_->mayClose()) {
+    event->ignore();
+    return;
+  }
   Q_EMIT closing();
   QMainWindow::closeEvent(event);
 }

@@ -12,6 +12,7 @@ namespace xov::desk {
 class FileActions;
 class Memory;
 class OutputActions;
+class PicksTool;
 class ThemeActions;
 
 /// The window of the desk: panes in the middle, tools at the sides, menus, and the list of what can be taken back.
@@ -38,6 +39,7 @@ public:
 
   Memory& memory() { return *memory_; }
   const OutputActions& output() const { return *output_; }
+  PicksTool& picks() { return *picks_; }
 
   /// Puts a tool beside the panes, with an entry in the menu of tools.
   QDockWidget* addToolDock(QWidget* widget, const QString& title, const QString& objectName, Qt::DockWidgetArea area);
@@ -74,6 +76,7 @@ private:
   std::map<QString, QMenu*> menus_;
   FileActions* files_;
   OutputActions* output_;
+  PicksTool* picks_;
   ThemeActions* themes_;
   Memory* memory_;
 };

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QAbstractTableModel>
+
+#include <XOV_Graphics/seismic/picks/PickDocument.h>
+
+namespace xov::desk {
+
+/// The picks of a document as a table whose cells change them.
+class PickTableModel : public QAbstractTableModel {
+  Q_OBJECT
+public:
+  enum Column { Time, Phase, Channel, Lower, Upper, Polarity, Onset, Mode, Comment, ColumnCount };
+
+  /// The document must be there as long as the model.
+  explicit PickTableModel(PickDocument& document, QObject* parent = nullptr);
+
+  /// The pick of a row, as a copy; nothing where there is no such row.
+  std::optional<Pick> pickAt(int row) const;
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  /// Times as QuakeML writes them, uncertainties in seconds, polarity, onset and mode in the words of QuakeML; false
+  /// for anything else, which changes nothing.
+  bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+
+private:
+  PickDocument& document_;
+};
+
+} // namespace xov::desk
