@@ -8,6 +8,7 @@
 #include "bench/Lobes.h"
 #include "bench/Maps.h"
 #include "bench/Measure.h"
+#include "bench/Navigation.h"
 #include "bench/Pictures.h"
 #include "bench/Plots.h"
 #include "bench/Reading.h"
@@ -82,12 +83,19 @@ int main(int argc, char** argv) {
   // Tables of their own, by the names that --works knows them by.
   const QString scripts = parser.value(QStringLiteral("rivals"));
   const std::pair<const char*, std::function<QString(int)>> tables[] = {
-      {"W4", gridTable},          {"reading", readingTable},
-      {"P1", plotTable},          {"M1", mapTable},
-      {"P2", recordTable},        {"threads", sharingTable},
-      {"archives", archiveTable}, {"lobes", lobesTable},
-      {"desk", deskTable},        {"smallest", smallestTable},
-      {"pictures", pictureTable}, {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
+      {"W4", gridTable},
+      {"reading", readingTable},
+      {"P1", plotTable},
+      {"M1", mapTable},
+      {"P2", recordTable},
+      {"threads", sharingTable},
+      {"archives", archiveTable},
+      {"lobes", lobesTable},
+      {"navigation", navigationTable},
+      {"desk", deskTable},
+      {"smallest", smallestTable},
+      {"pictures", pictureTable},
+      {"signals", [&](int rounds) { return signalTable(rounds, scripts); }},
   };
 
   std::vector<std::string> names = workNames();
