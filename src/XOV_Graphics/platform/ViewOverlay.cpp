@@ -29,6 +29,10 @@ QRect around(const QRectF& rect, const QSize& size) {
   return grown.intersected(widget).toAlignedRect();
 }
 
+bool isFiniteLine(const QLineF& line) {
+  return std::isfinite(line.x1()) && std::isfinite(line.y1()) && std::isfinite(line.x2()) && std::isfinite(line.y2());
+}
+
 } // namespace
 
 QRegion overlayRegion(const ViewOverlay& overlay, const QSize& size) {
@@ -47,7 +51,7 @@ void paintOverlay(QPainter& painter, const ViewOverlay& overlay, double height) 
   painter.save();
   painter.setPen(QPen(kOverlayLine, 0));
   for (const QLineF& line : overlay.lines)
-    painter.drawLine(QLineF(onWidget(line.p1(), height), onWidget(line.p2(), height)));
+    if (isFiniteLine(line)) painter.drawLine(QLineF(onWidget(line.p1(), height), onWidget(line.p2(), height)));
   if (!overlay.band.isNull()) {
     painter.setBrush(kBandFill);
     painter.drawRect(onWidget(overlay.band.normalized(), height));

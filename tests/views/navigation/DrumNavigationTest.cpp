@@ -1,4 +1,5 @@
 #include "NavigatedSection.h"
+#include "XOV_Graphics/platform/RecordingContext.h"
 #include "XOV_Graphics/views/timeline/helicorderView.h"
 
 #include <QTest>
@@ -78,6 +79,22 @@ TEST(DrumNavigation, pagesAndRowsMoveOn) {
   EXPECT_EQ(drum.view->pageStart(), onTheDay(9, 0));
   drag(*drum.view, NavigatedDrum::at(5, 0.5), NavigatedDrum::at(3, 0.5), Qt::MiddleButton);
   EXPECT_EQ(drum.view->pageStart(), onTheDay(9, 20)); // two rows up
+}
+
+TEST(DrumNavigation, aPageWithinTheDataHasNoRowsBesideIt) {
+  const NavigatedDrum drum;
+  drum.view->showPart(PlotPart{.x = {7200, 7200 + 24 * 600.0}, .y = {}});
+  RecordingContext recording;
+  drum.view->drawInto(recording);
+  std::vector<std::int64_t> counts;
+  for (const RecordedItem& item : recording.items()) {
+    for (const Trace& trace : item.path.traces()) {
+      EXPECT_GE(trace.tOrigin, 0);
+      EXPECT_LT(trace.tOrigin, 24 * 600);
+      counts.push_back(trace.size());
+    }
+  }
+  EXPECT_EQ(counts, std::vector<std::int64_t>(24, 60)); // samples ten seconds apart
 }
 
 TEST(DrumNavigation, homeBringsBackTheHostsPageAndPicture) {

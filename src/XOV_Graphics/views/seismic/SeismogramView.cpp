@@ -26,6 +26,7 @@ double shareOf(const QRectF& box, const QRectF& other) {
 constexpr double kLongestBar = 28; // points; above a frame there are 40
 constexpr double kBarGap = 6;      // points
 constexpr double kMillisecondsPerSecond = 1000;
+constexpr double kFarthestReference = 1e15; // milliseconds
 
 } // namespace
 
@@ -203,7 +204,8 @@ void SeismogramView::strokeDottedLine(QPointF from, QPointF to, double width, co
 
 void SeismogramView::addTimeAxis(const QString& label) {
   if (timeReference_.isValid()) {
-    const QDateTime reference = timeReference_.addMSecs(qint64(std::llround(xOrigin_ * kMillisecondsPerSecond)));
+    const double since = std::clamp(xOrigin_ * kMillisecondsPerSecond, -kFarthestReference, kFarthestReference);
+    const QDateTime reference = timeReference_.addMSecs(qint64(std::llround(since)));
     ADrawUtcAxis(QStringLiteral("UTC"), reference, double(xmin_), double(xmax_));
   } else {
     addAxis(AxisSide::Bottom, timeAxisLabel(label, xOrigin_), xmin_, xmax_);

@@ -9,9 +9,8 @@ namespace xov {
 
 namespace {
 
-constexpr std::array kRoundSeconds = {kShortestRow, 15.0,    20.0,    30.0,    60.0,    120.0,
-                                      300.0,        600.0,   900.0,   1200.0,  1800.0,  3600.0,
-                                      7200.0,       10800.0, 14400.0, 21600.0, 43200.0, 86400.0};
+constexpr std::array kRoundSeconds = {kShortestRow, 120.0,  300.0,   600.0,   900.0,   1200.0,  1800.0,
+                                      3600.0,       7200.0, 10800.0, 14400.0, 21600.0, 43200.0, 86400.0};
 
 // In order, without any twice.
 std::vector<double> lengthsOf(const DrumRows& rows) {

@@ -19,7 +19,7 @@ struct DrumRows {
   PlotSpan pageAround(const PlotSpan& stretch) const;
 };
 
-/// The shortest rows.
-inline constexpr double kShortestRow = 10;
+/// The shortest rows, in seconds: labels tell minutes.
+inline constexpr double kShortestRow = 60;
 
 } // namespace xov

@@ -125,7 +125,7 @@ std::vector<Trace> helicorderView::tracesOf(const SeismogramRecord& piece, float
   const double limit = clipReach_ * page.rowHeight() / std::abs(scale);
   const bool isHeld = clipReach_ > 0 && limit <= double(std::numeric_limits<float>::max());
   BorrowedSamples samples = piece.borrowedSamples();
-  const PieceTimes times = timesOnPage(piece, page, offset, reach, samples.samples);
+  const PieceTimes times = timesOnPage(piece, offset, samples.samples);
   std::vector<Trace> traces = rowTraces(page, times, samples.samples, scale, reach);
   for (Trace& trace : traces) {
     trace.borrow(samples);

@@ -274,8 +274,7 @@ private:
   };
   WholePage wholePage() const;
   DrumRows rowsOfPart() const;
-  PieceTimes timesOnPage(const SeismogramRecord& piece, const HelicorderPage& page, float offset, double reach,
-                         const float*& samples) const;
+  PieceTimes timesOnPage(const SeismogramRecord& piece, float offset, const float*& samples) const;
   float largestAmplitude();
   float shownGainFactor() const { return float(double(gainFactor_) * shownGain()); }
   PageStart startOf(const SeismogramArray& pieces) const;

@@ -13,13 +13,16 @@ namespace xov {
 namespace {
 
 constexpr double kPartMilliseconds = 1000; // a second
+constexpr double kFarthestMoment = 1e15;   // milliseconds
+constexpr double kSameRows = 1e-6;         // of a row, what rounding leaves
 
 double secondsFromTo(const QDateTime& from, const QDateTime& to) {
   return double(from.msecsTo(to)) / kPartMilliseconds;
 }
 
 QDateTime movedOn(const QDateTime& moment, double seconds) {
-  return moment.addMSecs(qint64(std::llround(seconds * kPartMilliseconds)));
+  const double milliseconds = std::clamp(seconds * kPartMilliseconds, -kFarthestMoment, kFarthestMoment);
+  return moment.addMSecs(qint64(std::llround(milliseconds)));
 }
 
 } // namespace
@@ -73,7 +76,7 @@ double helicorderView::nearestZoom(double factor) const {
   if (rows.count < 1) return 1;
   const double now = currentPart().x.width() / rows.count;
   const double seconds = rows.nearestSeconds(now * XOVView::nearestZoom(factor));
-  const bool isSame = std::abs(seconds - now) < kShortestRow / 2;
+  const bool isSame = std::abs(seconds - now) < kSameRows * now;
   return isSame ? 1 : seconds / now;
 }
 
@@ -130,18 +133,23 @@ void helicorderView::applyPart() {
   Q_EMIT settingsChanged();
 }
 
-// Rows beside the page show as far as its margins do. Their times count from the begin of the page, so that those of
-// a page late in a long recording are as exact as those of its first one.
-PieceTimes helicorderView::timesOnPage(const SeismogramRecord& piece, const HelicorderPage& page, float offset,
-                                       double reach, const float*& samples) const {
-  const DrumRows rows = rowsOfPart();
-  if (!shownPart() || rows.count < 1) return {piece.b() + offset, piece.delta(), piece.npts()};
-  const double start = shownPart()->x.lower;
-  const RowRange inView = page.rowsInView(reach);
-  const auto seconds = double(page.rowDuration);
-  const RecordPart part = partOf(piece, {start + inView.first * seconds, start + (inView.last + 1) * seconds}, start);
+// A page that one moves over has no rows beside it, which would stand in title and scale. Times count from its begin,
+// so that those of a page late in a long recording are as exact as those of its first one.
+PieceTimes helicorderView::timesOnPage(const SeismogramRecord& piece, float offset, const float*& samples) const {
+  if (!shownPart() || rowsOfPart().count < 1) return {piece.b() + offset, piece.delta(), piece.npts()};
+  const PlotSpan shown = shownPart()->x;
+  const RecordPart part = partOf(piece, shown, shown.lower);
+  PieceTimes times{part.firstTime, piece.delta(), part.last - part.first};
   samples += part.first;
-  return {part.firstTime, piece.delta(), part.last - part.first};
+  if (times.count > 0 && times.start < 0) { // the sample before the page
+    ++samples;
+    --times.count;
+    times.start += times.step;
+  }
+  const auto end = float(shown.width());
+  while (times.count > 0 && times.start + times.step * float(times.count - 1) >= end) // and those behind it
+    --times.count;
+  return times;
 }
 
 } // namespace xov
