@@ -1,6 +1,7 @@
 #include "XOV_Graphics/views/seismic/PickEditorMarks.h"
 
 #include "XOV_Graphics/seismic/StationInventory.h"
+#include "XOV_Graphics/seismic/Undefined.h"
 #include "XOV_Graphics/seismic/prepare/PicksOfRecords.h"
 #include "XOV_Graphics/seismic/prepare/RecordPicks.h"
 #include "XOV_Graphics/seismic/prepare/TimeAxis.h"
