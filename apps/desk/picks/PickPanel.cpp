@@ -10,7 +10,7 @@ namespace xov::desk {
 
 PickPanel::PickPanel(PickDocument& document, QWidget* parent)
     : QTableView(parent),
-      document_(document),
+      document_(&document),
       model_(new PickTableModel(document, this)),
       sorted_(new QSortFilterProxyModel(this)) {
   setObjectName(QStringLiteral("picks"));
@@ -34,7 +34,7 @@ QString PickPanel::idAt(const QModelIndex& index) const {
 }
 
 void PickPanel::show(const QString& id) {
-  const std::optional<std::size_t> row = document_.rowOf(id);
+  const std::optional<std::size_t> row = document_ ? document_->rowOf(id) : std::nullopt;
   if (!row) return;
   const QModelIndex index = sorted_->mapFromSource(model_->index(int(*row), 0));
   if (index.row() != currentIndex().row()) setCurrentIndex(index);
@@ -49,7 +49,7 @@ void PickPanel::keyPressEvent(QKeyEvent* event) {
   for (const QModelIndex& row : selectionModel()->selectedRows())
     ids.append(idAt(row));
   for (const QString& id : ids)
-    document_.remove(id);
+    if (document_) document_->remove(id);
 }
 
 } // namespace xov::desk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QTableView>
 
 #include <XOV_Graphics/seismic/picks/PickDocument.h>
@@ -29,7 +30,7 @@ protected:
 private:
   QString idAt(const QModelIndex& index) const;
 
-  PickDocument& document_;
+  QPointer<PickDocument> document_;
   PickTableModel* model_;
   QSortFilterProxyModel* sorted_;
 };

@@ -81,13 +81,13 @@ QString textOf(const Pick& pick, int column) {
 
 PickTableModel::PickTableModel(PickDocument& document, QObject* parent)
     : QAbstractTableModel(parent),
-      document_(document) {
+      document_(&document) {
   const auto renew = [this] {
     beginResetModel();
     endResetModel();
   };
-  connect(&document_, &PickDocument::wasReset, this, renew);
-  connect(&document_, &PickDocument::changed, this, [this, renew](const PickChange& change) {
+  connect(&document, &PickDocument::wasReset, this, renew);
+  connect(&document, &PickDocument::changed, this, [this, renew](const PickChange& change) {
     if (change.before && change.after) {
       Q_EMIT dataChanged(index(int(change.row), 0), index(int(change.row), ColumnCount - 1));
     } else {
@@ -97,12 +97,12 @@ PickTableModel::PickTableModel(PickDocument& document, QObject* parent)
 }
 
 std::optional<Pick> PickTableModel::pickAt(int row) const {
-  if (row < 0 || std::size_t(row) >= document_.picks().size()) return {};
-  return document_.picks()[std::size_t(row)];
+  if (row < 0 || !document_ || std::size_t(row) >= document_->picks().size()) return {};
+  return document_->picks()[std::size_t(row)];
 }
 
 int PickTableModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : int(document_.picks().size());
+  return parent.isValid() || !document_ ? 0 : int(document_->picks().size());
 }
 
 int PickTableModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : ColumnCount; }
@@ -128,7 +128,7 @@ Qt::ItemFlags PickTableModel::flags(const QModelIndex& index) const {
 bool PickTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   std::optional<Pick> pick = pickAt(index.row());
   if (!pick || role != Qt::EditRole || !takeText(*pick, index.column(), value.toString().trimmed())) return false;
-  document_.change(pick->id, *pick);
+  document_->change(pick->id, *pick);
   return true;
 }
 

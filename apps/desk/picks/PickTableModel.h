@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QPointer>
 
 #include <XOV_Graphics/seismic/picks/PickDocument.h>
 
@@ -12,7 +13,7 @@ class PickTableModel : public QAbstractTableModel {
 public:
   enum Column { Time, Phase, Channel, Lower, Upper, Polarity, Onset, Mode, Comment, ColumnCount };
 
-  /// The document must be there as long as the model.
+  /// Empty when the document has gone.
   explicit PickTableModel(PickDocument& document, QObject* parent = nullptr);
 
   /// The pick of a row, as a copy; nothing where there is no such row.
@@ -28,7 +29,7 @@ public:
   bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
 private:
-  PickDocument& document_;
+  QPointer<PickDocument> document_;
 };
 
 } // namespace xov::desk
