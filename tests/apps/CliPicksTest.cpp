@@ -63,10 +63,10 @@ TEST_F(CliPicks, areLeftOut) {
 
 // 05:57:00 is 637 s after 05:46:23, and S at 06:05:03 is 1120 s.
 TEST_F(CliPicks, comeFromAFile) {
-  write("picks.csv", "time,phase,network,station,channel\n"
-                     "2011-03-11T05:57:00Z,P,II,TLY,BHZ\n"
-                     "2011-03-11T06:05:03Z,S,II,TLY,BHZ\n"
-                     "2011-03-11T06:05:03Z,S,II,TLY,BHN\n");
+  writeFile("picks.csv", "time,phase,network,station,channel\n"
+                         "2011-03-11T05:57:00Z,P,II,TLY,BHZ\n"
+                         "2011-03-11T06:05:03Z,S,II,TLY,BHZ\n"
+                         "2011-03-11T06:05:03Z,S,II,TLY,BHN\n");
   const Outcome outcome = xov({"info", "a.SAC", "nowhere.SAC", "--pick-file", "picks.csv"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "xov: 1 of 3 picks: no record is of that channel\n");
