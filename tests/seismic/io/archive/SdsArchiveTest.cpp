@@ -111,6 +111,7 @@ TEST(SdsArchive, givesTheRecordsOfATime) {
   ASSERT_TRUE(bool(half)) << half.error().toStdString();
   ASSERT_EQ(half->records.size(), 1U);
   ASSERT_EQ(half->records[0]->npts(), 51);
+  EXPECT_NE(dynamic_cast<const SacSeismogram*>(half->records[0].get()), nullptr) << "no window of more than that";
   EXPECT_EQ(samplesOf(*half->records[0])[0], 100.0F);
   EXPECT_EQ(archive.records({}, utcOf(2011, 12, 31), utcOf(2011, 12, 31, 12))->records.size(), 2U);
   const QString none = archive.records({}, utcOf(2013, 1, 1), utcOf(2013, 1, 2)).error();

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/base/TimeText.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedOutline.h"
 #include "XOV_Graphics/seismic/prepare/RecordWindow.h"
 
@@ -103,6 +104,20 @@ void addDay(std::map<ChannelCodes, SdsChannel>& channels, const ChannelCodes& co
 std::optional<ChannelOutline> endsOf(const QString& path) {
   QFile file(path);
   return openForReading(file) ? miniSeedEnds(file) : std::nullopt;
+}
+
+/// What of a record lies between two times; null where nothing does. The record that was read is cut itself: unlike a
+/// window of it, it is then taken on as what it is, without a look at its samples.
+std::shared_ptr<SeismogramRecord> cutTo(const std::shared_ptr<SeismogramRecord>& record, const QDateTime& from,
+                                        const QDateTime& to) {
+  if (!from.isValid() && !to.isValid()) return record;
+  const Result<std::shared_ptr<RecordWindow>> window = windowOf(record, from, to);
+  if (!window) return nullptr;
+  const auto trace = std::dynamic_pointer_cast<SacSeismogram>(record);
+  if (!trace) return *window;
+  const std::size_t first = (*window)->firstIndex();
+  trace->keepSamples(first, std::size_t((*window)->npts()));
+  return trace;
 }
 
 QString timeSpanText(const QDateTime& from, const QDateTime& to) {
@@ -211,8 +226,7 @@ Result<SeismogramFile> SdsArchive::recordsOf(const ChannelCodes& codes, const QD
     if (!opened) return opened;
     SeismogramFile within{{}, opened->notes};
     for (const auto& record : opened->records) {
-      const Result<std::shared_ptr<RecordWindow>> window = windowOf(record, from, to);
-      if (window) within.records.push_back(*window);
+      if (auto part = cutTo(record, from, to)) within.records.push_back(std::move(part));
     }
     if (!within.records.empty()) return within;
     return Error{root_ + QStringLiteral(": the archive has no samples of ") + channelName(codes) +
