@@ -60,29 +60,36 @@ start() {
 }
 # Closes the desk by its key; what it remembers is then in its file.
 finish() {
+  # Without a window manager nobody gives the keyboard back when a dialog is closed.
+  xdotool windowfocus --sync "$(xdotool search --onlyvisible --name 'XOV Desk' | head -n 1)"
   xdotool key ctrl+q
   wait_for "its end" has_ended
 }
 
 # The drum of a day, from the command line.
-start "$data/day"
-wait_for "the drum" has_title 'Drum: day — XOV Desk'
-window=$(xdotool search --onlyvisible --name 'Drum: day — XOV Desk' | head -n 1)
+start "$data"/day/*.SAC
+wait_for "the drum" has_title 'Drum: XX.* — XOV Desk'
+window=$(xdotool search --onlyvisible --name 'Drum: XX.* — XOV Desk' | head -n 1)
 sleep 1
 
-# A stretch of the same files below it, by keys: a spectrogram beside the drum.
-xdotool mousemove --window "$window" 400 400 click 1
+# Zoomed to some hours by a box.
+xdotool mousemove --window "$window" 600 420 mousedown 1
+for step in 1 2 3 4 5; do xdotool mousemove_relative -- 30 12; sleep 0.1; done
+xdotool mouseup 1
+sleep 1
+
+# The same files another way, by a key: a spectrogram, beside the drum.
 xdotool key ctrl+8
-wait_for "the spectrogram" has_title 'Spectrogram: day — XOV Desk'
+wait_for "the spectrogram" has_title 'Spectrogram: XX.* — XOV Desk'
 sleep 1
 xdotool key ctrl+backslash
 sleep 1
 
 # Taken back and done again.
 xdotool key ctrl+z
-wait_for "the drum alone" has_title 'Drum: day — XOV Desk'
+wait_for "the drum alone" has_title 'Drum: XX.* — XOV Desk'
 xdotool key ctrl+shift+z
-wait_for "the spectrogram again" has_title 'Spectrogram: day — XOV Desk'
+wait_for "the spectrogram again" has_title 'Spectrogram: XX.* — XOV Desk'
 sleep 2
 
 # Both as pages of a file, whose name is typed.
@@ -98,9 +105,10 @@ head -c 5 pages.pdf | grep -q '%PDF-' || fail "pages.pdf is no PDF"
 finish
 has_bytes "$settings" || fail "nothing is remembered in $settings"
 grep -q '"kind": "drum"' "$settings" && grep -q '"kind": "spectrogram"' "$settings" || fail "panes are forgotten"
+grep -q '"part": ' "$settings" || fail "the zoom is forgotten"
 cp "$settings" before.json
 start
-wait_for "the spectrogram of the last time" has_title 'Spectrogram: day — XOV Desk'
+wait_for "the spectrogram of the last time" has_title 'Spectrogram: XX.* — XOV Desk'
 sleep 2
 finish
 cmp -s before.json "$settings" || { diff before.json "$settings"; fail "it is not as it was"; }

@@ -93,6 +93,11 @@ void Pane::takePlot() {
   std::unique_ptr<XOVView> made = make(*next_, page);
   if (!made) return showFailure();
   page_ = page;
+  // Where the same data are shown another way, the user looks at the same part of them.
+  if (view_ && view_->metaObject() == made->metaObject() && view_->shownPart() && !made->shownPart()) {
+    made->pictureOfRect(QRectF(0, 0, 1, 1));
+    made->showPart(view_->shownPart());
+  }
   const std::unique_ptr<PlotMaker> before = std::exchange(maker_, std::move(next_));
   Q_EMIT busyChanged(false);
   showView(std::move(made));
@@ -105,9 +110,8 @@ std::unique_ptr<XOVView> Pane::make(PlotMaker& maker, std::size_t page) {
 }
 
 void Pane::writeProperties(XOVView& view) {
-  const QMap<QString, QString>& properties = request_.properties;
-  for (auto property = properties.cbegin(); property != properties.cend(); ++property) {
-    const Status written = cli::setPlotProperty(view, property.key() + QLatin1Char('=') + property.value());
+  for (const QString& assignment : request_.assignments()) {
+    const Status written = cli::setPlotProperty(view, assignment);
     if (!written) say(written.error());
   }
 }
@@ -121,7 +125,15 @@ PlotRequest Pane::requestAsShown() {
   for (XOVView* const view : {usual.get(), view_.get()})
     view->pictureOfRect(QRectF(0, 0, 1, 1));
   shown.properties.clear();
+  if (const QString part = cli::shownPartText(*view_); !part.isEmpty()) {
+    shown.properties[QLatin1String(cli::kShownPart)] = part;
+    usual->showPart(view_->shownPart()); // a part changes limits and what keeps them
+    usual->pictureOfRect(QRectF(0, 0, 1, 1));
+  }
   for (const QMetaProperty& property : cli::plotProperties(*view_)) {
+    // Limits are what the user has set, or follow from the part and the drawing.
+    const bool isLimit = property.notifySignal().name() == "limitsChanged";
+    if (isLimit && !request_.properties.contains(QLatin1String(property.name()))) continue;
     const QString text = cli::plotPropertyText(property, property.read(view_.get()));
     if (text != cli::plotPropertyText(property, property.read(usual.get())))
       shown.properties[QLatin1String(property.name())] = text;
@@ -176,7 +188,7 @@ void Pane::showAdvance(const QString& what, qint64 done, qint64 total) {
 QString Pane::name() const {
   const PaneKind* const kind = paneKindOf(request_.kind);
   const QString title = kind != nullptr ? paneTitle(*kind) : request_.kind;
-  const QString files = request_.filesText();
+  const QString files = filesText(filesOf(request_));
   return files.isEmpty() ? title : tr("%1: %2").arg(title, files);
 }
 

@@ -110,6 +110,16 @@ PaneInput inputOf(const QString& path) {
   return PaneInput::Seismograms;
 }
 
+QStringList filesOf(const PlotRequest& request) {
+  const PaneKind* const kind = paneKindOf(request.kind);
+  if (kind == nullptr || kind->fileOption == nullptr || !request.files.isEmpty()) return request.files;
+  QStringList files;
+  for (qsizetype i = 0; i + 1 < request.options.size(); ++i) {
+    if (request.options[i] == QLatin1String(kind->fileOption)) files.append(request.options[i + 1]);
+  }
+  return files;
+}
+
 PlotRequest requestFor(const PaneKind& kind, const QStringList& files) {
   PlotRequest request;
   request.kind = QLatin1String(kind.command);

@@ -33,6 +33,9 @@ QString paneTitle(const PaneKind& kind);
 /// What a file holds, judged by its first lines and its name.
 PaneInput inputOf(const QString& path);
 
+/// The files that a request shows, whether they stand at its end or in the option of its kind.
+QStringList filesOf(const PlotRequest& request);
+
 /// A request of that kind for these files.
 PlotRequest requestFor(const PaneKind& kind, const QStringList& files);
 

@@ -1,6 +1,7 @@
 #include "apps/desk/panes/PlotRequest.h"
 
 #include "apps/desk/processing/ProcessingSteps.h"
+#include "apps/xov/output/PlotProperties.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -37,10 +38,21 @@ QStringList PlotRequest::words() const {
     for (const QStringList& step : wordsOf(listOfKept(steps)))
       words += step;
   }
-  for (auto property = properties.cbegin(); property != properties.cend(); ++property)
-    words += {QStringLiteral("--set"), property.key() + QLatin1Char('=') + property.value()};
+  for (const QString& assignment : assignments())
+    words += {QStringLiteral("--set"), assignment};
   if (!files.isEmpty()) words += QStringLiteral("--");
   return words + files;
+}
+
+// Properties that are set end a part.
+QStringList PlotRequest::assignments() const {
+  QStringList list;
+  QStringList part;
+  for (auto property = properties.cbegin(); property != properties.cend(); ++property) {
+    const bool isPart = property.key() == QLatin1String(cli::kShownPart);
+    (isPart ? part : list).append(property.key() + QLatin1Char('=') + property.value());
+  }
+  return list + part;
 }
 
 PlotRequest PlotRequest::withoutProperties() const {
@@ -59,7 +71,7 @@ QString PlotRequest::commandLine(const QSize& size) const {
   return QStringLiteral("xov ") + line.join(QLatin1Char(' '));
 }
 
-QString PlotRequest::filesText() const {
+QString filesText(const QStringList& files) {
   if (files.isEmpty()) return {};
   const QString first = QFileInfo(files.front()).fileName();
   if (files.size() == 1) return first;

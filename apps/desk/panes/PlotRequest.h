@@ -24,19 +24,22 @@ struct PlotRequest {
   /// The words of the command line behind the program's name.
   QStringList words() const;
 
+  /// The properties as "name=value", in the order in which they are to be written.
+  QStringList assignments() const;
+
   /// The same request with the properties that the view has of itself.
   PlotRequest withoutProperties() const;
 
   /// The same as a line for a shell, with the program's name in front and the size of the plot in points.
   QString commandLine(const QSize& size) const;
 
-  /// A short name: the file, or the first of several and how many there are besides.
-  QString filesText() const;
-
   QJsonObject toJson() const;
   /// What is missing or of another type is left empty.
   static PlotRequest fromJson(const QJsonObject& object);
 };
+
+/// A short name of files: that of the one, or of the first of several and how many there are besides.
+QString filesText(const QStringList& files);
 
 /// A word that a POSIX shell takes for this text: in quotes where it has to be.
 QString shellWord(const QString& text);

@@ -9,6 +9,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <XOV_Graphics/views/navigation/PlotNavigator.h>
+
 namespace xov::desk {
 
 namespace {
@@ -35,6 +37,8 @@ std::vector<ShortcutRow> shortcutsOf(const QWidget& window) {
   std::vector<ShortcutRow> rows;
   if (const auto* const main = qobject_cast<const QMainWindow*>(&window))
     addRows(rows, {}, main->menuWidget()->actions());
+  for (const PlotNavigator::Key& key : PlotNavigator::keys())
+    rows.push_back({sheetText("In plots"), key.effect, key.keys});
   return rows;
 }
 

@@ -16,7 +16,8 @@ struct ShortcutRow {
   bool operator==(const ShortcutRow&) const = default;
 };
 
-/// All shortcuts of the actions in the menus of a window, in the order of the menus.
+/// All shortcuts of the actions in the menus of a window, in the order of the menus, and what mouse and keys do in
+/// plots.
 std::vector<ShortcutRow> shortcutsOf(const QWidget& window);
 
 /// Opens a sheet with all shortcuts.

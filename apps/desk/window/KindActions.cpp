@@ -17,12 +17,6 @@ constexpr const char* kShared[] = {"--channels", "--stations", "--event"};
 
 QString actionName(const PaneKind& kind) { return QStringLiteral("show_") + QLatin1String(kind.command); }
 
-QStringList filesOf(const PaneKind& kind, const PlotRequest& request) {
-  if (kind.fileOption == nullptr) return request.files;
-  const qsizetype option = request.options.indexOf(QLatin1String(kind.fileOption));
-  return option < 0 ? QStringList() : request.options.mid(option + 1, 1);
-}
-
 } // namespace
 
 KindActions::KindActions(MainWindow& window) : QObject(&window), window_(window) {
@@ -44,8 +38,7 @@ KindActions::KindActions(MainWindow& window) : QObject(&window), window_(window)
 }
 
 PlotRequest KindActions::as(const PaneKind& kind, const PlotRequest& request) {
-  const PaneKind* const now = paneKindOf(request.kind);
-  PlotRequest wanted = requestFor(kind, now != nullptr ? filesOf(*now, request) : request.files);
+  PlotRequest wanted = requestFor(kind, filesOf(request));
   if (kind.input != PaneInput::Seismograms) return wanted;
   wanted.steps = request.steps;
   for (const char* const option : kShared) {

@@ -2,12 +2,15 @@
 
 #include "apps/desk/panes/PaneKinds.h"
 #include "apps/desk/properties/PropertyPanel.h"
+#include "apps/desk/window/DrumZoom.h"
 #include "apps/desk/window/FileActions.h"
 #include "apps/desk/window/FilesTool.h"
 #include "apps/desk/window/HelpSheet.h"
 #include "apps/desk/window/KindActions.h"
 #include "apps/desk/window/Memory.h"
 #include "apps/desk/window/OutputActions.h"
+#include "apps/desk/window/PaneHands.h"
+#include "apps/desk/window/PaneReadout.h"
 #include "apps/desk/window/PicksTool.h"
 #include "apps/desk/window/ProcessingTool.h"
 #include "apps/desk/window/RequestChange.h"
@@ -24,6 +27,8 @@
 #include <QStatusBar>
 #include <QThread>
 
+#include <algorithm>
+
 namespace xov::desk {
 
 namespace {
@@ -31,7 +36,7 @@ namespace {
 constexpr QSize kUsualSize(1200, 800);
 constexpr int kMessageMs = 10000;
 constexpr qsizetype kMostShownAtOnce = 100; // files; of more the user chooses from their list
-constexpr int kToolWidth = 300;
+constexpr int kToolWidth = 280;
 
 } // namespace
 
@@ -44,6 +49,7 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
   setCentralWidget(workspace_);
   setAcceptDrops(true);
   setDockNestingEnabled(true);
+  setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
   buildMenus();
   files_ = new FileActions(*this);
   output_ = new OutputActions(*this);
@@ -55,6 +61,9 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
   picks_ = new PicksTool(*this);
   themes_ = new ThemeActions(*this);
   memory_ = new Memory(*this, *files_, *list, *themes_);
+  new DrumZoom(*this);
+  new PaneHands(*this);
+  new PaneReadout(*this);
   addAction(QStringLiteral("help"), QStringLiteral("keys"), tr("&Keys…"), QKeySequence::HelpContents,
             [this] { showHelpSheet(*this); });
   statusBar();
@@ -175,7 +184,15 @@ QDockWidget* MainWindow::addToolDock(QWidget* widget, const QString& title, cons
   auto* const dock = new QDockWidget(title, this);
   dock->setObjectName(objectName);
   dock->setWidget(widget);
+  const QList<QDockWidget*> others = findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
+  const auto beside = std::ranges::find_if(
+      others, [&](QDockWidget* other) { return other != dock && dockWidgetArea(other) == area; });
   addDockWidget(area, dock);
+  // One at a time leaves plots their room; the first one lies in front.
+  if (beside != others.end()) {
+    tabifyDockWidget(*beside, dock);
+    (*beside)->raise();
+  }
   resizeDocks({dock}, {kToolWidth}, Qt::Horizontal);
   QAction* const toggle = dock->toggleViewAction();
   toggle->setObjectName(objectName + QStringLiteral("Shown"));

@@ -7,11 +7,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace xov::cli {
 
 namespace {
 
+constexpr std::size_t kNumbersOfPart = 5;
 constexpr const char* kNotOfPlots[] = {"exportPixelRatio", "mouseTrackInterval", "showZoomRect", "trackMouse"};
 
 Error expected(const QString& found, const QString& what) {
@@ -57,6 +59,24 @@ Result<QVariant> enumeratorOf(const QMetaEnum& names, const QString& text) {
   for (int i = 0; i < names.keyCount(); ++i)
     known.append(QLatin1String(names.key(i)));
   return expected(text, known.join(QStringLiteral(", ")));
+}
+
+Status showPart(XOVView& view, const QString& text) {
+  std::vector<double> numbers;
+  for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+    const Result<QVariant> number = numberOf(word);
+    if (!number) return Error{number.error()};
+    numbers.push_back(number->toDouble());
+  }
+  if (!numbers.empty() && numbers.size() != kNumbersOfPart)
+    return expected(text, QStringLiteral("the ends of x and of y and a gain, as 0 60 -1 1 2"));
+  // What the whole is, many a view computes when it draws.
+  view.pictureOfRect(QRectF(0, 0, 1, 1));
+  if (numbers.empty())
+    view.showPart({});
+  else
+    view.showPart(PlotPart{{numbers[0], numbers[1]}, {numbers[2], numbers[3]}, numbers[4]});
+  return {};
 }
 
 } // namespace
@@ -109,8 +129,21 @@ Result<QVariant> plotPropertyValue(const QMetaProperty& property, const QString&
   }
 }
 
+QString shownPartText(const XOVView& view) {
+  const std::optional<PlotPart>& part = view.shownPart();
+  if (!part) return {};
+  QStringList numbers;
+  for (const double number : {part->x.lower, part->x.upper, part->y.lower, part->y.upper, part->gain})
+    numbers.append(QString::number(number, 'g', QLocale::FloatingPointShortest));
+  return numbers.join(QLatin1Char(' '));
+}
+
 Status setPlotProperty(XOVView& view, const QString& assignment) {
   const QString name = assignment.section(QLatin1Char('='), 0, 0);
+  if (name == QLatin1String(kShownPart)) {
+    const Status shown = showPart(view, assignment.section(QLatin1Char('='), 1));
+    return shown ? Status() : Status(Error{name + QStringLiteral(": ") + shown.error()});
+  }
   const std::vector<QMetaProperty> properties = plotProperties(view);
   const auto property = std::ranges::find_if(
       properties, [&name](const QMetaProperty& candidate) { return name == QLatin1String(candidate.name()); });

@@ -21,7 +21,14 @@ QString plotPropertyText(const QMetaProperty& property, const QVariant& value);
 /// The value that a text stands for; the error says what was found and expected.
 Result<QVariant> plotPropertyValue(const QMetaProperty& property, const QString& text);
 
-/// Writes a property that is given as "name=value". The error names what was found and expected.
+/// Stands for the part of its data that a view shows, where properties are told by name.
+inline constexpr char kShownPart[] = "part";
+
+/// The part that a view shows, as text: the ends of x and of y, and the gain; empty while it shows the whole.
+QString shownPartText(const XOVView& view);
+
+/// Writes a property that is given as "name=value"; "part=0 60 -1 1 2" shows that part of the data. The error names
+/// what was found and expected.
 Status setPlotProperty(XOVView& view, const QString& assignment);
 
 } // namespace xov::cli

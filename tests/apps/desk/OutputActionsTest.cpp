@@ -32,9 +32,11 @@ TEST_F(OutputActionsTest, copiesTheCommandThatDrawsTheSame) {
   wanted.properties = {{"title", "My 'own' title"}, {"showZeroLine", "true"}};
   window_->changeRequest(pane, wanted, "Change");
   ASSERT_TRUE(hasPlot(*pane));
+  pane->view()->grab();
   pane->view()->resize(500, 333);
   pane->view()->setProperty("plotGainFactor", 0.7);
   pane->view()->setProperty("titleColor", QColor(Qt::red));
+  pane->view()->showPart(PlotPart{{10, 31.25}, {}, 2.5});
   pane->view()->setExportPixelRatio(1);
   ASSERT_TRUE(pane->view()->writePNGToFile(at("seen.png")));
   child<QAction>("copyCommand").trigger();

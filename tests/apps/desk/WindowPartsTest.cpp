@@ -10,9 +10,11 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDockWidget>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 
+#include <XOV_Graphics/views/timeline/helicorderView.h>
 #include <algorithm>
 #include <set>
 
@@ -98,6 +100,87 @@ TEST_F(KindActionsTest, findTheFileOfAnOption) {
             QStringList({"mechanism", "--", "/data/quakes.csv"}));
 }
 
+using DrumZoomTest = DeskTest;
+
+// Rows of an hour: a sixth of one about the place is shown, and what was done to the drum's records is done to it.
+TEST_F(DrumZoomTest, showsWhatWasClickedInAPaneThatIsUsedAgain) {
+  window_->show();
+  PlotRequest wanted = request("drum", {writeRecord("a.sac", "AAA", "BHZ", 2 * 36000)}); // two hours
+  wanted.steps = {{"--detrend", "mean"}};
+  Pane* const drum = window_->openPane(wanted);
+  ASSERT_TRUE(hasPlot(*drum));
+  auto* const view = qobject_cast<helicorderView*>(drum->view());
+  ASSERT_NE(view, nullptr);
+  view->grab(); // where rows lie is known when they are drawn
+  const auto click = [&](QPointF place) {
+    QTest::mouseClick(view, Qt::LeftButton, {}, {int(place.x()), view->height() - int(place.y())});
+  };
+  click(view->iRect().center());
+  ASSERT_EQ(window_->panes().size(), 2U);
+  Pane* const zoom = window_->currentPane();
+  ASSERT_TRUE(hasPlot(*zoom));
+  const QStringList words = zoom->request().words();
+  EXPECT_EQ(words.mid(0, 3), QStringList({"section", "--detrend", "mean"}));
+  ASSERT_EQ(zoom->request().steps.size(), 3);
+  const QDateTime start = QDateTime::fromString(zoom->request().steps[1].value(1), Qt::ISODateWithMs);
+  const QDateTime end = QDateTime::fromString(zoom->request().steps[2].value(1), Qt::ISODateWithMs);
+  EXPECT_EQ(start.msecsTo(end), 600000) << qPrintable(words.join(' '));
+  click(view->iRect().center() + QPointF(view->iRect().width() / 4, 0));
+  ASSERT_EQ(window_->panes().size(), 2U) << "the same pane";
+  const QDateTime later = QDateTime::fromString(zoom->request().steps[1].value(1), Qt::ISODateWithMs);
+  EXPECT_NEAR(double(start.msecsTo(later)), 900000.0, 20000.0) << "a quarter of a row on";
+}
+
+using PaneHandsTest = DeskTest;
+
+// The record lasts a minute; the box is the middle half of the frame.
+TEST_F(PaneHandsTest, zoomToABoxAndComeBack) {
+  window_->show();
+  Pane* const pane = window_->openPane(request("section", {writeRecord("a.sac", "AAA")}));
+  ASSERT_TRUE(hasPlot(*pane));
+  XOVView& view = *pane->view();
+  view.grab();
+  const QRectF frame = view.iRect();
+  const auto at = [&](double share) { return QPoint(int(frame.left() + frame.width() * share), view.height() / 2); };
+  QTest::mousePress(&view, Qt::LeftButton, {}, at(0.25));
+  for (const double share : {0.4, 0.6, 0.75})
+    QTest::mouseMove(&view, at(share) + QPoint(0, int(40 * share)));
+  QTest::mouseRelease(&view, Qt::LeftButton, {}, at(0.75) + QPoint(0, 30));
+  ASSERT_TRUE(view.shownPart());
+  EXPECT_NEAR(view.shownPart()->x.lower, 15, 0.5);
+  EXPECT_NEAR(view.shownPart()->x.upper, 45, 0.5);
+  const PlotRequest shown = pane->requestAsShown();
+  ASSERT_TRUE(shown.properties.contains("part"));
+  EXPECT_EQ(shown.properties.size(), 1) << "the part says it all: " << qPrintable(shown.words().join(' '));
+  PlotRequest filtered = pane->request();
+  filtered.steps = {{"--filter", "lowpass", "1"}};
+  const PlotPart part = *view.shownPart();
+  window_->changeRequest(pane, filtered, "Filter");
+  ASSERT_TRUE(hasPlot(*pane));
+  ASSERT_TRUE(pane->view()->shownPart()) << "the filtered trace is looked at where the raw one was";
+  EXPECT_EQ(pane->view()->shownPart()->x, part.x);
+  EXPECT_EQ(pane->view()->shownPart()->gain, part.gain);
+  child<QAction>("viewAll").trigger();
+  EXPECT_FALSE(pane->view()->shownPart());
+}
+
+using PaneReadoutTest = DeskTest;
+
+TEST_F(PaneReadoutTest, tellsWhatIsUnderThePointer) {
+  window_->show();
+  Pane* const pane = window_->openPane(request("section", {writeRecord("a.sac", "AAA")}));
+  ASSERT_TRUE(hasPlot(*pane));
+  XOVView& view = *pane->view();
+  view.grab();
+  const QPointF middle = view.iRect().center();
+  QTest::mouseMove(&view, {int(middle.x()), view.height() - int(middle.y())});
+  const QString text = child<QLabel>("readout").text();
+  EXPECT_TRUE(text.contains("AAA")) << qPrintable(text);
+  EXPECT_EQ(text, view.readout(view.convertPointFromWindow(view.mapTo(
+                                   view.window(), QPointF(int(middle.x()), view.height() - int(middle.y())))))
+                      .text());
+}
+
 using FileActionsTest = DeskTest;
 
 TEST_F(FileActionsTest, findThePathsInWhatIsPasted) {
@@ -117,6 +200,7 @@ TEST_F(HelpSheetTest, hasTheKeysOfAllMenus) {
   std::set<QString> keys;
   for (const ShortcutRow& row : rows)
     EXPECT_TRUE(keys.insert(row.keys).second) << "twice: " << qPrintable(row.keys);
+  EXPECT_GT(std::ranges::count(rows, QStringLiteral("In plots"), &ShortcutRow::menu), 5);
 }
 
 TEST_F(HelpSheetTest, leavesNoActionWithoutAName) {

@@ -63,6 +63,9 @@ TEST(PlotProperties, refuseWhatIsNone) {
   EXPECT_EQ(refusal("showZeroLine=1"), "showZeroLine: found '1', expected true or false");
   EXPECT_EQ(refusal("titleColor=reddish"), "titleColor: found 'reddish', expected a colour as red or #d55e00");
   EXPECT_EQ(refusal("stripPlacement=Anyhow").left(32), "stripPlacement: found 'Anyhow', ");
+  EXPECT_EQ(refusal("part=1 2"), "part: found '1 2', expected the ends of x and of y and a gain, as 0 60 -1 1 2");
+  EXPECT_EQ(refusal("part=1 2 3 4 x"), "part: found 'x', expected a number");
+  EXPECT_EQ(refusal("part=1 2 3 4 1e300"), "") << "the view takes the nearest that it can show";
   EXPECT_EQ(refusal("geometry=0").left(37), "found 'geometry', expected one of tit");
   EXPECT_EQ(view.lineWidth(), 1);
 }
