@@ -247,6 +247,8 @@ void setAll(RealTimeDisplayView& view) {
   view.setDrawOriginTimes(true);
   view.setBackGroundColor(Qt::magenta);
   view.setDrawingColor(Qt::magenta);
+  view.setShowLatency(true);
+  view.setLateSeconds(5);
 }
 
 void setAll(helicorderView& view) {

@@ -115,6 +115,8 @@ TEST_F(SectionReadout, namesTheRecordOfEachTraceAlongAnAxisToo) {
   const PlotReadout readout = view.readout(drawnTraces(recording)[2].points()[0] + QPointF(20, 0));
   EXPECT_NEAR(readout.value(QLatin1String("place")), 20, 1e-4);
   EXPECT_EQ(readout.find(QLatin1String("place"))->unit, QStringLiteral("degrees"));
+  // 40 degrees on 422 points, less than a tenth each.
+  EXPECT_TRUE(readout.text().endsWith(QStringLiteral("at distance 20.00 degrees"))) << qPrintable(readout.text());
   EXPECT_EQ(readout.value(QLatin1String("distance")), 20);
 }
 

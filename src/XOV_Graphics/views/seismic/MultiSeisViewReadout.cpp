@@ -24,7 +24,10 @@ std::vector<RecordTrace> MultiSeisView::recordTraces() const {
 
 void MultiSeisView::addToReadout(PlotReadout& readout, QPointF point) const {
   const auto records = wvfrmsArray();
-  if (records && layoutOf(*records).hasAxis) addAxisValue(readout, QLatin1String("place"), Qt::YAxis, point);
+  if (!records || !layoutOf(*records).hasAxis) return;
+  addAxisValue(readout, QLatin1String("place"), Qt::YAxis, point);
+  // Told apart from the distance of the record.
+  readout.quantities.back().text.prepend(QStringLiteral("at "));
 }
 
 // Degrees from the event.

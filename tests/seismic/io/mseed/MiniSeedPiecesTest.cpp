@@ -139,16 +139,16 @@ TEST(MiniSeedPieces, followAClockThatDrifts) {
 TEST(MiniSeedPieces, matchTheNearestOfSeveralThatCouldGoOn) {
   // Two pieces end 4 ms apart; a record that is due for the second goes there.
   PieceJoiner joiner;
-  EXPECT_EQ(joiner.add(RecordSpan{0, 100, 100}), 0U);
-  EXPECT_EQ(joiner.add(RecordSpan{4000, 100, 100}), 1U);
-  EXPECT_EQ(joiner.add(RecordSpan{kSecond + 4000, 100, 100}), 1U);
+  EXPECT_EQ(joiner.add(MiniSeedSpan{0, 100, 100}), 0U);
+  EXPECT_EQ(joiner.add(MiniSeedSpan{4000, 100, 100}), 1U);
+  EXPECT_EQ(joiner.add(MiniSeedSpan{kSecond + 4000, 100, 100}), 1U);
 }
 
 TEST(MiniSeedPieces, ofManyThousandOverlapsAreFoundQuickly) {
   // All start together, so that each is open when the next comes.
   PieceJoiner joiner;
   for (std::size_t i = 0; i < 200000; ++i)
-    ASSERT_EQ(joiner.add(RecordSpan{0, 1e-3, 100}), i);
+    ASSERT_EQ(joiner.add(MiniSeedSpan{0, 1e-3, 100}), i);
 }
 
 TEST(MiniSeedPieces, holdWhatLibmseedPacks) {

@@ -20,7 +20,7 @@ struct LossTally {
 /// A record with samples and where it lies in the file. Files hold many of them: it has nothing twice.
 struct IndexedRecord {
   qint64 offset = 0;
-  RecordSpan span;
+  MiniSeedSpan span;
   std::uint32_t channel = 0;
   SampleFormat format;
 };

@@ -21,7 +21,7 @@ QDateTime momentOfUs(std::int64_t us) {
 }
 
 /// The time of the last of so many samples.
-std::int64_t lastUs(const RecordSpan& span) {
+std::int64_t lastUs(const MiniSeedSpan& span) {
   if (span.rateHz <= 0) return span.startUs;
   const double us = double(span.sampleCount - 1) / span.rateHz * kMicrosecondsPerSecond;
   constexpr double kMost = 1e17; // three thousand years
@@ -29,8 +29,8 @@ std::int64_t lastUs(const RecordSpan& span) {
 }
 
 /// Takes records that are there twice by their headers away; how many.
-qint64 dropRepeated(std::vector<RecordSpan>& spans) {
-  const auto key = [](const RecordSpan& span) {
+qint64 dropRepeated(std::vector<MiniSeedSpan>& spans) {
+  const auto key = [](const MiniSeedSpan& span) {
     return std::make_tuple(span.startUs, span.sampleCount, span.rateHz);
   };
   if (!std::ranges::is_sorted(spans, {}, key)) std::ranges::sort(spans, {}, key);
@@ -40,14 +40,14 @@ qint64 dropRepeated(std::vector<RecordSpan>& spans) {
   return count;
 }
 
-ChannelOutline outlineOfSpans(const ChannelCodes& codes, const std::vector<RecordSpan>& spans) {
+ChannelOutline outlineOfSpans(const ChannelCodes& codes, const std::vector<MiniSeedSpan>& spans) {
   ChannelOutline outline;
   outline.codes = codes;
   outline.rateHz = spans.front().rateHz;
   PieceJoiner joiner;
   std::size_t pieces = 0;
   std::int64_t endUs = spans.front().startUs;
-  for (const RecordSpan& span : spans) {
+  for (const MiniSeedSpan& span : spans) {
     pieces = std::max(pieces, joiner.add(span) + 1);
     endUs = std::max(endUs, lastUs(span));
     outline.sampleCount += span.sampleCount;
@@ -61,7 +61,7 @@ ChannelOutline outlineOfSpans(const ChannelCodes& codes, const std::vector<Recor
 } // namespace
 
 Result<SeismogramOutline> outlineMiniSeedDevice(QIODevice& device, const QString& name, std::stop_token stop) {
-  std::vector<std::vector<RecordSpan>> spans;
+  std::vector<std::vector<MiniSeedSpan>> spans;
   const RecordSink keep = [&](const IndexedRecord& record, QByteArrayView /*bytes*/, MiniSeedIndex& /*index*/) {
     if (record.channel >= spans.size()) spans.resize(record.channel + 1);
     spans[record.channel].push_back(record.span);

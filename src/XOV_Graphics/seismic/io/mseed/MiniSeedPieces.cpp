@@ -15,11 +15,11 @@ constexpr std::int64_t kMostSamples = std::numeric_limits<int>::max();
 // Of pieces that all could go on with a record, this many are looked at: real files have one.
 constexpr int kMostCandidates = 16;
 
-std::int64_t duration(const RecordSpan& span) {
+std::int64_t duration(const MiniSeedSpan& span) {
   return std::llround(span.sampleCount / span.rateHz * kMicrosecondsPerSecond);
 }
 
-std::int64_t halfSample(const RecordSpan& span) { return std::llround(kMicrosecondsPerSecond / 2 / span.rateHz); }
+std::int64_t halfSample(const MiniSeedSpan& span) { return std::llround(kMicrosecondsPerSecond / 2 / span.rateHz); }
 
 } // namespace
 
@@ -29,7 +29,7 @@ bool PieceJoiner::OpenPiece::takes(const PieceExtent& extent) const {
 }
 
 PieceJoiner::OpenPieces::iterator PieceJoiner::pieceBefore(const PieceExtent& extent) {
-  const RecordSpan& span = extent.first;
+  const MiniSeedSpan& span = extent.first;
   const std::int64_t tolerance = halfSample(span);
   auto best = open_.end();
   auto candidate = open_.lower_bound(span.startUs - tolerance);
@@ -42,7 +42,7 @@ PieceJoiner::OpenPieces::iterator PieceJoiner::pieceBefore(const PieceExtent& ex
   return best;
 }
 
-std::size_t PieceJoiner::add(const RecordSpan& span) { return add(PieceExtent{span, span, span.sampleCount}); }
+std::size_t PieceJoiner::add(const MiniSeedSpan& span) { return add(PieceExtent{span, span, span.sampleCount}); }
 
 std::size_t PieceJoiner::add(const PieceExtent& extent) {
   const std::int64_t endUs = extent.last.startUs + duration(extent.last);
@@ -56,7 +56,7 @@ std::size_t PieceJoiner::add(const PieceExtent& extent) {
   return count_++;
 }
 
-void PieceExtent::add(const RecordSpan& span) {
+void PieceExtent::add(const MiniSeedSpan& span) {
   if (sampleCount == 0) first = span;
   last = span;
   sampleCount += span.sampleCount;
@@ -69,7 +69,7 @@ void PieceExtent::add(const PieceExtent& next) {
 }
 
 PieceTimes pieceTimes(const PieceExtent& extent, std::int64_t referenceMs) {
-  const RecordSpan& first = extent.first;
+  const MiniSeedSpan& first = extent.first;
   if (extent.sampleCount == 0) return {};
   const double nominal = 1 / first.rateHz;
   const auto before = double(extent.sampleCount - extent.last.sampleCount);

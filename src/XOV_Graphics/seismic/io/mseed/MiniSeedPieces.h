@@ -6,7 +6,7 @@
 namespace xov {
 
 /// Where a record's samples belong in time.
-struct RecordSpan {
+struct MiniSeedSpan {
   std::int64_t startUs = 0; ///< time of the first sample, microseconds since 1970
   double rateHz = 0;
   int sampleCount = 0;
@@ -14,11 +14,11 @@ struct RecordSpan {
 
 /// Where the records of a piece lie, put in one after the other.
 struct PieceExtent {
-  RecordSpan first;
-  RecordSpan last;
+  MiniSeedSpan first;
+  MiniSeedSpan last;
   std::int64_t sampleCount = 0; ///< of all records
 
-  void add(const RecordSpan& span);
+  void add(const MiniSeedSpan& span);
   /// Adds the records of a piece that goes on with this one.
   void add(const PieceExtent& next);
 };
@@ -32,7 +32,7 @@ class PieceJoiner {
 public:
   /// The number of the piece that a record belongs to. Records come in the order of their starts, and pieces are
   /// numbered in the order of theirs.
-  std::size_t add(const RecordSpan& span);
+  std::size_t add(const MiniSeedSpan& span);
   /// The same of records that are one piece already.
   std::size_t add(const PieceExtent& extent);
 

@@ -39,7 +39,7 @@ std::size_t& Stretches::openOf(std::size_t piece) {
   return open_[piece];
 }
 
-Stretch& Stretches::add(std::size_t piece, const RecordSpan& span) {
+Stretch& Stretches::add(std::size_t piece, const MiniSeedSpan& span) {
   std::size_t& open = openOf(piece);
   if (open == kNone) {
     open = all_.size();

@@ -22,7 +22,7 @@ class Stretches {
 public:
   /// The stretch that a record goes on with, a new one where its piece begins or was broken. Valid until the next
   /// call.
-  Stretch& add(std::size_t piece, const RecordSpan& span);
+  Stretch& add(std::size_t piece, const MiniSeedSpan& span);
   /// After a record of the piece that cannot be decoded.
   void breakOff(std::size_t piece);
 
