@@ -245,6 +245,8 @@ void setAll(RealTimeDisplayView& view) {
   view.setWaveformGain(2.5f);
   view.setOriginOnRight(false);
   view.setDrawOriginTimes(true);
+  view.setShowLatency(true);
+  view.setLateSeconds(7);
   view.setBackGroundColor(Qt::magenta);
   view.setDrawingColor(Qt::magenta);
   view.setShowLatency(true);
