@@ -84,6 +84,10 @@ void PicksTool::setUpAll() {
     dock->show();
   for (const QPointer<PickEditor>& editor : editors_)
     if (editor) setUp(*editor);
+  // So that keys reach the plot at once.
+  if (const Pane* const pane = window_.currentPane();
+      picking_->isChecked() && pane != nullptr && pane->view() != nullptr)
+    pane->view()->setFocus(Qt::OtherFocusReason);
 }
 
 void PicksTool::choose(const QString& id) {

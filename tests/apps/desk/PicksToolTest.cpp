@@ -55,6 +55,10 @@ protected:
 TEST_F(PicksToolTest, setsAPickByKeyAndTakesItBack) {
   SeismogramView* const view = section(writeRecord("a.sac", "AAA"));
   ASSERT_NE(view, nullptr);
+  child<QTableView>("picks").setFocus();
+  child<QAction>("pickByHand").setChecked(false);
+  child<QAction>("pickByHand").setChecked(true);
+  EXPECT_EQ(window_->focusWidget(), view) << "keys reach the plot at once";
   press(*view, Qt::Key_P);
   ASSERT_EQ(document().picks().size(), 1U);
   const Pick set = document().picks()[0];
