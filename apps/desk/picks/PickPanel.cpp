@@ -8,6 +8,12 @@
 
 namespace xov::desk {
 
+namespace {
+
+const QString kWidestTime = QStringLiteral("0000-00-00T00:00:00.000000000Z000");
+
+} // namespace
+
 PickPanel::PickPanel(PickDocument& document, QWidget* parent)
     : QTableView(parent),
       document_(&document),
@@ -22,6 +28,8 @@ PickPanel::PickPanel(PickDocument& document, QWidget* parent)
   sortByColumn(PickTableModel::Time, Qt::AscendingOrder);
   setSelectionBehavior(QAbstractItemView::SelectRows);
   verticalHeader()->hide();
+  setWordWrap(false);
+  horizontalHeader()->resizeSection(PickTableModel::Time, fontMetrics().horizontalAdvance(kWidestTime));
   horizontalHeader()->setStretchLastSection(true);
   connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
     if (current.isValid()) Q_EMIT chosen(idAt(current));

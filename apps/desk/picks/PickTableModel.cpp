@@ -6,6 +6,8 @@ namespace xov::desk {
 
 namespace {
 
+constexpr int kShownDigits = 3;
+
 QString secondsText(const std::optional<double>& seconds) {
   return seconds ? QString::number(*seconds, 'g', QLocale::FloatingPointShortest) : QString();
 }
@@ -110,7 +112,11 @@ int PickTableModel::columnCount(const QModelIndex& parent) const { return parent
 QVariant PickTableModel::data(const QModelIndex& index, int role) const {
   const std::optional<Pick> pick = pickAt(index.row());
   if (!pick || (role != Qt::DisplayRole && role != Qt::EditRole)) return {};
-  return textOf(*pick, index.column());
+  const bool isSeconds = index.column() == Lower || index.column() == Upper;
+  const QString text = textOf(*pick, index.column());
+  return isSeconds && role == Qt::DisplayRole && !text.isEmpty()
+             ? QString::number(text.toDouble(), 'g', kShownDigits) // what a pointer at a pixel says has many more
+             : text;
 }
 
 QVariant PickTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

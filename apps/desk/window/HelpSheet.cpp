@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include <XOV_Graphics/views/navigation/PlotNavigator.h>
+#include <XOV_Graphics/views/seismic/PickEditor.h>
 
 namespace xov::desk {
 
@@ -39,6 +40,8 @@ std::vector<ShortcutRow> shortcutsOf(const QWidget& window) {
     addRows(rows, {}, main->menuWidget()->actions());
   for (const PlotNavigator::Key& key : PlotNavigator::keys())
     rows.push_back({sheetText("In plots"), key.effect, key.keys});
+  for (const PickEditor::Key& key : PickEditor::keys())
+    rows.push_back({sheetText("On seismograms, while picking"), key.effect, key.keys});
   return rows;
 }
 
