@@ -76,3 +76,12 @@ TEST(SeedLinkStations, selectChannelsUnlessTheyAreExcluded) {
   EXPECT_FALSE(selectsChannel({"!BHZ", "BH?"}, "00", "BHZ"));
   EXPECT_TRUE(selectsChannel({"!BHZ"}, "00", "BHN"));
 }
+
+// What a client sends to a server is no list that was checked.
+TEST(SeedLinkStations, selectNoChannelWithAPatternThatIsTooShort) {
+  for (const char* pattern : {"", "Z", "HZ"}) {
+    EXPECT_FALSE(selectsChannel({pattern}, "00", "BHZ")) << pattern;
+    EXPECT_TRUE(selectsChannel({QByteArray("!") + pattern}, "00", "BHZ")) << pattern;
+  }
+  EXPECT_TRUE(selectsChannel({"B*"}, "00", "BHZ"));
+}

@@ -118,7 +118,7 @@ bool selectsChannel(const std::vector<QByteArray>& patterns, QByteArrayView loca
   const auto matches = [&](const QByteArray& pattern) {
     const QByteArray codes = withoutExclamation(pattern);
     if (codes == "*") return true;
-    const qsizetype channelAt = codes.size() - kChannelCharacters;
+    const qsizetype channelAt = std::max<qsizetype>(codes.size() - kChannelCharacters, 0);
     const QByteArray place = codes.first(channelAt);
     if (!matchesWildcards(codes.sliced(channelAt), channel)) return false;
     return place.isEmpty() || (place == "--" ? location.isEmpty() : matchesWildcards(place, location));
