@@ -136,6 +136,21 @@ struct Moment {
   double redrawMilliseconds = 0; // of the processor
 };
 
+/// Displays keep the shapes of the last thousand texts, and the clock gives them new ones each second: one that has
+/// been there for long has got them all.
+void drawAThousandClocks() {
+  constexpr int kClocks = 1100;
+  RealTimeFeed feed(1);
+  feed.append(soakHeader(0, kComponents[0]), kSoakStart, 1 / kSoakRateHz, std::vector<float>(10, 1));
+  const std::shared_ptr<const SeismogramArray> records = feed.records(); // the feed keeps it
+  realTimeDisplayView01 view(QRectF(0, 0, 300, 200));
+  view.setWvfrmsArray(records);
+  for (int second = 1; second <= kClocks; ++second) {
+    view.setRefDate(QDateTime::fromMSecsSinceEpoch(std::llround((kSoakStart - second) * 1000), Qt::UTC));
+    if (view.pictureOfRect(view.bounds()).isNull()) qFatal("soak: no picture");
+  }
+}
+
 /// A client of the server with a display, which is drawn five times a second.
 class SoakedDisplay {
 public:
@@ -252,6 +267,7 @@ SoakResult soak(double hours, double speed) {
   stateFile.close();
   const auto perChannel = std::int64_t(std::llround(hours * kSecondsPerHour * kSoakRateHz));
   const std::int64_t samples = perChannel * kStations * std::ssize(kComponents);
+  drawAThousandClocks();
   SoakedDisplay display(settings, std::min(kSecondsPerHour, hours * kSecondsPerHour * kWarmUp / 2));
   QElapsedTimer clock;
   clock.start();
