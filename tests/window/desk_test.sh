@@ -111,7 +111,11 @@ start
 wait_for "the spectrogram of the last time" has_title 'Spectrogram: XX.* — XOV Desk'
 sleep 2
 finish
-cmp -s before.json "$settings" || { diff before.json "$settings"; fail "it is not as it was"; }
+# Where a window stands that no window manager has placed, Qt guesses anew; and the state of the panes' places has the
+# least sizes of tabs that were not in front yet.
+sed -i '/"geometry":/d; /"workspace":/d' before.json
+sed '/"geometry":/d; /"workspace":/d' "$settings" >after.json
+cmp -s before.json after.json || { diff before.json after.json; fail "it is not as it was"; }
 
 # Broken settings do not keep it from starting, and are laid aside.
 echo '{"panes": [' >"$settings"

@@ -156,7 +156,7 @@ void Pane::showPage(std::size_t page) {
 
 // The view before goes while its maker is there.
 void Pane::showView(std::unique_ptr<XOVView> view) {
-  const bool hadFocus = view_ && view_->hasFocus();
+  const bool hadFocus = hasFocus() || (view_ && view_->hasFocus());
   if (view_) Q_EMIT viewGoing(view_.get());
   layers_->addWidget(view.get());
   layers_->setCurrentWidget(view.get());

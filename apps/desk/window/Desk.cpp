@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QStatusBar>
+#include <QTimer>
 
 namespace xov::desk {
 
@@ -23,6 +24,10 @@ void runDesk(const CommandRunner& run, const QStringList& paths) {
       if (!written) cli::complain(written.error());
     });
     window.show();
+    // Widths count when the window has laid itself out.
+    QTimer::singleShot(0, &window, [&window, &settings] {
+      if (settings.tools.isEmpty() || !window.restoreState(settings.tools)) window.settleTools();
+    });
     window.statusBar()->showMessage(note);
     if (!note.isEmpty()) cli::note(note);
     window.picks().session().keepJournal(QFileInfo(file).path());

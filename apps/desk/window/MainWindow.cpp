@@ -193,11 +193,18 @@ QDockWidget* MainWindow::addToolDock(QWidget* widget, const QString& title, cons
     tabifyDockWidget(*beside, dock);
     (*beside)->raise();
   }
-  resizeDocks({dock}, {kToolWidth}, Qt::Horizontal);
   QAction* const toggle = dock->toggleViewAction();
   toggle->setObjectName(objectName + QStringLiteral("Shown"));
   menus_.at(QStringLiteral("tools"))->addAction(toggle);
   return dock;
+}
+
+void MainWindow::settleTools() {
+  for (const Qt::DockWidgetArea area : {Qt::LeftDockWidgetArea, Qt::RightDockWidgetArea}) {
+    const QList<QDockWidget*> docks = findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto first = std::ranges::find_if(docks, [&](QDockWidget* dock) { return dockWidgetArea(dock) == area; });
+    if (first != docks.end()) resizeDocks({*first}, {kToolWidth}, Qt::Horizontal);
+  }
 }
 
 void MainWindow::openFiles(const QStringList& paths) {

@@ -44,6 +44,9 @@ public:
   /// Puts a tool beside the panes, with an entry in the menu of tools.
   QDockWidget* addToolDock(QWidget* widget, const QString& title, const QString& objectName, Qt::DockWidgetArea area);
 
+  /// Gives tools the width that they have at first, and plots the rest; once the window is shown.
+  void settleTools();
+
   /// The menu of that name ("file", "edit", "pane", "tools", "help"); must be one of these.
   QMenu* menu(const QString& name) const { return menus_.at(name); }
   /// Adds an action to a menu. The name is the action's object name.

@@ -49,9 +49,7 @@ Pane* Workspace::open(const PlotRequest& request, int number) {
   });
   Q_EMIT paneOpened(pane);
   pane->setRequest(request);
-  dock->show();
-  dock->raise();
-  setCurrentPane(pane);
+  goTo(*pane);
   return pane;
 }
 
