@@ -24,6 +24,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPointer>
+#include <QScreen>
 #include <QStatusBar>
 #include <QThread>
 
@@ -45,7 +46,7 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
       workspace_(new Workspace(std::move(run), this)) {
   setObjectName(QStringLiteral("desk"));
   setWindowTitle(tr("XOV Desk"));
-  resize(kUsualSize);
+  resize(kUsualSize.boundedTo(screen()->availableSize())); // which large scale factors make small
   setCentralWidget(workspace_);
   setAcceptDrops(true);
   setDockNestingEnabled(true);
