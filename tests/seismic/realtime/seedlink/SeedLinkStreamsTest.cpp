@@ -57,6 +57,13 @@ TEST(SeedLinkStreams, ofProtocol4AreJson) {
   EXPECT_EQ(textOf(*streams), "GE.WLF..BHZ 2020-09-13T12:26:40.000 2020-09-13T13:00:00.000|GR.GRA1.10.HHZ");
 }
 
+TEST(SeedLinkStreams, ofStationsWithoutAnIdentifierAreLeftOut) {
+  const auto streams = parseStreamsJson(R"({"station":[{"stream":[{"id":"00_B_H_Z"}]},
+                                                       {"id":"WLF","stream":[{"id":"00_B_H_N"}]}]})");
+  ASSERT_EQ(streams->size(), 1u);
+  EXPECT_EQ(channelName(streams->front().codes), channelName({"", "WLF", "00", "BHN"}));
+}
+
 TEST(SeedLinkStreams, thatAreDamagedAreRefused) {
   EXPECT_TRUE(parseStreamsJson("{]").error().startsWith("byte 2 of the answer: "));
   EXPECT_EQ(parseStreamsJson(R"({"error":{"code":"LIMIT","message":"too  much"}})").error(),

@@ -69,12 +69,14 @@ Result<std::vector<SeedLinkStream>> parseStreamsJson(const QByteArray& text) {
   std::vector<SeedLinkStream> streams;
   for (const auto& station : document.object().value("station").toArray()) {
     const QString id = station.toObject().value("id").toString();
-    const qsizetype underscore = std::max<qsizetype>(id.indexOf('_'), 0);
+    if (id.isEmpty()) continue;
+    const qsizetype underscore = id.indexOf('_'); // without one it is a station of no network
+    const QString network = id.left(std::max<qsizetype>(underscore, 0));
     for (const auto& value : station.toObject().value("stream").toArray()) {
       const QJsonObject stream = value.toObject();
       const auto codes = codesOf(stream.value("id").toString());
       if (!codes || (stream.contains("subformat") && stream.value("subformat").toString() != "D")) continue;
-      streams.push_back({{id.first(underscore), id.sliced(underscore + 1), codes->first, codes->second},
+      streams.push_back({{network, id.sliced(underscore + 1), codes->first, codes->second},
                          timeOf(stream.value("start_time").toString()),
                          timeOf(stream.value("end_time").toString())});
     }
