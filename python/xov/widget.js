@@ -45,18 +45,25 @@ function render({ model, el }) {
       frame.setAttribute("aria-label", message.text);
       return;
     }
+    if (message.kind === "error") {
+      line.textContent = message.text;
+      goOn();
+      return;
+    }
     const old = address;
     address = URL.createObjectURL(new Blob([buffers[0]], { type: "image/png" }));
     picture.src = address;
     if (old) URL.revokeObjectURL(old);
     frame.dataset.milliseconds = message.milliseconds;
     frame.dataset.pictures = Number(frame.dataset.pictures || 0) + 1;
+    goOn();
+  }
+
+  function goOn() {
     isBusy = false;
-    if (waits) {
-      const next = waits;
-      waits = null;
-      send(next);
-    }
+    const next = waits;
+    waits = null;
+    if (next) send(next);
   }
   model.on("msg:custom", heard);
 

@@ -1,6 +1,8 @@
 """A figure in a notebook that mouse and wheel move over its data, drawn in the kernel from all samples."""
 
+import asyncio
 import pathlib
+import threading
 import time
 
 _LARGEST_RATIO = 4
@@ -21,17 +23,31 @@ def widget_of(figure, page):
 
         def __init__(self):
             self.figure, self.page, self.ratio = figure, page, 1
+            self._thread = threading.get_ident()
+            try:
+                self._loop = asyncio.get_running_loop()
+            except RuntimeError:
+                self._loop = None
             width, height = figure.size(page)
             super().__init__(width=width, height=height)
             self.on_msg(self._heard)
 
         def _heard(self, _, message, buffers):
-            answer = self.act(message)
-            if answer is not None:
-                self.send(*answer)
+            # Newer kernels bring messages in threads of their own; plots are drawn in one.
+            if threading.get_ident() == self._thread or self._loop is None:
+                self._answer(message)
+            else:
+                self._loop.call_soon_threadsafe(self._answer, message)
+
+        def _answer(self, message):
+            try:
+                answer = self.act(message)
+            except Exception as error:  # the page must not wait for ever
+                answer = {"kind": "error", "text": str(error)}, []
+            self.send(*answer)
 
         def act(self, message):
-            """Does what the page asks for. The answer is a message and its buffers, or None."""
+            """Does what the page asks for, and returns the message and buffers of the answer."""
             started = time.perf_counter()
             kind = message.get("kind")
             numbers = [float(number) for number in message.get("numbers", ())]

@@ -87,3 +87,22 @@ def test_an_array_of_ten_million_is_drawn_from_all_samples_at_each_step():
     for picture in (row, zoomed):
         heights = numpy.where(picture.any(axis=1))[0]
         assert heights.min() < picture.shape[0] * 0.3, "the peak is there"
+
+
+def test_a_message_in_another_thread_is_answered_in_the_one_that_draws(figure):
+    pytest.importorskip("anywidget", reason="anywidget is not installed")
+    import asyncio
+    import threading
+
+    async def talk():
+        widget = figure.interactive()
+        answers = []
+        widget.send = lambda content, buffers=None: answers.append((threading.get_ident(), content["kind"]))
+        for message in ({"kind": "zoom", "numbers": [0.5, 450, 240]}, {"kind": "nonsense"}):
+            thread = threading.Thread(target=widget._heard, args=(widget, message, []))
+            thread.start()
+            thread.join()
+        await asyncio.sleep(0.01)
+        return answers
+
+    assert asyncio.run(talk()) == [(threading.get_ident(), "picture"), (threading.get_ident(), "error")]
