@@ -36,6 +36,14 @@ constexpr PaneKind kKinds[] = {
 // Of these extensions only seismograms are known.
 constexpr const char* kSeismogramSuffixes[] = {"sac", "mseed", "miniseed", "ms", "seed"};
 
+// Options that all commands for seismograms have, and how many values each takes.
+struct SharedOption {
+  const char* name;
+  int values;
+};
+constexpr SharedOption kSharedOptions[] = {
+    {"--archive", 1}, {"--between", 2}, {"--channels", 1}, {"--stations", 1}, {"--event", 1}};
+
 constexpr double kDrumSeconds = 6 * 3600.0;
 
 constexpr int kFilesLookedAt = 4; // of a folder
@@ -130,6 +138,17 @@ PlotRequest requestFor(const PaneKind& kind, const QStringList& files) {
       request.options += {QLatin1String(kind.fileOption), file};
   }
   return request;
+}
+
+PlotRequest requestOfKind(const PaneKind& kind, const PlotRequest& request) {
+  PlotRequest wanted = requestFor(kind, filesOf(request));
+  if (kind.input != PaneInput::Seismograms) return wanted;
+  wanted.steps = request.steps;
+  for (const SharedOption& option : kSharedOptions) {
+    const qsizetype place = request.options.indexOf(QLatin1String(option.name));
+    if (place >= 0) wanted.options += request.options.mid(place, 1 + option.values);
+  }
+  return wanted;
 }
 
 std::vector<PlotRequest> requestsFor(const QStringList& paths) {

@@ -39,6 +39,10 @@ QStringList filesOf(const PlotRequest& request);
 /// A request of that kind for these files.
 PlotRequest requestFor(const PaneKind& kind, const QStringList& files);
 
+/// What a request shows, as another kind: the same files and channels, of an archive the same time, and what is done
+/// to records.
+PlotRequest requestOfKind(const PaneKind& kind, const PlotRequest& request);
+
 /// What shows files best, those of one kind together: seismograms as a section, one alone that lasts long as a drum,
 /// events on a map, and so on. Each folder is taken for one of seismograms, on its own. Looks into the files, which
 /// may take a while.

@@ -1,6 +1,6 @@
 #include "apps/desk/window/DrumZoom.h"
 
-#include "apps/desk/window/KindActions.h"
+#include "apps/desk/panes/PaneKinds.h"
 #include "apps/desk/window/MainWindow.h"
 
 #include <QMouseEvent>
@@ -39,7 +39,7 @@ bool DrumZoom::eventFilter(QObject* watched, QEvent* event) {
 }
 
 PlotRequest DrumZoom::requestFor(const PlotRequest& drum, const DrumStretch& stretch) {
-  PlotRequest request = KindActions::as(*paneKindOf(QStringLiteral("section")), drum);
+  PlotRequest request = requestOfKind(*paneKindOf(QStringLiteral("section")), drum);
   request.steps.append(QStringList{QStringLiteral("--start"), timeText(stretch.begin, stretch.beginSeconds)});
   request.steps.append(QStringList{QStringLiteral("--end"), timeText(stretch.end, stretch.endSeconds)});
   return request;

@@ -40,6 +40,8 @@ std::vector<ShortcutRow> shortcutsOf(const QWidget& window) {
     addRows(rows, {}, main->menuWidget()->actions());
   for (const PlotNavigator::Key& key : PlotNavigator::keys())
     rows.push_back({sheetText("In plots"), key.effect, key.keys});
+  rows.push_back(
+      {sheetText("In plots"), sheetText("Measure in a box, or choose events by it"), sheetText("Alt+left button")});
   for (const PickEditor::Key& key : PickEditor::keys())
     rows.push_back({sheetText("On seismograms, while picking"), key.effect, key.keys});
   return rows;

@@ -12,9 +12,6 @@ namespace {
 
 constexpr int kShortcuts = 9;
 
-// Options that all commands for seismograms have, each with one value.
-constexpr const char* kShared[] = {"--channels", "--stations", "--event"};
-
 QString actionName(const PaneKind& kind) { return QStringLiteral("show_") + QLatin1String(kind.command); }
 
 } // namespace
@@ -27,7 +24,7 @@ KindActions::KindActions(MainWindow& window) : QObject(&window), window_(window)
     action->setObjectName(actionName(kind));
     if (++number <= kShortcuts) action->setShortcut(QKeyCombination(Qt::CTRL, Qt::Key(Qt::Key_0 + number)));
     connect(action, &QAction::triggered, this, [this, &kind] {
-      if (const Pane* const pane = window_.currentPane()) window_.openPane(as(kind, pane->request()));
+      if (const Pane* const pane = window_.currentPane()) window_.openPane(requestOfKind(kind, pane->request()));
     });
     menu->addAction(action);
   }
@@ -35,17 +32,6 @@ KindActions::KindActions(MainWindow& window) : QObject(&window), window_(window)
   connect(&window, &MainWindow::paneOpened, this,
           [this](Pane* pane) { connect(pane, &Pane::requestChanged, this, &KindActions::offer); });
   offer();
-}
-
-PlotRequest KindActions::as(const PaneKind& kind, const PlotRequest& request) {
-  PlotRequest wanted = requestFor(kind, filesOf(request));
-  if (kind.input != PaneInput::Seismograms) return wanted;
-  wanted.steps = request.steps;
-  for (const char* const option : kShared) {
-    const qsizetype place = request.options.indexOf(QLatin1String(option));
-    if (place >= 0) wanted.options += request.options.mid(place, 2);
-  }
-  return wanted;
 }
 
 // Kinds for other files than the pane's are not to be had.

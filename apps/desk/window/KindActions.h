@@ -14,9 +14,6 @@ class KindActions : public QObject {
 public:
   explicit KindActions(MainWindow& window);
 
-  /// What the request shows, as another kind: the same files and channels, and what is done to records.
-  static PlotRequest as(const PaneKind& kind, const PlotRequest& request);
-
 private:
   void offer();
 

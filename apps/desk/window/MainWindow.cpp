@@ -2,6 +2,7 @@
 
 #include "apps/desk/panes/PaneKinds.h"
 #include "apps/desk/properties/PropertyPanel.h"
+#include "apps/desk/window/BoxTool.h"
 #include "apps/desk/window/DrumZoom.h"
 #include "apps/desk/window/FileActions.h"
 #include "apps/desk/window/FilesTool.h"
@@ -64,6 +65,7 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
   memory_ = new Memory(*this, *files_, *list, *themes_);
   new DrumZoom(*this);
   new PaneHands(*this);
+  new BoxTool(*this); // behind the hands, whose boxes zoom: it is asked first
   new PaneReadout(*this);
   addAction(QStringLiteral("help"), QStringLiteral("keys"), tr("&Keys…"), QKeySequence::HelpContents,
             [this] { showHelpSheet(*this); });

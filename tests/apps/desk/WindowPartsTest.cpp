@@ -96,8 +96,16 @@ TEST_F(KindActionsTest, findTheFileOfAnOption) {
   PlotRequest map;
   map.kind = "map";
   map.options = {"--events", "/data/quakes.csv", "--plates", "bird"};
-  EXPECT_EQ(KindActions::as(*paneKindOf("mechanism"), map).words(),
+  EXPECT_EQ(requestOfKind(*paneKindOf("mechanism"), map).words(),
             QStringList({"mechanism", "--", "/data/quakes.csv"}));
+}
+
+TEST_F(KindActionsTest, keepTheArchiveAndItsTime) {
+  PlotRequest drum = request("drum", {"II.TLY.00.BHZ"});
+  drum.options = {"--archive", "/data", "--between", "2011-12-30", "2012-01-02", "--gain", "2"};
+  EXPECT_EQ(requestOfKind(*paneKindOf("spectrogram"), drum).words(),
+            QStringList({"spectrogram", "--archive", "/data", "--between", "2011-12-30", "2012-01-02", "--",
+                         "II.TLY.00.BHZ"}));
 }
 
 using DrumZoomTest = DeskTest;
