@@ -1,6 +1,7 @@
 #!/bin/sh
 # Drives the desk with real mouse and key events: desk_test.sh XOV EXAMPLE_DATA WORK_FOLDER
-# Opens the drum of a day, changes it, writes it out, closes the desk, opens it again and finds all as it was.
+# Opens the drum of a day, changes it, writes it out, closes the desk, opens it again and finds all as it was. Does the
+# same with a seismogram that is zoomed by the wheel, filtered and picked on.
 # Needs Xvfb and xdotool; without them it says so and exits 77, which ctest counts as skipped.
 set -u
 xov=$1
@@ -116,6 +117,57 @@ finish
 sed -i '/"geometry":/d; /"workspace":/d' before.json
 sed '/"geometry":/d; /"workspace":/d' "$settings" >after.json
 cmp -s before.json after.json || { diff before.json after.json; fail "it is not as it was"; }
+
+# Seismograms to pick on: the wheel zooms about the pointer, turned the other way it comes back.
+rm "$settings"
+start "$data"/section/XX.KITE.00.BHZ.SAC
+wait_for "the section" has_title 'Record section: XX.KITE.* — XOV Desk'
+window=$(xdotool search --onlyvisible --name 'Record section: XX.KITE.* — XOV Desk' | head -n 1)
+xdotool windowfocus --sync "$window"
+sleep 1
+xdotool mousemove --window "$window" 600 420
+for notch in 1 2 3 4 5 6; do xdotool click 4; done
+for notch in 1 2; do xdotool click 5; done
+
+# Filtered by a key, a P where the pointer is, and the picks in a file.
+xdotool key ctrl+f
+sleep 1
+xdotool key ctrl+k
+sleep 1
+xdotool mousemove_relative -- 7 0
+sleep 0.3
+xdotool key p
+sleep 0.3
+xdotool key ctrl+shift+s
+wait_for "the dialog" has_title 'Save Picks'
+sleep 1
+xdotool key ctrl+a
+xdotool type --delay 20 "$work/picks.xml"
+xdotool key Return
+wait_for "picks.xml" has_bytes picks.xml
+[ "$(grep -c '<pick ' picks.xml)" = 1 ] || fail "picks.xml has no pick, or several"
+grep -q '<phaseHint>P</phaseHint>' picks.xml || fail "the pick is no P"
+grep -q 'stationCode="KITE"' picks.xml || fail "the pick is not of the station"
+finish
+grep -q '"bandpass"' "$settings" || fail "the filter is forgotten"
+grep -q '"part": ' "$settings" || fail "what the wheel showed is forgotten"
+cp "$settings" before.json
+
+# All is there again: the filtered part, and the pick, which is written once more.
+cp picks.xml picks_before.xml
+start
+wait_for "the section of the last time" has_title 'Record section: XX.KITE.* — XOV Desk'
+sleep 2
+rm picks.xml
+xdotool windowfocus --sync "$(xdotool search --onlyvisible --name 'XOV Desk' | head -n 1)"
+xdotool key ctrl+shift+s
+wait_for "picks.xml anew" has_bytes picks.xml
+finish
+sed -i '/"geometry":/d; /"workspace":/d' before.json
+sed '/"geometry":/d; /"workspace":/d' "$settings" >after.json
+cmp -s before.json after.json || { diff before.json after.json; fail "it is not as it was"; }
+pick_of() { sed -n '/<pick /,/<\/pick>/p' "$1"; }
+[ "$(pick_of picks.xml)" = "$(pick_of picks_before.xml)" ] || fail "the pick is another one"
 
 # Broken settings do not keep it from starting, and are laid aside.
 echo '{"panes": [' >"$settings"

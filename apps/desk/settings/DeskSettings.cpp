@@ -27,6 +27,8 @@ constexpr char kCurrent[] = "current";
 constexpr char kRecent[] = "recent";
 constexpr char kTheme[] = "theme";
 constexpr char kDarkPlots[] = "darkPlots";
+constexpr char kPicks[] = "picks";
+constexpr char kPicking[] = "picking";
 constexpr char kSampleMegabytes[] = "sampleMegabytes";
 
 QString textOf(const QByteArray& bytes) { return QString::fromLatin1(bytes.toBase64()); }
@@ -61,6 +63,8 @@ QByteArray DeskSettings::toJson() const {
                            {QLatin1String(kRecent), QJsonArray::fromStringList(recent)},
                            {QLatin1String(kTheme), theme},
                            {QLatin1String(kDarkPlots), darkPlots},
+                           {QLatin1String(kPicks), picks},
+                           {QLatin1String(kPicking), isPicking},
                            {QLatin1String(kSampleMegabytes), sampleMegabytes}};
   return QJsonDocument(object).toJson();
 }
@@ -87,6 +91,8 @@ Result<DeskSettings> DeskSettings::fromJson(const QByteArray& text) {
     settings.addRecent((*--path).toString());
   settings.theme = object[QLatin1String(kTheme)].toString();
   settings.darkPlots = object[QLatin1String(kDarkPlots)].toBool();
+  settings.picks = object[QLatin1String(kPicks)].toString();
+  settings.isPicking = object[QLatin1String(kPicking)].toBool();
   settings.sampleMegabytes = object[QLatin1String(kSampleMegabytes)].toInt(settings.sampleMegabytes);
   return settings;
 }

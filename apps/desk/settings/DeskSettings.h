@@ -32,6 +32,8 @@ struct DeskSettings {
   QStringList recent;
   QString theme;
   bool darkPlots = false;
+  QString picks;             ///< the file of the picks
+  bool isPicking = false;    ///< by hand
   int sampleMegabytes = 512; ///< of memory for samples of large files
 
   bool operator==(const DeskSettings&) const = default;

@@ -4,6 +4,7 @@
 #include "apps/desk/window/FileActions.h"
 #include "apps/desk/window/FilesTool.h"
 #include "apps/desk/window/MainWindow.h"
+#include "apps/desk/window/PicksTool.h"
 #include "apps/desk/window/Theme.h"
 
 namespace xov::desk {
@@ -28,6 +29,8 @@ DeskSettings Memory::now() const {
   settings.theme = themes_.theme();
   settings.darkPlots = themes_.darkPlots();
   settings.sampleMegabytes = list_.panel().sampleMegabytes();
+  settings.picks = window_.picks().session().path();
+  settings.isPicking = window_.picks().isPicking();
   return settings;
 }
 
@@ -44,6 +47,8 @@ void Memory::restore(const DeskSettings& settings, bool withPanes) {
     workspace.open(pane.request, pane.number)->setFirstPage(std::size_t(pane.page));
   workspace.restoreState(settings.workspace);
   if (Pane* const current = workspace.pane(settings.current)) workspace.goTo(*current);
+  if (!settings.picks.isEmpty()) window_.picks().session().open(settings.picks);
+  window_.picks().setPicking(settings.isPicking);
 }
 
 } // namespace xov::desk

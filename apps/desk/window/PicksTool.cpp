@@ -36,7 +36,8 @@ PicksTool::PicksTool(MainWindow& window)
 }
 
 void PicksTool::addActions() {
-  picking_ = window_.addAction(kTools, QStringLiteral("pickByHand"), tr("&Pick with Mouse and Keys"), {}, [] {});
+  picking_ = window_.addAction(kTools, QStringLiteral("pickByHand"), tr("&Pick with Mouse and Keys"),
+                               Qt::CTRL | Qt::Key_K, [] {});
   picking_->setCheckable(true);
   connect(picking_, &QAction::toggled, this, &PicksTool::setUpAll);
   expecting_ = window_.addAction(kTools, QStringLiteral("expectedArrivals"), tr("&Expected Arrivals"), {}, [] {});

@@ -2,10 +2,9 @@
 
 #include "apps/desk/picks/PickSession.h"
 
+#include <QAction>
 #include <QList>
 #include <QPointer>
-
-class QAction;
 
 namespace xov {
 class PickEditor;
@@ -25,6 +24,9 @@ public:
   explicit PicksTool(MainWindow& window);
 
   PickSession& session() { return *session_; }
+  /// Whether mouse and keys set picks.
+  bool isPicking() const { return picking_->isChecked(); }
+  void setPicking(bool isPicking) { picking_->setChecked(isPicking); }
   /// Whether the window may close now. Where picks are not saved the user is asked, without blocking, and the window
   /// closes when that is settled.
   bool mayClose();

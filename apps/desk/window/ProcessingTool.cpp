@@ -15,6 +15,9 @@ ProcessingTool::ProcessingTool(MainWindow& window) : QObject(&window), window_(w
                    [this] {
                      if (const Pane* const pane = window_.currentPane()) setRaw(!pane->request().isRaw);
                    });
+  window.addAction(QStringLiteral("pane"), QStringLiteral("addFilter"), tr("&Filter"), Qt::CTRL | Qt::Key_F, [this] {
+    if (panel_->isEnabled()) panel_->addStep(*stepKindOf(QStringLiteral("--filter")));
+  });
   connect(panel_, &ProcessingPanel::stepsWished, this, [this](const ProcessingList& steps, const QString& what) {
     Pane* const pane = window_.currentPane();
     if (pane == nullptr) return;

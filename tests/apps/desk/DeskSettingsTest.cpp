@@ -21,6 +21,8 @@ DeskSettings someSettings() {
   settings.theme = "dark";
   settings.darkPlots = true;
   settings.sampleMegabytes = 64;
+  settings.picks = "/data/picks.xml";
+  settings.isPicking = true;
   return settings;
 }
 

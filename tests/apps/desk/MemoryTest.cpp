@@ -1,5 +1,6 @@
 #include "apps/desk/window/Memory.h"
 
+#include "apps/desk/window/PicksTool.h"
 #include "tests/apps/desk/DeskFixture.h"
 
 #include <QAction>
@@ -40,6 +41,27 @@ TEST_F(MemoryTest, bringsPanesBackAsTheyWere) {
   EXPECT_TRUE(QTest::qWaitFor([&] {
     return firstAgain->mapToGlobal(QPoint()).x() < secondAgain->mapToGlobal(QPoint()).x();
   })) << "beside each other";
+}
+
+TEST_F(MemoryTest, bringsPicksBackAndPickingGoesOn) {
+  Pick pick;
+  pick.phase = "P";
+  pick.time = *parseUtcNanoseconds(u"2011-03-11T05:47:45Z");
+  pick.channel = {"XX", "AAA", "", "BHZ"};
+  window_->picks().session().document().add(pick);
+  ASSERT_TRUE(window_->picks().session().save(at("picks.xml")));
+  child<QAction>("pickByHand").trigger();
+  const DeskSettings settings = window_->memory().now();
+
+  window_ = std::make_unique<MainWindow>(runner());
+  window_->memory().restore(settings, true);
+  const PickArray& picks = window_->picks().session().document().picks();
+  ASSERT_EQ(picks.size(), 1U);
+  EXPECT_EQ(picks[0].phase, "P");
+  EXPECT_EQ(picks[0].time, pick.time);
+  EXPECT_FALSE(window_->picks().session().isModified());
+  EXPECT_EQ(window_->picks().session().path(), at("picks.xml"));
+  EXPECT_TRUE(window_->picks().isPicking());
 }
 
 TEST_F(MemoryTest, opensNoPanesWhereFilesAreGiven) {

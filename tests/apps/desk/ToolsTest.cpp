@@ -57,6 +57,14 @@ TEST_F(ToolsTest, showStepsOfTheCurrentPaneAndTakeThemBack) {
   EXPECT_EQ(processing().model().rowCount(), 2);
 }
 
+TEST_F(ToolsTest, filterByAKey) {
+  child<QAction>("addFilter").trigger();
+  Pane* const pane = window_->openPane(request("section", {writeRecord("a.sac", "AAA")}));
+  EXPECT_EQ(child<QAction>("addFilter").shortcut(), QKeySequence("Ctrl+F"));
+  child<QAction>("addFilter").trigger();
+  EXPECT_EQ(pane->request().steps, (QList<QStringList>{{"--filter", "bandpass", "1", "10"}}));
+}
+
 TEST_F(ToolsTest, haveRawDataAKeyAway) {
   Pane* const pane = window_->openPane(request("section", {writeRecord("a.sac", "AAA")}));
   add("--differentiate");
