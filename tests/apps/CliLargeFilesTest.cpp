@@ -25,7 +25,7 @@ TEST_F(CliLargeFiles, looksTheSameReadAsItIsDrawnWithAnIndexAndWithout) {
   for (const QStringList& command :
        {QStringList{"section", "a.SAC", "b.SAC"}, QStringList{"drum", "a.SAC", "--row-duration", "600"},
         QStringList{"panels", "a.SAC", "b.SAC"}, QStringList{"spectrogram", "a.SAC"},
-        QStringList{"ppsd", "a.SAC", "--segment", "600"},
+        QStringList{"ppsd", "a.SAC", "--segment", "600", "--no-noise-models"},
         QStringList{"section", "a.SAC", "--start", "100", "--end", "103"}}) {
     EXPECT_EQ(xov(command + QStringList{"-o", "read.png"}).status, 0);
     for (const char* name : {"first.png", "second.png"}) {
