@@ -27,7 +27,7 @@ constexpr StepKind kKinds[] = {
     {"--start", QT_TRANSLATE_NOOP("ProcessingStep", "Cut before"), "0", nullptr},
     {"--end", QT_TRANSLATE_NOOP("ProcessingStep", "Cut after"), "60", nullptr},
     {"--around", QT_TRANSLATE_NOOP("ProcessingStep", "Window around a phase"), "P -10 60", nullptr},
-    {"--filter", QT_TRANSLATE_NOOP("ProcessingStep", "Filter"), "bandpass 1 10", nullptr},
+    {"--filter", QT_TRANSLATE_NOOP("ProcessingStep", "Filter"), "bandpass 0.5 4", nullptr},
     {"--corners", QT_TRANSLATE_NOOP("ProcessingStep", "Filter poles"), "4", "--filter"},
     {"--zero-phase", QT_TRANSLATE_NOOP("ProcessingStep", "Zero-phase filters"), nullptr, "--filter"},
     {"--detrend", QT_TRANSLATE_NOOP("ProcessingStep", "Detrend"), "linear", nullptr},

@@ -42,7 +42,7 @@ TEST_F(ProcessingPanelTest, addsMovesAndTakesAwayWhatIsSelected) {
   add("--filter");
   add("--integrate");
   EXPECT_EQ(options(), (QStringList{"--detrend", "--filter", "--integrate"}));
-  EXPECT_EQ(panel_.model().steps()[1].value, "bandpass 1 10");
+  EXPECT_EQ(panel_.model().steps()[1].value, "bandpass 0.5 4");
   EXPECT_FALSE(button("stepDown").isEnabled()) << "the last one is selected";
   button("stepUp").click();
   EXPECT_EQ(options(), (QStringList{"--detrend", "--integrate", "--filter"}));

@@ -62,7 +62,10 @@ TEST_F(ToolsTest, filterByAKey) {
   Pane* const pane = window_->openPane(request("section", {writeRecord("a.sac", "AAA")}));
   EXPECT_EQ(child<QAction>("addFilter").shortcut(), QKeySequence("Ctrl+F"));
   child<QAction>("addFilter").trigger();
-  EXPECT_EQ(pane->request().steps, (QList<QStringList>{{"--filter", "bandpass", "1", "10"}}));
+  EXPECT_EQ(pane->request().steps, (QList<QStringList>{{"--filter", "bandpass", "0.5", "4"}}));
+  ASSERT_TRUE(hasPlot(*pane));
+  EXPECT_TRUE(pane->messages().isEmpty()) << "a band that 10 samples a second have: "
+                                          << qPrintable(pane->messages().join(' '));
 }
 
 TEST_F(ToolsTest, haveRawDataAKeyAway) {
