@@ -16,11 +16,11 @@ enum class PaneInput : std::uint8_t { Seismograms, Events, Columns, Grid, Lines 
 
 /// A kind of pane.
 struct PaneKind {
-  const char* command; ///< of xov that draws it
-  const char* title;   ///< in English; paneTitle() is that in the user's language
-  PaneInput input;
+  const char* command;    ///< of xov that draws it
+  const char* title;      ///< in English; paneTitle() is that in the user's language
   const char* fileOption; ///< that names the file; nullptr where files stand at the end
-  bool isOfTime = false;  ///< whether its x is time, of rows where it has several
+  PaneInput input;
+  bool isOfTime = false; ///< whether its x is time, of rows where it has several
 };
 
 std::span<const PaneKind> paneKinds();

@@ -23,7 +23,7 @@ constexpr char kRaw[] = "raw";
 QStringList textsOf(const QJsonValue& value) {
   QStringList texts;
   const QJsonArray array = value.toArray();
-  for (const QJsonValue& item : array) {
+  for (const auto& item : array) {
     if (item.isString()) texts.append(item.toString());
   }
   return texts;
@@ -100,7 +100,7 @@ PlotRequest PlotRequest::fromJson(const QJsonObject& object) {
   request.files = textsOf(object[QLatin1String(kFiles)]);
   request.isRaw = object[QLatin1String(kRaw)].toBool();
   const QJsonArray stepArray = object[QLatin1String(kSteps)].toArray();
-  for (const QJsonValue& step : stepArray)
+  for (const auto& step : stepArray)
     request.steps.append(textsOf(step));
   const QJsonObject propertyObject = object[QLatin1String(kProperties)].toObject();
   for (auto property = propertyObject.begin(); property != propertyObject.end(); ++property)

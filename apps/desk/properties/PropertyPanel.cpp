@@ -40,7 +40,8 @@ void PropertyPanel::build() {
   if (view_) {
     std::vector<QMetaProperty> properties = cli::plotProperties(*view_);
     const int own = XOVView::staticMetaObject.propertyCount();
-    std::ranges::stable_partition(properties, [own](const QMetaProperty& p) { return p.propertyIndex() >= own; });
+    std::stable_partition(properties.begin(), properties.end(),
+                          [own](const QMetaProperty& p) { return p.propertyIndex() >= own; });
     for (const QMetaProperty& property : properties) {
       PropertyEditor* const editor = PropertyEditor::make(property, form);
       connect(editor, &PropertyEditor::edited, this,

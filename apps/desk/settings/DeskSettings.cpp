@@ -83,7 +83,7 @@ Result<DeskSettings> DeskSettings::fromJson(const QByteArray& text) {
   settings.tools = bytesOf(object[QLatin1String(kTools)]);
   settings.workspace = bytesOf(object[QLatin1String(kWorkspace)]);
   const QJsonArray paneArray = object[QLatin1String(kPanes)].toArray();
-  for (const QJsonValue& pane : paneArray)
+  for (const auto& pane : paneArray)
     addPane(settings.panes, pane.toObject());
   settings.current = object[QLatin1String(kCurrent)].toInt();
   const QJsonArray recentArray = object[QLatin1String(kRecent)].toArray();

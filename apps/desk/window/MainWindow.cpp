@@ -24,7 +24,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QPointer>
 #include <QScreen>
 #include <QStatusBar>
 #include <QThread>
@@ -218,15 +217,12 @@ void MainWindow::openFiles(const QStringList& paths) {
   shown.removeIf([](const QString& path) { return QFileInfo(path).isDir(); });
   if (shown.isEmpty() || shown.size() > kMostShownAtOnce) return;
   statusBar()->showMessage(tr("Looking into %n file(s)…", nullptr, int(shown.size())));
-  const QPointer<MainWindow> window(this);
-  QThread* const thread = QThread::create([window, shown] {
-    std::vector<PlotRequest> requests = requestsFor(shown);
-    QMetaObject::invokeMethod(qApp, [window, requests = std::move(requests)] {
-      if (!window) return;
-      window->statusBar()->clearMessage();
-      for (const PlotRequest& request : requests)
-        window->openPane(request);
-    });
+  const auto requests = std::make_shared<std::vector<PlotRequest>>();
+  QThread* const thread = QThread::create([requests, shown] { *requests = requestsFor(shown); });
+  connect(thread, &QThread::finished, this, [this, requests] {
+    statusBar()->clearMessage();
+    for (const PlotRequest& request : *requests)
+      openPane(request);
   });
   connect(thread, &QThread::finished, thread, &QThread::deleteLater);
   thread->start();

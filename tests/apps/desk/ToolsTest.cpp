@@ -64,8 +64,8 @@ TEST_F(ToolsTest, filterByAKey) {
   child<QAction>("addFilter").trigger();
   EXPECT_EQ(pane->request().steps, (QList<QStringList>{{"--filter", "bandpass", "0.5", "4"}}));
   ASSERT_TRUE(hasPlot(*pane));
-  EXPECT_TRUE(pane->messages().isEmpty()) << "a band that 10 samples a second have: "
-                                          << qPrintable(pane->messages().join(' '));
+  EXPECT_TRUE(pane->messages().isEmpty())
+      << "a band that 10 samples a second have: " << qPrintable(pane->messages().join(' '));
 }
 
 TEST_F(ToolsTest, haveRawDataAKeyAway) {

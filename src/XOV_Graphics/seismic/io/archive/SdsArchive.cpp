@@ -169,8 +169,8 @@ Result<std::vector<SdsChannel>> SdsArchive::channels(const QStringList& patterns
 
 QStringList SdsArchive::dayFiles(const ChannelCodes& codes, const QDate& from, const QDate& to) const noexcept {
   QStringList paths;
-  const auto& [network, station, location, channel] = codes;
   const Status listed = guarded(root_, [&] {
+    const auto& [network, station, location, channel] = codes;
     for (const fs::path& year : entriesOf(systemPathOf(root_))) {
       if (!isYear(year)) continue;
       const int number = nameOf(year).toInt();

@@ -34,9 +34,10 @@ qint64 dropRepeated(std::vector<MiniSeedSpan>& spans) {
     return std::make_tuple(span.startUs, span.sampleCount, span.rateHz);
   };
   if (!std::ranges::is_sorted(spans, {}, key)) std::ranges::sort(spans, {}, key);
-  const auto [first, last] = std::ranges::unique(spans, {}, key);
-  const qint64 count = last - first;
-  spans.erase(first, last);
+  const auto same = [&key](const MiniSeedSpan& a, const MiniSeedSpan& b) { return key(a) == key(b); };
+  const auto first = std::unique(spans.begin(), spans.end(), same);
+  const qint64 count = spans.end() - first;
+  spans.erase(first, spans.end());
   return count;
 }
 
