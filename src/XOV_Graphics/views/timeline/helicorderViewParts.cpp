@@ -5,6 +5,8 @@
 #include "XOV_Graphics/views/timeline/PageStart.h"
 #include "XOV_Graphics/views/timeline/helicorderView.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <cmath>
 
@@ -119,6 +121,7 @@ std::vector<QLineF> helicorderView::linesAt(double x) const {
 
 void helicorderView::applyPart() {
   const DrumRows rows = rowsOfPart();
+  const auto tell = qScopeGuard([this] { Q_EMIT settingsChanged(); });
   if (!shownPart()) {
     const WholePage page = wholePage();
     wholePage_.reset();
@@ -130,7 +133,6 @@ void helicorderView::applyPart() {
     pageStart_ = isWholePage ? wholePage_->start : movedOn(momentOfZero(), shownPart()->x.lower);
     rowDuration_ = isWholePage ? wholePage_->rowDuration : float(shownPart()->x.width() / rows.count);
   }
-  Q_EMIT settingsChanged();
 }
 
 // A page that one moves over has no rows beside it, which would stand in title and scale. Times count from its begin,
