@@ -59,10 +59,16 @@ start() {
   QT_QPA_PLATFORM=xcb "$xov" desk "$@" >desk.log 2>&1 &
   desk=$!
 }
+has_no_dialog() { ! xdotool search --onlyvisible --name 'Export All|Save Picks'; }
+focus() { timeout 2 xdotool windowfocus --sync "$(xdotool search --onlyvisible --name 'XOV Desk' | head -n 1)"; }
+# Without a window manager nobody gives the keyboard back when a dialog is closed.
+take_keys() {
+  wait_for "the end of dialogs" has_no_dialog
+  wait_for "the keyboard" focus
+}
 # Closes the desk by its key; what it remembers is then in its file.
 finish() {
-  # Without a window manager nobody gives the keyboard back when a dialog is closed.
-  xdotool windowfocus --sync "$(xdotool search --onlyvisible --name 'XOV Desk' | head -n 1)"
+  take_keys
   xdotool key ctrl+q
   wait_for "its end" has_ended
 }
@@ -123,7 +129,7 @@ rm "$settings"
 start "$data"/section/XX.KITE.00.BHZ.SAC
 wait_for "the section" has_title 'Record section: XX.KITE.* — XOV Desk'
 window=$(xdotool search --onlyvisible --name 'Record section: XX.KITE.* — XOV Desk' | head -n 1)
-xdotool windowfocus --sync "$window"
+take_keys
 sleep 1
 xdotool mousemove --window "$window" 600 420
 for notch in 1 2 3 4 5 6; do xdotool click 4; done
@@ -159,7 +165,7 @@ start
 wait_for "the section of the last time" has_title 'Record section: XX.KITE.* — XOV Desk'
 sleep 2
 rm picks.xml
-xdotool windowfocus --sync "$(xdotool search --onlyvisible --name 'XOV Desk' | head -n 1)"
+take_keys
 xdotool key ctrl+shift+s
 wait_for "picks.xml anew" has_bytes picks.xml
 finish
