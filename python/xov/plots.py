@@ -141,11 +141,24 @@ def ppsd(data, **keywords):
 
 
 def fk(data, **keywords):
-    """The beam power of an array over slowness.
+    """The beam power of an array over slowness: of records, or as an array of two dimensions, whose first row is the
+    northernmost, from -limit to limit in s/km either way.
 
     xov.fk(stream, inventory=inventory, band=(0.5, 2)).save("fk.pdf")
     """
-    return _of_records("fk", data, keywords)
+    if not (isinstance(data, numpy.ndarray) and data.ndim == 2):
+        return _of_records("fk", data, keywords)
+    limit = keywords.pop("limit", None)
+    if isinstance(limit, bool) or not isinstance(limit, (int, float)) or not 0 < limit < 1e6:
+        raise ValueError(f"limit: found {limit!r}, expected the slowness at the array's edges in s/km")
+    if min(data.shape) < 2:
+        raise ValueError(f"data: found an array of shape {data.shape}, expected at least 2 rows and columns")
+    x, y = numpy.meshgrid(numpy.linspace(-limit, limit, data.shape[1]), numpy.linspace(limit, -limit, data.shape[0]))
+    rows = numpy.column_stack([x.ravel(), y.ravel(), numpy.asarray(data, dtype=float).ravel()])
+    with Files() as files:
+        text = "".join(f"{a!r} {b!r} {c!r}\n" for a, b, c in rows.tolist())
+        name = files.keep(text.encode(), ".xyz")
+        return _draw("fk", [name, *words_of("fk", {"title": "", **keywords}, files)])
 
 
 def xy(x, y=None, **keywords):

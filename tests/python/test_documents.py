@@ -91,3 +91,20 @@ def test_a_notebook_runs_and_each_figure_is_shown(name, tmp_path, monkeypatch, c
     assert shown >= 2
     for line in capsys.readouterr().out.splitlines():
         assert line.strip(), "what is read out is there"
+
+
+def test_the_stubs_name_what_the_package_has():
+    import ast
+
+    import xov._core as core
+
+    folder = ROOT / "python" / "xov"
+    for module, stub in ((xov, "__init__.pyi"), (core, "_core.pyi")):
+        for item in ast.parse((folder / stub).read_text()).body:
+            if isinstance(item, (ast.FunctionDef, ast.ClassDef)):
+                thing = getattr(module, item.name) if item.name != "Archive" else xov.archive(ROOT, "*").__class__
+                for method in getattr(item, "body", []) if isinstance(item, ast.ClassDef) else []:
+                    if isinstance(method, ast.FunctionDef):
+                        assert hasattr(thing, method.name), f"{item.name}.{method.name}"
+    named = {item.name for item in ast.parse((folder / "__init__.pyi").read_text()).body if hasattr(item, "name")}
+    assert set(xov.__all__) <= named

@@ -146,6 +146,22 @@ def test_an_array_of_stations_gives_its_slowness_map():
     assert pages_of(xov.fk(sorted((DATA / "array").glob("*.SAC")))) == 1
 
 
+def test_a_slowness_map_of_an_array_is_that_of_the_grid_that_the_command_writes(tmp_path):
+    import subprocess
+
+    files = sorted(str(path) for path in (DATA / "array").glob("*.SAC"))
+    text = tmp_path / "power.xyz"
+    options = ["--limit", "0.4", "--steps", "41", "--band", "1", "3", "--xyz", text, "-o", tmp_path / "x.png"]
+    subprocess.run([os.environ["XOV_COMMAND"], "fk", *files, *options], check=True, capture_output=True)
+    x, y, power = numpy.loadtxt(text).T
+    values = numpy.full((41, 41), numpy.nan)
+    values[numpy.rint((0.4 - y) * 50).astype(int), numpy.rint((x + 0.4) * 50).astype(int)] = power
+    assert not numpy.isnan(values).any()
+    assert xov.fk(values, limit=0.4).bytes("png") == xov.fk(text, title="").bytes("png")
+    with pytest.raises(ValueError, match="expected the slowness at the array's edges"):
+        xov.fk(values)
+
+
 def test_a_monitor_shows_what_has_been_played():
     assert pages_of(xov.monitor(sorted((DATA / "section").iterdir()))) == 1
 
