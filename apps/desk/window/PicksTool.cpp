@@ -8,6 +8,7 @@
 #include <QDockWidget>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QTimer>
 
 #include <XOV_Graphics/seismic/arrivals/SeismicPhase.h>
 #include <XOV_Graphics/views/seismic/PickEditor.h>
@@ -54,10 +55,8 @@ void PicksTool::addActions() {
 
 // Later than others who look at the events of a view: what is on a pick is the editor's before it zooms or pans.
 void PicksTool::watch(Pane* pane) {
-  connect(pane, &Pane::viewMade, this, [this](XOVView* view) {
-    QMetaObject::invokeMethod(
-        view, [this, view] { edit(view); }, Qt::QueuedConnection);
-  });
+  connect(pane, &Pane::viewMade, this,
+          [this](XOVView* view) { QTimer::singleShot(0, view, [this, view] { edit(view); }); });
 }
 
 void PicksTool::edit(XOVView* view) {

@@ -161,6 +161,7 @@ Result<std::vector<SdsChannel>> SdsArchive::channels(const QStringList& patterns
       return !stop.stop_requested();
     });
     std::vector<SdsChannel> channels;
+    channels.reserve(found.size());
     for (const auto& [codes, channel] : found)
       channels.push_back(channel);
     return channels;
