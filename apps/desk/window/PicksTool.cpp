@@ -7,8 +7,8 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QMessageBox>
+#include <QPointer>
 #include <QStatusBar>
-#include <QTimer>
 
 #include <XOV_Graphics/seismic/arrivals/SeismicPhase.h>
 #include <XOV_Graphics/views/seismic/PickEditor.h>
@@ -55,13 +55,17 @@ void PicksTool::addActions() {
 
 // Later than others who look at the events of a view: what is on a pick is the editor's before it zooms or pans.
 void PicksTool::watch(Pane* pane) {
-  connect(pane, &Pane::viewMade, this,
-          [this](XOVView* view) { QTimer::singleShot(0, view, [this, view] { edit(view); }); });
+  connect(
+      pane, &Pane::viewMade, this,
+      [this, shown = QPointer<Pane>(pane)] {
+        if (shown) edit(shown->view());
+      },
+      Qt::QueuedConnection);
 }
 
 void PicksTool::edit(XOVView* view) {
   auto* const plot = qobject_cast<SeismogramView*>(view);
-  if (plot == nullptr) return;
+  if (plot == nullptr || plot->findChild<PickEditor*>() != nullptr) return;
   auto* const editor = new PickEditor(plot, &session_->document());
   setUp(*editor);
   connect(editor, &PickEditor::refused, session_, &PickSession::said);
