@@ -105,6 +105,16 @@ def _columns(value):
     return "".join(" ".join(_text(cell) for cell in row) + "\n" for row in rows).encode()
 
 
+def _line_file(line, files):
+    """A line of points, longitude and latitude, as a file of their number and them."""
+    if isinstance(line, (str, os.PathLike)):
+        return line
+    points = numpy.asarray(line, dtype=float)
+    if points.ndim != 2 or points.shape[1] != 2:
+        raise TypeError(f"found an array of shape {points.shape}, expected points of longitude and latitude")
+    return files.keep((f"{len(points)}\n" + "".join(f"{x!r} {y!r}\n" for x, y in points.tolist())).encode(), ".nxy")
+
+
 def words_of(command, keywords, files):
     """The options of a command line, in the order of the keywords; None and False stand for an option that is not given.
 
@@ -132,8 +142,9 @@ def _option(name, row, value, files):
     if row["may_lack"]:
         return [name if value is True else f"{name}={_text(value)}"]
     if row["values"] == ["FILE"]:
-        if row["many"] and isinstance(value, list) and all(isinstance(item, (str, os.PathLike)) for item in value):
-            return [name, *(_text(item) for item in value)]
+        if name == "--polygons":
+            lines = [value] if isinstance(value, (str, os.PathLike, numpy.ndarray)) else list(value)
+            return [name, *(_text(_line_file(line, files)) for line in lines)]
         return [name, _text(_file_of(value, files))]
     if row["list"] and _is_sequence(value):
         return [name, ",".join(_text(item) for item in value)]

@@ -3,6 +3,9 @@
 import multiprocessing
 import os
 import re
+import shutil
+import subprocess
+import sys
 import threading
 
 import numpy
@@ -97,6 +100,26 @@ def test_windows_without_a_display_are_refused(record):
         xov.section(record).show()
 
 
+@pytest.mark.skipif(not shutil.which("xvfb-run"), reason="xvfb-run is not installed")
+def test_a_window_is_shown_until_it_is_closed_or_ctrl_c(tmp_path):
+    program = tmp_path / "show.py"
+    program.write_text(
+        "import os, signal, sys, threading\n"
+        "import xov\n"
+        "figure = xov.section(xov.Record([1.0, 2, 1, 3], 1, 0))\n"
+        "threading.Timer(0.5, os.kill, (os.getpid(), signal.SIGINT)).start()\n"
+        "try:\n"
+        "    figure.show()\n"
+        "except KeyboardInterrupt:\n"
+        "    print('interrupted', figure.pages)\n"
+    )
+    environment = {name: value for name, value in os.environ.items() if name != "QT_QPA_PLATFORM"}
+    done = subprocess.run(
+        ["xvfb-run", "-a", sys.executable, program], env=environment, capture_output=True, text=True, timeout=60
+    )
+    assert done.stdout == "interrupted 1\n", done.stderr
+
+
 def test_another_thread_gets_a_clear_error(record):
     caught = []
     figure = xov.section(record)
@@ -149,9 +172,6 @@ def test_a_click_reaches_python_and_an_error_in_it_goes_no_further(record):
 
 
 def test_python_m_xov_is_the_command():
-    import subprocess
-    import sys
-
     done = subprocess.run([sys.executable, "-m", "xov", "--version"], capture_output=True, text=True, check=True)
     assert done.stdout == f"xov {xov.__version__}\n"
     done = subprocess.run([sys.executable, "-m", "xov", "sektion"], capture_output=True, text=True)

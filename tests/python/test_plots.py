@@ -233,6 +233,26 @@ def test_a_map_shows_stations_and_vectors_of_arrays():
     assert not (vectors == empty).all()
 
 
+def test_a_map_shows_lines_of_arrays_as_of_files(tmp_path, command):
+    square = [(5, 40), (25, 40), (25, 50), (5, 50), (5, 40)]
+    path = tmp_path / "square.nxy"
+    path.write_text("5\n" + "".join(f"{x} {y}\n" for x, y in square))
+    region = (0, 30, 35, 55)
+    wanted = command("map", "--region", *region, "--polygons", path, "--title", "")
+    assert xov.map(region=region, polygons=numpy.array(square)).bytes("png") == wanted
+    assert xov.map(region=region, polygons=[square], title="").bytes("png") == wanted
+    assert xov.map(region=region, polygons=path, title="").bytes("png") == wanted
+    with pytest.raises(TypeError, match="expected points of longitude and latitude"):
+        xov.map(polygons=[[1, 2, 3]])
+
+
+def test_a_frame_of_pandas_gives_its_columns():
+    pandas = pytest.importorskip("pandas", reason="pandas is not installed")
+    frame = pandas.DataFrame({"depth": [1.0, 2, 3], "residual": [3, None, 1]})
+    wanted = xov.scatter([1, 2, 3], [3, numpy.nan, 1], xlabel="depth", ylabel="residual").to_numpy()
+    assert (xov.scatter(frame["depth"], frame["residual"]).to_numpy() == wanted).all()
+
+
 def test_a_mechanism_is_drawn():
     assert pages_of(xov.mechanism(strike=203, dip=10, rake=88)) == 1
 
