@@ -9,6 +9,7 @@
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
+#include <XOV_Graphics/views/image/xovFKImageView.h>
 #include <algorithm>
 #include <utility>
 
@@ -161,10 +162,30 @@ void Pane::showView(std::unique_ptr<XOVView> view) {
   layers_->addWidget(view.get());
   layers_->setCurrentWidget(view.get());
   view_ = std::move(view);
+  fitLikeAxes();
   if (hadFocus) view_->setFocus();
   setFocusProxy(view_.get());
   Q_EMIT viewMade(view_.get());
   Q_EMIT pageChanged();
+}
+
+// Circles of constant slowness are those of both axes only where these have one scale.
+void Pane::fitLikeAxes() {
+  QMargins margins;
+  if (auto* const map = qobject_cast<xovFKImageView*>(view_.get())) {
+    map->computeRects();
+    const QSizeF around = map->bounds().size() - map->iRect().size();
+    const QSizeF room = QSizeF(size()) - around;
+    const int beside = int(std::max(room.width() - room.height(), 0.0) / 2);
+    const int above = int(std::max(room.height() - room.width(), 0.0) / 2);
+    margins = {beside, above, beside, above};
+  }
+  setContentsMargins(margins); // a stacked layout has no margins of its own
+}
+
+void Pane::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  fitLikeAxes();
 }
 
 void Pane::showFailure() {

@@ -46,6 +46,9 @@ public:
   /// What the command said when it made the plot.
   const QStringList& messages() const { return messages_; }
 
+protected:
+  void resizeEvent(QResizeEvent* event) override;
+
 Q_SIGNALS:
   void requestChanged();
   void viewMade(xov::XOVView* view);
@@ -66,6 +69,8 @@ private:
   void writeProperties(XOVView& view);
   void say(const QString& text);
   void showView(std::unique_ptr<XOVView> view);
+  /// Leaves as much room beside a plot of two like axes as gives both one scale.
+  void fitLikeAxes();
   void showFailure();
   void showAdvance(const QString& what, qint64 done, qint64 total);
 

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/views/seismic/MultiSeisView.h"
 #include "tests/apps/desk/DeskFixture.h"
 
+#include <QApplication>
 #include <QLabel>
 
 namespace xov::desk {
@@ -27,6 +28,24 @@ TEST_F(PaneTest, saysInALineWhatCannotBeRead) {
   ASSERT_EQ(pane_.messages().size(), 1);
   EXPECT_TRUE(pane_.messages().front().contains("missing.sac")) << qPrintable(pane_.messages().front());
   EXPECT_EQ(pane_.findChild<QLabel*>("paneText")->text(), pane_.messages().front());
+}
+
+TEST_F(PaneTest, givesBothAxesOfSlownessOneScaleAtAnySize) {
+  QByteArray grid;
+  for (int i = 0; i < 9; ++i)
+    grid += QByteArray::number(i % 3 - 1) + ' ' + QByteArray::number(i / 3 - 1) + ' ' + QByteArray::number(i) + '\n';
+  writeFile("power.xyz", grid);
+  pane_.setRequest(request("fk", {at("power.xyz")}));
+  pane_.resize(900, 500);
+  pane_.show();
+  ASSERT_TRUE(hasPlot(pane_));
+  for (const QSize& size : {QSize(900, 500), QSize(400, 800), QSize(600, 590)}) {
+    pane_.resize(size);
+    QApplication::processEvents();
+    pane_.view()->computeRects();
+    EXPECT_NEAR(pane_.view()->iRect().width(), pane_.view()->iRect().height(), 1);
+    EXPECT_LE(std::min(size.width() - pane_.view()->width(), size.height() - pane_.view()->height()), 1);
+  }
 }
 
 TEST_F(PaneTest, keepsItsPlotWhenTheNextOneFails) {
