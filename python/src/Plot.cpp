@@ -3,6 +3,7 @@
 #include "apps/xov/commands/CommandLine.h"
 #include "apps/xov/terminal/Listener.h"
 #include "python/src/Application.h"
+#include "python/src/HeldObject.h"
 
 #include <QImage>
 
@@ -41,6 +42,21 @@ PlotNavigator* navigatorOf(XOVView& view) {
   auto* navigator = view.findChild<PlotNavigator*>(QString(), Qt::FindDirectChildrenOnly);
   return navigator != nullptr ? navigator : new PlotNavigator(&view);
 }
+
+/// A view that is exported with so many pixels a point while this lives.
+class AtScale {
+public:
+  AtScale(XOVView& view, double scale) : view_(view), before_(view.exportPixelRatio()) {
+    view_.setExportPixelRatio(scale);
+  }
+  ~AtScale() { view_.setExportPixelRatio(before_); }
+  AtScale(const AtScale&) = delete;
+  AtScale& operator=(const AtScale&) = delete;
+
+private:
+  XOVView& view_;
+  double before_;
+};
 
 // Keeps what a view shows for as long as the view lives.
 class Keeper : public QObject {
@@ -101,10 +117,8 @@ void Plot::write(std::size_t index, const std::string& format, const std::string
   bool written = false;
   {
     const py::gil_scoped_release unlocked;
-    const double before = view.exportPixelRatio();
-    view.setExportPixelRatio(scale);
+    const AtScale drawn(view, scale);
     written = (view.*writer->write)(fileNameFromBytes(path), &error);
-    view.setExportPixelRatio(before);
   }
   if (!written) failToWrite(error);
 }
@@ -114,10 +128,8 @@ py::array_t<std::uint8_t> Plot::pixels(std::size_t index, double scale) const {
   QImage image;
   {
     const py::gil_scoped_release unlocked;
-    const double before = view.exportPixelRatio();
-    view.setExportPixelRatio(scale);
+    const AtScale drawn(view, scale);
     image = view.snapshot().convertToFormat(QImage::Format_RGBA8888);
-    view.setExportPixelRatio(before);
   }
   if (image.isNull()) throw std::bad_alloc();
   constexpr py::ssize_t kChannels = 4;
@@ -146,12 +158,7 @@ void Plot::connect(std::size_t index, const std::string& signal, py::function ca
   XOVView& view = page(index);
   const auto told = signal == "clicked" ? &XOVView::clicked : signal == "tracked" ? &XOVView::tracked : nullptr;
   if (told == nullptr) throw py::value_error("found the signal '" + signal + "', expected 'clicked' or 'tracked'");
-  // Let go of with the lock, whoever destroys the view.
-  const std::shared_ptr<py::function> callback(new py::function(std::move(call)), [](py::function* held) {
-    if (Py_IsInitialized() == 0) return;
-    const py::gil_scoped_acquire lock;
-    delete held;
-  });
+  const std::shared_ptr<py::object> callback = heldObject(std::move(call)); // whoever destroys the view
   QObject::connect(&view, told, &view, [callback](QPointF position) {
     const py::gil_scoped_acquire lock;
     try {
@@ -198,8 +205,8 @@ Outcome runCommand(const std::vector<std::string>& words, cli::GivenInputs input
   Outcome outcome{std::make_shared<Plot>(), 0, {}};
   const py::gil_scoped_release unlocked;
   Hearing hearing(outcome.complaints);
-  const cli::ListenerScope listening(hearing);
-  const cli::PlotReceiverScope receiving(*outcome.plot);
+  const cli::ListenerScope listening(&hearing);
+  const cli::PlotReceiverScope receiving(outcome.plot.get());
   const cli::GivenInputsScope giving(std::move(inputs));
   outcome.code = int(cli::CommandLine().run(words));
   return outcome;

@@ -1,5 +1,7 @@
 #include "python/src/Record.h"
 
+#include "python/src/HeldObject.h"
+
 #include <QDateTime>
 
 #include <XOV_Graphics/seismic/SacSeismogram.h>
@@ -100,19 +102,6 @@ void setStart(std::int64_t milliseconds, SacHeader& header) {
   setReferenceTime(header, QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC));
 }
 
-// The array may be let go of by any thread, with or without the lock.
-std::shared_ptr<py::object> kept(py::object object) {
-  return {new py::object(std::move(object)), [](py::object* held) {
-            if (Py_IsInitialized() == 0) {
-              (void)held->release(); // the interpreter has ended, and its memory with it
-            } else {
-              const py::gil_scoped_acquire lock;
-              *held = py::object();
-            }
-            delete held;
-          }};
-}
-
 } // namespace
 
 Record::Record(Samples samples, double delta, const py::dict& header, QString path) : path_(std::move(path)) {
@@ -124,7 +113,7 @@ Record::Record(Samples samples, double delta, const py::dict& header, QString pa
     throw py::value_error("delta: found " + std::to_string(delta) + ", expected seconds above 0");
   data_ = samples.data();
   count_ = std::size_t(samples.size());
-  array_ = kept(std::move(samples));
+  array_ = heldObject(std::move(samples));
   header_.delta = float(delta);
   precise_.delta = delta;
   header_.leven = 1;

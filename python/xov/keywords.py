@@ -76,7 +76,7 @@ def _is_sequence(value):
     return isinstance(value, (collections.abc.Sequence, numpy.ndarray)) and not isinstance(value, (str, bytes))
 
 
-def _file_of(value, files):
+def file_of(value, files):
     """Objects of ObsPy write themselves in the formats that the library reads; arrays become columns of text."""
     if isinstance(value, (str, os.PathLike)) or not hasattr(value, "__class__"):
         return value
@@ -145,7 +145,7 @@ def _option(name, row, value, files):
         if name == "--polygons":
             lines = [value] if isinstance(value, (str, os.PathLike, numpy.ndarray)) else list(value)
             return [name, *(_text(_line_file(line, files)) for line in lines)]
-        return [name, _text(_file_of(value, files))]
+        return [name, _text(file_of(value, files))]
     if row["list"] and _is_sequence(value):
         return [name, ",".join(_text(item) for item in value)]
     if isinstance(value, list) and value and all(_is_sequence(item) for item in value):

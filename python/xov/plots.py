@@ -8,7 +8,7 @@ import numpy
 
 from . import _core
 from .figure import Error, Figure
-from .keywords import Files, options_of, words_of
+from .keywords import Files, file_of, options_of, words_of
 from .records import seismograms
 
 _FAILED = 1
@@ -220,10 +220,8 @@ def mechanism(events=None, **keywords):
 
     xov.mechanism(strike=203, dip=10, rake=88).save("tohoku.pdf")
     """
-    from .keywords import _file_of
-
     with Files() as files:
-        words = [] if events is None else [os.fspath(_file_of(events, files))]
+        words = [] if events is None else [os.fspath(file_of(events, files))]
         return _draw("mechanism", words + words_of("mechanism", keywords, files))
 
 

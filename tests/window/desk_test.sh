@@ -4,17 +4,13 @@
 # same with a seismogram that is zoomed by the wheel, filtered and picked on.
 # Needs Xvfb and xdotool; without them it says so and exits 77, which ctest counts as skipped.
 set -u
+. "$(dirname "$0")/display.sh"
 xov=$1
 data=$2
 work=$3
 
-for tool in Xvfb xdotool; do
-  command -v "$tool" >/dev/null 2>&1 || { echo "skipped: $tool is not installed"; exit 77; }
-done
-
-rm -rf "$work"
-mkdir -p "$work"
-cd "$work" || exit 1
+need_a_display
+begin_in "$work"
 XDG_CONFIG_HOME=$work/config
 XDG_RUNTIME_DIR=$work/runtime
 export XDG_CONFIG_HOME XDG_RUNTIME_DIR
@@ -45,15 +41,10 @@ has_title() { xdotool search --onlyvisible --name "$1"; }
 has_ended() { ! kill -0 "$desk"; }
 has_bytes() { [ -s "$1" ]; }
 
-# The server picks a free display and says which.
-Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>display 2>xvfb.log &
-server=$!
+start_display 1280x900x24
 desk=$server
 trap 'kill $desk $server 2>/dev/null' EXIT
-for _ in $(seq 200); do [ -s display ] && break; sleep 0.05; done
-[ -s display ] || { echo "FAILED: Xvfb did not start"; cat xvfb.log; exit 1; }
-DISPLAY=:$(cat display)
-export DISPLAY
+wait_for_display
 
 start() {
   QT_QPA_PLATFORM=xcb "$xov" desk "$@" >desk.log 2>&1 &

@@ -2,16 +2,12 @@
 # Drives a real window with real mouse and key events: window_test.sh HOST_PROGRAM WORK_FOLDER
 # Needs Xvfb and xdotool; without them it says so and exits 77, which ctest counts as skipped.
 set -u
+. "$(dirname "$0")/display.sh"
 host=$1
 work=$2
 
-for tool in Xvfb xdotool; do
-  command -v "$tool" >/dev/null 2>&1 || { echo "skipped: $tool is not installed"; exit 77; }
-done
-
-rm -rf "$work"
-mkdir -p "$work"
-cd "$work" || exit 1
+need_a_display
+begin_in "$work"
 
 fail() { echo "FAILED: $1"; echo "--- what the host printed:"; cat host.log; exit 1; }
 
@@ -31,14 +27,9 @@ wait_for_file() {
   fail "no file $1"
 }
 
-# The server picks a free display and says which.
-Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>display 2>xvfb.log &
-server=$!
+start_display 1024x768x24
 trap 'kill $host_pid $server 2>/dev/null' EXIT
-for _ in $(seq 200); do [ -s display ] && break; sleep 0.05; done
-[ -s display ] || { echo "FAILED: Xvfb did not start"; cat xvfb.log; exit 1; }
-DISPLAY=:$(cat display)
-export DISPLAY
+wait_for_display
 
 QT_QPA_PLATFORM=xcb "$host" >host.log 2>&1 &
 host_pid=$!

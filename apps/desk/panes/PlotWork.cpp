@@ -19,8 +19,8 @@ PlotWork::PlotWork(CommandRunner run, const QStringList& words) : run_(std::move
 }
 
 void PlotWork::run() {
-  const cli::ListenerScope listening(*this);
-  const cli::PlotReceiverScope receiving(*this);
+  const cli::ListenerScope listening(this);
+  const cli::PlotReceiverScope receiving(this);
   try {
     run_(words_);
   } catch (const Released&) {
@@ -54,7 +54,7 @@ std::size_t PlotWork::pages() const {
 std::unique_ptr<XOVView> PlotWork::make(std::size_t page, const QSize& size) {
   const cli::OfferedPlots* const plots = offered_;
   if (plots == nullptr || page >= plots->pages) return nullptr;
-  const cli::ListenerScope listening(*this);
+  const cli::ListenerScope listening(this);
   try {
     return plots->make(page, size);
   } catch (const std::exception& exception) {

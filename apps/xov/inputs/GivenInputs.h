@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/xov/inputs/ColumnFile.h"
+#include "apps/xov/terminal/ThreadScope.h"
 
 #include <XOV_Graphics/seismic/SeismogramRecord.h>
 #include <functional>
@@ -18,19 +19,10 @@ struct GivenInputs {
 /// The argument that stands for them.
 inline constexpr char kGivenInput[] = "given:";
 
-/// What is given in this thread; at first nothing.
-const GivenInputs& givenInputs();
-
 /// While this lives, the thread that it was made in is given these.
-class GivenInputsScope {
-public:
-  explicit GivenInputsScope(GivenInputs inputs);
-  ~GivenInputsScope();
-  GivenInputsScope(const GivenInputsScope&) = delete;
-  GivenInputsScope& operator=(const GivenInputsScope&) = delete;
+using GivenInputsScope = ThreadScope<GivenInputs>;
 
-private:
-  GivenInputs before_;
-};
+/// What is given in this thread; at first nothing.
+inline const GivenInputs& givenInputs() { return GivenInputsScope::current(); }
 
 } // namespace xov::cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/xov/terminal/ThreadScope.h"
+
 #include <QSizeF>
 
 #include <XOV_Graphics/views/base/XOVView.h>
@@ -30,22 +32,13 @@ public:
   virtual void take(const OfferedPlots& plots) = 0;
   /// What the view that is being made shows and does not hold itself, for a receiver that keeps it and returns before
   /// its views are gone.
-  virtual void keep(std::shared_ptr<const void> shown);
+  virtual void keep(std::shared_ptr<const void> /*shown*/) {}
 };
-
-/// The receiver of this thread; nullptr where plots go to files and windows.
-PlotReceiver* currentPlotReceiver();
 
 /// While this lives, plots of commands that run in the thread that it was made in go to this receiver.
-class PlotReceiverScope {
-public:
-  explicit PlotReceiverScope(PlotReceiver& receiver);
-  ~PlotReceiverScope();
-  PlotReceiverScope(const PlotReceiverScope&) = delete;
-  PlotReceiverScope& operator=(const PlotReceiverScope&) = delete;
+using PlotReceiverScope = ThreadScope<PlotReceiver*>;
 
-private:
-  PlotReceiver* before_;
-};
+/// The receiver of this thread; nullptr where plots go to files and windows.
+inline PlotReceiver* currentPlotReceiver() { return PlotReceiverScope::current(); }
 
 } // namespace xov::cli

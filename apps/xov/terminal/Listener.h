@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/xov/terminal/ThreadScope.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -20,19 +22,10 @@ public:
   virtual void advanced(const QString& what, std::int64_t done, std::int64_t total) = 0;
 };
 
-/// The listener of this thread; nullptr where the terminal hears everything.
-Listener* currentListener();
-
 /// While this lives, the thread that it was made in has this listener.
-class ListenerScope {
-public:
-  explicit ListenerScope(Listener& listener);
-  ~ListenerScope();
-  ListenerScope(const ListenerScope&) = delete;
-  ListenerScope& operator=(const ListenerScope&) = delete;
+using ListenerScope = ThreadScope<Listener*>;
 
-private:
-  Listener* before_;
-};
+/// The listener of this thread; nullptr where the terminal hears everything.
+inline Listener* currentListener() { return ListenerScope::current(); }
 
 } // namespace xov::cli

@@ -186,13 +186,7 @@ void MultiSeisView::drawZeroLine(double center) {
 }
 
 Trace MultiSeisView::traceOf(const SeismogramRecord& record, double center, double scale) const {
-  Trace trace;
-  trace.borrow(record.borrowedSamples());
-  trace.last = record.npts();
-  trace.tOrigin = xmin_;
-  trace.xScale = timeScale(pRect_);
-  if (!cutToPart(trace, record)) trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
-  trace.xOffset = pRect_.x();
+  Trace trace = traceAlong(pRect_, record);
   trace.yScale = scale;
   trace.yOffset = center;
   return trace;

@@ -12,13 +12,7 @@ SeisView01::SeisView01(const QRectF& frame, QWidget* parent) : StackedSeisView(f
 SeisView01::~SeisView01() = default;
 
 Trace SeisView01::traceOf(const SeismogramRecord& record) const {
-  Trace trace;
-  trace.borrow(record.borrowedSamples());
-  trace.last = record.npts();
-  trace.tOrigin = xmin_;
-  trace.xScale = timeScale(pRect_);
-  if (!cutToPart(trace, record)) trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
-  trace.xOffset = pRect_.x();
+  Trace trace = traceAlong(pRect_, record);
   trace.vOrigin = ymin_;
   trace.yScale = pRect_.height() / double(ymax_ - ymin_);
   trace.yOffset = pRect_.y();

@@ -113,6 +113,17 @@ bool SeismogramView::cutToPart(Trace& trace, const SeismogramRecord& record) con
   return true;
 }
 
+Trace SeismogramView::traceAlong(const QRectF& frame, const SeismogramRecord& record) const {
+  Trace trace;
+  trace.borrow(record.borrowedSamples());
+  trace.last = record.npts();
+  trace.tOrigin = xmin_;
+  trace.xScale = timeScale(frame);
+  if (!cutToPart(trace, record)) trace.settleTimes(record.b(), TraceTime::even(record.b(), record.delta()));
+  trace.xOffset = frame.x();
+  return trace;
+}
+
 void SeismogramView::includeFromLeft(RecordSpan& times, int npts, float interval) const {
   if (npts < 1 || !(interval > 0) || !std::isfinite(interval)) return;
   const auto start = double(wholeLimits().limits.xmin);

@@ -123,6 +123,9 @@ protected:
   /// Gives a trace those samples of a record that lie in the part shown, with one more on either side, at their own
   /// times in double precision. False, and nothing done, while the whole is shown. Reads and sets no samples.
   bool cutToPart(Trace& trace, const SeismogramRecord& record) const;
+  /// A record's trace along the times of a frame, whole or the part shown. The caller says where its amplitudes lie.
+  Trace traceAlong(const QRectF& frame, const SeismogramRecord& record) const;
+
   // Views whose series begin at the left edge of their panels, at xmin of the whole, whatever their times are.
 
   /// Widens times by those of a series; one without samples or a positive interval does not count.
