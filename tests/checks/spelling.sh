@@ -24,7 +24,7 @@ documents() {
 found=$({
   mapfile -t sources < <(find src apps examples bench tests -name '*.h' -o -name '*.cpp' -o -name '*.h.in' | sort)
   comments "${sources[@]}"
-  documents ./*.md docs/*.md
+  documents ./*.md docs/*.md docs/guide/*.md
 } | grep -P ": .*$word")
 [ -z "$found" ] && exit 0
 echo "$found"
