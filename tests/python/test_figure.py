@@ -178,6 +178,13 @@ def test_python_m_xov_is_the_command():
     assert done.returncode == 2 and "did you mean 'section'" in done.stderr
 
 
+def test_beside_the_qt_of_pyside_in_one_process_the_import_is_refused():
+    pytest.importorskip("PySide6", reason="PySide6 of pip is not installed")
+    code = "import PySide6.QtCore\ntry:\n    import xov\nexcept ImportError as error:\n    print(error)"
+    done = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, check=True)
+    assert re.match("xov works with the system's Qt, but .*/PySide6/.* is loaded, another one", done.stdout)
+
+
 def test_another_qt_in_the_process_is_refused(tmp_path):
     from xov._qt import refuse_another_qt
 
