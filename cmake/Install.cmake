@@ -1,6 +1,11 @@
-# What `cmake --install` copies, in two components:
-#   Runtime       the shared library and its resources (and what apps/ adds: the command, man page, completion)
-#   Development   headers, the static library or the link name of the shared one, the CMake package and the pkg-config file
+# What `cmake --install` copies, in components that other folders add to:
+#   Runtime        the shared library
+#   Data           what maps are drawn from
+#   Tools          the command, the maker of base maps, their man pages, completions, and what tells a desktop of them
+#   Development    headers, the static library or the link name of the shared one, the CMake package and the pkg-config file
+#   Documentation  the guide, and the reference where it was built
+#   Designer       the plugin for Qt Designer
+#   Python         the module xov
 include(CMakePackageConfigHelpers)
 
 set(xov_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/XOV_Graphics)
@@ -53,5 +58,18 @@ install(FILES ${PROJECT_BINARY_DIR}/XOV_Graphics.pc DESTINATION ${CMAKE_INSTALL_
 file(GLOB xov_resources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/*)
 if(xov_resources)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/ DESTINATION ${xov_resources_dir}
-    COMPONENT Runtime)
+    COMPONENT Data)
+endif()
+
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.png")
+# Made by the target docs, where somebody asked for it.
+install(DIRECTORY ${PROJECT_BINARY_DIR}/docs/html DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation OPTIONAL)
+
+# Takes away what the last installation from this folder brought, but nothing else.
+if(PROJECT_IS_TOP_LEVEL)
+  add_custom_target(uninstall
+    COMMAND ${CMAKE_COMMAND} -DBUILD_DIR=${PROJECT_BINARY_DIR} -P ${CMAKE_CURRENT_LIST_DIR}/Uninstall.cmake
+    COMMENT "Removing what was installed" VERBATIM)
 endif()

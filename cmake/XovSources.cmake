@@ -55,6 +55,16 @@ function(xov_resources_beside target)
     VERBATIM)
 endfunction()
 
+# An installed program or module finds the library by its own place, FOLDER as seen from the prefix, wherever that is moved.
+function(xov_installed_in target folder)
+  file(RELATIVE_PATH library_from_here /${folder} /${CMAKE_INSTALL_LIBDIR})
+  set(here "$ORIGIN")
+  if(APPLE)
+    set(here "@loader_path")
+  endif()
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "${here}/${library_from_here}")
+endfunction()
+
 function(xov_library)
   get_property(headers GLOBAL PROPERTY XOV_PUBLIC_HEADERS)
   get_property(sources GLOBAL PROPERTY XOV_LIBRARY_SOURCES)

@@ -3,7 +3,8 @@
 # A package that names the tree it was built from works on that machine only, and a library that does looks there for
 # its resources. Without debugging information, which may name sources.
 function(expect_no_path_of_these_trees prefix)
-  file(GLOB_RECURSE files ${prefix}/*.cmake ${prefix}/*.pc ${prefix}/*/libXOV_Graphics.* ${prefix}/bin/* ${prefix}/*/Version.h)
+  file(GLOB_RECURSE files ${prefix}/*.cmake ${prefix}/*.pc ${prefix}/*/libXOV_Graphics.* ${prefix}/bin/* ${prefix}/*/xov/_core*.so
+    ${prefix}/*/libxov_designer.so ${prefix}/*/Version.h)
   list(FILTER files EXCLUDE REGEX "[.]debug$")
   list(LENGTH files count)
   if(count LESS 5)

@@ -11,7 +11,22 @@ endfunction()
 
 install_into(${PREFIX}-runtime --component Runtime)
 expect_runtime_only(${PREFIX}-runtime)
-expect_resources(${PREFIX}-runtime)
+install_into(${PREFIX}-data --component Data)
+expect_resources(${PREFIX}-data)
+
+# What others put there stays, and what was installed goes, with its folders.
+set(removed ${PREFIX}-removed)
+install_into(${removed} --component Tools)
+install_into(${removed}/elsewhere --component Data)
+file(REMOVE_RECURSE ${PREFIX}-manifests)
+file(COPY ${BUILD_DIR}/install_manifest_Tools.txt ${BUILD_DIR}/install_manifest_Data.txt DESTINATION ${PREFIX}-manifests)
+file(WRITE ${removed}/bin/of_somebody_else "")
+execute_process(COMMAND ${CMAKE_COMMAND} -DBUILD_DIR=${PREFIX}-manifests
+  -P ${SOURCE_DIR}/cmake/Uninstall.cmake OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+file(GLOB_RECURSE left LIST_DIRECTORIES ON RELATIVE ${removed} ${removed}/*)
+if(NOT left STREQUAL "bin;bin/of_somebody_else")
+  message(FATAL_ERROR "uninstalling leaves '${left}'")
+endif()
 
 install_into(${PREFIX}-before)
 expect_no_path_of_these_trees(${PREFIX}-before ${BUILD_DIR} ${SOURCE_DIR})
