@@ -18,6 +18,7 @@ inline constexpr char kBlankSeparator = ' ';
 /// the line opens one more, empty field; blanks there open none.
 class XOV_EXPORT FieldReader {
 public:
+  /// Starts before the first field of a line, whose bytes stay where they are while fields are read.
   FieldReader(QByteArrayView line, char separator) : rest_(line), separator_(separator) {}
 
   /// The next field as it stands there, without the blanks around it; nothing after the last one.

@@ -9,9 +9,10 @@ namespace xov {
 
 /// The sum of numbers, and how many they are.
 struct XOV_EXPORT FiniteSum {
-  double sum = 0;
-  std::int64_t count = 0;
+  double sum = 0;         ///< of the finite numbers alone
+  std::int64_t count = 0; ///< of the finite numbers
 
+  /// Adds a sum of other numbers.
   void add(const FiniteSum& other) {
     sum += other.sum;
     count += other.count;

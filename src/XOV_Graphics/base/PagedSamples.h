@@ -15,6 +15,7 @@ namespace xov {
 /// How much memory all paged samples of this process may take together, in bytes; 512 MiB at first, and never less
 /// than 16 MiB. Those that are held stay whatever it is, so that more may be taken for as long as they are.
 XOV_EXPORT void setPagedSamplesLimit(std::size_t bytes);
+/// The limit set last, in bytes.
 XOV_EXPORT std::size_t pagedSamplesLimit();
 /// How much they take now.
 XOV_EXPORT std::size_t pagedSamplesInUse();
@@ -35,7 +36,9 @@ public:
   static std::shared_ptr<PagedSamples> make(std::int64_t count, Reader reader);
   ~PagedSamples() override;
 
+  /// Where the samples lie, to be read only while they are held.
   const float* data() const { return samples_; }
+  /// How many samples there are.
   std::int64_t count() const { return count_; }
 
   void hold(const float* begin, const float* end) override;

@@ -27,6 +27,7 @@ public:
   static constexpr std::int64_t kBlock = 256;
 
   SampleIndex() = default;
+  /// The index of samples, which may go away afterwards.
   explicit SampleIndex(std::span<const float> samples) { build(samples); }
 
   /// Indexes samples, the first of which has that number (0 or above).
@@ -53,10 +54,11 @@ public:
 
   /// Whole blocks within a stretch of samples: block k holds samples begin + k · kBlock to begin + (k + 1) · kBlock.
   struct Blocks {
-    std::int64_t begin = 0; ///< the first block's first sample, counted as the stretch is
-    std::int64_t count = 0;
+    std::int64_t begin = 0;         ///< the first block's first sample, counted as the stretch is
+    std::int64_t count = 0;         ///< how many blocks
     const float* lowest = nullptr;  ///< of each block; NaN where a sample of it is not finite
     const float* highest = nullptr; ///< the same
+    /// The sample behind the last block, counted as the stretch is.
     std::int64_t end() const { return begin + count * kBlock; }
   };
   /// Those of samples[first] … samples[last - 1], which the index must cover.

@@ -17,12 +17,14 @@ public:
   /// Puts the samples at begin <= p < end into their places, where they stay until as many are let go. What cannot be
   /// read any more is NaN. May be called by several threads. Addresses beyond the samples are passed over.
   virtual void hold(const float* begin, const float* end) = 0;
+  /// Lets go once what hold() with the same addresses held; what nobody holds may leave memory.
   virtual void letGo(const float* begin, const float* end) noexcept = 0;
 };
 
 /// Samples that are in their places while this lives. Without a source they always are, and nothing happens.
 class XOV_EXPORT HeldSamples {
 public:
+  /// Holds the samples from begin up to end while this lives; a source may be null.
   HeldSamples(SampleSource* source, const float* begin, const float* end)
       : source_(source),
         begin_(begin),
@@ -43,6 +45,7 @@ private:
 
 /// Where samples lie, and what there is to know of them.
 struct XOV_EXPORT BorrowedSamples {
+  /// The first of them; null where there are none.
   const float* samples = nullptr;
   const SampleIndex* index = nullptr; ///< of their extremes; null where there is none
   SampleSource* source = nullptr;     ///< that must hold those that are read; null where all are in memory

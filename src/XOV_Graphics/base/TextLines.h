@@ -11,6 +11,7 @@ namespace xov {
 /// Walks through the lines of a text, which end with LF or CR LF.
 class XOV_EXPORT TextLines {
 public:
+  /// Starts before the first line of a text, whose bytes stay where they are while lines are read.
   explicit TextLines(QByteArrayView text) : rest_(text) {}
 
   /// The next line without its end; nothing after the last one.

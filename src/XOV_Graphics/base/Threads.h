@@ -17,6 +17,6 @@ XOV_EXPORT int threadCount();
 /// only. A process that forks may go on drawing in the child, which has threads of its own.
 XOV_EXPORT void setThreadCount(int count);
 
-inline constexpr int kMostThreads = 256;
+inline constexpr int kMostThreads = 256; ///< more than these are not used, whatever is set
 
 } // namespace xov

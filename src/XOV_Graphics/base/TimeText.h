@@ -15,11 +15,11 @@ using UtcNanoseconds = std::chrono::sys_time<std::chrono::nanoseconds>;
 
 /// A date and a clock in UTC, number by number.
 struct XOV_EXPORT DateAndClock {
-  int year = 1;
-  int month = 1;
-  int day = 1;
-  int hour = 0;
-  int minute = 0;
+  int year = 1;        ///< of the Gregorian calendar
+  int month = 1;       ///< 1 to 12
+  int day = 1;         ///< 1 to 31
+  int hour = 0;        ///< 0 to 23
+  int minute = 0;      ///< 0 to 59
   int second = 0;      ///< up to 60, a leap second, which counts as the next minute
   double fraction = 0; ///< of a second
 };

@@ -80,6 +80,7 @@ XOV_EXPORT void ASetFontSize(int points);
 XOV_EXPORT void ASetJustify(int code);
 /// The codes by name; the last three are for text that is turned upright.
 enum class AJustify : int { Left = 1, Center = 2, Right = 3, LeftTurned = 4, CenterTurned = 5, RightTurned = 6 };
+/// The same by name.
 inline void ASetJustify(AJustify justify) { ASetJustify(int(justify)); }
 
 /// The line width of the path, in points.

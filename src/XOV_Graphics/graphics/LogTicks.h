@@ -10,8 +10,8 @@ namespace xov {
 
 /// A tick of a logarithmic axis that has a label: "200", or "10" with the exponent "-3" above it.
 struct XOV_EXPORT LogTick {
-  double log10 = 0; ///< the decimal logarithm of the value that it stands at
-  std::string text;
+  double log10 = 0;     ///< the decimal logarithm of the value that it stands at
+  std::string text;     ///< without the exponent
   std::string exponent; ///< empty where the text is the whole number; a minus is U+2212
   bool operator==(const LogTick&) const = default;
 };
@@ -25,6 +25,7 @@ struct XOV_EXPORT LogTickRequest {
   std::function<double(const LogTick&)> extent; ///< of a label along the axis, in points
 };
 
+/// The ticks of a logarithmic axis, from the smallest to the largest.
 struct XOV_EXPORT LogTicks {
   std::vector<LogTick> major; ///< rising
   std::vector<double> minor;  ///< decimal logarithms, rising

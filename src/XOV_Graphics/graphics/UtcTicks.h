@@ -20,14 +20,16 @@ struct XOV_EXPORT UtcTickRequest {
   std::function<double(const QString&)> textWidth; ///< of a label, in points
 };
 
+/// A tick of an axis that shows UTC.
 struct XOV_EXPORT UtcTick {
   double seconds = 0; ///< since the reference
-  QString label;
+  QString label;      ///< empty for none
   bool operator==(const UtcTick&) const = default;
 };
 
 /// Ticks at round moments of UTC.
 struct XOV_EXPORT UtcTicks {
+  /// The ticks with labels, from left to right.
   std::vector<UtcTick> major;
   std::vector<double> minor; ///< in seconds since the reference
   QString firstDate;         ///< of the lower limit: "2011-03-11"

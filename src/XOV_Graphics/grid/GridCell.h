@@ -10,8 +10,8 @@ namespace xov {
 
 /// A cell of a grid, counted from the upper left one.
 struct XOV_EXPORT GridCell {
-  std::int32_t row = 0;
-  std::int32_t column = 0;
+  std::int32_t row = 0;    ///< from the top, 0 the first
+  std::int32_t column = 0; ///< from the left, 0 the first
 
   /// Whether it lies in an outermost row or column of a grid of that size, so that a peak there may be the flank of
   /// one that lies beyond the grid.

@@ -12,14 +12,15 @@ namespace xov {
 
 /// What the cells of a headerless grid are.
 enum class RawCell : std::uint8_t { Int16, Float32 };
+/// Which byte of a number comes first in the file: that of the lowest digits, or that of the highest.
 enum class ByteOrder : std::uint8_t { Little, Big };
 
 /// How a headerless grid lies in its file: row after row from the top, without anything before or between.
 struct XOV_EXPORT RawGridLayout {
-  std::int32_t rows = 0;
-  std::int32_t columns = 0;
-  RawCell cell = RawCell::Int16;
-  ByteOrder order = ByteOrder::Little;
+  std::int32_t rows = 0;               ///< 1 or more
+  std::int32_t columns = 0;            ///< 1 or more
+  RawCell cell = RawCell::Int16;       ///< what a cell is
+  ByteOrder order = ByteOrder::Little; ///< of each cell
 
   /// The size of the file; the largest number where it is beyond that.
   std::int64_t bytes() const {

@@ -16,6 +16,7 @@ public:
   /// Kilometres below sea level, for hypocentres. Maps do not draw it.
   float depth() const { return depth_; }
   void setDepth(float depth) { depth_ = depth; }
+  /// Sets all three at once: degrees, north and east positive, and kilometres.
   void setLatLonDepth(float lat, float lon, float depth) {
     lat_ = lat;
     lon_ = lon;

@@ -19,7 +19,9 @@ namespace xov {
 /// pointCount() points.
 class XOV_EXPORT XOVPolygon {
 public:
+  /// The name, as the file or the host gives it; maps do not draw it.
   const QString& title() const { return title_; }
+  /// Sets title().
   void setTitle(const QString& title) { title_ = title; }
   /// The file that the line came from, where somebody has noted it: reading a file does not.
   const QString& fileName() const { return fileName_; }

@@ -15,8 +15,10 @@ public:
   /// The components, in whatever unit the scale factor belongs to. Maps do not draw the one downwards.
   float northValue() const { return northValue_; }
   void setNorthValue(float northValue) { northValue_ = northValue; }
+  /// Towards east; see northValue().
   float eastValue() const { return eastValue_; }
   void setEastValue(float eastValue) { eastValue_ = eastValue; }
+  /// Downwards; see northValue().
   float downValue() const { return downValue_; }
   void setDownValue(float downValue) { downValue_ = downValue; }
 

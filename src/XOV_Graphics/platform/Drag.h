@@ -14,7 +14,7 @@ namespace xov {
 
 /// A picture on its way out of a view.
 struct XOV_EXPORT PictureDrag {
-  QWidget* source = nullptr;
+  QWidget* source = nullptr; ///< the view that it comes from
   /// What the receiver gets: image/tiff, and a file of the same picture as text/uri-list, which file managers take.
   std::shared_ptr<const Pasteboard> pasteboard;
   /// What is shown under the pointer.

@@ -29,15 +29,17 @@ enum class ImageKind : std::uint8_t {
 
 /// What saveState() keeps: colours, transform and clip.
 struct XOV_EXPORT GraphicsState {
+  /// of fills and text
   QColor fillColor = QColor::fromRgbF(0, 0, 0);
+  /// of strokes
   QColor strokeColor = QColor::fromRgbF(0, 0, 0);
   /// From the coordinates that drawing calls use to view points.
   QTransform transform;
   /// The clip in view points; none clips nothing. `clipRect` is its bounding box, and the whole of it while
   /// `clipIsRect` holds.
   std::optional<QRectF> clipRect;
-  bool clipIsRect = true;
-  QPainterPath clipPath;
+  bool clipIsRect = true; ///< whether clipRect is all of the clip
+  QPainterPath clipPath;  ///< where it is not
 };
 
 /// The surface that views draw on: a window, a picture, a page or a recording, all through the same calls.
@@ -51,12 +53,14 @@ public:
   GraphicsContext(const GraphicsContext&) = delete;
   GraphicsContext& operator=(const GraphicsContext&) = delete;
 
+  /// The surface being drawn on; outside a pass one that ignores every call.
   static GraphicsContext& current();
 
   /// Makes a context the current one for its own lifetime; passes nest. When it ends, the context's state is as it
   /// was before, even if the drawing saved and restored unevenly.
   class XOV_EXPORT Pass {
   public:
+    /// Makes a context the current one.
     explicit Pass(GraphicsContext& context);
     ~Pass();
     Pass(const Pass&) = delete;
@@ -77,11 +81,14 @@ public:
   void concat(const QTransform& transform);
   /// Narrows the clip. A rectangle of negative size counts as empty, one that is not finite clips nothing.
   void clipToRect(const QRectF& rect);
+  /// Narrows the clip to the inside of a path, by its winding rule.
   void clipToPath(const Path& path);
 
   /// Sets both the fill and the stroke colour.
   void setColor(const QColor& color);
+  /// Sets the colour of fills and text alone.
   void setFillColor(const QColor& color);
+  /// Sets the colour of strokes alone.
   void setStrokeColor(const QColor& color);
 
   /// Strokes a path with its own width, cap, join and dashes in the stroke colour.
@@ -92,6 +99,7 @@ public:
   void fillPath(const Path& path);
   /// Strokes the outline of a rectangle, line width 1.
   void strokeRect(const QRectF& rect);
+  /// Fills a rectangle in the fill colour.
   void fillRect(const QRectF& rect);
   /// Fills each patch in its own colour.
   void fillPatches(const Patches& patches);
@@ -105,25 +113,36 @@ public:
   void drawImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction = 1,
                  ImageKind kind = ImageKind::Cells);
 
+  /// Colours, transform and clip in force.
   const GraphicsState& state() const { return states_.back(); }
+  /// How many states are kept, the one in force among them.
   std::size_t stateDepth() const { return states_.size(); }
 
 protected:
   GraphicsContext();
 
   // The surface: what a kind of context does with each call. state() is up to date when these are called.
+  /// A state was put on the stack.
   virtual void onSave() {}
+  /// The state before is in force again.
   virtual void onRestore() {}
+  /// The transform has changed.
   virtual void onTransform() {}
+  /// A rectangle, in the coordinates before the transform, has narrowed the clip.
   virtual void onClipRect(const QRectF&) {}
+  /// A path has narrowed the clip.
   virtual void onClipPath(const Path&) {}
+  /// Strokes a path with the stroke colour.
   virtual void onStroke(const Path&) {}
+  /// Fills a path with the fill colour.
   virtual void onFill(const Path&) {}
   /// Fills the patches as paths one by one; overridden where there is a faster way.
   virtual void onPatches(const Patches& patches);
   /// Fills and strokes the circles one by one; overridden where there is a faster way to the same picture.
   virtual void onSymbols(const Symbols& symbols);
+  /// Draws a text with the lower left corner of its box at a point.
   virtual void onText(const QString&, QPointF, const TextAttributes&) {}
+  /// Draws the source part of an image into a target, with a share of its opacity.
   virtual void onImage(const QImage&, const QRectF&, const QRectF&, double, ImageKind) {}
 
 private:
@@ -136,6 +155,7 @@ private:
 /// ends.
 class XOV_EXPORT SavedState {
 public:
+  /// Saves the state, which the destructor restores.
   explicit SavedState(GraphicsContext& context) : context_(context) { context_.saveState(); }
   ~SavedState() { context_.restoreState(); }
   SavedState(const SavedState&) = delete;

@@ -13,7 +13,7 @@ namespace xov {
 
 /// The type names under which pictures travel between programs.
 inline constexpr char kPdfType[] = "application/pdf";
-inline constexpr char kTiffType[] = "image/tiff";
+inline constexpr char kTiffType[] = "image/tiff"; ///< of pictures as TIFF files
 
 /// Data on its way to another program, by type. The general pasteboard is the system's clipboard; others are filled
 /// and handed on, to a drag for example.
@@ -30,6 +30,7 @@ public:
   /// Empties the pasteboard and announces the types that will be set. On the general pasteboard the next setData()
   /// replaces the clipboard's content.
   void declareTypes(const QStringList& types);
+  /// The types announced last.
   QStringList types() const { return types_; }
   /// False for a type that was not declared.
   bool setData(const QByteArray& data, const QString& type);

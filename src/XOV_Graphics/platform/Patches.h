@@ -27,10 +27,15 @@ public:
   /// Takes all patches out and keeps their memory.
   void clear();
 
+  /// Whether there is no patch.
   bool isEmpty() const { return patches_.empty(); }
+  /// How many patches there are.
   std::size_t count() const { return patches_.size(); }
+  /// The colour that a patch is filled with.
   QColor color(std::size_t patch) const { return patches_[patch].color; }
+  /// How many contours a patch has.
   std::size_t contourCount(std::size_t patch) const { return lastContour(patch) - patches_[patch].firstContour; }
+  /// The corners of a contour, the first one once.
   std::span<const QPointF> contour(std::size_t patch, std::size_t contour) const;
   /// A patch as a path, which is filled under the non-zero winding rule.
   Path path(std::size_t patch) const;

@@ -15,14 +15,17 @@ namespace xov {
 /// alpha, rows from the top. Alpha is not premultiplied.
 class XOV_EXPORT PlanarBitmap {
 public:
-  static constexpr int kPlanes = 4;
+  static constexpr int kPlanes = 4; ///< red, green, blue and alpha
 
   PlanarBitmap() = default;
   /// All bytes 0. A size that is not positive, or beyond 2³¹ − 1 pixels, gives a bitmap without pixels.
   PlanarBitmap(int width, int height);
 
+  /// Pixels beside each other.
   int width() const { return width_; }
+  /// Rows of pixels.
   int height() const { return height_; }
+  /// Whether it has no pixels.
   bool isNull() const { return width_ == 0; }
 
   /// Plane 0 red, 1 green, 2 blue, 3 alpha: width · height bytes. Empty for any other index.

@@ -16,11 +16,13 @@ namespace xov {
 /// One stroke, fill, text, image or set of symbols of a recording. Geometry is in view points, after all transforms
 /// of the drawing.
 struct XOV_EXPORT RecordedItem {
+  /// What was drawn.
   enum class Kind : std::uint8_t { Stroke, Fill, Text, Image, Symbols };
-  Kind kind = Kind::Stroke;
-  QColor color; ///< stroke, fill or text colour; for symbols the fill that all have in common
+  Kind kind = Kind::Stroke; ///< what it is
+  QColor color;             ///< stroke, fill or text colour; for symbols the fill that all have in common
   /// The clip that was in force; none clips nothing. It is the bounding box where the clip was not a rectangle.
   std::optional<QRectF> clip;
+  /// The clip where it was not a rectangle, in view points.
   QPainterPath clipPath;
 
   Path path; ///< Stroke and Fill: the path with its width, cap, join, dashes and winding rule
@@ -62,11 +64,15 @@ public:
   RecordingContext() = default;
   ~RecordingContext() override;
 
+  /// In the order in which they were drawn.
   const std::vector<RecordedItem>& items() const { return items_; }
   /// Those of symbols included, one by one.
   std::vector<RecordedItem> strokes() const { return itemsOf(RecordedItem::Kind::Stroke); }
+  /// The fills alone, in the order in which they were drawn.
   std::vector<RecordedItem> fills() const { return itemsOf(RecordedItem::Kind::Fill); }
+  /// The texts alone.
   std::vector<RecordedItem> texts() const { return itemsOf(RecordedItem::Kind::Text); }
+  /// The images alone.
   std::vector<RecordedItem> images() const { return itemsOf(RecordedItem::Kind::Image); }
   /// The strings of all texts in drawing order.
   QStringList strings() const;
@@ -77,6 +83,7 @@ public:
   QString toText() const;
   /// Draws everything again, as it was drawn, onto another context.
   void replay(GraphicsContext& onto) const;
+  /// Forgets what was drawn; the state stays.
   void clear();
 
 protected:

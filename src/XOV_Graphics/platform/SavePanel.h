@@ -17,9 +17,10 @@ class XOV_EXPORT SavePanel {
 public:
   /// What the user chose, as the completion is told.
   static constexpr int kCancelled = 0;
-  static constexpr int kAccepted = 1;
+  static constexpr int kAccepted = 1; ///< the user chose a file
+  /// Told once, when the sheet ends: kAccepted or kCancelled.
   using Completion = std::function<void(int returnCode)>;
-  using Factory = std::function<std::shared_ptr<SavePanel>()>;
+  using Factory = std::function<std::shared_ptr<SavePanel>()>; ///< makes the panel that a view opens
 
   virtual ~SavePanel();
 

@@ -16,6 +16,7 @@ namespace xov {
 class XOV_EXPORT TextAttributes {
 public:
   TextAttributes() = default;
+  /// A font in black; the size is in points and view points alike.
   explicit TextAttributes(const QString& family, double pointSize = 12);
 
   /// Helvetica of that size.
@@ -23,12 +24,16 @@ public:
   /// The font that small captions such as pick labels are drawn in: Helvetica 10.
   static TextAttributes systemLabel();
 
+  /// As it was asked for; a family that is not there is replaced when text is drawn.
   QString family() const { return family_; }
+  /// The height of the font in points.
   double pointSize() const { return pointSize_; }
   /// Replaces family and size, and keeps the colour.
   void setFont(const QString& family, double pointSize);
 
+  /// The colour; none draws in black.
   std::optional<QColor> color() const { return color_; }
+  /// Sets color(); nothing for black.
   void setColor(std::optional<QColor> color) { color_ = color; }
   /// The colour that text is drawn in: black when none is set.
   QColor effectiveColor() const;

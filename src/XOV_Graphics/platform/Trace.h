@@ -15,21 +15,26 @@ namespace xov {
 /// How the time of a sample follows from its index, in the trace's own unit (seconds, as a rule). Times are single
 /// precision under every rule but Even.
 struct XOV_EXPORT TraceTime {
+  /// How times follow from indices.
   enum class Rule : std::uint8_t {
     Uniform,     ///< t(i) = start + step · i, the product and the sum each rounded to single precision
     Accumulated, ///< t(first) = start, t(i + 1) = t(i) + step, rounded to single precision at every sample
     Explicit,    ///< t(i) = values[i]
     Even,        ///< t(i) = start + step · (i - origin) in double precision
   };
-  Rule rule = Rule::Uniform;
-  float start = 0;
-  float step = 1;
+  Rule rule = Rule::Uniform;     ///< which of these
+  float start = 0;               ///< time of the first sample, or of `origin`
+  float step = 1;                ///< time between two samples
   const float* values = nullptr; ///< borrowed; only for Rule::Explicit, indexed like the samples
   std::int64_t origin = 0;       ///< only for Rule::Even: the sample that lies at `start`
 
+  /// Times that are computed from the index each.
   static TraceTime uniform(float start, float step) { return {Rule::Uniform, start, step, nullptr, 0}; }
+  /// Times that are added up from sample to sample.
   static TraceTime accumulated(float start, float step) { return {Rule::Accumulated, start, step, nullptr, 0}; }
+  /// Times that are given, indexed like the samples.
   static TraceTime explicitValues(const float* values) { return {Rule::Explicit, 0, 0, values, 0}; }
+  /// Times a step apart in double precision, `start` at the sample `origin`.
   static TraceTime even(float start, float step, std::int64_t origin = 0) {
     return {Rule::Even, start, step, nullptr, origin};
   }
@@ -55,21 +60,22 @@ enum class TraceArea : std::uint8_t {
 ///
 /// The samples are borrowed: they must stay alive and unchanged until the path has been stroked.
 struct XOV_EXPORT Trace {
+  /// Borrowed; null draws nothing.
   const float* samples = nullptr;
-  std::int64_t first = 0;
-  std::int64_t last = 0; ///< one past the last sample; last <= first is an empty trace
+  std::int64_t first = 0; ///< the first sample that is drawn
+  std::int64_t last = 0;  ///< one past the last sample; last <= first is an empty trace
 
-  TraceTime time;
-  float tOrigin = 0;
-  double xScale = 1;
-  double xOffset = 0;
+  TraceTime time;     ///< when each sample is
+  float tOrigin = 0;  ///< time that lies at xOffset
+  double xScale = 1;  ///< view points for each unit of time
+  double xOffset = 0; ///< view points
 
-  float vOrigin = 0;
-  double yScale = 1;
-  double yOffset = 0;
-  std::optional<float> clampLow;
-  std::optional<float> clampHigh;
-  std::optional<float> firstValue;
+  float vOrigin = 0;               ///< value that lies at yOffset
+  double yScale = 1;               ///< view points for each unit of the samples
+  double yOffset = 0;              ///< view points
+  std::optional<float> clampLow;   ///< smaller values are drawn as this one
+  std::optional<float> clampHigh;  ///< larger values are drawn as this one
+  std::optional<float> firstValue; ///< in place of that of the first sample
 
   /// What fills cover; strokes do not ask.
   TraceArea area = TraceArea::Enclosed;
@@ -91,7 +97,9 @@ struct XOV_EXPORT Trace {
   /// Samples from <= i < to, in memory while what is given back lives.
   HeldSamples held(std::int64_t from, std::int64_t to) const { return {source, samples + from, samples + to}; }
 
+  /// Whether it has no sample.
   bool isEmpty() const { return samples == nullptr || last <= first; }
+  /// How many samples there are to draw.
   std::int64_t size() const { return isEmpty() ? 0 : last - first; }
 
   /// Gives a record's samples their times: added up in single precision from `firstTime` at sample `first` on, as
@@ -108,6 +116,7 @@ struct XOV_EXPORT Trace {
 
   /// The view x of a time and the view y of a clamped value.
   double xOf(float time) const;
+  /// The view y of a value, clamped.
   double yOf(float value) const;
 
   /// Calls `visit` with the position of every sample from first to last, in order. A sample that breaks the line is

@@ -25,6 +25,7 @@ class ScaledImages;
 struct XOV_EXPORT MouseEvent {
   /// In the coordinates of the view's window, in logical pixels from its upper left corner, y downwards.
   QPointF locationInWindow;
+  /// Keys that were held down.
   Qt::KeyboardModifiers modifierFlags;
   /// 1 for a single click, 2 for the second of a double click, and so on.
   int clickCount = 1;
@@ -100,7 +101,9 @@ public:
   /// 0 returns to the screen's.
   void setExportPixelRatio(double ratio);
 
+  /// The point of the view (y upwards) under a point of its window (logical pixels, y downwards).
   QPointF convertPointFromWindow(QPointF locationInWindow) const;
+  /// The way back.
   QPointF convertPointToWindow(QPointF viewPoint) const;
 
   /// Called when cursor rectangles must be set up anew: when the view is shown and after each drawing of its window,
@@ -109,8 +112,10 @@ public:
   /// Shows a cursor while the pointer is inside a rectangle (view points), from its next movement on. A cursor that a
   /// host gives the view with setCursor() goes before those of rectangles, until unsetCursor().
   void addCursorRect(const QRectF& rect, const QCursor& cursor);
+  /// Takes all cursor rectangles away.
   void discardCursorRects();
 
+  /// A button of the mouse went down in the view; does nothing unless overridden.
   virtual void mouseDown(const MouseEvent& event);
 
   // For screen readers, where the host has set no accessibleName() or accessibleDescription().
@@ -123,6 +128,7 @@ public:
   virtual QString spokenDescription() const;
 
 protected:
+  /// Qt's event, with nothing thrown out of it.
   bool event(QEvent* event) override;
   /// Whether drawRect() is at work for any surface.
   bool isDrawing() const { return drawings_ > 0; }
@@ -132,14 +138,23 @@ protected:
   /// they lie in memory of the host's own.
   void forgetScaledImages();
 
+  /// Draws through drawRect(), or from the last drawing where nothing has changed.
   void paintEvent(QPaintEvent* event) override;
+  /// Draws the frame that shows the keyboard's focus.
   void focusInEvent(QFocusEvent* event) override;
+  /// Takes that frame away.
   void focusOutEvent(QFocusEvent* event) override;
+  /// Tells the end of a resize to viewDidEndLiveResize(), some time after the last event.
   void resizeEvent(QResizeEvent* event) override;
+  /// Sets up the cursor rectangles.
   void showEvent(QShowEvent* event) override;
+  /// Turns the event into mouseDown().
   void mousePressEvent(QMouseEvent* event) override;
+  /// As a press, with two clicks.
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  /// Sets the cursor of the rectangle that the pointer is in.
   void mouseMoveEvent(QMouseEvent* event) override;
+  /// Takes the cursor of a rectangle away.
   void leaveEvent(QEvent* event) override;
 
 private:

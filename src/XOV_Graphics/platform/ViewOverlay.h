@@ -17,6 +17,7 @@ struct XOV_EXPORT ViewOverlay {
   std::vector<QLineF> lines; ///< such as those of a cross hair
   QRectF band;               ///< a rubber band; none where it has no size
 
+  /// Whether there is nothing to draw.
   bool isEmpty() const { return lines.empty() && band.isNull(); }
   bool operator==(const ViewOverlay&) const = default;
 };

@@ -11,8 +11,8 @@ class SampleSource;
 
 /// Smallest and largest value of a series.
 struct XOV_EXPORT Extrema {
-  float min = 0;
-  float max = 0;
+  float min = 0; ///< the smallest
+  float max = 0; ///< the largest
 };
 
 /// The extremes of the finite values; both 0 when there is none. One pass over the data, a second one only when it

@@ -20,12 +20,12 @@ struct XOV_EXPORT NodalPlane {
 
 /// A seismic moment tensor in N m: r is up, t south, p east, as the Global CMT project has it.
 struct XOV_EXPORT MomentTensor {
-  double Mrr = 0;
-  double Mtt = 0;
-  double Mpp = 0;
-  double Mrt = 0;
-  double Mrp = 0;
-  double Mtp = 0;
+  double Mrr = 0; ///< upwards
+  double Mtt = 0; ///< towards south
+  double Mpp = 0; ///< towards east
+  double Mrt = 0; ///< up and south
+  double Mrp = 0; ///< up and east
+  double Mtp = 0; ///< south and east
 };
 
 /// How the source of an event moved. Whatever is left out is unknown.
@@ -35,9 +35,10 @@ struct XOV_EXPORT FocalMechanism {
   float centroidLongitudeDeg = kUndefinedValue; ///< east is positive
   float centroidDepthKm = kUndefinedValue;      ///< below sea level
   float halfDurationS = kUndefinedValue;        ///< half of the time that the moment is released in, in seconds
+  /// in N m
   double scalarMomentNm = double(kUndefinedValue);
-  std::optional<MomentTensor> tensor;
-  std::array<NodalPlane, 2> planes; ///< of the best double couple; the second is unset where only one is given
+  std::optional<MomentTensor> tensor; ///< none where only planes are known
+  std::array<NodalPlane, 2> planes;   ///< of the best double couple; the second is unset where only one is given
 };
 
 } // namespace xov

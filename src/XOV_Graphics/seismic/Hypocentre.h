@@ -14,8 +14,8 @@ namespace xov {
 
 /// One of the magnitudes that a catalogue gives for an event.
 struct XOV_EXPORT EventMagnitude {
-  QString type; ///< as the catalogue writes it, such as "Mww"; empty when it does not say
-  float value = kUndefinedValue;
+  QString type;                  ///< as the catalogue writes it, such as "Mww"; empty when it does not say
+  float value = kUndefinedValue; ///< on the scale of its type
 };
 
 /// What is known of an event. Whatever is left out is unknown.
@@ -38,6 +38,7 @@ struct XOV_EXPORT HypocentreValues {
 /// An event held in memory.
 class XOV_EXPORT Hypocentre : public EventOrigin {
 public:
+  /// Holds these values.
   explicit Hypocentre(HypocentreValues values = {});
   ~Hypocentre() override;
 

@@ -7,8 +7,8 @@ namespace xov {
 
 /// Keys of timePickKey() and pickLabelWithKey(); 0 to 9 are T0 to T9.
 inline constexpr int kTimePickCount = 10;
-inline constexpr int kFirstArrivalKey = 10;
-inline constexpr int kEndOfSignalKey = 11;
+inline constexpr int kFirstArrivalKey = 10; ///< the pick A
+inline constexpr int kEndOfSignalKey = 11;  ///< the end F
 
 /// Whether a view with that time span draws a pick: the time is set and lies within the span, both ends included.
 inline bool isPickDrawn(float time, float xmin, float xmax) {

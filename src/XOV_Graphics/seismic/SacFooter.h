@@ -8,12 +8,12 @@ namespace xov {
 /// The footer of a SAC file of header version 7: 22 eight-byte floats right after the samples, which repeat header
 /// values in double precision. Source: SAC User's Guide, "SAC Data File Format" (IRIS/EarthScope Data Services).
 struct XOV_EXPORT SacFooter {
-  double delta = kUndefinedValue;
-  double b = kUndefinedValue;
-  double e = kUndefinedValue;
-  double o = kUndefinedValue;
-  double a = kUndefinedValue;
-  double t0 = kUndefinedValue;
+  double delta = kUndefinedValue; ///< sample interval in seconds
+  double b = kUndefinedValue;     ///< begin, seconds from the reference time
+  double e = kUndefinedValue;     ///< end
+  double o = kUndefinedValue;     ///< origin time of the event
+  double a = kUndefinedValue;     ///< first arrival
+  double t0 = kUndefinedValue;    ///< the user's pick 0
   double t1 = kUndefinedValue;
   double t2 = kUndefinedValue;
   double t3 = kUndefinedValue;
@@ -23,13 +23,13 @@ struct XOV_EXPORT SacFooter {
   double t7 = kUndefinedValue;
   double t8 = kUndefinedValue;
   double t9 = kUndefinedValue;
-  double f = kUndefinedValue;
-  double evlo = kUndefinedValue;
-  double evla = kUndefinedValue;
-  double stlo = kUndefinedValue;
-  double stla = kUndefinedValue;
-  double sb = kUndefinedValue;
-  double sdelta = kUndefinedValue;
+  double f = kUndefinedValue;      ///< end of the signal
+  double evlo = kUndefinedValue;   ///< longitude of the event in degrees
+  double evla = kUndefinedValue;   ///< latitude of the event
+  double stlo = kUndefinedValue;   ///< longitude of the station
+  double stla = kUndefinedValue;   ///< latitude of the station
+  double sb = kUndefinedValue;     ///< begin as it was before the samples were changed
+  double sdelta = kUndefinedValue; ///< sample interval before the samples were changed
 };
 
 static_assert(offsetof(SacFooter, t0) == 40);

@@ -13,9 +13,13 @@ namespace xov {
 
 /// Values of SacHeader::iftype: what a SAC file holds.
 inline constexpr std::int32_t kSacTimeSeries = 1;
+/// A spectrum: real and imaginary parts.
 inline constexpr std::int32_t kSacRealImaginary = 2;
+/// A spectrum: amplitudes and phases.
 inline constexpr std::int32_t kSacAmplitudePhase = 3;
+/// Points with an x of their own.
 inline constexpr std::int32_t kSacXY = 4;
+/// Values over x and y.
 inline constexpr std::int32_t kSacXYZ = 51;
 
 /// Values of SacHeader::idep: what the samples are, with the format's own units.
@@ -38,7 +42,7 @@ struct XOV_EXPORT SacHeader {
   float delta = kUndefinedValue;  ///< sample interval in seconds
   float depmin = kUndefinedValue; ///< smallest sample
   float depmax = kUndefinedValue; ///< largest sample
-  float scale = kUndefinedValue;
+  float scale = kUndefinedValue;  ///< factor from samples to the dependent variable
   float odelta = kUndefinedValue; ///< observed sample interval
   float b = kUndefinedValue;      ///< time of the first sample
   float e = kUndefinedValue;      ///< time of the last sample
@@ -85,68 +89,68 @@ struct XOV_EXPORT SacHeader {
   float user7 = kUndefinedValue;
   float user8 = kUndefinedValue;
   float user9 = kUndefinedValue;
-  float dist = kUndefinedValue;   ///< distance from event to station in km
-  float az = kUndefinedValue;     ///< azimuth from event to station in degrees
-  float baz = kUndefinedValue;    ///< azimuth from station to event in degrees
-  float gcarc = kUndefinedValue;  ///< distance from event to station in degrees
-  float sb = kUndefinedValue;     ///< original time of the first sample
-  float sdelta = kUndefinedValue; ///< original sample interval
-  float depmen = kUndefinedValue; ///< mean of the samples
-  float cmpaz = kUndefinedValue;  ///< component azimuth, degrees clockwise from north
-  float cmpinc = kUndefinedValue; ///< component inclination, degrees from upward vertical
-  float xminimum = kUndefinedValue;
-  float xmaximum = kUndefinedValue;
-  float yminimum = kUndefinedValue;
-  float ymaximum = kUndefinedValue;
-  float unused6 = kUndefinedValue;
-  float unused7 = kUndefinedValue;
-  float unused8 = kUndefinedValue;
-  float unused9 = kUndefinedValue;
-  float unused10 = kUndefinedValue;
-  float unused11 = kUndefinedValue;
-  float unused12 = kUndefinedValue;
+  float dist = kUndefinedValue;     ///< distance from event to station in km
+  float az = kUndefinedValue;       ///< azimuth from event to station in degrees
+  float baz = kUndefinedValue;      ///< azimuth from station to event in degrees
+  float gcarc = kUndefinedValue;    ///< distance from event to station in degrees
+  float sb = kUndefinedValue;       ///< original time of the first sample
+  float sdelta = kUndefinedValue;   ///< original sample interval
+  float depmen = kUndefinedValue;   ///< mean of the samples
+  float cmpaz = kUndefinedValue;    ///< component azimuth, degrees clockwise from north
+  float cmpinc = kUndefinedValue;   ///< component inclination, degrees from upward vertical
+  float xminimum = kUndefinedValue; ///< smallest x of values over x and y
+  float xmaximum = kUndefinedValue; ///< largest x
+  float yminimum = kUndefinedValue; ///< smallest y
+  float ymaximum = kUndefinedValue; ///< largest y
+  float unused6 = kUndefinedValue;  ///< no meaning; kept as it is read
+  float unused7 = kUndefinedValue;  ///< as unused6
+  float unused8 = kUndefinedValue;  ///< as unused6
+  float unused9 = kUndefinedValue;  ///< as unused6
+  float unused10 = kUndefinedValue; ///< as unused6
+  float unused11 = kUndefinedValue; ///< as unused6
+  float unused12 = kUndefinedValue; ///< as unused6
 
   // Integers. The reference time is UTC.
-  std::int32_t nzyear = kSacUndefinedInteger; ///< year
-  std::int32_t nzjday = kSacUndefinedInteger; ///< day of the year, 1 = 1 January
-  std::int32_t nzhour = kSacUndefinedInteger;
-  std::int32_t nzmin = kSacUndefinedInteger;
-  std::int32_t nzsec = kSacUndefinedInteger;
-  std::int32_t nzmsec = kSacUndefinedInteger; ///< milliseconds
-  std::int32_t nvhdr = kSacUndefinedInteger;  ///< header version: 6, or 7 with a footer of doubles
-  std::int32_t norid = kSacUndefinedInteger;  ///< origin ID
-  std::int32_t nevid = kSacUndefinedInteger;  ///< event ID
-  std::int32_t npts = kSacUndefinedInteger;   ///< number of samples
-  std::int32_t nspts = kSacUndefinedInteger;  ///< internal
-  std::int32_t nwfid = kSacUndefinedInteger;  ///< waveform ID
-  std::int32_t nxsize = kSacUndefinedInteger; ///< width of a spectral file
-  std::int32_t nysize = kSacUndefinedInteger; ///< height of a spectral file
-  std::int32_t unused15 = kSacUndefinedInteger;
-  std::int32_t iftype = kSacUndefinedInteger; ///< type of file, kSacTimeSeries to kSacXYZ
-  std::int32_t idep = kSacUndefinedInteger;   ///< type of the dependent variable, kSacUnknownKind to kSacVolts
-  std::int32_t iztype = kSacUndefinedInteger; ///< what the reference time is
-  std::int32_t unused16 = kSacUndefinedInteger;
-  std::int32_t iinst = kSacUndefinedInteger;   ///< type of instrument
-  std::int32_t istreg = kSacUndefinedInteger;  ///< region of the station
-  std::int32_t ievreg = kSacUndefinedInteger;  ///< region of the event
-  std::int32_t ievtyp = kSacUndefinedInteger;  ///< type of event
-  std::int32_t iqual = kSacUndefinedInteger;   ///< quality of the data
-  std::int32_t isynth = kSacUndefinedInteger;  ///< synthetic flag
-  std::int32_t imagtyp = kSacUndefinedInteger; ///< type of magnitude
-  std::int32_t imagsrc = kSacUndefinedInteger; ///< source of the magnitude
-  std::int32_t ibody = kSacUndefinedInteger;   ///< body that the coordinates refer to
-  std::int32_t unused20 = kSacUndefinedInteger;
-  std::int32_t unused21 = kSacUndefinedInteger;
-  std::int32_t unused22 = kSacUndefinedInteger;
-  std::int32_t unused23 = kSacUndefinedInteger;
-  std::int32_t unused24 = kSacUndefinedInteger;
-  std::int32_t unused25 = kSacUndefinedInteger;
-  std::int32_t unused26 = kSacUndefinedInteger;
-  std::int32_t leven = kSacUndefinedInteger;  ///< 1 when the samples are evenly spaced, 0 when not
-  std::int32_t lpspol = kSacUndefinedInteger; ///< 1 when the component has positive polarity
-  std::int32_t lovrok = kSacUndefinedInteger; ///< 1 when the file may be overwritten
-  std::int32_t lcalda = kSacUndefinedInteger; ///< 1 when dist, az, baz and gcarc follow from the coordinates
-  std::int32_t unused27 = kSacUndefinedInteger;
+  std::int32_t nzyear = kSacUndefinedInteger;   ///< year
+  std::int32_t nzjday = kSacUndefinedInteger;   ///< day of the year, 1 = 1 January
+  std::int32_t nzhour = kSacUndefinedInteger;   ///< 0 to 23
+  std::int32_t nzmin = kSacUndefinedInteger;    ///< 0 to 59
+  std::int32_t nzsec = kSacUndefinedInteger;    ///< 0 to 59
+  std::int32_t nzmsec = kSacUndefinedInteger;   ///< milliseconds
+  std::int32_t nvhdr = kSacUndefinedInteger;    ///< header version: 6, or 7 with a footer of doubles
+  std::int32_t norid = kSacUndefinedInteger;    ///< origin ID
+  std::int32_t nevid = kSacUndefinedInteger;    ///< event ID
+  std::int32_t npts = kSacUndefinedInteger;     ///< number of samples
+  std::int32_t nspts = kSacUndefinedInteger;    ///< internal
+  std::int32_t nwfid = kSacUndefinedInteger;    ///< waveform ID
+  std::int32_t nxsize = kSacUndefinedInteger;   ///< width of a spectral file
+  std::int32_t nysize = kSacUndefinedInteger;   ///< height of a spectral file
+  std::int32_t unused15 = kSacUndefinedInteger; ///< no meaning
+  std::int32_t iftype = kSacUndefinedInteger;   ///< type of file, kSacTimeSeries to kSacXYZ
+  std::int32_t idep = kSacUndefinedInteger;     ///< type of the dependent variable, kSacUnknownKind to kSacVolts
+  std::int32_t iztype = kSacUndefinedInteger;   ///< what the reference time is
+  std::int32_t unused16 = kSacUndefinedInteger; ///< no meaning
+  std::int32_t iinst = kSacUndefinedInteger;    ///< type of instrument
+  std::int32_t istreg = kSacUndefinedInteger;   ///< region of the station
+  std::int32_t ievreg = kSacUndefinedInteger;   ///< region of the event
+  std::int32_t ievtyp = kSacUndefinedInteger;   ///< type of event
+  std::int32_t iqual = kSacUndefinedInteger;    ///< quality of the data
+  std::int32_t isynth = kSacUndefinedInteger;   ///< synthetic flag
+  std::int32_t imagtyp = kSacUndefinedInteger;  ///< type of magnitude
+  std::int32_t imagsrc = kSacUndefinedInteger;  ///< source of the magnitude
+  std::int32_t ibody = kSacUndefinedInteger;    ///< body that the coordinates refer to
+  std::int32_t unused20 = kSacUndefinedInteger; ///< no meaning
+  std::int32_t unused21 = kSacUndefinedInteger; ///< no meaning
+  std::int32_t unused22 = kSacUndefinedInteger; ///< no meaning
+  std::int32_t unused23 = kSacUndefinedInteger; ///< no meaning
+  std::int32_t unused24 = kSacUndefinedInteger; ///< no meaning
+  std::int32_t unused25 = kSacUndefinedInteger; ///< no meaning
+  std::int32_t unused26 = kSacUndefinedInteger; ///< no meaning
+  std::int32_t leven = kSacUndefinedInteger;    ///< 1 when the samples are evenly spaced, 0 when not
+  std::int32_t lpspol = kSacUndefinedInteger;   ///< 1 when the component has positive polarity
+  std::int32_t lovrok = kSacUndefinedInteger;   ///< 1 when the file may be overwritten
+  std::int32_t lcalda = kSacUndefinedInteger;   ///< 1 when dist, az, baz and gcarc follow from the coordinates
+  std::int32_t unused27 = kSacUndefinedInteger; ///< no meaning
 
   // Text.
   SacText<8> kstnm;  ///< station

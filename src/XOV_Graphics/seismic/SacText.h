@@ -17,7 +17,7 @@ XOV_EXPORT QString sacFieldText(std::string_view bytes);
 /// A text field of the SAC header, N bytes padded with blanks. An unset field holds "-12345".
 template <std::size_t N>
 struct SacText {
-  char bytes[N];
+  char bytes[N]; ///< as in the file, without a zero behind them
 
   /// An unset field.
   SacText() : SacText(std::string_view("-12345")) {}

@@ -17,7 +17,7 @@ struct XOV_EXPORT SeismogramReadOptions {
 
 /// What a seismogram file holds.
 struct XOV_EXPORT SeismogramFile {
-  SeismogramArray records;
+  SeismogramArray records; ///< one a trace, in the order of the file
   /// What the user should know about the reading, such as damaged parts that were left out: one line each, which
   /// names the file.
   QStringList notes;

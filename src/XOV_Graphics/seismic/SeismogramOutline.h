@@ -15,7 +15,7 @@ namespace xov {
 
 /// A channel of a file, as its headers tell.
 struct XOV_EXPORT ChannelOutline {
-  ChannelCodes codes = {};
+  ChannelCodes codes = {};      ///< network, station, location and channel
   QDateTime start = {};         ///< of its first sample, UTC; invalid where the time is not known
   QDateTime end = {};           ///< of its last sample
   double rateHz = 0;            ///< of the first piece; 0 where the header has none

@@ -15,21 +15,28 @@ namespace xov {
 /// Samples summed up piece by piece.
 class XOV_EXPORT SampleTally {
 public:
+  /// Counts these samples in.
   void add(std::span<const float> samples);
+  /// Counts in what another tally has counted.
   void add(const SampleTally& other);
 
   /// Of all samples.
+  /// How many samples were added.
   std::int64_t count() const { return count_; }
   /// Of those that are no numbers or infinite.
   std::int64_t notFiniteCount() const { return count_ - finiteCount_; }
+  /// Whether min(), max() and mean() are of any sample.
   bool hasFinite() const { return finiteCount_ > 0; }
   /// Of the finite samples; 0 when there is none.
   float min() const { return min_; }
+  /// The largest of the finite samples; 0 when there is none.
   float max() const { return max_; }
   /// Whether some of them are not those of the file, which has more digits than single precision: whole numbers
   /// beyond 16777216, or double precision of that size.
   bool isRounded() const { return isRounded_; }
+  /// Sets isRounded(): what a reader has found.
   void setRounded(bool rounded) { isRounded_ = rounded; }
+  /// Of the finite samples; 0 when there is none.
   double mean() const { return hasFinite() ? sum_ / double(finiteCount_) : 0; }
 
 private:
@@ -46,6 +53,7 @@ private:
 /// A trace without its samples: all that its header says, and what they amount to.
 struct XOV_EXPORT SeismogramSummary {
   std::shared_ptr<const SeismogramRecord> record; ///< may have no samples, whatever their number was
+  /// What the samples amount to.
   SampleTally samples;
 };
 
@@ -54,8 +62,8 @@ XOV_EXPORT SeismogramSummary summaryOf(std::shared_ptr<const SeismogramRecord> r
 
 /// What a seismogram file holds, summed up.
 struct XOV_EXPORT SeismogramFileSummary {
-  std::vector<SeismogramSummary> records;
-  QStringList notes; ///< as of a SeismogramFile
+  std::vector<SeismogramSummary> records; ///< one a trace, in the order of the file
+  QStringList notes;                      ///< as of a SeismogramFile
 };
 
 } // namespace xov

@@ -26,28 +26,28 @@ struct XOV_EXPORT Epoch {
 /// A channel of a station during one epoch.
 struct XOV_EXPORT StationChannel {
   ChannelCodes codes = {}; ///< an empty network, station or channel stands for any; none at all is any channel
-  Epoch epoch = {};
+  Epoch epoch = {};        ///< while this holds
   std::optional<double> latitudeDeg = {};  ///< -90 to 90, north positive
   std::optional<double> longitudeDeg = {}; ///< -360 to 360, east positive
   std::optional<double> elevationM = {};   ///< of the ground above sea level
   std::optional<double> depthM = {};       ///< of the sensor below the ground
   std::optional<double> azimuthDeg = {};   ///< in which positive samples point, clockwise from north
   std::optional<double> dipDeg = {};       ///< the same downwards from the horizontal: -90 is up
-  std::optional<double> sampleRateHz = {};
-  InstrumentResponse response = {};
-  qint64 line = 0; ///< where it stands in the file, from 1 on
+  std::optional<double> sampleRateHz = {}; ///< samples a second
+  InstrumentResponse response = {};        ///< from ground motion to samples
+  qint64 line = 0;                         ///< where it stands in the file, from 1 on
 };
 
 /// A station during one epoch.
 struct XOV_EXPORT InventoryStation {
-  QString network = {};
-  QString code = {};
-  QString site = {}; ///< the place's name
-  Epoch epoch = {};
-  double latitudeDeg = 0;  ///< -90 to 90, north positive
-  double longitudeDeg = 0; ///< -360 to 360, east positive
-  std::optional<double> elevationM = {};
-  qint64 line = 0; ///< where it stands in the file, from 1 on
+  QString network = {};                  ///< its code
+  QString code = {};                     ///< of the station
+  QString site = {};                     ///< the place's name
+  Epoch epoch = {};                      ///< while this holds
+  double latitudeDeg = 0;                ///< -90 to 90, north positive
+  double longitudeDeg = 0;               ///< -360 to 360, east positive
+  std::optional<double> elevationM = {}; ///< above sea level
+  qint64 line = 0;                       ///< where it stands in the file, from 1 on
 };
 
 /// Stations and channels as a file has them.

@@ -7,6 +7,7 @@ namespace xov {
 /// Three components held in memory; any of them may be null.
 class XOV_EXPORT StationObservation : public ThreeComponentObservation {
 public:
+  /// Keeps the three records.
   StationObservation(std::shared_ptr<SeismogramRecord> vertical, std::shared_ptr<SeismogramRecord> radial,
                      std::shared_ptr<SeismogramRecord> transverse);
   ~StationObservation() override;

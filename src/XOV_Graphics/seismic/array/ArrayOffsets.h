@@ -9,14 +9,14 @@ namespace xov {
 
 /// Where a station stands, in degrees, north and east positive.
 struct StationPlace {
-  double latitudeDeg = 0;
-  double longitudeDeg = 0;
+  double latitudeDeg = 0;  ///< -90 to 90
+  double longitudeDeg = 0; ///< -360 to 360
 };
 
 /// Where a station stands seen from the middle of its array.
 struct StationOffset {
-  double eastKm = 0;
-  double northKm = 0;
+  double eastKm = 0;  ///< east positive
+  double northKm = 0; ///< north positive
 };
 
 /// The offsets of stations from the mean of their places, in the plane that touches the WGS 84 ellipsoid there. One

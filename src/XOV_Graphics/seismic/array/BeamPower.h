@@ -18,7 +18,7 @@ struct ArrayTrace {
   QString name;                   ///< for messages
   std::span<const float> samples; ///< borrowed
   double startSeconds = 0;        ///< time of the first sample on the axis that all stations share
-  StationOffset offset;
+  StationOffset offset;           ///< from the middle of the array
 };
 
 /// What to look for in the traces of an array.
@@ -27,30 +27,31 @@ struct XOV_EXPORT BeamSearch {
   /// The piece of the traces to use, in seconds from the beginning of the time that all of them have; an end that is
   /// not positive stands for the end of that time.
   double windowFrom = 0;
-  double windowTo = 0;
+  double windowTo = 0; ///< the end of that piece
   /// The frequencies to use, both ends included. Not positive: from four periods in the window on, up to half of the
   /// Nyquist frequency.
   double lowestHz = 0;
-  double highestHz = 0;
+  double highestHz = 0; ///< the upper end
   /// The grid: `steps` by `steps` slownesses from −limit to limit (s/km), both ends included.
   double slownessLimit = 0.5;
-  std::int32_t steps = 101;
+  std::int32_t steps = 101; ///< 2 to kMostBeamSteps
 };
 
 /// Beam power over horizontal slowness.
 struct XOV_EXPORT BeamPower {
   /// steps × steps values in 0 … 1, row after row, the northernmost row and the westernmost column first.
   std::vector<float> power;
-  std::int32_t steps = 0;
-  double slownessLimit = 0;
-  double lowestHz = 0; ///< the frequencies that were used
-  double highestHz = 0;
-  std::int32_t frequencies = 0;
+  std::int32_t steps = 0;       ///< of rows and columns alike
+  double slownessLimit = 0;     ///< the outermost slowness, in s/km
+  double lowestHz = 0;          ///< the frequencies that were used
+  double highestHz = 0;         ///< the upper end
+  std::int32_t frequencies = 0; ///< how many of them
 
   /// East or north slowness of a column, or of a row counted from the south.
   double slowness(std::int32_t step) const { return slownessLimit * (2.0 * step / (steps - 1) - 1); }
 };
 
+/// The largest grid that is searched, in steps a side.
 inline constexpr std::int32_t kMostBeamSteps = 2001;
 
 /// The power of the beam that an array forms for each slowness, by the conventional frequency-wavenumber analysis:

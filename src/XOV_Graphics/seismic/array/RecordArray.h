@@ -10,8 +10,8 @@ namespace xov {
 
 /// Recordings as the traces of an array. The traces borrow the records' samples.
 struct RecordArray {
-  std::vector<ArrayTrace> traces;
-  double intervalSeconds = 0;
+  std::vector<ArrayTrace> traces; ///< one a record
+  double intervalSeconds = 0;     ///< of the samples of all traces
 };
 
 /// Makes an array of records: one record for each station, all with one sample interval. A station stands where the

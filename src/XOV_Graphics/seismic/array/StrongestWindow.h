@@ -8,8 +8,8 @@ namespace xov {
 
 /// A piece of the time that all traces of an array have, in seconds from its beginning.
 struct XOV_EXPORT ArrayWindow {
-  double fromSeconds = 0;
-  double toSeconds = 0;
+  double fromSeconds = 0;   ///< where it begins
+  double toSeconds = 0;     ///< where it ends
   double commonSeconds = 0; ///< all of that time
 };
 

@@ -11,9 +11,9 @@ namespace xov {
 
 /// A phase as it arrives at a station.
 struct XOV_EXPORT PhaseArrival {
-  SeismicPhase phase = SeismicPhase::P;
-  double seconds = 0;      ///< after the origin time
-  double rayParameter = 0; ///< derivative of the time with respect to distance, in s/degree
+  SeismicPhase phase = SeismicPhase::P; ///< which one arrives
+  double seconds = 0;                   ///< after the origin time
+  double rayParameter = 0;              ///< derivative of the time with respect to distance, in s/degree
   double takeOffDeg = 0;   ///< angle of the ray at the source, from straight down (0) to straight up (180)
   double incidenceDeg = 0; ///< angle between ray and vertical at the station; 90 for surface waves
 };
@@ -21,8 +21,8 @@ struct XOV_EXPORT PhaseArrival {
 /// What to tell of a phase that arrives several times, since its ways through jumps of velocity cross each other.
 enum class PhaseRepeats : std::uint8_t { FirstOnly, All };
 
-inline constexpr double kFarthestArrivalDeg = 180;
-inline constexpr double kDeepestSourceKm = 800;
+inline constexpr double kFarthestArrivalDeg = 180; ///< distances of arrivals end at the antipode
+inline constexpr double kDeepestSourceKm = 800;    ///< the deepest source that has arrivals, in kilometres
 /// Sources may lie as high above sea level as mountains do; they count as such at the surface.
 inline constexpr double kHighestSourceKm = 10;
 /// Farther, nothing is seen of waves along the core.

@@ -9,17 +9,18 @@
 // phase identification, Geophys. J. Int. 105, 429-465 (1991).
 namespace xov {
 
-inline constexpr double kEarthRadiusKm = 6371.0;
+inline constexpr double kEarthRadiusKm = 6371.0;           ///< mean radius
 inline constexpr double kKmPerDegree = 111.19492664455873; ///< kEarthRadiusKm times pi / 180
 
+/// The two kinds of waves through the body of the Earth.
 enum class BodyWave : std::uint8_t { P, S };
 
 /// A layer without discontinuities. Velocities in km/s are polynomials of the radius over kEarthRadiusKm; the
 /// coefficients are those of the constant, the linear, the quadratic and the cubic term.
 struct EarthLayer {
-  double bottomRadiusKm;
-  double p[4];
-  double s[4]; ///< all 0 in a fluid
+  double bottomRadiusKm; ///< distance of its lower face from the centre
+  double p[4];           ///< coefficients of P velocity; likewise those of S
+  double s[4];           ///< all 0 in a fluid
 };
 
 /// From the surface to the core: the upper and the lower crust, which the Moho ends at a depth of 35 km, and the
@@ -27,6 +28,7 @@ struct EarthLayer {
 XOV_EXPORT std::span<const EarthLayer> mantleLayers();
 /// The fluid core and the solid one within it.
 XOV_EXPORT const EarthLayer& outerCore();
+/// The solid core.
 XOV_EXPORT const EarthLayer& innerCore();
 
 /// Velocity in km/s by the polynomials of a layer, whatever its ends.

@@ -6,10 +6,11 @@
 
 namespace xov {
 
+/// The two kinds of waves along the surface.
 enum class SurfaceWave : std::uint8_t { Rayleigh, Love };
 
-inline constexpr double kShortestSurfacePeriodS = 8.0;
-inline constexpr double kLongestSurfacePeriodS = 250.0;
+inline constexpr double kShortestSurfacePeriodS = 8.0;  ///< where the tables begin
+inline constexpr double kLongestSurfacePeriodS = 250.0; ///< where the tables end
 
 /// Group velocity in km/s of the fundamental mode at a period of 8 to 250 s; beyond, the value at that end.
 ///

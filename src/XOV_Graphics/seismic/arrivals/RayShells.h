@@ -10,10 +10,10 @@ namespace xov {
 
 /// A thin shell of the Earth by its slownesses r/v at both faces, and the exponent of r/v as a power of r.
 struct XOV_EXPORT RayShell {
-  double topRadiusKm;
-  double topSlowness; ///< s/rad
-  double bottomSlowness;
-  double exponent;
+  double topRadiusKm;    ///< from the centre
+  double topSlowness;    ///< s/rad
+  double bottomSlowness; ///< s/rad
+  double exponent;       ///< of r, in the power that r/v follows
 };
 
 /// Cuts a piece of a layer into shells of equal thickness, `thickestKm` at most, and appends them from above to
@@ -24,8 +24,8 @@ XOV_EXPORT void appendRayShells(std::vector<RayShell>& shells, const EarthLayer&
 
 /// Angle at the centre of the Earth and time of a part of a ray.
 struct XOV_EXPORT RaySum {
-  double angleRad = 0;
-  double timeS = 0;
+  double angleRad = 0; ///< at the centre of the Earth
+  double timeS = 0;    ///< along the ray
 };
 
 /// One way of a ray through shells that lie below each other: to the radius where it turns, or to the bottom of them.

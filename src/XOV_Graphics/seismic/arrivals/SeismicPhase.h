@@ -52,6 +52,7 @@ XOV_EXPORT std::optional<SeismicPhase> phaseNamed(const QString& name);
 
 /// As which wave a body wave leaves the source, and arrives at the surface. Love and Rayleigh waves count as S.
 XOV_EXPORT BodyWave waveAtSource(SeismicPhase phase);
+/// As which wave it arrives at the surface.
 XOV_EXPORT BodyWave waveAtSurface(SeismicPhase phase);
 
 } // namespace xov

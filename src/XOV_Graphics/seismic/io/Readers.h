@@ -35,6 +35,7 @@ XOV_EXPORT Result<SeismogramFile> readSeismogramDevice(QIODevice& device, const 
 /// whatever the size of the file. Only files of text are read whole.
 XOV_EXPORT Result<SeismogramFileSummary> summarizeSeismogramFile(const QString& path,
                                                                  const SeismogramReadOptions& options = {}) noexcept;
+/// The same of a device, as readSeismogramDevice() reads it.
 XOV_EXPORT Result<SeismogramFileSummary>
 summarizeSeismogramDevice(QIODevice& device, const QString& name, const QString& path,
                           const SeismogramReadOptions& options = {}) noexcept;

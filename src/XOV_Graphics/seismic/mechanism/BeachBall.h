@@ -18,6 +18,7 @@ using BeachBallLine = std::vector<QPointF>;
 /// one polarity with at most two patches of the other one. Nothing of a patch lies outside of the disc.
 struct XOV_EXPORT BeachBall {
   bool groundIsCompressional = false; ///< whether first motions are away from the source where there is no patch
+  /// What is coloured otherwise than the ground.
   std::vector<BeachBallLine> patches;
 };
 
@@ -41,6 +42,7 @@ struct XOV_EXPORT BeachBallDirection {
   double azimuthDeg = 0; ///< clockwise from north, 0 to below 360; 0 in the middle
   double plungeDeg = 0;  ///< below the horizontal, 0 to 90
 };
+/// The direction that a place of the ball stands for; nothing outside of it.
 XOV_EXPORT std::optional<BeachBallDirection> directionOnBeachBall(QPointF place);
 
 /// The line in which a plane through the source cuts the ball, from rim to rim.

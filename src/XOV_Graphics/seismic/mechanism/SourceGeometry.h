@@ -17,9 +17,9 @@ struct XOV_EXPORT PrincipalAxis {
 
 /// Tension, null and pressure axis: those of the largest, the middle and the smallest value.
 struct XOV_EXPORT PrincipalAxes {
-  PrincipalAxis t;
-  PrincipalAxis n;
-  PrincipalAxis p;
+  PrincipalAxis t; ///< of the largest value
+  PrincipalAxis n; ///< of the middle value
+  PrincipalAxis p; ///< of the smallest value
 };
 
 /// How a moment tensor is made up, in shares of 1 that add up to it without their signs (V. Vavryčuk, Journal of

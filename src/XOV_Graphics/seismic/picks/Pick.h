@@ -28,16 +28,16 @@ enum class PickMode : std::uint8_t { Unknown, Manual, Automatic };
 
 /// The moment at which a phase was seen on a channel.
 struct XOV_EXPORT Pick {
-  QString id;    ///< tells picks of a document apart; a resource identifier such as "smi:local/pick/…"
-  QString phase; ///< such as "P" or "pPKiKP"
-  UtcNanoseconds time{};
-  ChannelCodes channel;               ///< network, station, location, channel; empty where unknown
-  std::optional<double> lowerSeconds; ///< how much earlier it may be; not negative
-  std::optional<double> upperSeconds; ///< how much later
-  PickPolarity polarity = PickPolarity::Unknown;
-  PickOnset onset = PickOnset::Unknown;
-  PickMode mode = PickMode::Unknown;
-  QString comment;
+  QString id;            ///< tells picks of a document apart; a resource identifier such as "smi:local/pick/…"
+  QString phase;         ///< such as "P" or "pPKiKP"
+  UtcNanoseconds time{}; ///< of the onset
+  ChannelCodes channel;  ///< network, station, location, channel; empty where unknown
+  std::optional<double> lowerSeconds;            ///< how much earlier it may be; not negative
+  std::optional<double> upperSeconds;            ///< how much later
+  PickPolarity polarity = PickPolarity::Unknown; ///< first motion
+  PickOnset onset = PickOnset::Unknown;          ///< how sharp it is
+  PickMode mode = PickMode::Unknown;             ///< who set it
+  QString comment;                               ///< free text
 
   bool operator==(const Pick&) const = default;
 };
@@ -47,12 +47,16 @@ using PickArray = std::vector<Pick>;
 
 /// The words of QuakeML for these: "positive", "impulsive", "manual"; empty where unknown.
 XOV_EXPORT QString pickWord(PickPolarity polarity);
+/// The word for an onset.
 XOV_EXPORT QString pickWord(PickOnset onset);
+/// The word for a mode.
 XOV_EXPORT QString pickWord(PickMode mode);
 
 /// What such a word says, whatever its case; an empty one is Unknown. Nothing for any other text.
 XOV_EXPORT std::optional<PickPolarity> pickPolarity(QStringView word);
+/// As pickPolarity().
 XOV_EXPORT std::optional<PickOnset> pickOnset(QStringView word);
+/// As pickPolarity().
 XOV_EXPORT std::optional<PickMode> pickMode(QStringView word);
 
 /// Uncertainties above a day are none of a pick.

@@ -13,9 +13,9 @@ namespace xov {
 /// One change of a document of picks: what there was, and what is there instead. Nothing before is a pick that was
 /// added, nothing after one that was removed.
 struct XOV_EXPORT PickChange {
-  std::size_t row = 0;
-  std::optional<Pick> before = {};
-  std::optional<Pick> after = {};
+  std::size_t row = 0;             ///< in the list of picks
+  std::optional<Pick> before = {}; ///< nothing where it was added
+  std::optional<Pick> after = {};  ///< nothing where it was removed
 
   /// The change that takes this one back.
   PickChange reversed() const { return {row, after, before}; }
@@ -30,6 +30,7 @@ class XOV_EXPORT PickDocument : public QObject {
   Q_OBJECT
 
 public:
+  /// Without picks.
   explicit PickDocument(QObject* parent = nullptr);
   ~PickDocument() override;
 
@@ -51,8 +52,11 @@ public:
   /// Puts another pick in the place of one, under the same id. False where there is none of that id, or nothing
   /// would change.
   bool change(const QString& id, Pick to);
+  /// change() to another time.
   bool move(const QString& id, UtcNanoseconds time);
+  /// change() to another phase.
   bool rename(const QString& id, const QString& phase);
+  /// Takes a pick out; false where there is none of that id.
   bool remove(const QString& id);
 
   // What a host does.
@@ -71,6 +75,7 @@ public:
 
   /// Whether there is anything that markSaved() has not seen.
   bool isModified() const { return picks_ != saved_; }
+  /// What there is counts as saved from now on.
   void markSaved() { saved_ = picks_; }
 
 Q_SIGNALS:

@@ -15,7 +15,7 @@ namespace xov {
 
 /// Records on axes of their own, and which ones had none.
 struct XOV_EXPORT AlignedRecords {
-  SeismogramArray records;
+  SeismogramArray records;                 ///< in the order in which they came
   SeismogramArray leftOut;                 ///< as they were
   std::vector<std::size_t> leftOutIndices; ///< where these stood, ascending
 };

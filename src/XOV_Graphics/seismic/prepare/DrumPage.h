@@ -25,9 +25,9 @@ struct XOV_EXPORT DrumSpan {
 struct XOV_EXPORT DrumPage {
   SeismogramArray pieces; ///< in time order; all times count from `start`
   QDateTime start;        ///< at which the first row begins, UTC
-  std::int32_t rows = 1;
-  double gain = 1;   ///< half row heights that the largest sample may rise so that rows can be told apart
-  QStringList notes; ///< what of the records is not drawn, one line each
+  std::int32_t rows = 1;  ///< as many as the pieces need
+  double gain = 1;        ///< half row heights that the largest sample may rise so that rows can be told apart
+  QStringList notes;      ///< what of the records is not drawn, one line each
 };
 
 /// How many half row heights the largest sample of a page may rise so that rows can be told apart: so many that the

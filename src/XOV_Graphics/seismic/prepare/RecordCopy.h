@@ -28,9 +28,9 @@ XOV_EXPORT void visitSamples(const SeismogramRecord& record,
 /// What is different in a copy of a record.
 struct XOV_EXPORT RecordChanges {
   std::optional<std::vector<float>> samples = {}; ///< from the begin time on
-  std::optional<QString> path = {};
-  std::optional<SacHeader> header = {};
-  std::optional<SacFooter> precise = {}; ///< replaces what the header has in single precision
+  std::optional<QString> path = {};               ///< in place of that of the file
+  std::optional<SacHeader> header = {};           ///< in place of that of the record
+  std::optional<SacFooter> precise = {};          ///< replaces what the header has in single precision
 };
 
 /// A record with the same header, in double precision, samples and path but for the changes. Its end time and

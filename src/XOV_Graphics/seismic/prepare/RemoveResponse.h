@@ -14,10 +14,10 @@ namespace xov {
 /// The frequencies in Hz that are left when a response is taken away: none up to a, all from b to c, none from d on,
 /// half of a cosine in between.
 struct XOV_EXPORT PreFilter {
-  double a = 0;
-  double b = 0;
-  double c = 0;
-  double d = 0;
+  double a = 0; ///< nothing is left below it
+  double b = 0; ///< all is left from here
+  double c = 0; ///< to here
+  double d = 0; ///< nothing is left above it
 };
 
 /// How a response is taken away.
@@ -28,7 +28,7 @@ struct XOV_EXPORT ResponseRemoval {
   std::optional<int> trendOrder = 0;
   /// The share of the samples, 0 to 0.5, over which they are tapered at either end, before.
   double taperShare = 0.05;
-  std::optional<PreFilter> preFilter = {};
+  std::optional<PreFilter> preFilter = {}; ///< none takes everything
   /// Where the response is more than that many dB below its largest value up to the Nyquist frequency, it is taken to
   /// be there, with its own phase, so that noise is not made to look like ground motion. Nothing: no such limit.
   std::optional<double> waterLevelDb = 60;

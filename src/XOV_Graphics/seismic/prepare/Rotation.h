@@ -46,8 +46,8 @@ XOV_EXPORT Result<ThreeComponents> rotated(const ThreeComponents& components, Wa
 
 /// Records, turned as far as they can be.
 struct XOV_EXPORT RotatedRecords {
-  SeismogramArray records;
-  QStringList notes; ///< what stayed as it was and why, one line a channel
+  SeismogramArray records; ///< turned ones and the others
+  QStringList notes;       ///< what stayed as it was and why, one line a channel
 };
 
 /// Rotates records of any stations, each by its own back azimuth unless one is given, which components of one band

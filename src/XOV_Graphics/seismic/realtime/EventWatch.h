@@ -33,6 +33,7 @@ struct XOV_EXPORT EventWatchSettings {
 /// changed last counts.
 class XOV_EXPORT EventWatch {
 public:
+  /// Nothing is read before start().
   explicit EventWatch(EventWatchSettings settings);
   ~EventWatch();
   EventWatch(const EventWatch&) = delete;

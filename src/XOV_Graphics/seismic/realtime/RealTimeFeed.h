@@ -7,9 +7,9 @@ namespace xov {
 
 /// The time span that a display shows, on the time axis that counts from `base`.
 struct XOV_EXPORT RealTimeSpan {
-  QDateTime base;
-  float xmin = 0;
-  float xmax = 0;
+  QDateTime base; ///< that times count from, UTC
+  float xmin = 0; ///< where the display begins, in seconds
+  float xmax = 0; ///< where it ends
 };
 
 /// The span of `seconds` that ends, or begins, at `reference`, which lies on that edge of the display. The base is

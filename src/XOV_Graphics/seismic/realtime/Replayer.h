@@ -11,7 +11,7 @@ struct XOV_EXPORT ReplayOptions {
   double speed = 1;                 ///< recorded seconds per second of the clock; 1 where it is not above 0
   QDateTime start;                  ///< recorded time at clock 0; the earliest sample where it is invalid
   double shortestPacketSeconds = 1; ///< each channel has packets of its own length between these
-  double longestPacketSeconds = 10;
+  double longestPacketSeconds = 10; ///< the longest of them
   double longestLatencySeconds = 3; ///< each channel's packets arrive up to this long after their last sample
   double lateShare = 0;        ///< the share of packets, 0 to 1, that arrive still later, after those behind them
   double latenessSeconds = 20; ///< by how much

@@ -31,7 +31,9 @@ public:
   const SampleIndex& index() const { return index_; }
   /// Time of the oldest sample; 0 when there is none.
   double startSeconds() const;
+  /// Time between samples in seconds.
   double deltaSeconds() const { return delta_; }
+  /// The most samples that it holds.
   std::int64_t capacity() const { return capacity_; }
 
 private:

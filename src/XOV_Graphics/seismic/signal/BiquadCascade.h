@@ -13,11 +13,11 @@ namespace xov {
 ///
 ///     y[n] = b0 x[n] + b1 x[n−1] + b2 x[n−2] − a1 y[n−1] − a2 y[n−2].
 struct XOV_EXPORT Biquad {
-  double b0 = 1;
-  double b1 = 0;
-  double b2 = 0;
-  double a1 = 0;
-  double a2 = 0;
+  double b0 = 1; ///< of x[n]
+  double b1 = 0; ///< of x[n−1]
+  double b2 = 0; ///< of x[n−2]
+  double a1 = 0; ///< of y[n−1]
+  double a2 = 0; ///< of y[n−2]
 };
 
 /// The response of sections, one behind the other, at a frequency in radians a sample (2π times that in Hz, times the
@@ -28,8 +28,10 @@ XOV_EXPORT std::complex<double> responseOf(std::span<const Biquad> sections, dou
 /// arrives piece by piece. It begins at rest.
 class XOV_EXPORT BiquadCascade {
 public:
+  /// Sections in the order in which the samples go through them.
   explicit BiquadCascade(std::vector<Biquad> sections);
 
+  /// As they were given.
   const std::vector<Biquad>& sections() const { return sections_; }
 
   /// Filters the next samples, in place. They should be finite: what is not stays in the memory of the filter.

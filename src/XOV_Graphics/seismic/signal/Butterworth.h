@@ -17,25 +17,30 @@ enum class FilterBand : std::uint8_t {
   BandStop, ///< below lowHz and above highHz
 };
 
-inline constexpr int kMostFilterOrder = 20;
+inline constexpr int kMostFilterOrder = 20; ///< more poles lose their precision
 
 /// A Butterworth filter, whose gain is 1/√2 at its corners and as flat as possible where it passes.
 struct XOV_EXPORT ButterworthFilter {
+  /// What passes.
   FilterBand band = FilterBand::LowPass;
   double lowHz = 0;  ///< the corner below; not of a low-pass
   double highHz = 0; ///< the corner above; not of a high-pass
   /// Poles at each corner, 1 to kMostFilterOrder: the gain falls by 6 dB an octave for each.
   int order = 4;
 
+  /// What is below a corner passes.
   static ButterworthFilter lowPass(double cornerHz, int order = 4) {
     return {FilterBand::LowPass, 0, cornerHz, order};
   }
+  /// What is above a corner passes.
   static ButterworthFilter highPass(double cornerHz, int order = 4) {
     return {FilterBand::HighPass, cornerHz, 0, order};
   }
+  /// What is between two corners passes.
   static ButterworthFilter bandPass(double lowHz, double highHz, int order = 4) {
     return {FilterBand::BandPass, lowHz, highHz, order};
   }
+  /// What is below the lower or above the upper corner passes.
   static ButterworthFilter bandStop(double lowHz, double highHz, int order = 4) {
     return {FilterBand::BandStop, lowHz, highHz, order};
   }

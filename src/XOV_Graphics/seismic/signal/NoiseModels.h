@@ -15,7 +15,7 @@ enum class NoiseModel : std::uint8_t {
 
 /// The shortest and the longest period that the models know, in seconds.
 inline constexpr double kShortestNoisePeriod = 0.1;
-inline constexpr double kLongestNoisePeriod = 100000;
+inline constexpr double kLongestNoisePeriod = 100000; ///< the longest of them
 
 /// The power spectral density of the acceleration of the ground at a period, in dB relative to 1 (m/s²)²/Hz: a line
 /// over the logarithm of the period within each section of it. Nothing beyond the periods that the models know.

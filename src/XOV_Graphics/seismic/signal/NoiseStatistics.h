@@ -23,7 +23,7 @@ struct XOV_EXPORT NoiseStatisticsSettings {
 /// a tenth at either end. Its powers are then averaged over full octaves in steps of an eighth of an octave.
 struct XOV_EXPORT NoiseStatistics {
   std::vector<double> periods; ///< the middle of each octave in seconds, rising by 2^(1/8)
-  std::size_t segments = 0;
+  std::size_t segments = 0;    ///< how many segments there were
   /// Segment after segment, the density at each period in dB relative to 1 unit²/Hz.
   std::vector<float> decibels;
 

@@ -12,7 +12,7 @@ namespace xov {
 /// A one-sided power spectral density in unit² / Hz over rising frequencies: its integral is the mean square of the
 /// samples.
 struct XOV_EXPORT PowerSpectrum {
-  std::vector<double> hz;
+  std::vector<double> hz;      ///< rising
   std::vector<double> density; ///< as many
   std::size_t segments = 0;    ///< that it is the mean of; 0 where no samples would do
 };
@@ -29,7 +29,7 @@ XOV_EXPORT PowerSpectrum periodogram(std::span<const float> samples, double inte
 struct XOV_EXPORT WelchSettings {
   std::size_t segment = 0; ///< samples; 0 for an eighth of them, or all where they are no more than 256
   double overlap = 0.5;    ///< of neighbouring segments, from 0 to 0.95
-  WindowShape window = WindowShape::Hann;
+  WindowShape window = WindowShape::Hann; ///< of each segment
 };
 
 /// The mean of the spectra of overlapping segments without a gap (Welch, P. D. (1967), The use of fast Fourier
@@ -40,7 +40,7 @@ XOV_EXPORT PowerSpectrum welch(std::span<const float> samples, double intervalSe
 
 /// Most and usual numbers of tapers.
 inline constexpr int kMostTapers = 200;
-inline constexpr int kUsualTapers = 7;
+inline constexpr int kUsualTapers = 7; ///< as many as Welch's method has segments, about
 
 /// The mean of the spectra of the longest stretch under sine tapers, which are orthogonal to each other, with weights
 /// that fall from the first as a parabola (Riedel, K. S. and A. Sidorenko (1995), Minimum bias multiple taper

@@ -14,9 +14,9 @@ inline constexpr std::size_t kMostDecimation = 10000;
 
 /// Where samples are wanted, as indices of those that there are: `first` + j · `step` for j from 0 to `count` − 1.
 struct XOV_EXPORT SamplePlaces {
-  double first = 0;
-  double step = 1; ///< above 0, kMostDecimation at most
-  std::size_t count = 0;
+  double first = 0;      ///< where the first one is
+  double step = 1;       ///< above 0, kMostDecimation at most
+  std::size_t count = 0; ///< how many
 };
 
 /// The band-limited signal through the values, at other places: the sum of sines over their arguments under a Kaiser

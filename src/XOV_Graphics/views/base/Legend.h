@@ -28,22 +28,23 @@ enum class LegendPlace : std::uint8_t {
 
 /// What a colour stands for.
 struct XOV_EXPORT LegendEntry {
-  QString text;
-  QColor color;
+  QString text; ///< one line
+  QColor color; ///< of its line or symbol
 
   bool operator==(const LegendEntry&) const = default;
 };
 
 /// A legend ready to be drawn, in view points. A box without rows is not drawn.
 struct LegendLayout {
+  /// A line of the legend.
   struct Row {
-    QString text;
+    QString text;                ///< what is written
     QPointF place;               ///< the lower left corner of the text
     QLineF sample;               ///< a piece of the line that it stands for
     std::optional<QColor> color; ///< of the sample; none where a row tells of what is left out
   };
-  QRectF box;
-  std::vector<Row> rows;
+  QRectF box;            ///< its frame
+  std::vector<Row> rows; ///< from above to below
 };
 
 /// How much of a box data cover, as a number that grows with it.

@@ -26,6 +26,7 @@ public:
   /// The same with the view that they come from, for a controller of several: what views call. Unless it is
   /// overridden it calls the one without a view.
   virtual void handleClickedMousePositionInView(QPointF position, XOVView& view);
+  /// The same for positions that are tracked.
   virtual void handleTrackedMousePositionInView(QPointF position, XOVView& view);
 
 private:
@@ -37,7 +38,9 @@ private:
 class XOV_EXPORT PlotControllerReference {
 public:
   PlotControllerReference() = default;
+  /// Refers to a controller; null for none.
   explicit PlotControllerReference(PlotController* controller);
+  /// The controller, or null once it is gone.
   PlotController* get() const;
 
 private:

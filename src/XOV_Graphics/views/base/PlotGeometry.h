@@ -12,10 +12,10 @@ namespace xov {
 
 /// The four data limits of a plot, single precision as the data are.
 struct XOV_EXPORT PlotLimits {
-  float xmin = 0;
-  float xmax = 0;
-  float ymin = 0;
-  float ymax = 0;
+  float xmin = 0; ///< at the left end of the x axis
+  float xmax = 0; ///< at its right end
+  float ymin = 0; ///< at the lower end of the y axis
+  float ymax = 0; ///< at its upper end
 
   /// (xmin, ymin, xmax − xmin, ymax − ymin); the differences are taken in single precision.
   QRectF rect() const;
@@ -24,8 +24,8 @@ struct XOV_EXPORT PlotLimits {
 
 /// Which axes of a plot are logarithmic.
 struct XOV_EXPORT LogAxes {
-  bool x = false;
-  bool y = false;
+  bool x = false; ///< the x axis
+  bool y = false; ///< the y axis
 
   bool operator==(const LogAxes&) const = default;
 };
@@ -33,9 +33,10 @@ struct XOV_EXPORT LogAxes {
 /// The limits of an axis as they are drawn on a logarithmic one: their decimal logarithms. A limit that is not above
 /// 0 stands for a millionth of the other one; where neither is above 0, both are NaN.
 struct XOV_EXPORT LogRange {
-  double lower = 0;
-  double upper = 0;
+  double lower = 0; ///< of the lower limit
+  double upper = 0; ///< of the upper limit
 };
+/// The range of these limits.
 XOV_EXPORT LogRange logRange(float lower, float upper);
 
 /// The limits with those of logarithmic axes as logRange() has them.
@@ -50,6 +51,7 @@ XOV_EXPORT QPointF dataToView(QPointF data, const QRectF& frame, const PlotLimit
 
 /// Both for a plot with logarithmic axes.
 XOV_EXPORT QPointF viewToData(QPointF point, const QRectF& frame, const PlotLimits& limits, LogAxes axes);
+/// The way back from viewToData() with logarithmic axes.
 XOV_EXPORT QPointF dataToView(QPointF data, const QRectF& frame, const PlotLimits& limits, LogAxes axes);
 
 /// Whether a point lies in a rectangle or on any of its four edges. Nothing lies in one of negative size.
@@ -57,11 +59,13 @@ XOV_EXPORT bool containsPoint(const QRectF& rect, QPointF point);
 
 /// Where text stands beside the point that it is placed at.
 enum class HJust : int { Left = 1, Center = 2, Right = 3 };
+/// The same for its height.
 enum class VJust : int { Bottom = 1, Center = 2, Top = 3 };
 
 /// The lower left corner of a text box of that size that is placed at (x, y): hjust 1 left, 2 centred, 3 right; vjust
 /// 2 centred, 3 hanging below y, anything else standing on y.
 XOV_EXPORT QPointF alignedTextOrigin(QPointF at, QSizeF size, int hjust, int vjust);
+/// The same by name.
 inline QPointF alignedTextOrigin(QPointF at, QSizeF size, HJust hjust, VJust vjust) {
   return alignedTextOrigin(at, size, int(hjust), int(vjust));
 }
@@ -69,6 +73,7 @@ inline QPointF alignedTextOrigin(QPointF at, QSizeF size, HJust hjust, VJust vju
 /// The same for text that is then turned about that corner, made for 90 degrees: the box's height counts along x and
 /// its width along y.
 XOV_EXPORT QPointF rotatedTextOrigin(QPointF at, QSizeF size, int hjust, int vjust);
+/// The same by name.
 inline QPointF rotatedTextOrigin(QPointF at, QSizeF size, HJust hjust, VJust vjust) {
   return rotatedTextOrigin(at, size, int(hjust), int(vjust));
 }

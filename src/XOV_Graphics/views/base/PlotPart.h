@@ -8,10 +8,12 @@ namespace xov {
 /// A stretch of an axis in the axis's own unit: from its left or lower end to its right or upper one, which may have
 /// the smaller value.
 struct XOV_EXPORT PlotSpan {
-  double lower = 0;
-  double upper = 0;
+  double lower = 0; ///< at the left or lower end
+  double upper = 0; ///< at the right or upper end
 
+  /// From end to end; negative where the axis falls.
   double width() const { return upper - lower; }
+  /// Halfway between both ends.
   double center() const { return lower + (upper - lower) / 2; }
   bool operator==(const PlotSpan&) const = default;
 };
@@ -28,32 +30,35 @@ struct XOV_EXPORT PlotPart {
 
 /// Where a plot can be moved.
 struct XOV_EXPORT PlotReach {
+  /// How an axis can be moved.
   enum class Motion {
     None,
     Linear,
     Logarithmic, ///< equal factors are equally wide
   };
-  Motion x = Motion::None;
-  Motion y = Motion::None;
+  Motion x = Motion::None;  ///< of the x axis
+  Motion y = Motion::None;  ///< of the y axis
   bool gain = false;        ///< whether amplitudes have a gain
   bool together = false;    ///< whether x and y are zoomed by the same factor only, as on a map
   bool wheelZoomsY = false; ///< whether the wheel zooms y with x
   PlotPart whole;           ///< what the plot shows by itself
   PlotSpan farthestX;       ///< what no part reaches beyond; it holds the whole
-  PlotSpan farthestY;
-  double leastX = 0; ///< the smallest width of a part; of logarithmic axes in decades
-  double leastY = 0;
+  PlotSpan farthestY;       ///< the same for y
+  double leastX = 0;        ///< the smallest width of a part; of logarithmic axes in decades
+  double leastY = 0;        ///< the same for y
 
+  /// Whether an axis or the gain can be moved.
   bool movesAnything() const { return x != Motion::None || y != Motion::None || gain; }
   /// Makes an axis one that moves within `farthest`, no closer than `least` or than single precision tells positions
   /// apart that differ by a thousandth of a part. One without extent, or with ends that are not finite, stays put.
   void setX(const PlotSpan& whole, const PlotSpan& farthest, bool logarithmic, double least = 0);
+  /// The same for y.
   void setY(const PlotSpan& whole, const PlotSpan& farthest, bool logarithmic, double least = 0);
 };
 
 /// The smallest and the largest gain.
 inline constexpr double kLeastGain = 1e-9;
-inline constexpr double kLargestGain = 1e9;
+inline constexpr double kLargestGain = 1e9; ///< the largest
 
 /// The span that holds both.
 XOV_EXPORT PlotSpan united(const PlotSpan& span, const PlotSpan& other);

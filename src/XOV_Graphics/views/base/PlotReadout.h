@@ -30,8 +30,9 @@ struct XOV_EXPORT PlotQuantity {
 ///
 /// Quantities without a finite value are left out, so that a place where nothing is shown has an empty one.
 struct XOV_EXPORT PlotReadout {
-  std::vector<PlotQuantity> quantities;
+  std::vector<PlotQuantity> quantities; ///< in the order in which they are shown
 
+  /// Whether nothing is shown at the place.
   bool isEmpty() const { return quantities.empty(); }
   /// The quantity of that name; null where there is none.
   const PlotQuantity* find(QLatin1String name) const;
@@ -58,14 +59,16 @@ XOV_EXPORT QDateTime momentAfter(const QDateTime& reference, double seconds);
 
 /// What an axis is called and its unit, apart: "Time" and "s" of "Time (s)".
 struct XOV_EXPORT NamedUnit {
+  /// Takes a label apart.
   explicit NamedUnit(const QString& label);
-  QString name;
-  QString unit;
+  QString name; ///< without the unit
+  QString unit; ///< empty where the label has none
 };
 
 /// The record whose trace lies under a point of a view, or nearest to it.
 struct XOV_EXPORT PointedRecord {
   std::size_t index = 0; ///< among the records of the view
+  /// Never null.
   std::shared_ptr<SeismogramRecord> record;
   double seconds = 0; ///< what time the point has on the record's own axis, from which b() and picks count
 };

@@ -61,7 +61,7 @@ class XOV_EXPORT XOVView : public View {
   Q_PROPERTY(double mouseTrackInterval READ _mouseTrackInterval WRITE set_mouseTrackInterval NOTIFY settingsChanged)
 
 public:
-  static constexpr std::size_t kLabelBufferSize = 64;
+  static constexpr std::size_t kLabelBufferSize = 64; ///< the bytes of xLabel(), its zero included
   /// minYRange() while it is not set.
   static constexpr float kUnsetRange = -12345.0f;
 
@@ -84,9 +84,13 @@ public:
 
   // Data limits.
 
+  /// The value at the left end of the x axis.
   float xmin() const { return xmin_; }
+  /// The value at the right end of the x axis.
   float xmax() const { return xmax_; }
+  /// The value at the lower end of the y axis.
   float ymin() const { return ymin_; }
+  /// The value at the upper end of the y axis.
   float ymax() const { return ymax_; }
   /// The limits of a third dimension, the values of a grid.
   float zmin() const { return zmin_; }
@@ -96,10 +100,13 @@ public:
   void setXmax(float value);
   void setYmin(float value);
   void setYmax(float value);
+  /// Both limits of x; see setXmin().
   void setXLimitsMinMax(float min, float max);
+  /// Both limits of y; see setXmin().
   void setYLimitsMinMax(float min, float max);
   /// (xmin, ymin, xmax − xmin, ymax − ymin) as of the last limit setter.
   QRectF xyRect() const { return xyRect_; }
+  /// All four limits.
   PlotLimits limits() const { return {xmin_, xmax_, ymin_, ymax_}; }
   /// Which axes are logarithmic, for clicks, tracking and axes; none unless overridden.
   virtual LogAxes logAxes() const { return {}; }
@@ -153,33 +160,49 @@ public:
 
   // Titles and labels.
 
+  /// The title; empty for none.
   QString plotTitle() const { return plotTitle_; }
+  /// Sets plotTitle().
   void setTitle(const QString& title) { change(plotTitle_, title); }
   /// A line in small letters between the title and the data frame, for views whose title stands above it in the
   /// middle; empty for none. The title makes room for it.
   QString subtitle() const { return subtitle_; }
   void setSubtitle(const QString& subtitle) { change(subtitle_, subtitle); }
+  /// What the x axis is called, with its unit: "Time (s)"; empty for none.
   QString xLabelString() const { return xLabelString_; }
+  /// Sets xLabelString().
   void setXLabelString(const QString& label) { change(xLabelString_, label); }
+  /// What the y axis is called, with its unit; empty for none.
   QString yLabelString() const { return yLabelString_; }
+  /// Sets yLabelString().
   void setYLabelString(const QString& label) { change(yLabelString_, label); }
   /// Fonts and colours of axis and tick labels (Helvetica 18), the title (18), the view size (12) and the time stamp
   /// (9, grey). The attributes are shared: a change is seen by every later drawing.
   const std::shared_ptr<TextAttributes>& labelAttributes() const { return labelAttributes_; }
+  /// Those of the title; see labelAttributes().
   const std::shared_ptr<TextAttributes>& titleAttributes() const { return titleAttributes_; }
+  /// Those of the view size; see labelAttributes().
   const std::shared_ptr<TextAttributes>& sizeLabelAttributes() const { return sizeLabelAttributes_; }
+  /// Those of the time stamp; see labelAttributes().
   const std::shared_ptr<TextAttributes>& timeStampAttributes() const { return timeStampAttributes_; }
   /// Replaces the font by Helvetica of that size and keeps the colour.
   void setLabelFontSize(float size);
+  /// The same for the title.
   void setTitleFontSize(float size);
+  /// The colour of the title alone.
   void setTitleColor(const QColor& color);
+  /// The size of axis and tick labels in points.
   double labelFontSize() const { return labelAttributes_->pointSize(); }
+  /// The size of the title in points.
   double titleFontSize() const { return titleAttributes_->pointSize(); }
+  /// The colour that the title is drawn in.
   QColor titleColor() const { return titleAttributes_->effectiveColor(); }
   /// Whether a subclass draws the time stamp and the title.
   bool _timeStamp() const { return timeStamp_; }
   void set_timeStamp(bool show) { change(timeStamp_, show); }
+  /// Whether a subclass draws the title.
   bool _showPlotTitle() const { return showPlotTitle_; }
+  /// Sets _showPlotTitle().
   void set_showPlotTitle(bool show) { change(showPlotTitle_, show); }
   /// Stored for hosts; dragging with the plain mouse shows nothing.
   bool _showZoomRect() const { return showZoomRect_; }
@@ -219,6 +242,7 @@ public:
   void strokeBounds();
   /// Fills the bounds with the current colour.
   void fillBounds();
+  /// Fills the bounds with one colour and strokes a line around them in the other.
   void fillWithColorStrokeColor(const QColor& fill, const QColor& stroke);
 
   // Mouse.
@@ -229,6 +253,7 @@ public:
   /// A click with Shift drags a picture of the view out; a single click inside iRect() is reported to the controller
   /// in data coordinates. Everything else does nothing.
   void mouseDown(const MouseEvent& event) override;
+  /// Whether the pointer is reported to the controller.
   bool _trackMouse() const { return trackMouse_; }
   /// Starts a timer that reports the pointer to the controller, or stops the one started last. Starting twice leaves
   /// two running.
@@ -236,6 +261,7 @@ public:
   /// Seconds between reports; a new interval takes effect when tracking is next switched on.
   double _mouseTrackInterval() const { return mouseTrackInterval_; }
   void set_mouseTrackInterval(double seconds) { change(mouseTrackInterval_, seconds); }
+  /// The timer started last, or the one stored; null for none.
   QTimer* _mouseTrackTimer() const { return mouseTrackTimer_; }
   /// Stores a timer without starting or stopping it.
   void set_mouseTrackTimer(QTimer* timer) { mouseTrackTimer_ = timer; }
@@ -263,6 +289,7 @@ public:
   void saveTIF(QObject* sender = nullptr);
   void savePNG(QObject* sender = nullptr);
   void saveJPG(QObject* sender = nullptr);
+  /// The end of a save sheet: writes the file to its name.
   void didEndPDFReturnCodeContextInfo(SavePanel* sheet, int returnCode, void* contextInfo);
   void didEndTIFReturnCodeContextInfo(SavePanel* sheet, int returnCode, void* contextInfo);
   void didEndPNGReturnCodeContextInfo(SavePanel* sheet, int returnCode, void* contextInfo);
@@ -272,16 +299,22 @@ public:
 
   /// Writes the view, or leaves an existing file as it was: false, with one line in `error` that names the file.
   bool writePDFToFile(const QString& path, QString* error = nullptr);
+  /// As writePDFToFile(), vectors as SVG.
   bool writeSVGToFile(const QString& path, QString* error = nullptr);
+  /// As writePDFToFile(), a TIFF picture at exportPixelRatio() pixels a point.
   bool writeTIFToFile(const QString& path, QString* error = nullptr);
+  /// As writePDFToFile(), a JPEG picture at exportPixelRatio() pixels a point.
   bool writeJPGToFile(const QString& path, QString* error = nullptr);
+  /// As writePDFToFile(), a PNG picture at exportPixelRatio() pixels a point.
   bool writePNGToFile(const QString& path, QString* error = nullptr);
 
   /// Puts a PDF of the view on the clipboard.
   void copy(QObject* sender = nullptr);
+  /// The same on any pasteboard.
   void writePDFToPasteboard(Pasteboard& pasteboard);
   /// A picture of the whole view at exportPixelRatio() pixels a point.
   QImage snapshot();
+  /// The part of it inside a rectangle, in view points.
   virtual QImage snapshotFromRect(const QRectF& rect);
 
   // For screen readers.
@@ -298,6 +331,7 @@ Q_SIGNALS:
   /// A single click inside the data frame, and the pointer's position there while tracking is on, in data
   /// coordinates: what the controller is told, after it.
   void clicked(QPointF position);
+  /// The pointer's position inside the data frame while tracking is on, in data coordinates.
   void tracked(QPointF position);
   /// The limits of X or Y are others than before: at once when they are set or computed, after the drawing when they
   /// change in it.
@@ -310,9 +344,11 @@ Q_SIGNALS:
   void exported(const QString& path);
 
 protected:
+  /// Opens the contextual menu.
   void contextMenuEvent(QContextMenuEvent* event) override;
   /// Menu and Shift+F10 open the contextual menu, and its shortcuts choose from it.
   void keyPressEvent(QKeyEvent* event) override;
+  /// Sets menuKey() of an entry.
   static void setMenuKey(QAction* item, const QKeySequence& key);
   void didDraw() override;
 
@@ -333,10 +369,11 @@ protected:
   void takeShownY(const PlotSpan& span);
   /// The limits that the view has while it shows the whole, and its flags that keep them.
   struct WholeLimits {
-    PlotLimits limits;
-    bool fixedX = false;
-    bool fixedY = false;
+    PlotLimits limits;   ///< of both axes
+    bool fixedX = false; ///< _fixedXAxisRange()
+    bool fixedY = false; ///< _fixedYAxisRange()
   };
+  /// What they are now, or were before a part was shown.
   WholeLimits wholeLimits() const;
   /// The gain of the part shown.
   double shownGain() const { return shownPart_ ? shownPart_->gain : 1; }
@@ -364,7 +401,9 @@ protected:
   /// where the power flag of the axis is set it is cut so that a power of ten can follow.
   /// An axis that logAxes() names is logarithmic, and the interval does not count.
   void addAxis(AxisSide side, const QString& label, float lower, float upper, float interval = kAutomaticInterval);
+  /// Empties xAxisPath().
   void emptyAxisPath();
+  /// Strokes xAxisPath() in the current stroke colour.
   void strokeAxisPath();
 
   /// Opens a save sheet that proposes `stem`_NNN with the extension, NNN being pltCount(), which then counts up. When

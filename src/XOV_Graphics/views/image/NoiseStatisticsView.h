@@ -44,7 +44,9 @@ public:
   /// From 0 to the largest share, in steps of 5 %.
   void computeScaleFactor() override;
   void drawAxes() override;
+  /// The lines of percentiles over the picture.
   virtual void drawPercentiles();
+  /// The curves of the noise models over the picture.
   virtual void drawNoiseModels();
 
 protected:

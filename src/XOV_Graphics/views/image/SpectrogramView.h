@@ -65,7 +65,9 @@ public:
   /// logarithmic) and for the Nyquist frequency.
   double lowestHz() const { return lowestHz_; }
   void setLowestHz(double hz) { change(lowestHz_, hz); }
+  /// The upper end of the frequencies; see lowestHz().
   double highestHz() const { return highestHz_; }
+  /// Sets highestHz().
   void setHighestHz(double hz) { change(highestHz_, hz); }
   /// What is added to the dB of the samples' own unit, for another one.
   double decibelOffset() const { return decibelOffset_; }
@@ -77,7 +79,9 @@ public:
   /// from the picture: robustRange().
   double lowestDecibel() const { return lowestDecibel_; }
   void setLowestDecibel(double decibels) { change(lowestDecibel_, decibels); }
+  /// The upper end of the colours; see lowestDecibel().
   double highestDecibel() const { return highestDecibel_; }
+  /// Sets highestDecibel().
   void setHighestDecibel(double decibels) { change(highestDecibel_, decibels); }
   /// The range that is in use, as of the last drawing.
   DecibelRange decibelRange() const { return range_; }
@@ -106,6 +110,7 @@ public:
   void computeRects() override;
   /// The range in use, 1 in place of 0.
   void computeScaleFactor() override;
+  /// The axes of time and frequency around the picture.
   void drawAxes() override;
   /// The samples about the middle of their range, which fills the frame.
   virtual void drawSeismogram();

@@ -19,7 +19,7 @@ namespace xov {
 
 /// The values of a grid, row after row from the top. A view keeps the buffer; it is not changed while a view has it.
 using GridFloats = std::shared_ptr<const std::vector<float>>;
-using GridInts = std::shared_ptr<const std::vector<std::int32_t>>;
+using GridInts = std::shared_ptr<const std::vector<std::int32_t>>; ///< the same in whole numbers
 
 /// A regular grid of values as a coloured picture inside the data frame, with linear axes. The host sets the limits,
 /// which are the grid's extent in the world, and then hands the grid over with setupImageDataNROWSNCOLS(); narrower
@@ -68,12 +68,16 @@ public:
 
   /// Takes a grid whose extent is the view's limits, computes range, scale and picture and asks for a redraw.
   void setupImageDataNROWSNCOLS(const GridFloats& floats, std::int32_t rows, std::int32_t cols);
+  /// The grid; null for none.
   GridFloats imageFloats() const { return imageFloats_; }
+  /// Replaces the grid and computes nothing: see setupImageDataNROWSNCOLS().
   void setImageFloats(const GridFloats& floats) { imageFloats_ = floats; }
   /// Kept for hosts; the view does not read it.
   GridInts imageInts() const { return imageInts_; }
   void setImageInts(const GridInts& ints) { imageInts_ = ints; }
+  /// Rows of the grid.
   std::int32_t nr() const { return nr_; }
+  /// Columns of the grid.
   std::int32_t nc() const { return nc_; }
   /// Changes nothing, on purpose: only setupImageDataNROWSNCOLS() changes the size of the grid.
   void setImageNRowsNCols(std::int32_t nRows, std::int32_t nCols);
@@ -81,17 +85,24 @@ public:
   std::int32_t floatOrIntData() const { return floatOrIntData_; }
   /// The extent of the grid or picture in the world, and the size of a cell there.
   float xminImage() const { return xminImage_; }
+  /// The largest x of the extent.
   float xmaxImage() const { return xmaxImage_; }
+  /// The smallest y of the extent.
   float yminImage() const { return yminImage_; }
+  /// The largest y of the extent.
   float ymaxImage() const { return ymaxImage_; }
+  /// The width of a cell.
   float dxImage() const { return dxImage_; }
+  /// The height of a cell.
   float dyImage() const { return dyImage_; }
 
   // Values to colours.
 
   /// The value at the beginning and at the end of the colours, and the distance that spans them.
   float minValue() const { return minValue_; }
+  /// The value at the end of the colours.
   float maxValue() const { return maxValue_; }
+  /// The distance of values that spans the colours.
   float scaleFactor() const { return scaleFactor_; }
   /// maxValue is the largest value of the grid, minValue the smallest one, but never above the negative of the first
   /// value. Values that are not a number do not count; without any other both stay.
@@ -101,12 +112,16 @@ public:
   virtual void computeScaleFactor();
   /// Sets both and computes the scale.
   void setMinMax(float min, float max);
+  /// Sets scaleFactor() until it is computed anew.
   void setScaleFactor(float factor) { change(scaleFactor_, factor); }
   /// As in getColorValues(); 64 shades of palette 0, grey, at first.
   std::int32_t nShades() const { return nShades_; }
   void setNShades(std::int32_t shades) { change(nShades_, shades); }
+  /// The number of the palette, as in getColorValues().
   std::int32_t palette() const { return palette_; }
+  /// Sets palette(); the picture changes when it is made anew.
   void setPalette(std::int32_t palette) { change(palette_, palette); }
+  /// The same by name.
   void setPalette(Palette palette) { setPalette(std::int32_t(palette)); }
   /// Whether colours turn into 255 minus themselves; off at first.
   bool inverted() const { return inverted_; }
@@ -138,6 +153,7 @@ public:
   QSizeF iSize() const { return iSize_; }
   /// The bitmap behind the picture of a grid, none before setupNSImage(); its alpha plane holds 1 everywhere.
   std::shared_ptr<const PlanarBitmap> iRep() const { return iRep_; }
+  /// The planes of that bitmap.
   const Planes& iPlanes() const { return iPlanes_; }
   /// For maps: whether the picture is left out. This view does not look at it.
   bool hideImage() const { return hideImage_; }
@@ -151,12 +167,17 @@ public:
   /// Whether that place lies in an outermost row or column of the grid, so that the true peak may lie beyond it.
   /// False without a grid or a value.
   bool isPeakOnGridEdge() const;
+  /// The x of the place of the largest value.
   float xZmax() const { return xZmax_; }
+  /// The y of that place.
   float yZmax() const { return yZmax_; }
+  /// Sets the place of the largest value.
   void setMaxPointXY(float x, float y);
   /// The place of the smallest value, which only the host sets.
   float xZmin() const { return xZmin_; }
+  /// The y of that place.
   float yZmin() const { return yZmin_; }
+  /// Sets the place of the smallest value.
   void setMinPointXY(float x, float y);
 
   // Drawing.
@@ -190,6 +211,7 @@ public:
   void drawRect(const QRectF& dirty) override;
   /// White paper in the data frame, and the part of the picture that the limits select on it.
   virtual void drawImage();
+  /// The axes around the data frame, with their labels.
   virtual void drawAxes();
   /// The colour bar, where it shows.
   void drawColorBar();
@@ -269,7 +291,9 @@ protected:
   float yZmax_ = 0;
   float xZmin_ = 0;
   float yZmin_ = 0;
+  /// Kept for subclasses, like zMax_ and c_.
   float zMin_ = 0; // kept for subclasses, like zMax_ and c_
+  /// See zMin_.
   float zMax_ = 0;
   float xminImage_ = 0;
   float xmaxImage_ = 0;
@@ -281,6 +305,7 @@ protected:
   std::shared_ptr<PlanarBitmap> iRep_;
   QSizeF iSize_;
   Planes iPlanes_{};
+  /// See zMin_.
   std::int32_t c_ = 0;
   bool showAxes_ = true;
   bool inverted_ = false;

@@ -31,6 +31,7 @@ public:
   };
   Q_ENUM(CircleLabels)
 
+  /// A view without a frame; a layout or a form gives it one.
   explicit xovFKImageView(QWidget* parent = nullptr) : xovFKImageView(QRectF(), parent) {}
   explicit xovFKImageView(const QRectF& frame, QWidget* parent = nullptr);
   ~xovFKImageView() override;

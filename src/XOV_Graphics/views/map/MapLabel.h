@@ -12,6 +12,7 @@ namespace xov {
 struct XOV_EXPORT MapLabel {
   float latitudeDeg = 0;  ///< north is positive
   float longitudeDeg = 0; ///< east is positive, as for the points of the map
+  /// One line.
   QString text;
   double clearance =
       4; ///< of the text from the place, view points: the radius of the symbol there, and a little more

@@ -11,6 +11,7 @@ namespace xov {
 
 /// What a legend says of one kind of symbol or line.
 struct XOV_EXPORT MapLegendItem {
+  /// What the symbol or line stands for.
   QString text;
   QColor color;         ///< of the symbol's fill or of the line; an invalid one leaves a symbol empty
   double radius = 0;    ///< of a symbol, view points; 0 for a line
@@ -20,13 +21,13 @@ struct XOV_EXPORT MapLegendItem {
 /// A text below a bar of colours.
 struct XOV_EXPORT MapLegendMark {
   double share = 0; ///< of the bar's length, from its left end
-  QString text;
+  QString text;     ///< such as a depth
 };
 
 /// A part of a legend: a title, and items or a bar of colours.
 struct XOV_EXPORT MapLegendSection {
-  QString title;
-  std::vector<MapLegendItem> items;
+  QString title;                    ///< empty for none
+  std::vector<MapLegendItem> items; ///< from above to below; none with a bar
   std::vector<QColor> colors;       ///< of the bar, from the left; empty for none
   std::vector<MapLegendMark> marks; ///< below it
 };

@@ -16,6 +16,7 @@ struct XOV_EXPORT MapMechanism {
   float longitudeDeg = 0; ///< east is positive, as for the points of the map
   MomentTensor tensor;    ///< of any size; one that is zero or not finite gives a white ball
   double radius = 10;     ///< view points; one that is not positive and finite is left out
+  /// Of the compressional parts.
   QColor color = Qt::black;
 };
 

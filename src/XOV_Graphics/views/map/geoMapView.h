@@ -26,6 +26,7 @@ struct PlacedDisc;
 
 /// What a map shows; views share these with the host. Null entries are left out.
 using GeoMapPointArray = std::vector<std::shared_ptr<geoMapPoint>>;
+/// The vectors of a map, shared as its points are.
 using GeoMapVectorArray = std::vector<std::shared_ptr<geoMapVector>>;
 /// Colours that points choose from by their colour index.
 using MapColorArray = std::vector<QColor>;
@@ -78,14 +79,19 @@ public:
   // What the map shows. The arrays are never null; setting null makes an empty one. They are shared: what the host
   // adds to them appears in the next drawing.
 
+  /// The points.
   const std::shared_ptr<GeoMapPointArray>& thePoints() const { return thePoints_; }
+  /// Replaces the points; null empties them.
   void setThePoints(std::shared_ptr<GeoMapPointArray> points);
+  /// The vectors.
   const std::shared_ptr<GeoMapVectorArray>& theVectors() const { return theVectors_; }
+  /// Replaces the vectors; null empties them.
   void setTheVectors(std::shared_ptr<GeoMapVectorArray> vectors);
   /// Null is not added.
   void addTheVector(const std::shared_ptr<geoMapVector>& vector);
   /// Takes out every entry that is this vector.
   void removeTheVector(const std::shared_ptr<geoMapVector>& vector);
+  /// Polygons in sets, each with a colour of its own or plateBoundaryColor().
   const XOVPolygonSets& thePolygonSets() const { return thePolygonSets_; }
   /// Null is not added.
   void addAPolygonSet(std::shared_ptr<XOVPolygonArray> polygons);
@@ -134,7 +140,9 @@ public:
   /// Where the map was last laid out, in view points.
   QRectF mapRect() const { return iRect_; }
 
+  /// The colours that points are told apart by.
   const std::shared_ptr<MapColorArray>& theColors() const { return theColors_; }
+  /// Replaces the colours; null empties them.
   void setTheColors(std::shared_ptr<MapColorArray> colors);
   /// Makes theColors() a ramp of n colours from red to white; at most 1,048,576.
   void buildGrayScaleColorsNLevels(std::int32_t n);
@@ -186,6 +194,7 @@ public:
   /// The points and the mechanisms whose places a box (view points) holds where the map shows them, by their indices:
   /// across the date line, too. A mechanism that was moved aside counts where it belongs.
   std::vector<std::size_t> pointsIn(const QRectF& box) const;
+  /// The mechanisms in a box, as pointsIn().
   std::vector<std::size_t> mechanismsIn(const QRectF& box) const;
   /// What a box covers of the globe, as far as it lies on the map; none beside it. With it a host finds events and
   /// stations of its own.
@@ -200,10 +209,15 @@ public:
   void computeRects() override;
   /// Ticks every 10 to 90 degrees by the map's width, without titles.
   void drawAxes() override;
+  /// The outlines of the polygons in their sets' colours.
   void drawPolygons();
+  /// The beach balls, and lines to where those belong that were moved apart.
   void drawMechanisms();
+  /// The labels beside their places.
   void drawLabels();
+  /// The scale bar, where it is to be shown.
   void drawScaleBar();
+  /// The legend, where there is one.
   void drawLegend();
   /// Circles of 12 · symbolSize points radius: filled in the colour of their index, of their own opacity, and
   /// outlined. An index beyond theColors() leaves the outline only.

@@ -23,17 +23,20 @@ class XOV_EXPORT LinkedPlots : public QObject {
   Q_OBJECT
 
 public:
+  /// What a plot follows of the others.
   enum class Follows {
     Times,  ///< the part and the pointer
     Cursor, ///< the pointer alone, such as a drum beside the section of one event
   };
   Q_ENUM(Follows)
 
+  /// Without plots.
   explicit LinkedPlots(QObject* parent = nullptr);
   ~LinkedPlots() override;
 
   /// A navigator that is there already follows as is said now.
   void add(PlotNavigator& navigator, Follows follows = Follows::Times);
+  /// A plot that follows no more; it stays where it is.
   void remove(PlotNavigator& navigator);
 
 private:

@@ -41,6 +41,7 @@ class XOV_EXPORT PlotNavigator : public QObject {
   Q_OBJECT
 
 public:
+  /// Where lines through the pointer are shown.
   enum class CrossHair {
     None,
     Vertical, ///< a line at the pointer's x
@@ -49,17 +50,19 @@ public:
   Q_ENUM(CrossHair)
   /// A line of the help sheet.
   struct Key {
-    QString keys;
-    QString effect;
+    QString keys;   ///< such as "Home"
+    QString effect; ///< what they do, in a few words
   };
 
   /// `view`, not null, becomes the parent.
   explicit PlotNavigator(XOVView* view);
   ~PlotNavigator() override;
 
+  /// The view that is moved; null once it is gone.
   XOVView* view() const { return view_; }
   /// On at first.
   bool isEnabled() const { return enabled_; }
+  /// Sets isEnabled().
   void setEnabled(bool enabled);
   /// Whether dragging with the left button zooms to a box; on at first. Off leaves the left button to the view and
   /// the host.
@@ -81,22 +84,31 @@ public:
   void pan(double xShare, double yShare);
   /// Shows what is inside a box of the view, in view points. One of no width or height does nothing.
   void zoomTo(const QRectF& box);
+  /// Shows the whole of the plot.
   void showAll();
+  /// Whether goBack() has anything to go back to.
   bool canGoBack() const;
+  /// Whether goForward() has anything to go to.
   bool canGoForward() const;
+  /// Shows the part before.
   void goBack();
+  /// Shows the part that goBack() has left.
   void goForward();
+  /// Forgets the parts shown so far.
   void forgetHistory();
 
   /// Marks a value of x, which another view's pointer is at; nothing takes the mark away.
   void showCursor(std::optional<double> x);
 
+  /// Hears the events of the view.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
+  /// canGoBack() or canGoForward() may have changed.
   void historyChanged();
   /// The pointer is at a value of x, or has left the data.
   void pointed(double x);
+  /// The pointer has left the data.
   void pointerLeft();
 
 private:

@@ -14,8 +14,8 @@ struct BallGrid;
 
 /// A focal mechanism and what is written below its beach ball.
 struct XOV_EXPORT CaptionedMechanism {
-  FocalMechanism mechanism;
-  QString caption;
+  FocalMechanism mechanism; ///< what the ball is drawn from
+  QString caption;          ///< lines below it; empty for none
 };
 
 /// Focal mechanisms as beach balls, as large as the view has room for: the lower half of the focal sphere in

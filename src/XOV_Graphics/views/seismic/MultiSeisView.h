@@ -91,11 +91,14 @@ public:
   /// under the traces. Invalid, as at first, for no fill.
   QColor positiveLobeColor() const { return positiveLobeColor_; }
   void setPositiveLobeColor(const QColor& color) { change(positiveLobeColor_, color); }
+  /// The colour below the zero line; see positiveLobeColor().
   QColor negativeLobeColor() const { return negativeLobeColor_; }
+  /// Sets negativeLobeColor().
   void setNegativeLobeColor(const QColor& color) { change(negativeLobeColor_, color); }
   /// Stored; they fill nothing: see setPositiveLobeColor().
   void setFillNegative(bool fill) { change(fillNegative_, fill); }
   bool fillNegative() const { return fillNegative_; }
+  /// Stored; it fills nothing: see setPositiveLobeColor().
   void setFillPositive(bool fill) { change(fillPositive_, fill); }
   bool fillPositive() const { return fillPositive_; }
 

@@ -42,22 +42,26 @@ class XOV_EXPORT PickEditor : public QObject {
 public:
   /// A line of the help sheet.
   struct Key {
-    QString keys;
-    QString effect;
+    QString keys;   ///< such as "Del"
+    QString effect; ///< what they do, in a few words
   };
 
   /// `view`, not null, becomes the parent. The document may go away at any time.
   PickEditor(SeismogramView* view, PickDocument* document);
   ~PickEditor() override;
 
+  /// The view with the picks; null once it is gone.
   SeismogramView* view() const { return view_; }
+  /// The document that is edited; null once it is gone.
   PickDocument* document() const { return document_; }
   /// On at first. While it is off, nothing is marked or answered.
   bool isEnabled() const { return enabled_; }
+  /// Sets isEnabled().
   void setEnabled(bool enabled);
 
   /// Which key sets a pick of which phase; P and S of their own names at first. An empty name takes a key away.
   void setPhaseKey(Qt::Key key, const QString& phase);
+  /// The phase of each key (Qt::Key).
   const QMap<int, QString>& phaseKeys() const { return phaseKeys_; }
   /// Phases whose arrivals are marked beside, with dashes, where a record knows distance and origin time; none at
   /// first.
@@ -79,9 +83,12 @@ public:
   bool removeAt(QPointF point);
   /// Of the current pick.
   void setPolarity(PickPolarity polarity);
+  /// Of the current pick.
   void setOnset(PickOnset onset);
+  /// Of the current pick: as much earlier as later, or nothing where it is not known.
   void setUncertainty(std::optional<double> seconds);
 
+  /// Hears the events of the view.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:

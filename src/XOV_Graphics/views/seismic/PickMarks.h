@@ -16,8 +16,8 @@ namespace xov {
 /// Which picks carry the label that is stored with them; the others always carry their default: "A" for the first
 /// arrival, "T0" to "T9" for the keys 0 to 9. The origin is always "Origin" and the end of the signal "F".
 struct XOV_EXPORT PickLabelRule {
-  bool storedForFirstArrival = false;
-  bool storedForKeys = false;
+  bool storedForFirstArrival = false; ///< the first arrival, A
+  bool storedForKeys = false;         ///< the picks T0 to T9
 };
 
 /// A length that depends on the height of a panel.
@@ -25,27 +25,32 @@ struct XOV_EXPORT PanelLength {
   double share = 0;  ///< of the panel's height
   double points = 0; ///< added to it
 
+  /// The length in view points in a panel.
   double of(const QRectF& panel) const { return share * panel.height() + points; }
 };
 
 /// How a view marks picks over a panel: a vertical line with a label.
 struct XOV_EXPORT PickStyle {
+  /// Where the label of a pick stands.
   enum class LabelPlace {
     CenteredAbove, ///< centred on the line, standing `labelBelow` below the panel's top
     RightOfLine,   ///< 4 points to the right of the line, its top `labelBelow` below the panel's top
   };
+  /// Which labels are those of the file.
   PickLabelRule labels{};
   PanelLength lineAbove{}; ///< from the panel's bottom up to the line's lower end
   PanelLength lineBelow{}; ///< from the panel's top down to its upper end
+  /// From the panel's top down to the label; see LabelPlace.
   PanelLength labelBelow{};
+  /// Which side of the line the label is on.
   LabelPlace labelPlace = LabelPlace::CenteredAbove;
 };
 
 /// A pick that falls into a view's time window.
 struct XOV_EXPORT PickMark {
-  float time = 0;
-  QColor color;
-  QString label;
+  float time = 0;        ///< on the record's axis, in seconds
+  QColor color;          ///< of line and label
+  QString label;         ///< beside the line
   bool isOrigin = false; ///< the origin time of the event
 };
 

@@ -15,7 +15,9 @@ namespace xov {
 /// A pick as a view is to mark it.
 struct XOV_EXPORT MarkedPick {
   double seconds = 0; ///< on the record's own axis
+  /// Beside the line.
   QString label;
+  /// Of line and label.
   QColor color;
   bool isPredicted = false;                      ///< drawn with dashes: nobody has seen it
   std::optional<double> lowerSeconds = {};       ///< how much earlier it may be: a bar across the line

@@ -28,11 +28,13 @@ public:
   virtual void drawPickLabelForRectLabelAtTime(const QRectF& rect, const QString& label, float time);
 
 protected:
+  /// With a style of its own for picks.
   PickedSeismogramView(const PickStyle& picks, const QRectF& frame, QWidget* parent);
 
   /// A drawing in which labels keep clear of each other, if they are to give way.
   class LabelScope {
   public:
+    /// Begins the drawing, which ends with the scope of this.
     explicit LabelScope(PickedSeismogramView& view) : view_(view) {
       if (view.labelsGiveWay()) view.labelField_ = &room_;
     }

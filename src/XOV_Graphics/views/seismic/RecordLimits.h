@@ -9,10 +9,10 @@ namespace xov {
 
 /// Time and amplitude limits that hold a set of records.
 struct XOV_EXPORT RecordLimits {
-  float tmin = 0;
-  float tmax = 0;
-  float amin = 0;
-  float amax = 0;
+  float tmin = 0; ///< earliest time
+  float tmax = 0; ///< latest time
+  float amin = 0; ///< smallest amplitude
+  float amax = 0; ///< largest amplitude
 
   bool operator==(const RecordLimits&) const = default;
 };

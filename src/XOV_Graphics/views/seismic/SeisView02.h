@@ -20,6 +20,7 @@ class XOV_EXPORT SeisView02 : public StackedSeisView {
   Q_PROPERTY(xov::SeisView02::PlotStyle plotStyle READ plotStyleValue WRITE writePlotStyle NOTIFY settingsChanged)
 
 public:
+  /// How two records are shown together.
   enum PlotStyle : std::int32_t {
     Overlay = 1, ///< the traces over each other, with a Y axis
     Bands = 2,   ///< a band for each, the first on top
@@ -27,6 +28,7 @@ public:
   Q_ENUM(PlotStyle)
   /// Values of plotStyle().
   static constexpr std::int32_t kOverlay = std::int32_t(PlotStyle::Overlay);
+  /// One below the other.
   static constexpr std::int32_t kBands = std::int32_t(PlotStyle::Bands);
 
   explicit SeisView02(QWidget* parent = nullptr) : SeisView02(QRectF(), parent) {}

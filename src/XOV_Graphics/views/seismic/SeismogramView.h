@@ -19,7 +19,9 @@ struct RecordTrace;
 
 /// A stretch of the time axis of a view, in seconds.
 struct XOV_EXPORT AxisSpan {
+  /// Where it begins.
   double begin = 0;
+  /// Where it ends.
   double end = 0;
 };
 struct RecordSpan;
@@ -93,12 +95,15 @@ protected:
   /// the top. Nothing without a source.
   void drawSourcePicks();
 
+  /// For subclasses.
   explicit SeismogramView(const QRectF& frame, QWidget* parent);
 
+  /// What becomes of limits that the host keeps fixed.
   enum class FixedRanges {
     Kept,        ///< axes with a fixed range keep the host's limits
     Overwritten, ///< all limits are set
   };
+  /// Sets the limits to those found, as far as `fixed` lets them.
   void takeLimits(const RecordLimits& found, FixedRanges fixed);
 
   /// The traces of all records, in drawing order, as the view was last drawn; none unless overridden.
@@ -130,6 +135,7 @@ protected:
 
   /// Widens times by those of a series; one without samples or a positive interval does not count.
   void includeFromLeft(RecordSpan& times, int npts, float interval) const;
+  /// Where such a view can be moved.
   PlotReach reachFromLeft(const RecordSpan& times) const;
   /// The samples that are shown, and where in a panel: all, or those of the part.
   void placeFromLeft(Trace& trace, int npts, float interval, const QRectF& panel) const;
@@ -154,6 +160,7 @@ protected:
   void drawLegendIn(const QRectF& frame, std::span<const DrawnTrace> traces,
                     std::span<const QRectF> texts = {}) const;
 
+  /// Strokes a straight line in the current colour.
   static void strokeLine(QPointF from, QPointF to);
   /// A line of dots, round at the ends, in the current colour: lengths of dashes and gaps in turn, in points.
   static void strokeDottedLine(QPointF from, QPointF to, double width, const std::vector<double>& dashes);

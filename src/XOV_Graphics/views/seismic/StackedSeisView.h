@@ -49,6 +49,7 @@ protected:
   /// Whether there is an axis of amplitudes.
   virtual bool hasAmplitudeAxis() const { return true; }
 
+  /// For subclasses.
   StackedSeisView(const QRectF& frame, QWidget* parent);
 
   std::weak_ptr<const SeismogramArray> wvfrmsArray_;

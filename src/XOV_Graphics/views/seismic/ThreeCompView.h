@@ -39,6 +39,7 @@ public:
   /// A temporary one would be gone when the view draws.
   template <typename Kept>
   void setObservation(std::shared_ptr<Kept>&&) = delete;
+  /// The observation; null once the host has let it go.
   std::shared_ptr<ThreeComponentObservation> anObs() const { return anObs_.lock(); }
   /// For hosts, in the samples' unit; the drawing does not use it. 0.0005 at first.
   float maxAmplitude() const { return maxAmplitude_; }
@@ -59,6 +60,7 @@ public:
   void setShowMaxAmplitude(bool show) { change(showMaxAmplitude_, show); }
   /// The amplitude range of comparison traces: copies of ymin() and ymax() that computePlotLimits() makes.
   float pymin() const { return pymin_; }
+  /// The upper end of that range.
   float pymax() const { return pymax_; }
 
   /// The vertical (0), radial (1) or transverse component (2); null when it is missing, and for any other index.

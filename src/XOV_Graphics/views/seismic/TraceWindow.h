@@ -9,9 +9,9 @@ namespace xov {
 
 /// The samples of a record that a view draws: first <= i < last, none where last <= first.
 struct XOV_EXPORT TraceWindow {
-  std::int64_t first = 0;
-  std::int64_t last = 0;
-  float firstTime = 0; ///< the time that the first of them is drawn at, in seconds
+  std::int64_t first = 0; ///< the first sample
+  std::int64_t last = 0;  ///< one past the last sample
+  float firstTime = 0;    ///< the time that the first of them is drawn at, in seconds
 
   bool operator==(const TraceWindow&) const = default;
 };

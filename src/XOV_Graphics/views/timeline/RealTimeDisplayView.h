@@ -100,6 +100,7 @@ public:
 protected:
   void applyPart() override {}
   void holdAmplitudes(const PlotPart&) override {}
+  /// For subclasses.
   RealTimeDisplayView(const QRectF& frame, QWidget* parent);
 
   std::vector<RecordTrace> recordTraces() const override;

@@ -28,8 +28,10 @@ struct PieceTimes;
 /// A stretch of time on a drum.
 struct XOV_EXPORT DrumStretch {
   double beginSeconds = 0; ///< on the axis of the pieces, from which their b() counts
+  /// Where it ends.
   double endSeconds = 0;
   QDateTime begin; ///< the same in UTC; invalid where the date of the page is not known
+  /// The same of the end.
   QDateTime end;
 };
 
@@ -85,6 +87,7 @@ public:
   /// A temporary one would be gone when the view draws.
   template <typename Array>
   void setTheHypoArray(std::shared_ptr<Array>&&) = delete;
+  /// The events; null once the host has let them go.
   std::shared_ptr<const EventOriginArray> theHypos() const { return theHypos_.lock(); }
 
   /// The largest absolute sample of all pieces, as of the last draw.

@@ -8,9 +8,9 @@ namespace xov {
 
 /// The limits and the label of an axis whose range is too large or too small to be labelled as it stands.
 struct XOV_EXPORT ScaledAxis {
-  float lower = 0;
-  float upper = 0;
-  QString label;
+  float lower = 0; ///< divided by the power of ten
+  float upper = 0; ///< divided by the power of ten
+  QString label;   ///< with that power
 
   bool operator==(const ScaledAxis&) const = default;
 };

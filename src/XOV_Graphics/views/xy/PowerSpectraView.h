@@ -19,7 +19,7 @@ struct XOV_EXPORT SpectrumCurve {
   QColor color;              ///< invalid for one of those that can be told apart, by the curve's place in the list
 };
 
-using SpectrumCurves = std::vector<SpectrumCurve>;
+using SpectrumCurves = std::vector<SpectrumCurve>; ///< the curves of a plot
 
 /// Power spectra of one or more recordings as lines over frequency, with a legend, and Peterson's noise models where
 /// the values are dB of acceleration. Both axes are logarithmic at first; for values in dB, switch logY() off.
@@ -47,8 +47,10 @@ public:
   void setCurves(const std::shared_ptr<const SpectrumCurves>& curves) { curves_ = curves; }
   const std::shared_ptr<const SpectrumCurves>& curves() const { return curves_; }
 
+  /// Whether the axis of frequencies or periods is logarithmic.
   bool logX() const { return logAxes_.x; }
   void setLogX(bool logarithmic) { change(logAxes_.x, logarithmic); }
+  /// Whether the axis of densities is logarithmic.
   bool logY() const { return logAxes_.y; }
   void setLogY(bool logarithmic) { change(logAxes_.y, logarithmic); }
   /// Whether the New Low and High Noise Models (noiseModelDb()) are drawn, which are in dB relative to 1 (m/s²)²/Hz;
@@ -70,9 +72,13 @@ public:
 
   void computeRects() override;
   void drawRect(const QRectF& dirty) override;
+  /// Each curve in its colour.
   virtual void drawCurves();
+  /// The curves of the noise models, where they are to be shown.
   virtual void drawNoiseModels();
+  /// The legend, where there is one.
   virtual void drawLegend();
+  /// Both axes with their labels.
   virtual void drawAxes();
 
 private:

@@ -23,15 +23,18 @@ class XOV_EXPORT XOV2DScatterPlotView : public XOVView {
   Q_PROPERTY(double symbolDiameter READ symbolDiameter WRITE writeSymbolDiameter NOTIFY settingsChanged)
 
 public:
-  using Buffer = std::shared_ptr<std::vector<float>>;
+  using Buffer = std::shared_ptr<std::vector<float>>; ///< coordinates that the view shares with the host
 
   explicit XOV2DScatterPlotView(QWidget* parent = nullptr) : XOV2DScatterPlotView(QRectF(), parent) {}
   explicit XOV2DScatterPlotView(const QRectF& frame, QWidget* parent = nullptr);
   ~XOV2DScatterPlotView() override;
 
+  /// Sets both buffers and how many points there are; fewer are read where a buffer ends before.
   void setXpYpNpts(const Buffer& x, const Buffer& y, std::int32_t npts);
+  /// The x coordinates; null for none.
   const Buffer& xp() const { return xp_; }
   void setXp(const Buffer& x) { xp_ = x; }
+  /// The y coordinates; null for none.
   const Buffer& yp() const { return yp_; }
   void setYp(const Buffer& y) { yp_ = y; }
   /// How many points are used; nothing is drawn while it is not positive.
@@ -46,6 +49,7 @@ public:
   /// and are left out.
   bool logX() const { return logAxes_.x; }
   void setLogX(bool logarithmic) { change(logAxes_.x, logarithmic); }
+  /// The same of the y axis.
   bool logY() const { return logAxes_.y; }
   void setLogY(bool logarithmic) { change(logAxes_.y, logarithmic); }
   LogAxes logAxes() const override { return logAxes_; }
@@ -69,6 +73,7 @@ public:
 protected:
   /// The points that can be read: npts(), or fewer where the buffers end before.
   std::span<const float> xPoints() const { return readable(xp_); }
+  /// The y coordinates of those points.
   std::span<const float> yPoints() const { return readable(yp_); }
 
   Buffer xp_;

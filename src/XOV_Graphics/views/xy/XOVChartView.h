@@ -24,12 +24,17 @@ public:
   /// The limits of both directions, those that differ.
   QString spokenDescription() const override;
 
+  /// The value at the left end of the x axis.
   float xmin() const { return xmin_; }
+  /// The value at the right end of the x axis.
   float xmax() const { return xmax_; }
+  /// The value at the lower end of the y axis.
   float ymin() const { return ymin_; }
+  /// The value at the upper end of the y axis.
   float ymax() const { return ymax_; }
   /// The list itself, which the host may change; null where there is none.
   const ChartItemList& dataArray() const { return dataArray_; }
+  /// The plotting rectangle in view points.
   QRectF pRect() const { return pRect_; }
 
 protected:

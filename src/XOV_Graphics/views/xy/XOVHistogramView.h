@@ -31,7 +31,8 @@ class XOV_EXPORT XOVHistogramView : public XOVView {
   Q_PROPERTY(QColor barFillColor READ barFillColor WRITE writeBarFillColor NOTIFY settingsChanged)
 
 public:
-  using Values = std::shared_ptr<std::vector<float>>;
+  using Values = std::shared_ptr<std::vector<float>>; ///< values that the view shares with the host
+  /// Counts that the view shares with the host, one a bin.
   using Counts = std::shared_ptr<std::vector<std::int32_t>>;
   /// binValues() refuses more bins than this; no picture shows as many.
   static constexpr std::int32_t kMostBins = 1 << 20;
@@ -54,6 +55,7 @@ public:
   /// logarithms of the counts.
   bool logX() const { return logAxes_.x; }
   void setLogX(bool logarithmic) { change(logAxes_.x, logarithmic); }
+  /// The same of the counts.
   bool logY() const { return logAxes_.y; }
   void setLogY(bool logarithmic) { change(logAxes_.y, logarithmic); }
   LogAxes logAxes() const override { return logAxes_; }
@@ -70,29 +72,40 @@ public:
   /// False, and no counts changed, without values, without bins, or with more than kMostBins.
   bool binValues();
 
+  /// The values; null for none.
   const Values& values() const { return values_; }
   void setValues(const Values& values) { values_ = values; }
+  /// How many of the values count; fewer are read where the buffer ends before.
   std::int32_t nValues() const { return nValues_; }
   void setNValues(std::int32_t count) { nValues_ = count; }
+  /// The smallest value, as of the last scan.
   float minValue() const { return minValue_; }
   void setMinValue(float value) { minValue_ = value; }
+  /// The largest value, as of the last scan.
   float maxValue() const { return maxValue_; }
   void setMaxValue(float value) { maxValue_ = value; }
   /// One count a bin; null before binValues() has succeeded, and then nothing but the background is drawn.
   const Counts& counts() const { return counts_; }
   void setCounts(const Counts& counts) { counts_ = counts; }
+  /// The smallest count, as of the last scan.
   std::int32_t minCount() const { return minCount_; }
   void setMinCount(std::int32_t count) { minCount_ = count; }
+  /// The largest count, as of the last scan.
   std::int32_t maxCount() const { return maxCount_; }
   void setMaxCount(std::int32_t count) { maxCount_ = count; }
+  /// How many bins there are.
   std::int32_t nBins() const { return nBins_; }
   void setNBins(std::int32_t count) { change(nBins_, count); }
+  /// The width of a bin, in the unit of the values.
   float binWidth() const { return binWidth_; }
   void setbinWidth(float width) { binWidth_ = width; }
+  /// Where the first bin begins.
   float minBinValue() const { return minBinValue_; }
   void setMinBinValue(float value) { change(minBinValue_, value); }
+  /// Where the last bin ends.
   float maxBinValue() const { return maxBinValue_; }
   void setMaxBinValue(float value) { change(maxBinValue_, value); }
+  /// The colour that bars are filled with.
   QColor barFillColor() const { return barFillColor_; }
   void setBarFillColor(const QColor& color) { change(barFillColor_, color); }
 

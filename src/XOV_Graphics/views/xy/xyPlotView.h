@@ -30,7 +30,9 @@ public:
   void setDataPointersXY(std::span<const float> x, std::span<const float> y);
   /// Appends copies of these samples; npts() stays as it is.
   void appendDataPointersXY(std::span<const float> x, std::span<const float> y);
+  /// The x coordinates.
   const std::vector<float>& xp() const { return xp_; }
+  /// The y coordinates.
   const std::vector<float>& yp() const { return yp_; }
 
   /// How many points are used; kept by the host. Nothing is drawn while it is not positive.
@@ -43,6 +45,7 @@ public:
   /// the line; no power of ten is taken out of its labels.
   bool logX() const { return logAxes_.x; }
   void setLogX(bool logarithmic) { change(logAxes_.x, logarithmic); }
+  /// The same of the y axis.
   bool logY() const { return logAxes_.y; }
   void setLogY(bool logarithmic) { change(logAxes_.y, logarithmic); }
   LogAxes logAxes() const override { return logAxes_; }
@@ -64,6 +67,7 @@ public:
 protected:
   /// The points that can be read: npts(), or fewer where the samples end before.
   std::span<const float> xPoints() const;
+  /// The y coordinates of those points.
   std::span<const float> yPoints() const;
   /// readout() of a view that does not draw the first points.
   PlotReadout readoutSkipping(QPointF point, std::size_t skipped) const;

@@ -15,10 +15,10 @@ namespace xov {
 
 /// A channel of an SDS archive, as the names of its files tell.
 struct XOV_EXPORT SdsChannel {
-  ChannelCodes codes = {};
-  QDate firstDay = {}; ///< of its first file
-  QDate lastDay = {};  ///< of its last file
-  int dayCount = 0;    ///< that have a file
+  ChannelCodes codes = {}; ///< network, station, location and channel
+  QDate firstDay = {};     ///< of its first file
+  QDate lastDay = {};      ///< of its last file
+  int dayCount = 0;        ///< that have a file
 };
 
 /// A folder of miniSEED files by days, as SeisComP data structure ("SDS", www.seiscomp.de) lays them out:
@@ -29,11 +29,13 @@ struct XOV_EXPORT SdsChannel {
 /// Nothing is kept: each question looks at the folders as they are now.
 class XOV_EXPORT SdsArchive {
 public:
+  /// An archive below a folder, which need not be there.
   explicit SdsArchive(QString root) : root_(std::move(root)) {}
 
   /// Whether a folder is laid out so: it has a file of waveforms at its place.
   static bool isArchive(const QString& folder) noexcept;
 
+  /// The folder that holds the years.
   const QString& root() const { return root_; }
 
   /// The channels that are selected by patterns as of SeismogramReadOptions, in the order of their codes. No file is

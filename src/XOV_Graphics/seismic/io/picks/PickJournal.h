@@ -14,7 +14,9 @@ namespace xov {
 
 /// What a journal tells.
 struct XOV_EXPORT RecoveredPicks {
+  /// What became of one pick.
   struct Step {
+    /// Of the pick.
     QString id;
     std::optional<Pick> pick; ///< nothing where it was removed
   };

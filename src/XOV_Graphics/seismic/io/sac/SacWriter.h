@@ -11,11 +11,13 @@ namespace xov {
 
 /// How a SAC file is written.
 struct XOV_EXPORT SacWriteOptions {
+  /// How the file is laid out.
   enum class Form : std::uint8_t {
     BinaryVersion6, ///< what every program reads
     BinaryVersion7, ///< with a footer that keeps times and coordinates in double precision
     Alphanumeric,   ///< text; header version 6
   };
+  /// Which of these.
   Form form = Form::BinaryVersion6;
   QSysInfo::Endian byteOrder = QSysInfo::ByteOrder; ///< of the binary forms
 };

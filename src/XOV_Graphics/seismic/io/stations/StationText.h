@@ -12,9 +12,9 @@ namespace xov {
 
 /// A station of a file.
 struct XOV_EXPORT Station {
-  QString network; ///< empty where the file names none
-  QString code;    ///< empty where the file holds places only
-  double latitudeDeg = 0;
+  QString network;         ///< empty where the file names none
+  QString code;            ///< empty where the file holds places only
+  double latitudeDeg = 0;  ///< north positive
   double longitudeDeg = 0; ///< -360 to 360, as written
   qint64 line = 0;         ///< where it stands in the file, from 1 on
 };

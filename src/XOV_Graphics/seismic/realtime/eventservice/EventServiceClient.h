@@ -44,6 +44,7 @@ struct XOV_EXPORT EventServiceSettings {
 /// client; it may stop() it.
 class XOV_EXPORT EventServiceClient {
 public:
+  /// Nothing is asked before start().
   explicit EventServiceClient(EventServiceSettings settings);
   ~EventServiceClient();
   EventServiceClient(const EventServiceClient&) = delete;

@@ -20,10 +20,13 @@ struct XOV_EXPORT LiveRecord {
   ChannelCodes codes;       ///< network, station, location, channel
   std::int64_t startUs = 0; ///< time of the first sample, microseconds since 1970
   double rateHz = 0;        ///< above 0 where there are samples
+  /// None where the record says something else than samples.
   std::vector<float> samples;
   double arrivalSeconds = 0; ///< when a client received it, seconds since 1970 by its machine's clock
 
+  /// Time of the first sample, seconds since 1970.
   double startSeconds() const;
+  /// Time between samples; only where there are any.
   double deltaSeconds() const { return 1 / rateHz; }
   /// How far its channel has come with it; that of the start where there are no samples.
   ChannelArrival arrival() const;

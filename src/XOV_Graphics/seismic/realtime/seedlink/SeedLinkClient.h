@@ -17,10 +17,12 @@ namespace xov {
 
 /// What a client does.
 struct XOV_EXPORT SeedLinkSettings {
+  /// Where to ask.
   SeedLinkAddress server;
+  /// What to ask for.
   std::vector<SeedLinkStation> stations;
-  QString user; ///< empty where the server asks for none; protocol 4 only
-  QString password;
+  QString user;     ///< empty where the server asks for none; protocol 4 only
+  QString password; ///< for that user
   /// Where sequence numbers are kept, so that a client that starts again goes on where it stopped; empty for nowhere.
   QString stateFile;
   /// What stations begin with of which no packet is known: what the server still has since then; invalid for what
@@ -33,7 +35,7 @@ struct XOV_EXPORT SeedLinkSettings {
   double keepAliveSeconds = 30;    ///< of silence, after which the server is asked whether it is there
   double stalledSeconds = 120;     ///< of silence, after which the connection is given up and made anew
   double shortestPauseSeconds = 1; ///< before the second attempt to connect; twice as long before each further one
-  double longestPauseSeconds = 60;
+  double longestPauseSeconds = 60; ///< the longest of those pauses
 };
 
 /// Receives records from a SeedLink server (protocols 3.1 and 4.0, SeedLink specification of the FDSN) for as long as
@@ -51,6 +53,7 @@ struct XOV_EXPORT SeedLinkSettings {
 /// and said, and no more than one packet is held at a time. A callback must not destroy the client; it may stop() it.
 class XOV_EXPORT SeedLinkClient {
 public:
+  /// Nothing is asked before start().
   explicit SeedLinkClient(SeedLinkSettings settings);
   /// Ends the connection and writes the state file.
   ~SeedLinkClient();

@@ -30,11 +30,14 @@ struct XOV_EXPORT SeedLinkServerSettings {
   int protocol = 4;    ///< 3 knows protocol 3.1 only, 4 both
   /// Protocol 4 only: who may receive data; empty for everybody.
   QString user;
+  /// Of that user.
   QString password;
   /// PEM files with the certificate that the server shows and the key of it, for clients that connect to tls://; none
   /// for connections that are not encrypted.
   QString certificateFile;
+  /// In PEM, too.
   QString keyFile;
+  /// What goes wrong on purpose, for tests of clients.
   SeedLinkFaults faults;
 };
 
@@ -44,6 +47,7 @@ struct XOV_EXPORT SeedLinkServerSettings {
 /// is answered by ERROR.
 class XOV_EXPORT SeedLinkServer {
 public:
+  /// Nobody is answered before it listens.
   explicit SeedLinkServer(SeedLinkServerSettings settings);
   ~SeedLinkServer();
   SeedLinkServer(const SeedLinkServer&) = delete;

@@ -13,13 +13,14 @@ namespace xov {
 /// A station that is asked for, with patterns of its channels; '*' is any text and '?' any character, in codes of
 /// stations too.
 struct XOV_EXPORT SeedLinkStation {
-  QByteArray network;
-  QByteArray station;
+  QByteArray network; ///< its code or a pattern
+  QByteArray station; ///< its code or a pattern
   /// As "BHZ", "00BHZ" or "HH?", with '!' before what is left out; none asks for all channels.
   std::vector<QByteArray> channels;
 
   /// The identifier: "GE_WLF".
   QByteArray id() const { return network + '_' + station; }
+  /// Whether a code of it is a pattern.
   bool hasWildcards() const;
 };
 

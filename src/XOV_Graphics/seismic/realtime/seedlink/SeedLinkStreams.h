@@ -15,9 +15,9 @@ namespace xov {
 
 /// A channel that a server has, and of what time.
 struct XOV_EXPORT SeedLinkStream {
-  ChannelCodes codes;
-  QDateTime start; ///< invalid where the server does not say
-  QDateTime end;
+  ChannelCodes codes; ///< of the channel
+  QDateTime start;    ///< invalid where the server does not say
+  QDateTime end;      ///< invalid where the server does not say
 };
 
 /// Reads the answer to INFO STREAMS of protocol 3.1, XML. Streams of other than data records are left out.
@@ -29,6 +29,7 @@ Result<std::vector<SeedLinkStream>> parseStreamsJson(const QByteArray& text);
 /// Asks a server what it has, in the event loop of the thread that it was made in.
 class XOV_EXPORT SeedLinkInquiry {
 public:
+  /// Told once: what the server has, or one line why it is not known.
   using Answer = std::function<void(const Result<std::vector<SeedLinkStream>>&)>;
 
   /// Calls `answer` once: with the streams in the server's order, or with one line that says why there are none. A
