@@ -58,6 +58,7 @@ output_of() {
   done
   case ${words[1]} in
     info | resources | help) ;;
+    hist) [[ $1 == *' --dump'* ]] || echo hist.png ;;
     *) echo "${words[1]}.png" ;;
   esac
 }

@@ -1,4 +1,4 @@
-"""The examples of README.md, docs/python.md and of docstrings run."""
+"""The examples of README.md, docs/python.md, the guide and of docstrings run."""
 
 import os
 import pathlib
@@ -14,6 +14,8 @@ from conftest import tone
 ROOT = pathlib.Path(__file__).parents[2]
 DATA = pathlib.Path(os.environ["XOV_EXAMPLE_DATA"])
 
+PAGES = ["README.md", "docs/python.md", *sorted(f"docs/guide/{page.name}" for page in ROOT.glob("docs/guide/*.md"))]
+
 
 def blocks(name):
     text = (ROOT / name).read_text()
@@ -24,7 +26,8 @@ def blocks(name):
 def names(tmp_path, monkeypatch):
     """What examples speak of without making it."""
     monkeypatch.chdir(tmp_path)
-    (tmp_path / "day").symlink_to(DATA / "day")
+    for folder in ("day", "section"):
+        (tmp_path / folder).symlink_to(DATA / folder)
     random = numpy.random.default_rng(1)
     return {
         "xov": xov,
@@ -39,7 +42,7 @@ def names(tmp_path, monkeypatch):
 
 
 @pytest.mark.filterwarnings("ignore")
-@pytest.mark.parametrize("code", blocks("README.md") + blocks("docs/python.md"))
+@pytest.mark.parametrize("code", [block for page in PAGES for block in blocks(page)])
 def test_an_example_of_the_documents_runs(code, names, tmp_path):
     if "/data/sds" in code:
         for name in ("Archive", "drums", "archive"):  # what it calls is there; test_archive.py runs it on an archive
