@@ -211,6 +211,21 @@ void FilesPanel::showCounts() {
   counts_->setText(text);
 }
 
+std::vector<PlotRequest> FilesPanel::seismogramsBetween(const QDateTime& from, const QDateTime& to) const {
+  FileEntries entries;
+  for (const FileEntry& entry : catalogue_.entries()) {
+    const bool hasSamples = entry.kind == FileKind::Seismograms || entry.kind == FileKind::Archive;
+    const ChannelOutline& channel = entry.channel;
+    const bool isOfThen = channel.start.isValid() && channel.start <= to && channel.end >= from;
+    if (hasSamples && isOfThen) entries.push_back(entry);
+  }
+  OpeningOptions options = options_;
+  options.from = from;
+  options.to = to;
+  return requestsForEntries(
+      entries, [this](const QString& path) { return catalogue_.rowsOf(path); }, options);
+}
+
 FileEntries FilesPanel::chosen() const {
   FileEntries entries;
   const QModelIndexList rows = table_->selectionModel()->selectedRows();

@@ -50,6 +50,9 @@ public:
   /// What of archives is shown. An invalid time: the last day.
   void setArchiveTime(const QDateTime& from, const QDateTime& to);
 
+  /// Plots of the seismograms that have something of a stretch of time; none where nothing listed has.
+  std::vector<PlotRequest> seismogramsBetween(const QDateTime& from, const QDateTime& to) const;
+
 Q_SIGNALS:
   /// A plot of rows that the user chose.
   void requested(const xov::desk::PlotRequest& request);

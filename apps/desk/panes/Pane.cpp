@@ -1,5 +1,6 @@
 #include "apps/desk/panes/Pane.h"
 
+#include "apps/desk/panes/LiveRequests.h"
 #include "apps/desk/panes/PaneKinds.h"
 #include "apps/xov/output/PlotProperties.h"
 
@@ -18,6 +19,7 @@ namespace xov::desk {
 namespace {
 
 constexpr int kBarWidth = 240;
+constexpr qsizetype kMostMessages = 100; // what arrives may go on for months
 
 // Whether each property of one request is one of the other, too, with the same value or another.
 bool areAllIn(const QMap<QString, QString>& properties, const QMap<QString, QString>& others) {
@@ -119,7 +121,8 @@ void Pane::writeProperties(XOVView& view) {
 
 PlotRequest Pane::requestAsShown() {
   PlotRequest shown = request_;
-  if (!view_ || request_.kind == QLatin1String("monitor")) return shown; // what plays has one view
+  if (!view_ || request_.kind == QLatin1String("monitor") || isLive(request_))
+    return shown; // what plays or arrives has one view
   const std::unique_ptr<XOVView> usual = maker_->make(page_, view_->size());
   if (!usual) return shown;
   // Many a view computes its limits when it draws.
@@ -144,6 +147,7 @@ PlotRequest Pane::requestAsShown() {
 
 void Pane::say(const QString& text) {
   messages_.append(text);
+  if (messages_.size() > kMostMessages) messages_.removeFirst();
   Q_EMIT said(text);
 }
 
@@ -209,6 +213,9 @@ void Pane::showAdvance(const QString& what, qint64 done, qint64 total) {
 QString Pane::name() const {
   const PaneKind* const kind = paneKindOf(request_.kind);
   const QString title = kind != nullptr ? paneTitle(*kind) : request_.kind;
+  if (isLive(request_))
+    return tr("%1: %2").arg(request_.kind == QLatin1String("monitor") ? tr("Live") : title,
+                            liveSourceOf(request_).server);
   const QString files = filesText(filesOf(request_));
   return files.isEmpty() ? title : tr("%1: %2").arg(title, files);
 }

@@ -1,5 +1,7 @@
 #include "apps/desk/panes/PaneKinds.h"
 
+#include "apps/desk/panes/LiveRequests.h"
+
 #include <QCoreApplication>
 #include <QDirIterator>
 #include <QFileInfo>
@@ -43,6 +45,9 @@ struct SharedOption {
 };
 constexpr SharedOption kSharedOptions[] = {
     {"--archive", 1}, {"--between", 2}, {"--channels", 1}, {"--stations", 1}, {"--event", 1}};
+
+// Those that know servers.
+constexpr const char* kLiveCommands[] = {"drum", "monitor"};
 
 constexpr double kDrumSeconds = 6 * 3600.0;
 
@@ -140,7 +145,15 @@ PlotRequest requestFor(const PaneKind& kind, const QStringList& files) {
   return request;
 }
 
+bool canShowAs(const PaneKind& kind, const PlotRequest& request) {
+  const PaneKind* const now = paneKindOf(request.kind);
+  if (now == nullptr || now->input != kind.input) return false;
+  const auto isKind = [&](const char* command) { return QLatin1String(command) == QLatin1String(kind.command); };
+  return !isLive(request) || std::ranges::any_of(kLiveCommands, isKind);
+}
+
 PlotRequest requestOfKind(const PaneKind& kind, const PlotRequest& request) {
+  if (isLive(request)) return requestForSource(QLatin1String(kind.command), liveSourceOf(request));
   PlotRequest wanted = requestFor(kind, filesOf(request));
   if (kind.input != PaneInput::Seismograms) return wanted;
   wanted.steps = request.steps;

@@ -39,8 +39,11 @@ QStringList filesOf(const PlotRequest& request);
 /// A request of that kind for these files.
 PlotRequest requestFor(const PaneKind& kind, const QStringList& files);
 
+/// Whether requestOfKind() is to be had.
+bool canShowAs(const PaneKind& kind, const PlotRequest& request);
+
 /// What a request shows, as another kind: the same files and channels, of an archive the same time, and what is done
-/// to records.
+/// to records; of what arrives the same server and streams.
 PlotRequest requestOfKind(const PaneKind& kind, const PlotRequest& request);
 
 /// What shows files best, those of one kind together: seismograms as a section, one alone that lasts long as a drum,

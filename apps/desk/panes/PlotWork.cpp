@@ -1,5 +1,7 @@
 #include "apps/desk/panes/PlotWork.h"
 
+#include "apps/xov/inputs/RecordCache.h"
+
 #include <XOV_Graphics/base/FileName.h>
 #include <exception>
 #include <utility>
@@ -7,6 +9,14 @@
 namespace xov::desk {
 
 namespace {
+
+constexpr std::size_t kCacheBytes = std::size_t(512) << 20;
+
+// Of all panes.
+cli::RecordCache& recordCache() {
+  static cli::RecordCache cache(kCacheBytes);
+  return cache;
+}
 
 // Thrown through a command that nobody waits for any more.
 struct Released {};
@@ -21,6 +31,7 @@ PlotWork::PlotWork(CommandRunner run, const QStringList& words) : run_(std::move
 void PlotWork::run() {
   const cli::ListenerScope listening(this);
   const cli::PlotReceiverScope receiving(this);
+  const cli::RecordCacheScope caching(&recordCache());
   try {
     run_(words_);
   } catch (const Released&) {

@@ -100,6 +100,7 @@ void BoxTool::take(Pane& pane, XOVView& view, QPointF from, QPointF to) {
   const std::optional<MapBox> box = map->mapBoxOf(area);
   if (!box) return;
   const auto events = int(map->pointsIn(area).size() + map->mechanismsIn(area).size());
+  Q_EMIT mapBoxed(pane.request(), *box);
   window_.openPane(requestForRegion(pane.request(), *box));
   tell(tr("%n symbol(s) in the box", nullptr, events));
 }

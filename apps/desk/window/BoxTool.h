@@ -6,6 +6,7 @@
 #include <QPointer>
 
 #include <XOV_Graphics/views/base/XOVView.h>
+#include <XOV_Graphics/views/map/MapPlace.h>
 #include <optional>
 
 class QAction;
@@ -19,11 +20,15 @@ class Pane;
 
 /// Boxes that are drawn with Alt and the left button, or without Alt while measuring is switched on: on seismograms
 /// the status bar tells the apparent velocity from corner to corner, and the records of the box can be shown as beam
-/// power; on a map the events of the box are shown in a pane of their own.
+/// power; on a map the events of the box are shown in a pane of their own, and are listed.
 class BoxTool : public QObject {
   Q_OBJECT
 public:
   explicit BoxTool(MainWindow& window);
+
+Q_SIGNALS:
+  /// A box was drawn on a map.
+  void mapBoxed(const xov::desk::PlotRequest& map, const xov::MapBox& box);
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

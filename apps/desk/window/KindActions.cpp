@@ -37,9 +37,8 @@ KindActions::KindActions(MainWindow& window) : QObject(&window), window_(window)
 // Kinds for other files than the pane's are not to be had.
 void KindActions::offer() {
   const Pane* const pane = window_.currentPane();
-  const PaneKind* const now = pane != nullptr ? paneKindOf(pane->request().kind) : nullptr;
   for (const PaneKind& kind : paneKinds())
-    window_.findChild<QAction*>(actionName(kind))->setEnabled(now != nullptr && now->input == kind.input);
+    window_.findChild<QAction*>(actionName(kind))->setEnabled(pane != nullptr && canShowAs(kind, pane->request()));
 }
 
 } // namespace xov::desk

@@ -4,10 +4,12 @@
 #include "apps/desk/properties/PropertyPanel.h"
 #include "apps/desk/window/BoxTool.h"
 #include "apps/desk/window/DrumZoom.h"
+#include "apps/desk/window/EventsTool.h"
 #include "apps/desk/window/FileActions.h"
 #include "apps/desk/window/FilesTool.h"
 #include "apps/desk/window/HelpSheet.h"
 #include "apps/desk/window/KindActions.h"
+#include "apps/desk/window/LiveActions.h"
 #include "apps/desk/window/Memory.h"
 #include "apps/desk/window/OutputActions.h"
 #include "apps/desk/window/PaneHands.h"
@@ -53,6 +55,7 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
   setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
   buildMenus();
   files_ = new FileActions(*this);
+  new LiveActions(*this);
   output_ = new OutputActions(*this);
   addAction(QStringLiteral("file"), QStringLiteral("quit"), tr("&Quit"), QKeySequence::Quit, [this] { close(); });
   buildPaneMenu();
@@ -60,11 +63,13 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
   auto* const list = new FilesTool(*this);
   new ProcessingTool(*this);
   picks_ = new PicksTool(*this);
+  auto* const events = new EventsTool(*this, list->panel());
   themes_ = new ThemeActions(*this);
   memory_ = new Memory(*this, *files_, *list, *themes_);
   new DrumZoom(*this);
   new PaneHands(*this);
-  new BoxTool(*this); // behind the hands, whose boxes zoom: it is asked first
+  const auto* const boxes = new BoxTool(*this); // behind the hands, whose boxes zoom: it is asked first
+  connect(boxes, &BoxTool::mapBoxed, events, &EventsTool::show);
   new PaneReadout(*this);
   addAction(QStringLiteral("help"), QStringLiteral("keys"), tr("&Keys…"), QKeySequence::HelpContents,
             [this] { showHelpSheet(*this); });

@@ -1,5 +1,7 @@
 #include "apps/desk/window/PaneBar.h"
 
+#include "apps/desk/panes/LiveRequests.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
@@ -20,6 +22,7 @@ PaneBar::PaneBar(QDockWidget& dock, Pane& pane)
     : QWidget(&dock),
       pane_(pane),
       name_(new QLabel),
+      state_(new QLabel),
       page_(new QLabel),
       busy_(new QProgressBar) {
   auto* const row = new QHBoxLayout(this);
@@ -28,6 +31,12 @@ PaneBar::PaneBar(QDockWidget& dock, Pane& pane)
   name_->setTextFormat(Qt::PlainText);
   name_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   row->addWidget(name_, 1);
+  state_->setObjectName(QStringLiteral("barState"));
+  state_->setTextFormat(Qt::PlainText);
+  state_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  state_->setAccessibleName(tr("State of the connection"));
+  state_->hide();
+  row->addWidget(state_, 1);
   busy_->setRange(0, 0);
   busy_->setTextVisible(false);
   busy_->setFixedSize(kBusyWidth, fontMetrics().height());
@@ -56,6 +65,7 @@ PaneBar::PaneBar(QDockWidget& dock, Pane& pane)
   });
   connect(&pane, &Pane::pageChanged, this, &PaneBar::showPages);
   connect(&pane, &Pane::requestChanged, this, &PaneBar::showName);
+  connect(&pane, &Pane::said, this, &PaneBar::showState);
   showPages();
 }
 
@@ -83,6 +93,13 @@ void PaneBar::showPages() {
   page_->setText(tr("%1 of %2").arg(pane_.page() + 1).arg(pages));
   previous_->setEnabled(pane_.page() > 0);
   next_->setEnabled(pane_.page() + 1 < pages);
+}
+
+// Of what arrives, the last that there was to say.
+void PaneBar::showState(const QString& text) {
+  state_->setVisible(isLive(pane_.request()));
+  state_->setText(text);
+  state_->setToolTip(text);
 }
 
 void PaneBar::showName() {

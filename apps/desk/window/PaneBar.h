@@ -25,9 +25,11 @@ private:
   QToolButton* addButton(const QString& name, const QString& text, const QIcon& icon);
   void showPages();
   void showName();
+  void showState(const QString& text);
 
   Pane& pane_;
   QLabel* name_;
+  QLabel* state_;
   QLabel* page_;
   QToolButton* previous_ = nullptr;
   QToolButton* next_ = nullptr;

@@ -1,5 +1,6 @@
 #include "apps/desk/window/ProcessingTool.h"
 
+#include "apps/desk/panes/LiveRequests.h"
 #include "apps/desk/panes/PaneKinds.h"
 #include "apps/desk/processing/ProcessingPanel.h"
 #include "apps/desk/window/MainWindow.h"
@@ -34,7 +35,7 @@ ProcessingTool::ProcessingTool(MainWindow& window) : QObject(&window), window_(w
 void ProcessingTool::showCurrent() {
   const Pane* const pane = window_.currentPane();
   const PaneKind* const kind = pane == nullptr ? nullptr : paneKindOf(pane->request().kind);
-  if (kind != nullptr && kind->input == PaneInput::Seismograms)
+  if (kind != nullptr && kind->input == PaneInput::Seismograms && !isLive(pane->request()))
     panel_->showSteps(listOfKept(pane->request().steps), pane->request().isRaw);
   else
     panel_->showNothing();

@@ -6,11 +6,13 @@
 #include "apps/xov/live/Interrupt.h"
 #include "apps/xov/live/LiveDrum.h"
 #include "apps/xov/live/Redraw.h"
+#include "apps/xov/output/PlotReceiver.h"
 #include "apps/xov/output/RecordNames.h"
 #include "apps/xov/output/TitledView.h"
 
 #include <QColor>
 #include <QCoreApplication>
+#include <QPointer>
 #include <QShortcut>
 #include <QTimeZone>
 
@@ -67,15 +69,22 @@ DrumSpan spanOf(const std::vector<PreparationStep>& steps, const SeismogramArray
   return span;
 }
 
+// What a window receives for as long as it is open.
+struct DrumSources {
+  EventSources events;
+  std::unique_ptr<LiveDrum> live;
+};
+
 // Page Down and Page Up show the drums of other channels.
 void addPageKeys(helicorderView& view, const std::shared_ptr<LiveDrum>& live) {
   for (const auto& [key, step] : {std::pair(Qt::Key_PageDown, 1), std::pair(Qt::Key_PageUp, -1)}) {
-    QObject::connect(new QShortcut(QKeySequence(key), &view), &QShortcut::activated, &view,
-                     [live, &view, step = step] {
-                       live->turn(step);
-                       live->show(view);
-                       view.update();
-                     });
+    auto* const shortcut = new QShortcut(QKeySequence(key), &view);
+    shortcut->setContext(Qt::WidgetShortcut); // several drums may stand in a window
+    QObject::connect(shortcut, &QShortcut::activated, &view, [live, &view, step = step] {
+      live->turn(step);
+      live->show(view);
+      view.update();
+    });
   }
 }
 
@@ -225,6 +234,16 @@ int DrumCommand::rowsOfADay() const {
   return rows_.value_or(int(std::clamp(std::ceil(kSecondsPerDay / rowSeconds_), 1.0, double(kMostDrumRows))));
 }
 
+// Drawn as the one that is shown, which may get another ratio of pixels while it is.
+bool DrumCommand::keepPage(const DrumSheet& sheet, double ratio, std::unique_ptr<helicorderView> page) const {
+  if (!daily_.isGiven()) return true;
+  const auto pieces = std::make_shared<const SeismogramArray>(sheet.records);
+  page->setNRows(rowsOfADay());
+  page->setExportPixelRatio(ratio);
+  putPage(pieces, sheet.start, gain_, *page);
+  return daily_.keep(*page, nameFieldsOf(*pieces));
+}
+
 // A window shows the drum of the day until it is closed; a file shows what has arrived after a while.
 ExitCode DrumCommand::runLive() const {
   Result<SeedLinkSettings> found = seedLink_.settings();
@@ -234,33 +253,37 @@ ExitCode DrumCommand::runLive() const {
   }
   SeedLinkSettings settings = std::move(found).value();
   settings.beginsWithDay = true;
-  std::weak_ptr<LiveDrum> shownLive; // the view's: sockets do not outlive the desktop
+  std::weak_ptr<DrumSources> shownSources;
+  std::weak_ptr<LiveDrum> shownLive; // the views': sockets do not outlive the desktop
+  QPointer<helicorderView> shownView;
   std::unique_ptr<Interrupt> interrupt;
+  const bool isOwnProgram = currentPlotReceiver() == nullptr;
   ExitCode received = ExitCode::Ok;
   const auto showInWindow = [&](const QRectF& frame) {
-    interrupt = std::make_unique<Interrupt>([] { QCoreApplication::exit(); });
-    const auto events = std::make_shared<EventSources>();
-    auto view = makeView(frame, events->events());
+    if (isOwnProgram) interrupt = std::make_unique<Interrupt>([] { QCoreApplication::exit(); });
+    std::shared_ptr<DrumSources> sources = shownSources.lock(); // of a view that this one takes the place of
+    const bool isFirst = sources == nullptr;
+    if (isFirst) shownSources = sources = std::make_shared<DrumSources>();
+    auto view = makeView(frame, sources->events.events());
     view->setNRows(rowsOfADay());
-    // Drawn as the one that is shown, which may get another ratio of pixels yet.
-    const auto keep = [&received, events, this, frame, shown = view.get()](const DrumSheet& sheet) {
-      if (!daily_.isGiven()) return;
-      const auto page = makeView(frame, events->events());
-      const auto pieces = std::make_shared<const SeismogramArray>(sheet.records);
-      page->setNRows(rowsOfADay());
-      page->setExportPixelRatio(shown->exportPixelRatio());
-      putPage(pieces, sheet.start, gain_, *page);
-      if (!daily_.keep(*page, nameFieldsOf(*pieces))) received = ExitCode::Failed;
-    };
-    const auto live = std::make_shared<LiveDrum>(
-        settings, LiveDrumLook{view->plotTitle(), gain_, chosenColors(), late_.lateness()}, keep);
-    shownLive = live;
+    shownView = view.get();
+    if (isFirst) {
+      const auto keep = [this, &shownView, &received, frame,
+                         events = sources->events.events()](const DrumSheet& sheet) {
+        const double ratio = shownView ? shownView->exportPixelRatio() : 1;
+        if (!keepPage(sheet, ratio, makeView(frame, events))) received = ExitCode::Failed;
+      };
+      const LiveDrumLook look{view->plotTitle(), gain_, chosenColors(), late_.lateness()};
+      sources->live = std::make_unique<LiveDrum>(settings, look, keep);
+      shownLive = std::shared_ptr<LiveDrum>(sources, sources->live.get());
+      sources->live->live().start();
+      sources->events.start(events_.path(), eventService_.settings(kSecondsPerDay, presentOf(shownLive)));
+    }
+    const std::shared_ptr<LiveDrum> live(sources, sources->live.get());
     view->setTitle({});
     addPageKeys(*view, live);
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, view.get(),
                      [live] { live->leave(); });
-    live->live().start();
-    events->start(events_.path(), eventService_.settings(kSecondsPerDay, presentOf(shownLive)));
     redrawEvery(kMillisecondsPerDrum, *view, [live, shown = view.get()] { live->show(*shown); });
     return view;
   };

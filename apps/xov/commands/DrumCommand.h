@@ -36,6 +36,9 @@ private:
   /// A view with all that does not depend on what it shows.
   std::unique_ptr<helicorderView> makeView(const QRectF& frame,
                                            const std::shared_ptr<const EventOriginArray>& events) const;
+  /// Keeps the page of a day that is over on a view made for it. False where that cannot be done, which has been
+  /// said.
+  bool keepPage(const DrumSheet& sheet, double ratio, std::unique_ptr<helicorderView> page) const;
   int rowsOfADay() const;
   std::vector<QColor> chosenColors() const;
   DrumPaging paging() const;

@@ -6,6 +6,7 @@
 #include "apps/xov/live/LiveDisplay.h"
 #include "apps/xov/live/Redraw.h"
 #include "apps/xov/live/SpeedOption.h"
+#include "apps/xov/output/PlotReceiver.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -27,6 +28,14 @@ constexpr int kMillisecondsPerFrame = 16; // of a display that shows 60 pictures
 constexpr double kMillisecondsPerSecond = 1000;
 constexpr double kShortestSpan = 1;
 constexpr double kLongestSpan = 86400;
+
+// What a window receives for as long as it is open.
+struct MonitorSources {
+  MonitorSources(const SeedLinkSettings& settings, const ReplaySettings& shown)
+      : live(settings, events.events(), shown.spanSeconds, shown.edge) {}
+  EventSources events;
+  LiveDisplay live;
+};
 
 // From the first event of the event loop on, until everything has arrived.
 void play(const std::shared_ptr<Replay>& replay, RealTimeDisplayView& view) {
@@ -82,20 +91,24 @@ ExitCode MonitorCommand::runLive() const {
     return ExitCode::Failed;
   }
   const ReplaySettings shown = this->settings();
-  std::weak_ptr<LiveDisplay> shownLive; // the view's: sockets do not outlive the desktop
+  std::weak_ptr<LiveDisplay> shownLive; // the views': sockets do not outlive the desktop
   std::unique_ptr<Interrupt> interrupt;
+  const bool isOwnProgram = currentPlotReceiver() == nullptr;
   ExitCode received = ExitCode::Ok;
   const auto showInWindow = [&](const QRectF& frame) {
-    const auto events = std::make_shared<EventSources>();
-    const auto live = std::make_shared<LiveDisplay>(*settings, events->events(), shown.spanSeconds, shown.edge);
-    shownLive = live;
-    interrupt = std::make_unique<Interrupt>([] { QCoreApplication::exit(); });
+    if (isOwnProgram) interrupt = std::make_unique<Interrupt>([] { QCoreApplication::exit(); });
     auto view = makeView(frame);
     view->setTitle(output_.titleOr(seedLink_.serverText()));
+    std::shared_ptr<LiveDisplay> live = shownLive.lock(); // of a view that this one takes the place of
+    if (!live) {
+      const auto sources = std::make_shared<MonitorSources>(*settings, shown);
+      live = {sources, &sources->live};
+      shownLive = live;
+      live->live().start();
+      sources->events.start(events_.path(), eventService_.settings(shown.spanSeconds, presentOf(shownLive)));
+    }
     live->attachTo(*view);
-    live->live().start();
-    events->start(events_.path(), eventService_.settings(shown.spanSeconds, presentOf(shownLive)));
-    redrawEvery(kMillisecondsPerFrame, *view, [live, events, shown = view.get()] { live->show(*shown); });
+    redrawEvery(kMillisecondsPerFrame, *view, [live, shown = view.get()] { live->show(*shown); });
     return view;
   };
   const auto showInFile = [&](XOVView& view) {

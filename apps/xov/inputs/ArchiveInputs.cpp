@@ -20,6 +20,13 @@ void ArchiveInputs::addOptions(const Options& options) {
       .takesWords(2);
 }
 
+QString ArchiveInputs::text() const {
+  QString text = root();
+  for (const std::string& time : between_)
+    text += QLatin1Char(' ') + QString::fromStdString(time);
+  return text;
+}
+
 QString ArchiveInputs::root() const { return fileNameFromBytes(root_); }
 
 QDateTime ArchiveInputs::from() const { return between_.empty() ? QDateTime() : parsedUtcTime(between_.front()); }

@@ -22,6 +22,8 @@ public:
   void addOptions(const Options& options);
 
   bool isGiven() const { return !root_.empty(); }
+  /// The archive and the time, as the user named them.
+  QString text() const;
 
   /// The files of the channels that patterns select, for one who reads each by itself.
   InputList files(const QStringList& patterns) const;

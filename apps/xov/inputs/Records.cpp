@@ -3,6 +3,7 @@
 #include "apps/xov/inputs/GivenInputs.h"
 #include "apps/xov/inputs/InputFiles.h"
 #include "apps/xov/inputs/Inputs.h"
+#include "apps/xov/inputs/RecordCache.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/terminal/Progress.h"
 
@@ -252,9 +253,29 @@ Records RecordInputs::readArchive() const {
 Records RecordInputs::read() const {
   if (givenInputs().records && names() == QStringList{QLatin1String(kGivenInput)}) return selectedOfGiven();
   setPagedSamplesLimit(std::size_t(sampleMegabytes_ * kBytesPerMegabyte));
-  if (archive_.isGiven()) return readArchive();
-  Records all;
+  if (archive_.isGiven()) {
+    const QByteArray origin = currentRecordCache() == nullptr ? QByteArray() : originOfFiles(archive_.files(names()));
+    return cachedRecords(origin, [this] { return readArchive(); });
+  }
   const InputList inputs = expandInputs(names());
+  return cachedRecords(originOfFiles(inputs), [&] { return readFiles(inputs); });
+}
+
+// What is read and how; empty where something of it cannot be told again.
+QByteArray RecordInputs::originOfFiles(const InputList& inputs) const {
+  if (currentRecordCache() == nullptr || !inputs.errors.isEmpty()) return {};
+  QStringList made{archive_.text(), QString::number(sampleMegabytes_), fileNameFromBytes(indexCache_)};
+  made += texts(channels_) + QStringList{QString()} + names() + QStringList{QString()};
+  for (const InputFile& file : inputs.files) {
+    const QString stamp = fileStamp(file.path);
+    if (stamp.isEmpty()) return {};
+    made.append(stamp);
+  }
+  return originOf(made);
+}
+
+Records RecordInputs::readFiles(const InputList& inputs) const {
+  Records all;
   QSet<QString> opened; // of which samples are read as they are drawn
   QStringList read;
   for (const InputFile& file : inputs.files) {

@@ -4,6 +4,7 @@
 #include "apps/xov/options/Options.h"
 #include "apps/xov/terminal/Messages.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -24,6 +25,7 @@ struct Records {
   SeismogramArray records;
   QStringList files;              ///< for each record, the file it came from, named as the user did
   ExitCode status = ExitCode::Ok; ///< Failed when something could not be read; that has been said
+  QByteArray origin = {};         ///< tells them from others in a RecordCache; empty where they are in none
 };
 
 /// What was found in a file.
@@ -66,6 +68,8 @@ public:
 private:
   ExitCode readEach(const InputList& inputs, const FileReader& reader) const;
   Records readArchive() const;
+  Records readFiles(const InputList& inputs) const;
+  QByteArray originOfFiles(const InputList& inputs) const;
   Records selectedOfGiven() const;
   SeismogramReadOptions readOptions() const;
   /// Whether a file is read whole; else its samples come as they are drawn.

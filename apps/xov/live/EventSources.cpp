@@ -14,7 +14,7 @@ template <typename Source>
 void follow(Source& source, LiveEvents& events, const char* name) {
   source.onEvents(
       [&events, name](const HypocentreArray& found) { events.set(QLatin1String(name), markedByAnyScale(found)); });
-  source.onMessage([](const QString& line) { note(line); });
+  source.onMessage(noteToListener());
 }
 
 } // namespace

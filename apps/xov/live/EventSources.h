@@ -11,8 +11,8 @@
 namespace xov::cli {
 
 /// The events of a live display, as they come: from a file or folder that is watched, and from a service that is
-/// asked again and again. What the user should know is said on standard error. Works in the event loop; to be made
-/// when there is one.
+/// asked again and again. What the user should know is said to whoever hears it in the thread that this is started
+/// in. Works in the event loop; to be made when there is one.
 class EventSources {
 public:
   /// One array, which changes as events do.

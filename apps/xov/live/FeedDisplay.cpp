@@ -27,8 +27,7 @@ void FeedDisplay::showUntil(const QDateTime& present, RealTimeDisplayView& view)
   QDateTime reference = present;
   if (edge_ == Edge::Left) reference = reference.addMSecs(-std::llround(spanSeconds_ * kMillisecondsPerSecond));
   const RealTimeSpan span = feed_.show(reference, spanSeconds_, edge_);
-  view.setXLimitsMinMax(span.xmin, span.xmax);
-  view.setRefDate(reference);
+  view.showSpan(span.xmin, span.xmax, reference);
 }
 
 } // namespace xov::cli

@@ -32,7 +32,9 @@ void LiveDisplay::fitAmplitudes(RealTimeDisplayView& view) {
   }
   if (largest == largest_ || !(largest > 0)) return;
   largest_ = largest;
+  const std::optional<PlotPart> part = view.shownPart(); // which limits end
   view.setYLimitsMinMax(-largest, largest);
+  view.showPart(part);
 }
 
 void LiveDisplay::show(RealTimeDisplayView& view) {

@@ -4,6 +4,7 @@
 #include <XOV_Graphics/seismic/prepare/DrumPage.h>
 #include <XOV_Graphics/seismic/prepare/TimeAxis.h>
 #include <algorithm>
+#include <utility>
 
 namespace xov::cli {
 
@@ -14,11 +15,20 @@ constexpr std::size_t kMostDrums = 100; // each holds a day of samples: at 100 a
 
 } // namespace
 
+namespace {
+
+void putPieces(const std::shared_ptr<const SeismogramArray>& pieces, std::optional<double> gain,
+               helicorderView& view) {
+  view.setWvfrmArray(pieces);
+  view.setGainFactor(float(gain.value_or(drumGain(*pieces))));
+}
+
+} // namespace
+
 void putPage(const std::shared_ptr<const SeismogramArray>& pieces, const QDateTime& day, std::optional<double> gain,
              helicorderView& view) {
-  view.setWvfrmArray(pieces);
   view.setPageStart(day);
-  view.setGainFactor(float(gain.value_or(drumGain(*pieces))));
+  putPieces(pieces, gain, view);
 }
 
 LiveDrum::LiveDrum(const SeedLinkSettings& settings, LiveDrumLook look, DrumDays::Keep keep)
@@ -34,7 +44,12 @@ void LiveDrum::show(helicorderView& view) {
   days_.advanceTo(present);
   const DrumSheet sheet = days_.sheet(shown_);
   pieces_ = std::make_shared<const SeismogramArray>(sheet.records);
-  putPage(pieces_, sheet.start, look_.gain, view);
+  // A day that begins anew ends what part of it is shown.
+  const std::pair<const void*, QDateTime> shown{&view, sheet.start};
+  if (std::exchange(shownOn_, shown) == shown && view.pageStart().isValid())
+    putPieces(pieces_, look_.gain, view);
+  else
+    putPage(pieces_, sheet.start, look_.gain, view);
   view.setTitle(look_.title);
   view.setWindowTitle(days_.channelCount() == 1
                           ? QStringLiteral("xov drum")

@@ -8,6 +8,7 @@
 
 #include <XOV_Graphics/views/timeline/helicorderView.h>
 #include <optional>
+#include <utility>
 
 namespace xov::cli {
 
@@ -47,6 +48,7 @@ private:
   DrumDays days_;
   std::size_t shown_ = 0;                         // channel
   std::shared_ptr<const SeismogramArray> pieces_; // of the page that is shown
+  std::pair<const void*, QDateTime> shownOn_;     // the view and the day of that page
   LiveFeed live_;                                 // goes first
 };
 

@@ -25,17 +25,18 @@ QDateTime momentAt(double seconds) {
 LiveFeed::LiveFeed(const SeedLinkSettings& settings, RealTimeFeed& feed, std::size_t mostChannels)
     : feed_(feed),
       mostChannels_(mostChannels),
+      tell_(noteToListener()),
       clock_([] { return QDateTime::currentDateTimeUtc(); }),
       client_(settings) {
   client_.onRecord([this](const LiveRecord& record) { take(record); });
-  client_.onMessage([](const QString& line) { note(line); });
+  client_.onMessage(tell_);
 }
 
 double LiveFeed::nowSeconds() const { return double(clock_().toMSecsSinceEpoch()) / kMillisecondsPerSecond; }
 
 bool LiveFeed::hasRoomFor(const QString& channel) {
   if (offsets_.contains(channel) || offsets_.size() < mostChannels_) return true;
-  if (!isFull_) note(QStringLiteral("more than %1 channels; the others are left out").arg(mostChannels_));
+  if (!isFull_) tell_(QStringLiteral("more than %1 channels; the others are left out").arg(mostChannels_));
   isFull_ = true;
   return false;
 }
@@ -58,8 +59,8 @@ void LiveFeed::take(const LiveRecord& record) {
   const double ahead = end - nowSeconds();
   if (isLive_ && ahead > kFarSeconds) {
     if (const QString channel = channelName(record.codes); ahead_.insert(channel).second)
-      note(QStringLiteral("%1: a record of %2 is more than an hour ahead; left out")
-               .arg(channel, utcText(momentAt(record.startSeconds()))));
+      tell_(QStringLiteral("%1: a record of %2 is more than an hour ahead; left out")
+                .arg(channel, utcText(momentAt(record.startSeconds()))));
     return;
   }
   isLive_ = isLive_ || std::abs(ahead) <= kFarSeconds;

@@ -10,7 +10,8 @@
 
 namespace xov::cli {
 
-/// Puts what a server sends into a feed, and knows the present of a display of it.
+/// Puts what a server sends into a feed, and knows the present of a display of it. What the user should know is said
+/// to whoever hears it in the thread that this is made in.
 ///
 /// Each channel counts from the mean of its first record of the day (UTC), so that its offset does not push it off
 /// its line, however that drifts over the years.
@@ -25,7 +26,7 @@ public:
   /// What tells the time; that of the machine unless set.
   void setClock(std::function<QDateTime()> clock) { clock_ = std::move(clock); }
 
-  /// Begins to receive. What the user should know is said on standard error.
+  /// Begins to receive.
   void start() { client_.start(); }
   /// Stops receiving, and keeps the place in the packets.
   void stop() { client_.stop(); }
@@ -56,6 +57,7 @@ private:
   RealTimeFeed& feed_;
   std::size_t mostChannels_;
   bool isFull_ = false; // that was said
+  std::function<void(const QString&)> tell_;
   std::function<void(const LiveRecord&)> look_;
   std::function<QDateTime()> clock_;
   std::map<QString, Offset> offsets_;    // by channel

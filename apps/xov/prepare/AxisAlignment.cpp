@@ -35,6 +35,10 @@ QString AxisAlignment::axisLabel() const {
   return QStringLiteral("Time after %1 (s)").arg(QString::fromStdString(phase_));
 }
 
+QString AxisAlignment::text() const {
+  return QString::fromStdString(phase_) + QLatin1Char(' ') + QString::number(kmPerSecond_);
+}
+
 QString AxisAlignment::why() const {
   if (phase_.empty()) return QStringLiteral("no distance, or no origin time where others have one,");
   return QStringLiteral("no pick %1, nor distance and origin time to expect it from,")

@@ -25,6 +25,9 @@ public:
   /// is Failed where none is left.
   Records apply(Records records) const;
 
+  /// The moments as the user named them.
+  QString text() const;
+
   /// What the time axis shows then: "Time after P (s)".
   QString axisLabel() const;
 

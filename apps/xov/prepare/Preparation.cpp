@@ -1,6 +1,7 @@
 #include "apps/xov/prepare/Preparation.h"
 
 #include "apps/xov/inputs/EventInputs.h"
+#include "apps/xov/inputs/RecordCache.h"
 #include "apps/xov/inputs/RecordPlot.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/prepare/EventChoice.h"
@@ -23,6 +24,7 @@ namespace {
 constexpr qsizetype kMostProblems = 5; // that are said in full
 constexpr double kMostHz = 1e6;
 constexpr double kDeepestWaterDb = 1000;
+constexpr int kExactDigits = 17;
 
 Check parsedBy(Result<PreparationStep> (*parse)(const QString&)) {
   const auto check = [parse](const std::string& value) {
@@ -67,13 +69,14 @@ Option Preparation::add(const Options& options, const char* name, const char* va
   const std::string description = what;
   const Option option =
       options.add(name, description).typeName(value).eachTime().check(parsedBy(parse)).group(kPreparationGroup);
-  declared_.push_back({option, parse});
+  declared_.push_back({option, parse, QString::fromLatin1(name)});
   return option;
 }
 
 void Preparation::addFlag(const Options& options, const char* name, Parse parse, const char* what) {
   const std::string description = what;
-  declared_.push_back({options.addFlag(name, description).group(kPreparationGroup), parse});
+  declared_.push_back(
+      {options.addFlag(name, description).group(kPreparationGroup), parse, QString::fromLatin1(name)});
 }
 
 void Preparation::addOptions(const Options& options) {
@@ -142,13 +145,21 @@ void Preparation::addResponseOptions(const Options& options, Option stations) {
 // Each option has its values in the order in which the parser met it.
 std::vector<PreparationStep> Preparation::steps() const {
   std::vector<PreparationStep> steps;
+  for (WrittenStep& written : writtenSteps())
+    steps.push_back(std::move(written.step));
+  return steps;
+}
+
+std::vector<Preparation::WrittenStep> Preparation::writtenSteps() const {
+  std::vector<WrittenStep> steps;
   std::map<Option, std::size_t> met;
   for (const Option option : options_->given()) {
     const auto declared = std::ranges::find(declared_, option, &Declared::option);
     if (declared == declared_.end()) continue;
     const std::size_t place = met[option]++;
-    const Result<PreparationStep> step = declared->parse(QString::fromStdString(option.results().at(place)));
-    if (step) steps.push_back(*step);
+    const QString value = QString::fromStdString(option.results().at(place));
+    const Result<PreparationStep> step = declared->parse(value);
+    if (step) steps.push_back({*step, declared->name + QLatin1Char(' ') + value});
   }
   return steps;
 }
@@ -217,12 +228,53 @@ Records Preparation::apply(Records records, const AxisAlignment* alignment) cons
   if (!hasStations || !hasEvent || !hasPicks) records.status = ExitCode::Failed;
   const std::vector<PreparationStep> steps = this->steps();
   if (removesResponse(steps)) sayEach(sensitivityNotes(records.records, settings.inventory));
+  const bool isOnAxis = !aligns && countsOnAxis(steps);
+  records.origin = originBefore(records, aligns ? alignment : nullptr, isOnAxis);
   if (aligns) {
     records = alignment->apply(std::move(records));
-  } else if (countsOnAxis(steps)) {
+  } else if (isOnAxis) {
     records.records = onOneAxis(std::move(records.records));
   }
-  ReadyRecords ready = makeReady(std::move(records.records), records.files, steps, settings);
+  return doSteps(std::move(records), settings);
+}
+
+// What the steps begin with; empty where that cannot be told again.
+QByteArray Preparation::originBefore(const Records& records, const AxisAlignment* alignment, bool isOnAxis) const {
+  if (records.origin.isEmpty() || records.status != ExitCode::Ok) return {};
+  QStringList texts{QString::fromLatin1(records.origin.toHex()), alignment != nullptr ? alignment->text() : QString(),
+                    QString::number(int(isOnAxis) + 2 * int(placesRecords_) + 4 * int(zeroPhase_)),
+                    QString::number(filterOrder_), QString::number(waterLevelDb_, 'g', kExactDigits)};
+  for (const std::string& name : {stations_, event_, pickFile_}) {
+    texts.append(name.empty() ? QString() : fileStamp(fileNameFromBytes(name)));
+    if (texts.back().isEmpty() && !name.empty()) return {};
+  }
+  for (const double frequency : preFilter_)
+    texts.append(QString::number(frequency, 'g', kExactDigits));
+  return originOf(texts);
+}
+
+// What a cache has of the first steps is taken from there.
+Records Preparation::doSteps(Records records, const StepSettings& settings) const {
+  RecordCache* const cache = records.origin.isEmpty() ? nullptr : currentRecordCache();
+  const std::vector<WrittenStep> steps = writtenSteps();
+  std::vector<QByteArray> origins{records.origin}; // before each step, and behind the last one
+  for (const WrittenStep& step : steps)
+    origins.push_back(originOf({QString::fromLatin1(origins.back().toHex()), step.words}));
+  std::size_t done = cache == nullptr ? 0 : steps.size();
+  for (; done > 0; --done) {
+    auto found = cache->find(origins[done]);
+    if (!found) continue;
+    records = std::move(found->records);
+    break;
+  }
+  ReadyRecords ready{std::move(records.records), std::move(records.files), {}, {}};
+  for (; done < steps.size(); ++done) {
+    ReadyRecords next = makeReady(std::move(ready.records), std::move(ready.files), {steps[done].step}, settings);
+    ready = {std::move(next.records), std::move(next.files), ready.problems + next.problems,
+             ready.notes + next.notes};
+    const bool isClean = ready.problems.isEmpty() && ready.notes.isEmpty();
+    if (cache != nullptr && isClean) cache->keep(origins[done + 1], {{ready.records, ready.files}, {}});
+  }
   sayEach(ready.notes);
   for (const QString& problem : ready.problems.first(std::min(ready.problems.size(), kMostProblems)))
     complain(problem + QStringLiteral("; left out"));

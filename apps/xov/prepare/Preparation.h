@@ -48,11 +48,19 @@ private:
   struct Declared {
     Option option;
     Parse parse;
+    QString name;
+  };
+  struct WrittenStep {
+    PreparationStep step;
+    QString words; // of the command line
   };
   Option add(const Options& options, const char* name, const char* value, Parse parse, const char* what);
   void addFlag(const Options& options, const char* name, Parse parse, const char* what);
   void addResponseOptions(const Options& options, Option stations);
   StepSettings settings() const;
+  std::vector<WrittenStep> writtenSteps() const;
+  QByteArray originBefore(const Records& records, const AxisAlignment* alignment, bool isOnAxis) const;
+  Records doSteps(Records records, const StepSettings& settings) const;
   bool takeStations(Records& records, StepSettings& settings) const;
   bool takeEvent(Records& records) const;
   bool takePicks(Records& records) const;

@@ -33,6 +33,13 @@ void note(const QString& text) {
   if (!quiet) complain(text);
 }
 
+std::function<void(const QString&)> noteToListener() {
+  return [listener = currentListener()](const QString& text) {
+    const ListenerScope listening(listener);
+    note(text);
+  };
+}
+
 void setQuiet() { quiet = true; }
 
 bool isQuiet() { return quiet; }

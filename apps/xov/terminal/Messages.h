@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 
 namespace xov::cli {
 
@@ -23,6 +24,10 @@ void complain(const QString& text);
 /// The same for what does not make the command fail, such as what was left out or taken; nothing where the user wants
 /// none of it.
 void note(const QString& text);
+
+/// note() to whoever hears it in this thread now, for what has something to say later on: a listener must be there as
+/// long.
+std::function<void(const QString&)> noteToListener();
 
 /// From now on note() says nothing, and no progress is shown.
 void setQuiet();

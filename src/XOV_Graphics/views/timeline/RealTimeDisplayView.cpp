@@ -7,6 +7,8 @@
 #include "XOV_Graphics/views/timeline/RealTimeLayout.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace xov {
 
@@ -26,6 +28,10 @@ constexpr double kMarkerOpacity = 0.5;
 constexpr float kOrangeFrom = 5;
 constexpr float kRedFrom = 6;
 
+constexpr double kLeastPartSeconds = 1; // of a part
+constexpr double kSpanMilliseconds = 1000;
+constexpr double kSameInstant = 1e-3; // seconds
+
 Edge edgeOf(bool originOnRight) { return originOnRight ? Edge::Right : Edge::Left; }
 
 } // namespace
@@ -37,11 +43,56 @@ RealTimeDisplayView::RealTimeDisplayView(const QRectF& frame, QWidget* parent)
 
 RealTimeDisplayView::~RealTimeDisplayView() = default;
 
+void RealTimeDisplayView::showSpan(float xmin, float xmax, const QDateTime& reference) {
+  if (!reference.isValid()) return;
+  const std::optional<WholeSpan> before = std::exchange(span_, WholeSpan{xmin, xmax, reference});
+  std::optional<PlotPart> part = shownPart();
+  const PlotReach reach = this->reach();
+  if (part && before && reach.x != PlotReach::Motion::None && part->x.upper < reach.whole.x.upper - kSameInstant) {
+    const double elapsed = double(before->reference.msecsTo(reference)) / kSpanMilliseconds;
+    const bool isAnotherTime = std::abs(elapsed) > reach.whole.x.width();
+    if (!isAnotherTime) part->x = {part->x.lower - elapsed, part->x.upper - elapsed};
+    showPart(part);
+  }
+  if (!shownPart()) setXLimitsMinMax(xmin, xmax);
+  applyPart();
+  announceLimits();
+}
+
 PlotReach RealTimeDisplayView::reach() const {
   PlotReach reach;
   reach.gain = true;
+  if (!span_) return reach;
+  const double seconds = double(span_->xmax) - double(span_->xmin);
+  const PlotSpan whole = originOnRight_ ? PlotSpan{-seconds, 0} : PlotSpan{0, seconds};
+  reach.setX(whole, whole, false, std::min(kLeastPartSeconds, std::abs(seconds)));
   return reach;
 }
+
+void RealTimeDisplayView::applyPart() {
+  if (!span_) return;
+  const bool isPart = shownPart() && reach().x != PlotReach::Motion::None;
+  const PlotSpan shown = isPart ? shownPart()->x : reach().whole.x;
+  xmin_ = isPart ? float(referenceX() + shown.lower) : span_->xmin;
+  xmax_ = isPart ? float(referenceX() + shown.upper) : span_->xmax;
+  const double edge = isPart ? (originOnRight_ ? shown.upper : shown.lower) : 0;
+  refDate_ = span_->reference.addMSecs(std::llround(edge * kSpanMilliseconds));
+}
+
+// On the axis of the records, which their host moves.
+double RealTimeDisplayView::referenceX() const {
+  return span_ ? double(originOnRight_ ? span_->xmax : span_->xmin) : 0;
+}
+
+std::optional<QPointF> RealTimeDisplayView::partPosition(QPointF viewPoint) const {
+  const std::optional<QPointF> position = SeisView01::partPosition(viewPoint);
+  if (!position) return {};
+  return QPointF(position->x() - referenceX(), position->y());
+}
+
+std::vector<QLineF> RealTimeDisplayView::linesAt(double x) const { return SeisView01::linesAt(x + referenceX()); }
+
+QDateTime RealTimeDisplayView::momentOfZero() const { return span_ ? span_->reference : SeisView01::momentOfZero(); }
 
 void RealTimeDisplayView::computeRects() {
   pRect_ = realTimeRect(bounds());
@@ -108,7 +159,7 @@ void RealTimeDisplayView::drawTheSeismograms() {
 }
 
 bool RealTimeDisplayView::isLate(const SeismogramRecord& record) const {
-  return lateSeconds_ > 0 && channelLatency(record, xmax_).value_or(0) > lateSeconds_;
+  return lateSeconds_ > 0 && channelLatency(record, presentX()).value_or(0) > lateSeconds_;
 }
 
 void RealTimeDisplayView::strokeChannels(Path& channels, const QColor& color) const {
@@ -129,7 +180,7 @@ void RealTimeDisplayView::drawLatencies() {
   labelAttributes_->setColor(colors::gray);
   for (std::size_t k = 0; k < records->size(); ++k) {
     const SeismogramRecord* const record = (*records)[k].get();
-    const auto seconds = record != nullptr ? channelLatency(*record, xmax_) : std::nullopt;
+    const auto seconds = record != nullptr ? channelLatency(*record, presentX()) : std::nullopt;
     if (seconds)
       drawStringXYHJustVJust(latencyText(*seconds), float(pRect_.x() + pRect_.width() + kBandLabelInset),
                              float(bands.zeroLine(k)), 1, 2);

@@ -9,6 +9,8 @@
 #include <QDateTime>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace xov {
 
@@ -42,6 +44,11 @@ public:
   /// marked.
   QDateTime refDate() const { return refDate_; }
   void setRefDate(const QDateTime& date) { change(refDate_, date); }
+  /// The time span and its reference instant in one, as a host moves them with the clock: what showPart() shows is
+  /// then a part of this span, and stays. Parts count seconds from the reference. One that reaches to the newest
+  /// samples goes on with them; one that does not keeps its moments until the span leaves them behind, and its
+  /// seconds where the reference is set to another time altogether. An invalid reference changes nothing.
+  void showSpan(float xmin, float xmax, const QDateTime& reference);
   /// The events that may be marked, kept without owning them. Null events and those without a time are not marked.
   void setEventOrigins(const std::shared_ptr<const EventOriginArray>& events) { eventOrigins_ = events; }
   /// A temporary one would be gone when the view draws.
@@ -72,8 +79,12 @@ public:
   double lateSeconds() const { return lateSeconds_; }
   void setLateSeconds(double seconds) { change(lateSeconds_, seconds); }
 
-  /// A gain; the time span is the host's, which moves it with the clock.
+  /// A gain, and the times of showSpan() where the host shows them so.
   PlotReach reach() const override;
+  std::optional<QPointF> partPosition(QPointF viewPoint) const override;
+  std::vector<QLineF> linesAt(double x) const override;
+  /// The reference of showSpan().
+  QDateTime momentOfZero() const override;
   /// pRect and iRect (60, 84, width − 140, height − 144).
   void computeRects() override;
   /// Lays out and draws everything; without records only the background.
@@ -98,7 +109,7 @@ public:
   virtual ReferenceTexts referenceTexts() const = 0;
 
 protected:
-  void applyPart() override {}
+  void applyPart() override;
   void holdAmplitudes(const PlotPart&) override {}
   /// For subclasses.
   RealTimeDisplayView(const QRectF& frame, QWidget* parent);
@@ -153,9 +164,19 @@ private:
     setNeedsDisplay();
   }
 
+  /// What a host shows, whatever part of it is seen.
+  struct WholeSpan {
+    float xmin = 0;
+    float xmax = 0;
+    QDateTime reference;
+  };
+  double referenceX() const;
+  float presentX() const { return span_ ? span_->xmax : xmax_; }
   bool isLate(const SeismogramRecord& record) const;
   void strokeChannels(Path& channels, const QColor& color) const;
   void drawBandLabel(const SeismogramRecord& record, double upperEdge);
+
+  std::optional<WholeSpan> span_; // of showSpan()
 };
 
 } // namespace xov
