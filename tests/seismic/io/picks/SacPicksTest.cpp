@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/io/picks/SacPicks.h"
 
 #include "XOV_Graphics/seismic/io/sac/SacReader.h"
+#include "XOV_Graphics/seismic/io/sac/SacWriter.h"
 #include "tests/seismic/PickSamples.h"
 #include "tests/seismic/SacBytes.h"
 #include "tests/seismic/TemporaryFiles.h"
@@ -60,6 +61,49 @@ TEST(SacPicks, areInTheFooterInDoublePrecision) {
     EXPECT_EQ((*read)->timePickKey(3), -12345.0F);
     EXPECT_EQ((*read)->pickLabelWithKey(10), QStringLiteral("P"));
   }
+}
+
+// Five numbers a line: A is the fourth of the second line, T0 to T4 are the third line, F the first of the fifth. Of
+// the text, three a line, KA is the third of the 24th.
+TEST(SacPicks, changeTheLinesOfTheAlphanumericFormThatTheyStandOn) {
+  for (const QByteArray& end : {QByteArray("\n"), QByteArray("\r\n")}) {
+    const TemporaryFiles files;
+    const auto record = readSac(files.write("binary.sac", tlyBytes(Order::Little).bytes()));
+    ASSERT_TRUE(record);
+    ASSERT_TRUE(writeSac(**record, files.path("text.sac"), {.form = SacWriteOptions::Form::Alphanumeric}));
+    const QByteArray text = files.read(files.path("text.sac")).replace("\n", end);
+    const QString source = files.write("a.sac", text);
+    const QString target = files.path("b.sac");
+    const PickArray picks = {tlyPick("P", "2011-03-11T05:52:02.5Z"), tlyPick("F", "2011-03-11T06:00:00Z")};
+    const Result<QStringList> written = writeSacPicks(source, target, picks);
+    ASSERT_TRUE(written) << written.error().toStdString();
+    const auto read = readSac(target);
+    ASSERT_TRUE(read) << read.error().toStdString();
+    EXPECT_EQ((*read)->timePickKey(10), 122.5F);
+    EXPECT_EQ((*read)->pickLabelWithKey(10), QStringLiteral("P"));
+    EXPECT_EQ((*read)->timePickKey(11), 600.0F);
+    EXPECT_EQ((*read)->timePickKey(3), -12345.0F) << "gone";
+    EXPECT_EQ((*read)->pickLabelWithKey(3), QStringLiteral("-12345"));
+    const QList<QByteArray> before = text.split('\n');
+    const QList<QByteArray> after = files.read(target).split('\n');
+    ASSERT_EQ(after.size(), before.size());
+    QList<int> changed;
+    for (int line = 0; line < before.size(); ++line)
+      if (before[line] != after[line]) changed.append(line + 1);
+    EXPECT_EQ(changed, (QList<int>{2, 3, 5, 24, 26}));
+  }
+}
+
+TEST(SacPicks, keepNumbersOfTheAlphanumericFormAsTheyAreWritten) {
+  const TemporaryFiles files;
+  const auto record = readSac(files.write("binary.sac", tlyBytes(Order::Little).bytes()));
+  ASSERT_TRUE(record);
+  ASSERT_TRUE(writeSac(**record, files.path("text.sac"), {.form = SacWriteOptions::Form::Alphanumeric}));
+  QList<QByteArray> lines = files.read(files.path("text.sac")).split('\n');
+  lines[1] = "0.000e0 2.0000 -12345.0 -12345.0 -12345.0"; // between blanks: b, e, o, a
+  const QString source = files.write("a.sac", lines.join('\n'));
+  ASSERT_TRUE(writeSacPicks(source, source, {tlyPick("P", "2011-03-11T05:52:02.5Z")}));
+  EXPECT_EQ(files.read(source).split('\n')[1].simplified(), "0.000e0 2.0000 -12345.0 122.5 -12345.0");
 }
 
 TEST(SacPicks, thatHaveNoRoomAreCounted) {
