@@ -22,6 +22,7 @@ constexpr double kLargestEntry = 1e9; // of a transform
 constexpr int kOpaque = 255;
 constexpr qsizetype kLongestNumber = 12; // characters of a coordinate and the space behind it
 constexpr std::size_t kSegmentsOfStroke = 256;
+constexpr std::size_t kStrokesTogether = 8; // written by one thread
 
 // Markers are triangles far to the left of every page, one below the other. No drawing has these corners by chance.
 constexpr int kMarkerX = -314159265;
@@ -107,6 +108,20 @@ void addStroke(QByteArray& operators, std::span<const QPointF> points) {
   operators += "S\nQ\n";
 }
 
+/// Written on several threads.
+void addStrokes(QByteArray& operators, const std::vector<QPolygonF>& lines) {
+  std::vector<std::span<const QPointF>> strokes;
+  for (const QPolygonF& line : lines)
+    forEachStroke(line, [&strokes](std::span<const QPointF> stroke) { strokes.push_back(stroke); });
+  std::vector<QByteArray> parts((strokes.size() + kStrokesTogether - 1) / kStrokesTogether);
+  runParts(std::int64_t(strokes.size()), kStrokesTogether, [&](std::int64_t from, std::int64_t to) {
+    for (std::int64_t k = from; k < to; ++k)
+      addStroke(parts[std::size_t(from) / kStrokesTogether], strokes[std::size_t(k)]);
+  });
+  for (const QByteArray& part : parts)
+    operators += part;
+}
+
 /// The operators of each trace, found on several threads.
 template <class Write>
 std::vector<QByteArray> piecesOf(const std::vector<Trace>& traces, const Write& write) {
@@ -144,12 +159,10 @@ QPainterPath PaperTraces::stroke(const std::vector<Trace>& traces, const QRectF&
   const qsizetype begin = operators_.size();
   operators_ += traceState(toPage, color, "RG") + decimal(lineWidth * kStepsPerPoint) + "w 0 J 1 j [] 0 d\n";
   const bool shows = append(piecesOf(traces, [&](const Trace& trace, QByteArray& piece) {
-    for (const QPolygonF& line : reduceTrace(trace, kPaperTraceColumn, visible, 0)) {
-      if (isOpaque)
-        forEachStroke(line, [&piece](std::span<const QPointF> stroke) { addStroke(piece, stroke); });
-      else
-        addPoints(piece, line, {});
-    }
+    const std::vector<QPolygonF> lines = reduceTrace(trace, kPaperTraceColumn, visible, 0);
+    if (isOpaque) return addStrokes(piece, lines);
+    for (const QPolygonF& line : lines)
+      addPoints(piece, line, {});
   }));
   return finish(begin, shows, isOpaque ? "Q\n" : "S\nQ\n");
 }
