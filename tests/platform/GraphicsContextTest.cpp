@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <optional>
 
 namespace xov {
 namespace {
@@ -96,6 +97,32 @@ TEST(GraphicsContext, clippingToNothingHidesEverything) {
     for (int x = 0; x < 4; ++x)
       EXPECT_EQ(qAlpha(pixelAt(image, x, y)), 0);
   }
+}
+
+// Patches go through a rasteriser that is told the clip in whole pixels.
+TEST(PixelContext, aClipOfAbsurdReachIsTheSameAsOneOfThePicture) {
+  const auto drawn = [](const std::optional<QRectF>& clip) {
+    return picture({0, 0, 4, 4}, 1, [&clip](GraphicsContext& context) {
+      if (clip) context.clipToRect(*clip);
+      Patches patches;
+      const QPointF corners[] = {{1, 1}, {3, 1}, {3, 3}, {1, 3}};
+      patches.begin(colors::red);
+      patches.addContour(corners);
+      context.fillPatches(patches);
+      context.setFillColor(colors::blue);
+      context.fillRect({0, 0, 4, 1});
+    });
+  };
+  const QImage whole = drawn({});
+  EXPECT_EQ(pixelAt(whole, 1, 1), 0xffff0000);
+  EXPECT_EQ(pixelAt(whole, 3, 3), 0xff0000ff);
+  for (const double far : {1e9, 1e12, 1e200, 8e307})
+    EXPECT_EQ(drawn(QRectF(-far, -far, 2 * far, 2 * far)), whole) << far;
+  // The left half: up to x = 2.
+  const QImage half = drawn(QRectF(-1e12, -1e12, 1e12 + 2, 2e12));
+  EXPECT_EQ(pixelAt(half, 1, 1), 0xffff0000);
+  EXPECT_EQ(qAlpha(pixelAt(half, 2, 1)), 0);
+  EXPECT_EQ(qAlpha(pixelAt(drawn(QRectF(1e12, 1e12, 5, 5)), 1, 1)), 0);
 }
 
 TEST(PixelContext, yGrowsUpwards) {

@@ -163,6 +163,7 @@ ExitCode CommandLine::runParsed() const {
 }
 
 int runCommandLine(int argc, char** argv) {
+  holdStandardStreams();
   useUtf8();
   ExitCode code = ExitCode::Failed;
   try {

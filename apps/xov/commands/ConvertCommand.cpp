@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <vector>
 
 namespace xov::cli {
 
@@ -47,6 +48,37 @@ QString identityOf(const QString& name) {
   return canonical.isEmpty() ? QFileInfo(name).absoluteFilePath() : canonical;
 }
 
+/// What could not be written, in one line a cause: a full disk is one, however many files it takes no more.
+class WriteFailures {
+public:
+  void add(const QString& path, const QString& error) {
+    const QString begin = path + QStringLiteral(": ");
+    const QString cause = error.startsWith(begin) ? error.sliced(begin.size()) : error;
+    const auto known = std::ranges::find(failures_, cause, &Failure::cause);
+    if (known != failures_.end()) {
+      ++known->files;
+    } else {
+      failures_.push_back({cause, error, 1});
+    }
+  }
+
+  void say() const {
+    for (const Failure& failure : failures_) {
+      const QString others =
+          failure.files > 1 ? QStringLiteral("; the same of %1 more").arg(failure.files - 1) : QString();
+      complain(failure.first + others);
+    }
+  }
+
+private:
+  struct Failure {
+    QString cause;
+    QString first;
+    int files = 0;
+  };
+  std::vector<Failure> failures_;
+};
+
 /// Writes records to files, but over none that they were read from.
 class Writer {
 public:
@@ -55,12 +87,17 @@ public:
       inputs_.insert(identityOf(file));
   }
 
-  bool write(const SeismogramArray& records, const QString& path) const {
+  bool write(const SeismogramArray& records, const QString& path) {
     const Status status = inputs_.contains(identityOf(path))
                               ? Status(Error{path + QStringLiteral(": is one of the inputs; not overwritten")})
                               : writeFile(records, path);
-    if (!status) complain(status.error());
+    if (!status) failures_.add(path, status.error());
     return bool(status);
+  }
+
+  ExitCode finish(ExitCode status) const {
+    failures_.say();
+    return status;
   }
 
 private:
@@ -70,6 +107,7 @@ private:
 
   QSet<QString> inputs_;
   bool writesMiniSeed_;
+  WriteFailures failures_;
 };
 
 /// A name that none of those in use is.
@@ -127,7 +165,7 @@ ExitCode ConvertCommand::run() {
   const Records found = inputs_.read();
   const Records made = preparation_.apply(found);
   if (made.records.empty()) return ExitCode::Failed;
-  const Writer writer(found, writesMiniSeed());
+  Writer writer(found, writesMiniSeed());
   if (!writesFolder()) {
     if (!writesMiniSeed() && made.records.size() > 1) {
       complain(QStringLiteral("%1: found %2 records, and a SAC file holds one; name a folder instead")
@@ -135,7 +173,7 @@ ExitCode ConvertCommand::run() {
                    .arg(made.records.size()));
       return ExitCode::Failed;
     }
-    return writer.write(made.records, output) ? made.status : ExitCode::Failed;
+    return writer.finish(writer.write(made.records, output) ? made.status : ExitCode::Failed);
   }
   if (!QDir().mkpath(output)) {
     complain(output + QStringLiteral(": the folder cannot be made"));
@@ -147,7 +185,7 @@ ExitCode ConvertCommand::run() {
     const QString name = unusedName(fileNameOf(*record, writesMiniSeed() ? kMiniSeed : "SAC"), used);
     if (!writer.write({record}, QDir(output).filePath(name))) status = ExitCode::Failed;
   }
-  return status;
+  return writer.finish(status);
 }
 
 } // namespace xov::cli

@@ -2,7 +2,9 @@
 
 #include "apps/xov/output/HoverReadout.h"
 #include "apps/xov/output/ScreenSaver.h"
+#include "apps/xov/terminal/Messages.h"
 
+#include <QFontDatabase>
 #include <QLoggingCategory>
 #include <QScreen>
 #include <QShortcut>
@@ -69,6 +71,8 @@ Desktop::Desktop(DesktopUse use) {
   if (QCoreApplication::instance() == nullptr) {
     preparePlatform(use);
     application_.emplace(name_.count, name_.words);
+    if (QFontDatabase::families().isEmpty())
+      note(QStringLiteral("no fonts are installed: letters are drawn as boxes"));
   }
   // Qt takes over the user's locale; numbers in plots keep their decimal point.
   std::setlocale(LC_NUMERIC, "C");

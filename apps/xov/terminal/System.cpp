@@ -3,9 +3,11 @@
 #include <XOV_Graphics/base/FileName.h>
 
 #ifdef Q_OS_UNIX
+#include <cerrno>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <langinfo.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -26,6 +28,14 @@ void useUtf8() {
   if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) ::setenv("LC_ALL", "C.UTF-8", 1);
 }
 
+void holdStandardStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(stream, F_GETFD) != -1 || errno != EBADF) continue;
+    // The least number that is free is that of the stream. Open for reading only, writing fails as without it.
+    if (::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY) < 0) return;
+  }
+}
+
 bool isTerminal(StandardStream stream) {
   return ::isatty(stream == StandardStream::Input ? STDIN_FILENO : STDERR_FILENO) == 1;
 }
@@ -43,6 +53,8 @@ bool isPipe(const QString& name) {
 #else
 
 void useUtf8() {}
+
+void holdStandardStreams() {}
 
 bool isTerminal(StandardStream /*stream*/) { return false; }
 

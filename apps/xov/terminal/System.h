@@ -11,6 +11,10 @@ namespace xov::cli {
 /// Qt wants a UTF-8 locale and says so on standard error when it starts in another one, as under cron: takes one.
 void useUtf8();
 
+/// Where the program was started without one of its standard streams, a file that it opens would take its number, and
+/// what is printed would end in that file. Takes the number itself: what is then printed is lost, and known to be.
+void holdStandardStreams();
+
 enum class StandardStream : std::uint8_t { Input, Error };
 
 /// Whether somebody sits at the stream.

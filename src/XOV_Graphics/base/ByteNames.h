@@ -1,7 +1,6 @@
 #pragma once
 
 #include "XOV_Graphics/base/Result.h"
-#include "XOV_Graphics/base/WholeFile.h"
 
 #include <QFile>
 
@@ -9,8 +8,5 @@ namespace xov {
 
 /// Opens a file for reading, whatever bytes its name is made of (FileName.h).
 Status openByName(QFile& file, QIODevice::OpenMode mode);
-
-/// Writes a file whose name holds bytes that are not UTF-8, whole or not at all.
-Status writeByteName(const QString& path, const FileContents& contents);
 
 } // namespace xov

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/platform/GraphicsContext.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace xov {
@@ -97,7 +98,11 @@ void GraphicsContext::narrowClip(const QPainterPath& path, bool isRect) {
 
 void GraphicsContext::clipToRect(const QRectF& rect) {
   if (!isFinite(rect)) return;
-  const QRectF box = withoutNegativeSize(rect);
+  // Qt's paths take no coordinates from 1e128 on.
+  constexpr double kFarthest = 1e100;
+  QRectF box = withoutNegativeSize(rect);
+  if (std::max({-box.left(), -box.top(), box.right(), box.bottom()}) > kFarthest)
+    box = box.intersected({-kFarthest, -kFarthest, 2 * kFarthest, 2 * kFarthest});
   QPainterPath path;
   path.addRect(box);
   narrowClip(path, true);

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/platform/ImageFile.h"
 
+#include "XOV_Graphics/base/Guarded.h"
+#include "XOV_Graphics/platform/surface/PictureCheck.h"
 #include "XOV_Graphics/platform/surface/PngFile.h"
 
 #include <QBuffer>
@@ -66,21 +68,8 @@ void report(QString* error, const QString& text) {
 // Texts and colour spaces, which views do not give a picture, are left to Qt's writer.
 bool isPlain(const QImage& image) { return image.textKeys().isEmpty() && !image.colorSpace().isValid(); }
 
-QByteArray encodePng(const QImage& image, QString* error) {
-  try {
-    return pngFile(image);
-  } catch (const std::bad_alloc&) {
-    report(error, QStringLiteral("cannot write png: not enough memory"));
-    return {};
-  }
-}
-
-QByteArray encode(const QImage& image, ImageFormat format, int jpegQuality, QString* error) {
-  if (image.isNull()) {
-    report(error, QStringLiteral("there is no picture to write: the view is empty or too large"));
-    return {};
-  }
-  if (format == ImageFormat::Png && isPlain(image)) return encodePng(image, error);
+// With Qt's writer of the format.
+Result<QByteArray> written(const QImage& image, ImageFormat format, int jpegQuality) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
@@ -89,11 +78,31 @@ QByteArray encode(const QImage& image, ImageFormat format, int jpegQuality, QStr
   if (format == ImageFormat::TiffLzw) writer.setCompression(kTiffLzw);
   if (format == ImageFormat::Jpeg) writer.setQuality(jpegQuality);
   QImage file = prepared(image, format);
+  if (file.isNull()) throw std::bad_alloc();
   file.setDotsPerMeterX(image.dotsPerMeterX());
   file.setDotsPerMeterY(image.dotsPerMeterY());
-  if (writer.write(file)) return bytes;
-  report(error, QStringLiteral("cannot write %1: %2").arg(QLatin1String(formatName(format)), writer.errorString()));
-  return {};
+  if (!writer.write(file)) return Error{writer.errorString()};
+  return bytes;
+}
+
+// Writers of formats have their own ways to go on without memory.
+Result<QByteArray> writtenWhole(const QImage& image, ImageFormat format, int jpegQuality) {
+  const bool isOurs = format == ImageFormat::Png && isPlain(image);
+  Result<QByteArray> file = isOurs ? pngFile(image) : written(image, format, jpegQuality);
+  if (file && !isWholePicture(*file, image.size()))
+    return Error{QStringLiteral("the file came out incomplete, maybe for want of memory")};
+  return file;
+}
+
+QByteArray encode(const QImage& image, ImageFormat format, int jpegQuality, QString* error) {
+  if (image.isNull()) {
+    report(error, QStringLiteral("there is no picture to write: the view is empty or too large"));
+    return {};
+  }
+  const QString name = QStringLiteral("cannot write ") + QLatin1String(formatName(format));
+  const Result<QByteArray> file = guarded({}, [&] { return writtenWhole(image, format, jpegQuality); });
+  if (!file) report(error, name + QStringLiteral(": ") + file.error());
+  return *file;
 }
 
 } // namespace

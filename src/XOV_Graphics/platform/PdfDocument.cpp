@@ -8,6 +8,10 @@ namespace xov {
 
 namespace {
 
+QString whyNoPage(const View& view) {
+  return view.exportError().isEmpty() ? QStringLiteral("the view is empty or cannot be drawn") : view.exportError();
+}
+
 // Each page in its turn. What is wrong with the pages goes into `problem`; the rest is the device's.
 bool writePages(QIODevice& device, const PdfPageSource& pageAt, QString& problem) {
   PdfPages document(device);
@@ -16,7 +20,7 @@ bool writePages(QIODevice& device, const PdfPageSource& pageAt, QString& problem
     const QByteArray drawn = view->dataWithPDFInsideRect(view->bounds());
     const PdfPages::Outcome outcome = drawn.isEmpty() ? PdfPages::Outcome::NoPage : document.add(drawn);
     if (outcome == PdfPages::Outcome::NoPage)
-      problem = QStringLiteral("page %1: the view is empty or cannot be drawn").arg(page + 1);
+      problem = QStringLiteral("page %1: %2").arg(page + 1).arg(whyNoPage(*view));
     if (outcome != PdfPages::Outcome::Written) return false;
   }
   if (page == 0) problem = QStringLiteral("there is no page to write");

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/platform/View.h"
 
+#include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/platform/pixels/ScaledImages.h"
 #include "XOV_Graphics/platform/surface/PaperContext.h"
 #include "XOV_Graphics/platform/surface/PdfPage.h"
@@ -12,6 +13,7 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScopeGuard>
 #include <QStyleHints>
 #include <QStyleOption>
 
@@ -45,7 +47,8 @@ View::View(QWidget* parent) : QWidget(parent), scaledImages_(std::make_unique<Sc
   installViewAccessibility();
   liveResizeTimer_.setSingleShot(true);
   liveResizeTimer_.setInterval(kLiveResizeMs);
-  connect(&liveResizeTimer_, &QTimer::timeout, this, [this] { viewDidEndLiveResize(); });
+  connect(&liveResizeTimer_, &QTimer::timeout, this,
+          [this] { contained("after a resize", [this] { viewDidEndLiveResize(); }); });
 }
 
 View::View(const QRectF& frame, QWidget* parent) : View(parent) {
@@ -75,13 +78,17 @@ void View::drawRect(const QRectF&) {}
 void View::draw(GraphicsContext& context, const QRectF& area) {
   const GraphicsContext::Pass pass(context);
   ++drawings_;
+  const auto done = qScopeGuard([this] { --drawings_; });
   drawRect(area);
-  --drawings_;
+}
+
+void View::drawAll(GraphicsContext& context) {
+  draw(context, bounds());
+  if (!isDrawing()) didDraw();
 }
 
 void View::drawInto(GraphicsContext& context) {
-  draw(context, bounds());
-  if (!isDrawing()) didDraw();
+  contained("drawing", [&] { drawAll(context); });
 }
 
 void View::didDraw() {}
@@ -107,32 +114,42 @@ void View::forgetScaledImages() { scaledImages_->clear(); }
 
 void View::viewDidEndLiveResize() {}
 
+// What is made of the view for others, or nothing of it when that throws.
+template <typename Make>
+auto View::madeOfView(Make&& make) noexcept -> decltype(make()) {
+  const auto made = guarded(QString(), [&]() -> Result<decltype(make())> { return make(); });
+  exportError_ = made.error();
+  return made.value();
+}
+
 QByteArray View::dataWithPDFInsideRect(const QRectF& rect) {
-  return pdfPage(rect, [this](GraphicsContext& context) { drawInto(context); });
+  return madeOfView([&] { return pdfPage(rect, [this](GraphicsContext& context) { drawAll(context); }); });
 }
 
 QByteArray View::dataWithSVGInsideRect(const QRectF& rect) {
-  return svgPage(rect, [this](GraphicsContext& context) { drawInto(context); });
+  return madeOfView([&] { return svgPage(rect, [this](GraphicsContext& context) { drawAll(context); }); });
 }
 
 void View::paint(QPainter& painter, const QRectF& target) {
   const QRectF view = bounds();
   if (!painter.isActive() || view.isEmpty() || !(target.width() > 0 && target.height() > 0)) return;
   painter.save();
+  const auto asBefore = qScopeGuard([&painter] { painter.restore(); });
   painter.setClipRect(target, Qt::IntersectClip);
   const QTransform toTarget(target.width() / view.width(), 0, 0, -target.height() / view.height(), target.left(),
                             target.top() + target.height());
-  {
+  contained("drawing", [&] {
     PaperContext context(painter, toTarget * painter.worldTransform(), view, nullptr);
-    drawInto(context);
-  }
-  painter.restore();
+    drawAll(context);
+  });
 }
 
 QImage View::pictureOfRect(const QRectF& rect) {
-  return pictureOfPart(
-      rect, bounds(), exportPixelRatio(), [this](GraphicsContext& context) { drawInto(context); },
-      scaledImages_.get());
+  return madeOfView([&] {
+    return pictureOfPart(
+        rect, bounds(), exportPixelRatio(), [this](GraphicsContext& context) { drawAll(context); },
+        scaledImages_.get());
+  });
 }
 
 double View::exportPixelRatio() const {
@@ -163,8 +180,15 @@ void View::renewCursorRects() {
   resetCursorRects();
 }
 
-// Qt keeps one cursor a widget, so the host's own must be told from those of rectangles: by who changes it.
+// Qt's loop of events does not bear what is thrown into it, by handlers of ours, of a host or for want of memory.
 bool View::event(QEvent* event) {
+  bool taken = true;
+  contained("an event", [&] { taken = takeEvent(event); });
+  return taken;
+}
+
+// Qt keeps one cursor a widget, so the host's own must be told from those of rectangles: by who changes it.
+bool View::takeEvent(QEvent* event) {
   if (event->type() == QEvent::CursorChange && !changesCursor_) {
     const bool isUnset = !testAttribute(Qt::WA_SetCursor) || (isWindow() && cursor().shape() == Qt::ArrowCursor);
     hasHostsCursor_ = !isUnset; // a window keeps the attribute when its cursor is unset

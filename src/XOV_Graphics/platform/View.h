@@ -62,7 +62,8 @@ public:
 
   /// Draws the view; called with the area that needs it. The base draws nothing.
   virtual void drawRect(const QRectF& dirty);
-  /// Draws the whole view onto a context, in a pass of its own.
+  /// Draws the whole view onto a context, in a pass of its own. What drawRect() throws ends the drawing and goes to
+  /// the log.
   void drawInto(GraphicsContext& context);
 
   /// Asks for a redraw of the window.
@@ -79,10 +80,12 @@ public:
   virtual void viewDidEndLiveResize();
 
   /// The part of the view inside a rectangle as a one-page PDF of that size in points: vector drawing, text that can
-  /// be selected, fonts embedded. The same drawing gives the same bytes. Empty for an empty rectangle.
+  /// be selected, fonts embedded. The same drawing gives the same bytes. Empty for an empty rectangle, and where it
+  /// cannot be made whole.
   QByteArray dataWithPDFInsideRect(const QRectF& rect);
   /// The part of the view inside a rectangle as an SVG document of that size in points: lines, traces and text as
-  /// such, only images as pixels. The same drawing gives the same bytes. Empty for an empty rectangle.
+  /// such, only images as pixels. The same drawing gives the same bytes. Empty for an empty rectangle, and where it
+  /// cannot be made whole.
   QByteArray dataWithSVGInsideRect(const QRectF& rect);
   /// Draws the whole view as vectors with a painter of the host's, into `target` in the painter's coordinates (y
   /// downwards), which it fills: give it the view's own proportions, or it is stretched. For a page of a QPrinter, a
@@ -100,6 +103,9 @@ public:
   double exportPixelRatio() const;
   /// 0 returns to the screen's.
   void setExportPixelRatio(double ratio);
+  /// Why the last page, document or picture of the view was empty, in a few words, such as "not enough memory" or
+  /// what drawRect() threw; empty where it was not, or only because its rectangle was.
+  const QString& exportError() const { return exportError_; }
 
   /// The point of the view (y upwards) under a point of its window (logical pixels, y downwards).
   QPointF convertPointFromWindow(QPointF locationInWindow) const;
@@ -171,6 +177,10 @@ private:
     double ratio = 0;
   };
   void draw(GraphicsContext& context, const QRectF& area);
+  void drawAll(GraphicsContext& context);
+  template <typename Make>
+  auto madeOfView(Make&& make) noexcept -> decltype(make());
+  bool takeEvent(QEvent* event);
   bool renewsOverlayOnly(const QRegion& region, const KeptDrawing& wanted) const;
   void setFocusShown(bool shown);
   void press(QMouseEvent* event);
@@ -187,6 +197,7 @@ private:
   int drawings_ = 0;
   bool focusShown_ = false;
   double exportPixelRatio_ = 0;
+  QString exportError_;
   ViewOverlay overlay_;
   QRegion overlayArea_; ///< to be painted for the overlay's sake
   KeptDrawing kept_;

@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <new>
+#include <stdexcept>
+
 namespace xov {
 namespace {
 
@@ -186,6 +189,35 @@ TEST_F(Export, exportingChangesNothingOfTheView) {
   EXPECT_EQ(view.xyRect(), QRectF(1, 0, 1, 0));
   EXPECT_EQ(view.pltCount(), 0);
   EXPECT_EQ(view.size(), QSize(120, 80));
+}
+
+class ThrowingView : public XOVView {
+public:
+  using XOVView::XOVView;
+  void drawRect(const QRectF&) override { throw std::bad_alloc(); }
+};
+
+// For want of memory, or by what a host draws.
+TEST_F(Export, thatThrowsLeavesTheOldFileAndSaysWhy) {
+  ThrowingView throwing({0, 0, 120, 80});
+  const auto writers = {&XOVView::writePDFToFile, &XOVView::writeSVGToFile, &XOVView::writeTIFToFile,
+                        &XOVView::writeJPGToFile, &XOVView::writePNGToFile};
+  const QString path = folder.filePath(QStringLiteral("plot"));
+  for (const auto write : writers) {
+    ASSERT_TRUE((view.*write)(path, nullptr));
+    const QByteArray before = bytes(QStringLiteral("plot"));
+    QString error;
+    EXPECT_FALSE((throwing.*write)(path, &error));
+    EXPECT_EQ(error, path + ": not enough memory");
+    EXPECT_EQ(bytes(QStringLiteral("plot")), before);
+    EXPECT_EQ(files(), QStringList(QStringLiteral("plot")));
+  }
+  throwing.copy();
+}
+
+TEST_F(Export, isWrittenThoughWhoHearsOfItThrows) {
+  QObject::connect(&view, &XOVView::exported, [](const QString&) { throw std::runtime_error("of the host's"); });
+  EXPECT_TRUE(view.writePDFToFile(folder.filePath(QStringLiteral("plot.pdf"))));
 }
 
 } // namespace

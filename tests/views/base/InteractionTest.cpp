@@ -7,6 +7,9 @@
 #include <QCursor>
 #include <QTest>
 
+#include <new>
+#include <stdexcept>
+
 namespace xov {
 namespace {
 
@@ -72,6 +75,25 @@ TEST_F(Interaction, realMouseEventsArrive) {
   QTest::mouseClick(&view, Qt::LeftButton, {}, {110, 80}); // 80 from the top is 100 from the bottom
   ASSERT_EQ(controller.clicked.size(), 1u);
   EXPECT_EQ(controller.clicked[0], QPointF(30, 0));
+}
+
+class ThrowingController : public PlotController {
+public:
+  void handleClickedMousePosition(QPointF) override { throw std::runtime_error("of the host's"); }
+  void handleTrackedMousePosition(QPointF) override { throw 1; }
+};
+
+// Qt's loop of events does not bear it.
+TEST_F(Interaction, whatAControllerThrowsEndsWithItsCall) {
+  ThrowingController throwing;
+  view.setController(&throwing);
+  QPointF clicked;
+  QObject::connect(&view, &XOVView::clicked, [&clicked](QPointF position) {
+    clicked = position;
+    throw std::bad_alloc();
+  });
+  QTest::mouseClick(&view, Qt::LeftButton, {}, {110, 80});
+  EXPECT_EQ(clicked, QPointF(30, 0));
 }
 
 TEST_F(Interaction, shiftClickDragsAPictureOutAndReportsNothing) {

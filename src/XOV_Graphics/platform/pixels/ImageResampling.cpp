@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <new>
 #include <vector>
 
 namespace xov {
@@ -157,7 +158,7 @@ ResampledImage resampleImage(const QImage& image, const QRectF& source, const QR
   QImage pixels = left == 0 && top == 0 && used == image.size() ? image : image.copy(QRect(QPoint(left, top), used));
   if (!isFourBytes(pixels)) pixels = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
   QImage out(int(x.taps.size()), int(y.taps.size()), QImage::Format_ARGB32_Premultiplied);
-  if (pixels.isNull() || out.isNull()) return {};
+  if (pixels.isNull() || out.isNull()) throw std::bad_alloc();
   uchar* const bits = out.bits();
   const qsizetype bytesPerLine = out.bytesPerLine();
   const int width = out.width(), height = out.height();

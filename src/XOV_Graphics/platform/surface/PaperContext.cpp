@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <span>
 #include <utility>
 
@@ -155,6 +156,7 @@ void PaperContext::onImage(const QImage& image, const QRectF& target, const QRec
   QImage page = imageForPaper(image, source, kind == ImageKind::Cells ? target.size() : sizeOnPage(target), kind);
   if (isJpegOnPaper(page, !image.hasAlphaChannel(), kind)) {
     page.convertTo(QImage::Format_RGB32);
+    if (page.isNull()) throw std::bad_alloc();
     painter().setRenderHint(QPainter::LosslessImageRendering, false);
   }
   drawUpright(page, target, page.rect());

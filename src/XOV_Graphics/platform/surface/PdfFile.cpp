@@ -1,38 +1,17 @@
 #include "XOV_Graphics/platform/surface/PdfFile.h"
 
 #include "XOV_Graphics/platform/surface/Deflate.h"
+#include "XOV_Graphics/platform/surface/Inflate.h"
 
 #include <algorithm>
-#include <libdeflate.h>
-#include <memory>
 #include <new>
 
 namespace xov {
 
 namespace {
 
-constexpr qsizetype kUsualRatio = 8;      // of operators to their packed form
-constexpr qsizetype kLargestRatio = 2048; // zlib reaches half of it
 // The fastest level: the usual one, 6, makes pages of traces 4 to 12 % smaller and takes five times as long.
 constexpr int kLevel = 1;
-
-/// What a zlib stream holds; empty when it is damaged.
-QByteArray unpacked(QByteArrayView stream) {
-  const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)> decompressor(
-      libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
-  if (!decompressor) return {};
-  for (qsizetype ratio = kUsualRatio; ratio <= kLargestRatio; ratio *= 4) {
-    QByteArray result(ratio * stream.size(), Qt::Uninitialized);
-    std::size_t length = 0;
-    const libdeflate_result outcome =
-        libdeflate_zlib_decompress(decompressor.get(), stream.data(), static_cast<std::size_t>(stream.size()),
-                                   result.data(), static_cast<std::size_t>(result.size()), &length);
-    if (outcome == LIBDEFLATE_INSUFFICIENT_SPACE) continue;
-    result.truncate(outcome == LIBDEFLATE_SUCCESS ? qsizetype(length) : 0);
-    return result;
-  }
-  return {};
-}
 
 } // namespace
 
@@ -63,7 +42,7 @@ bool PdfFile::readContent() {
   stream_.end = stream_.begin + *size;
   const bool lengthIsOutside = length_.end <= stream_.begin || stream_.end <= length_.begin;
   if (!lengthIsOutside || std::max(length_.end, stream_.end) > table_.begin()) return false;
-  content_ = unpacked(QByteArrayView(file_).sliced(stream_.begin, *size));
+  content_ = unpackedZlib(QByteArrayView(file_).sliced(stream_.begin, *size)).value_or(QByteArray());
   return !content_.isEmpty();
 }
 

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/base/Log.h"
 #include "XOV_Graphics/platform/surface/PaperContext.h"
 #include "XOV_Graphics/platform/surface/PaperTraces.h"
+#include "XOV_Graphics/platform/surface/PdfCheck.h"
 #include "XOV_Graphics/platform/surface/PdfFile.h"
 #include "XOV_Graphics/platform/surface/PdfIdentity.h"
 
@@ -11,6 +12,9 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+
+#include <new>
+#include <stdexcept>
 
 namespace xov {
 
@@ -32,10 +36,11 @@ QByteArray paintedPage(const QRectF& rect, const Drawing& draw, PaperTraces* tra
   writer.setPageLayout(QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
                                    QPageLayout::Portrait, QMarginsF()));
   QPainter painter(&writer);
+  if (!painter.isActive()) throw std::bad_alloc();
   const QTransform viewToPage(1, 0, 0, -1, -rect.left(), rect.y() + size.height());
   PaperContext context(painter, viewToPage, viewToPage.inverted().mapRect(QRectF(QPointF(), size)), traces);
   draw(context);
-  painter.end();
+  if (!painter.end()) throw std::bad_alloc();
   return withFixedIdentity(pdf);
 }
 
@@ -54,9 +59,13 @@ QByteArray pdfPage(const QRectF& rect, const Drawing& draw) {
   PaperTraces traces;
   QByteArray pdf = paintedPage(rect, draw, &traces);
   if (!traces.isEmpty()) pdf = withTraces(pdf, traces);
-  if (!pdf.isEmpty()) return pdf;
-  qCInfo(log) << "PDF: the page is not built as expected; its traces go through the painter, which takes longer";
-  return paintedPage(rect, draw, nullptr);
+  if (pdf.isEmpty()) {
+    qCInfo(log) << "PDF: the page is not built as expected; its traces go through the painter, which takes longer";
+    pdf = paintedPage(rect, draw, nullptr);
+  }
+  const QString fault = pdfFault(pdf);
+  if (fault.isEmpty()) return pdf;
+  throw std::runtime_error("the page could not be made, maybe for want of memory: " + fault.toStdString());
 }
 
 } // namespace xov

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 namespace xov {
 
@@ -19,7 +20,7 @@ constexpr double kLargestSide = 32767;
 QImage drawOnImage(QSize size, double ratio, const QTransform& viewToDevice, const Drawing& draw,
                    ScaledImages* kept) {
   QImage image = reusedImage(size, QImage::Format_ARGB32_Premultiplied);
-  if (image.isNull()) return image;
+  if (image.isNull()) throw std::bad_alloc();
   const PixelTarget target{image.bits(), image.bytesPerLine(), image.width(), image.height()};
   {
     QPainter painter(&image);

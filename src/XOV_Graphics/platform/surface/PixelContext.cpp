@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 namespace xov {
 
@@ -41,6 +42,17 @@ void fillPixels(const PixelTarget& target, QRgb color) {
     for (int row = band * kBandRows; row < end; ++row)
       std::fill_n(reinterpret_cast<QRgb*>(target.bits + row * target.bytesPerLine), target.width, color);
   });
+}
+
+/// A rectangle of pixels, or what of it lies about the picture where it reaches farther than whole numbers do. One
+/// that is not finite clips nothing, as in clipToRect().
+QRectF withinReach(const QRectF& rect, const QRect& picture) {
+  constexpr double kFarthest = 1e8;
+  const double reach =
+      std::abs(rect.left()) + std::abs(rect.right()) + std::abs(rect.top()) + std::abs(rect.bottom());
+  if (reach < kFarthest) return rect;
+  const QRectF about = picture.adjusted(-1, -1, 1, 1);
+  return std::isfinite(reach) ? rect.intersected(about) : about;
 }
 
 bool withinPainterLimits(const QPainterPath& deviceShape) {
@@ -83,6 +95,17 @@ bool PixelContext::fillsAll(const QPainterPath& shape) const {
   const QRectF pixels = matrix.mapRect(box).adjusted(-kRounding, -kRounding, kRounding, kRounding);
   return std::abs(area) >= box.width() * box.height() * (1 - kRounding) &&
          pixels.contains(QRectF(0, 0, target_.width, target_.height));
+}
+
+// Qt's own clips are whole numbers of pixels, too.
+void PixelContext::onClipRect(const QRectF& rect) {
+  const QTransform matrix = toDevice();
+  const QRectF pixels = matrix.mapRect(rect);
+  const QRectF near = withinReach(pixels, {0, 0, target_.width, target_.height});
+  if (near == pixels || matrix.type() > QTransform::TxScale) return PainterContext::onClipRect(rect);
+  painter().setTransform(QTransform());
+  painter().setClipRect(near, Qt::IntersectClip);
+  onTransform();
 }
 
 void PixelContext::onStroke(const Path& path) {
@@ -136,12 +159,15 @@ void PixelContext::strokeShape(const Path& path) {
 bool PixelContext::drawUnderClip(const std::function<bool(const PixelTarget&, const QRect&)>& draw) {
   const QRect picture(0, 0, target_.width, target_.height);
   QRect clip = picture;
-  if (state().clipRect) clip = viewToDevice().mapRect(*state().clipRect).toRect().intersected(picture);
+  if (state().clipRect) {
+    const QRectF pixels = viewToDevice().mapRect(*state().clipRect);
+    clip = withinReach(pixels, picture).toRect().intersected(picture);
+  }
   if (clip.isEmpty()) return true;
   if (state().clipIsRect) return draw(target_, clip);
   // Under a clip of any other shape the ink goes onto a layer of its own, which the painter then clips.
   QImage layer(picture.size(), QImage::Format_ARGB32_Premultiplied);
-  if (layer.isNull()) return true;
+  if (layer.isNull()) throw std::bad_alloc();
   layer.fill(Qt::transparent);
   if (!draw({layer.bits(), layer.bytesPerLine(), layer.width(), layer.height()}, clip)) return false;
   painter().setTransform(QTransform());

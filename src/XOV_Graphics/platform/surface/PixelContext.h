@@ -24,6 +24,7 @@ public:
   ~PixelContext() override;
 
 protected:
+  void onClipRect(const QRectF& rect) override;
   void onStroke(const Path& path) override;
   void onFill(const Path& path) override;
   void onPatches(const Patches& patches) override;

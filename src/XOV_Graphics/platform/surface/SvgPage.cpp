@@ -12,6 +12,7 @@
 
 #include <QCryptographicHash>
 
+#include <new>
 #include <set>
 #include <utility>
 
@@ -63,7 +64,10 @@ QByteArray strokeOf(const QPen& pen) {
 // too, have to do with a JPEG where they are too many.
 QByteArray dataOf(const QImage& image, bool isOpaque, ImageKind kind) {
   constexpr qsizetype kLargestPng = 7'000'000;
-  const auto jpeg = [&] { return "data:image/jpeg;base64," + encodeJpeg(image, kPageJpegQuality).toBase64(); };
+  const auto jpeg = [&] {
+    const QByteArray file = encodeJpeg(image, kPageJpegQuality);
+    return file.isEmpty() ? file : "data:image/jpeg;base64," + file.toBase64();
+  };
   if (isJpegOnPaper(image, isOpaque, kind)) return jpeg();
   const QByteArray png = encodeImage(image, ImageFormat::Png);
   if (png.isEmpty()) return {};
@@ -234,8 +238,10 @@ void SvgContext::drawTextLine(const QString& line, QPointF baseline, const TextA
 void SvgContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
                          ImageKind kind) {
   if (clippedRect().isEmpty()) return;
-  const QByteArray data = dataOf(imageForPaper(image, source, target.size(), kind), !image.hasAlphaChannel(), kind);
-  if (data.isEmpty()) return;
+  const QImage page = imageForPaper(image, source, target.size(), kind);
+  if (page.isNull()) return;
+  const QByteArray data = dataOf(page, !image.hasAlphaChannel(), kind);
+  if (data.isEmpty()) throw std::bad_alloc(); // the only reason why a picture has no file
   const QTransform upright = QTransform(1, 0, 0, -1, target.left(), target.top() + target.height()) * toDevice();
   QByteArray element = "<image" + attribute("transform", svgMatrix(upright)) +
                        attribute("width", svgNumber(target.width())) +

@@ -1,3 +1,4 @@
+#include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/Log.h"
 #include "XOV_Graphics/base/WholeFile.h"
 #include "XOV_Graphics/platform/ImageFile.h"
@@ -9,17 +10,31 @@ namespace xov {
 
 namespace {
 
-// Writes what was made, or says why nothing was.
-bool writeBytes(const QString& path, const QByteArray& bytes, const QString& whyEmpty, QString* error) {
-  if (!bytes.isEmpty()) return writeFileAtomically(path, bytes, error);
-  if (error != nullptr) *error = QStringLiteral("%1: %2").arg(path, whyEmpty);
-  return false;
+// Writes what is made, or says why nothing was.
+template <typename Make>
+bool writeMade(const QString& path, QString* error, Make&& make) {
+  const Status status = guarded(path, [&]() -> Status {
+    const Result<QByteArray> bytes = make();
+    if (!bytes) return Error{QStringLiteral("%1: %2").arg(path, bytes.error())};
+    QString why;
+    if (!writeFileAtomically(path, *bytes, &why)) return Error{why};
+    return {};
+  });
+  return succeeded(status, error);
 }
 
-bool writeImage(const QString& path, const QImage& image, ImageFormat format, QString* error) {
+Result<QByteArray> document(const View& view, const QByteArray& bytes) {
+  if (!bytes.isEmpty()) return bytes;
+  return Error{view.exportError().isEmpty() ? QStringLiteral("the view is empty") : view.exportError()};
+}
+
+Result<QByteArray> imageFile(XOVView& view, ImageFormat format) {
+  const QImage image = view.snapshot();
+  if (image.isNull() && !view.exportError().isEmpty()) return Error{view.exportError()};
   QString why;
   const QByteArray bytes = encodeImage(image, format, &why);
-  return writeBytes(path, bytes, why, error);
+  if (bytes.isEmpty()) return Error{why};
+  return bytes;
 }
 
 } // namespace
@@ -75,30 +90,32 @@ void XOVView::didEndJPGReturnCodeContextInfo(SavePanel* sheet, int, void*) {
 }
 
 bool XOVView::writePDFToFile(const QString& path, QString* error) {
-  const QByteArray page = dataWithPDFInsideRect(bounds());
-  return announceExport(writeBytes(path, page, QStringLiteral("the view is empty"), error), path);
+  const auto make = [this] { return document(*this, dataWithPDFInsideRect(bounds())); };
+  return announceExport(writeMade(path, error, make), path);
 }
 
 bool XOVView::writeSVGToFile(const QString& path, QString* error) {
-  return writeBytes(path, dataWithSVGInsideRect(bounds()), QStringLiteral("the view is empty"), error);
+  return writeMade(path, error, [this] { return document(*this, dataWithSVGInsideRect(bounds())); });
 }
 
 bool XOVView::writeTIFToFile(const QString& path, QString* error) {
-  return announceExport(writeImage(path, snapshot(), ImageFormat::Tiff, error), path);
+  return announceExport(writeMade(path, error, [this] { return imageFile(*this, ImageFormat::Tiff); }), path);
 }
 
 bool XOVView::writeJPGToFile(const QString& path, QString* error) {
-  return announceExport(writeImage(path, snapshot(), ImageFormat::Jpeg, error), path);
+  return announceExport(writeMade(path, error, [this] { return imageFile(*this, ImageFormat::Jpeg); }), path);
 }
 
 bool XOVView::writePNGToFile(const QString& path, QString* error) {
-  return announceExport(writeImage(path, snapshot(), ImageFormat::Png, error), path);
+  return announceExport(writeMade(path, error, [this] { return imageFile(*this, ImageFormat::Png); }), path);
 }
 
 void XOVView::copy(QObject*) {
-  Pasteboard general = Pasteboard::generalPasteboard();
-  general.declareTypes({kPdfType});
-  writePDFToPasteboard(general);
+  contained("copying", [this] {
+    Pasteboard general = Pasteboard::generalPasteboard();
+    general.declareTypes({kPdfType});
+    writePDFToPasteboard(general);
+  });
 }
 
 void XOVView::writePDFToPasteboard(Pasteboard& pasteboard) {

@@ -1,3 +1,4 @@
+#include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/platform/Drag.h"
 #include "XOV_Graphics/platform/ImageFile.h"
 #include "XOV_Graphics/views/base/XOVView.h"
@@ -99,8 +100,8 @@ void XOVView::mouseDown(const MouseEvent& event) {
 void XOVView::report(QPointF position, void (PlotController::*message)(QPointF, XOVView&),
                      void (XOVView::*signal)(QPointF)) {
   const QPointer<XOVView> self(this);
-  if (PlotController* host = controller()) (host->*message)(position, *this);
-  if (self) Q_EMIT(this->*signal)(position);
+  if (PlotController* host = controller()) contained("a controller", [&] { (host->*message)(position, *this); });
+  if (self) contained("a click or the pointer", [&] { Q_EMIT(this->*signal)(position); });
 }
 
 // The picture hangs centred under the pointer, wherever in the view the click was.

@@ -1,4 +1,5 @@
 // What hosts and screen readers hear of a view, and the writes of its properties.
+#include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/views/base/SpokenRanges.h"
 #include "XOV_Graphics/views/base/XOVView.h"
 
@@ -32,7 +33,7 @@ void XOVView::announceLimits() {
 void XOVView::didDraw() { announceLimits(); }
 
 bool XOVView::announceExport(bool written, const QString& path) {
-  if (written) Q_EMIT exported(path);
+  if (written) contained("after an export", [&] { Q_EMIT exported(path); });
   return written;
 }
 

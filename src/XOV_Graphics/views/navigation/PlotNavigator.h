@@ -112,6 +112,7 @@ Q_SIGNALS:
   void pointerLeft();
 
 private:
+  bool take(QEvent& event);
   /// What steps of the history that follow each other soon are joined by.
   enum class Step { Zoom, Gain, Pan, Drag, Keys, Other };
   struct Press {

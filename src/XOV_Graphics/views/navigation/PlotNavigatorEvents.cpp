@@ -1,3 +1,4 @@
+#include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/views/navigation/PartHistory.h"
 #include "XOV_Graphics/views/navigation/PlotNavigator.h"
 
@@ -48,28 +49,33 @@ QPointF PlotNavigator::toView(QPointF widgetPoint) const {
 bool PlotNavigator::eventFilter(QObject* watched, QEvent* event) {
   // A view that is going away is a plain widget by the time that it hears of it.
   const bool isView = watched == view_ && qobject_cast<XOVView*>(watched) != nullptr;
-  if (!isView || !enabled_ || forwards_) return false;
-  switch (event->type()) {
+  bool taken = false;
+  if (isView && enabled_ && !forwards_) contained("navigation", [&] { taken = take(*event); });
+  return taken;
+}
+
+bool PlotNavigator::take(QEvent& event) {
+  switch (event.type()) {
   case QEvent::Leave:
     leave();
     return false;
   case QEvent::Wheel:
     if (!view_->reach().movesAnything()) return false;
-    event->accept();
-    return wheel(*static_cast<QWheelEvent*>(event));
+    event.accept();
+    return wheel(static_cast<QWheelEvent&>(event));
   case QEvent::MouseButtonPress:
   case QEvent::MouseButtonDblClick:
-    return press(*static_cast<QMouseEvent*>(event));
+    return press(static_cast<QMouseEvent&>(event));
   case QEvent::MouseMove:
-    return move(*static_cast<QMouseEvent*>(event));
+    return move(static_cast<QMouseEvent&>(event));
   case QEvent::MouseButtonRelease:
-    return release(*static_cast<QMouseEvent*>(event));
+    return release(static_cast<QMouseEvent&>(event));
   case QEvent::KeyPress:
-    return key(*static_cast<QKeyEvent*>(event));
+    return key(static_cast<QKeyEvent&>(event));
   case QEvent::NativeGesture:
-    return nativeGesture(*static_cast<QNativeGestureEvent*>(event));
+    return nativeGesture(static_cast<QNativeGestureEvent&>(event));
   case QEvent::Gesture:
-    return gesture(*static_cast<QGestureEvent*>(event));
+    return gesture(static_cast<QGestureEvent&>(event));
   default:
     return false;
   }

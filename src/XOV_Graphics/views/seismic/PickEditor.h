@@ -98,6 +98,7 @@ Q_SIGNALS:
   void refused(const QString& reason);
 
 private:
+  bool take(QEvent& event);
   struct Place {
     PointedRecord record;
     double secondsPerPoint = 0;

@@ -1,3 +1,4 @@
+#include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/seismic/prepare/PicksOfRecords.h"
 #include "XOV_Graphics/views/seismic/PickEditor.h"
 #include "XOV_Graphics/views/seismic/PickEditorMarks.h"
@@ -26,27 +27,33 @@ QPointF viewPoint(const SeismogramView& view, const QMouseEvent& event) {
 bool PickEditor::eventFilter(QObject* watched, QEvent* event) {
   if (watched != view_ || !enabled_ || !document_) return QObject::eventFilter(watched, event);
   bool isTaken = false;
-  switch (event->type()) {
+  contained("picking", [&] { isTaken = take(*event); });
+  if (isTaken) event->accept();
+  return isTaken;
+}
+
+bool PickEditor::take(QEvent& event) {
+  bool isTaken = false;
+  switch (event.type()) {
   case QEvent::ShortcutOverride:
     // Else keys of the host's menus would come first.
-    isTaken = drag_.has_value() && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+    isTaken = drag_.has_value() && static_cast<QKeyEvent&>(event).key() == Qt::Key_Escape;
     break;
   case QEvent::KeyPress:
-    isTaken = key(*static_cast<QKeyEvent*>(event));
+    isTaken = key(static_cast<QKeyEvent&>(event));
     break;
   case QEvent::MouseButtonPress:
-    isTaken = press(*static_cast<QMouseEvent*>(event));
+    isTaken = press(static_cast<QMouseEvent&>(event));
     break;
   case QEvent::MouseMove:
-    isTaken = move(*static_cast<QMouseEvent*>(event));
+    isTaken = move(static_cast<QMouseEvent&>(event));
     break;
   case QEvent::MouseButtonRelease:
-    isTaken = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton && release();
+    isTaken = static_cast<QMouseEvent&>(event).button() == Qt::LeftButton && release();
     break;
   default:
     break;
   }
-  if (isTaken) event->accept();
   return isTaken;
 }
 
