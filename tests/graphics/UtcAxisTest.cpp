@@ -51,6 +51,26 @@ TEST(UtcAxis, labelsTitleAndDateStandBelow) {
   EXPECT_EQ(layoutUtcAxis(request()).texts, expected);
 }
 
+// Labels are 48 points wide, and the view ends 20 points beyond either end of the axis.
+TEST(UtcAxis, labelsAtTheEndsStayWithinTheView) {
+  UtcAxisRequest narrow = request();
+  narrow.frame.left = 20;
+  narrow.frame.right = 140;
+  const std::vector<UtcAxisText> texts = layoutUtcAxis(narrow).texts;
+  ASSERT_GE(texts.size(), 3u);
+  EXPECT_EQ(texts[0].label.x, 24);
+  EXPECT_EQ(texts[1].label.x, 80);
+  EXPECT_EQ(texts[2].label.x, 140 + 20 - 24);
+}
+
+TEST(UtcAxis, labelsMoveNoFurtherThanTheyAreApart) {
+  UtcAxisRequest wide = request();
+  wide.frame.left = 20;
+  wide.frame.right = 420;
+  wide.textWidth = [](const QString& text) { return 10.0 * double(text.size()); }; // 80 points, 40 to either side
+  EXPECT_EQ(layoutUtcAxis(wide).texts.front().label.x, 29);                        // 20 + 0.75 · 12
+}
+
 TEST(UtcAxis, anotherDayAtTheRightEndIsNamedThere) {
   UtcAxisRequest overMidnight = request();
   overMidnight.frame.right = 400;

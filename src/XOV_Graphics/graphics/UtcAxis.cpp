@@ -4,6 +4,8 @@
 #include "XOV_Graphics/graphics/AxisMeasures.h"
 #include "XOV_Graphics/graphics/UtcTicks.h"
 
+#include <algorithm>
+
 namespace xov {
 
 namespace {
@@ -26,7 +28,7 @@ public:
                                      .textWidth = request_.textWidth});
     for (const UtcTick& tick : ticks.major) {
       addTick(tick.seconds, axis_measures::kMajorTick);
-      addText(tick.label, xOf(tick.seconds), axis_measures::kLabelBelowX, AJustify::Center);
+      addText(tick.label, labelX(tick), axis_measures::kLabelBelowX, AJustify::Center);
     }
     if (request_.minorTicks) {
       for (const double seconds : ticks.minor)
@@ -41,6 +43,17 @@ private:
 
   float xOf(double seconds) const {
     return float(request_.frame.left + length() * (seconds - request_.lower) / (request_.upper - request_.lower));
+  }
+
+  // Views begin at 0 and have as much room at the right of an axis as at the left, or enough. A label that would run
+  // out of them moves as far as labels are apart, so that it touches no other.
+  float labelX(const UtcTick& tick) const {
+    const auto x = double(xOf(tick.seconds));
+    const double half = request_.textWidth(tick.label) / 2;
+    const double farthest = double(request_.frame.right) + double(request_.frame.left) - half;
+    const double reach = kGap * double(request_.fontSize);
+    if (x < half) return float(std::min(half, x + reach));
+    return float(x > farthest ? std::max(farthest, x - reach) : x);
   }
 
   void addLine(std::int16_t y) {
