@@ -74,6 +74,26 @@ TEST(AxisRobustness, asManyTicksAsAreAllowedAreDrawnAndNotOneMore) {
   expectFrameAlone(0, kMostMajorTicks, 1);
 }
 
+TEST(AxisRobustness, labelsThatNobodyCouldReadAreLeftOutAndTheirTicksDrawn) {
+  const auto labels = [](int ticks, int length) {
+    LinearAxisRequest request;
+    request.frame.right = std::int16_t(length);
+    request.frame.top = 100;
+    request.upper = float(ticks - 1);
+    request.interval = 1;
+    const LinearAxis axis = layoutLinearAxis(request);
+    EXPECT_EQ(axis.majorCount, ticks);
+    EXPECT_GE(axis.ticks.size(), std::size_t(2 * ticks));
+    return axis.labels.size();
+  };
+  EXPECT_EQ(labels(301, 600), 301u); // two points apart
+  EXPECT_EQ(labels(302, 600), 0u);
+  EXPECT_EQ(labels(kFewTickLabels, 10), std::size_t(kFewTickLabels)); // few, however close
+  EXPECT_EQ(labels(kFewTickLabels + 1, 10), 0u);
+  EXPECT_EQ(labels(kMostTickLabels, 30000), std::size_t(kMostTickLabels)); // 30 points apart
+  EXPECT_EQ(labels(kMostTickLabels + 1, 30000), 0u);
+}
+
 TEST(AxisRobustness, aFontSizeOfZeroGivesTheFrameAlone) {
   LinearAxisRequest request;
   request.frame = kFrame;
@@ -124,7 +144,7 @@ TEST(AxisRobustness, everyCombinationOfAwkwardNumbersIsBoundedAndFinite) {
                                  << lower << " to " << upper << " by " << interval << ", font " << fontSize
                                  << ", frame " << frame.left << " to " << frame.right;
               ASSERT_EQ(axis.frame.size(), 2u) << where;
-              ASSERT_LE(axis.labels.size(), std::size_t(kMostMajorTicks)) << where;
+              ASSERT_LE(axis.labels.size(), std::size_t(kMostTickLabels)) << where;
               ASSERT_TRUE(std::all_of(axis.ticks.begin(), axis.ticks.end(), isFinite)) << where;
             }
           }

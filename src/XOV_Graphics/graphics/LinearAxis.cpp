@@ -68,7 +68,10 @@ public:
 private:
   bool isX() const { return request_.direction == AxisDirection::X; }
   bool showsTicks() const { return request_.detail != AxisDetail::Frame; }
-  bool showsLabels() const { return request_.detail == AxisDetail::Labels; }
+  bool showsLabels(float spacing) const {
+    const int most = std::abs(spacing) < kClosestLabels ? kFewTickLabels : kMostTickLabels;
+    return request_.detail == AxisDetail::Labels && axis_.majorCount <= most;
+  }
 
   // None when the numbers leave nothing to draw.
   std::optional<TickSteps> tickSteps() {
@@ -103,7 +106,7 @@ private:
     appendMinors(position - steps.positionStep, steps.minorStep, &AxisBuilder::showsMinorBelow);
     for (int i = 0; i < axis_.majorCount; ++i) {
       if (showsTicks()) appendTick(position, axis_measures::kMajorTick);
-      if (showsLabels()) appendLabel(value, position, steps.format);
+      if (showsLabels(steps.positionStep)) appendLabel(value, position, steps.format);
       appendMinors(position, steps.minorStep, &AxisBuilder::showsMinorAbove);
       value = value + steps.valueStep;
       position = position + steps.positionStep;

@@ -73,6 +73,11 @@ struct LinearAxis {
 
 /// More major ticks than this are not drawn: even the largest screen has no room for them.
 inline constexpr int kMostMajorTicks = 5000;
+/// Of more ticks than this none has a label, and of more than kFewTickLabels none where they are closer than
+/// kClosestLabels points: nobody could read them, and texts take a thousand times as long as ticks.
+inline constexpr int kMostTickLabels = 1000;
+inline constexpr int kFewTickLabels = 100;
+inline constexpr float kClosestLabels = 2;
 
 /// Lays out the axis. Pure: the same request gives the same layout, bit for bit. Limits that are equal or not finite,
 /// intervals that are not finite and those with more than kMostMajorTicks ticks give the frame alone. Without a tick
