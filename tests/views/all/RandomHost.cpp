@@ -7,6 +7,32 @@
 
 namespace xov::testing {
 
+std::uint32_t RandomHost::take(int bytes) {
+  std::uint32_t value = 0;
+  for (; bytes > 0 && !bytes_.empty(); --bytes) {
+    value = value << 8 | bytes_.front();
+    bytes_ = bytes_.subspan(1);
+  }
+  return value;
+}
+
+bool RandomHost::chance(double probability) {
+  if (isOfBytes_) return take(1) >= 256 * (1 - probability);
+  return std::bernoulli_distribution(probability)(random_);
+}
+
+int RandomHost::count(int most) {
+  if (!isOfBytes_) return std::uniform_int_distribution<int>(0, most)(random_);
+  if (most <= 0) return 0;
+  const int bytes = most > 0xFFFF ? 4 : most > 0xFF ? 2 : 1;
+  return int(take(bytes) % (std::uint32_t(most) + 1));
+}
+
+double RandomHost::between(double lower, double upper) {
+  if (isOfBytes_) return lower + (upper - lower) * take(2) / 0xFFFF;
+  return std::uniform_real_distribution<double>(lower, upper)(random_);
+}
+
 float RandomHost::number() {
   constexpr float kOdd[] = {0,
                             -0.0f,
@@ -19,7 +45,7 @@ float RandomHost::number() {
                             -std::numeric_limits<float>::infinity(),
                             std::numeric_limits<float>::denorm_min()};
   if (chance(0.2)) return kOdd[count(int(std::size(kOdd)) - 1)];
-  const double magnitude = std::uniform_real_distribution<double>(-3, 6)(random_);
+  const double magnitude = between(-3, 6);
   const double sign = chance(0.5) ? 1 : -1;
   return float(sign * std::pow(10, magnitude));
 }
@@ -28,6 +54,8 @@ std::vector<float> RandomHost::samples(int most) {
   std::vector<float> values(std::size_t(count(most)));
   const bool odd = chance(0.3);
   const float scale = number();
+  // One byte for all of them: they would use up what a fuzzer has.
+  if (isOfBytes_) random_.seed(take(1));
   std::normal_distribution<float> noise;
   for (float& value : values)
     value = odd && chance(0.1) ? number() : noise(random_) * scale;

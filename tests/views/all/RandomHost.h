@@ -3,20 +3,25 @@
 #include "XOV_Graphics/views/base/XOVView.h"
 #include "tests/support/FakeRecord.h"
 
+#include <cstdint>
 #include <memory>
 #include <random>
+#include <span>
 #include <vector>
 
 namespace xov::testing {
 
-/// Makes up what a careless host hands to a view: absurd numbers, empty and broken data.
+/// Makes up what a careless host hands to a view: absurd numbers, empty and broken data. What it decides follows from
+/// a seed, or from the bytes of a fuzzer, which then choose one by one; behind the last of them all is false or 0.
 class RandomHost {
 public:
   explicit RandomHost(unsigned seed) : random_(seed) {}
+  explicit RandomHost(std::span<const std::uint8_t> bytes) : bytes_(bytes), isOfBytes_(true) {}
 
   std::mt19937& engine() { return random_; }
-  bool chance(double probability) { return std::bernoulli_distribution(probability)(random_); }
-  int count(int most) { return std::uniform_int_distribution<int>(0, most)(random_); }
+  bool chance(double probability);
+  int count(int most);
+  double between(double lower, double upper);
   /// A plain number most of the time, else zero, a huge or a tiny one, NaN or an infinity.
   float number();
   std::vector<float> samples(int most);
@@ -30,7 +35,11 @@ public:
   void dress(XOVView& view);
 
 private:
+  std::uint32_t take(int bytes);
+
   std::mt19937 random_;
+  std::span<const std::uint8_t> bytes_;
+  bool isOfBytes_ = false;
 };
 
 } // namespace xov::testing
