@@ -53,7 +53,7 @@ XOV_INLINE int findSnippetsWith(const float* samples, std::int64_t& begin, std::
         Vector here, next;
         loadVector(samples + i, here);
         loadVector(samples + i + 1, next);
-        next -= next; // 0 for a number, NaN for everything else
+        next = next - next; // 0 for a number, NaN for everything else
         if (!inNoLane(next != Vector{})) break;
         keepSmaller(lowest, here);
         keepGreater(highest, here);

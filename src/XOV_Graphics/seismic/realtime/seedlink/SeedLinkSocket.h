@@ -13,6 +13,7 @@ class SeedLinkSocket : public QSslSocket {
 public:
   explicit SeedLinkSocket(SeedLinkAddress server);
 
+  using QSslSocket::open;
   /// Begins to connect; calls `ready` once commands can be sent.
   void open(std::function<void()> ready);
 
