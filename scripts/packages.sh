@@ -14,7 +14,7 @@ root=$PWD
 clean_root='' twice=''
 for option in "$@"; do
   case $option in
-    --install) install_missing "${compile_packages[@]}" pybind11-dev python3-dev qt6-tools-dev dpkg-dev file lintian ;;
+    --install) install_missing "${compile_packages[@]}" pybind11-dev python3-dev qt6-tools-dev doxygen dpkg-dev file lintian ;;
     --clean-root) clean_root=yes ;;
     --twice) twice=yes ;;
     *)
@@ -27,9 +27,10 @@ done
 # build_packages NAME SOURCES BUILD PACKAGES
 build_packages() {
   must "configure-$1" "Configure ($1)" cmake -S "$2" -B "$3" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
-    -DCMAKE_SKIP_INSTALL_RPATH=ON -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DXOV_TESTS=OFF -DXOV_EXAMPLES=OFF -DXOV_HARDENED=ON \
+    -DCMAKE_SKIP_INSTALL_RPATH=ON -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DXOV_TESTS=OFF -DXOV_EXAMPLES=ON -DXOV_HARDENED=ON \
     -DXOV_BATCHES=8 -DXOV_PYTHON=ON -DPython3_EXECUTABLE=/usr/bin/python3
   must "build-$1" "Build ($1)" cmake --build "$3" --parallel "$jobs"
+  must "docs-$1" "Build the documentation ($1)" cmake --build "$3" --target docs
   rm -rf "$4"
   must "pack-$1" "Pack ($1)" cpack --config "$3/CPackConfig.cmake" -B "$4"
   rm -rf "$4"/_CPack_Packages

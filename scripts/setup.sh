@@ -13,7 +13,7 @@ compile_packages=(
 test_packages=(
   clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
   xauth xdotool xvfb
-  appstream desktop-file-utils dpkg-dev file reuse shared-mime-info
+  appstream desktop-file-utils doxygen dpkg-dev file reuse shared-mime-info
   fish imagemagick libtiff-tools mold openssl poppler-utils zsh
   libqt6opengl6-dev qt6-tools-dev
   pybind11-dev python3-dev python3-numpy python3-pytest python3-venv

@@ -43,6 +43,10 @@ for package in xov-graphics-data xov-graphics-doc; do
   [ "$(field $package Architecture)" = all ] || fail "$package is for $(field $package Architecture)"
 done
 
+# The reference comes along where it was built.
+[ ! -d "$build/docs/html" ] || [ -n "$(find "$scratch/root/usr/share/doc" -path '*/html/index.html')" ] ||
+  fail "The documentation has no reference."
+
 # Nothing tells where it was built, on whatever machine.
 cd "$scratch/root"
 find . -type f ! -name '*.png' ! -name '*.jpg' ! -name '*.tif' -print0 | xargs -0 grep -laF -e "$tree/" -e "$build" >"$scratch/named" &&
