@@ -42,11 +42,11 @@ def _write(path, text):
 
 
 def _stage_headers(root, made, listed, stage):
-    """Copies the public headers, and gives the page of each class and struct in them by its name."""
+    """Copies the public headers. The page of each class and struct in them by its name, and what Doxygen does not warn of."""
     groups = (root / "docs/reference/groups.dox").read_text(encoding="utf-8")
     _write(stage / "docs/groups.dox", groups)
     described = set(re.findall(r"\\defgroup (\w+)", groups))
-    classes = {}
+    classes, warnings = {}, []
     for header in listed:
         source = root / "src" / header if (root / "src" / header).exists() else made / header
         text = source.read_text(encoding="utf-8")
@@ -55,7 +55,9 @@ def _stage_headers(root, made, listed, stage):
         _write(stage / "src" / header, headers.read(text, _group(header)))
         for kind, name in re.findall(r"^(class|struct) (?:XOV_EXPORT )?(\w+)(?: final)?(?: : [^;{]*)? \{", text, re.MULTILINE):
             classes[name] = _class_page(name).replace("class", kind, 1)
-    return classes
+        warnings += [f"src/{header}:{line}: warning: Value {value} is not documented."
+                     for line, value in headers.silent_values(text)]
+    return classes, warnings
 
 
 def _stage_views(root, pictures, stage):
@@ -104,9 +106,9 @@ def main():
     for folder in (stage, html):
         shutil.rmtree(folder, ignore_errors=True)
     listed = Path(arguments.headers).read_text().split()
-    classes = _stage_headers(root, Path(arguments.made), listed, stage)
+    classes, warnings = _stage_headers(root, Path(arguments.made), listed, stage)
     files = _stage_views(root, Path(arguments.pictures), stage) | _stage_pages(root, classes, stage)
-    warnings = _run_doxygen(root, stage, output, arguments.version)
+    warnings += _run_doxygen(root, stage, output, arguments.version)
     for name, source in files.items():
         shutil.copyfile(source, html / name)
     # Doxygen leads to nested classes also where all of them are private and not told.

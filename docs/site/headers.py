@@ -10,7 +10,8 @@ read() writes out what a habit means, on the line where it applies, so that warn
 - a field with a number, such as t1, is what the first one of its series is;
 - constructors from a parent or a frame, destructors, copies, and == of all members mean what they do anywhere.
 
-Everything else needs a comment of its own.
+Everything else needs a comment of its own. So do the values of an enumeration but for those that stand in one line, which its
+comment is about: silent_values() tells, as Doxygen does not count them.
 """
 
 import re
@@ -106,6 +107,17 @@ def _classes(lines):
         comment = []
         number += 1
     return done
+
+
+def silent_values(text):
+    """The values of enumerations in several lines that have no comment, with the numbers of their lines."""
+    inside, comment = False, False
+    for number, line in enumerate(text.split("\n"), 1):
+        value = re.match(r"\s+(\w+)( = [^,]+)?,?\s*(///<.*)?$", line) if inside else None
+        if value and not value.group(3) and not comment:
+            yield number, value.group(1)
+        inside = not re.match(r"\s*\}", line) if inside else re.match(r"\s*enum\b.*\{$", line) is not None
+        comment = line.strip().startswith("///")
 
 
 def _bare(name):

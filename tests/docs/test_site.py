@@ -53,6 +53,10 @@ class Headers(unittest.TestCase):
         text = "class A {\n  int x_;\n  ~A();\n};\n"
         self.assertEqual(read(text), text)
 
+    def test_values_in_lines_of_their_own_need_comments(self):
+        text = "enum class A { One, Two };\nenum class B : int {\n  One, ///< first\n  Two = 2,\n  /// Third.\n  Three,\n};\nint four;\n"
+        self.assertEqual(list(headers.silent_values(text)), [(4, "Two")])
+
     def test_lines_keep_their_numbers_and_the_contents_get_a_group(self):
         text = "#pragma once\n\nnamespace xov {\n\n/// One.\nint one();\n\n} // namespace xov\n"
         made = read(text).split("\n")

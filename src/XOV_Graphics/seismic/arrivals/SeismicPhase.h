@@ -28,17 +28,17 @@ enum class SeismicPhase : std::uint8_t {
   PKPbc, ///< bottoms in the lower part of the outer core
   PKPdf, ///< bottoms in the inner core; PKIKP is another name of it
   PKiKP, ///< reflected by the inner core
-  S,
-  Sg,
-  Sb,
-  Sn,
-  Sdiff,
-  ScS,
-  SS,
-  sS,
-  SKS, ///< crosses the outer core as P
-  LQ,  ///< the beginning of the Love waves
-  LR,  ///< the beginning of the Rayleigh waves
+  S,     ///< as P
+  Sg,    ///< as Pg
+  Sb,    ///< as Pb
+  Sn,    ///< as Pn
+  Sdiff, ///< as Pdiff
+  ScS,   ///< as PcP
+  SS,    ///< as PP
+  sS,    ///< as pP
+  SKS,   ///< crosses the outer core as P
+  LQ,    ///< the beginning of the Love waves
+  LR,    ///< the beginning of the Rayleigh waves
 };
 
 /// All of them, in their order above.

@@ -15,8 +15,8 @@ enum class GroupBy : std::uint8_t {
   Trace,     ///< channel and file: the pieces that a recording in one file falls into
   Component, ///< the direction, which is the last letter of a code of three ("Z" of "BHZ"), else the whole code
   Station,   ///< network and station
-  Network,
-  File, ///< the path
+  Network,   ///< its code
+  File,      ///< the path
 };
 
 /// Records in groups.

@@ -19,11 +19,11 @@ namespace xov {
 
 /// Where in its frame a legend stands.
 enum class LegendPlace : std::uint8_t {
-  Best, ///< in the corner where it covers least of the data, the upper right one among equals
-  TopRight,
-  TopLeft,
-  BottomRight,
-  BottomLeft,
+  Best,        ///< in the corner where it covers least of the data, the upper right one among equals
+  TopRight,    ///< in that corner, whatever it covers
+  TopLeft,     ///< likewise
+  BottomRight, ///< likewise
+  BottomLeft,  ///< likewise
 };
 
 /// What a colour stands for.

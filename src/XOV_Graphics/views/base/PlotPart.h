@@ -32,8 +32,8 @@ struct XOV_EXPORT PlotPart {
 struct XOV_EXPORT PlotReach {
   /// How an axis can be moved.
   enum class Motion {
-    None,
-    Linear,
+    None,        ///< it stays put
+    Linear,      ///< equal differences are equally wide
     Logarithmic, ///< equal factors are equally wide
   };
   Motion x = Motion::None;  ///< of the x axis

@@ -24,7 +24,7 @@ class XOV_EXPORT xovFKImageView : public XOVImageView {
 public:
   /// What is written at the circles of constant velocity.
   enum CircleLabels : std::int32_t {
-    NoLabels = 0,
+    NoLabels = 0,            ///< circles alone
     KilometresPerSecond = 1, ///< the apparent velocity: "8 km/s"
     SecondsPerKilometre = 2, ///< the slowness: "0.125 s/km"
     SecondsPerDegree = 3,    ///< the slowness on a sphere of 6371 km: "13.9 s/°"

@@ -60,10 +60,10 @@ public:
   Q_ENUM(VAlign)
   /// The pictures that loadImageWithIndex() knows.
   enum class BaseImage : std::int32_t {
-    Satellite = 1,
-    NaturalColors = 2,
-    ReliefColors = 3,
-    SecondSatellite = 4,
+    Satellite = 1,            ///< the Earth from space
+    NaturalColors = 2,        ///< softened colours from space with relief
+    ReliefColors = 3,         ///< tints of elevation and depth with strong relief
+    SecondSatellite = 4,      ///< full colours from space with relief, dark sea
     WesternUnitedStates = 10, ///< in grey
   };
   Q_ENUM(BaseImage)

@@ -43,9 +43,9 @@ class XOV_EXPORT PlotNavigator : public QObject {
 public:
   /// Where lines through the pointer are shown.
   enum class CrossHair {
-    None,
+    None,     ///< no lines
     Vertical, ///< a line at the pointer's x
-    Both,
+    Both,     ///< lines at its x and its y
   };
   Q_ENUM(CrossHair)
   /// A line of the help sheet.
