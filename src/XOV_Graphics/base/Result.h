@@ -23,7 +23,7 @@ public:
 
   /// Whether it is success.
   bool hasValue() const noexcept { return hasValue_; }
-  /// hasValue()
+  /// As hasValue().
   explicit operator bool() const noexcept { return hasValue_; }
   /// The value; only of a success.
   const T& value() const& noexcept { return value_; }

@@ -11,8 +11,8 @@ namespace xov {
 
 /// Palettes whose lightness grows evenly.
 inline constexpr int kViridisPalette = 100;
-inline constexpr int kCividisPalette = 101; ///< from blue to yellow, for readers who tell red from green badly
-inline constexpr int kDawnPalette = 102;    ///< from dark blue through red to pale yellow
+inline constexpr int kCividisPalette = 101; ///< dark blue, grey, yellow: nearly the same with any colour vision
+inline constexpr int kDawnPalette = 102;    ///< dark blue, green, ochre, rose
 
 /// `value`, but 255 where it is above that.
 XOV_EXPORT std::uint32_t validateColor(std::uint32_t value);

@@ -29,9 +29,9 @@ enum class ImageKind : std::uint8_t {
 
 /// What saveState() keeps: colours, transform and clip.
 struct XOV_EXPORT GraphicsState {
-  /// of fills and text
+  /// Of fills; text has a colour of its own.
   QColor fillColor = QColor::fromRgbF(0, 0, 0);
-  /// of strokes
+  /// Of strokes.
   QColor strokeColor = QColor::fromRgbF(0, 0, 0);
   /// From the coordinates that drawing calls use to view points.
   QTransform transform;
@@ -86,7 +86,7 @@ public:
 
   /// Sets both the fill and the stroke colour.
   void setColor(const QColor& color);
-  /// Sets the colour of fills and text alone.
+  /// Sets the colour of fills alone.
   void setFillColor(const QColor& color);
   /// Sets the colour of strokes alone.
   void setStrokeColor(const QColor& color);

@@ -35,7 +35,7 @@ struct XOV_EXPORT FocalMechanism {
   float centroidLongitudeDeg = kUndefinedValue; ///< east is positive
   float centroidDepthKm = kUndefinedValue;      ///< below sea level
   float halfDurationS = kUndefinedValue;        ///< half of the time that the moment is released in, in seconds
-  /// in N m
+  /// In N m.
   double scalarMomentNm = double(kUndefinedValue);
   std::optional<MomentTensor> tensor; ///< none where only planes are known
   std::array<NodalPlane, 2> planes;   ///< of the best double couple; the second is unset where only one is given

@@ -40,7 +40,7 @@ XOV_EXPORT PowerSpectrum welch(std::span<const float> samples, double intervalSe
 
 /// Most and usual numbers of tapers.
 inline constexpr int kMostTapers = 200;
-inline constexpr int kUsualTapers = 7; ///< as many as Welch's method has segments, about
+inline constexpr int kUsualTapers = 7; ///< where none other is asked for
 
 /// The mean of the spectra of the longest stretch under sine tapers, which are orthogonal to each other, with weights
 /// that fall from the first as a parabola (Riedel, K. S. and A. Sidorenko (1995), Minimum bias multiple taper

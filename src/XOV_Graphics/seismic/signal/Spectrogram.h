@@ -61,7 +61,7 @@ struct XOV_EXPORT Spectrogram {
   bool isEmpty() const { return decibels.empty(); }
 };
 
-inline constexpr float kNoPowerDb = -3000; ///< the value of cells in gaps, where nothing was recorded
+inline constexpr float kNoPowerDb = -3000; ///< the value of cells whose samples are all alike
 
 /// A window that shows a recording of so many seconds well: a power of two of samples, 64 to 16384, next to a
 /// sixtieth of the recording.

@@ -58,7 +58,7 @@ public:
   explicit PlotNavigator(XOVView* view);
   ~PlotNavigator() override;
 
-  /// The view that is moved; null once it is gone.
+  /// The view that is moved.
   XOVView* view() const { return view_; }
   /// On at first.
   bool isEnabled() const { return enabled_; }

@@ -50,7 +50,7 @@ public:
   PickEditor(SeismogramView* view, PickDocument* document);
   ~PickEditor() override;
 
-  /// The view with the picks; null once it is gone.
+  /// The view with the picks.
   SeismogramView* view() const { return view_; }
   /// The document that is edited; null once it is gone.
   PickDocument* document() const { return document_; }

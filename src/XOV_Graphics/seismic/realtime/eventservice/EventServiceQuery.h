@@ -20,7 +20,7 @@ XOV_EXPORT QString shownAddress(const QUrl& address);
 /// Source: FDSN Web Service Specifications, version 1.2 (FDSN, 2019), fdsnws-event.
 struct EventServiceQuery {
   QDateTime from;         ///< of origin times
-  QDateTime to;           ///< the end of that time; invalid for now
+  QDateTime to;           ///< the end of that time; invalid for none
   QDateTime updatedAfter; ///< only events that are new or changed since; invalid for all
 };
 /// The address that asks a service for the events of a query.
