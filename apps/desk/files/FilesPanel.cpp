@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -22,6 +23,7 @@ namespace {
 
 constexpr int kLeftOutHeight = 110;
 constexpr int kCellMargin = 16;
+constexpr int kShortestKind = 8; // characters of a kind that are seen at least
 // Of memory for samples, as xov takes them.
 constexpr int kLeastMegabytes = 16;
 constexpr int kMostMegabytes = 1 << 20;
@@ -81,6 +83,8 @@ void FilesPanel::buildFilter(QLayout& layout) {
   kind_ = new QComboBox(this);
   kind_->setObjectName(QStringLiteral("filesKind"));
   kind_->setAccessibleName(tr("Kind of files"));
+  kind_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  kind_->setMinimumContentsLength(kShortestKind);
   kind_->addItem(tr("All kinds"));
   for (const FileKind kind : kFileKinds)
     kind_->addItem(fileKindText(kind), int(kind));
@@ -115,6 +119,9 @@ void FilesPanel::buildTable(QLayout& layout) {
     const int usual = table_->fontMetrics().horizontalAdvance(QLatin1String(kUsualTexts[column])) + kCellMargin;
     table_->setColumnWidth(column, std::max(usual, table_->horizontalHeader()->sectionSizeHint(column)));
   }
+  // What tells most rows apart comes first.
+  table_->horizontalHeader()->moveSection(FileCatalogue::Kind, FileCatalogue::Distance);
+  table_->horizontalHeader()->setSectionsMovable(true);
   auto* const open = new QAction(tr("Open"), table_);
   open->setObjectName(QStringLiteral("showFiles"));
   open->setShortcuts({QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter)});
@@ -141,30 +148,28 @@ void FilesPanel::buildTable(QLayout& layout) {
 void FilesPanel::buildTimes(QLayout& layout) {
   times_ = new QWidget(this);
   times_->setObjectName(QStringLiteral("archiveTimes"));
-  auto* const row = new QHBoxLayout(times_);
-  row->setContentsMargins(0, 0, 0, 0);
+  auto* const rows = new QFormLayout(times_);
+  rows->setContentsMargins(0, 0, 0, 0);
   const auto edit = [&](const QString& name, const QString& text) {
-    auto* const label = new QLabel(text, times_);
     auto* const made = new QDateTimeEdit(times_);
     made->setObjectName(name);
     made->setTimeSpec(Qt::UTC);
     made->setDisplayFormat(QStringLiteral("yyyy-MM-dd HH:mm"));
     made->setCalendarPopup(true);
-    label->setBuddy(made);
-    row->addWidget(label);
-    row->addWidget(made, 1);
+    rows->addRow(text, made);
     return made;
   };
   from_ = edit(QStringLiteral("archiveFrom"), tr("F&rom"));
-  to_ = edit(QStringLiteral("archiveTo"), tr("&to"));
+  to_ = edit(QStringLiteral("archiveTo"), tr("&To"));
   times_->hide();
   layout.addWidget(times_);
 }
 
 void FilesPanel::buildProgress(QLayout& layout) {
-  auto* const row = new QHBoxLayout;
+  auto* row = new QHBoxLayout;
   counts_ = new QLabel(this);
   counts_->setObjectName(QStringLiteral("filesCounts"));
+  counts_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long line must not widen the list
   bar_ = new QProgressBar(this);
   bar_->setObjectName(QStringLiteral("filesProgress"));
   bar_->setAccessibleName(tr("Files that have been looked into"));
@@ -176,6 +181,9 @@ void FilesPanel::buildProgress(QLayout& layout) {
   row->addWidget(counts_, 1);
   row->addWidget(bar_, 1);
   row->addWidget(cancel_);
+  static_cast<QBoxLayout&>(layout).addLayout(row);
+  row = new QHBoxLayout;
+  row->addStretch();
   memory_ = new QSpinBox(this);
   memory_->setObjectName(QStringLiteral("sampleMemory"));
   memory_->setAccessibleName(tr("Memory for samples"));

@@ -66,6 +66,13 @@ PlotRequest requestForRegion(const PlotRequest& map, const MapBox& box) {
   return request;
 }
 
+SeismogramArray recordsOf(const XOVView& view) {
+  std::shared_ptr<const SeismogramArray> records;
+  if (const auto* const section = qobject_cast<const MultiSeisView*>(&view)) records = section->wvfrmsArray();
+  if (const auto* const stack = qobject_cast<const StackedSeisView*>(&view)) records = stack->wvfrmsArray();
+  return records ? *records : SeismogramArray();
+}
+
 std::optional<BoxedRecords> recordsInBoxOf(const XOVView& view, const QRectF& box) {
   if (const auto* const section = qobject_cast<const MultiSeisView*>(&view)) return recordsHeld(*section, box);
   if (const auto* const stack = qobject_cast<const StackedSeisView*>(&view)) return recordsHeld(*stack, box);

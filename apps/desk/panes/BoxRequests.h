@@ -13,6 +13,9 @@ namespace xov::desk {
 /// A map of what lies in a box of another one.
 PlotRequest requestForRegion(const PlotRequest& map, const MapBox& box);
 
+/// The records that sections and stacks show; of other views none.
+SeismogramArray recordsOf(const XOVView& view);
+
 /// Records that a box on seismograms holds, and the box's times on the axis of the first one.
 struct BoxedRecords {
   SeismogramArray records;

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QUndoCommand>
 
+#include <XOV_Graphics/seismic/io/events/EventReaders.h>
 #include <XOV_Graphics/seismic/io/picks/PickFiles.h>
 #include <XOV_Graphics/seismic/io/picks/SacPicks.h>
 
@@ -87,7 +88,11 @@ bool PickSession::open(const QString& path) {
   }
   const bool isFirst = document_->picks().empty();
   document_->take(file->picks);
-  if (isFirst && path_.isEmpty()) path_ = path;
+  if (isFirst && path_.isEmpty()) {
+    path_ = path;
+    const Result<EventFile> events = readEvents(path);
+    if (events && events->events.size() == 1) event_ = events->events.front()->values();
+  }
   if (journal_) journal_->setDocument(path_);
   sayAll(file->notes);
   return true;
@@ -95,7 +100,11 @@ bool PickSession::open(const QString& path) {
 
 bool PickSession::save(const QString& path) {
   const bool isTable = path.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive);
-  const Status status = writePicks(document_->picks(), path, isTable ? PickFormat::Table : PickFormat::QuakeMl);
+  const std::optional<HypocentreValues> known = eventSource_ ? eventSource_() : std::nullopt;
+  const std::optional<HypocentreValues>& values = known ? known : event_;
+  const std::unique_ptr<Hypocentre> event = values ? std::make_unique<Hypocentre>(*values) : nullptr;
+  const Status status =
+      writePicks(document_->picks(), path, isTable ? PickFormat::Table : PickFormat::QuakeMl, event.get());
   if (!status) {
     Q_EMIT said(status.error());
     return false;

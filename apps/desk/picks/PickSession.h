@@ -4,9 +4,12 @@
 #include <QUndoStack>
 
 #include <XOV_Graphics/base/Result.h>
+#include <XOV_Graphics/seismic/Hypocentre.h>
 #include <XOV_Graphics/seismic/io/picks/PickJournal.h>
 #include <XOV_Graphics/seismic/picks/PickDocument.h>
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace xov::desk {
 
@@ -28,7 +31,10 @@ public:
   std::size_t keepJournal(const QString& folder);
   /// Takes the picks of a file in.
   bool open(const QString& path);
-  /// Writes all picks: a table where the name ends in .csv, else QuakeML. The journal goes away.
+  /// Who knows the event that the picks are of; else that of the file that was opened first is kept.
+  void setEventSource(std::function<std::optional<HypocentreValues>()> source) { eventSource_ = std::move(source); }
+  /// Writes all picks: a table where the name ends in .csv, else QuakeML, with the event where it is known. The
+  /// journal goes away.
   bool save(const QString& path);
   /// Writes copies of these SAC files into a folder, with the picks of their channels. How many were written.
   int saveIntoCopies(const QStringList& files, const QString& folder);
@@ -46,7 +52,9 @@ private:
   std::shared_ptr<PickDocument> document_; // shared with the steps on the list, which may outlive this
   std::unique_ptr<PickJournal> journal_;
   QString path_;
-  bool hasComplained_ = false; // of the journal
+  std::function<std::optional<HypocentreValues>()> eventSource_;
+  std::optional<HypocentreValues> event_; // of the file at path_
+  bool hasComplained_ = false;            // of the journal
 };
 
 } // namespace xov::desk

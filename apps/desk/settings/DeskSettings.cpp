@@ -1,5 +1,6 @@
 #include "apps/desk/settings/DeskSettings.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -31,9 +32,20 @@ constexpr char kPicks[] = "picks";
 constexpr char kPicking[] = "picking";
 constexpr char kSampleMegabytes[] = "sampleMegabytes";
 
-QString textOf(const QByteArray& bytes) { return QString::fromLatin1(bytes.toBase64()); }
+QByteArray sumOf(const QByteArray& bytes) {
+  return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex();
+}
 
-QByteArray bytesOf(const QJsonValue& value) { return QByteArray::fromBase64(value.toString().toLatin1()); }
+// States of windows go to Qt, which takes them as they are: damaged ones may crash it. So a sum stands in front.
+QString textOf(const QByteArray& bytes) { return QString::fromLatin1(sumOf(bytes) + ':' + bytes.toBase64()); }
+
+// Empty where the sum is another one.
+QByteArray bytesOf(const QJsonValue& value) {
+  const QByteArray text = value.toString().toLatin1();
+  const qsizetype colon = text.indexOf(':');
+  const QByteArray bytes = QByteArray::fromBase64(text.mid(colon + 1));
+  return text.left(std::max<qsizetype>(colon, 0)) == sumOf(bytes) ? bytes : QByteArray();
+}
 
 // A pane that names nothing to show, or whose number is taken, is none.
 void addPane(std::vector<RememberedPane>& panes, const QJsonObject& object) {

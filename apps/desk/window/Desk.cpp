@@ -1,5 +1,6 @@
 #include "apps/desk/window/Desk.h"
 
+#include "apps/desk/desktop/Dragging.h"
 #include "apps/desk/window/MainWindow.h"
 #include "apps/desk/window/Memory.h"
 #include "apps/desk/window/PicksTool.h"
@@ -17,6 +18,7 @@ void runDesk(const CommandRunner& run, const QStringList& paths) {
     const QString file = settingsPath();
     QString note;
     const DeskSettings settings = readSettings(file, &note);
+    dragPlotsAsPdf();
     MainWindow window(run);
     window.memory().restore(settings, paths.isEmpty());
     QObject::connect(&window, &MainWindow::closing, &window, [&window, &file] {

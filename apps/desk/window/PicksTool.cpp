@@ -1,6 +1,8 @@
 #include "apps/desk/window/PicksTool.h"
 
 #include "apps/desk/desktop/FileDialogs.h"
+#include "apps/desk/panes/BoxRequests.h"
+#include "apps/desk/picks/EventOfRecords.h"
 #include "apps/desk/picks/PickPanel.h"
 #include "apps/desk/window/MainWindow.h"
 
@@ -10,8 +12,10 @@
 #include <QPointer>
 #include <QStatusBar>
 
+#include <XOV_Graphics/seismic/StationInventory.h>
 #include <XOV_Graphics/seismic/arrivals/SeismicPhase.h>
 #include <XOV_Graphics/views/seismic/PickEditor.h>
+#include <algorithm>
 #include <functional>
 
 namespace xov::desk {
@@ -32,6 +36,7 @@ PicksTool::PicksTool(MainWindow& window)
   addActions();
   connect(session_, &PickSession::said, &window,
           [&window](const QString& text) { window.statusBar()->showMessage(text, kPickMessageMs); });
+  session_->setEventSource([this] { return event(); });
   connect(panel_, &PickPanel::chosen, this, &PicksTool::choose);
   connect(&window, &MainWindow::paneOpened, this, &PicksTool::watch);
 }
@@ -72,6 +77,20 @@ void PicksTool::edit(XOVView* view) {
   connect(editor, &PickEditor::currentPickChanged, panel_, &PickPanel::show);
   editors_.removeIf([](const QPointer<PickEditor>& one) { return one.isNull(); });
   editors_.append(editor);
+}
+
+// That of the records on which there are picks.
+std::optional<HypocentreValues> PicksTool::event() const {
+  SeismogramArray picked;
+  for (const Pane* const pane : window_.panes()) {
+    if (pane->view() == nullptr) continue;
+    for (const auto& record : recordsOf(*pane->view())) {
+      const ChannelCodes channel = channelCodesOf(*record);
+      const auto isOfRecord = [&](const Pick& pick) { return isPickOf(pick, channel); };
+      if (std::ranges::any_of(session_->document().picks(), isOfRecord)) picked.push_back(record);
+    }
+  }
+  return eventOfRecords(picked);
 }
 
 void PicksTool::setUp(PickEditor& editor) const {

@@ -33,6 +33,7 @@ public:
 
 private:
   void addActions();
+  std::optional<HypocentreValues> event() const;
   void watch(Pane* pane);
   void edit(XOVView* view);
   void setUp(PickEditor& editor) const;

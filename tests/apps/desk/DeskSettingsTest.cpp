@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <random>
+
 namespace xov::desk {
 namespace {
 
@@ -60,6 +62,17 @@ TEST(DeskSettings, ofABrokenFileAreLaidAside) {
   }
 }
 
+TEST(DeskSettings, takeNoStateOfAWindowThatIsDamaged) {
+  const QByteArray whole = someSettings().toJson();
+  const QByteArray state = QByteArray("panes").toBase64();
+  ASSERT_TRUE(whole.contains(state));
+  const Result<DeskSettings> damaged =
+      DeskSettings::fromJson(QByteArray(whole).replace(state, QByteArray("Panes").toBase64()));
+  ASSERT_TRUE(damaged);
+  EXPECT_EQ(damaged->workspace, "");
+  EXPECT_EQ(damaged->geometry, someSettings().geometry);
+}
+
 TEST(DeskSettings, keepWhatIsWellFormed) {
   const Result<DeskSettings> settings = DeskSettings::fromJson(
       R"({"panes": [7, {}, {"number": -1, "request": {"kind": "drum"}}, {"number": 1e300, "request": {"kind": "drum"}},
@@ -72,6 +85,32 @@ TEST(DeskSettings, keepWhatIsWellFormed) {
   expected.panes = {{2, 0, drum}};
   expected.recent = {"/a", "/b"};
   EXPECT_EQ(*settings, expected);
+}
+
+// Bytes that are changed, dropped and doubled at random places: whatever is read can be written and read again.
+TEST(DeskSettings, surviveDamageOfAnyKind) {
+  const QByteArray whole = someSettings().toJson();
+  std::mt19937 random(20110311);
+  int readable = 0;
+  for (int round = 0; round < 500; ++round) {
+    QByteArray text = whole;
+    const auto at = qsizetype(random() % std::size_t(text.size()));
+    switch (random() % 3) {
+    case 0:
+      text[at] = char(' ' + random() % 95);
+      break;
+    case 1:
+      text.remove(at, qsizetype(random() % 20));
+      break;
+    default:
+      text.insert(at, text.mid(at, qsizetype(random() % 20)));
+    }
+    const Result<DeskSettings> settings = DeskSettings::fromJson(text);
+    if (!settings) continue;
+    ++readable;
+    EXPECT_EQ(*DeskSettings::fromJson(settings->toJson()), *settings) << text.toStdString();
+  }
+  EXPECT_GT(readable, 50) << "damage to values leaves the rest";
 }
 
 TEST(DeskSettings, rememberTwentyFilesAndTheLastOneFirst) {

@@ -6,6 +6,8 @@
 #include <QAction>
 #include <QTest>
 
+#include <random>
+
 namespace xov::desk {
 namespace {
 
@@ -71,6 +73,33 @@ TEST_F(MemoryTest, opensNoPanesWhereFilesAreGiven) {
   window_->memory().restore(settings, false);
   EXPECT_TRUE(window_->panes().empty());
   EXPECT_EQ(window_->memory().now().recent, settings.recent);
+}
+
+// Digits of the states of windows are changed at random places of the file: Qt would crash on what they say.
+TEST_F(MemoryTest, startsWithDamagedStatesOfItsWindow) {
+  window_->show();
+  ASSERT_TRUE(hasPlot(*window_->openPane(request("section", {writeRecord("a.sac", "AAA")}))));
+  const DeskSettings whole = window_->memory().now();
+  std::mt19937 random(1);
+  for (int round = 0; round < 6; ++round) {
+    QByteArray text = whole.toJson();
+    for (const char* const name : {"geometry", "tools", "workspace"}) {
+      const qsizetype begin = text.indexOf(QByteArray("\"") + name + "\": \"") + 60; // behind name and sum
+      const qsizetype end = text.indexOf('"', begin);
+      ASSERT_GT(end, begin + 10);
+      for (int change = 0; change < 4; ++change)
+        text[begin + qsizetype(random() % std::size_t(end - begin))] = char('a' + random() % 26);
+    }
+    const Result<DeskSettings> read = DeskSettings::fromJson(text);
+    ASSERT_TRUE(read);
+    const DeskSettings& settings = *read;
+    EXPECT_EQ(settings.tools, QByteArray());
+    window_ = std::make_unique<MainWindow>(runner());
+    window_->memory().restore(settings, true);
+    window_->show();
+    ASSERT_EQ(window_->panes().size(), 1U);
+    EXPECT_TRUE(hasPlot(*window_->panes().front()));
+  }
 }
 
 TEST_F(MemoryTest, startsWithNonsense) {

@@ -1,5 +1,6 @@
 #include "apps/desk/window/OutputActions.h"
 
+#include "apps/desk/desktop/Dragging.h"
 #include "apps/desk/desktop/Printing.h"
 #include "tests/apps/desk/DeskFixture.h"
 
@@ -97,6 +98,22 @@ TEST_F(OutputActionsTest, printsAPageAPane) {
   EXPECT_EQ(contents("printed.pdf").count("/Type /Page\n"), 2);
   QPdfWriter printer(at("nothing.pdf"));
   EXPECT_FALSE(paintPages(printer, {}));
+}
+
+TEST_F(OutputActionsTest, dragsPlotsOutAsPdfBesideThePicture) {
+  Pane* const pane = window_->openPane(request("section", {writeRecord("a.sac", "AAA")}));
+  ASSERT_TRUE(hasPlot(*pane));
+  Pasteboard picture;
+  picture.declareTypes({QStringLiteral("image/tiff")});
+  picture.setData("II*", QStringLiteral("image/tiff"));
+  const std::unique_ptr<QMimeData> data =
+      mimeDataWithPdf({pane->view(), std::make_shared<const Pasteboard>(std::move(picture)), QImage(), QPointF()});
+  EXPECT_EQ(data->data("image/tiff"), "II*");
+  EXPECT_TRUE(data->data("application/pdf").startsWith("%PDF-"));
+  ASSERT_EQ(data->urls().size(), 1);
+  QFile file(data->urls()[0].toLocalFile());
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+  EXPECT_EQ(file.readAll(), data->data("application/pdf"));
 }
 
 } // namespace

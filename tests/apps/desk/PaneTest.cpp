@@ -61,6 +61,31 @@ TEST_F(PaneTest, keepsItsPlotWhenTheNextOneFails) {
   EXPECT_FALSE(pane_.messages().isEmpty());
 }
 
+// A file that has grown, then one that says it has more samples than there are.
+TEST_F(PaneTest, showsFilesAsTheyAreNowAndKeepsItsPlotWhenTheyLie) {
+  const QString path = writeRecord("a.sac", "AAA");
+  PlotRequest wanted = request("section", {path});
+  pane_.setRequest(wanted);
+  ASSERT_TRUE(hasPlot(pane_));
+  const auto samples = [this] {
+    const auto* const view = dynamic_cast<const MultiSeisView*>(pane_.view());
+    return view == nullptr ? 0 : view->wvfrmsArray()->front()->npts();
+  };
+  EXPECT_EQ(samples(), 601);
+  writeRecord("a.sac", "AAA", "BHZ", 900);
+  wanted.steps = {{"--detrend", "mean"}};
+  pane_.setRequest(wanted);
+  ASSERT_TRUE(hasPlot(pane_));
+  EXPECT_EQ(samples(), 900);
+  ASSERT_TRUE(QFile::resize(path, 1000));
+  wanted.steps = {{"--detrend", "linear"}};
+  pane_.setRequest(wanted);
+  ASSERT_TRUE(hasPlot(pane_));
+  EXPECT_EQ(samples(), 900) << "what could be shown last";
+  EXPECT_EQ(pane_.messages().size(), 1);
+  pane_.view()->grab();
+}
+
 TEST_F(PaneTest, writesPropertiesWithoutReadingAgain) {
   const QString file = writeRecord("a.sac", "AAA");
   PlotRequest wanted = request("section", {file});

@@ -13,8 +13,12 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <XOV_Graphics/seismic/SacSeismogram.h>
+#include <XOV_Graphics/seismic/UtcTime.h>
+#include <XOV_Graphics/seismic/io/events/EventReaders.h>
 #include <XOV_Graphics/seismic/io/picks/PickFiles.h>
 #include <XOV_Graphics/seismic/io/sac/SacReader.h>
+#include <XOV_Graphics/seismic/io/sac/SacWriter.h>
 #include <XOV_Graphics/views/seismic/PickEditor.h>
 
 namespace xov::desk {
@@ -127,6 +131,46 @@ TEST_F(PicksToolTest, savesAsQuakeMlOrTable) {
   }
   EXPECT_FALSE(session().save(at("none/p.xml")));
   EXPECT_EQ(session().path(), at("p.csv"));
+}
+
+// A record that counts from 05:47:30 of an event at 05:46:24, 66 s before.
+TEST_F(PicksToolTest, savesTheEventOfThePickedRecords) {
+  SacHeader header;
+  header.delta = 1;
+  header.b = 0;
+  header.knetwk = "XX";
+  header.kstnm = "AAA";
+  header.kcmpnm = "BHZ";
+  header.o = -66;
+  header.evla = 38.25F;
+  header.evlo = 142.5F;
+  header.evdp = 29;
+  header.mag = 9;
+  setReferenceTime(header, QDateTime(QDate(2011, 3, 11), QTime(5, 47, 30), Qt::UTC));
+  ASSERT_TRUE(writeSac(SacSeismogram(header, std::vector<float>(60, 1.F)), at("a.sac")));
+  ASSERT_TRUE(hasPlot(*window_->openPane(request("section", {at("a.sac"), writeRecord("b.sac", "BBB")}))));
+  ASSERT_TRUE(session().save(at("none.xml")));
+  const auto none = readEvents(at("none.xml"));
+  EXPECT_TRUE(!none || none->events.empty()) << "nothing is picked on the record of an event";
+  document().add(pick("P"));
+  ASSERT_TRUE(session().save(at("p.xml")));
+  const auto events = readEvents(at("p.xml"));
+  ASSERT_TRUE(events);
+  ASSERT_EQ(events->events.size(), 1U);
+  const HypocentreValues& event = events->events[0]->values();
+  EXPECT_EQ(event.originTime, QDateTime(QDate(2011, 3, 11), QTime(5, 46, 24), Qt::UTC));
+  EXPECT_EQ(event.latitudeDeg, 38.25F);
+  EXPECT_EQ(event.longitudeDeg, 142.5F);
+  EXPECT_EQ(event.depthKm, 29);
+  EXPECT_EQ(events->events[0]->magnitude(), 9);
+
+  // Opened where no pane knows the event, it stays in the file.
+  window_ = std::make_unique<MainWindow>(runner());
+  ASSERT_TRUE(session().open(at("p.xml")));
+  document().add(pick("S"));
+  ASSERT_TRUE(session().save(at("p.xml")));
+  EXPECT_EQ(readEvents(at("p.xml"))->events.size(), 1U);
+  EXPECT_EQ(readPicks(at("p.xml"))->picks.size(), 2U);
 }
 
 TEST_F(PicksToolTest, savesIntoCopiesOfSacFiles) {
