@@ -51,16 +51,16 @@ TEST(UtcAxis, labelsTitleAndDateStandBelow) {
   EXPECT_EQ(layoutUtcAxis(request()).texts, expected);
 }
 
-// Labels are 48 points wide, and the view ends 20 points beyond either end of the axis.
+// Labels are 48 points wide, and the view ends 20 points beyond either end of the axis; 2 points stay free there.
 TEST(UtcAxis, labelsAtTheEndsStayWithinTheView) {
   UtcAxisRequest narrow = request();
   narrow.frame.left = 20;
   narrow.frame.right = 140;
   const std::vector<UtcAxisText> texts = layoutUtcAxis(narrow).texts;
   ASSERT_GE(texts.size(), 3u);
-  EXPECT_EQ(texts[0].label.x, 24);
+  EXPECT_EQ(texts[0].label.x, 26);
   EXPECT_EQ(texts[1].label.x, 80);
-  EXPECT_EQ(texts[2].label.x, 140 + 20 - 24);
+  EXPECT_EQ(texts[2].label.x, 140 + 20 - 26);
 }
 
 TEST(UtcAxis, labelsMoveNoFurtherThanTheyAreApart) {

@@ -12,6 +12,8 @@ namespace {
 
 // Between two texts beside each other, in font sizes.
 constexpr double kGap = 0.75;
+// Between a text and the edge of the view, in points.
+constexpr double kEdgeRoom = 2;
 
 class AxisMaker {
 public:
@@ -49,7 +51,7 @@ private:
   // out of them moves as far as labels are apart, so that it touches no other.
   float labelX(const UtcTick& tick) const {
     const auto x = double(xOf(tick.seconds));
-    const double half = request_.textWidth(tick.label) / 2;
+    const double half = request_.textWidth(tick.label) / 2 + kEdgeRoom;
     const double farthest = double(request_.frame.right) + double(request_.frame.left) - half;
     const double reach = kGap * double(request_.fontSize);
     if (x < half) return float(std::min(half, x + reach));
