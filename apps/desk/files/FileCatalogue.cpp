@@ -16,9 +16,9 @@ struct Heading {
 
 constexpr Heading kHeadings[] = {
     {QT_TRANSLATE_NOOP("FileCatalogue", "Kind"), ""},
-    {QT_TRANSLATE_NOOP("FileCatalogue", "Network"), ""},
+    {QT_TRANSLATE_NOOP("FileCatalogue", "Net"), QT_TRANSLATE_NOOP("FileCatalogue", "Network")},
     {QT_TRANSLATE_NOOP("FileCatalogue", "Station"), ""},
-    {QT_TRANSLATE_NOOP("FileCatalogue", "Location"), ""},
+    {QT_TRANSLATE_NOOP("FileCatalogue", "Loc"), QT_TRANSLATE_NOOP("FileCatalogue", "Location")},
     {QT_TRANSLATE_NOOP("FileCatalogue", "Channel"), ""},
     {QT_TRANSLATE_NOOP("FileCatalogue", "Start"), QT_TRANSLATE_NOOP("FileCatalogue", "First sample, UTC")},
     {QT_TRANSLATE_NOOP("FileCatalogue", "End"), QT_TRANSLATE_NOOP("FileCatalogue", "Last sample, UTC")},

@@ -64,6 +64,8 @@ public:
     connect(line_, &QLineEdit::editingFinished, this, &LineEditor::finish);
     connect(line_, &QLineEdit::textEdited, this, [this] { tell({}); });
   }
+  // A line with the keyboard ends its editing when it goes, behind this.
+  ~LineEditor() override { line_->disconnect(this); }
   void show(const QString& text) override {
     if (line_->hasFocus() && line_->isModified()) return;
     shown_ = text;

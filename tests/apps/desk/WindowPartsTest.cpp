@@ -59,6 +59,22 @@ TEST_F(PropertyPanelTest, saysWhatIsWrongWithAValueAndChangesNothing) {
   EXPECT_EQ(pane_->view()->lineWidth(), 1);
 }
 
+// A line that is left because its editor goes tells of it in the middle of that.
+TEST_F(PropertyPanelTest, goesWhileALineIsEdited) {
+  window_->show();
+  QLineEdit& width = *editor("lineWidth").findChild<QLineEdit*>();
+  child<QDockWidget>("properties").raise();
+  window_->activateWindow();
+  width.setFocus();
+  ASSERT_TRUE(QTest::qWaitFor([&width] { return width.hasFocus(); }));
+  QTest::keyClicks(&width, "2");
+  writeFile("c.txt", "1 2\n2 3\n");
+  Pane* const other = window_->openPane(request("xy", {at("c.txt")}));
+  ASSERT_TRUE(hasPlot(*other));
+  EXPECT_EQ(pane_->request().properties, (QMap<QString, QString>()));
+  EXPECT_EQ(other->request().properties, (QMap<QString, QString>())) << "which is for no other plot";
+}
+
 TEST_F(PropertyPanelTest, followsTheViewAndThePane) {
   pane_->view()->setTitle("Of the host");
   EXPECT_EQ(editor("title").findChild<QLineEdit*>()->text(), "Of the host");
