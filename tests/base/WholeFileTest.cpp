@@ -1,6 +1,7 @@
 #include "XOV_Graphics/base/WholeFile.h"
 
 #include "tests/seismic/TemporaryFiles.h"
+#include "tests/support/SmallFilesOnly.h"
 
 #include <QDir>
 #include <QIODevice>
@@ -9,7 +10,6 @@
 #include <csignal>
 #include <fcntl.h>
 #include <new>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -31,6 +31,7 @@ namespace xov {
 namespace {
 
 using test::TemporaryFiles;
+using testing::SmallFilesOnly;
 
 QStringList everythingIn(const TemporaryFiles& files) {
   return QDir(files.folder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
@@ -41,27 +42,6 @@ mode_t permissionsOf(const QString& path) {
   EXPECT_EQ(::stat(qPrintable(path), &status), 0);
   return status.st_mode & 0777;
 }
-
-/// Lets no file grow beyond some bytes while it lives, as a full disk does.
-class SmallFilesOnly {
-public:
-  explicit SmallFilesOnly(rlim_t most) {
-    ::getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit small = {most, before_.rlim_max};
-    handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    ::setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~SmallFilesOnly() {
-    ::setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
-  SmallFilesOnly(const SmallFilesOnly&) = delete;
-  SmallFilesOnly& operator=(const SmallFilesOnly&) = delete;
-
-private:
-  rlimit before_ = {};
-  void (*handler_)(int) = SIG_DFL;
-};
 
 TEST(WholeFile, takesThePlaceOfAnotherAndLeavesNothingBeside) {
   const TemporaryFiles files;

@@ -10,6 +10,7 @@
 #include <QShortcut>
 
 #include <XOV_Graphics/views/navigation/PlotNavigator.h>
+#include <algorithm>
 #include <clocale>
 
 namespace xov::cli {
@@ -38,9 +39,20 @@ QByteArray platformsFor(DesktopUse use) {
 QtMessageHandler defaultHandler = nullptr;
 
 // Where nobody is logged in, as under cron, Qt says at every start that it makes do with another folder for what
-// this program never needs.
+// this program never needs. Where it has no memory to pack a page, the page is not whole, which its export says.
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-  if (!message.startsWith(QLatin1String("QStandardPaths: "))) defaultHandler(type, context, message);
+  constexpr const char* kNeedless[] = {"QStandardPaths: ", "QPdfStream::writeCompressed: "};
+  const bool isNeedless = std::ranges::any_of(
+      kNeedless, [&message](const char* begin) { return message.startsWith(QLatin1String(begin)); });
+  if (!isNeedless) defaultHandler(type, context, message);
+}
+
+// Qt lists names that stand for fonts even where there are none.
+bool hasFonts() {
+  constexpr const char* kNoFonts[] = {"Monospace", "Sans Serif", "Serif"};
+  return !std::ranges::all_of(QFontDatabase::families(), [&](const QString& family) {
+    return std::ranges::any_of(kNoFonts, [&](const char* name) { return family == QLatin1String(name); });
+  });
 }
 
 void preparePlatform(DesktopUse use) {
@@ -71,8 +83,7 @@ Desktop::Desktop(DesktopUse use) {
   if (QCoreApplication::instance() == nullptr) {
     preparePlatform(use);
     application_.emplace(name_.count, name_.words);
-    if (QFontDatabase::families().isEmpty())
-      note(QStringLiteral("no fonts are installed: letters are drawn as boxes"));
+    if (!hasFonts()) note(QStringLiteral("no fonts are installed: letters are drawn as boxes"));
   }
   // Qt takes over the user's locale; numbers in plots keep their decimal point.
   std::setlocale(LC_NUMERIC, "C");

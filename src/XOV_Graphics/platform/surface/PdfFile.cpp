@@ -4,7 +4,6 @@
 #include "XOV_Graphics/platform/surface/Inflate.h"
 
 #include <algorithm>
-#include <new>
 
 namespace xov {
 
@@ -47,12 +46,8 @@ bool PdfFile::readContent() {
 }
 
 QByteArray PdfFile::withContent(const QByteArray& content) const {
-  try {
-    const QByteArray stream = packedZlib(content, kLevel);
-    return table_.withChanges(file_, {{stream_, stream}, {length_, QByteArray::number(stream.size())}});
-  } catch (const std::bad_alloc&) {
-    return {};
-  }
+  const QByteArray stream = packedZlib(content, kLevel);
+  return table_.withChanges(file_, {{stream_, stream}, {length_, QByteArray::number(stream.size())}});
 }
 
 } // namespace xov

@@ -17,8 +17,7 @@ public:
   /// The operators of the page, unpacked.
   const QByteArray& content() const { return content_; }
 
-  /// The file with other operators on its page; every other object stays as it is. Empty when memory does not allow
-  /// it.
+  /// The file with other operators on its page; every other object stays as it is. Throws std::bad_alloc.
   QByteArray withContent(const QByteArray& content) const;
 
 private:

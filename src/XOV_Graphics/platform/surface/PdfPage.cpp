@@ -52,20 +52,26 @@ QByteArray withTraces(const QByteArray& pdf, PaperTraces& traces) {
   return content ? file->withContent(*content) : QByteArray();
 }
 
+void needWhole(const QByteArray& pdf) {
+  const QString fault = pdfFault(pdf);
+  if (!fault.isEmpty())
+    throw std::runtime_error("the page could not be made, maybe for want of memory: " + fault.toStdString());
+}
+
 } // namespace
 
 QByteArray pdfPage(const QRectF& rect, const Drawing& draw) {
   if (!(rect.width() > 0 && rect.height() > 0)) return {};
   PaperTraces traces;
-  QByteArray pdf = paintedPage(rect, draw, &traces);
-  if (!traces.isEmpty()) pdf = withTraces(pdf, traces);
+  const QByteArray painted = paintedPage(rect, draw, &traces);
+  QByteArray pdf = traces.isEmpty() ? painted : withTraces(painted, traces);
   if (pdf.isEmpty()) {
+    needWhole(painted); // else it is damaged, and not only built in another way
     qCInfo(log) << "PDF: the page is not built as expected; its traces go through the painter, which takes longer";
     pdf = paintedPage(rect, draw, nullptr);
   }
-  const QString fault = pdfFault(pdf);
-  if (fault.isEmpty()) return pdf;
-  throw std::runtime_error("the page could not be made, maybe for want of memory: " + fault.toStdString());
+  needWhole(pdf);
+  return pdf;
 }
 
 } // namespace xov

@@ -2,8 +2,28 @@
 
 #include "tests/seismic/PickSamples.h"
 #include "tests/seismic/TemporaryFiles.h"
+#include "tests/support/SmallFilesOnly.h"
 
 #include <gtest/gtest.h>
+
+#include <QFileInfo>
+
+#include <cerrno>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+int failureOfJournalSync = 0;
+
+} // namespace
+
+// Takes the place of the system's, which no ordinary folder lets fail.
+extern "C" int fsync(int descriptor) {
+  if (failureOfJournalSync == 0) return int(::syscall(SYS_fsync, descriptor));
+  errno = failureOfJournalSync;
+  return -1;
+}
 
 using namespace xov;
 using test::fullPick;
@@ -96,4 +116,24 @@ TEST(PickJournal, thatCannotBeWrittenIsToldInOneLine) {
   PickJournal journal(files.write("file", "x"));
   const Status status = journal.append({0, {}, fullPick()});
   EXPECT_EQ(status.error(), files.path("file") + ": the folder cannot be made");
+}
+
+TEST(PickJournal, goesOnBehindAChangeThatFoundNoRoom) {
+  const TemporaryFiles files;
+  PickJournal journal(files.path("journals"));
+  const Pick s = tlyPick("S", "2011-03-11T05:58:00Z");
+  ASSERT_TRUE(journal.append({0, {}, fullPick()}));
+  const QString failed = journal.path() + ": the journal of picks cannot be written: ";
+  {
+    const xov::testing::SmallFilesOnly limit(rlim_t(QFileInfo(journal.path()).size() + 10));
+    EXPECT_EQ(journal.append({1, {}, s}).error(), failed + "File too large");
+  }
+  failureOfJournalSync = EDQUOT;
+  EXPECT_EQ(journal.append({1, {}, s}).error(), failed + "Disk quota exceeded");
+  failureOfJournalSync = 0;
+  ASSERT_TRUE(journal.append({1, {}, s}));
+  const Result<RecoveredPicks> found = PickJournal::read(journal.path());
+  ASSERT_TRUE(found) << found.error().toStdString();
+  EXPECT_EQ(found->steps.size(), 2U);
+  EXPECT_TRUE(found->notes.isEmpty());
 }

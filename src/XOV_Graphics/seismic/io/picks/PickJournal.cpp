@@ -8,6 +8,7 @@
 
 #include <QDir>
 
+#include <cerrno>
 #include <unistd.h>
 
 namespace xov {
@@ -124,10 +125,14 @@ Status PickJournal::open() {
 
 Status PickJournal::write(const QByteArray& line) {
   const QByteArray summed = summedLine(line);
-  const qint64 sound = file_.size();
+  const qint64 sound = file_.pos();
+  errno = 0;
   if (file_.write(summed) == summed.size() && ::fsync(file_.handle()) == 0) return {};
-  file_.resize(sound); // half a line would end what is read
-  return Error{file_.fileName() + ": the journal of picks cannot be written: " + file_.errorString()};
+  const QString reason = errno != 0 ? qt_error_string(errno) : file_.errorString();
+  // Half a line would end what is read; where it stays for now, the next line takes its place.
+  file_.resize(sound);
+  file_.seek(sound);
+  return Error{file_.fileName() + ": the journal of picks cannot be written: " + reason};
 }
 
 Status PickJournal::append(const PickChange& change) noexcept {
