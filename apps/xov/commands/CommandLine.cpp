@@ -168,6 +168,7 @@ int runCommandLine(int argc, char** argv) {
   ExitCode code = ExitCode::Failed;
   try {
     code = CommandLine().run(withHelpAsOption({argv + std::min(argc, 1), argv + argc}));
+    if (code == ExitCode::Ok) sayNotesOfTheEnd();
   } catch (const std::bad_alloc&) {
     complain(QStringLiteral("not enough memory"));
   } catch (const std::exception& exception) {

@@ -27,6 +27,13 @@ namespace {
 constexpr int kNotesPerFolder = 5; // of skipped files; the rest is counted
 constexpr qsizetype kUnselectedNotes = 5;
 
+// An index that cannot be kept is no matter of the plot.
+void noteOfFile(const QString& text) {
+  const bool isOfIndex = text.contains(QLatin1String(kIndexNotKept));
+  if (!isOfIndex) return note(text);
+  noteInTheEnd(text, text.sliced(text.lastIndexOf(QLatin1String(": "))));
+}
+
 // Says what could not be read, without getting into the way of the bar.
 class Complaints {
 public:
@@ -39,6 +46,11 @@ public:
 
   void sayNote(const QString& text) {
     if (!isQuiet()) say(text);
+  }
+
+  void sayOfFile(const QString& text) {
+    progress_.clear();
+    noteOfFile(text);
   }
 
   void skip(const InputFile& file, const QString& reason) {
@@ -97,7 +109,7 @@ public:
     }
     anyRecords_ = true;
     for (const QString& note : found->notes)
-      complaints_.sayNote(note);
+      complaints_.sayOfFile(note);
   }
 
   /// The files that could be read, whatever is selected of them.
@@ -238,7 +250,7 @@ Records RecordInputs::readArchive() const {
       return;
     }
     for (const QString& text : channel->notes)
-      note(text);
+      noteOfFile(text);
     for (const auto& record : channel->records) {
       all.records.push_back(record);
       all.files.append(record->path());

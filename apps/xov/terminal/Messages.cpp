@@ -2,15 +2,24 @@
 
 #include "apps/xov/terminal/Listener.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 namespace xov::cli {
 
 namespace {
 
 bool quiet = false;
+
+struct NoteOfTheEnd {
+  QString text;
+  QString cause;
+  int others = 0;
+};
+std::vector<NoteOfTheEnd> notesOfTheEnd;
 
 } // namespace
 
@@ -38,6 +47,22 @@ std::function<void(const QString&)> noteToListener() {
     const ListenerScope listening(listener);
     note(text);
   };
+}
+
+void noteInTheEnd(const QString& text, const QString& cause) {
+  if (currentListener() != nullptr) return note(text);
+  const auto known = std::ranges::find(notesOfTheEnd, cause, &NoteOfTheEnd::cause);
+  if (known != notesOfTheEnd.end()) {
+    ++known->others;
+  } else {
+    notesOfTheEnd.push_back({text, cause});
+  }
+}
+
+void sayNotesOfTheEnd() {
+  for (const NoteOfTheEnd& said : notesOfTheEnd)
+    note(said.others == 0 ? said.text : QStringLiteral("%1; the same of %2 more").arg(said.text).arg(said.others));
+  notesOfTheEnd.clear();
 }
 
 void setQuiet() { quiet = true; }

@@ -29,6 +29,11 @@ void note(const QString& text);
 /// long.
 std::function<void(const QString&)> noteToListener();
 
+/// The same at the end of the command, and only where that succeeds: of a full disk, what was to be written tells.
+/// Notes of one cause, such as the system's reason, are one line. A Listener hears them at once.
+void noteInTheEnd(const QString& text, const QString& cause);
+void sayNotesOfTheEnd();
+
 /// From now on note() says nothing, and no progress is shown.
 void setQuiet();
 bool isQuiet();

@@ -1,6 +1,9 @@
 #include "XOV_Graphics/platform/surface/Typeface.h"
 
+#include "XOV_Graphics/base/Log.h"
+
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetricsF>
 
 #include <algorithm>
@@ -34,6 +37,16 @@ QString installedFamily(const QString& family) {
   return QStringLiteral("sans-serif");
 }
 
+// Where a font's file cannot be read, or there is no memory for it, Qt takes another one without a word.
+void tellOfOther(const QFont& font) {
+  constexpr std::array kNamesOfOthers = {"Sans Serif", "Serif", "Monospace"};
+  const QString family = font.family(), loaded = QFontInfo(font).family();
+  const bool isName = std::find(kNamesOfOthers.begin(), kNamesOfOthers.end(), family) != kNamesOfOthers.end();
+  const bool isLoaded = loaded.section(QLatin1String(" ["), 0, 0).compare(family, Qt::CaseInsensitive) == 0;
+  if (!isLoaded && !isName && isInstalled(family))
+    qCWarning(log, "the font %s cannot be loaded; texts are in %s", qUtf8Printable(family), qUtf8Printable(loaded));
+}
+
 } // namespace
 
 const Typeface& Typeface::forFamily(const QString& family) {
@@ -49,6 +62,7 @@ Typeface::Typeface(const QString& family) : font_(installedFamily(family)), line
   font_.setHintingPreference(QFont::PreferNoHinting);
   font_.setKerning(false);
   font_.setStyleStrategy(QFont::PreferOutline);
+  tellOfOther(font_);
 }
 
 Typeface::Line Typeface::shapedByQt(const QString& line) const {

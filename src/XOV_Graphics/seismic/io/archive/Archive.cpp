@@ -139,7 +139,7 @@ public:
     if (!cache_->folder.isEmpty()) QDir().mkpath(cache_->folder);
     QString problem;
     if (!writeFileAtomically(indexPath_, extremesFileBytes(contents_, identity_), &problem))
-      notes.append(QStringLiteral("%1: its index is not kept: %2").arg(name_, problem));
+      notes.append(name_ + QLatin1String(kIndexNotKept) + problem);
   }
 
 private:

@@ -10,6 +10,9 @@
 
 namespace xov {
 
+/// What stands in a note between a file and why the index of it could not be kept.
+inline constexpr char kIndexNotKept[] = ": its index is not kept: ";
+
 /// Where to keep the extremes of files, by which they are opened without reading their samples.
 struct XOV_EXPORT IndexCache {
   /// A folder for the indexes of all files, made where there is none; with an empty name, each is kept beside its
