@@ -96,7 +96,9 @@ def _run_doxygen(root, stage, output, version):
     settings = re.sub(r"@(\w+)@", lambda name: str(values[name.group(1)]), (_SITE / "Doxyfile.in").read_text())
     _write(output / "Doxyfile", settings)
     subprocess.run(["doxygen", str(output / "Doxyfile")], check=True)
-    return [line.replace(f"{stage}/", "") for line in (output / "warnings").read_text().splitlines() if line.strip()]
+    # What stands in a namespace and in a group is warned of twice.
+    said = [line.replace(f"{stage}/", "") for line in (output / "warnings").read_text().splitlines() if line.strip()]
+    return list(dict.fromkeys(said))
 
 
 def main():
