@@ -39,9 +39,10 @@ QByteArray platformsFor(DesktopUse use) {
 QtMessageHandler defaultHandler = nullptr;
 
 // Where nobody is logged in, as under cron, Qt says at every start that it makes do with another folder for what
-// this program never needs. Where it has no memory to pack a page, the page is not whole, which its export says.
+// this program never needs. Where it has no memory for a picture, or to pack a page, the export says so.
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-  constexpr const char* kNeedless[] = {"QStandardPaths: ", "QPdfStream::writeCompressed: "};
+  constexpr const char* kNeedless[] = {"QStandardPaths: ", "QPdfStream::writeCompressed: ", "qCompress",
+                                       "QImage: out of memory"};
   const bool isNeedless = std::ranges::any_of(
       kNeedless, [&message](const char* begin) { return message.startsWith(QLatin1String(begin)); });
   if (!isNeedless) defaultHandler(type, context, message);

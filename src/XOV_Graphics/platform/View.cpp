@@ -133,8 +133,7 @@ QByteArray View::dataWithSVGInsideRect(const QRectF& rect) {
 void View::paint(QPainter& painter, const QRectF& target) {
   const QRectF view = bounds();
   if (!painter.isActive() || view.isEmpty() || !(target.width() > 0 && target.height() > 0)) return;
-  painter.save();
-  const auto asBefore = qScopeGuard([&painter] { painter.restore(); });
+  const PainterState before(painter);
   painter.setClipRect(target, Qt::IntersectClip);
   const QTransform toTarget(target.width() / view.width(), 0, 0, -target.height() / view.height(), target.left(),
                             target.top() + target.height());

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/platform/pixels/StripFill.h"
 
 #include <QPainter>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cmath>
@@ -82,11 +83,11 @@ bool fillInStrips(QPainter& painter, const QPainterPath& shape, const QColor& co
     for (const Piece* piece : inStrip[strip])
       appendPiece(part, shape, *piece);
     painter.save();
+    const auto before = qScopeGuard([&painter] { painter.restore(); });
     painter.resetTransform();
     painter.setClipRect(QRect(int(strip) * kStripWidth, 0, kStripWidth, height), Qt::IntersectClip);
     painter.setTransform(toPixels);
     painter.fillPath(part, color);
-    painter.restore();
   }
   return true;
 }

@@ -6,6 +6,10 @@
 
 namespace xov {
 
+PainterState::PainterState(QPainter& painter) : painter_(painter) { painter_.save(); }
+
+PainterState::~PainterState() { painter_.restore(); }
+
 PainterContext::PainterContext(QPainter& painter, const QTransform& viewToDevice, const QRectF& surface)
     : SurfaceContext(viewToDevice, surface),
       painter_(painter) {
@@ -26,11 +30,10 @@ void PainterContext::onClipPath(const Path& path) { painter_.setClipPath(path.sh
 
 void PainterContext::drawTextLine(const QString& line, QPointF baseline, const TextAttributes& attributes) {
   const double scale = attributes.pointSize() / Typeface::kDesignSize;
-  painter_.save();
+  const PainterState before(painter_);
   painter_.translate(baseline);
   painter_.scale(scale, -scale);
   drawLineAtDesignSize(line, attributes);
-  painter_.restore();
 }
 
 // Mirrored about the middle of its place.

@@ -6,6 +6,18 @@ class QPainter;
 
 namespace xov {
 
+/// Keeps a painter's state for its own lifetime, also where what is drawn throws.
+class PainterState {
+public:
+  explicit PainterState(QPainter& painter);
+  ~PainterState();
+  PainterState(const PainterState&) = delete;
+  PainterState& operator=(const PainterState&) = delete;
+
+private:
+  QPainter& painter_;
+};
+
 /// What the contexts over a QPainter have in common: its state, transform and clip.
 class PainterContext : public SurfaceContext {
 protected:

@@ -65,7 +65,7 @@ void PaperContext::strokeTraces(const Path& path, const QRectF& visible) {
   const QColor& color = state().strokeColor;
   const bool isOpaque = color.alpha() == kOpaque && painter().opacity() >= 1;
   QPainterPath onePath;
-  painter().save();
+  const PainterState before(painter());
   painter().setPen(tracePen(path.lineWidth(), color));
   for (const Trace& trace : path.traces()) {
     for (const QPolygonF& line : reduceTrace(trace, kPaperTraceColumn, visible, 0)) {
@@ -79,7 +79,6 @@ void PaperContext::strokeTraces(const Path& path, const QRectF& visible) {
     }
   }
   if (!onePath.isEmpty()) painter().strokePath(onePath, painter().pen());
-  painter().restore();
 }
 
 void PaperContext::onFill(const Path& path) {
@@ -94,13 +93,12 @@ void PaperContext::onFill(const Path& path) {
 }
 
 void PaperContext::onSymbols(const Symbols& symbols) {
-  painter().save();
+  const PainterState before(painter());
   if (const QColor color = symbols.colorOfPlainDiscs(); color.isValid()) {
     drawDots(symbols, color);
   } else {
     drawCircles(symbols);
   }
-  painter().restore();
 }
 
 // Many discs of one colour are one path of round dots, a tenth as long as a path each.
@@ -151,7 +149,7 @@ QSizeF PaperContext::sizeOnPage(const QRectF& rect) {
 
 void PaperContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
                            ImageKind kind) {
-  painter().save();
+  const PainterState before(painter());
   painter().setOpacity(painter().opacity() * fraction);
   QImage page = imageForPaper(image, source, kind == ImageKind::Cells ? target.size() : sizeOnPage(target), kind);
   if (isJpegOnPaper(page, !image.hasAlphaChannel(), kind)) {
@@ -160,7 +158,6 @@ void PaperContext::onImage(const QImage& image, const QRectF& target, const QRec
     painter().setRenderHint(QPainter::LosslessImageRendering, false);
   }
   drawUpright(page, target, page.rect());
-  painter().restore();
 }
 
 } // namespace xov

@@ -252,7 +252,7 @@ void PixelContext::drawLineAtDesignSize(const QString& line, const TextAttribute
 void PixelContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
                            ImageKind kind) {
   clearOnce();
-  painter().save();
+  const PainterState before(painter());
   painter().setOpacity(fraction);
   const QTransform matrix = toDevice();
   if (matrix.type() <= QTransform::TxScale && matrix.m11() > 0 && matrix.m22() < 0) {
@@ -266,7 +266,6 @@ void PixelContext::onImage(const QImage& image, const QRectF& target, const QRec
   } else {
     drawUpright(image, target, source);
   }
-  painter().restore();
 }
 
 } // namespace xov
