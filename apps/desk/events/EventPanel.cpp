@@ -11,6 +11,7 @@ namespace xov::desk {
 
 namespace {
 
+constexpr int kRowMargin = 4;
 const QString kPlainText = QStringLiteral("text/plain");
 const QString kWidestOriginTime = QStringLiteral("0000-00-00T00:00:00.000Z00");
 
@@ -32,6 +33,7 @@ EventPanel::EventPanel(QWidget* parent)
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setTabKeyNavigation(false);
   verticalHeader()->hide();
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowMargin);
   setWordWrap(false);
   horizontalHeader()->resizeSection(EventTableModel::Time, fontMetrics().horizontalAdvance(kWidestOriginTime));
   horizontalHeader()->setStretchLastSection(true);

@@ -10,6 +10,8 @@ namespace xov::desk {
 
 namespace {
 
+constexpr int kPickRowMargin = 8; // an editor has a frame
+const QString kUsualChannel = QStringLiteral("WW.WWWWW.00.WWW");
 const QString kWidestTime = QStringLiteral("0000-00-00T00:00:00.000000000Z000");
 
 } // namespace
@@ -28,8 +30,10 @@ PickPanel::PickPanel(PickDocument& document, QWidget* parent)
   sortByColumn(PickTableModel::Time, Qt::AscendingOrder);
   setSelectionBehavior(QAbstractItemView::SelectRows);
   verticalHeader()->hide();
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kPickRowMargin);
   setWordWrap(false);
   horizontalHeader()->resizeSection(PickTableModel::Time, fontMetrics().horizontalAdvance(kWidestTime));
+  horizontalHeader()->resizeSection(PickTableModel::Channel, fontMetrics().horizontalAdvance(kUsualChannel));
   horizontalHeader()->setStretchLastSection(true);
   connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
     if (current.isValid()) Q_EMIT chosen(idAt(current));

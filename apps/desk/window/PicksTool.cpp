@@ -103,8 +103,10 @@ void PicksTool::setUp(PickEditor& editor) const {
 
 void PicksTool::setUpAll() {
   expecting_->setEnabled(picking_->isChecked());
-  if (auto* const dock = window_.findChild<QDockWidget*>(QStringLiteral("picksDock")); picking_->isChecked())
+  if (auto* const dock = window_.findChild<QDockWidget*>(QStringLiteral("picksDock")); picking_->isChecked()) {
     dock->show();
+    dock->raise();
+  }
   for (const QPointer<PickEditor>& editor : editors_)
     if (editor) setUp(*editor);
   // So that keys reach the plot at once.
