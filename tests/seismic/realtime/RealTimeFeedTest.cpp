@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 using namespace xov;
 using test::copiedSamples;
@@ -168,6 +169,15 @@ TEST(RealTimeSpan, ofNothingIsHarmless) {
     const RealTimeSpan span = realTimeSpan(utc(10, 0, 0), length, Edge::Right);
     EXPECT_TRUE(span.base.isValid());
     EXPECT_TRUE(std::isfinite(span.xmin) && std::isfinite(span.xmax));
+  }
+}
+
+TEST(RealTimeSpan, hasNoBaseAtTheEndsOfTime) {
+  using Limits = std::numeric_limits<qint64>;
+  for (const qint64 moment : {Limits::max(), Limits::min() + 1}) {
+    const QDateTime reference = QDateTime::fromMSecsSinceEpoch(moment, Qt::UTC);
+    for (const Edge edge : {Edge::Left, Edge::Right})
+      EXPECT_FALSE(realTimeSpan(reference, 1e10, edge).base.isValid());
   }
 }
 

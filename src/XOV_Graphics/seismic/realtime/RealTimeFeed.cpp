@@ -12,6 +12,8 @@ constexpr double kMillisecondsPerMinute = 60 * kMillisecondsPerSecond;
 
 // A span beyond what dates can hold is shown as one without a length.
 constexpr double kLongestSpanSeconds = 1e10;
+// Dates hold less than 2^63 milliseconds.
+constexpr double kFarthestMilliseconds = 9e18;
 
 bool isSameText(const SacText<8>& left, const SacText<8>& right) {
   return std::equal(std::begin(left.bytes), std::end(left.bytes), std::begin(right.bytes));
@@ -28,6 +30,7 @@ RealTimeSpan realTimeSpan(const QDateTime& reference, double seconds, Edge edge)
   if (!reference.isValid()) return {};
   const double span = std::abs(seconds) <= kLongestSpanSeconds ? seconds : 0;
   const double instant = double(reference.toMSecsSinceEpoch());
+  if (std::abs(instant) > kFarthestMilliseconds) return {};
   const double start = edge == Edge::Right ? instant - span * kMillisecondsPerSecond : instant;
   const double middle = start + span * kMillisecondsPerSecond / 2;
   const double base = std::floor(middle / kMillisecondsPerMinute) * kMillisecondsPerMinute;

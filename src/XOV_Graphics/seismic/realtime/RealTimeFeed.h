@@ -15,7 +15,8 @@ struct XOV_EXPORT RealTimeSpan {
 /// The span of `seconds` that ends, or begins, at `reference`, which lies on that edge of the display. The base is
 /// the last whole minute before the middle of the span: times stay within half the span and a minute of 0, where
 /// single precision is finest, on both sides alike, which keeps what accumulates while a trace is drawn smallest. For
-/// an hour, b, xmin and xmax are off by 0.07 ms at most. The base moves with the reference, a minute at a time.
+/// an hour, b, xmin and xmax are off by 0.07 ms at most. The base moves with the reference, a minute at a time. No
+/// base for a reference that is invalid or at the ends of what dates can hold.
 XOV_EXPORT RealTimeSpan realTimeSpan(const QDateTime& reference, double seconds, Edge edge);
 
 /// Channels as they arrive, each with a buffer of its own. Not tied to any source or clock.
