@@ -123,7 +123,7 @@ bool fits(const SamplePlace& place, SampleStorage storage, std::int64_t size) {
   constexpr std::int64_t kBitsAByte = 8;
   if (place.offset < 0 || place.offset >= size || place.count < 1) return false;
   const std::int64_t room = size - place.offset;
-  return storage == SampleStorage::MiniSeed ? place.count <= room * kBitsAByte
+  return storage == SampleStorage::MiniSeed ? (place.count - 1) / kBitsAByte < room
                                             : place.count <= room / std::int64_t(sizeof(float));
 }
 
