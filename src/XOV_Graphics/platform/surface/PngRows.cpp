@@ -14,7 +14,7 @@ using Byte = std::uint8_t;
 enum Filter : std::uint8_t { kNone, kSub, kUp, kAverage, kFilters };
 
 constexpr double kFewBreaks = 0.35; // of a row's bytes
-constexpr std::size_t kLanes = 64;
+constexpr std::size_t kSumLanes = 64;
 constexpr std::size_t kMostRounds = 255; // that a byte can count
 
 void subtractLeft(const Byte* row, std::size_t count, std::size_t step, Byte* out) {
@@ -39,11 +39,11 @@ void subtractMean(const Byte* row, const Byte* above, std::size_t count, std::si
 template <class Count>
 std::size_t countBytes(std::size_t count, const Count& countAt) {
   std::size_t sum = 0, at = 0;
-  while (at + kLanes <= count) {
-    std::array<Byte, kLanes> lanes{};
-    const std::size_t rounds = std::min((count - at) / kLanes, kMostRounds);
-    for (std::size_t round = 0; round < rounds; ++round, at += kLanes) {
-      for (std::size_t i = 0; i < kLanes; ++i)
+  while (at + kSumLanes <= count) {
+    std::array<Byte, kSumLanes> lanes{};
+    const std::size_t rounds = std::min((count - at) / kSumLanes, kMostRounds);
+    for (std::size_t round = 0; round < rounds; ++round, at += kSumLanes) {
+      for (std::size_t i = 0; i < kSumLanes; ++i)
         lanes[i] = Byte(lanes[i] + countAt(at + i));
     }
     for (const Byte lane : lanes)

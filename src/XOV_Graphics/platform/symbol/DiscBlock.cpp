@@ -45,7 +45,7 @@ struct Axis {
   Numbers far;
 };
 
-struct Block {
+struct ChordBlock {
   const DiscChords& chords;
   const Axis& x;
   const Axis& y;
@@ -59,7 +59,7 @@ using Doubles = typename LanesWith<double, kLanes<Vector> / 2>::Vector;
 
 /// DiscChords::areaLeftBelow() of one row line and each column line.
 template <class Vector>
-XOV_INLINE void findCorners(const Block& block, std::size_t row, double* corners) {
+XOV_INLINE void findCorners(const ChordBlock& block, std::size_t row, double* corners) {
   const double squared = block.chords.squared;
   const double area = block.chords.area;
   const double yAt = block.y.at[row], yIntegral = block.y.integral[row];
@@ -80,7 +80,7 @@ XOV_INLINE void findCorners(const Block& block, std::size_t row, double* corners
 }
 
 template <class Vector>
-XOV_INLINE void coverBlockWith(const Block& block) {
+XOV_INLINE void coverBlockWith(const ChordBlock& block) {
   const double squared = block.chords.squared;
   Numbers first{}, second{};
   double* low = first.data();
@@ -109,7 +109,7 @@ XOV_INLINE void coverBlockWith(const Block& block) {
     std::swap(low, high);
   }
 }
-XOV_VECTOR_FUNCTION(void, coverBlock, (const Block& block), (block))
+XOV_VECTOR_FUNCTION(void, coverBlock, (const ChordBlock& block), (block))
 
 } // namespace
 

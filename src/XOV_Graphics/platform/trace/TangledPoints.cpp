@@ -11,7 +11,7 @@ namespace xov {
 namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kFarAway = 1e15; // pixels; slopes and differences stay numbers
+constexpr double kFarthestPixel = 1e15; // pixels; slopes and differences stay numbers
 
 } // namespace
 
@@ -41,7 +41,7 @@ QPointF TangledPoints::placeOf(double since, float value) const {
   const double x = since * toDevice_.m11() + up * toDevice_.m21() + toDevice_.dx();
   const double y = since * toDevice_.m12() + up * toDevice_.m22() + toDevice_.dy();
   if (std::isnan(x) || std::isnan(y)) return {kNan, kNan};
-  return {std::clamp(x, -kFarAway, kFarAway), std::clamp(y, -kFarAway, kFarAway)};
+  return {std::clamp(x, -kFarthestPixel, kFarthestPixel), std::clamp(y, -kFarthestPixel, kFarthestPixel)};
 }
 
 int TangledPoints::load(std::int64_t begin, Points& points) const {
@@ -55,7 +55,7 @@ int TangledPoints::load(std::int64_t begin, Points& points) const {
 }
 
 void TangledPoints::noteBlock(std::int64_t begin, const QRectF& visible, double radius) {
-  double left = kFarAway, right = -kFarAway, top = kFarAway, bottom = -kFarAway;
+  double left = kFarthestPixel, right = -kFarthestPixel, top = kFarthestPixel, bottom = -kFarthestPixel;
   const std::int64_t end = std::min(begin + kBlock + 1, timeline_.last());
   for (std::int64_t i = begin; i < end; ++i) {
     const QPointF point = pointAt(i);
