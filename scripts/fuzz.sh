@@ -50,11 +50,11 @@ run() {
   [ $findings = 0 ]
 }
 
-# Builds the targets with counters of lines and replays the seeds and what the fuzzers kept.
+# Replays the seeds and what the fuzzers kept in a build that counts lines.
 coverage() {
   local name program seeds covers folders prefix sources
-  must configure-coverage "Configure (coverage)" cmake --preset coverage
-  must build-coverage "Build (coverage)" cmake --build --preset coverage -j "$jobs"
+  build fuzz-coverage
+  mkdir -p "$logs"
   while read -r name program seeds covers; do
     folders=("$seeds")
     [ -z "$(ls -A "build/fuzz/corpora/$name" 2>/dev/null)" ] || folders+=("build/fuzz/corpora/$name")
@@ -70,12 +70,13 @@ coverage() {
       python3 -c '
 import json, sys
 name, prefixes = sys.argv[1], tuple(sys.argv[2:])
-files = [f for f in json.load(sys.stdin)["data"][0]["files"] if f["filename"].startswith(prefixes) and f["filename"].endswith(".cpp")]
+files = [f for f in json.load(sys.stdin)["data"][0]["files"]
+         if f["filename"].startswith(prefixes) and f["filename"].endswith(".cpp")]
 lines = sum(f["summary"]["lines"]["count"] for f in files)
 covered = sum(f["summary"]["lines"]["covered"] for f in files)
 print(f"  {name:15} {covered:6} of {lines:6} lines, {100 * covered / max(lines, 1):5.1f} %")
 ' "$name" "${sources[@]}"
-  done <build/coverage/fuzzers
+  done <build/fuzz-coverage/fuzzers
 }
 
 case ${1-} in

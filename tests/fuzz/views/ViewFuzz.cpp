@@ -95,8 +95,8 @@ void requireWithinBudget(const RecordingContext& recording) {
   const std::size_t items = recording.items().size();
   const auto texts =
       std::size_t(std::ranges::count(recording.items(), RecordedItem::Kind::Text, &RecordedItem::kind));
-  require(items <= kMostItems, "a picture has a bounded number of items", QString::number(items));
-  require(texts <= kMostTexts, "a picture has a bounded number of texts", QString::number(texts));
+  require(items <= testing::kMostItems, "a picture has a bounded number of items", QString::number(items));
+  require(texts <= testing::kMostTexts, "a picture has a bounded number of texts", QString::number(texts));
   require(recording.stateDepth() == 1, "a drawing restores what it saves");
 }
 

@@ -5,6 +5,7 @@
 #include "tests/views/all/RandomHost.h"
 
 #include <any>
+#include <cstddef>
 #include <memory>
 #include <span>
 
@@ -22,6 +23,11 @@ struct ViewMaker {
 };
 
 std::span<const ViewMaker> viewMakers();
+
+/// More than this no view draws, whatever its limits and options are: what a host hands it to be named, such as 60
+/// labels of a map and 300 captions, is a small part of it.
+inline constexpr std::size_t kMostTexts = 3000;
+inline constexpr std::size_t kMostItems = 20000;
 
 /// Asks a view what only those of its kind tell about a place.
 void askOfKind(const XOVView& view, const QRectF& box, RandomHost& host);

@@ -42,6 +42,27 @@ TEST(RandomViews, drawWhatTheyCanOfAnything) {
   }
 }
 
+// Axes and maps of limits far beyond what they are made for would have thousands of labels, for seconds.
+TEST(RandomViews, drawABoundedNumberOfTextsWhateverTheLimits) {
+  constexpr PlotLimits kLimits[] = {{0, 440000, 0, 440000}, {0, 60, 0, 60000}, {-1e6F, 1e6F, -1e3F, 1e3F}};
+  for (std::size_t i = 0; i < viewMakers().size(); ++i) {
+    for (const PlotLimits& limits : kLimits) {
+      RandomHost host{unsigned(i)};
+      HostedView hosted = viewMakers()[i].make(host);
+      auto& view = static_cast<XOVView&>(*hosted.view);
+      view.resize(900, 700);
+      view.set_fixedXAxisRange(true);
+      view.set_fixedYAxisRange(true);
+      view.setXLimitsMinMax(limits.xmin, limits.xmax);
+      view.setYLimitsMinMax(limits.ymin, limits.ymax);
+      RecordingContext recording;
+      view.drawInto(recording);
+      EXPECT_LE(recording.items().size(), testing::kMostItems) << viewMakers()[i].name;
+      EXPECT_LE(recording.texts().size(), testing::kMostTexts) << viewMakers()[i].name;
+    }
+  }
+}
+
 // Mostly within a view, else far away or nowhere.
 QPointF anyPoint(const QRectF& bounds, RandomHost& host) {
   const QPointF within(bounds.width() * host.count(1000) / 1000, bounds.height() * host.count(1000) / 1000);
