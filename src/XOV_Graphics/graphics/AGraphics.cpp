@@ -14,14 +14,14 @@
 
 namespace xov {
 
-std::int32_t gDevice = 0;
-std::int32_t gFont = 0;
-std::int32_t gFontsize = 0;
-std::int32_t gJustify = 0;
-std::int32_t gPenWidth = 0;
-std::int32_t gPosDown = 0;
-std::int32_t gXsecTic = 0;
-std::int32_t gYsecTic = 0;
+XOV_PER_THREAD std::int32_t gDevice = 0;
+XOV_PER_THREAD std::int32_t gFont = 0;
+XOV_PER_THREAD std::int32_t gFontsize = 0;
+XOV_PER_THREAD std::int32_t gJustify = 0;
+XOV_PER_THREAD std::int32_t gPenWidth = 0;
+XOV_PER_THREAD std::int32_t gPosDown = 0;
+XOV_PER_THREAD std::int32_t gXsecTic = 0;
+XOV_PER_THREAD std::int32_t gYsecTic = 0;
 
 namespace {
 
@@ -60,7 +60,7 @@ double leftShift(int code, QSizeF box) {
 } // namespace
 
 AGraphicsState& aGraphicsState() {
-  static AGraphicsState state;
+  static XOV_PER_THREAD AGraphicsState state;
   return state;
 }
 

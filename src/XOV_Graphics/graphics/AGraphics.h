@@ -16,11 +16,17 @@ namespace xov {
 class Path;
 class TextAttributes;
 
+#if defined(_MSC_VER)
+#define XOV_PER_THREAD // variables of a DLL cannot be a thread's: there only one thread draws
+#else
+#define XOV_PER_THREAD thread_local
+#endif
+
 // A small procedural drawing layer: a pen that appends lines to the caller's path, strings and numbers at a point,
 // and linear axes with ticks and labels. It owns no surface. Pen operations only add to the path that ASetPath()
 // named, and the caller strokes that path, as a rule once an axis; text goes at once to GraphicsContext::current().
 //
-// The state is one for the whole process and is not locked: main thread only. A view draws its axes in this order:
+// Each thread has a state of its own. A view draws its axes in this order:
 // AInitGraphLib, ASetPath with its emptied path, ASetTickLabelAttributes, ASetAxisRect, then ASetLineWidth,
 // ASetFontSize and the power flags where wanted, then the axes, and strokes its path.
 //
@@ -28,23 +34,23 @@ class TextAttributes;
 // first AInitGraphLib().
 
 /// Reserved; nothing reads or writes it.
-extern XOV_EXPORT std::int32_t gDevice;
+extern XOV_EXPORT XOV_PER_THREAD std::int32_t gDevice;
 /// A font number: AInitGraphLib() sets it to 20; nothing reads it.
-extern XOV_EXPORT std::int32_t gFont;
+extern XOV_EXPORT XOV_PER_THREAD std::int32_t gFont;
 /// The font size in points that tick lengths, label offsets and the number of ticks follow from. It does not change
 /// the font that labels are drawn in (see ASetTickLabelAttributes). AInitGraphLib() sets it to 18.
-extern XOV_EXPORT std::int32_t gFontsize;
+extern XOV_EXPORT XOV_PER_THREAD std::int32_t gFontsize;
 /// How the next string lies about its point, see ASetJustify(). AInitGraphLib() sets it to 1.
-extern XOV_EXPORT std::int32_t gJustify;
+extern XOV_EXPORT XOV_PER_THREAD std::int32_t gJustify;
 /// Reserved; nothing reads or writes it. The line width goes to the path, see ASetLineWidth().
-extern XOV_EXPORT std::int32_t gPenWidth;
+extern XOV_EXPORT XOV_PER_THREAD std::int32_t gPenWidth;
 /// Other than 0, the tick labels of Y axes have their signs inverted, for values that count downwards such as depth.
 /// Only the host sets it; AInitGraphLib() leaves it alone.
-extern XOV_EXPORT std::int32_t gPosDown;
+extern XOV_EXPORT XOV_PER_THREAD std::int32_t gPosDown;
 /// Other than 0, X axes have secondary ticks. AInitGraphLib() sets it to 1.
-extern XOV_EXPORT std::int32_t gXsecTic;
+extern XOV_EXPORT XOV_PER_THREAD std::int32_t gXsecTic;
 /// Other than 0, Y axes have secondary ticks. AInitGraphLib() sets it to 1.
-extern XOV_EXPORT std::int32_t gYsecTic;
+extern XOV_EXPORT XOV_PER_THREAD std::int32_t gYsecTic;
 
 /// Resets font, font size, justification, secondary ticks, both power flags (0) and the path (none); the label
 /// attributes, the axis rectangle, gDevice, gPenWidth and gPosDown stay.

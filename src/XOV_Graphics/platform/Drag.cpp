@@ -57,8 +57,8 @@ void dragPicture(QWidget* source, Pasteboard pasteboard, const QImage& picture, 
     pasteboard = std::move(withFile);
   }
   const PictureDrag request{source, std::make_shared<const Pasteboard>(std::move(pasteboard)), picture, hotSpot};
-  if (dragHandler()) {
-    dragHandler()(request);
+  if (const auto handler = dragHandler()) { // it may set another one
+    handler(request);
   } else {
     dragOnPlatform(request);
   }

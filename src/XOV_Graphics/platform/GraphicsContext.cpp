@@ -14,7 +14,7 @@ public:
 };
 
 GraphicsContext*& currentContext() {
-  static GraphicsContext* context = nullptr;
+  static thread_local GraphicsContext* context = nullptr;
   return context;
 }
 
@@ -43,7 +43,7 @@ GraphicsContext::~GraphicsContext() = default;
 GraphicsContext& GraphicsContext::current() {
   if (currentContext() != nullptr) return *currentContext();
   // A fresh context each time would lose nothing; one that is kept must not gather saved states.
-  static NullContext none;
+  static thread_local NullContext none;
   none.states_.assign(1, {});
   return none;
 }

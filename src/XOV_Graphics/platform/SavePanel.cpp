@@ -87,7 +87,8 @@ private:
 SavePanel::~SavePanel() = default;
 
 std::shared_ptr<SavePanel> SavePanel::savePanel() {
-  return factory() ? factory()() : std::make_shared<FileDialogPanel>();
+  const Factory made = factory(); // it may set another one
+  return made ? made() : std::make_shared<FileDialogPanel>();
 }
 
 void SavePanel::setFactory(Factory newFactory) { factory() = std::move(newFactory); }

@@ -24,7 +24,8 @@ public:
 
   virtual ~SavePanel();
 
-  /// A new panel from the factory that is set, else a file dialog of the platform.
+  /// A new panel from the factory that is set, else a file dialog of the platform. Null where the factory gives none:
+  /// then views open no sheet.
   static std::shared_ptr<SavePanel> savePanel();
   /// An empty factory brings the platform's file dialog back.
   static void setFactory(Factory factory);

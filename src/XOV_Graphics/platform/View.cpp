@@ -16,6 +16,7 @@
 #include <QScopeGuard>
 #include <QStyleHints>
 #include <QStyleOption>
+#include <QThread>
 
 #include <algorithm>
 #include <cmath>
@@ -38,9 +39,18 @@ QRect widgetGeometry(const QRectF& frame) {
           whole(frame.height(), 0)};
 }
 
+// Qt keeps a list of all widgets that no lock protects.
+QWidget* parentInOwnThread(QWidget* parent) {
+  const QCoreApplication* app = QCoreApplication::instance();
+  if (app == nullptr) qFatal("View::View(): a view needs a QApplication, which must be made first");
+  if (QThread::currentThread() != app->thread())
+    qFatal("View::View(): views are made in the thread of the QApplication, and this is another one");
+  return parent;
+}
+
 } // namespace
 
-View::View(QWidget* parent) : QWidget(parent), scaledImages_(std::make_unique<ScaledImages>()) {
+View::View(QWidget* parent) : QWidget(parentInOwnThread(parent)), scaledImages_(std::make_unique<ScaledImages>()) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -114,20 +124,29 @@ void View::forgetScaledImages() { scaledImages_->clear(); }
 
 void View::viewDidEndLiveResize() {}
 
-// What is made of the view for others, or nothing of it when that throws.
-template <typename Make>
-auto View::madeOfView(Make&& make) noexcept -> decltype(make()) {
-  const auto made = guarded(QString(), [&]() -> Result<decltype(make())> { return make(); });
+// What is made of the view for others, or nothing of it when that throws. Who hears that a drawing is over may take
+// the view away, so that comes last.
+template <typename Made>
+Made View::madeOfView(
+    const std::function<Made(const std::function<void(GraphicsContext&)>& drawing)>& make) noexcept {
+  bool isDrawn = false;
+  const auto made = guarded(QString(), [&]() -> Result<Made> {
+    return make([&](GraphicsContext& context) {
+      draw(context, bounds());
+      isDrawn = true;
+    });
+  });
   exportError_ = made.error();
+  if (isDrawn && !isDrawing()) contained("after a drawing", [this] { didDraw(); });
   return made.value();
 }
 
 QByteArray View::dataWithPDFInsideRect(const QRectF& rect) {
-  return madeOfView([&] { return pdfPage(rect, [this](GraphicsContext& context) { drawAll(context); }); });
+  return madeOfView<QByteArray>([&](const auto& drawing) { return pdfPage(rect, drawing); });
 }
 
 QByteArray View::dataWithSVGInsideRect(const QRectF& rect) {
-  return madeOfView([&] { return svgPage(rect, [this](GraphicsContext& context) { drawAll(context); }); });
+  return madeOfView<QByteArray>([&](const auto& drawing) { return svgPage(rect, drawing); });
 }
 
 void View::paint(QPainter& painter, const QRectF& target) {
@@ -139,15 +158,14 @@ void View::paint(QPainter& painter, const QRectF& target) {
                             target.top() + target.height());
   contained("drawing", [&] {
     PaperContext context(painter, toTarget * painter.worldTransform(), view, nullptr);
-    drawAll(context);
+    draw(context, view);
+    if (!isDrawing()) didDraw();
   });
 }
 
 QImage View::pictureOfRect(const QRectF& rect) {
-  return madeOfView([&] {
-    return pictureOfPart(
-        rect, bounds(), exportPixelRatio(), [this](GraphicsContext& context) { drawAll(context); },
-        scaledImages_.get());
+  return madeOfView<QImage>([&](const auto& drawing) {
+    return pictureOfPart(rect, bounds(), exportPixelRatio(), drawing, scaledImages_.get());
   });
 }
 
@@ -242,7 +260,10 @@ void View::paintEvent(QPaintEvent* event) {
   painter.end();
   if (overlayOnly) return;
   renewCursorRects();
-  if (!isDrawing()) didDraw();
+  // Qt goes on with the widget when it is painted: who takes it away does so later.
+  if (!isDrawing())
+    QMetaObject::invokeMethod(
+        this, [this] { didDraw(); }, Qt::QueuedConnection);
 }
 
 void View::setOverlay(const ViewOverlay& overlay) {

@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -178,8 +179,8 @@ private:
   };
   void draw(GraphicsContext& context, const QRectF& area);
   void drawAll(GraphicsContext& context);
-  template <typename Make>
-  auto madeOfView(Make&& make) noexcept -> decltype(make());
+  template <typename Made>
+  Made madeOfView(const std::function<Made(const std::function<void(GraphicsContext&)>& drawing)>& make) noexcept;
   bool takeEvent(QEvent* event);
   bool renewsOverlayOnly(const QRegion& region, const KeptDrawing& wanted) const;
   void setFocusShown(bool shown);

@@ -2,12 +2,15 @@
 
 #include "XOV_Graphics/base/Log.h"
 
+#include <QCoreApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
+#include <QThread>
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <memory>
 
 namespace xov {
@@ -47,13 +50,30 @@ void tellOfOther(const QFont& font) {
     qCWarning(log, "the font %s cannot be loaded; texts are in %s", qUtf8Printable(family), qUtf8Printable(loaded));
 }
 
+using Faces = std::map<QString, std::unique_ptr<Typeface>>;
+
+// Qt takes its font database down before anything of the main thread's goes at the end of the process: those stay.
+class FreedWithItsThread {
+public:
+  void operator()(Faces* faces) const {
+    [[maybe_unused]] static Faces* volatile kept = nullptr; // not lost
+    if (isMain_)
+      kept = faces;
+    else
+      delete faces;
+  }
+
+private:
+  bool isMain_ =
+      QCoreApplication::instance() == nullptr || QThread::currentThread() == QCoreApplication::instance()->thread();
+};
+
 } // namespace
 
 const Typeface& Typeface::forFamily(const QString& family) {
-  // Never freed: Qt takes its font database down before anything of ours that is static.
-  static auto& faces = *new QHash<QString, Typeface*>;
-  Typeface*& face = faces[family];
-  if (face == nullptr) face = new Typeface(family);
+  static thread_local std::unique_ptr<Faces, FreedWithItsThread> faces(new Faces);
+  std::unique_ptr<Typeface>& face = (*faces)[family];
+  if (!face) face.reset(new Typeface(family));
   return *face;
 }
 

@@ -16,7 +16,7 @@ public:
   static constexpr int kDesignSize = 1000;
 
   /// The typeface for a family name, with "Helvetica" (and any family that is missing) resolved to what is installed.
-  /// Typefaces are kept for the life of the process.
+  /// Each thread has its own, and keeps them.
   static const Typeface& forFamily(const QString& family);
 
   const QFont& font() const { return font_; }

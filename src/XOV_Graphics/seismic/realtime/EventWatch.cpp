@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/realtime/EventWatch.h"
 
+#include "XOV_Graphics/seismic/realtime/CallsBack.h"
 #include "XOV_Graphics/seismic/realtime/EventFiles.h"
 #include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
 
@@ -22,7 +23,7 @@ constexpr qint64 kReadAtOnceMs = 10;
 
 } // namespace
 
-class EventWatch::Private : public QObject {
+class EventWatch::Private : public CallsBack {
 public:
   explicit Private(EventWatchSettings settings)
       : settings_(std::move(settings)),
@@ -42,7 +43,7 @@ public:
     look();
   }
 
-  void stop() {
+  void stop() override {
     isStarted_ = false;
     for (QTimer* timer : {&gather_, &poll_, &read_})
       timer->stop();
@@ -89,12 +90,11 @@ private:
     tell();
   }
 
-  // Either callback may stop the watch.
+  // Either callback may stop the watch, or destroy it.
   void tell() {
-    for (const QString& line : files_.takeMessages()) {
-      if (tell_) tell_(line);
-    }
-    if (files_.takeChanged() && take_) take_(files_.events());
+    for (const QString& line : files_.takeMessages())
+      call(tell_, line);
+    if (files_.takeChanged()) call(take_, files_.events());
   }
 
   EventWatchSettings settings_;
@@ -106,7 +106,7 @@ private:
 };
 
 EventWatch::EventWatch(EventWatchSettings settings) : d_(std::make_unique<Private>(std::move(settings))) {}
-EventWatch::~EventWatch() = default;
+EventWatch::~EventWatch() { Private::leave(d_); }
 
 void EventWatch::onEvents(std::function<void(const HypocentreArray&)> take) { d_->take_ = std::move(take); }
 void EventWatch::onMessage(std::function<void(const QString&)> take) { d_->tell_ = std::move(take); }

@@ -30,7 +30,7 @@ struct XOV_EXPORT EventWatchSettings {
 /// Works in the event loop of the thread that it was made in, a few files at a time, so that thousands do not stop a
 /// display. Files that are half written count as they were before until they are whole, damaged ones until they are
 /// mended; files of more than 64 MiB are refused. Of several events with one identifier the one in the file that
-/// changed last counts.
+/// changed last counts. A callback may destroy the watch.
 class XOV_EXPORT EventWatch {
 public:
   /// Nothing is read before start().

@@ -80,14 +80,14 @@ void XOVView::setYmin(float value) { setYLimitsMinMax(value, ymax_); }
 void XOVView::setYmax(float value) { setYLimitsMinMax(ymin_, value); }
 
 void XOVView::setXLimitsMinMax(float min, float max) {
-  endPart();
+  if (!endPart()) return;
   xmin_ = min;
   xmax_ = max;
   limitsWereSet();
 }
 
 void XOVView::setYLimitsMinMax(float min, float max) {
-  endPart();
+  if (!endPart()) return;
   ymin_ = min;
   ymax_ = max;
   limitsWereSet();

@@ -377,10 +377,11 @@ protected:
   WholeLimits wholeLimits() const;
   /// The gain of the part shown.
   double shownGain() const { return shownPart_ ? shownPart_->gain : 1; }
-  /// The host sets what a part had changed: the whole is shown first.
-  void endPart();
-  /// Emits exported() when `written`, which it returns.
-  bool announceExport(bool written, const QString& path);
+  /// The host sets what a part had changed: the whole is shown first. False when who heard of that has taken the view
+  /// away.
+  [[nodiscard]] bool endPart();
+  /// Emits exported() of a view that is still there when `written`, which it returns.
+  static bool announceExport(const QPointer<XOVView>& view, bool written, const QString& path);
 
   /// Whether a point lies inside the data frame, which has a size.
   bool isInFrame(QPointF point) const;

@@ -23,14 +23,18 @@ bool writeMade(const QString& path, QString* error, Make&& make) {
   return succeeded(status, error);
 }
 
-Result<QByteArray> document(const View& view, const QByteArray& bytes) {
+// Why nothing was made of a view that may be gone by now; empty where it does not say.
+QString whyNothing(const QPointer<XOVView>& view) { return view ? view->exportError() : QString(); }
+
+Result<QByteArray> document(const QPointer<XOVView>& view, const QByteArray& bytes) {
   if (!bytes.isEmpty()) return bytes;
-  return Error{view.exportError().isEmpty() ? QStringLiteral("the view is empty") : view.exportError()};
+  const QString why = whyNothing(view);
+  return Error{why.isEmpty() ? QStringLiteral("the view is empty") : why};
 }
 
-Result<QByteArray> imageFile(XOVView& view, ImageFormat format) {
-  const QImage image = view.snapshot();
-  if (image.isNull() && !view.exportError().isEmpty()) return Error{view.exportError()};
+Result<QByteArray> imageFile(const QPointer<XOVView>& view, ImageFormat format) {
+  const QImage image = view->snapshot();
+  if (const QString why = whyNothing(view); image.isNull() && !why.isEmpty()) return Error{why};
   QString why;
   const QByteArray bytes = encodeImage(image, format, &why);
   if (bytes.isEmpty()) return Error{why};
@@ -42,6 +46,7 @@ Result<QByteArray> imageFile(XOVView& view, ImageFormat format) {
 void XOVView::openSaveSheet(const QString& stem, const QString& extension,
                             const std::function<void(SavePanel*, int)>& didEnd) {
   const std::shared_ptr<SavePanel> panel = SavePanel::savePanel();
+  if (!panel) return;
   const QString name = QString::asprintf("%s_%3.3d.%s", qUtf8Printable(stem), pltCount_, qUtf8Printable(extension));
   ++pltCount_;
   panel->setRequiredFileType(extension);
@@ -90,24 +95,29 @@ void XOVView::didEndJPGReturnCodeContextInfo(SavePanel* sheet, int, void*) {
 }
 
 bool XOVView::writePDFToFile(const QString& path, QString* error) {
-  const auto make = [this] { return document(*this, dataWithPDFInsideRect(bounds())); };
-  return announceExport(writeMade(path, error, make), path);
+  const QPointer<XOVView> self(this); // who hears of the drawing may take the view away
+  const auto make = [&] { return document(self, dataWithPDFInsideRect(bounds())); };
+  return announceExport(self, writeMade(path, error, make), path);
 }
 
 bool XOVView::writeSVGToFile(const QString& path, QString* error) {
-  return writeMade(path, error, [this] { return document(*this, dataWithSVGInsideRect(bounds())); });
+  const QPointer<XOVView> self(this);
+  return writeMade(path, error, [&] { return document(self, dataWithSVGInsideRect(bounds())); });
 }
 
 bool XOVView::writeTIFToFile(const QString& path, QString* error) {
-  return announceExport(writeMade(path, error, [this] { return imageFile(*this, ImageFormat::Tiff); }), path);
+  const QPointer<XOVView> self(this);
+  return announceExport(self, writeMade(path, error, [&] { return imageFile(self, ImageFormat::Tiff); }), path);
 }
 
 bool XOVView::writeJPGToFile(const QString& path, QString* error) {
-  return announceExport(writeMade(path, error, [this] { return imageFile(*this, ImageFormat::Jpeg); }), path);
+  const QPointer<XOVView> self(this);
+  return announceExport(self, writeMade(path, error, [&] { return imageFile(self, ImageFormat::Jpeg); }), path);
 }
 
 bool XOVView::writePNGToFile(const QString& path, QString* error) {
-  return announceExport(writeMade(path, error, [this] { return imageFile(*this, ImageFormat::Png); }), path);
+  const QPointer<XOVView> self(this);
+  return announceExport(self, writeMade(path, error, [&] { return imageFile(self, ImageFormat::Png); }), path);
 }
 
 void XOVView::copy(QObject*) {

@@ -106,8 +106,9 @@ void XOVView::report(QPointF position, void (PlotController::*message)(QPointF, 
 
 // The picture hangs centred under the pointer, wherever in the view the click was.
 void XOVView::dragOut() {
+  const QPointer<XOVView> self(this); // who hears of the drawing may take the view away
   const QImage picture = snapshot();
-  if (picture.isNull()) return;
+  if (picture.isNull() || !self) return;
   Pasteboard pasteboard;
   pasteboard.declareTypes({kTiffType});
   pasteboard.setData(encodeImage(picture, ImageFormat::TiffLzw), kTiffType);
@@ -116,7 +117,6 @@ void XOVView::dragOut() {
 }
 
 void XOVView::set_trackMouse(bool track) {
-  change(trackMouse_, track);
   if (track) {
     auto* timer = new QTimer(this);
     const double milliseconds = std::isfinite(mouseTrackInterval_) ? mouseTrackInterval_ * 1000 : kLongestTrackMs;
@@ -124,13 +124,14 @@ void XOVView::set_trackMouse(bool track) {
     connect(timer, &QTimer::timeout, this, [this] { handleTrackedMousePosition(); });
     timer->start();
     set_mouseTrackTimer(timer);
-    return;
+  } else {
+    if (mouseTrackTimer_) {
+      mouseTrackTimer_->stop();
+      mouseTrackTimer_->deleteLater();
+    }
+    set_mouseTrackTimer(nullptr);
   }
-  if (mouseTrackTimer_) {
-    mouseTrackTimer_->stop();
-    mouseTrackTimer_->deleteLater();
-  }
-  set_mouseTrackTimer(nullptr);
+  change(trackMouse_, track);
 }
 
 void XOVView::handleTrackedMousePosition() {

@@ -55,10 +55,12 @@ void XOVView::showPart(const std::optional<PlotPart>& wish) {
   Q_EMIT shownPartChanged();
 }
 
-void XOVView::endPart() {
-  if (!shownPart_) return;
+bool XOVView::endPart() {
+  if (!shownPart_) return true;
+  const QPointer<XOVView> self(this);
   const PlotReach reach = this->reach();
   if (reach.x != PlotReach::Motion::None || reach.y != PlotReach::Motion::None) showPart({});
+  return !self.isNull();
 }
 
 void XOVView::applyPart() {

@@ -32,8 +32,8 @@ void XOVView::announceLimits() {
 
 void XOVView::didDraw() { announceLimits(); }
 
-bool XOVView::announceExport(bool written, const QString& path) {
-  if (written) contained("after an export", [&] { Q_EMIT exported(path); });
+bool XOVView::announceExport(const QPointer<XOVView>& view, bool written, const QString& path) {
+  if (written && view) contained("after an export", [&] { Q_EMIT view->exported(path); });
   return written;
 }
 
@@ -51,93 +51,93 @@ QString XOVView::usualAxisName(Qt::Axis axis) const {
 }
 
 void XOVView::writeTitle(const QString& title) {
-  setTitle(title);
   setNeedsDisplay();
+  setTitle(title);
 }
 
 void XOVView::writeXLabel(const QString& label) {
-  setXLabelString(label);
   setNeedsDisplay();
+  setXLabelString(label);
 }
 
 void XOVView::writeYLabel(const QString& label) {
-  setYLabelString(label);
   setNeedsDisplay();
+  setYLabelString(label);
 }
 
 void XOVView::writeXmin(float value) {
-  setXmin(value);
   setNeedsDisplay();
+  setXmin(value);
 }
 
 void XOVView::writeXmax(float value) {
-  setXmax(value);
   setNeedsDisplay();
+  setXmax(value);
 }
 
 void XOVView::writeYmin(float value) {
-  setYmin(value);
   setNeedsDisplay();
+  setYmin(value);
 }
 
 void XOVView::writeYmax(float value) {
-  setYmax(value);
   setNeedsDisplay();
+  setYmax(value);
 }
 
 void XOVView::writeMinYRange(float range) {
-  setMinYRange(range);
   setNeedsDisplay();
+  setMinYRange(range);
 }
 
 void XOVView::writeLineWidth(double points) {
-  setLineWidth(points);
   setNeedsDisplay();
+  setLineWidth(points);
 }
 
 void XOVView::writeFixedXAxisRange(bool fixed) {
-  set_fixedXAxisRange(fixed);
   setNeedsDisplay();
+  set_fixedXAxisRange(fixed);
 }
 
 void XOVView::writeFixedYAxisRange(bool fixed) {
-  set_fixedYAxisRange(fixed);
   setNeedsDisplay();
+  set_fixedYAxisRange(fixed);
 }
 
 void XOVView::writeSubtitle(const QString& subtitle) {
-  setSubtitle(subtitle);
   setNeedsDisplay();
+  setSubtitle(subtitle);
 }
 
 void XOVView::writeShowPlotTitle(bool show) {
-  set_showPlotTitle(show);
   setNeedsDisplay();
+  set_showPlotTitle(show);
 }
 
 void XOVView::writeTimeStamp(bool show) {
-  set_timeStamp(show);
   setNeedsDisplay();
+  set_timeStamp(show);
 }
 
 void XOVView::writeShowZoomRect(bool show) {
-  set_showZoomRect(show);
   setNeedsDisplay();
+  set_showZoomRect(show);
 }
 
 void XOVView::writeLabelFontSize(float size) {
-  setLabelFontSize(size);
   setNeedsDisplay();
+  setLabelFontSize(size);
 }
 
 void XOVView::writeTitleFontSize(float size) {
-  setTitleFontSize(size);
   setNeedsDisplay();
+  setTitleFontSize(size);
 }
 
 void XOVView::writeTitleColor(const QColor& color) {
-  setTitleColor(color);
   setNeedsDisplay();
+  setTitleColor(color);
 }
 
 void XOVView::writeTrackMouse(bool track) {

@@ -55,12 +55,12 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeShowNoiseModels(bool value) {
-    setShowNoiseModels(value);
     setNeedsDisplay();
+    setShowNoiseModels(value);
   }
   void writeShowPercentiles(bool value) {
-    setShowPercentiles(value);
     setNeedsDisplay();
+    setShowPercentiles(value);
   }
 
   void makePicture();

@@ -8,6 +8,7 @@
 #include "XOV_Graphics/seismic/prepare/RecordTexts.h"
 #include "XOV_Graphics/seismic/prepare/SpectrumPieces.h"
 #include "XOV_Graphics/seismic/prepare/TimeAxis.h"
+#include "XOV_Graphics/views/base/HeldCopy.h"
 #include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/base/TitledAxes.h"
 
@@ -127,8 +128,9 @@ QRectF SpectrogramView::partFrame(QPointF viewPoint) const {
 }
 
 QDateTime SpectrogramView::momentOfZero() const {
-  if (timeReference_.isValid() || !records_) return timeReference_;
-  for (const auto& record : *records_) {
+  const auto records = heldCopy(records_);
+  if (timeReference_.isValid() || !records) return timeReference_;
+  for (const auto& record : *records) {
     const QDateTime reference = record ? referenceTimeOf(*record) : QDateTime();
     if (reference.isValid()) return reference;
   }
@@ -152,7 +154,8 @@ void SpectrogramView::computePicture() {
   if (computed_ == wanted) return;
   picture_ = {};
   try {
-    if (records_) picture_ = spectrogram(spectrogramPieces(*records_), wanted.settings);
+    const auto records = heldCopy(records_);
+    if (records) picture_ = spectrogram(spectrogramPieces(*records), wanted.settings);
     for (float& value : picture_.decibels)
       if (value > kNoPowerDb) value += float(decibelOffset_);
     setImageFloats(std::make_shared<const std::vector<float>>(picture_.decibels));
@@ -220,18 +223,20 @@ void SpectrogramView::drawSeismogram() {
   context.clipToRect(seismogramRect_);
   Path traces;
   traces.setLineWidth(kTraceWidth);
-  for (const RecordTrace& drawn : seismogramTraces())
+  const std::vector<RecordTrace> borrowed = seismogramTraces();
+  for (const RecordTrace& drawn : borrowed)
     traces.appendTrace(drawn.trace);
   context.strokePath(traces);
 }
 
 std::vector<RecordTrace> SpectrogramView::seismogramTraces() const {
   std::vector<RecordTrace> traces;
-  if (!records_ || !(seismogramRect_.width() > 0) || !(seismogramRect_.height() > 0)) return traces;
-  const AmplitudeRange range = amplitudesOf(*records_);
+  const auto records = heldCopy(records_);
+  if (!records || !(seismogramRect_.width() > 0) || !(seismogramRect_.height() > 0)) return traces;
+  const AmplitudeRange range = amplitudesOf(*records);
   const double height = double(range.highest) - double(range.lowest);
-  for (std::size_t i = 0; i < records_->size(); ++i) {
-    const auto& record = (*records_)[i];
+  for (std::size_t i = 0; i < records->size(); ++i) {
+    const auto& record = (*records)[i];
     if (!record || record->npts() <= 0) continue;
     Trace trace;
     trace.borrow(record->borrowedSamples());
@@ -257,10 +262,7 @@ PlotReadout SpectrogramView::readout(QPointF point) const {
   const double perPoint = double(xmax_ - xmin_) / iRect_.width();
   const double seconds = viewToData({point.x(), iRect_.y()}, iRect_, limits()).x();
   readout.add(QLatin1String("time"), seconds, QStringLiteral("s"), perPoint);
-  QDateTime reference = timeReference_;
-  for (std::size_t i = 0; records_ && !reference.isValid() && i < records_->size(); ++i)
-    if ((*records_)[i]) reference = referenceTimeOf(*(*records_)[i]);
-  readout.addMoment(momentAfter(reference, seconds), perPoint);
+  readout.addMoment(momentAfter(momentOfZero(), seconds), perPoint);
   if (isSeismogram) {
     const std::vector<RecordTrace> traces = seismogramTraces();
     if (const RecordTrace* const found = traceAt(traces, point)) addAmplitude(readout, *found, point, {});
@@ -274,8 +276,9 @@ PlotReadout SpectrogramView::readout(QPointF point) const {
 }
 
 void SpectrogramView::drawAmplitudeAxis() {
-  if (!showAxes_ || !records_ || !(seismogramRect_.width() > 0) || !(seismogramRect_.height() > 0)) return;
-  const AmplitudeRange range = amplitudesOf(*records_);
+  const auto records = heldCopy(records_);
+  if (!showAxes_ || !records || !(seismogramRect_.width() > 0) || !(seismogramRect_.height() > 0)) return;
+  const AmplitudeRange range = amplitudesOf(*records);
   const std::vector<double> ticks = ticksOf(range);
   if (ticks.empty()) return;
   GraphicsContext& context = GraphicsContext::current();
@@ -297,7 +300,7 @@ void SpectrogramView::drawAmplitudeAxis() {
   context.strokePath(marks);
   beginAxes(iRect_);
   setLabelFontSize(kAmplitudeFontSize);
-  drawRotatedStringXYHJustVJustAngle(amplitudeUnitOf(*records_), kLeftTitlePlace, float(seismogramRect_.center().y()),
+  drawRotatedStringXYHJustVJustAngle(amplitudeUnitOf(*records), kLeftTitlePlace, float(seismogramRect_.center().y()),
                                      HJust::Center, VJust::Center, 90);
 }
 

@@ -121,40 +121,40 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeWindowSeconds(double value) {
-    setWindowSeconds(value);
     setNeedsDisplay();
+    setWindowSeconds(value);
   }
   void writeOverlap(double value) {
-    setOverlap(value);
     setNeedsDisplay();
+    setOverlap(value);
   }
   void writeLogFrequency(bool value) {
-    setLogFrequency(value);
     setNeedsDisplay();
+    setLogFrequency(value);
   }
   void writeLowestHz(double value) {
-    setLowestHz(value);
     setNeedsDisplay();
+    setLowestHz(value);
   }
   void writeHighestHz(double value) {
-    setHighestHz(value);
     setNeedsDisplay();
+    setHighestHz(value);
   }
   void writeLowestDecibel(double value) {
-    setLowestDecibel(value);
     setNeedsDisplay();
+    setLowestDecibel(value);
   }
   void writeHighestDecibel(double value) {
-    setHighestDecibel(value);
     setNeedsDisplay();
+    setHighestDecibel(value);
   }
   void writeShowSeismogram(bool value) {
-    setShowSeismogram(value);
     setNeedsDisplay();
+    setShowSeismogram(value);
   }
   void writeTimeReference(const QDateTime& value) {
-    setTimeReference(value);
     setNeedsDisplay();
+    setTimeReference(value);
   }
 
   /// What the picture was computed of.

@@ -234,6 +234,16 @@ public:
   bool writeXYZToFile(const QString& path, QString* error = nullptr);
 
 protected:
+  /// What the write of a property does that colours follow from: sets it, makes the picture anew and asks for a
+  /// redraw, without a grid, too. Who hears of the setting may take the view away.
+  template <typename Set>
+  void writeColors(Set set) {
+    const QPointer<XOVView> self(this);
+    setNeedsDisplay();
+    set();
+    if (self) updateImagePlanes();
+  }
+
   /// The limits of the grid's extent, also while a part of it is shown.
   PlotLimits limitsOfGrid() const;
   /// The steps of a drawing, after the layout, in a state of its own with white as its colour: picture and axes.
@@ -326,45 +336,36 @@ private:
   };
   ShownCells shownCells() const;
   // What the writes of properties do: set, and draw anew.
-  void showColors() {
-    updateImagePlanes();
-    setNeedsDisplay(); // without a grid, too
-  }
   void writeColorPalette(Palette value) {
-    setPalette(value);
-    showColors();
+    writeColors([&] { setPalette(value); });
   }
   void writeNShades(int value) {
-    setNShades(value);
-    showColors();
+    writeColors([&] { setNShades(value); });
   }
   void writeScaleFactor(float value) {
-    setScaleFactor(value);
-    showColors();
+    writeColors([&] { setScaleFactor(value); });
   }
   void writeInverted(bool value) {
-    setInverted(value);
-    showColors();
+    writeColors([&] { setInverted(value); });
   }
   void writeUseTopoValues(bool value) {
-    setUseTopoValues(value);
-    showColors();
+    writeColors([&] { setUseTopoValues(value); });
   }
   void writeHideImage(bool value) {
-    setHideImage(value);
     setNeedsDisplay();
+    setHideImage(value);
   }
   void writeShowColorBar(bool value) {
-    setShowColorBar(value);
     setNeedsDisplay();
+    setShowColorBar(value);
   }
   void writeColorBarTitle(const QString& value) {
-    setColorBarTitle(value);
     setNeedsDisplay();
+    setColorBarTitle(value);
   }
   void writeShowAxes(bool value) {
-    setShowAxes(value);
     setNeedsDisplay();
+    setShowAxes(value);
   }
 
   std::int64_t bitmapPicture_ = 0; // the key of the picture that shows the bitmap

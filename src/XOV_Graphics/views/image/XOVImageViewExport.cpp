@@ -30,7 +30,7 @@ bool XOVImageView::writeXYZToFile(const QString& path, QString* error) {
                             GridValues::held(*imageFloats_, nr_, nc_));
       },
       error);
-  return announceExport(written, path);
+  return announceExport(this, written, path);
 }
 
 } // namespace xov

@@ -96,21 +96,19 @@ private:
   void drawTextBox(const QString& text, const QRectF& box) const;
   // What the writes of properties do: set, and draw anew.
   void writeCircleLabels(CircleLabels value) {
-    setCircleLabels(value);
     setNeedsDisplay();
+    setCircleLabels(value);
   }
   void writeShowPeakValue(bool value) {
-    setShowPeakValue(value);
     setNeedsDisplay();
+    setShowPeakValue(value);
   }
   void writePeakUnit(const QString& value) {
-    setPeakUnit(value);
     setNeedsDisplay();
+    setPeakUnit(value);
   }
   void writeColorsFromMinimum(bool value) {
-    setColorsFromMinimum(value);
-    updateImagePlanes();
-    setNeedsDisplay(); // without a grid, too
+    writeColors([&] { setColorsFromMinimum(value); });
   }
 
   CircleLabels circleLabels_ = NoLabels;

@@ -243,32 +243,32 @@ private:
   VAlign vAlignPlotValue() const { return VAlign(vAlignPlot()); }
   // What the writes of properties do: set, and draw anew.
   void writeShowPlates(bool value) {
-    setShowPlates(value);
     setNeedsDisplay();
+    setShowPlates(value);
   }
   void writePlateBoundaryColor(const QColor& value) {
-    setPlateBoundaryColor(value);
     setNeedsDisplay();
+    setPlateBoundaryColor(value);
   }
   void writeOutlinePointsWithNoData(bool value) {
-    setOutlinePointsWithNoData(value);
     setNeedsDisplay();
+    setOutlinePointsWithNoData(value);
   }
   void writeShowDegreeSigns(bool value) {
-    setShowDegreeSigns(value);
     setNeedsDisplay();
+    setShowDegreeSigns(value);
   }
   void writeShowScaleBar(bool value) {
-    setShowScaleBar(value);
     setNeedsDisplay();
+    setShowScaleBar(value);
   }
   void writeMovesMechanismsApart(bool value) {
-    setMovesMechanismsApart(value);
     setNeedsDisplay();
+    setMovesMechanismsApart(value);
   }
   void writeVAlignPlot(VAlign value) {
-    setVAlignPlot(value);
     setNeedsDisplay();
+    setVAlignPlot(value);
   }
 
   int tickLabelSize() const;

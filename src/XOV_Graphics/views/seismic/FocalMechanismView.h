@@ -75,20 +75,20 @@ private:
   void drawBall(const FocalMechanism& mechanism, QPointF center, double radius);
   // What the writes of properties do: set, and draw anew.
   void writeShowPrincipalAxes(bool value) {
-    setShowPrincipalAxes(value);
     setNeedsDisplay();
+    setShowPrincipalAxes(value);
   }
   void writeShowNodalPlanes(bool value) {
-    setShowNodalPlanes(value);
     setNeedsDisplay();
+    setShowNodalPlanes(value);
   }
   void writeShowDetails(bool value) {
-    setShowDetails(value);
     setNeedsDisplay();
+    setShowDetails(value);
   }
   void writeCompressionalColor(const QColor& value) {
-    setCompressionalColor(value);
     setNeedsDisplay();
+    setCompressionalColor(value);
   }
 
   std::vector<CaptionedMechanism> mechanisms_;

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
+#include "XOV_Graphics/views/base/HeldCopy.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
 #include "XOV_Graphics/views/seismic/SectionLayout.h"
 
@@ -56,6 +57,8 @@ MultiSeisView::MultiSeisView(const QRectF& frame, QWidget* parent) : PickedSeism
 
 MultiSeisView::~MultiSeisView() = default;
 
+std::shared_ptr<const SeismogramArray> MultiSeisView::heldRecords() const { return heldCopy(wvfrmsArray_); }
+
 double MultiSeisView::lineWidthOf(std::size_t strips, double height) {
   constexpr double kThinnest = 0.35;
   constexpr double kShare = 1 / 3.0;
@@ -63,14 +66,14 @@ double MultiSeisView::lineWidthOf(std::size_t strips, double height) {
 }
 
 QString MultiSeisView::usualAxisName(Qt::Axis axis) const {
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   const bool isPlaces = axis == Qt::YAxis && records && anyHasPlace(*records, stripPlacement_);
   return isPlaces ? sectionAxisTitle(stripPlacement_).toLower() : PickedSeismogramView::usualAxisName(axis);
 }
 
 void MultiSeisView::computeRects() {
   const QRectF b = bounds();
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   const bool hasAxis = records && anyHasPlace(*records, stripPlacement_);
   const double left = hasAxis ? kAxisMargin : kSideMargin;
   const double right = hasAxis ? kCaptionMargin : kSideMargin;
@@ -79,19 +82,19 @@ void MultiSeisView::computeRects() {
 }
 
 void MultiSeisView::computePlotLimits() {
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records) return;
   if (const auto found = recordLimits(*records, minYRange_)) takeLimits(*found, FixedRanges::Overwritten);
 }
 
 SeismogramArray MultiSeisView::recordsToMoveOver() const {
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   return records ? *records : SeismogramArray();
 }
 
 PlotReach MultiSeisView::reach() const {
   PlotReach reach = PickedSeismogramView::reach();
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || !reach.movesAnything() || !anyHasPlace(*records, stripPlacement_)) return reach;
   const SectionLayout layout = layoutOfWhole(*records);
   const PlotSpan places{double(layout.lower), double(layout.upper)};
@@ -116,7 +119,7 @@ SectionLayout MultiSeisView::layoutOf(const SeismogramArray& records) const {
 
 void MultiSeisView::drawRect(const QRectF&) {
   drawPaper();
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || records->empty()) return;
   computeRects();
   computePlotLimits();
@@ -252,7 +255,7 @@ std::optional<double> MultiSeisView::firstArrivalOf(const SeismogramRecord& reco
 }
 
 void MultiSeisView::drawPicks() {
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || records->empty()) return;
   const SectionLayout layout = layoutOf(*records);
   Path ticks;

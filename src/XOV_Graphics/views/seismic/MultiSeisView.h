@@ -130,6 +130,9 @@ protected:
   /// The distance or azimuth that an axis shows at the point, as "place".
   void addToReadout(PlotReadout& readout, QPointF point) const override;
   SeismogramArray recordsToMoveOver() const override;
+  /// The records as they are now, which go on in what is drawn of them whatever the host does meanwhile; null without
+  /// an array.
+  std::shared_ptr<const SeismogramArray> heldRecords() const;
 
   std::weak_ptr<const SeismogramArray> wvfrmsArray_;
   bool fillNegative_ = false;
@@ -144,36 +147,36 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writePlotGainFactor(float value) {
-    setPlotGainFactor(value);
     setNeedsDisplay();
+    setPlotGainFactor(value);
   }
   void writeShowZeroLine(bool value) {
-    setShowZeroLine(value);
     setNeedsDisplay();
+    setShowZeroLine(value);
   }
   void writeFillNegative(bool value) {
-    setFillNegative(value);
     setNeedsDisplay();
+    setFillNegative(value);
   }
   void writeFillPositive(bool value) {
-    setFillPositive(value);
     setNeedsDisplay();
+    setFillPositive(value);
   }
   void writeStripPlacement(StripPlacement value) {
-    setStripPlacement(value);
     setNeedsDisplay();
+    setStripPlacement(value);
   }
   void writeAmplitudeScaling(AmplitudeScaling value) {
-    setAmplitudeScaling(value);
     setNeedsDisplay();
+    setAmplitudeScaling(value);
   }
   void writePositiveLobeColor(const QColor& value) {
-    setPositiveLobeColor(value);
     setNeedsDisplay();
+    setPositiveLobeColor(value);
   }
   void writeNegativeLobeColor(const QColor& value) {
-    setNegativeLobeColor(value);
     setNeedsDisplay();
+    setNegativeLobeColor(value);
   }
 
   struct Caption {

@@ -9,7 +9,7 @@ namespace xov {
 
 std::vector<RecordTrace> MultiSeisView::recordTraces() const {
   std::vector<RecordTrace> traces;
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || records->empty()) return traces;
   const SectionLayout layout = layoutOf(*records);
   for (const auto& [index, center] : layout.strips) {
@@ -23,7 +23,7 @@ std::vector<RecordTrace> MultiSeisView::recordTraces() const {
 }
 
 void MultiSeisView::addToReadout(PlotReadout& readout, QPointF point) const {
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || !layoutOf(*records).hasAxis) return;
   addAxisValue(readout, QLatin1String("place"), Qt::YAxis, point);
   // Told apart from the distance of the record.
@@ -32,7 +32,7 @@ void MultiSeisView::addToReadout(PlotReadout& readout, QPointF point) const {
 
 // Degrees from the event.
 std::optional<double> MultiSeisView::distanceAt(double y) const {
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || records->empty() || !(pRect_.height() > 0)) return {};
   const SectionLayout layout = layoutOf(*records);
   if (layout.hasAxis) {

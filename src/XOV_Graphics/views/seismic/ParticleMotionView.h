@@ -76,12 +76,12 @@ private:
   void drawDirection(const QRectF& panel, const Axes& axes);
   // What the writes of properties do: set, and draw anew.
   void writeShowPolarization(bool value) {
-    setShowPolarization(value);
     setNeedsDisplay();
+    setShowPolarization(value);
   }
   void writePathColor(const QColor& value) {
-    setPathColor(value);
     setNeedsDisplay();
+    setPathColor(value);
   }
 
   ParticleMotion motion_;

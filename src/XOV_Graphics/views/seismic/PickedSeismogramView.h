@@ -35,15 +35,16 @@ protected:
   class LabelScope {
   public:
     /// Begins the drawing, which ends with the scope of this.
-    explicit LabelScope(PickedSeismogramView& view) : view_(view) {
-      if (view.labelsGiveWay()) view.labelField_ = &room_;
+    explicit LabelScope(PickedSeismogramView& view) : view_(view), outer_(view.labelField_) {
+      view.labelField_ = view.labelsGiveWay() ? &room_ : nullptr;
     }
     LabelScope(const LabelScope&) = delete;
     LabelScope& operator=(const LabelScope&) = delete;
-    ~LabelScope() { view_.labelField_ = nullptr; }
+    ~LabelScope() { view_.labelField_ = outer_; }
 
   private:
     PickedSeismogramView& view_;
+    LabelField* outer_; // of a drawing that this one is in the middle of
     LabelField room_;
   };
   /// The room for labels of the drawing; null where none give way.

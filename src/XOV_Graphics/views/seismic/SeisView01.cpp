@@ -21,7 +21,7 @@ Trace SeisView01::traceOf(const SeismogramRecord& record) const {
 
 std::vector<RecordTrace> SeisView01::recordTraces() const {
   std::vector<RecordTrace> traces;
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   for (std::size_t i = 0; records && i < records->size(); ++i) {
     const auto& record = (*records)[i];
     if (!record) continue;
@@ -34,7 +34,7 @@ std::vector<RecordTrace> SeisView01::recordTraces() const {
 
 void SeisView01::drawRect(const QRectF&) {
   drawPaper();
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || records->empty()) return;
   computeRects();
   computePlotLimits();

@@ -32,7 +32,7 @@ void SeisView02::drawRect(const QRectF&) {
   context.setColor(colors::white);
   fillBounds();
   context.setColor(colors::black);
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || records->empty()) return;
   computeRects();
   computePlotLimits();
@@ -72,7 +72,7 @@ void SeisView02::drawLegendOf(const SeismogramArray& records) const {
 
 std::vector<RecordTrace> SeisView02::recordTraces() const {
   std::vector<RecordTrace> traces;
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   for (std::size_t i = 0; records && i < records->size(); ++i) {
     const auto& record = (*records)[i];
     if (!record || record->delta() <= 0) continue;

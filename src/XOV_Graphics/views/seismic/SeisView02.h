@@ -68,8 +68,8 @@ private:
   PlotStyle plotStyleValue() const { return PlotStyle(plotStyle()); }
   // What the writes of properties do: set, and draw anew.
   void writePlotStyle(PlotStyle value) {
-    setplotStyle(value);
     setNeedsDisplay();
+    setplotStyle(value);
   }
 };
 

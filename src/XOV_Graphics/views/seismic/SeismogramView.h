@@ -180,20 +180,20 @@ protected:
 
 private:
   void writeLabelsGiveWay(bool value) {
-    setLabelsGiveWay(value);
     setNeedsDisplay();
+    setLabelsGiveWay(value);
   }
   void writeShowAmplitudeBar(bool value) {
-    setShowAmplitudeBar(value);
     setNeedsDisplay();
+    setShowAmplitudeBar(value);
   }
   void writeAmplitudeUnit(const QString& value) {
-    setAmplitudeUnit(value);
     setNeedsDisplay();
+    setAmplitudeUnit(value);
   }
   void writeTimeReference(const QDateTime& reference) {
-    setTimeReference(reference);
     setNeedsDisplay();
+    setTimeReference(reference);
   }
 
   QDateTime timeReference_;

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/views/seismic/StackedSeisView.h"
 
+#include "XOV_Graphics/views/base/HeldCopy.h"
+
 namespace xov {
 
 namespace {
@@ -15,6 +17,8 @@ StackedSeisView::StackedSeisView(const QRectF& frame, QWidget* parent) : Seismog
 
 StackedSeisView::~StackedSeisView() = default;
 
+std::shared_ptr<const SeismogramArray> StackedSeisView::heldRecords() const { return heldCopy(wvfrmsArray_); }
+
 void StackedSeisView::computeRects() {
   const QRectF b = bounds();
   pRect_ = {kLeftMargin, kBottomMargin, b.width() - kLeftMargin - kRightMargin,
@@ -23,13 +27,13 @@ void StackedSeisView::computeRects() {
 }
 
 void StackedSeisView::computePlotLimits() {
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records) return;
   if (const auto found = recordLimits(*records, minYRange_)) takeLimits(*found, FixedRanges::Kept);
 }
 
 SeismogramArray StackedSeisView::recordsToMoveOver() const {
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   return records ? *records : SeismogramArray();
 }
 

@@ -44,6 +44,9 @@ public:
 
 protected:
   SeismogramArray recordsToMoveOver() const override;
+  /// The records as they are now, which go on in what is drawn of them whatever the host does meanwhile; null without
+  /// an array.
+  std::shared_ptr<const SeismogramArray> heldRecords() const;
   RecordLimits limitsOfWhole() const override;
   void holdAmplitudes(const PlotPart& part) override;
   /// Whether there is an axis of amplitudes.
@@ -59,12 +62,12 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeFillNegative(bool value) {
-    setFillNegative(value);
     setNeedsDisplay();
+    setFillNegative(value);
   }
   void writeFillPositive(bool value) {
-    setFillPositive(value);
     setNeedsDisplay();
+    setFillPositive(value);
   }
 };
 

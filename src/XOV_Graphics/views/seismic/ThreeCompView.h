@@ -95,20 +95,20 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeMaxAmplitude(float value) {
-    setMaxAmplitude(value);
     setNeedsDisplay();
+    setMaxAmplitude(value);
   }
   void writeSelfScaled(bool value) {
-    setSelfScaled(value);
     setNeedsDisplay();
+    setSelfScaled(value);
   }
   void writeOpComparison(bool value) {
-    setOpComparison(value);
     setNeedsDisplay();
+    setOpComparison(value);
   }
   void writeShowMaxAmplitude(bool value) {
-    setShowMaxAmplitude(value);
     setNeedsDisplay();
+    setShowMaxAmplitude(value);
   }
 
   SeismogramArray components() const;

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/HeldCopy.h"
 #include "XOV_Graphics/views/base/RecordParts.h"
 #include "XOV_Graphics/views/base/TraceReading.h"
 
@@ -27,8 +28,9 @@ uniformTimeSeriesView::~uniformTimeSeriesView() = default;
 
 PlotReach uniformTimeSeriesView::reach() const {
   RecordSpan times;
-  if (!wvfrmArray_) return {};
-  for (const auto& series : *wvfrmArray_) {
+  const auto all = heldCopy(wvfrmArray_);
+  if (!all) return {};
+  for (const auto& series : *all) {
     if (series) includeFromLeft(times, series->npts(), series->delta());
   }
   return reachFromLeft(times);
@@ -38,7 +40,7 @@ void uniformTimeSeriesView::holdAmplitudes(const PlotPart& part) { takeShownY(wi
 
 void uniformTimeSeriesView::drawRect(const QRectF&) {
   drawPaper();
-  const auto series = wvfrmArray_; // kept, should a drawing step replace it
+  const auto series = heldCopy(wvfrmArray_); // whatever a drawing step does
   if (!series || series->empty()) return;
   setLabelFontSize(kFontSize);
   AInitGraphLib();
@@ -79,11 +81,12 @@ Trace uniformTimeSeriesView::traceOf(const QRectF& rect, const UniformSignal& se
 
 PlotReadout uniformTimeSeriesView::readout(QPointF point) const {
   PlotReadout readout;
-  if (!wvfrmArray_ || wvfrmArray_->empty() || !isInFrame(point)) return readout;
+  const auto all = heldCopy(wvfrmArray_);
+  if (!all || all->empty() || !isInFrame(point)) return readout;
   const UniformSignal* nearest = nullptr;
   Trace nearestTrace;
   double best = 0;
-  for (const auto& series : *wvfrmArray_) {
+  for (const auto& series : *all) {
     if (!series) continue;
     Trace trace = traceOf(pRect_, *series);
     if (!settleTrace(trace, pRect_, series->min(), series->max())) continue;

@@ -57,8 +57,8 @@ private:
   Trace traceOf(const QRectF& rect, const UniformSignal& series) const;
   // What the writes of properties do: set, and draw anew.
   void writeMaxAmplitude(float value) {
-    setMaxAmplitude(value);
     setNeedsDisplay();
+    setMaxAmplitude(value);
   }
 };
 

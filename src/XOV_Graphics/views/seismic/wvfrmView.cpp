@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/graphics/AGraphics.h"
 #include "XOV_Graphics/platform/Colors.h"
+#include "XOV_Graphics/views/base/HeldCopy.h"
 #include "XOV_Graphics/views/base/RecordParts.h"
 #include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/seismic/Captions.h"
@@ -32,9 +33,11 @@ wvfrmView::wvfrmView(const QRectF& frame, QWidget* parent) : PickedSeismogramVie
 
 wvfrmView::~wvfrmView() = default;
 
+std::shared_ptr<const SeismogramArray> wvfrmView::heldRecords() const { return heldCopy(wvfrmArray_); }
+
 void wvfrmView::drawRect(const QRectF&) {
   drawPaper();
-  const auto records = wvfrmArray();
+  const auto records = heldRecords();
   if (!records || records->empty()) return;
   const LabelScope labels(*this);
   setLabelFontSize(kFontSize);
@@ -50,7 +53,7 @@ void wvfrmView::drawRect(const QRectF&) {
 }
 
 SeismogramArray wvfrmView::recordsToMoveOver() const {
-  const auto records = wvfrmArray();
+  const auto records = heldRecords();
   return records ? *records : SeismogramArray();
 }
 
@@ -133,7 +136,7 @@ Trace wvfrmView::traceOf(const QRectF& rect, const SeismogramRecord& record) con
 
 std::vector<RecordTrace> wvfrmView::recordTraces() const {
   std::vector<RecordTrace> traces;
-  const auto records = wvfrmArray();
+  const auto records = heldRecords();
   if (!records) return traces;
   std::size_t index = 0;
   for (const WvfrmPanel& panel : layOutWvfrmPanels(bounds(), records->size() / 2)) {

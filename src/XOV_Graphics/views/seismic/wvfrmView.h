@@ -58,6 +58,9 @@ protected:
   /// A trace belongs to the panel of its pair.
   std::vector<RecordTrace> recordTraces() const override;
   SeismogramArray recordsToMoveOver() const override;
+  /// The records as they are now, which go on in what is drawn of them whatever the host does meanwhile; null without
+  /// an array.
+  std::shared_ptr<const SeismogramArray> heldRecords() const;
 
   std::weak_ptr<const SeismogramArray> wvfrmArray_;
   float maxAmplitude_ = 0.0005f;
@@ -65,8 +68,8 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeMaxAmplitude(float value) {
-    setMaxAmplitude(value);
     setNeedsDisplay();
+    setMaxAmplitude(value);
   }
 
   Trace traceOf(const QRectF& rect, const SeismogramRecord& record) const;

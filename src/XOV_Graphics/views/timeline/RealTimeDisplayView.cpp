@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/seismic/realtime/ChannelArrival.h"
+#include "XOV_Graphics/views/base/HeldCopy.h"
 #include "XOV_Graphics/views/base/RecordTraces.h"
 #include "XOV_Graphics/views/timeline/MinuteScale.h"
 #include "XOV_Graphics/views/timeline/RealTimeLayout.h"
@@ -45,6 +46,7 @@ RealTimeDisplayView::~RealTimeDisplayView() = default;
 
 void RealTimeDisplayView::showSpan(float xmin, float xmax, const QDateTime& reference) {
   if (!reference.isValid()) return;
+  const QPointer<RealTimeDisplayView> self(this); // whoever hears of the change may take the view away
   const std::optional<WholeSpan> before = std::exchange(span_, WholeSpan{xmin, xmax, reference});
   std::optional<PlotPart> part = shownPart();
   const PlotReach reach = this->reach();
@@ -54,10 +56,13 @@ void RealTimeDisplayView::showSpan(float xmin, float xmax, const QDateTime& refe
     if (!isAnotherTime) part->x = {part->x.lower - elapsed, part->x.upper - elapsed};
     showPart(part);
   }
-  if (!shownPart()) setXLimitsMinMax(xmin, xmax);
+  if (self && !shownPart()) setXLimitsMinMax(xmin, xmax);
+  if (!self) return;
   applyPart();
   announceLimits();
 }
+
+std::shared_ptr<const EventOriginArray> RealTimeDisplayView::heldEvents() const { return heldCopy(eventOrigins_); }
 
 PlotReach RealTimeDisplayView::reach() const {
   PlotReach reach;
@@ -102,10 +107,10 @@ void RealTimeDisplayView::computeRects() {
 void RealTimeDisplayView::drawRect(const QRectF&) {
   GraphicsContext::current().setColor(backGroundColor_);
   fillBounds();
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || records->empty()) return;
   computeRects();
-  const auto events = eventOrigins();
+  const auto events = heldEvents();
   if (drawOriginTimes_ && events && !events->empty()) drawOriginTimeMarkers();
   drawTheSeismograms();
   if (showLatency_) drawLatencies();
@@ -115,7 +120,7 @@ void RealTimeDisplayView::drawRect(const QRectF&) {
 
 std::vector<RecordTrace> RealTimeDisplayView::recordTraces() const {
   std::vector<RecordTrace> traces;
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   for (std::size_t k = 0; records && k < records->size(); ++k) {
     const auto& record = (*records)[k];
     if (!record) continue;
@@ -133,7 +138,7 @@ QDateTime RealTimeDisplayView::momentOf(double axisSeconds) const {
 
 void RealTimeDisplayView::drawTheSeismograms() {
   computeRects();
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records) return;
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
@@ -171,7 +176,7 @@ void RealTimeDisplayView::strokeChannels(Path& channels, const QColor& color) co
 }
 
 void RealTimeDisplayView::drawLatencies() {
-  const auto records = wvfrmsArray();
+  const auto records = heldRecords();
   if (!records || records->empty()) return;
   const RealTimeBands bands{pRect_, records->size()};
   const double size = std::min(kLargestLatencySize, bands.height());
@@ -228,7 +233,7 @@ void RealTimeDisplayView::drawLabels() {
 }
 
 void RealTimeDisplayView::drawOriginTimeMarkers() {
-  const auto events = eventOrigins();
+  const auto events = heldEvents();
   if (!events || !refDate_.isValid()) return;
   const float seconds = xmax_ - xmin_;
   const RealTimeWindow window = realTimeWindow(refDate_, seconds, edgeOf(originOnRight_));

@@ -113,6 +113,8 @@ protected:
   void holdAmplitudes(const PlotPart&) override {}
   /// For subclasses.
   RealTimeDisplayView(const QRectF& frame, QWidget* parent);
+  /// The events as they are now, whatever the host does meanwhile; null without an array.
+  std::shared_ptr<const EventOriginArray> heldEvents() const;
 
   std::vector<RecordTrace> recordTraces() const override;
   /// By refDate() on its edge.
@@ -131,37 +133,37 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeRefDate(const QDateTime& value) {
-    setRefDate(value);
     setNeedsDisplay();
+    setRefDate(value);
   }
   void writeWaveformGain(float value) {
-    setWaveformGain(value);
     setNeedsDisplay();
+    setWaveformGain(value);
   }
   void writeOriginOnRight(bool value) {
-    setOriginOnRight(value);
     setNeedsDisplay();
+    setOriginOnRight(value);
   }
   void writeDrawOriginTimes(bool value) {
-    setDrawOriginTimes(value);
     setNeedsDisplay();
+    setDrawOriginTimes(value);
   }
   void writeBackGroundColor(const QColor& value) {
-    setBackGroundColor(value);
     setNeedsDisplay();
+    setBackGroundColor(value);
   }
   void writeDrawingColor(const QColor& value) {
-    setDrawingColor(value);
     setNeedsDisplay();
+    setDrawingColor(value);
   }
 
   void writeShowLatency(bool value) {
-    setShowLatency(value);
     setNeedsDisplay();
+    setShowLatency(value);
   }
   void writeLateSeconds(double value) {
-    setLateSeconds(value);
     setNeedsDisplay();
+    setLateSeconds(value);
   }
 
   /// What a host shows, whatever part of it is seen.

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/platform/Colors.h"
 #include "XOV_Graphics/views/base/DrawnTraces.h"
+#include "XOV_Graphics/views/base/HeldCopy.h"
 #include "XOV_Graphics/views/base/ScaleBar.h"
 #include "XOV_Graphics/views/timeline/ClipMarks.h"
 #include "XOV_Graphics/views/timeline/EventLabels.h"
@@ -38,15 +39,18 @@ constexpr float kBelowAllAmplitudes = -1.0e20f;
 
 } // namespace
 
-// Borrowed from theHypos().
 struct helicorderView::MarkedEvent {
   HelicorderMarker marker;
-  const EventOrigin* event;
+  std::shared_ptr<const EventOrigin> event;
 };
 
 helicorderView::helicorderView(const QRectF& frame, QWidget* parent) : XOVView(frame, parent) {}
 
 helicorderView::~helicorderView() = default;
+
+std::shared_ptr<const SeismogramArray> helicorderView::heldRecords() const { return heldCopy(wvfrmArray_); }
+
+std::shared_ptr<const EventOriginArray> helicorderView::heldEvents() const { return heldCopy(theHypos_); }
 
 PageStart helicorderView::startOf(const SeismogramArray& pieces) const {
   PageStart start = xov::pageStart(pieces.front() ? pieces.front()->GetSacHeader() : nullptr);
@@ -65,7 +69,7 @@ void helicorderView::drawRect(const QRectF& dirty) {
   GraphicsContext& context = GraphicsContext::current();
   context.setColor(colors::white);
   fillBounds();
-  const auto pieces = wvfrmArray();
+  const auto pieces = heldRecords();
   if (!pieces || pieces->empty()) return;
   const PageStart start = startOf(*pieces);
   setStartTime(start.hour);
@@ -180,22 +184,21 @@ void helicorderView::drawAmplitudeBar() {
 
 std::vector<helicorderView::MarkedEvent> helicorderView::markedEvents() const {
   std::vector<MarkedEvent> marked;
-  const auto pieces = wvfrmArray();
-  const auto events = theHypos();
+  const auto pieces = heldRecords();
+  const auto events = heldEvents();
   if (!pieces || pieces->empty() || !events) return marked;
   const float offset = pageStart_.isValid() ? 0 : startOf(*pieces).offset;
   const PageTime time{startTime_, plotDuration_, offset};
   for (const auto& event : *events) {
     if (!event) continue;
-    if (const auto marker = helicorderMarker(page(), time, *event, magThreshold_))
-      marked.push_back({*marker, event.get()});
+    if (const auto marker = helicorderMarker(page(), time, *event, magThreshold_)) marked.push_back({*marker, event});
   }
   return marked;
 }
 
 void helicorderView::drawSeismicPhases(const QRectF&) {
-  const auto pieces = wvfrmArray();
-  const auto events = theHypos();
+  const auto pieces = heldRecords();
+  const auto events = heldEvents();
   if (!pieces || pieces->empty() || !events || events->empty()) return;
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
@@ -213,7 +216,6 @@ void helicorderView::drawSeismicPhases(const QRectF&) {
 }
 
 void helicorderView::drawEventLabels() {
-  const auto events = theHypos(); // kept alive
   std::vector<EventMark> marks;
   for (const MarkedEvent& marked : markedEvents())
     marks.push_back(
@@ -244,7 +246,7 @@ void helicorderView::drawMinuteMarks() {
 }
 
 void helicorderView::drawHourLabels() {
-  const auto pieces = wvfrmArray();
+  const auto pieces = heldRecords();
   const PageStart start = pieces && !pieces->empty() ? startOf(*pieces) : PageStart();
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
@@ -281,7 +283,7 @@ void helicorderView::drawLocalTime(std::int32_t step) {
 
 // While a part is shown records are asked for the extremes that they know: a page must not cost the whole recording.
 float helicorderView::largestAmplitude() {
-  const auto pieces = wvfrmArray();
+  const auto pieces = heldRecords();
   if (!shownPart() || !pieces) return getAbsMaxAmplitude();
   float largest = kBelowAllAmplitudes;
   for (const auto& piece : *pieces)
@@ -291,7 +293,7 @@ float helicorderView::largestAmplitude() {
 
 float helicorderView::getAbsMaxAmplitude() {
   float largest = kBelowAllAmplitudes;
-  const auto pieces = wvfrmArray();
+  const auto pieces = heldRecords();
   if (!pieces) return largest;
   for (const auto& piece : *pieces) {
     if (piece) piece->ComputeExtrema();

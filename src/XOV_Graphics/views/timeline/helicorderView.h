@@ -99,13 +99,13 @@ public:
   /// Seconds a row; 3600 at first. Traces are drawn only while it is positive.
   float rowDuration() const { return rowDuration_; }
   void setRowDuration(float seconds) {
-    endPart();
+    if (!endPart()) return;
     change(rowDuration_, seconds);
   }
   /// Rows on the page; 24 at first. Beyond 2048 zero lines and labels thin out, and traces end.
   std::int32_t nRows() const { return nRows_; }
   void setNRows(std::int32_t rows) {
-    endPart();
+    if (!endPart()) return;
     change(nRows_, rows);
   }
   /// Where the page starts, as of the last draw; invalid when that is not known.
@@ -128,7 +128,7 @@ public:
   /// Without a reference time of that piece it is not known where the samples lie, and the page starts as it would.
   QDateTime pageStart() const { return pageStart_; }
   void setPageStart(const QDateTime& start) {
-    endPart();
+    if (!endPart()) return;
     change(pageStart_, start);
   }
   /// The colours of the rows in turn, from the first one on; empty at first, for pieces in black and red.
@@ -198,6 +198,11 @@ public:
 
 protected:
   void applyPart() override;
+  /// The records as they are now, which go on in what is drawn of them whatever the host does meanwhile; null without
+  /// an array.
+  std::shared_ptr<const SeismogramArray> heldRecords() const;
+  /// The same of the events.
+  std::shared_ptr<const EventOriginArray> heldEvents() const;
 
   std::weak_ptr<const SeismogramArray> wvfrmArray_;
   std::weak_ptr<const EventOriginArray> theHypos_;
@@ -222,52 +227,52 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeGainFactor(float value) {
-    setGainFactor(value);
     setNeedsDisplay();
+    setGainFactor(value);
   }
   void writeRowDuration(float value) {
-    setRowDuration(value);
     setNeedsDisplay();
+    setRowDuration(value);
   }
   void writeNRows(int value) {
-    setNRows(value);
     setNeedsDisplay();
+    setNRows(value);
   }
   void writeShowZeroLines(bool value) {
-    setShowZeroLines(value);
     setNeedsDisplay();
+    setShowZeroLines(value);
   }
   void writeLabelHours(bool value) {
-    setLabelHours(value);
     setNeedsDisplay();
+    setLabelHours(value);
   }
   void writeMagThreshold(float value) {
-    setMagThreshold(value);
     setNeedsDisplay();
+    setMagThreshold(value);
   }
   void writePageStart(const QDateTime& start) {
-    setPageStart(start);
     setNeedsDisplay();
+    setPageStart(start);
   }
   void writeColorsByDay(bool value) {
-    setColorsByDay(value);
     setNeedsDisplay();
+    setColorsByDay(value);
   }
   void writeClipReach(double value) {
-    setClipReach(value);
     setNeedsDisplay();
+    setClipReach(value);
   }
   void writeShowAmplitudeBar(bool value) {
-    setShowAmplitudeBar(value);
     setNeedsDisplay();
+    setShowAmplitudeBar(value);
   }
   void writeAmplitudeUnit(const QString& value) {
-    setAmplitudeUnit(value);
     setNeedsDisplay();
+    setAmplitudeUnit(value);
   }
   void writeShowEventLabels(bool value) {
-    setShowEventLabels(value);
     setNeedsDisplay();
+    setShowEventLabels(value);
   }
 
   /// What a part changes, as the host has set it.

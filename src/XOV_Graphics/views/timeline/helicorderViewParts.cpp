@@ -34,14 +34,14 @@ helicorderView::WholePage helicorderView::wholePage() const {
 }
 
 QDateTime helicorderView::momentOfZero() const {
-  const auto pieces = wvfrmArray();
+  const auto pieces = heldRecords();
   if (!pieces || pieces->empty() || !pieces->front()) return {};
   const PageStart start = xov::pageStart(pieces->front()->GetSacHeader());
   return start.hour.isValid() ? movedOn(start.hour, double(start.offset)) : QDateTime();
 }
 
 DrumRows helicorderView::rowsOfPart() const {
-  const auto pieces = wvfrmArray();
+  const auto pieces = heldRecords();
   const QDateTime zero = momentOfZero();
   const WholePage page = wholePage();
   if (!zero.isValid() || nRows_ < 1 || !(page.rowDuration > 0) || !std::isfinite(page.rowDuration)) return {};
@@ -54,7 +54,7 @@ DrumRows helicorderView::rowsOfPart() const {
 
 PlotReach helicorderView::reach() const {
   PlotReach reach;
-  const auto pieces = wvfrmArray();
+  const auto pieces = heldRecords();
   if (!pieces || pieces->empty()) return reach;
   reach.gain = true;
   const DrumRows rows = rowsOfPart();

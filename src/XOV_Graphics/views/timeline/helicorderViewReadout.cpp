@@ -11,7 +11,7 @@ namespace xov {
 
 // Since the page began.
 std::optional<double> helicorderView::secondsAt(QPointF point) const {
-  const auto pieces = wvfrmArray();
+  const auto pieces = heldRecords();
   const HelicorderPage page = this->page();
   if (!pieces || pieces->empty() || !page.holdsTraces() || !(page.rowHeight() > 0) || !isInFrame(point)) return {};
   const double row = std::floor((page.top() - point.y()) / page.rowHeight());
@@ -24,7 +24,7 @@ std::optional<double> helicorderView::secondsAt(QPointF point) const {
 std::optional<RecordTrace> helicorderView::traceAt(QPointF point) const {
   const auto seconds = secondsAt(point);
   if (!seconds) return {};
-  const auto pieces = wvfrmArray();
+  const auto pieces = heldRecords();
   const HelicorderPage page = this->page();
   const float offset = startOf(*pieces).offset;
   const double row = std::floor((page.top() - point.y()) / page.rowHeight());
@@ -75,7 +75,7 @@ std::optional<DrumStretch> helicorderView::stretchAt(QPointF point, double secon
   if (!middle || !(seconds > 0) || !std::isfinite(seconds)) return {};
   const double begin = *middle - seconds / 2;
   const double end = *middle + seconds / 2;
-  const double zero = shownPart() ? shownPart()->x.lower : -double(startOf(*wvfrmArray()).offset);
+  const double zero = shownPart() ? shownPart()->x.lower : -double(startOf(*heldRecords()).offset);
   return DrumStretch{zero + begin, zero + end, momentAfter(startTime_, begin), momentAfter(startTime_, end)};
 }
 

@@ -84,20 +84,20 @@ public:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeLogX(bool value) {
-    setLogX(value);
     setNeedsDisplay();
+    setLogX(value);
   }
   void writeLogY(bool value) {
-    setLogY(value);
     setNeedsDisplay();
+    setLogY(value);
   }
   void writeShowNoiseModels(bool value) {
-    setShowNoiseModels(value);
     setNeedsDisplay();
+    setShowNoiseModels(value);
   }
   void writeShowLegend(bool value) {
-    setShowLegend(value);
     setNeedsDisplay();
+    setShowLegend(value);
   }
 
   QColor colorOf(std::size_t curve) const;

@@ -84,17 +84,17 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeSymbolDiameter(float value) {
-    setSymbolDiameter(value);
     setNeedsDisplay();
+    setSymbolDiameter(value);
   }
 
   void writeLogX(bool value) {
-    setLogX(value);
     setNeedsDisplay();
+    setLogX(value);
   }
   void writeLogY(bool value) {
-    setLogY(value);
     setNeedsDisplay();
+    setLogY(value);
   }
 
   LogAxes logAxes_;

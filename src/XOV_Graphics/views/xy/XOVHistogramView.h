@@ -143,29 +143,29 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeNBins(int value) {
-    setNBins(value);
     setNeedsDisplay();
+    setNBins(value);
   }
   void writeMinBinValue(float value) {
-    setMinBinValue(value);
     setNeedsDisplay();
+    setMinBinValue(value);
   }
   void writeMaxBinValue(float value) {
-    setMaxBinValue(value);
     setNeedsDisplay();
+    setMaxBinValue(value);
   }
   void writeBarFillColor(const QColor& value) {
-    setBarFillColor(value);
     setNeedsDisplay();
+    setBarFillColor(value);
   }
 
   void writeLogX(bool value) {
-    setLogX(value);
     setNeedsDisplay();
+    setLogX(value);
   }
   void writeLogY(bool value) {
-    setLogY(value);
     setNeedsDisplay();
+    setLogY(value);
   }
 
   HistogramBins bins() const;

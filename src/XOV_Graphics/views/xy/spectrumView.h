@@ -46,12 +46,12 @@ protected:
 private:
   // What the writes of properties do: set, and draw anew.
   void writeLogX(bool value) {
-    setLogX(value);
     setNeedsDisplay();
+    setLogX(value);
   }
   void writeLogY(bool value) {
-    setLogY(value);
     setNeedsDisplay();
+    setLogY(value);
   }
 };
 

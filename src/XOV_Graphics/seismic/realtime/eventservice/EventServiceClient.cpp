@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/Version.h"
 #include "XOV_Graphics/seismic/io/events/EventReaders.h"
+#include "XOV_Graphics/seismic/realtime/CallsBack.h"
 #include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
 #include "XOV_Graphics/seismic/realtime/eventservice/ServiceEvents.h"
 
@@ -79,7 +80,7 @@ QString failureText(const QNetworkReply& reply) {
 
 } // namespace
 
-class EventServiceClient::Private : public QObject {
+class EventServiceClient::Private : public CallsBack {
 public:
   explicit Private(EventServiceSettings settings) : settings_(std::move(settings)) {
     for (QTimer* timer : {&next_, &answer_})
@@ -96,7 +97,7 @@ public:
     ask();
   }
 
-  void stop() {
+  void stop() override {
     isStarted_ = false;
     next_.stop();
     forgetReply();
@@ -204,7 +205,7 @@ private:
     if (wasFaulty) say(shownAddress(settings_.address) + QStringLiteral(": answers again"));
     if (file.notes.size() > notes_) say(file.notes.front());
     if (!asksForChanges_) notes_ = file.notes.size();
-    if (isStarted_ && events_.takeChanged() && take_) take_(events_.events());
+    if (isStarted_ && events_.takeChanged()) call(take_, events_.events());
   }
 
   void fail(const QString& why, int retryAfterSeconds = 0) {
@@ -221,9 +222,7 @@ private:
     if (line != std::exchange(lastFault_, line)) say(line);
   }
 
-  void say(const QString& line) const {
-    if (tell_) tell_(line);
-  }
+  void say(const QString& line) { call(tell_, line); }
 
   EventServiceSettings settings_;
   ServiceEvents events_;
@@ -245,7 +244,7 @@ private:
 
 EventServiceClient::EventServiceClient(EventServiceSettings settings)
     : d_(std::make_unique<Private>(std::move(settings))) {}
-EventServiceClient::~EventServiceClient() { stop(); }
+EventServiceClient::~EventServiceClient() { Private::leave(d_); }
 
 void EventServiceClient::onEvents(std::function<void(const HypocentreArray&)> take) { d_->take_ = std::move(take); }
 void EventServiceClient::onMessage(std::function<void(const QString&)> take) { d_->tell_ = std::move(take); }

@@ -40,8 +40,8 @@ struct XOV_EXPORT EventServiceSettings {
 ///
 /// Nothing that a service sends is trusted: answers are bounded in bytes and time, events are read as readEvents()
 /// does, a redirection may not lead from https to http, nor further than five times. What goes wrong is one line; the
-/// events stay as they are, and the next questions follow with growing pauses. A callback must not destroy the
-/// client; it may stop() it.
+/// events stay as they are, and the next questions follow with growing pauses. A callback may stop() the client, or
+/// destroy it.
 class XOV_EXPORT EventServiceClient {
 public:
   /// Nothing is asked before start().

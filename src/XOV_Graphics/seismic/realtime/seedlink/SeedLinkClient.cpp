@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkClient.h"
 
 #include "XOV_Graphics/base/Version.h"
+#include "XOV_Graphics/seismic/realtime/CallsBack.h"
 #include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkHandshake.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkPacket.h"
@@ -26,7 +27,7 @@ constexpr std::size_t kMostChannels = 20000;
 
 } // namespace
 
-class SeedLinkClient::Private : public QObject {
+class SeedLinkClient::Private : public CallsBack {
 public:
   explicit Private(SeedLinkSettings settings) : settings_(std::move(settings)) {
     for (QTimer* timer : {&reconnect_, &silence_})
@@ -50,7 +51,7 @@ public:
     connectNow();
   }
 
-  void stop() {
+  void stop() override {
     isStarted_ = false;
     reconnect_.stop();
     silence_.stop();
@@ -179,7 +180,7 @@ private:
     LiveRecord arrived = std::move(record).value();
     arrived.arrivalSeconds = double(QDateTime::currentMSecsSinceEpoch()) / kMillisecondsPerSecond;
     noteArrival(arrived);
-    if (take_) take_(arrived);
+    call(take_, arrived);
   }
 
   void noteArrival(const LiveRecord& record) {
@@ -222,9 +223,7 @@ private:
   }
 
   QString server() const { return settings_.server.text(); }
-  void say(const QString& line) const {
-    if (tell_) tell_(line);
-  }
+  void say(const QString& line) { call(tell_, line); }
 
   SeedLinkSettings settings_;
   SeedLinkPlaces places_;
@@ -242,7 +241,7 @@ private:
 };
 
 SeedLinkClient::SeedLinkClient(SeedLinkSettings settings) : d_(std::make_unique<Private>(std::move(settings))) {}
-SeedLinkClient::~SeedLinkClient() { stop(); }
+SeedLinkClient::~SeedLinkClient() { Private::leave(d_); }
 
 void SeedLinkClient::onRecord(std::function<void(const LiveRecord&)> take) { d_->take_ = std::move(take); }
 void SeedLinkClient::onMessage(std::function<void(const QString&)> take) { d_->tell_ = std::move(take); }

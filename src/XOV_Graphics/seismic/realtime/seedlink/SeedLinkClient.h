@@ -50,7 +50,7 @@ struct XOV_EXPORT SeedLinkSettings {
 ///     client.start();
 ///
 /// Nothing that a server sends is trusted: what breaks the protocol ends the connection, damaged records are left out
-/// and said, and no more than one packet is held at a time. A callback must not destroy the client; it may stop() it.
+/// and said, and no more than one packet is held at a time. A callback may stop() the client, or destroy it.
 class XOV_EXPORT SeedLinkClient {
 public:
   /// Nothing is asked before start().
