@@ -1,9 +1,9 @@
 #!/bin/bash
 # Draws every view from the example data, as PNG and as PDF, and a page that shows them:
 #   scripts/gallery.sh XOV_PROGRAM EXAMPLE_DATA OUTPUT_FOLDER
+#   scripts/gallery.sh --rows    only says what it would draw
 # Nothing is drawn when the output is newer than the program, the data and this script.
 set -eu
-xov=$1 data=$2 output=$3
 script=$(realpath "$0")
 
 # One row a picture: file name|caption|arguments of xov as in a shell, with paths and patterns below the example data.
@@ -64,6 +64,9 @@ map-elevations|Elevations with their colour bar|map --topo --region 120 290 -60 
 map-regional|A regional map: a made-up fault and velocities beside it|map --image 10 --region -125 -113 31 42 --vectors map/velocities.txt --polygons map/fault.nxy map/network.nxy --title 'Made-up velocities, the longest 35 mm/a'
 ROWS
 }
+
+[ "$1" = --rows ] && rows && exit
+xov=$1 data=$2 output=$3
 
 page_head='<!doctype html>
 <html lang="en"><head><meta charset="utf-8"><title>XOV Graphics gallery</title>

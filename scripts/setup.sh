@@ -13,6 +13,7 @@ compile_packages=(
 test_packages=(
   clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
   xauth xdotool xvfb
+  cppcheck gcovr locales
   appstream desktop-file-utils doxygen dpkg-dev file reuse shared-mime-info
   fish imagemagick libtiff-tools mold openssl poppler-utils zsh
   libqt6opengl6-dev qt6-tools-dev

@@ -46,7 +46,7 @@ struct XOV_EXPORT GraphicsState {
 /// Coordinates are view points with y upwards; 72 points make an inch on paper.
 ///
 /// During a drawing pass current() is the surface being drawn on. Outside a pass it is a context that ignores every
-/// call, so that drawing operations of a view may be called at any time. Main thread only.
+/// call, so that drawing operations of a view may be called at any time. Each thread has a current() of its own.
 class XOV_EXPORT GraphicsContext {
 public:
   virtual ~GraphicsContext();

@@ -22,7 +22,7 @@ using PdfPageSource = std::function<View*(std::int64_t page)>;
 ///
 /// The file appears whole or not at all: false, with one line in `error` that names the file, when it cannot be
 /// written, when a view is empty (that line names the page, too, counted from 1) or when there is no page; a file
-/// that stood there stays as it was. Nothing that `pageAt` throws leaves this function. Main thread only.
+/// that stood there stays as it was. Nothing that `pageAt` throws leaves this function. Threads: as its views.
 XOV_EXPORT bool writePDFPages(const QString& path, const PdfPageSource& pageAt, QString* error = nullptr);
 
 /// The same for views that are all there. None may be null.

@@ -36,7 +36,7 @@ struct XOV_EXPORT MouseEvent {
 /// 1/72 inch on paper. Subclasses override drawRect(); the same drawing then serves the window, pictures of any pixel
 /// ratio, PDF and recordings.
 ///
-/// In a layout it takes all the room there is, and the keyboard reaches it with Tab.
+/// In a layout it takes all the room there is, and Tab reaches it. Which thread may do what: docs/reliability.md.
 class XOV_EXPORT View : public QWidget {
   Q_OBJECT
   Q_CLASSINFO("shows", "drawing")

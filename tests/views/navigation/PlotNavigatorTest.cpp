@@ -171,7 +171,8 @@ TEST(PlotNavigator, markOverTheWindowDoesNotDrawTheViewAnew) {
   QCoreApplication::processEvents();
   EXPECT_EQ(limits.count(), 0);
   section.view->setNeedsDisplay();
-  QCoreApplication::processEvents();
+  QCoreApplication::processEvents(); // draws
+  QCoreApplication::processEvents(); // tells
   EXPECT_EQ(limits.count(), 1);
 }
 

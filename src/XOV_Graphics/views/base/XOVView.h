@@ -35,7 +35,7 @@ namespace xov {
 ///
 /// Coordinates are view points, y upwards from the lower left. No setter asks for a redraw: the host calls
 /// setNeedsDisplay() when it has set what it wants. Writing a property (QObject::setProperty(), Qt Designer) does
-/// ask. Main thread only.
+/// ask. Made and set in the main thread; another one may draw and export it while nobody else uses it.
 class XOV_EXPORT XOVView : public View {
   Q_OBJECT
   Q_CLASSINFO("shows", "empty plot")
@@ -334,7 +334,7 @@ Q_SIGNALS:
   /// The pointer's position inside the data frame while tracking is on, in data coordinates.
   void tracked(QPointF position);
   /// The limits of X or Y are others than before: at once when they are set or computed, after the drawing when they
-  /// change in it.
+  /// change in it, and after that of a window when the event loop comes round.
   void limitsChanged();
   /// Another value of a property but the limits and those of fonts, whether it was set or the property written.
   void settingsChanged();
