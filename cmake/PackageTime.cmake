@@ -5,3 +5,5 @@ if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
     OUTPUT_VARIABLE seconds OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
   set(ENV{SOURCE_DATE_EPOCH} ${seconds})
 endif()
+# Each package has a summary of its own; the project's would stand above it.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")

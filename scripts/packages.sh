@@ -10,6 +10,8 @@ set -u
 cd "$(dirname "$0")/.." || exit 1
 root=$PWD
 . scripts/setup.sh
+# It would show in the packages.
+umask 022
 
 clean_root='' twice=''
 for option in "$@"; do
@@ -40,7 +42,7 @@ packages=$root/build/packages
 build_packages packages "$root" "$root/build/pack" "$packages"
 (cd "$packages" && ls -s --block-size=1K ./*.deb)
 
-must lintian "Look at them (lintian)" lintian --fail-on error --no-tag-display-limit "$packages"/*.deb
+must lintian "Look at them (lintian)" lintian --fail-on error --tag-display-limit 0 "$packages"/*.deb
 grep -E '^[EW]:' "$logs/lintian.log"
 
 if [ -n "$twice" ]; then
