@@ -37,7 +37,7 @@ rm -f "$root/etc/apt/apt.conf.d/docker-clean"
 names=() needs=''
 for package in "$packages"/*.deb; do names+=("$(dpkg-deb -f "$package" Package)"); done
 for package in "$packages"/*.deb; do needs+="$(dpkg-deb -f "$package" Depends), "; done
-needs=$(tr ',' '\n' <<<"$needs" | grep -vE "^ *($(IFS='|' && echo "${names[*]}"))( |$)" | grep . | sort -u | paste -sd ,)
+needs=$(tr ',' '\n' <<<"$needs" | grep -vE "^ *($(IFS='|' && echo "${names[*]}"))( |$)" | grep '[^ ]' | sort -u | paste -sd ,)
 inside apt-get -q update
 inside apt-get -q -y --no-install-recommends satisfy "$needs"
 inside apt-get -q -y --no-install-recommends install cmake file g++ ninja-build
