@@ -53,6 +53,28 @@ TEST_F(LiveDrumTest, showsTheDayOfTheClock) {
   EXPECT_EQ(kept_, 1);
 }
 
+// Zoomed to an hour and a half around noon: the same while the day goes on, and the whole page of the next day.
+TEST_F(LiveDrumTest, keepsThePartThatIsShownUntilMidnight) {
+  take(0);
+  drum_.show(view_);
+  const PlotReach reach = view_.reach();
+  ASSERT_EQ(reach.x, PlotReach::Motion::Linear);
+  const double noon = reach.whole.x.center(); // of the page from midnight to midnight
+  view_.showPart(PlotPart{{noon, noon + 5400}, {}, 1});
+  ASSERT_TRUE(view_.shownPart());
+  const PlotSpan shown = view_.shownPart()->x;
+  take(60);
+  now_ = kNoon.addSecs(120);
+  drum_.show(view_);
+  ASSERT_TRUE(view_.shownPart());
+  EXPECT_EQ(view_.shownPart()->x, shown);
+  EXPECT_EQ(view_.wvfrmArray()->front()->npts(), 120);
+  now_ = kNoon.addDays(1);
+  drum_.show(view_);
+  EXPECT_FALSE(view_.shownPart());
+  EXPECT_EQ(view_.pageStart(), kNoon.addSecs(12 * 3600));
+}
+
 TEST_F(LiveDrumTest, turnsGreyWhileItIsLate) {
   take(0); // its last sample is of 12:00:59
   drum_.show(view_);

@@ -27,8 +27,8 @@ void putPieces(const std::shared_ptr<const SeismogramArray>& pieces, std::option
 
 void putPage(const std::shared_ptr<const SeismogramArray>& pieces, const QDateTime& day, std::optional<double> gain,
              helicorderView& view) {
+  putPieces(pieces, gain, view); // without pieces there is no part to end
   view.setPageStart(day);
-  putPieces(pieces, gain, view);
 }
 
 LiveDrum::LiveDrum(const SeedLinkSettings& settings, LiveDrumLook look, DrumDays::Keep keep)
