@@ -68,10 +68,10 @@ coverage() {
     done
     llvm-cov-14 export -summary-only -instr-profile "$program.profdata" "$program" 2>/dev/null |
       python3 -c '
-import json, sys
+import json, os, sys
 name, prefixes = sys.argv[1], tuple(sys.argv[2:])
 files = [f for f in json.load(sys.stdin)["data"][0]["files"]
-         if f["filename"].startswith(prefixes) and f["filename"].endswith(".cpp")]
+         if os.path.normpath(f["filename"]).startswith(prefixes) and f["filename"].endswith(".cpp")]
 lines = sum(f["summary"]["lines"]["count"] for f in files)
 covered = sum(f["summary"]["lines"]["covered"] for f in files)
 print(f"  {name:15} {covered:6} of {lines:6} lines, {100 * covered / max(lines, 1):5.1f} %")
