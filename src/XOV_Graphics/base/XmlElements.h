@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBuffer>
 #include <QByteArrayView>
 #include <QXmlStreamReader>
 
@@ -8,15 +9,41 @@ namespace xov {
 /// Whether a file that begins so is XML: its first character is that of a tag, in any of the encodings.
 bool beginsAsXml(QByteArrayView head);
 
-/// Whether a start tag in `text` has more attributes than a reader of ours looks at: some hundreds. XML parsers
-/// compare each with all others, so that a tag of a megabyte takes them hours.
-bool hasTooManyAttributes(QByteArrayView text);
+/// Hands a document on as it is read, up to a start tag of more attributes than any format has: XML parsers compare
+/// each with all others, so that a tag of a megabyte would take them hours.
+class XmlInput final : public QIODevice {
+public:
+  explicit XmlInput(QIODevice& device) : device_(device) {}
+
+  bool isSequential() const override { return true; }
+  bool hasTooManyAttributes() const { return attributes_ > kMostAttributes; }
+
+protected:
+  qint64 readData(char* bytes, qint64 most) override;
+  qint64 writeData(const char* bytes, qint64 count) override;
+
+private:
+  static constexpr int kMostAttributes = 500;
+
+  QIODevice& device_;
+  int attributes_ = 0; // of the tag that is being read
+  bool isBehindEquals_ = false;
+};
 
 /// Reads an XML document element by element. The position is in a start tag or behind an end tag, as with Qt's
-/// readNextStartElement(); a fault of the document, or one that was raised, ends every loop.
+/// readNextStartElement(); a fault of the document, or one that was raised, ends every loop. A hundred elements
+/// within each other, hundreds of attributes in one tag, and what a document type declares are faults.
 class XmlElements : public QXmlStreamReader {
 public:
-  using QXmlStreamReader::QXmlStreamReader;
+  /// What is read of `device` from its position on. Whether that is all it holds, readingStatus() tells.
+  explicit XmlElements(QIODevice& device);
+  /// A document in memory, which must stay there.
+  explicit XmlElements(QByteArrayView text);
+
+  /// These three stand before Qt's, which take a device that failed for one that has nothing to say yet.
+  TokenType readNext();
+  bool readNextStartElement();
+  bool atEnd() const { return hasError() || QXmlStreamReader::atEnd(); }
 
   /// Calls `read` at the root, which must have that name. Elements that a document type declares are refused:
   /// `format` has none.
@@ -24,8 +51,9 @@ public:
   void readRoot(const char* root, const char* format, Read read) {
     while (!atEnd()) {
       const TokenType token = readNext();
-      if (token == DTD && !entityDeclarations().isEmpty()) {
-        raiseError(QStringLiteral("the document declares entities, which %1 has none of").arg(QLatin1String(format)));
+      if (token == DTD && text().contains(u'[')) {
+        raiseError(QStringLiteral("the document declares %1, which %2 has none of")
+                       .arg(entityDeclarations().isEmpty() ? "elements" : "entities", QLatin1String(format)));
       } else if (token == StartElement) {
         if (name() == QLatin1String(root)) {
           read();
@@ -62,7 +90,7 @@ public:
   /// The text of an attribute of the current element; empty when it has none.
   QString attribute(const char* name) const { return attributes().value(QLatin1String(name)).toString(); }
 
-  /// Goes to the end of the current element. A hundred elements within each other are refused.
+  /// Goes to the end of the current element.
   void skip();
 
   /// What is wrong with the document, with its line.
@@ -70,6 +98,11 @@ public:
 
 private:
   static constexpr qsizetype kQuotedCharacters = 40;
+
+  QByteArray text_;
+  QBuffer buffer_;
+  XmlInput input_;
+  int level_ = 0;
 };
 
 } // namespace xov

@@ -175,7 +175,7 @@ TEST(StationXml, refusesOtherDocumentsInOneLine) {
   QByteArray tag = "<FDSNStationXML ";
   for (int i = 0; i < 501; ++i)
     tag += "a" + QByteArray::number(i) + "='1>' ";
-  EXPECT_EQ(parse(tag + "/>").error(), QStringLiteral("in: found a tag of hundreds of attributes"));
+  EXPECT_EQ(parse(tag + "/>").error(), QStringLiteral("in: line 1: found a tag of hundreds of attributes"));
 }
 
 TEST(StationXml, tellsADiskErrorFromTheEnd) {

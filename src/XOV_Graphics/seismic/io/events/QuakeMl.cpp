@@ -44,7 +44,7 @@ struct Event {
 class QuakeMlParser {
 public:
   QuakeMlParser(QIODevice& device, const QString& name)
-      : xml_(&device),
+      : xml_(device),
         name_(name),
         events_(name),
         mechanisms_(name, "focal mechanism") {}
