@@ -41,5 +41,13 @@ TEST(TextTable, keepsACellWithControlCharactersOnItsLine) {
   EXPECT_EQ(table.text(), "file\na?b?[31m\n");
 }
 
+TEST(TextTable, keepsTheDirectionOfItsText) {
+  TextTable table;
+  table.addColumn("file");
+  // An override and an isolate, which would turn what follows round; letters of a script that runs so stay.
+  table.addRow({QString("a") + QChar(0x202E) + "b" + QChar(0x2067) + QChar(0x05D0)});
+  EXPECT_EQ(table.text(), QString("file\na?b?") + QChar(0x05D0) + "\n");
+}
+
 } // namespace
 } // namespace xov::cli

@@ -149,9 +149,7 @@ bool ConvertCommand::writesMiniSeed() const {
   return format_.empty() ? isMiniSeedName(fileNameFromBytes(output_)) : format_ == kMiniSeed;
 }
 
-bool ConvertCommand::writesFolder() const {
-  return output_.ends_with('/') || QFileInfo(fileNameFromBytes(output_)).isDir();
-}
+bool ConvertCommand::writesFolder() const { return output_.ends_with('/') || isFolder(fileNameFromBytes(output_)); }
 
 ExitCode ConvertCommand::run() {
   const QString output = fileNameFromBytes(output_);
@@ -175,7 +173,7 @@ ExitCode ConvertCommand::run() {
     }
     return writer.finish(writer.write(made.records, output) ? made.status : ExitCode::Failed);
   }
-  if (!QDir().mkpath(output)) {
+  if (!makeFolder(output)) {
     complain(output + QStringLiteral(": the folder cannot be made"));
     return ExitCode::Failed;
   }

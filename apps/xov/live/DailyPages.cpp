@@ -40,7 +40,7 @@ FileTemplate DailyPages::names() const { return namesOf(place_).value(); }
 
 bool DailyPages::keep(XOVView& view, const NameFields& fields) const {
   const QString name = names().filledWith(fields);
-  QDir().mkpath(QFileInfo(name).path()); // where that fails, so does what follows
+  makeFolder(QFileInfo(name).path()); // where that fails, so does what follows
   const Status written = writePlot(view, unusedName(name));
   if (!written) complain(written.error());
   return bool(written);

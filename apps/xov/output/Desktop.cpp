@@ -45,7 +45,7 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
                                        "QImage: out of memory"};
   const bool isNeedless = std::ranges::any_of(
       kNeedless, [&message](const char* begin) { return message.startsWith(QLatin1String(begin)); });
-  if (!isNeedless) defaultHandler(type, context, message);
+  if (!isNeedless) defaultHandler(type, context, printable(message));
 }
 
 // Qt lists names that stand for fonts even where there are none.
@@ -59,9 +59,9 @@ bool hasFonts() {
 void preparePlatform(DesktopUse use) {
   defaultHandler = qInstallMessageHandler(handleMessage);
   // What the library says for its hosts is nothing for the user of a command. Of platforms that fail, the one that
-  // works in their place is all that matters.
-  QLoggingCategory::setFilterRules(
-      QStringLiteral("xov.info=false\nxov.cells=false\nqt.qpa.plugin=false\nqt.qpa.xcb=false"));
+  // works in their place is all that matters; of damaged pictures their reader tells.
+  QLoggingCategory::setFilterRules(QStringLiteral(
+      "xov.info=false\nxov.cells=false\nqt.qpa.plugin=false\nqt.qpa.xcb=false\nqt.gui.imageio.*=false"));
 #if !defined(Q_OS_MACOS) && !defined(Q_OS_WIN)
   qputenv(kPlatformVariable, platformsFor(use));
 #else

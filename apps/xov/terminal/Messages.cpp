@@ -21,12 +21,20 @@ struct NoteOfTheEnd {
 };
 std::vector<NoteOfTheEnd> notesOfTheEnd;
 
+// Marks, embeddings, overrides and isolates of directions of writing: they would show a name as another one.
+bool isDirection(QChar c) {
+  const char16_t unit = c.unicode();
+  return unit == 0x061C || unit == 0x200E || unit == 0x200F || (unit >= 0x202A && unit <= 0x202E) ||
+         (unit >= 0x2066 && unit <= 0x2069);
+}
+
 } // namespace
 
 QString printable(const QString& text) {
   QString clean = text;
   for (QChar& c : clean) {
-    if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+    if (c.category() == QChar::Other_Control || isDirection(c) || c == QChar::LineSeparator ||
+        c == QChar::ParagraphSeparator)
       c = QLatin1Char('?');
   }
   return clean;

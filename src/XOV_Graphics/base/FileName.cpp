@@ -3,6 +3,8 @@
 #include <QStringConverter>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 namespace xov {
 
@@ -59,6 +61,17 @@ QByteArray fileNameBytes(const QString& name) {
     done = i + 1;
   }
   return bytes + QStringView(name).sliced(done).toUtf8();
+}
+
+bool makeFolder(const QString& name) {
+  std::error_code problem;
+  std::filesystem::create_directories(fileNameBytes(name).toStdString(), problem);
+  return !problem;
+}
+
+bool isFolder(const QString& name) {
+  std::error_code unknown;
+  return std::filesystem::is_directory(fileNameBytes(name).toStdString(), unknown);
 }
 
 bool isByteName(const QString& name) {

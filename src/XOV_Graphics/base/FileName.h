@@ -21,4 +21,10 @@ XOV_EXPORT QByteArray fileNameBytes(const QString& name);
 /// Whether a name holds bytes that are not UTF-8.
 XOV_EXPORT bool isByteName(const QString& name);
 
+/// Makes a folder and those that it lies in, whatever bytes their names are made of; whether it is there then.
+XOV_EXPORT bool makeFolder(const QString& name);
+
+/// Whether there is a folder of that name.
+XOV_EXPORT bool isFolder(const QString& name);
+
 } // namespace xov
