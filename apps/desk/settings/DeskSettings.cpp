@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QStandardPaths>
 
+#include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/WholeFile.h>
 #include <algorithm>
 
@@ -122,17 +123,15 @@ QString settingsPath() {
 }
 
 DeskSettings readSettings(const QString& path, QString* note) {
-  QFile file(path);
-  if (!file.exists()) return {};
-  const bool isRead = file.size() <= kLargestFile && file.open(QIODevice::ReadOnly);
-  const Result<DeskSettings> settings =
-      isRead ? DeskSettings::fromJson(file.read(kLargestFile)) : Error{QStringLiteral("the file cannot be read")};
-  file.close();
+  if (!QFile::exists(path)) return {};
+  const Result<QByteArray> bytes = readWholeFile(path, kLargestFile);
+  const Result<DeskSettings> settings = bytes ? DeskSettings::fromJson(*bytes) : Error{bytes.error()};
   if (settings) return *settings;
   const QString kept = path + QStringLiteral(".broken");
   QFile::remove(kept);
   QFile::rename(path, kept);
-  if (note != nullptr) *note = QStringLiteral("%1: %2; it is kept as %3").arg(path, settings.error(), kept);
+  const QString what = bytes ? path + QStringLiteral(": ") + settings.error() : settings.error();
+  if (note != nullptr) *note = QStringLiteral("%1; it is kept as %2").arg(what, kept);
   return {};
 }
 

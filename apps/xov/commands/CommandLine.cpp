@@ -10,6 +10,7 @@
 
 #include <XOV_Graphics/base/Threads.h>
 #include <XOV_Graphics/base/Version.h>
+#include <XOV_Graphics/seismic/io/archive/Archive.h>
 #include <algorithm>
 #include <optional>
 #include <string>
@@ -157,7 +158,12 @@ ExitCode CommandLine::run(const std::vector<std::string>& words) {
 ExitCode CommandLine::runParsed() const {
   if (threads_ > 0) setThreadCount(threads_);
   for (const Subcommand& subcommand : subcommands_) {
-    if (subcommand.options->parsed()) return subcommand.command->run();
+    if (!subcommand.options->parsed()) continue;
+    const ExitCode code = subcommand.command->run();
+    const QStringList faults = takeSampleFaults();
+    for (const QString& fault : faults)
+      complain(fault);
+    return faults.isEmpty() ? code : std::max(code, ExitCode::Failed);
   }
   return ExitCode::Usage; // not reached: parsing requires a subcommand
 }

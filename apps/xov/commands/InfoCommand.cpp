@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 
+#include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/TimeText.h>
 #include <XOV_Graphics/seismic/Picks.h>
 #include <XOV_Graphics/seismic/io/events/EventReaders.h>
@@ -247,8 +248,9 @@ public:
 private:
   // A file that is no seismogram may be one of events; else what is wrong with it as a seismogram is what to say.
   Result<ReadFile> addEvents(const QString& name, const QString& reason) {
+    if (isReadingFailure(reason)) return Error{reason};
     const Result<EventFile> file = readEvents(name);
-    if (!file) return Error{looksLikeEvents(name) ? file.error() : reason};
+    if (!file) return Error{isReadingFailure(file.error()) || looksLikeEvents(name) ? file.error() : reason};
     if (file->events.empty()) return Error{reason};
     for (const auto& event : file->events)
       events_.addRow(eventCells(*event) << name);

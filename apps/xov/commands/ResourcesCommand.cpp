@@ -4,13 +4,13 @@
 #include "apps/xov/terminal/TextTable.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 
 #include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/Resources.h>
 #include <XOV_Graphics/base/WholeFile.h>
+#include <optional>
 
 namespace xov::cli {
 
@@ -44,18 +44,22 @@ QStringList pictureCells(const Resource& resource, const QString& path) {
           QString::number(size.height()), bytesOf(path), path};
 }
 
-QString firstLine(const QString& path) {
+// Nothing where the file cannot be read.
+std::optional<QString> firstLine(const QString& path) {
   constexpr qint64 kLongest = 1024;
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readLine(kLongest)) : QString();
+  CheckedFile file(path);
+  if (!openForReading(file)) return {};
+  const QByteArray line = file.readLine(kLongest);
+  return readingStatus(file, path) ? std::optional(QString::fromLatin1(line)) : std::nullopt;
 }
 
 QStringList textCells(const Resource& resource, const QString& path) {
-  const QString title = firstLine(path);
+  const std::optional<QString> title = firstLine(path);
+  if (!title) return {QStringLiteral("unreadable"), {}, {}, bytesOf(path), path};
   QString edition =
-      title.contains(QLatin1StringView(kThinnedMark)) ? QStringLiteral("thinned") : QStringLiteral("full");
+      title->contains(QLatin1StringView(kThinnedMark)) ? QStringLiteral("thinned") : QStringLiteral("full");
   if (resource.kind == ResourceKind::BoundariesOfModel)
-    edition = areDerivedBoundaries(title.toLatin1()) ? QStringLiteral("derived") : QStringLiteral("published");
+    edition = areDerivedBoundaries(title->toLatin1()) ? QStringLiteral("derived") : QStringLiteral("published");
   return {edition, {}, {}, bytesOf(path), path};
 }
 

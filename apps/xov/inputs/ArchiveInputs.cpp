@@ -33,17 +33,17 @@ QDateTime ArchiveInputs::from() const { return between_.empty() ? QDateTime() : 
 
 QDateTime ArchiveInputs::to() const { return between_.empty() ? QDateTime() : parsedUtcTime(between_.back()); }
 
-Result<std::vector<SdsChannel>> ArchiveInputs::channels(const QStringList& patterns) const {
+Result<std::vector<SdsChannel>> ArchiveInputs::channels(const QStringList& patterns, QStringList* unreadable) const {
   if (!between_.empty() && !(from() < to()))
     return Error{QStringLiteral("--between: found %1 and %2, expected a later time behind")
                      .arg(QString::fromStdString(between_.front()), QString::fromStdString(between_.back()))};
-  return SdsArchive(root()).channels(patterns);
+  return SdsArchive(root()).channels(patterns, {}, unreadable);
 }
 
 InputList ArchiveInputs::files(const QStringList& patterns) const {
   InputList list;
   const SdsArchive archive(root());
-  const Result<std::vector<SdsChannel>> channels = this->channels(patterns);
+  const Result<std::vector<SdsChannel>> channels = this->channels(patterns, &list.errors);
   if (!channels) {
     list.errors.append(channels.error());
     return list;
@@ -52,7 +52,7 @@ InputList ArchiveInputs::files(const QStringList& patterns) const {
     for (const QString& path : archive.files(channel.codes, from(), to()))
       list.files.push_back({path, {}});
   }
-  if (list.files.empty())
+  if (list.files.empty() && list.errors.isEmpty())
     list.errors.append(root() + QStringLiteral(": the archive has no file of such a channel and time"));
   return list;
 }
@@ -60,8 +60,11 @@ InputList ArchiveInputs::files(const QStringList& patterns) const {
 Status ArchiveInputs::read(const QStringList& patterns, const std::optional<IndexCache>& cache,
                            const std::function<void(const Result<SeismogramFile>& channel)>& take) const {
   const SdsArchive archive(root());
-  const Result<std::vector<SdsChannel>> channels = this->channels(patterns);
+  QStringList unreadable;
+  const Result<std::vector<SdsChannel>> channels = this->channels(patterns, &unreadable);
   if (!channels) return Error{channels.error()};
+  for (const QString& folder : unreadable)
+    take(Error{folder});
   if (channels->empty()) return Error{root() + QStringLiteral(": the archive has no channel that is selected")};
   Progress progress(QStringLiteral("reading"), std::ssize(*channels));
   std::int64_t done = 0;

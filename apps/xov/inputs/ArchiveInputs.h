@@ -34,7 +34,7 @@ public:
               const std::function<void(const Result<SeismogramFile>& channel)>& take) const;
 
 private:
-  Result<std::vector<SdsChannel>> channels(const QStringList& patterns) const;
+  Result<std::vector<SdsChannel>> channels(const QStringList& patterns, QStringList* unreadable = nullptr) const;
   QString root() const;
   QDateTime from() const;
   QDateTime to() const;

@@ -1,14 +1,11 @@
 #include "apps/xov/inputs/ColumnFile.h"
 
-#include <QFile>
-
 #include <XOV_Graphics/base/Fields.h>
 #include <XOV_Graphics/base/Headings.h>
 #include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/Numbers.h>
 #include <XOV_Graphics/base/TextLines.h>
 #include <algorithm>
-#include <cstdio>
 #include <limits>
 #include <optional>
 
@@ -157,9 +154,9 @@ Result<ColumnData> ColumnParser::parse(QByteArrayView text) {
 Result<ColumnData> readColumns(const QString& path, const QStringList& wanted) {
   const bool fromInput = path == QLatin1String("-");
   const QString name = fromInput ? QStringLiteral("standard input") : path;
-  QFile file(path);
+  CheckedFile file(path);
   if (fromInput) {
-    if (!file.open(stdin, QIODevice::ReadOnly))
+    if (!file.open(0, QIODevice::ReadOnly | QIODevice::Unbuffered))
       return Error{QStringLiteral("%1: cannot be opened: %2").arg(name, file.errorString())};
   } else if (Status status = openForReading(file, InputKind::AlsoPipes); !status) {
     return Error{status.error()};

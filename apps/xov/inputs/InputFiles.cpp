@@ -2,11 +2,10 @@
 
 #include "apps/xov/terminal/System.h"
 
-#include <QFile>
 #include <QTemporaryFile>
 
+#include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/seismic/io/Readers.h>
-#include <cstdio>
 #include <vector>
 
 namespace xov::cli {
@@ -41,8 +40,8 @@ template <typename File, typename ReadDevice>
 Result<File> readStream(const QString& name, ReadDevice readDevice) {
   const QString spoken = spokenName(name);
   const QString path = isStandardInput(name) ? QStringLiteral("stdin") : name;
-  QFile stream(name);
-  const bool open = isStandardInput(name) ? stream.open(stdin, QIODevice::ReadOnly | QIODevice::Unbuffered)
+  CheckedFile stream(name);
+  const bool open = isStandardInput(name) ? stream.open(0, QIODevice::ReadOnly | QIODevice::Unbuffered)
                                           : stream.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
   if (!open) return Error{spoken + QStringLiteral(": cannot be opened: ") + stream.errorString()};
   if (!comesInOrder(name)) {
@@ -51,7 +50,10 @@ Result<File> readStream(const QString& name, ReadDevice readDevice) {
   }
   QTemporaryFile spooled;
   if (Status status = spool(stream, spooled, spoken); !status) return Error{status.error()};
-  return readDevice(spooled, spoken, path);
+  CheckedFile again;
+  if (!again.open(spooled.handle(), QIODevice::ReadOnly | QIODevice::Unbuffered))
+    return Error{spoken + QStringLiteral(": cannot be read again: ") + again.errorString()};
+  return readDevice(again, spoken, path);
 }
 
 } // namespace

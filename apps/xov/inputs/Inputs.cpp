@@ -6,6 +6,8 @@
 #include <glob.h>
 #include <string>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 namespace xov::cli {
 
@@ -39,33 +41,39 @@ bool isHidden(const fs::directory_entry& entry) { return entry.path().filename()
 
 fs::path systemPath(const QString& name) { return fileNameBytes(name).toStdString(); }
 
-// All files in a folder and those below it, but for hidden ones. What may not be looked into holds none.
-QStringList filesBelow(const QString& folder) {
+// All files in a folder and those below it, but for hidden ones; a line for each folder that cannot be read.
+QStringList filesBelow(const QString& folder, QStringList& errors) {
   QStringList paths;
-  std::error_code problem;
-  fs::recursive_directory_iterator entry(systemPath(folder), fs::directory_options::skip_permission_denied, problem);
-  for (const fs::recursive_directory_iterator end; !problem && entry != end; entry.increment(problem)) {
-    std::error_code unknown;
-    if (isHidden(*entry)) {
-      entry.disable_recursion_pending();
-    } else if (entry->is_regular_file(unknown)) {
-      paths.append(fileNameFromBytes(entry->path().native()));
+  std::vector<fs::path> folders = {systemPath(folder)};
+  while (!folders.empty()) {
+    const fs::path current = std::move(folders.back());
+    folders.pop_back();
+    std::error_code problem;
+    fs::directory_iterator entry(current, problem);
+    for (const fs::directory_iterator end; !problem && entry != end; entry.increment(problem)) {
+      std::error_code unknown;
+      if (isHidden(*entry)) continue;
+      if (entry->is_directory(unknown) && !entry->is_symlink(unknown)) {
+        folders.push_back(entry->path());
+      } else if (entry->is_regular_file(unknown)) {
+        paths.append(fileNameFromBytes(entry->path().native()));
+      }
     }
+    if (problem)
+      errors.append(fileNameFromBytes(current.native()) + QStringLiteral(": cannot be read: ") +
+                    QString::fromLocal8Bit(problem.message()));
   }
   paths.sort();
   return paths;
 }
 
 void addFolder(const QString& folder, InputList& list) {
-  const QStringList paths = filesBelow(folder);
-  if (paths.isEmpty()) list.errors.append(folder + QStringLiteral(": the folder holds no files"));
+  const qsizetype errors = list.errors.size();
+  const QStringList paths = filesBelow(folder, list.errors);
+  if (paths.isEmpty() && list.errors.size() == errors)
+    list.errors.append(folder + QStringLiteral(": the folder holds no files"));
   for (const QString& path : paths)
     list.files.push_back({path, folder});
-}
-
-bool isFolder(const QString& name) {
-  std::error_code unknown;
-  return fs::is_directory(systemPath(name), unknown);
 }
 
 bool exists(const QString& name) {

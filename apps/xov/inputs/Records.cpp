@@ -12,6 +12,7 @@
 #include <QSet>
 
 #include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/PagedSamples.h>
 #include <XOV_Graphics/base/SampleIndex.h>
 #include <XOV_Graphics/seismic/ChannelPatterns.h>
@@ -126,7 +127,8 @@ public:
 
 private:
   void refuse(const InputFile& file, const QString& reason) {
-    if (!file.folder.isEmpty()) return complaints_.skip(file, reason);
+    // What is no recording lies in folders, too; what the disk does not give may be one.
+    if (!file.folder.isEmpty() && !isReadingFailure(reason)) return complaints_.skip(file, reason);
     complaints_.say(reason);
     status_ = ExitCode::Failed;
   }

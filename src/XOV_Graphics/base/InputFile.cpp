@@ -11,12 +11,39 @@ namespace xov {
 namespace {
 
 constexpr qint64 kChunkBytes = 1 << 20;
+constexpr QLatin1StringView kNotRead(": cannot be read: ");
+constexpr QLatin1StringView kNotOpened(": cannot be opened: ");
 
 Error tooLarge(const QString& name, const QString& size, qint64 mostBytes) {
   return {QStringLiteral("%1: %2 bytes, expected at most %3").arg(name, size, QString::number(mostBytes))};
 }
 
 } // namespace
+
+qint64 CheckedFile::readData(char* bytes, qint64 most) {
+  qint64 done = 0;
+  while (done < most) {
+    const qint64 got = QFile::readData(bytes + done, most - done);
+    if (got < 0 && error() != NoError && fault_.isEmpty()) fault_ = errorString();
+    if (got <= 0) return done > 0 ? done : got;
+    done += got;
+    if (isSequential()) break; // what has come is not kept back for what may come
+  }
+  return done;
+}
+
+Status readingStatus(const QIODevice& device, const QString& name) {
+  const auto* const checked = dynamic_cast<const CheckedFile*>(&device);
+  if (checked != nullptr && !checked->readingFault().isEmpty())
+    return Error{name + kNotRead + checked->readingFault()};
+  const auto* const file = qobject_cast<const QFileDevice*>(&device);
+  if (file != nullptr && file->error() == QFileDevice::ReadError) return Error{name + kNotRead + file->errorString()};
+  const auto* const other = dynamic_cast<const ReadingFaults*>(&device);
+  if (other != nullptr && !other->readingFault().isEmpty()) return Error{other->readingFault()};
+  return {};
+}
+
+bool isReadingFailure(const QString& error) { return error.contains(kNotRead) || error.contains(kNotOpened); }
 
 Status openForReading(QFile& file, InputKind kind) {
   const QString name = file.fileName();
@@ -42,13 +69,13 @@ Result<QByteArray> readToEnd(QFileDevice& file, const QString& name, qint64 most
     if (all.size() > mostBytes) return tooLarge(name, "more than " + QString::number(mostBytes), mostBytes);
     if (got > 0) continue;
     // At the end of a pipe nothing is read, as after a failure.
-    if (file.error() == QFileDevice::NoError) return all;
-    return Error{name + QStringLiteral(": cannot be read: ") + file.errorString()};
+    if (Status status = readingStatus(file, name); !status) return Error{status.error()};
+    return all;
   }
 }
 
 Result<QByteArray> readWholeFile(const QString& path, qint64 mostBytes) {
-  QFile file(path);
+  CheckedFile file(path);
   if (Status status = openForReading(file); !status) return Error{status.error()};
   return readToEnd(file, path, mostBytes);
 }

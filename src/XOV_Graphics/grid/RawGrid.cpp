@@ -57,7 +57,7 @@ Result<Grid> parseRawGrid(QByteArrayView bytes, const RawGridLayout& layout, con
 
 Result<Grid> readRawGrid(const QString& path, const RawGridLayout& layout) noexcept {
   return guarded(path, [&]() -> Result<Grid> {
-    QFile file(path);
+    CheckedFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
     if (Status status = checkSize(file.size(), layout, path); !status) return Error{status.error()};
     const Result<QByteArray> bytes = readToEnd(file, path, layout.bytes());

@@ -101,8 +101,14 @@ TEST_F(MapPictureFile, beyondAGigabyteIsRefused) {
   const qsizetype frame = bytes.indexOf("\xFF\xC0");
   ASSERT_GT(frame, 0);
   bytes.replace(frame + 5, 4, QByteArray(4, '\xFA')); // 64250 by 64250 pixels
-  files.write("natural_wide.jpg", bytes);
-  EXPECT_FALSE(refusal().isEmpty());
+  const QString path = files.write("natural_wide.jpg", bytes);
+  const QString expected = path + ": found a picture of 64250 by 64250 pixels, expected at most 134217728 of them";
+  EXPECT_EQ(refusal(), expected);
+  // Also in a program that has no limit of its own.
+  const int limit = QImageReader::allocationLimit();
+  QImageReader::setAllocationLimit(0);
+  EXPECT_EQ(refusal(), expected);
+  QImageReader::setAllocationLimit(limit);
 }
 
 TEST_F(MapPictureFile, thatIsDamagedIsRefused) {

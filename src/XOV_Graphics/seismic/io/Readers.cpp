@@ -141,15 +141,17 @@ QStringList seismogramFormats() {
 Result<SeismogramFile> readSeismogramDevice(QIODevice& device, const QString& name, const QString& path,
                                             const SeismogramReadOptions& options) noexcept {
   return guarded(name, [&]() -> Result<SeismogramFile> {
-    const Result<const Format*> format = formatOf(device, name);
-    if (!format) return Error{format.error()};
-    return (*format)->read(device, name, path, options);
+    return readChecked(device, name, [&]() -> Result<SeismogramFile> {
+      const Result<const Format*> format = formatOf(device, name);
+      if (!format) return Error{format.error()};
+      return (*format)->read(device, name, path, options);
+    });
   });
 }
 
 Result<SeismogramFile> readSeismogramFile(const QString& path, const SeismogramReadOptions& options) noexcept {
   return guarded(path, [&]() -> Result<SeismogramFile> {
-    QFile file(path);
+    CheckedFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
     return readSeismogramDevice(file, path, QFileInfo(path).absoluteFilePath(), options);
   });
@@ -166,16 +168,18 @@ std::vector<Result<SeismogramFile>> readSeismogramFiles(const QStringList& paths
 Result<SeismogramFileSummary> summarizeSeismogramDevice(QIODevice& device, const QString& name, const QString& path,
                                                         const SeismogramReadOptions& options) noexcept {
   return guarded(name, [&]() -> Result<SeismogramFileSummary> {
-    const Result<const Format*> format = formatOf(device, name);
-    if (!format) return Error{format.error()};
-    return (*format)->summarize(device, name, path, options);
+    return readChecked(device, name, [&]() -> Result<SeismogramFileSummary> {
+      const Result<const Format*> format = formatOf(device, name);
+      if (!format) return Error{format.error()};
+      return (*format)->summarize(device, name, path, options);
+    });
   });
 }
 
 Result<SeismogramFileSummary> summarizeSeismogramFile(const QString& path,
                                                       const SeismogramReadOptions& options) noexcept {
   return guarded(path, [&]() -> Result<SeismogramFileSummary> {
-    QFile file(path);
+    CheckedFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
     return summarizeSeismogramDevice(file, path, QFileInfo(path).absoluteFilePath(), options);
   });
@@ -184,7 +188,7 @@ Result<SeismogramFileSummary> summarizeSeismogramFile(const QString& path,
 QString seismogramFormatOf(const QString& path) noexcept {
   QString name;
   const Status looked = guarded(path, [&]() -> Status {
-    QFile file(path);
+    CheckedFile file(path);
     if (Status status = openForReading(file); !status) return status;
     const Result<const Format*> format = formatOf(file, path);
     if (format) name = QString::fromLatin1((*format)->name);
@@ -195,15 +199,17 @@ QString seismogramFormatOf(const QString& path) noexcept {
 
 Result<SeismogramOutline> outlineSeismogramFile(const QString& path, std::stop_token stop) noexcept {
   return guarded(path, [&]() -> Result<SeismogramOutline> {
-    QFile file(path);
+    CheckedFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
-    const Result<const Format*> format = formatOf(file, path);
-    if (!format) return Error{format.error()};
-    Result<SeismogramOutline> found = (*format)->outline(file, path, stop);
-    if (!found) return Error{found.error()};
-    SeismogramOutline outline = std::move(found).value();
-    outline.format = QString::fromLatin1((*format)->name);
-    return outline;
+    return readChecked(file, path, [&]() -> Result<SeismogramOutline> {
+      const Result<const Format*> format = formatOf(file, path);
+      if (!format) return Error{format.error()};
+      Result<SeismogramOutline> found = (*format)->outline(file, path, stop);
+      if (!found) return Error{found.error()};
+      SeismogramOutline outline = std::move(found).value();
+      outline.format = QString::fromLatin1((*format)->name);
+      return outline;
+    });
   });
 }
 

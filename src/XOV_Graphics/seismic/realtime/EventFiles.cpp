@@ -55,6 +55,10 @@ std::vector<EventFiles::Found> EventFiles::filesThere() {
     sayOnce({}, lastPathFault_);
     return found;
   }
+  if (!whole.isReadable()) {
+    sayOnce(path_ + QStringLiteral(": cannot be read"), lastPathFault_);
+    return found;
+  }
   bool isMore = false;
   const auto keepNewest = [&] {
     if (found.size() <= limits_.files) return;

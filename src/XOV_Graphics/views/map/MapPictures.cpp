@@ -1,8 +1,8 @@
 #include "XOV_Graphics/views/map/MapPictures.h"
 
+#include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/base/Resources.h"
 
-#include <QFile>
 #include <QImageReader>
 
 #include <algorithm>
@@ -12,6 +12,8 @@ namespace xov {
 
 namespace {
 
+// More than three times as many as the largest of ours has: what a picture claims is memory before it is decoded.
+constexpr qint64 kMostPixels = qint64(1) << 27;
 constexpr float kWideDeg = 540;
 constexpr float kPoleToPoleDeg = 180;
 constexpr PlotLimits kWide = {-180, 360, -90, 90};
@@ -53,17 +55,28 @@ bool isCutOff(QFile& file) {
   return !file.seek(std::max<qint64>(0, file.size() - kMarkWithin)) || !file.readAll().contains("\xFF\xD9");
 }
 
-Result<QImage> readImage(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly))
-    return Error{path + QStringLiteral(": cannot be opened: ") + file.errorString()};
+Result<QImage> decode(QFile& file, const QString& path) {
   if (isCutOff(file) || !file.seek(0))
     return Error{path + QStringLiteral(": the picture is cut off at the end of the file")};
   const RaisedAllocationLimit raised;
   QImageReader reader(&file);
+  const QSize size = reader.size();
+  if (qint64(size.width()) * size.height() > kMostPixels)
+    return Error{QStringLiteral("%1: found a picture of %2 by %3 pixels, expected at most %4 of them")
+                     .arg(path)
+                     .arg(size.width())
+                     .arg(size.height())
+                     .arg(kMostPixels)};
   const QImage image = reader.read();
   if (image.isNull()) return Error{path + QStringLiteral(": ") + reader.errorString()};
   return image;
+}
+
+Result<QImage> readImage(const QString& path) {
+  CheckedFile file(path);
+  if (Status status = openForReading(file); !status) return Error{status.error()};
+  // A reader of pictures takes an error of the disk for the end of the file.
+  return readChecked(file, path, [&] { return decode(file, path); });
 }
 
 } // namespace

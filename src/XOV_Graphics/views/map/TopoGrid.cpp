@@ -39,7 +39,7 @@ Status readRows(QFile& file, const TopoFileSize& size, int factor, TopoGrid& gri
 Result<TopoGrid> read(const QString& path, const TopoFileSize& size, int factor) {
   const auto fault = [&](const QString& what) { return Error{path + QStringLiteral(": ") + what}; };
   if (Status status = checkRequest(size, factor); !status) return fault(status.error());
-  QFile file(path);
+  CheckedFile file(path);
   if (Status status = openForReading(file); !status) return Error{status.error()};
   const qint64 expected = qint64(size.rows) * size.columns * qint64(sizeof(Cell));
   if (file.size() != expected)

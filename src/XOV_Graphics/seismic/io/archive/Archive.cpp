@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/io/archive/Archive.h"
 
+#include "XOV_Graphics/base/FileName.h"
 #include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/base/WholeFile.h"
@@ -118,14 +119,17 @@ public:
   /// The traces as records; null where the system does not give the addresses for one.
   std::optional<SeismogramArray> records() {
     SeismogramArray all;
-    const std::shared_ptr<ArchiveSource> source = archiveSource(files_, contents_.storage);
+    source_ = archiveSource(files_, contents_.storage);
     for (ArchivedTrace& trace : contents_.traces) {
-      auto record = recordOf(trace, source);
+      auto record = recordOf(trace, source_);
       if (!record) return {};
       all.push_back(std::move(record));
     }
     return all;
   }
+
+  /// Why samples could not be read when they were gone through for their extremes; empty when all were.
+  QString sampleFault() const { return source_ ? firstFault(*source_) : QString(); }
 
   QStringList notes() const {
     QStringList notes = contents_.notes;
@@ -136,7 +140,7 @@ public:
   /// Keeps what was found, if that is wished and it was not there.
   void keep(QStringList& notes) const {
     if (!cache_ || isKept_) return;
-    if (!cache_->folder.isEmpty()) QDir().mkpath(cache_->folder);
+    if (!cache_->folder.isEmpty()) makeFolder(cache_->folder);
     QString problem;
     if (!writeFileAtomically(indexPath_, extremesFileBytes(contents_, identity_), &problem))
       notes.append(name_ + QLatin1String(kIndexNotKept) + problem);
@@ -170,6 +174,7 @@ private:
   std::vector<JoinedFile> files_;
   ArchiveContents contents_;
   bool isKept_ = false;
+  std::shared_ptr<ArchiveSource> source_;
 };
 
 ChannelCodes codesOf(const SeismogramRecord& record) {
@@ -210,6 +215,7 @@ Result<SeismogramFile> open(QIODevice& device, std::vector<JoinedFile> files, co
       opening.find([&] { return isRecords ? locateMiniSeedDevice(device, standIn) : locateSac(device, standIn); });
   if (!found) return Error{found.error()};
   std::optional<SeismogramArray> records = opening.records();
+  if (const QString fault = opening.sampleFault(); !fault.isEmpty()) return Error{fault};
   if (!records || records->empty()) return readWhole();
   SeismogramFile opened{std::move(*records), opening.notes()};
   opening.keep(opened.notes);
@@ -219,10 +225,12 @@ Result<SeismogramFile> open(QIODevice& device, std::vector<JoinedFile> files, co
 
 Result<SeismogramFile> openOne(const QString& path, const SeismogramReadOptions& options,
                                const std::optional<IndexCache>& cache) {
-  QFile file(path);
+  CheckedFile file(path);
   if (Status status = openForReading(file); !status) return Error{status.error()};
   const std::int64_t modifiedMs = QFileInfo(path).lastModified().toMSecsSinceEpoch();
-  return open(file, {{path, identityOf(file, modifiedMs)}}, path, options, cache);
+  return readChecked(file, path, [&] {
+    return open(file, {{path, identityOf(file, modifiedMs)}}, path, options, cache);
+  });
 }
 
 Result<SeismogramFile> openAll(const QStringList& paths, const SeismogramReadOptions& options,
@@ -231,6 +239,8 @@ Result<SeismogramFile> openAll(const QStringList& paths, const SeismogramReadOpt
   QStringList lost;
   for (const QString& path : paths) {
     Result<JoinedFile> file = joinedFile(path);
+    // One that has gone since it was listed is missed; one that cannot be read would be half a record.
+    if (!file && QFileInfo::exists(path)) return Error{file.error()};
     if (file)
       files.push_back(std::move(file).value());
     else
@@ -241,7 +251,8 @@ Result<SeismogramFile> openAll(const QStringList& paths, const SeismogramReadOpt
   if (files.size() > 1) name += QStringLiteral(" and %1 more").arg(files.size() - 1);
   JoinedFiles device(files);
   device.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-  Result<SeismogramFile> opened = open(device, std::move(files), name, options, cache);
+  Result<SeismogramFile> opened =
+      readChecked(device, name, [&] { return open(device, std::move(files), name, options, cache); });
   if (!opened) return Error{opened.error()};
   SeismogramFile all = std::move(opened).value();
   all.notes = lost + all.notes;

@@ -31,16 +31,21 @@ struct XOV_EXPORT IndexCache {
 /// is noted, and the file opened all the same.
 ///
 /// Who asks such a record for all samples at once (GetSacSeis()) has them all in memory; borrowedSamples() does not.
-/// A file that is changed or removed while its records live gives gaps for what was not read before.
+/// A file that is changed or removed while its records live, or cannot be read any more, gives gaps for what was not
+/// read before; takeSampleFaults() tells.
 XOV_EXPORT Result<SeismogramFile> openSeismogramFile(const QString& path, const SeismogramReadOptions& options = {},
                                                      const std::optional<IndexCache>& cache = {}) noexcept;
 
 /// The same of several miniSEED files, read one after the other as if they were one: what goes on from one file in
 /// the next is one record, and what several of them hold is there once. One index is kept of them together. A file
-/// that cannot be opened is left out, with a note; when none can, that is the error. The records have the first
-/// file's path.
+/// that has gone is left out, with a note; when all have, or one cannot be read, that is the error. The records have
+/// the first file's path.
 XOV_EXPORT Result<SeismogramFile> openJoinedFiles(const QStringList& paths, const SeismogramReadOptions& options = {},
                                                   const std::optional<IndexCache>& cache = {}) noexcept;
+
+/// Why samples could not be read since this was asked last, where they were drawn or asked for: a line a file, each
+/// once. Any thread.
+XOV_EXPORT QStringList takeSampleFaults();
 
 /// Where the index of a file is kept.
 XOV_EXPORT QString indexPathOf(const QString& path, const IndexCache& cache);

@@ -1,6 +1,5 @@
 #include "XOV_Graphics/seismic/io/archive/JoinedFiles.h"
 
-#include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/seismic/io/mseed/Crc32c.h"
 
 #include <QDateTime>
@@ -24,9 +23,11 @@ void appendNumber(QByteArray& bytes, Number number) {
 } // namespace
 
 Result<JoinedFile> joinedFile(const QString& path) {
-  QFile file(path);
+  CheckedFile file(path);
   if (Status status = openForReading(file); !status) return Error{status.error()};
-  return JoinedFile{path, identityOf(file, modifiedMsOf(path))};
+  const ArchiveIdentity identity = identityOf(file, modifiedMsOf(path));
+  if (Status status = readingStatus(file, path); !status) return Error{status.error()};
+  return JoinedFile{path, identity};
 }
 
 ArchiveIdentity jointIdentity(const std::vector<JoinedFile>& files) {
@@ -59,9 +60,15 @@ bool JoinedFiles::turnTo(std::size_t number) {
   number_ = number;
   const Status opened = openForReading(*file_);
   if (opened && identityOf(*file_, modifiedMsOf(wanted.path)) == wanted.identity) return true;
-  setErrorString(opened ? wanted.path + QStringLiteral(": has changed while it was read") : opened.error());
+  const Status read = opened ? readingStatus(*file_, wanted.path) : opened;
+  fail(read ? wanted.path + QStringLiteral(": has changed while it was read") : read.error());
   file_.reset();
   return false;
+}
+
+void JoinedFiles::fail(const QString& fault) {
+  setErrorString(fault);
+  if (fault_.isEmpty()) fault_ = fault;
 }
 
 qint64 JoinedFiles::readData(char* bytes, qint64 most) {
@@ -73,7 +80,11 @@ qint64 JoinedFiles::readData(char* bytes, qint64 most) {
     const qint64 begin = ends_[number] - files_[number].identity.size;
     if (!turnTo(number) || !file_->seek(place - begin)) return done > 0 ? done : -1;
     const qint64 got = file_->read(bytes + done, std::min(most - done, ends_[number] - place));
-    if (got <= 0) return done > 0 ? done : -1;
+    if (got <= 0) {
+      const Status read = readingStatus(*file_, files_[number].path);
+      fail(read ? files_[number].path + QStringLiteral(": has become shorter while it was read") : read.error());
+      return done > 0 ? done : -1;
+    }
     done += got;
   }
   return done;

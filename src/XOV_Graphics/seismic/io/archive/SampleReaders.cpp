@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/base/FileWindow.h"
 #include "XOV_Graphics/base/InputFile.h"
+#include "XOV_Graphics/seismic/io/archive/Archive.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSamples.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSearch.h"
 
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <atomic>
 #include <limits>
+#include <mutex>
 #include <numeric>
 #include <optional>
 #include <utility>
@@ -25,6 +27,29 @@ constexpr qsizetype kUsualBytes = 8192;
 constexpr qsizetype kWindowBytes = 32768;
 
 std::atomic<int> openFiles{0};
+
+/// What was not read of samples while they were drawn, for who asks.
+class SampleFaults {
+public:
+  void add(const QString& fault) {
+    const std::scoped_lock lock(mutex_);
+    if (faults_.size() < kMost) faults_.append(fault);
+  }
+  QStringList take() {
+    const std::scoped_lock lock(mutex_);
+    return std::exchange(faults_, {});
+  }
+
+private:
+  static constexpr qsizetype kMost = 100;
+  std::mutex mutex_;
+  QStringList faults_;
+};
+
+SampleFaults& sampleFaults() {
+  static SampleFaults faults;
+  return faults;
+}
 
 } // namespace
 
@@ -42,6 +67,7 @@ public:
   bool visit(const Read& read) {
     open();
     const bool isRead = read(*joined_, *window_);
+    if (!isRead) noteFault();
     if (!staysOpen_) close();
     return isRead;
   }
@@ -54,7 +80,15 @@ public:
   Decoded& decoded() { return decoded_; }
   MiniSeedSamples& decoder() { return decoder_; }
 
+  const QString& fault() const { return fault_; }
+
 private:
+  void noteFault() {
+    if (!fault_.isEmpty()) return;
+    fault_ = joined_->readingFault();
+    if (fault_.isEmpty()) fault_ = files_.front().path + QStringLiteral(": samples can no longer be read");
+    sampleFaults().add(fault_);
+  }
   void open() {
     if (window_) return;
     joined_.emplace(files_);
@@ -74,6 +108,7 @@ private:
   std::optional<JoinedFiles> joined_;
   std::optional<FileWindow> window_;
   bool staysOpen_ = false;
+  QString fault_;
   Decoded decoded_;
   MiniSeedSamples decoder_;
 };
@@ -81,6 +116,10 @@ private:
 std::shared_ptr<ArchiveSource> archiveSource(std::vector<JoinedFile> files, SampleStorage storage) {
   return std::make_shared<ArchiveSource>(std::move(files), storage);
 }
+
+QString firstFault(const ArchiveSource& source) { return source.fault(); }
+
+QStringList takeSampleFaults() { return sampleFaults().take(); }
 
 namespace {
 

@@ -11,6 +11,9 @@ namespace xov {
 class ArchiveSource;
 std::shared_ptr<ArchiveSource> archiveSource(std::vector<JoinedFile> files, SampleStorage storage);
 
+/// The first reason for samples that could not be read, as one line that names the file; empty while all could.
+QString firstFault(const ArchiveSource& source);
+
 /// Reads the samples of one trace, which lie at these places.
 PagedSamples::Reader sampleReader(std::shared_ptr<ArchiveSource> source, std::vector<SamplePlace> places);
 

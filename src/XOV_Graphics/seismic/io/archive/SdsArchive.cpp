@@ -8,8 +8,6 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedOutline.h"
 #include "XOV_Graphics/seismic/prepare/RecordWindow.h"
 
-#include <QFile>
-
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -29,12 +27,16 @@ fs::path systemPathOf(const QString& name) { return fileNameBytes(name).toStdStr
 
 QString nameOf(const fs::path& path) { return fileNameFromBytes(path.filename().native()); }
 
-/// What is in a folder, in the order of names; nothing where it may not be looked into.
-std::vector<fs::path> entriesOf(const fs::path& folder) {
+/// What is in a folder, in the order of names; nothing where it may not be looked into, which `unreadable` tells. A
+/// file in the place of a folder is neither.
+std::vector<fs::path> entriesOf(const fs::path& folder, QStringList* unreadable = nullptr) {
   std::vector<fs::path> entries;
   std::error_code problem;
   for (fs::directory_iterator entry(folder, problem), end; !problem && entry != end; entry.increment(problem))
     entries.push_back(entry->path());
+  if (problem && unreadable != nullptr && problem != std::errc::not_a_directory)
+    unreadable->append(fileNameFromBytes(folder.native()) + QStringLiteral(": cannot be read: ") +
+                       QString::fromLocal8Bit(problem.message()));
   std::ranges::sort(entries);
   return entries;
 }
@@ -78,12 +80,12 @@ std::optional<DayFile> dayFileOf(const fs::path& path, const ChannelFolder& fold
 
 /// Calls `visit` with each folder of a channel, until that gives false.
 template <typename Visit>
-void forEachChannelFolder(const QString& root, const Visit& visit) {
-  for (const fs::path& year : entriesOf(systemPathOf(root))) {
+void forEachChannelFolder(const QString& root, QStringList* unreadable, const Visit& visit) {
+  for (const fs::path& year : entriesOf(systemPathOf(root), unreadable)) {
     if (!isYear(year)) continue;
-    for (const fs::path& network : entriesOf(year)) {
-      for (const fs::path& station : entriesOf(network)) {
-        for (const fs::path& channel : entriesOf(station)) {
+    for (const fs::path& network : entriesOf(year, unreadable)) {
+      for (const fs::path& station : entriesOf(network, unreadable)) {
+        for (const fs::path& channel : entriesOf(station, unreadable)) {
           const QString name = nameOf(channel);
           if (!name.endsWith(QLatin1String(kWaveforms))) continue;
           if (!visit(ChannelFolder{channel, nameOf(year), nameOf(network), nameOf(station), name.chopped(2)})) return;
@@ -102,7 +104,7 @@ void addDay(std::map<ChannelCodes, SdsChannel>& channels, const ChannelCodes& co
 }
 
 std::optional<ChannelOutline> endsOf(const QString& path) {
-  QFile file(path);
+  CheckedFile file(path);
   return openForReading(file) ? miniSeedEnds(file) : std::nullopt;
 }
 
@@ -132,7 +134,7 @@ QString timeSpanText(const QDateTime& from, const QDateTime& to) {
 bool SdsArchive::isArchive(const QString& folder) noexcept {
   bool isOne = false;
   const Status looked = guarded(folder, [&] {
-    forEachChannelFolder(folder, [&](const ChannelFolder& channel) {
+    forEachChannelFolder(folder, nullptr, [&](const ChannelFolder& channel) {
       isOne = std::ranges::any_of(entriesOf(channel.path),
                                   [&](const fs::path& path) { return dayFileOf(path, channel).has_value(); });
       return !isOne;
@@ -142,8 +144,8 @@ bool SdsArchive::isArchive(const QString& folder) noexcept {
   return looked && isOne;
 }
 
-Result<std::vector<SdsChannel>> SdsArchive::channels(const QStringList& patterns,
-                                                     std::stop_token stop) const noexcept {
+Result<std::vector<SdsChannel>> SdsArchive::channels(const QStringList& patterns, std::stop_token stop,
+                                                     QStringList* unreadable) const noexcept {
   return guarded(root_, [&]() -> Result<std::vector<SdsChannel>> {
     const Result<ChannelPatterns> wanted = ChannelPatterns::parse(patterns);
     if (!wanted) return Error{wanted.error()};
@@ -151,8 +153,8 @@ Result<std::vector<SdsChannel>> SdsArchive::channels(const QStringList& patterns
     if (fs::directory_iterator(systemPathOf(root_), problem); problem)
       return Error{root_ + QStringLiteral(": cannot be read: ") + QString::fromStdString(problem.message())};
     std::map<ChannelCodes, SdsChannel> found;
-    forEachChannelFolder(root_, [&](const ChannelFolder& folder) {
-      for (const fs::path& path : entriesOf(folder.path)) {
+    forEachChannelFolder(root_, unreadable, [&](const ChannelFolder& folder) {
+      for (const fs::path& path : entriesOf(folder.path, unreadable)) {
         const std::optional<DayFile> file = dayFileOf(path, folder);
         if (!file) continue;
         const ChannelCodes codes = {folder.network, folder.station, file->location, folder.channel};

@@ -40,8 +40,9 @@ public:
 
   /// The channels that are selected by patterns as of SeismogramReadOptions, in the order of their codes. No file is
   /// opened. Refuses a folder that cannot be read and patterns that are none. Fewer once `stop` is requested.
-  Result<std::vector<SdsChannel>> channels(const QStringList& patterns = {},
-                                           std::stop_token stop = {}) const noexcept;
+  /// Folders below it that cannot be read are passed over; `unreadable` gets a line for each.
+  Result<std::vector<SdsChannel>> channels(const QStringList& patterns = {}, std::stop_token stop = {},
+                                           QStringList* unreadable = nullptr) const noexcept;
 
   /// The files of a channel with a name between two days, both included, in the order of days; an invalid day is
   /// open.

@@ -68,15 +68,15 @@ Result<EventFile> readDevice(QIODevice& device, const QString& name) {
 
 Result<EventFile> readEvents(const QString& path) noexcept {
   return guarded(path, [&]() -> Result<EventFile> {
-    QFile file(path);
+    CheckedFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
-    return readDevice(file, path);
+    return readChecked(file, path, [&] { return readDevice(file, path); });
   });
 }
 
 bool looksLikeEvents(const QString& path) noexcept {
   const Result<bool> looks = guarded(path, [&]() -> Result<bool> {
-    QFile file(path);
+    CheckedFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
     const QByteArray head = file.peek(kHeadBytes);
     return beginsAsXml(head) || textFormatOf(head) != nullptr;

@@ -32,8 +32,7 @@ public:
 
   Status index(const ChannelPatterns& patterns, const RecordSink& sink = {}) {
     index_ = indexMiniSeed(file_, patterns, sink);
-    if (!index_.isReadable) return Error{name_ + ": cannot be read: " + device_.errorString()};
-    return {};
+    return indexStatus(index_, device_, name_);
   }
 
   void assemble(Samples samples) { traces_ = assembleTraces(file_, index_, path_, samples); }

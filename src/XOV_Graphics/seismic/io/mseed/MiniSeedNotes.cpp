@@ -1,5 +1,7 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedNotes.h"
 
+#include "XOV_Graphics/base/InputFile.h"
+
 namespace xov {
 
 namespace {
@@ -55,6 +57,12 @@ QStringList miniSeedNotes(const MiniSeedIndex& index, bool isEmpty, const QStrin
 }
 
 bool isPassedOver(const MiniSeedIndex& index) { return index.channels.empty() && !index.passedOver.empty(); }
+
+Status indexStatus(const MiniSeedIndex& index, const QIODevice& device, const QString& name) {
+  if (Status status = readingStatus(device, name); !status) return status;
+  if (!index.isReadable) return Error{name + ": the file has become shorter while it was read"};
+  return {};
+}
 
 Error nothingRead(const MiniSeedIndex& index, const QString& name) {
   if (index.recordCount == 0) return Error{name + ": found no record of miniSEED"};

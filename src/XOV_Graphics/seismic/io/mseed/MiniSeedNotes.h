@@ -14,6 +14,9 @@ QStringList miniSeedNotes(const MiniSeedIndex& index, bool isEmpty, const QStrin
 /// Whether a file without traces has none because its channels are not selected.
 bool isPassedOver(const MiniSeedIndex& index);
 
+/// Whether a file was gone through to its end; else the system's reason.
+Status indexStatus(const MiniSeedIndex& index, const QIODevice& device, const QString& name);
+
 /// Why a file has no traces.
 Error nothingRead(const MiniSeedIndex& index, const QString& name);
 

@@ -71,7 +71,7 @@ Result<SeismogramOutline> outlineMiniSeedDevice(QIODevice& device, const QString
   FileWindow file(device);
   MiniSeedIndex index = indexMiniSeed(file, ChannelPatterns(), keep);
   if (stop.stop_requested()) return Error{name + QStringLiteral(": reading was stopped")};
-  if (!index.isReadable) return Error{name + QStringLiteral(": cannot be read: ") + device.errorString()};
+  if (Status status = indexStatus(index, device, name); !status) return Error{status.error()};
   if (spans.empty()) return nothingRead(index, name);
   SeismogramOutline outline;
   for (std::size_t channel = 0; channel < spans.size(); ++channel) {

@@ -11,9 +11,10 @@ namespace xov {
 
 Result<SeismogramFile> readMiniSeed(const QString& path, const SeismogramReadOptions& options) noexcept {
   return guarded(path, [&]() -> Result<SeismogramFile> {
-    QFile file(path);
+    CheckedFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
-    return readMiniSeedDevice(file, path, QFileInfo(path).absoluteFilePath(), options);
+    return readChecked(file, path,
+                       [&] { return readMiniSeedDevice(file, path, QFileInfo(path).absoluteFilePath(), options); });
   });
 }
 

@@ -23,9 +23,9 @@ Result<std::shared_ptr<SacSeismogram>> readDevice(QIODevice& device, const QStri
 
 Result<std::shared_ptr<SacSeismogram>> readSac(const QString& path) noexcept {
   return guarded(path, [&]() -> Result<std::shared_ptr<SacSeismogram>> {
-    QFile file(path);
+    CheckedFile file(path);
     if (Status status = openForReading(file); !status) return Error{status.error()};
-    return readDevice(file, path, QFileInfo(path).absoluteFilePath());
+    return readChecked(file, path, [&] { return readDevice(file, path, QFileInfo(path).absoluteFilePath()); });
   });
 }
 

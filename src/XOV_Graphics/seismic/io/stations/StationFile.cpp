@@ -14,7 +14,7 @@ constexpr qint64 kHeadBytes = 4096;
 } // namespace
 
 Result<QByteArray> readStationFile(const QString& path) {
-  QFile file(path);
+  CheckedFile file(path);
   if (Status status = openForReading(file); !status) return Error{status.error()};
   return readToEnd(file, path, beginsAsXml(file.peek(kHeadBytes)) ? kMostXmlBytes : kMostTextBytes);
 }

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/base/TimeText.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
+#include "XOV_Graphics/seismic/io/mseed/MiniSeedNotes.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkPacket.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkStations.h"
 
@@ -74,7 +75,7 @@ QString sequence3(std::size_t sequence) {
 } // namespace
 
 Result<std::vector<ServedRecord>> readServedRecords(const QString& path) {
-  QFile file(path);
+  CheckedFile file(path);
   if (const Status status = openForReading(file); !status) return Error{status.error()};
   FileWindow window(file);
   std::vector<ServedRecord> records;
@@ -88,7 +89,7 @@ Result<std::vector<ServedRecord>> readServedRecords(const QString& path) {
                            bytes.first(record.format.length).toByteArray()});
         return true;
       });
-  if (!index.isReadable) return Error{path + QStringLiteral(": cannot be read to its end")};
+  if (const Status status = indexStatus(index, file, path); !status) return Error{status.error()};
   if (records.empty()) return Error{path + QStringLiteral(": found no miniSEED records with samples")};
   return records;
 }
