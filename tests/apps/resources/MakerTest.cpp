@@ -76,6 +76,21 @@ TEST_F(Maker, saysWhichPackageIsNotThere) {
   EXPECT_EQ(inputs.boundaries().error(), QStringLiteral("texlive-pstricks: no such package in ") + files.folder());
 }
 
+TEST_F(Maker, takesOnlyPackagesOfASumThatTheIndexKnows) {
+  // sha256sum of "abc", from the standard that defines it.
+  const QString abc = QStringLiteral("ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+  files.write("texlive-pstricks_1_all.deb", "abc");
+  const auto problem = [&](const QStringList& sums) {
+    const Packages packages(files.path("work"), files.folder(), [&](const QString&) { return sums; });
+    Inputs inputs(packages, [](const QString&) {});
+    return inputs.boundaries().error();
+  };
+  EXPECT_EQ(problem({QString(64, '0')}),
+            files.path("texlive-pstricks_1_all.deb") + ": found the sum " + abc + ", which the index does not know");
+  // The right one is unpacked, which fails: it is no package.
+  EXPECT_TRUE(problem({QString(64, '0'), abc}).startsWith("dpkg-deb: ")) << qPrintable(problem({abc}));
+}
+
 TEST_F(Maker, writesNothingWhenAnInputIsMissing) {
   const Packages packages(files.path("work"), files.folder());
   Inputs inputs(packages, [](const QString&) {});
