@@ -25,6 +25,7 @@ TEST_F(CliHostileFiles, areReadAndWrittenByNamesThatAreNotUtf8) {
   // Nothing by another name: the record, four plots, the copy, its folder, and the drum.
   const Outcome others = shell("ls | grep -av \"^$(printf 'caf\\351')\"");
   EXPECT_EQ(others.out, "d.png\n");
+  (void)shell("rm -r caf*"); // which Qt cannot name
 }
 
 TEST_F(CliHostileFiles, giveNoPathsByTheirCodes) {
@@ -53,7 +54,7 @@ TEST_F(CliHostileFiles, sendNothingToTheTerminal) {
     EXPECT_EQ(outcome.status, 0) << file << qPrintable(outcome.err);
     for (const QString& text : {outcome.out, outcome.err}) {
       for (const QChar c : {QChar(0x1B), QChar(0x07), QChar(0x9B), QChar(0x202E), QChar(0x2066), QChar(0x200F)})
-        EXPECT_FALSE(text.contains(c)) << file << ": " << c.unicode();
+        EXPECT_FALSE(text.contains(c)) << file << ": " << int(c.unicode());
     }
   }
 }

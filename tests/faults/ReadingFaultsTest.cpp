@@ -250,10 +250,15 @@ TEST_F(ReadingFaults, areToldByEveryCommandThatReadsRecords) {
   for (const char* component : {"BHE", "BHN", "BHZ"})
     writeRecord(QStringLiteral("c.%1.SAC").arg(component), {.component = component});
   const QStringList three = {"c.BHE.SAC", "c.BHN.SAC", "c.BHZ.SAC"};
-  const std::pair<const char*, QStringList> commands[] = {
-      {"section", three},     {"stack", three},         {"three", three},       {"motion", three},
-      {"panels", three},      {"spectrum", three},      {"drum", {"long.SAC"}}, {"spectrogram", {"long.SAC"}},
-      {"ppsd", {"long.SAC"}}, {"monitor", {"long.SAC"}}};
+  const std::pair<const char*, QStringList> commands[] = {{"section", three},
+                                                          {"stack", three},
+                                                          {"three", three},
+                                                          {"panels", three},
+                                                          {"spectrum", three},
+                                                          {"drum", {"long.SAC"}},
+                                                          {"spectrogram", {"long.SAC"}},
+                                                          {"ppsd", {"long.SAC"}},
+                                                          {"monitor", {"long.SAC"}}};
   for (const auto& [command, files] : commands) {
     for (const Fault& fault : {Fault{"read", "EIO", "shortfail", "on", 2}, Fault{"open", "EMFILE", "fail", "on"}}) {
       const QStringList arguments = QStringList(command) + files + QStringList{"-q", "-o", "plot.png"};
@@ -261,6 +266,13 @@ TEST_F(ReadingFaults, areToldByEveryCommandThatReadsRecords) {
       EXPECT_GT(faultsMet(), 0U) << command;
     }
   }
+  // It needs all three, and says that as well.
+  const Fault lasting{"read", "EIO", "fail", "on"};
+  const Outcome motion =
+      xovUnder(lasting, three.back(), QStringList{"motion"} + three + QStringList{"-o", "plot.png"});
+  EXPECT_EQ(motion.status, 1);
+  EXPECT_TRUE(motion.err.startsWith("xov: c.BHZ.SAC: cannot be read: Input/output error\n"))
+      << qPrintable(motion.err);
   copyOfCorpus("quakeml/corpus/mechanism.xml", "events.xml");
   writeFile("pairs.txt", "1 2\n3 4\n");
   for (const QStringList& arguments :

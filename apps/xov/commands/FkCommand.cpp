@@ -8,6 +8,7 @@
 #include <QFileInfo>
 
 #include <XOV_Graphics/base/FileName.h>
+#include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/grid/GridCell.h>
 #include <XOV_Graphics/grid/XyzGrid.h>
 #include <XOV_Graphics/platform/TextAttributes.h>
@@ -266,6 +267,10 @@ ExitCode FkCommand::draw(const Grid& grid, const QString& title) {
 
 ExitCode FkCommand::run() {
   if (const auto grid = readGrid()) return draw(*grid, QFileInfo(inputs_.names()[0]).fileName());
+  if (isReadingFailure(gridError_)) {
+    complain(gridError_);
+    return ExitCode::Failed;
+  }
   const auto beam = analyse();
   if (!beam) return ExitCode::Failed;
   const BeamPeak peak = peakOf(*beam);

@@ -248,7 +248,7 @@ public:
 private:
   // A file that is no seismogram may be one of events; else what is wrong with it as a seismogram is what to say.
   Result<ReadFile> addEvents(const QString& name, const QString& reason) {
-    if (isReadingFailure(reason)) return Error{reason};
+    if (isReadingFailure(reason) || name == QLatin1String("-")) return Error{reason};
     const Result<EventFile> file = readEvents(name);
     if (!file) return Error{isReadingFailure(file.error()) || looksLikeEvents(name) ? file.error() : reason};
     if (file->events.empty()) return Error{reason};
