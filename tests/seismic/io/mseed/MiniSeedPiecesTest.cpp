@@ -198,3 +198,12 @@ TEST(MiniSeedPieces, agreeWithLibmseedsOwnOnRandomGaps) {
     mstl_free(&list, 0);
   }
 }
+
+// 9,223,000 samples at a millionth of a hertz, which a record of some megabytes may claim, last 9.223e18
+// microseconds: counted from any moment after 1981 they would end beyond 2^63.
+TEST(MiniSeedPieces, aRecordOfHundredThousandsOfYearsEndsAtAMomentThatThereIs) {
+  const MiniSeedSpan endless{1335830400 * kSecond, 1e-6, 9223000};
+  PieceJoiner joiner;
+  const std::size_t piece = joiner.add(endless);
+  EXPECT_NE(joiner.add(MiniSeedSpan{1335830400 * kSecond, 40, 2}), piece);
+}

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedPieces.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -9,6 +10,7 @@ namespace xov {
 namespace {
 
 constexpr double kMicrosecondsPerSecond = 1e6;
+constexpr double kLongestUs = 1e17; // three thousand years
 constexpr std::int64_t kMicrosecondsPerMillisecond = 1000;
 constexpr double kRateTolerance = 1e-4;
 constexpr std::int64_t kMostSamples = std::numeric_limits<int>::max();
@@ -16,7 +18,7 @@ constexpr std::int64_t kMostSamples = std::numeric_limits<int>::max();
 constexpr int kMostCandidates = 16;
 
 std::int64_t duration(const MiniSeedSpan& span) {
-  return std::llround(span.sampleCount / span.rateHz * kMicrosecondsPerSecond);
+  return std::llround(std::min(span.sampleCount / span.rateHz * kMicrosecondsPerSecond, kLongestUs));
 }
 
 std::int64_t halfSample(const MiniSeedSpan& span) { return std::llround(kMicrosecondsPerSecond / 2 / span.rateHz); }

@@ -21,6 +21,7 @@ namespace xov {
 namespace {
 
 constexpr double kMicrosecondsPerSecond = 1e6;
+constexpr double kLongestRecordUs = 1e17; // three thousand years
 constexpr std::int64_t kMicrosecondsPerMillisecond = 1000;
 constexpr char kSoftware[] = "XOV Graphics";
 
@@ -82,10 +83,10 @@ Result<std::vector<ServedRecord>> readServedRecords(const QString& path) {
   const MiniSeedIndex index =
       indexMiniSeed(window, {}, [&](const IndexedRecord& record, QByteArrayView bytes, const MiniSeedIndex& so_far) {
         const ChannelCodes& codes = so_far.channels[record.channel];
-        const double seconds = record.span.sampleCount / record.span.rateHz;
+        const double lengthUs = record.span.sampleCount / record.span.rateHz * kMicrosecondsPerSecond;
         records.push_back({(codes[0] + '_' + codes[1]).toLatin1(), codes[2].toLatin1(), codes[3].toLatin1(),
                            bytes.startsWith("MS") ? '3' : '2', record.span.startUs,
-                           record.span.startUs + std::int64_t(seconds * kMicrosecondsPerSecond),
+                           record.span.startUs + std::int64_t(std::min(lengthUs, kLongestRecordUs)),
                            bytes.first(record.format.length).toByteArray()});
         return true;
       });
