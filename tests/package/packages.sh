@@ -64,6 +64,13 @@ for package in "${packages[@]}"; do
 done
 
 root=$scratch/root
+# Where /lib is a link, the library is loaded by another path than the one that it was installed to.
+ln -s usr/lib "$root/lib"
+folder=$(dirname "$(find -P "$root/usr" -name 'libXOV_Graphics.so.*' -type f)")
+map=$(LD_LIBRARY_PATH=$root${folder#"$root/usr"} XOV_DATA_ROOT=$scratch/no-data-root "$root/usr/bin/xov" resources |
+  sed -n 's/^natural_wide.jpg .* //p')
+[ -f "$map" ] || fail "Behind a link to the library's folder there is no '$map'."
+
 python=$(dirname "$(find "$root" -path '*/xov/_core*.so' -printf '%h\n')")
 env PATH="$root/usr/bin:$PATH" PYTHONPATH="$python" CMAKE_PREFIX_PATH="$root/usr" HOME="$scratch/home" XDG_CACHE_HOME="$scratch/home" \
   XOV_DATA_ROOT="$scratch/no-data-root" QT_QPA_PLATFORM=offscreen "$here/trial.sh" "$tree" "$scratch/drawn"

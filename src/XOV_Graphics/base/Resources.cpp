@@ -52,8 +52,9 @@ QString resourcePath(const QString& name) {
   }
   for (const QString& folder : folders) {
     if (folder.isEmpty()) continue;
-    const QFileInfo file(QDir(folder).filePath(name));
-    if (file.isFile() && file.isReadable()) return file.absoluteFilePath();
+    // As it will be returned: where /lib leads to /usr/lib, the system's way out of it by ".." is another one.
+    const QFileInfo file(QDir::cleanPath(QDir(folder).absoluteFilePath(name)));
+    if (file.isFile() && file.isReadable()) return file.filePath();
   }
   return {};
 }
