@@ -3,7 +3,7 @@
 #   scripts/mutate.sh [-n COUNT] [-s SEED] [-b BUILD] [-r PROGRAM] FOLDER...
 # Of all places in the FOLDERs (below src/XOV_Graphics) where a comparison, a sign, a condition or a small number can be
 # changed, COUNT (200) are drawn by SEED (1). Each mutant's source is compiled alone with the flags of BUILD (build/dev),
-# linked before the library into the folder's test program, which must have been built there, and run until its first
+# linked before the library into the folder's test program, which is built there first, and run until its first
 # failure, for at most five times as long as it takes without a change. Nothing in the tree is changed.
 #
 # One line a mutant goes to build/mutants/results: killed, survived, late (killed by the time) or invalid (does not
@@ -73,7 +73,7 @@ compile_command() {
   awk -v file="$PWD/$1" '
     /"command":/ { command = $0 }
     index($0, "\"file\": \"" file "\"") { sub(/^ *"command": "/, "", command); sub(/",$/, "", command); print command; exit }
-  ' "$build/compile_commands.json" | sed 's,\\",",g; s,^ccache ,,'
+  ' "$build/compile_commands.json" | sed -E 's,\\(.),\1,g; s,^ccache ,,; s,$, -Wno-error,'
 }
 link_command() { ninja -C "$build" -t commands "$1" | grep -E -- "-o [^ ]*/$1( |$)" | tail -n 1 | sed -E 's,^: && ,,; s, && .*$,,; s,^ccache ,,'; }
 
@@ -82,6 +82,7 @@ declare -A usual
 usual_seconds() {
   if [ -z "${usual[$1]-}" ]; then
     local file begin
+    ninja -C "$build" "$1" >"$work/build.log" 2>&1 || { tail -5 "$work/build.log" >&2; exit 1; }
     file=$(find "$build/tests" -type f -name "$1" -perm -u+x)
     [ -n "$file" ] || { echo "$1 is not built in $build" >&2; exit 1; }
     begin=$SECONDS

@@ -90,5 +90,25 @@ TEST(LogAxis, exponentsAreDrawnSmallerAndRaised) {
   EXPECT_EQ(texts[1].origin.x(), texts[0].origin.x() + font->size(QStringLiteral("10")).width());
 }
 
+// One decade on 200 points: the frame's 2 lines, 4 ticks with numbers and 6 without on either edge.
+TEST(LogAxis, secondaryTicksAreThoseOfTheAxisThatTheGlobalsAskFor) {
+  const auto linesWith = [](std::int32_t xTicks, std::int32_t yTicks, AxisSide side) {
+    RecordingContext recording;
+    const GraphicsContext::Pass pass(recording);
+    AInitGraphLib();
+    gXsecTic = xTicks;
+    gYsecTic = yTicks;
+    const auto path = std::make_shared<Path>();
+    ASetPath(path);
+    ASetAxisRect(100, 300, 260, 60);
+    ADrawLogAxis(QString(), side, 0, 1);
+    return path->shape().elementCount() / 2;
+  };
+  EXPECT_EQ(linesWith(1, 0, AxisSide::Bottom), 2 + 2 * (4 + 6));
+  EXPECT_EQ(linesWith(0, 1, AxisSide::Bottom), 2 + 2 * 4);
+  EXPECT_GT(linesWith(0, 1, AxisSide::Left), linesWith(1, 0, AxisSide::Left));
+  AInitGraphLib();
+}
+
 } // namespace
 } // namespace xov
