@@ -18,10 +18,12 @@ foreach(flag IN ITEMS -fstack-clash-protection -fcf-protection)
     target_compile_options(xov_options INTERFACE ${flag})
   endif()
 endforeach()
-# The C library looks at lengths only in optimised code, and says so with a warning elsewhere.
-target_compile_options(xov_options INTERFACE
-  $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
-  $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=2>)
+# The C library looks at lengths only in optimised code, and says so with a warning elsewhere; sanitizers look themselves.
+if(NOT XOV_SANITIZE)
+  target_compile_options(xov_options INTERFACE
+    $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
+    $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=2>)
+endif()
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
   target_link_options(xov_options INTERFACE LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
 endif()
