@@ -37,7 +37,7 @@ needs() {
   done
 }
 version=$(field xov Version)
-library=$(cd "$scratch/first" && ls | sed -n 's/^\(libxov-graphics[0-9.]*\)_.*/\1/p')
+library=$(cd "$scratch/first" && ls | sed -n 's/^\(libxov-graphics[0-9.]*\)_.*[.]deb$/\1/p')
 needs "$library" "xov-graphics-data (= $version)" qt6-image-formats-plugins 'fonts-urw-base35 | ' libqt6gui6 libmseed2
 needs libxov-graphics-dev "$library (= $version)" 'qt6-base-dev (>= 6.4)'
 needs xov "$library (= $version)" libqt6printsupport6

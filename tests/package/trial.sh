@@ -61,7 +61,8 @@ status=0
 timeout 2 host/build/host "$records" || status=$?
 expect "$status" 124 "README's host program"
 
-python3 - "$version" "$records" <<'PYTHON'
+# Debian's own, which the package is for.
+/usr/bin/python3 - "$version" "$records" <<'PYTHON'
 import sys
 import numpy
 import xov
