@@ -130,6 +130,10 @@ public:
 
   /// Why samples could not be read when they were gone through for their extremes; empty when all were.
   QString sampleFault() const { return source_ ? firstFault(*source_) : QString(); }
+  /// What is not read from now on is missed in drawings.
+  void handOut() const {
+    if (source_) tellOfFaults(*source_);
+  }
 
   QStringList notes() const {
     QStringList notes = contents_.notes;
@@ -218,6 +222,7 @@ Result<SeismogramFile> open(QIODevice& device, std::vector<JoinedFile> files, co
   if (const QString fault = opening.sampleFault(); !fault.isEmpty()) return Error{fault};
   if (!records || records->empty()) return readWhole();
   SeismogramFile opened{std::move(*records), opening.notes()};
+  opening.handOut();
   opening.keep(opened.notes);
   if (const QString note = select(opened.records, *patterns, name); !note.isEmpty()) opened.notes = QStringList{note};
   return opened;

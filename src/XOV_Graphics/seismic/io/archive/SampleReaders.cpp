@@ -81,13 +81,14 @@ public:
   MiniSeedSamples& decoder() { return decoder_; }
 
   const QString& fault() const { return fault_; }
+  void tell() { isTold_ = true; }
 
 private:
   void noteFault() {
     if (!fault_.isEmpty()) return;
     fault_ = joined_->readingFault();
     if (fault_.isEmpty()) fault_ = files_.front().path + QStringLiteral(": samples can no longer be read");
-    sampleFaults().add(fault_);
+    if (isTold_) sampleFaults().add(fault_);
   }
   void open() {
     if (window_) return;
@@ -109,6 +110,7 @@ private:
   std::optional<FileWindow> window_;
   bool staysOpen_ = false;
   QString fault_;
+  bool isTold_ = false; // before that, opening the file fails with it
   Decoded decoded_;
   MiniSeedSamples decoder_;
 };
@@ -118,6 +120,8 @@ std::shared_ptr<ArchiveSource> archiveSource(std::vector<JoinedFile> files, Samp
 }
 
 QString firstFault(const ArchiveSource& source) { return source.fault(); }
+
+void tellOfFaults(ArchiveSource& source) { source.tell(); }
 
 QStringList takeSampleFaults() { return sampleFaults().take(); }
 

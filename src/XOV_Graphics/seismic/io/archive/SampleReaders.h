@@ -14,6 +14,9 @@ std::shared_ptr<ArchiveSource> archiveSource(std::vector<JoinedFile> files, Samp
 /// The first reason for samples that could not be read, as one line that names the file; empty while all could.
 QString firstFault(const ArchiveSource& source);
 
+/// From now on takeSampleFaults() tells of this source: its records are in use.
+void tellOfFaults(ArchiveSource& source);
+
 /// Reads the samples of one trace, which lie at these places.
 PagedSamples::Reader sampleReader(std::shared_ptr<ArchiveSource> source, std::vector<SamplePlace> places);
 
