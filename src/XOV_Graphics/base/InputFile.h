@@ -27,6 +27,7 @@ public:
   const QString& readingFault() const { return fault_; }
 
 protected:
+  /// Reads on until there is as much, the end or an error.
   qint64 readData(char* bytes, qint64 most) override;
 
 private:
