@@ -68,7 +68,7 @@ void addPhase(GroundSpectrum& spectra, const Source& source, double distanceDeg,
     const double f = grid.frequencyHz(i);
     const double omega = 2.0 * std::numbers::pi * f;
     const Complex velocity = Complex(0, omega) * area * source.momentRate(f) * absorption(f, loss) *
-                             std::polar(grid.componentPerDensity(), -omega * (travelTimeS - startS));
+                             (grid.componentPerDensity() * std::polar(1.0, -omega * (travelTimeS - startS)));
     for (std::size_t direction = 0; direction < DirectionCount; ++direction)
       spectra[direction][i] += shares[direction] * velocity;
   }

@@ -79,7 +79,7 @@ public:
   Complex factor(double omega, double delayS) const {
     Complex sum = 1.0;
     for (const Detour& detour : detours_)
-      sum += std::polar(detour.strength, -omega * delayS * detour.length);
+      sum += detour.strength * std::polar(1.0, -omega * delayS * detour.length);
     return sum;
   }
 
@@ -108,7 +108,7 @@ Spectrum modeAt(const Source& source, SurfaceWave wave, const Path& path, double
     phase -= 0.5 * step * (delay + lastDelay);
     lastDelay = delay;
     mode[i] = source.momentRate(f) * detours.factor(2.0 * std::numbers::pi * f, delay + startS) *
-              std::polar(excitation(source, wave, 1.0 / f, distanceKm), phase);
+              (excitation(source, wave, 1.0 / f, distanceKm) * std::polar(1.0, phase));
   }
   const double peak = largest(mode.samples());
   for (std::size_t i = first; i < mode.frequencyCount(); ++i)

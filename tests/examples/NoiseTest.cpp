@@ -24,7 +24,7 @@ double powerAt(double frequencyHz, const std::vector<double>& samples) {
     for (std::size_t i = 0; i < kStretch; ++i) {
       // A cosine bell keeps strong frequencies from leaking into weak ones.
       const double bell = 1.0 - std::cos(2.0 * std::numbers::pi * double(i) / double(kStretch));
-      sum += std::polar(bell * samples[start + i], 2.0 * std::numbers::pi * frequencyHz * double(i) / kRateHz);
+      sum += bell * samples[start + i] * std::polar(1.0, 2.0 * std::numbers::pi * frequencyHz * double(i) / kRateHz);
     }
     power += std::norm(sum);
   }

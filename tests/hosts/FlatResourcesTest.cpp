@@ -9,10 +9,12 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <cstddef>
 #include <malloc.h>
 
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/allocator_interface.h>
+// GCC comes without the header of its sanitizer's allocator.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 namespace xov {

@@ -13,7 +13,7 @@ constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 } // namespace
 
 float normal(std::mt19937& random, double deviation) {
-  return std::normal_distribution<float>(0, float(deviation))(random);
+  return float(deviation) * std::normal_distribution<float>()(random);
 }
 
 const std::vector<Signal>& signalKinds() {
@@ -48,10 +48,10 @@ std::vector<float> samplesOf(const Signal& signal, double perPoint, double point
 
 std::vector<float> noise(std::size_t count, float deviation, unsigned seed) {
   std::mt19937 random(seed);
-  std::normal_distribution<float> distribution(0, deviation);
+  std::normal_distribution<float> distribution; // which takes no deviation of 0
   std::vector<float> samples(count);
   for (float& sample : samples)
-    sample = distribution(random);
+    sample = deviation * distribution(random);
   return samples;
 }
 

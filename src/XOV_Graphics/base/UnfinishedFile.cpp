@@ -46,7 +46,8 @@ bool isUnfinishedName(std::string_view name) {
   if (name.size() != kNameBegin.size() + kRandomLetters + kNameEnd.size()) return false;
   if (!name.starts_with(kNameBegin) || !name.ends_with(kNameEnd)) return false;
   const std::string_view letters = name.substr(kNameBegin.size(), kRandomLetters);
-  return std::all_of(letters.begin(), letters.end(), [](char c) { return kLetters.find(c) != kLetters.npos; });
+  return std::all_of(letters.begin(), letters.end(),
+                     [](char c) { return kLetters.find(c) != std::string_view::npos; });
 }
 
 bool isOwnOrdinaryFile(const struct stat& status) {

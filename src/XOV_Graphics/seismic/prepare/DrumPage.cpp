@@ -128,7 +128,7 @@ std::int32_t rowsUntil(double seconds, double rowSeconds) {
 std::int32_t rowsFor(const SeismogramArray& pieces, double rowSeconds) {
   double end = 0;
   for (const auto& piece : pieces)
-    end = std::max(end, double(piece->b()) + double(std::max(piece->npts() - 1, 0)) * double(piece->delta()));
+    end = std::max(end, double(piece->b()) + (double(std::max(piece->npts(), 1)) - 1) * double(piece->delta()));
   const double rows = std::floor(end / rowSeconds) + 1;
   return std::int32_t(std::clamp(rows, 1.0, double(kMostDrumRows)));
 }

@@ -27,7 +27,7 @@ RecordSpan timesOf(const SeismogramArray& records) {
     if (!record) continue;
     const SacFooter precise = preciseValuesOf(*record);
     if (!hasTimes(record->npts(), precise.b, precise.delta)) continue;
-    const PlotSpan own{precise.b, precise.b + double(record->npts() - 1) * precise.delta};
+    const PlotSpan own{precise.b, precise.b + (double(record->npts()) - 1) * precise.delta};
     times.span = times.isKnown() ? united(times.span, own) : own;
     times.interval = times.isKnown() ? std::min(times.interval, precise.delta) : precise.delta;
   }

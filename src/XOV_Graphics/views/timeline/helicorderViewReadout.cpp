@@ -35,7 +35,7 @@ std::optional<RecordTrace> helicorderView::traceAt(QPointF point) const {
     const auto& piece = (*pieces)[k];
     if (!piece) continue;
     const double begin = double(piece->b()) + double(offset);
-    const double end = begin + double(piece->delta()) * double(piece->npts() - 1);
+    const double end = begin + double(piece->delta()) * (double(piece->npts()) - 1);
     if (!(end >= rowBegin && begin < rowBegin + double(rowDuration_))) continue;
     const double distance = std::max({begin - *seconds, *seconds - end, 0.0});
     if (nearest && !(distance < best)) continue;
