@@ -48,7 +48,10 @@ public:
       if (!isSound(number, QByteArrayView(file_).sliced(*place, end - *place)))
         return QStringLiteral("object %1 is not whole").arg(number);
     }
-    return pages_ == 1 && file_.contains("\n/Count 1\n") ? QString() : QStringLiteral("it has not one page");
+    if (pages_ != 1 || !file_.contains("\n/Count 1\n")) return QStringLiteral("it has not one page");
+    // A page ends with the state that it began with.
+    const bool isRestored = std::find(restored_.begin(), restored_.end(), content_) != restored_.end();
+    return isRestored ? QString() : QStringLiteral("its page is not whole");
   }
 
 private:
@@ -56,10 +59,12 @@ private:
     if (!object.startsWith(QByteArray::number(number) + " 0 obj") || !object.trimmed().endsWith("endobj"))
       return false;
     const qsizetype stream = object.indexOf(kStream);
-    if (stream >= 0) return isSoundStream(object.first(stream + 1), object.sliced(stream + kStream.size()));
+    if (stream >= 0) return isSoundStream(number, object.first(stream + 1), object.sliced(stream + kStream.size()));
     if (!object.contains("\n/Type /Page\n")) return true;
     ++pages_;
-    return isSoundContent(numberBehind(object, "/Contents "));
+    const auto content = numberBehind(object, "/Contents ");
+    content_ = content.value_or(0);
+    return content.has_value();
   }
 
   // The number itself, or the object that is it.
@@ -71,31 +76,22 @@ private:
     return place ? numberAfter(file_, QByteArray::number(*said) + " 0 obj\n", *place) : std::nullopt;
   }
 
-  bool isSoundStream(QByteArrayView dictionary, QByteArrayView rest) const {
+  bool isSoundStream(qsizetype number, QByteArrayView dictionary, QByteArrayView rest) {
     const auto length = lengthOf(dictionary);
     if (!length || *length > rest.size() || !rest.sliced(*length).trimmed().startsWith("endstream")) return false;
     const QByteArrayView stream = rest.first(*length);
     if (dictionary.contains("/DCTDecode")) return stream.startsWith("\xff\xd8") && stream.endsWith("\xff\xd9");
     if (!dictionary.contains("/FlateDecode")) return true;
     const auto unpacked = unpackedZlib(stream);
+    if (unpacked && QByteArrayView(*unpacked).trimmed().endsWith('Q')) restored_.push_back(number);
     return unpacked && unpacked->size() == lengthToBe(dictionary).value_or(unpacked->size());
-  }
-
-  // A page ends with the state that it began with.
-  bool isSoundContent(std::optional<qsizetype> object) const {
-    const auto place = table_->placeOf(object.value_or(0));
-    if (!place) return false;
-    const QByteArrayView content = QByteArrayView(file_).sliced(*place);
-    const qsizetype begin = content.indexOf(kStream);
-    const auto length = lengthOf(content.first(std::max<qsizetype>(begin, 0)));
-    if (begin < 0 || !length || *length > content.size() - begin - kStream.size()) return false;
-    const auto operators = unpackedZlib(content.sliced(begin + kStream.size(), *length));
-    return operators && QByteArrayView(*operators).trimmed().endsWith('Q');
   }
 
   const QByteArray& file_;
   std::optional<PdfTable> table_;
   int pages_ = 0;
+  qsizetype content_ = 0;           // of the page
+  std::vector<qsizetype> restored_; // streams that end by restoring a state
 };
 
 } // namespace
