@@ -92,6 +92,11 @@ class Month : public SacSeismogram {
 public:
   using SacSeismogram::SacSeismogram;
   const SampleIndex* sampleIndex() const override { return isIndexed ? SacSeismogram::sampleIndex() : nullptr; }
+  BorrowedSamples borrowedSamples() const override {
+    BorrowedSamples samples = SacSeismogram::borrowedSamples();
+    samples.index = sampleIndex();
+    return samples;
+  }
   bool isIndexed = true;
 };
 
