@@ -1,7 +1,5 @@
 #include "apps/desk/desktop/Dragging.h"
 
-#include <QDrag>
-#include <QPixmap>
 #include <QTemporaryDir>
 #include <QUrl>
 
@@ -40,13 +38,7 @@ std::unique_ptr<QMimeData> mimeDataWithPdf(const PictureDrag& drag) {
 }
 
 void dragPlotsAsPdf() {
-  setDragHandler([](const PictureDrag& request) {
-    auto* const drag = new QDrag(request.source); // which deletes itself
-    drag->setMimeData(mimeDataWithPdf(request).release());
-    drag->setPixmap(QPixmap::fromImage(request.picture));
-    drag->setHotSpot(request.hotSpot.toPoint());
-    drag->exec(Qt::CopyAction);
-  });
+  setDragHandler([](const PictureDrag& request) { startDrag(request, mimeDataWithPdf(request)); });
 }
 
 } // namespace xov::desk

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/base/WholeFile.h"
 
 #include <QDrag>
+#include <QMimeData>
 #include <QPixmap>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -35,16 +36,16 @@ QString temporaryTiff(const QByteArray& tiff) {
   return {};
 }
 
-void dragOnPlatform(const PictureDrag& request) {
+} // namespace
+
+void startDrag(const PictureDrag& request, std::unique_ptr<QMimeData> data) {
   // The drag belongs to its source and deletes itself.
   auto* drag = new QDrag(request.source);
-  drag->setMimeData(request.pasteboard->mimeData().release());
+  drag->setMimeData(data.release());
   drag->setPixmap(QPixmap::fromImage(request.picture));
   drag->setHotSpot(request.hotSpot.toPoint());
   drag->exec(Qt::CopyAction);
 }
-
-} // namespace
 
 void dragPicture(QWidget* source, Pasteboard pasteboard, const QImage& picture, QPointF hotSpot) {
   const QString file = temporaryTiff(pasteboard.data(kTiffType));
@@ -60,7 +61,7 @@ void dragPicture(QWidget* source, Pasteboard pasteboard, const QImage& picture, 
   if (const auto handler = dragHandler()) { // it may set another one
     handler(request);
   } else {
-    dragOnPlatform(request);
+    startDrag(request, request.pasteboard->mimeData());
   }
 }
 

@@ -7,7 +7,9 @@
 #include <QPointF>
 
 #include <functional>
+#include <memory>
 
+class QMimeData;
 class QWidget;
 
 namespace xov {
@@ -26,6 +28,10 @@ struct XOV_EXPORT PictureDrag {
 /// Puts the picture's file beside its TIFF data and starts the drag; returns when it has ended. The file is one of a
 /// few in a temporary folder that goes with the process.
 XOV_EXPORT void dragPicture(QWidget* source, Pasteboard pasteboard, const QImage& picture, QPointF hotSpot);
+
+/// Starts the platform's drag of a picture, with `data` for the receiver, such as Pasteboard::mimeData() and more of
+/// a host's own; returns when it has ended.
+XOV_EXPORT void startDrag(const PictureDrag& request, std::unique_ptr<QMimeData> data);
 
 /// Replaces the platform's drag, for tests and for hosts with one of their own. An empty handler brings it back.
 XOV_EXPORT void setDragHandler(std::function<void(const PictureDrag&)> handler);

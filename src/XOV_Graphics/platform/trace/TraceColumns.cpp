@@ -105,8 +105,8 @@ std::vector<std::int64_t> TraceColumns::parts(int columns) const {
 }
 
 void TraceColumns::addGrowing(std::int64_t begin, std::int64_t last) {
-  const SampleRange range = shown();
-  if (wanted_ == Wanted::Enclosed && begin == range.begin) addStartOfPiece(begin);
+  const bool isPolygon = wanted_ == Wanted::Enclosed;
+  if (isPolygon && begin == shown().begin) addStartOfPiece(begin);
   std::int64_t size = 1;
   while (begin < last) {
     if (const std::int64_t next = addDenseColumns(begin, last); next > begin) {
@@ -119,7 +119,7 @@ void TraceColumns::addGrowing(std::int64_t begin, std::int64_t last) {
     addColumn(begin, end);
     begin = end;
   }
-  if (wanted_ == Wanted::Enclosed && last >= range.end) addEndOfPiece(last);
+  if (isPolygon && last >= shown().end) addEndOfPiece(last);
 }
 
 /// Cuts from `begin` on at each column's right border, the first of which is `firstBorder`, as long as the samples
