@@ -70,5 +70,10 @@ TEST(TextLines, giveColumnsAsDescriptionsCountThem) {
   EXPECT_TRUE(columnsOf({}, 1, 1).isEmpty());
 }
 
+TEST(TextLines, shortenWhatAMessageQuotes) {
+  EXPECT_EQ(shortened(QStringLiteral("four"), 4), QStringLiteral("four"));
+  EXPECT_EQ(shortened(QStringLiteral("fives"), 4), QStringLiteral("five..."));
+}
+
 } // namespace
 } // namespace xov

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/graphics/UtcAxis.h"
 
+#include "XOV_Graphics/graphics/LinearAxis.h"
+
 #include <gtest/gtest.h>
 
 #include <QTimeZone>
@@ -101,6 +103,20 @@ TEST(UtcAxis, anUnknownReferenceLeavesFrameAndTitle) {
   EXPECT_EQ(axis.frame, frame);
   EXPECT_TRUE(axis.ticks.empty());
   EXPECT_EQ(axis.texts, (std::vector<UtcAxisText>{{{"UTC", 160, 30}, AJustify::Center}}));
+}
+
+// A line of 60,000 points: labels of six points and gaps of nine leave room for 4,000.
+TEST(UtcAxis, theLongestLineHasABoundedNumberOfLabels) {
+  UtcAxisRequest longest = request();
+  longest.frame.left = -30000;
+  longest.frame.right = 30000;
+  longest.textWidth = [](const QString&) { return 6.0; };
+  for (const double seconds : {1.0, 59.0, 3.1e3, 8.9e4, 2.7e6, 4.0e7, 5.9e8, 3.1e10}) {
+    longest.upper = longest.lower + seconds;
+    const std::size_t texts = layoutUtcAxis(longest).texts.size();
+    EXPECT_LE(texts, std::size_t(kMostTickLabels)) << seconds;
+    EXPECT_GE(texts, 100u) << seconds;
+  }
 }
 
 } // namespace

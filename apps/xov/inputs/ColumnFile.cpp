@@ -95,8 +95,9 @@ Status ColumnParser::findColumn(const QString& wanted) {
   const qsizetype heading = headingIndex(layout_.names, wanted);
   const qsizetype place = heading < 0 && isNumber ? number - 1 : heading;
   if (place < 0) {
-    const QString known = layout_.names.isEmpty() ? QStringLiteral("the file has no headings")
-                                                  : "the headings are " + layout_.names.join(QStringLiteral(", "));
+    const QString known = layout_.names.isEmpty()
+                              ? QStringLiteral("the file has no headings")
+                              : "the headings are " + shortened(layout_.names.join(QStringLiteral(", ")));
     return Error{QStringLiteral("%1: there is no column '%2'; %3").arg(name_, wanted, known)};
   }
   places_.push_back(std::size_t(place));

@@ -56,4 +56,8 @@ QByteArrayView columnsOf(QByteArrayView line, qsizetype first, qsizetype last) {
   return takeColumns(rest, last - first + 1);
 }
 
+QString shortened(const QString& text, qsizetype characters) {
+  return text.size() > characters ? text.left(characters) + QStringLiteral("...") : text;
+}
+
 } // namespace xov

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/base/Export.h"
 
 #include <QByteArrayView>
+#include <QString>
 
 #include <optional>
 
@@ -41,5 +42,8 @@ QByteArrayView takeColumns(QByteArrayView& rest, qsizetype columns);
 /// The columns `first` to `last` of a line, counted from 1 and both included, as descriptions of formats count them,
 /// without blanks around what they hold; empty where the line ends before.
 QByteArrayView columnsOf(QByteArrayView line, qsizetype first, qsizetype last);
+
+/// What a message quotes of a file: `text`, or so many of its characters and "..." where it has more.
+XOV_EXPORT QString shortened(const QString& text, qsizetype characters = 200);
 
 } // namespace xov

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/base/XmlElements.h"
 
+#include "XOV_Graphics/base/TextLines.h"
+
 #include <algorithm>
 
 namespace xov {
@@ -96,7 +98,7 @@ void XmlElements::skip() {
 }
 
 QString XmlElements::faultText() const {
-  return QStringLiteral("line %1: %2").arg(lineNumber()).arg(errorString().simplified());
+  return QStringLiteral("line %1: %2").arg(lineNumber()).arg(shortened(errorString().simplified()));
 }
 
 } // namespace xov

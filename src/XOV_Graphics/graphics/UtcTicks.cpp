@@ -1,6 +1,7 @@
 #include "XOV_Graphics/graphics/UtcTicks.h"
 
 #include "XOV_Graphics/base/LeapSeconds.h"
+#include "XOV_Graphics/graphics/LinearAxis.h"
 
 #include <QTimeZone>
 
@@ -98,6 +99,8 @@ constexpr Interval kIntervals[] = {ofTime(1, 0),
 
 // Even minor ticks are no more than this: the widest screen has no room for them.
 constexpr double kMostTicks = 5000;
+// Labels of a line of any length, by the average length of months: days of months may make a tenth more.
+constexpr double kMostLabels = 0.9 * kMostTickLabels;
 
 QDateTime momentOf(qint64 utc) { return QDateTime::fromMSecsSinceEpoch(utc, QTimeZone::utc()); }
 
@@ -266,7 +269,8 @@ private:
 
   const Interval& shortestWithRoom() const {
     const auto found = std::find_if(std::begin(kIntervals), std::end(kIntervals), [this](const Interval& interval) {
-      return request_.textWidth(narrowText(first_, interval.major)) + request_.gap <= spacing(interval.major);
+      return request_.textWidth(narrowText(first_, interval.major)) + request_.gap <= spacing(interval.major) &&
+             span_.length() <= kMostLabels * interval.major.seconds();
     });
     return found == std::end(kIntervals) ? *std::prev(found) : *found;
   }

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkStreams.h"
 
+#include "XOV_Graphics/base/TextLines.h"
 #include "XOV_Graphics/base/TimeText.h"
 #include "XOV_Graphics/base/XmlElements.h"
 #include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
@@ -54,7 +55,7 @@ Result<std::vector<SeedLinkStream>> parseStreamsXml(const QByteArray& text) {
     });
   });
   if (xml.hasError())
-    return Error{QStringLiteral("line %1 of the answer: %2").arg(xml.lineNumber()).arg(xml.errorString())};
+    return Error{QStringLiteral("line %1 of the answer: %2").arg(xml.lineNumber()).arg(shortened(xml.errorString()))};
   return streams;
 }
 
