@@ -1,6 +1,8 @@
 #include "XOV_Graphics/base/FileName.h"
 
-#include <gtest/gtest.h>
+#include "tests/seismic/TemporaryFiles.h"
+
+#include <cstdio>
 
 namespace xov {
 namespace {
@@ -32,6 +34,16 @@ TEST(FileName, tellsEveryPairOfBytesApart) {
       ASSERT_EQ(fileNameBytes(fileNameFromBytes(name)), name) << first << ' ' << second;
     }
   }
+}
+
+TEST(FileName, ofAFolderIsToldFromThoseOfFilesAndOfNothing) {
+  const test::TemporaryFiles files;
+  const QString folder = fileNameFromBytes(QFile::encodeName(files.folder()) + "/caf\xE9");
+  EXPECT_FALSE(isFolder(folder));
+  EXPECT_TRUE(makeFolder(folder));
+  EXPECT_TRUE(isFolder(folder));
+  EXPECT_EQ(std::remove(fileNameBytes(folder).constData()), 0); // Qt would not find it
+  EXPECT_FALSE(isFolder(files.write("file", "")));
 }
 
 } // namespace

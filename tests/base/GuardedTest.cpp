@@ -1,5 +1,7 @@
 #include "XOV_Graphics/base/Guarded.h"
 
+#include "tests/support/LogCatcher.h"
+
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -28,6 +30,26 @@ TEST(Guarded, turnsWhateverIsThrownIntoOneLine) {
 TEST(Guarded, namesNothingWhenThereIsNoName) {
   EXPECT_EQ(guarded(QString(), []() -> Status { throw std::bad_alloc(); }).error(),
             QStringLiteral("not enough memory"));
+}
+
+TEST(Guarded, containedBodiesSayInTheLogWhatTheyThrew) {
+  const test::LogCatcher log;
+  EXPECT_TRUE(contained("a click", [] {}));
+  EXPECT_TRUE(test::LogCatcher::lines().isEmpty());
+  EXPECT_FALSE(contained("a click", [] { throw std::bad_alloc(); }));
+  EXPECT_FALSE(contained("a click", [] { throw std::runtime_error("odd\nthings"); }));
+  EXPECT_FALSE(contained("a click", [] { throw 7; }));
+  EXPECT_EQ(test::LogCatcher::lines(), QStringList({"xov: a click: not enough memory", "xov: a click: odd things",
+                                                    "xov: a click: failed for an unknown reason"}));
+}
+
+[[noreturn]] void throwFromTheLog(QtMsgType, const QMessageLogContext&, const QString&) { throw 7; }
+
+TEST(Guarded, nothingLeavesALogThatThrowsItself) {
+  const QtMessageHandler former = qInstallMessageHandler(throwFromTheLog);
+  const bool cameToItsEnd = contained("a click", [] { throw std::runtime_error("odd"); });
+  qInstallMessageHandler(former);
+  EXPECT_FALSE(cameToItsEnd);
 }
 
 } // namespace

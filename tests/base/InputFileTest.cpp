@@ -1,7 +1,9 @@
 #include "XOV_Graphics/base/InputFile.h"
 
+#include "XOV_Graphics/base/FileName.h"
 #include "tests/seismic/TemporaryFiles.h"
 
+#include <cstdio>
 #include <sys/stat.h>
 #include <thread>
 
@@ -73,6 +75,37 @@ TEST(InputFile, endsBeforeTheBytesThatAreWanted) {
   EXPECT_EQ(two[0], 'a');
   EXPECT_EQ(two[1], 'b');
   EXPECT_FALSE(readFully(file, two));
+}
+
+TEST(InputFile, isOpenedWhateverBytesItsNameIsMadeOf) {
+  const TemporaryFiles files;
+  const QByteArray bytes = QFile::encodeName(files.folder()) + "/caf\xE9";
+  const QString name = fileNameFromBytes(bytes);
+  EXPECT_EQ(readWholeFile(name, 10).error(), name + ": cannot be opened: No such file or directory");
+  ASSERT_EQ(std::rename(QFile::encodeName(files.write("plain", "seven b")).constData(), bytes.constData()), 0);
+  const Result<QByteArray> read = readWholeFile(name, 10);
+  ASSERT_TRUE(read) << qPrintable(read.error());
+  EXPECT_EQ(*read, "seven b");
+  EXPECT_EQ(std::remove(bytes.constData()), 0); // Qt would not find it
+}
+
+TEST(InputFile, whoseNameHasOtherBytesIsAnOrdinaryOneAsWell) {
+  const TemporaryFiles files;
+  const QByteArray folder = QFile::encodeName(files.folder()) + "/folder\xE9", pipe = folder + "-pipe";
+  ASSERT_EQ(::mkdir(folder.constData(), 0700), 0);
+  ASSERT_EQ(::mkfifo(pipe.constData(), 0600), 0); // nobody writes to it: who waited would wait for ever
+  for (const QByteArray& bytes : {folder, pipe}) {
+    const QString name = fileNameFromBytes(bytes);
+    EXPECT_EQ(readWholeFile(name, 10).error(), name + ": is not an ordinary file");
+    EXPECT_EQ(std::remove(bytes.constData()), 0);
+  }
+}
+
+TEST(InputFile, thatTheSystemDoesNotGiveIsToldFromOneThatHoldsSomethingElse) {
+  const TemporaryFiles files;
+  EXPECT_TRUE(isReadingFailure(readWholeFile(files.path("none"), 10).error()));
+  EXPECT_TRUE(isReadingFailure(QStringLiteral("a.SAC: cannot be read: Input/output error")));
+  EXPECT_FALSE(isReadingFailure(readWholeFile(files.write("two", "ab"), 1).error()));
 }
 
 } // namespace

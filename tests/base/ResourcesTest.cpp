@@ -40,7 +40,9 @@ TEST_F(Resources, theHostsFolderComesFirst) {
   setDataRoot(folder.filePath(QStringLiteral("root")));
   EXPECT_EQ(resourcePath(name), large);
   const QString hosts = make(folder.filePath(QStringLiteral("host")), name);
+  EXPECT_EQ(hostResourceFolder(), QString());
   setHostResourceFolder(folder.filePath(QStringLiteral("host")));
+  EXPECT_EQ(hostResourceFolder(), folder.filePath(QStringLiteral("host")));
   EXPECT_EQ(resourcePath(name), hosts);
 }
 

@@ -115,5 +115,13 @@ TEST(XmlElements, takeNothingFromOtherFiles) {
   EXPECT_NE(faultOf("<!DOCTYPE list [<!ENTITY f SYSTEM 'file:///etc/hostname'>]><list>&f;</list>"), "");
 }
 
+TEST(XmlElements, leaveOutOfATextWhatItsChildrenHold) {
+  XmlElements xml("<list> a<sub>b<sub>c</sub></sub>d\n</list>");
+  QString text;
+  xml.readRoot("list", "A list", [&] { text = xml.elementText(); });
+  EXPECT_FALSE(xml.hasError());
+  EXPECT_EQ(text, "ad");
+}
+
 } // namespace
 } // namespace xov

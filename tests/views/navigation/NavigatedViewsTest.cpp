@@ -2,12 +2,16 @@
 #include "XOV_Graphics/platform/RecordingContext.h"
 #include "XOV_Graphics/views/image/xovFKImageView.h"
 #include "XOV_Graphics/views/map/geoMapView.h"
+#include "XOV_Graphics/views/seismic/ParticleMotionView.h"
 #include "XOV_Graphics/views/seismic/SeisView02.h"
 #include "XOV_Graphics/views/seismic/ThreeCompView.h"
 #include "XOV_Graphics/views/seismic/wvfrmView.h"
 #include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
 #include "XOV_Graphics/views/xy/XOV2DScatterPlotView.h"
 #include "XOV_Graphics/views/xy/xyPlotView.h"
+#include "XOV_Graphics/views/xy/xyScatterPlot.h"
+
+#include <QTest>
 
 #include <cmath>
 
@@ -206,6 +210,92 @@ TEST(NavigatedViews, liveDisplaysHaveAGainThatTheClockLeavesAlone) {
   EXPECT_NEAR(view.currentPart().gain, 1.25, 1e-9);
   EXPECT_EQ(view.xmax(), 101);
   EXPECT_EQ(view.waveformGain(), 1);
+}
+
+TEST(NavigatedViews, stacksMoveUpAndDownByKeysAsFarAsTheirAxisReaches) {
+  const auto records = std::make_shared<SeismogramArray>(SeismogramArray{makeRecord({.count = 101})});
+  SeisView02 stack(QRectF(0, 0, 600, 400));
+  stack.setWvfrmsArray(records);
+  stack.snapshot(); // amplitudes -5 … 105
+  const PlotNavigator navigator(&stack);
+  stack.showPart(PlotPart{.x = {0, 100}, .y = {0, 50}});
+  QTest::keyClick(&stack, Qt::Key_Up); // a tenth of 50
+  expectSpan(stack.currentPart().y, 5, 55, 1e-4);
+  QTest::keyClick(&stack, Qt::Key_Down);
+  QTest::keyClick(&stack, Qt::Key_Down);
+  expectSpan(stack.currentPart().y, -5, 45, 1e-4);
+  QTest::keyClick(&stack, Qt::Key_Down);
+  expectSpan(stack.currentPart().y, -5, 45, 1e-4);
+}
+
+TEST(NavigatedViews, stacksWithFixedLimitsReachAsFarAsThese) {
+  const auto records = std::make_shared<SeismogramArray>(SeismogramArray{makeRecord({.count = 101})});
+  SeisView02 stack(QRectF(0, 0, 600, 400));
+  stack.setWvfrmsArray(records);
+  stack.set_fixedXAxisRange(true);
+  stack.set_fixedYAxisRange(true);
+  stack.setXLimitsMinMax(10, 30);
+  stack.setYLimitsMinMax(-20, 20);
+  stack.snapshot();
+  stack.showPart(PlotPart{.x = {15, 20}, .y = {0, 10}});
+  expectSpan(stack.reach().whole.x, 10, 30);
+  expectSpan(stack.reach().whole.y, -20, 20);
+  stack.showPart({});
+  expectSpan(stack.currentPart().x, 10, 30);
+  expectSpan(stack.currentPart().y, -20, 20);
+}
+
+TEST(NavigatedViews, everyPanelOfPairsMovesAllOfThemAndShowsThePointersTime) {
+  const auto record = makeRecord({.count = 101});
+  const auto records = std::make_shared<SeismogramArray>(SeismogramArray{record, record, record, record});
+  wvfrmView view(QRectF(0, 0, 600, 400)); // panels of 144 × 72 at (12, 264) and (12, 180)
+  view.setWvfrmArray(records);
+  view.setXLimitsMinMax(0, 100);
+  PlotNavigator navigator(&view);
+  navigator.setCrossHair(PlotNavigator::CrossHair::Vertical);
+  sendMouse(view, QEvent::MouseMove, {48, 200}, Qt::NoButton); // a quarter of the second one
+  const ViewOverlay hair = view.overlay();
+  ASSERT_EQ(hair.lines.size(), 2U);
+  EXPECT_EQ(hair.lines[0], QLineF(48, 264, 48, 336));
+  EXPECT_EQ(hair.lines[1], QLineF(48, 180, 48, 252));
+  turnWheel(view, {48, 200}, {0, 120});
+  expectSpan(view.currentPart().x, 5, 85); // 80 s of which 25 s is at a quarter
+  EXPECT_TRUE(view.linesAt(4).empty());
+  EXPECT_EQ(view.linesAt(85).size(), 2U);
+  EXPECT_FALSE(view.partPosition({48, 258}).has_value()); // between the panels
+  sendMouse(view, QEvent::MouseMove, {48, 258}, Qt::NoButton);
+  EXPECT_TRUE(view.overlay().isEmpty());
+}
+
+TEST(NavigatedViews, particleMotionGrowsAboutItsMiddle) {
+  ParticleMotionView view(QRectF(0, 0, 900, 400));
+  view.setXLimitsMinMax(-6, 2);
+  view.setYLimitsMinMax(-4, 4);
+  PlotNavigator navigator(&view);
+  navigator.amplify(4);
+  EXPECT_EQ(view.currentPart().gain, 4);
+  EXPECT_EQ(view.xmin(), -1.5F);
+  EXPECT_EQ(view.xmax(), 0.5F);
+  EXPECT_EQ(view.ymin(), -1);
+  EXPECT_EQ(view.ymax(), 1);
+  navigator.zoom(2); // it has no axis that could be zoomed
+  EXPECT_EQ(view.currentPart().gain, 2);
+  navigator.showAll();
+  EXPECT_EQ(view.xmin(), -6);
+  EXPECT_EQ(view.ymax(), 4);
+}
+
+TEST(NavigatedViews, pointsOfTwoQuantitiesZoomBothAxesByTheWheel) {
+  xyScatterPlot view(QRectF(0, 0, 600, 400)); // frame (60, 60, 480, 300)
+  const std::vector<float> x{0, 100};
+  view.setDataPointersXY(x, x);
+  view.setNpts(2);
+  view.computePlotLimits(); // -5 … 105
+  view.snapshot();
+  const PlotNavigator navigator(&view);
+  turnWheel(view, {60, 60}, {0, 120}); // the lower left corner: 0.8 of 110
+  expectSpan(view.currentPart().x, -5, 83, 1e-4);
+  expectSpan(view.currentPart().y, -5, 83, 1e-4);
 }
 
 } // namespace

@@ -5,6 +5,9 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <cmath>
+#include <utility>
+
 namespace xov::testing {
 namespace {
 
@@ -199,6 +202,96 @@ TEST(PlotNavigator, keysAreListedForAHelpSheet) {
   EXPECT_GE(keys.size(), 8U);
   for (const auto& key : keys)
     EXPECT_FALSE(key.keys.isEmpty() || key.effect.isEmpty());
+}
+
+TEST(PlotNavigator, aPointerThatLeavesTheWindowTakesItsMarksAlong) {
+  const NavigatedSection section;
+  section.navigator->setCrossHair(PlotNavigator::CrossHair::Vertical);
+  const QSignalSpy left(section.navigator, &PlotNavigator::pointerLeft);
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(section.view.get(), &leave); // it was not there
+  EXPECT_EQ(left.count(), 0);
+  sendMouse(*section.view, QEvent::MouseMove, kQuarter, Qt::NoButton);
+  EXPECT_FALSE(section.view->overlay().isEmpty());
+  QCoreApplication::sendEvent(section.view.get(), &leave);
+  EXPECT_TRUE(section.view->overlay().isEmpty());
+  EXPECT_EQ(left.count(), 1);
+}
+
+TEST(PlotNavigator, aWheelThatTiltsPansByATenth) {
+  const NavigatedSection section;
+  section.view->showPart(PlotPart{.x = {20, 60}, .y = {}});
+  turnWheel(*section.view, kQuarter, {-120, 0});
+  expectSpan(section.shown(), 24, 64);
+  turnWheel(*section.view, kQuarter, {240, 0});
+  expectSpan(section.shown(), 16, 56);
+}
+
+TEST(PlotNavigator, theMousesOwnButtonsGoBackAndForward) {
+  const NavigatedSection section;
+  turnWheel(*section.view, kQuarter, {0, 120});
+  sendMouse(*section.view, QEvent::MouseButtonPress, kQuarter, Qt::BackButton);
+  EXPECT_FALSE(section.view->shownPart().has_value());
+  sendMouse(*section.view, QEvent::MouseButtonPress, kQuarter, Qt::ForwardButton);
+  expectSpan(section.shown(), 5, 85);
+}
+
+TEST(PlotNavigator, leavesToTheViewTheButtonsAndKeysThatItHasNoUseFor) {
+  const NavigatedSection section;
+  const QPointF place(160, 200);
+  QMouseEvent press(QEvent::MouseButtonPress, place, place, Qt::RightButton, Qt::RightButton, Qt::NoModifier);
+  EXPECT_FALSE(section.navigator->eventFilter(section.view.get(), &press));
+  for (const auto& [key, modifiers] : {std::pair(Qt::Key_A, Qt::NoModifier), std::pair(Qt::Key_Home, Qt::AltModifier),
+                                       std::pair(Qt::Key_Left, Qt::ShiftModifier)}) {
+    QKeyEvent event(QEvent::KeyPress, key, modifiers);
+    EXPECT_FALSE(section.navigator->eventFilter(section.view.get(), &event)) << key;
+  }
+  QKeyEvent home(QEvent::KeyPress, Qt::Key_Home, Qt::KeypadModifier); // the one of the number block
+  EXPECT_TRUE(section.navigator->eventFilter(section.view.get(), &home));
+}
+
+TEST(PlotNavigator, withoutBoxesTheLeftButtonIsTheViews) {
+  const NavigatedSection section;
+  EXPECT_TRUE(section.navigator->zoomsToBoxes());
+  section.navigator->setZoomsToBoxes(false);
+  EXPECT_FALSE(section.navigator->zoomsToBoxes());
+  const QSignalSpy clicks(section.view.get(), &XOVView::clicked);
+  sendMouse(*section.view, QEvent::MouseButtonPress, kQuarter, Qt::LeftButton);
+  EXPECT_EQ(clicks.count(), 1); // at once: no box can follow
+  sendMouse(*section.view, QEvent::MouseMove, {300, 300}, Qt::LeftButton);
+  sendMouse(*section.view, QEvent::MouseButtonRelease, {300, 300}, Qt::LeftButton);
+  EXPECT_FALSE(section.view->shownPart().has_value());
+}
+
+TEST(PlotNavigator, aForgottenHistoryLeadsNowhereAndChangesNothing) {
+  const NavigatedSection section;
+  section.navigator->zoom(0.5); // 25 … 75
+  section.navigator->pan(0.2, 0);
+  section.navigator->goBack();
+  EXPECT_TRUE(section.navigator->canGoBack());
+  EXPECT_TRUE(section.navigator->canGoForward());
+  const QSignalSpy changes(section.navigator, &PlotNavigator::historyChanged);
+  section.navigator->forgetHistory();
+  EXPECT_EQ(changes.count(), 1);
+  EXPECT_FALSE(section.navigator->canGoBack());
+  EXPECT_FALSE(section.navigator->canGoForward());
+  section.navigator->goBack();
+  section.navigator->goForward();
+  expectSpan(section.shown(), 25, 75);
+}
+
+TEST(PlotNavigator, factorsAndBoxesThatMeanNothingChangeNothing) {
+  const NavigatedSection section;
+  section.navigator->zoom(0.5); // 25 … 75
+  for (const double factor : {0.0, -2.0, std::nan(""), HUGE_VAL}) {
+    section.navigator->zoom(factor);
+    section.navigator->amplify(factor);
+  }
+  section.navigator->pan(std::nan(""), 0);
+  section.navigator->zoomTo(QRectF(100, 100, 0, 50));
+  section.navigator->zoomTo(QRectF(100, 100, 50, 0));
+  expectSpan(section.shown(), 25, 75);
+  EXPECT_EQ(section.view->currentPart().gain, 1);
 }
 
 } // namespace
