@@ -50,6 +50,33 @@ void expectRight(const SampleIndex& index, std::span<const float> samples, std::
   }
 }
 
+TEST(SampleIndex, knowsThatSamplesInWholeBlocksHoldNoGap) {
+  std::vector<float> samples = ramp(4 * 256 + 100);
+  samples[300] = kNan; // in the second block
+  const SampleIndex index(samples);
+  const auto holdsNoGap = [&](std::int64_t first, std::int64_t last) {
+    return index.holdsNoGap(samples.data(), first, last);
+  };
+  EXPECT_TRUE(holdsNoGap(0, 256));
+  EXPECT_TRUE(holdsNoGap(10, 20));
+  EXPECT_FALSE(holdsNoGap(10, 257)) << "the block of the last one holds a gap";
+  EXPECT_FALSE(holdsNoGap(400, 800)) << "so does that of the first one";
+  EXPECT_TRUE(holdsNoGap(512, 1024));
+  EXPECT_TRUE(holdsNoGap(513, 1000));
+  EXPECT_FALSE(holdsNoGap(513, 1025)) << "the last block is not whole";
+  EXPECT_TRUE(holdsNoGap(300, 300)) << "no samples";
+}
+
+TEST(SampleIndex, knowsNothingOfTheBlockThatSamplesWereDroppedFrom) {
+  std::vector<float> samples = ramp(4 * 256);
+  SampleIndex index(samples);
+  const std::span<const float> rest = std::span(samples).subspan(300);
+  index.dropped(rest, 300); // 212 samples of the second block are left
+  EXPECT_FALSE(index.holdsNoGap(rest.data(), 211, 300));
+  EXPECT_TRUE(index.holdsNoGap(rest.data(), 212, 300));
+  EXPECT_TRUE(index.holdsNoGap(rest.data() + 200, 12, 500)) << "counted from another sample";
+}
+
 TEST(SampleIndex, holdsTheExtremesOfEachWholeBlock) {
   const std::vector<float> samples = ramp(3 * 256 + 100);
   const SampleIndex index(samples);

@@ -14,6 +14,7 @@ namespace {
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 // Samples that are looked at together for gaps, and then again for extremes: they stay in the fastest cache.
 constexpr std::int64_t kCached = 4096;
+constexpr std::int64_t kWorthWidest = 40;  // samples of a block, from which on the widest vectors take fewer steps
 constexpr std::int64_t kShortStretch = 64; // samples that are asked together whether one of them is a gap, at first
 
 /// The extremes of a block are left in this many lanes, and as many blocks are then reduced together.
@@ -48,7 +49,7 @@ XOV_INLINE void extremesOfVectors(const float* samples, std::int64_t count, Vect
 template <class Vector>
 XOV_INLINE void blockLanes(const float* samples, std::int64_t count, LanesOf<Vector>& low, LanesOf<Vector>& high) {
   if constexpr (kLanes<Vector> == 16) {
-    if (count >= 4 * kLanes<Vector>) {
+    if (count >= kWorthWidest) {
       Float16 lows, highs;
       extremesOfVectors(samples, count, lows, highs);
       low = XOV_PICK(lows, lows, 0, 1, 2, 3, 4, 5, 6, 7);
@@ -184,7 +185,18 @@ XOV_INLINE bool findBlockExtremesWith(const float* samples, const std::int32_t* 
   return true;
 }
 
+/// Blocks whose samples are all numbers.
+template <class Vector>
+XOV_INLINE void findFiniteBlockExtremesWith(const float* samples, const std::int32_t* cuts, int blocks, float* lowest,
+                                            float* highest) {
+  blockExtremesWith<Vector>(samples, cuts, blocks, cuts[blocks], lowest, highest);
+}
+
 } // namespace
+
+XOV_VECTOR_FUNCTION(void, findFiniteBlockExtremes,
+                    (const float* samples, const std::int32_t* cuts, int blocks, float* lowest, float* highest),
+                    (samples, cuts, blocks, lowest, highest))
 
 XOV_VECTOR_FUNCTION(bool, findBlockExtremes,
                     (const float* samples, const std::int32_t* cuts, int blocks, float* lowest, float* highest),

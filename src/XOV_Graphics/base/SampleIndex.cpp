@@ -124,6 +124,15 @@ bool SampleIndex::covers(const float* samples, std::int64_t first, std::int64_t 
   return isNotBehind(samples_, samples + first) && isNotBehind(samples + last, samples_ + count_);
 }
 
+bool SampleIndex::holdsNoGap(const float* samples, std::int64_t first, std::int64_t last) const {
+  if (last <= first) return true;
+  const std::int64_t shift = samples - samples_ + number_; // from places in the stretch to numbers
+  const std::int64_t from = (first + shift) / kBlock, to = (last + shift - 1) / kBlock + 1;
+  if (from < firstBlock() || to > (number_ + count_) / kBlock) return false;
+  const float* const lowest = &lowest_[dropped_ + std::size_t(from - firstBlock())];
+  return findFinite(lowest, 0, to - from, false) == to - from;
+}
+
 SampleIndex::Blocks SampleIndex::blocksWithin(const float* samples, std::int64_t first, std::int64_t last) const {
   const std::int64_t shift = samples - samples_ + number_; // from places in the stretch to numbers
   const std::int64_t from = std::max((first + shift + kBlock - 1) / kBlock, firstBlock());

@@ -52,6 +52,10 @@ public:
   /// True when samples[first] … samples[last - 1] are among those that the index was told of last.
   bool covers(const float* samples, std::int64_t first, std::int64_t last) const;
 
+  /// True when all of samples[first] … samples[last - 1], which the index must cover, lie in blocks that hold no gap;
+  /// blocks reach beyond them.
+  bool holdsNoGap(const float* samples, std::int64_t first, std::int64_t last) const;
+
   /// Whole blocks within a stretch of samples: block k holds samples begin + k · kBlock to begin + (k + 1) · kBlock.
   struct Blocks {
     std::int64_t begin = 0;         ///< the first block's first sample, counted as the stretch is

@@ -71,7 +71,11 @@ TEST(BlockExtremes, areThoseOfEverySampleInBlocksOfAnySize) {
   const std::vector<float> samples = noise(std::size_t(cuts.back()), 5, 3);
   forEachVectorWidth([&] {
     std::vector<float> low(sizes.size()), high(sizes.size());
+    std::vector<float> finiteLow(low.size()), finiteHigh(high.size());
+    findFiniteBlockExtremes(samples.data(), cuts.data(), blocks, finiteLow.data(), finiteHigh.data());
     ASSERT_TRUE(findBlockExtremes(samples.data(), cuts.data(), blocks, low.data(), high.data()));
+    ASSERT_EQ(finiteLow, low);
+    ASSERT_EQ(finiteHigh, high);
     for (std::size_t k = 0; k < sizes.size(); ++k) {
       if (sizes[k] == 0) {
         EXPECT_GT(low[k], high[k]);

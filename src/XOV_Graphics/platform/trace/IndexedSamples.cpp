@@ -90,7 +90,10 @@ bool IndexedSamples::findBlockExtremes(std::int64_t begin, const std::int32_t* c
   const float* const from = samples_ + begin;
   if (index_ == nullptr || cuts[blocks] - cuts[0] < kWorthAnIndex * blocks) {
     const HeldSamples held(source_, from + cuts[0], from + cuts[blocks]);
-    return xov::findBlockExtremes(from, cuts, blocks, lowest, highest);
+    if (index_ == nullptr || !index_->holdsNoGap(from, cuts[0], cuts[blocks]))
+      return xov::findBlockExtremes(from, cuts, blocks, lowest, highest);
+    findFiniteBlockExtremes(from, cuts, blocks, lowest, highest);
+    return true;
   }
   if (source_ == nullptr) return findIndexedExtremes(*index_, from, cuts, blocks, lowest, highest);
   hold(from, cuts, blocks);
