@@ -72,6 +72,29 @@ double endTime(double stored, double b, double delta, int npts) {
   return isDefined(stored) && std::abs(stored - (b + duration)) <= tolerance ? stored : b + duration;
 }
 
+/// The number of samples that a header tells.
+int nptsOf(std::size_t samples) { return int(std::min(samples, std::size_t(std::numeric_limits<int>::max()))); }
+
+float singleTime(double seconds) { return float(std::clamp(seconds, -kLargestFloat, kLargestFloat)); }
+
+/// Whether a header holds a time as it is, but for its rounding.
+bool isPlainTime(double seconds) { return isDefined(seconds) && std::abs(seconds) <= kLargestFloat; }
+
+/// Brings the values that are there in both precisions in line; a trace without a start begins at 0.
+void completeHeader(SacHeader& header, SacFooter& precise) {
+  refineHeader(header, precise);
+  if (isDefined(header.b)) return;
+  header.b = 0;
+  precise.b = 0;
+}
+
+/// Number and end of samples.
+void fitTimes(SacHeader& header, SacFooter& precise, std::size_t samples) {
+  header.npts = nptsOf(samples);
+  precise.e = endTime(precise.e, precise.b, precise.delta, header.npts);
+  header.e = singleTime(precise.e);
+}
+
 constexpr double kMillisecondsPerSecond = 1000.0;
 constexpr qint64 kMillisecondsPerTenth = 100;
 // A century: an offset beyond it is damage, not an origin time.
@@ -104,40 +127,90 @@ SacSeismogram::SacSeismogram() : SacSeismogram(SacHeader(), {}) {}
 
 SacSeismogram::SacSeismogram(const SacHeader& header, std::vector<float> samples, QString path,
                              std::optional<SacFooter> precise)
-    : header_(header),
-      samples_(std::move(samples)),
+    : samples_(std::move(samples)),
       path_(std::move(path)) {
-  takeHeader(precise);
+  takeHeader(header, precise);
   findExtrema();
+}
+
+SacSeismogram::SacSeismogram(const SacHeader& header, std::vector<float> samples, SampleIndex index,
+                             const FiniteSum& sum, QString path, std::optional<SacFooter> precise)
+    : samples_(std::move(samples)),
+      sum_(sum),
+      path_(std::move(path)),
+      index_(std::move(index)) {
+  takeHeader(header, precise);
+  takeIndex();
 }
 
 SacSeismogram::SacSeismogram(const SacHeader& header, std::shared_ptr<PagedSamples> samples, SampleIndex index,
                              std::optional<FiniteSum> sum, QString path, std::optional<SacFooter> precise)
-    : header_(header),
-      paged_(std::move(samples)),
+    : paged_(std::move(samples)),
       elsewhere_(paged_->data(), std::size_t(paged_->count())),
       sum_(sum),
       path_(std::move(path)),
       index_(std::move(index)) {
-  takeHeader(precise);
-  if (index_.covers(elsewhere_.data(), 0, std::ssize(elsewhere_)))
-    noteExtrema();
-  else
-    findExtrema();
+  takeHeader(header, precise);
+  takeIndex();
 }
 
 SacSeismogram::SacSeismogram(const SacHeader& header, std::span<const float> samples,
                              std::shared_ptr<const void> owner, QString path, std::optional<SacFooter> precise)
-    : header_(header),
-      owner_(std::move(owner)),
+    : owner_(std::move(owner)),
       elsewhere_(samples),
       path_(std::move(path)) {
   if (!owner_) owner_ = std::make_shared<int>(); // the host's word that the samples stay
-  takeHeader(precise);
+  takeHeader(header, precise);
   findExtrema();
 }
 
-SacSeismogram::~SacSeismogram() = default;
+SacSeismogram::SacSeismogram(std::shared_ptr<const SacHeader> channel, double b, double delta,
+                             std::span<const float> samples, std::shared_ptr<const void> owner, QString path)
+    : channel_(std::move(channel)),
+      pieceBegin_(b),
+      pieceInterval_(delta),
+      owner_(std::move(owner)),
+      elsewhere_(samples),
+      path_(std::move(path)) {
+  if (!owner_) owner_ = std::make_shared<int>();
+  referenceTime_ = sharedReferenceTime(*channel_);
+  if (!isPlainTime(b) || !isPlainTime(delta)) {
+    SacHeader header = *channel_;
+    header.b = toSinglePrecision(b);
+    header.delta = toSinglePrecision(delta);
+    SacFooter precise = footerFromHeader(header);
+    precise.b = b;
+    precise.delta = delta;
+    takeHeader(header, precise);
+  }
+  findExtrema();
+}
+
+SacSeismogram::~SacSeismogram() { delete values_.load(); }
+
+/// All header values. Several threads may be the first to ask for those of a piece: one's are kept.
+const SacSeismogram::Values& SacSeismogram::values() const {
+  if (const Values* const known = values_.load(std::memory_order_acquire)) return *known;
+  auto made = std::make_unique<Values>(Values{*channel_, footerFromHeader(*channel_)});
+  made->precise.b = pieceBegin_;
+  made->precise.delta = pieceInterval_;
+  completeHeader(made->header, made->precise);
+  fitTimes(made->header, made->precise, stored().size());
+  made->header.depmin = extrema_.min;
+  made->header.depmax = extrema_.max;
+  Values* first = nullptr;
+  return values_.compare_exchange_strong(first, made.get(), std::memory_order_acq_rel) ? *made.release() : *first;
+}
+
+/// The same to be changed: they are shared no more.
+SacSeismogram::Values& SacSeismogram::ownValues() {
+  values();
+  channel_.reset();
+  return *values_.load();
+}
+
+/// Header values that pieces of a channel share: none of times, npts or extremes.
+const SacHeader& SacSeismogram::commonValues() const { return channel_ ? *channel_ : values().header; }
 
 /// The samples, which need not be in memory.
 std::span<const float> SacSeismogram::stored() const { return isElsewhere() ? elsewhere_ : std::span(samples_); }
@@ -157,25 +230,18 @@ void SacSeismogram::bringIntoMemory() {
   index_.build(samples_);
 }
 
-void SacSeismogram::takeHeader(const std::optional<SacFooter>& precise) {
-  if (precise) {
-    precise_ = *precise;
-    refineHeader(header_, precise_);
-  } else {
-    precise_ = footerFromHeader(header_);
-  }
-  if (!isDefined(header_.b)) {
-    header_.b = 0;
-    precise_.b = 0;
-  }
-  fitTimesToSamples();
-  referenceTime_ = sharedReferenceTime(header_);
+void SacSeismogram::takeHeader(const SacHeader& header, const std::optional<SacFooter>& precise) {
+  auto taken = std::make_unique<Values>(Values{header, precise ? *precise : footerFromHeader(header)});
+  completeHeader(taken->header, taken->precise);
+  fitTimes(taken->header, taken->precise, stored().size());
+  referenceTime_ = sharedReferenceTime(taken->header);
+  delete values_.exchange(taken.release());
+  channel_.reset();
 }
 
 void SacSeismogram::fitTimesToSamples() {
-  header_.npts = int(std::min(stored().size(), std::size_t(std::numeric_limits<int>::max())));
-  precise_.e = endTime(precise_.e, precise_.b, precise_.delta, header_.npts);
-  header_.e = float(std::clamp(precise_.e, -kLargestFloat, kLargestFloat));
+  Values& values = ownValues();
+  fitTimes(values.header, values.precise, stored().size());
 }
 
 void SacSeismogram::fitHeaderToSamples() {
@@ -184,15 +250,16 @@ void SacSeismogram::fitHeaderToSamples() {
 }
 
 void SacSeismogram::setHeader(const SacHeader& header, QString path, std::optional<SacFooter> precise) {
-  header_ = header;
+  takeHeader(header, precise);
   path_ = std::move(path);
-  takeHeader(precise);
   if (mayChange_) return findExtrema();
-  header_.depmin = extrema_.min;
-  header_.depmax = extrema_.max;
+  SacHeader& own = ownValues().header;
+  own.depmin = extrema_.min;
+  own.depmax = extrema_.max;
 }
 
 void SacSeismogram::keepSamples(std::size_t first, std::size_t count) {
+  Values& values = ownValues();
   first = std::min(first, stored().size());
   count = std::min(count, stored().size() - first);
   const std::size_t behind = stored().size() - first - count;
@@ -205,9 +272,9 @@ void SacSeismogram::keepSamples(std::size_t first, std::size_t count) {
     samples_.erase(samples_.begin(), samples_.begin() + std::ptrdiff_t(first));
   }
   index_.dropped(stored(), std::int64_t(first));
-  precise_.b += double(first) * precise_.delta;
-  precise_.e = kUndefinedValue;
-  refineHeader(header_, precise_);
+  values.precise.b += double(first) * values.precise.delta;
+  values.precise.e = kUndefinedValue;
+  refineHeader(values.header, values.precise);
   fitTimesToSamples();
   mayChange_ ? findExtrema() : noteExtrema();
 }
@@ -216,7 +283,8 @@ void SacSeismogram::rescaleSamples(double offset, double factor) {
   if (mayChange_) findExtrema();
   sum_.reset();
   const auto rescaled = [=](float sample) { return toSinglePrecision((double(sample) - offset) * factor); };
-  if (isDefined(double(header_.depmen))) header_.depmen = rescaled(header_.depmen);
+  float& mean = ownValues().header.depmen;
+  if (isDefined(double(mean))) mean = rescaled(mean);
   const bool isFinite = std::isfinite(rescaled(extrema_.min)) && std::isfinite(rescaled(extrema_.max));
   const auto rescaleAll = [=](std::span<float> samples) {
     if (!isFinite) {
@@ -239,27 +307,30 @@ void SacSeismogram::rescaleSamples(double offset, double factor) {
 }
 
 void SacSeismogram::setSamples(std::vector<float> samples) {
+  Values& values = ownValues();
   samples_ = std::move(samples);
   paged_.reset();
   owner_.reset();
   sum_.reset();
   mayChange_ = false;
-  precise_.e = kUndefinedValue;
+  values.precise.e = kUndefinedValue;
   fitHeaderToSamples();
 }
 
 std::vector<float> SacSeismogram::takeSamples() {
+  Values& values = ownValues();
   bringIntoMemory();
   sum_.reset();
   std::vector<float> taken = std::exchange(samples_, {});
   mayChange_ = false;
-  precise_.e = kUndefinedValue;
+  values.precise.e = kUndefinedValue;
   fitHeaderToSamples();
   return taken;
 }
 
 std::span<float> SacSeismogram::samples() {
   bringIntoMemory();
+  ownValues();
   mayChange_ = true;
   sum_.reset();
   index_.clear();
@@ -268,7 +339,7 @@ std::span<float> SacSeismogram::samples() {
 
 std::span<const float> SacSeismogram::samples() const { return {GetSacSeis(), stored().size()}; }
 
-const SacFooter& SacSeismogram::preciseValues() const { return precise_; }
+const SacFooter& SacSeismogram::preciseValues() const { return values().precise; }
 
 const float* SacSeismogram::GetSacSeis() const {
   if (paged_ && !isHeld_) {
@@ -280,17 +351,19 @@ const float* SacSeismogram::GetSacSeis() const {
 
 BorrowedSamples SacSeismogram::borrowedSamples() const { return {stored().data(), &index_, paged_.get()}; }
 
-int SacSeismogram::npts() const { return header_.npts; }
+int SacSeismogram::npts() const { return nptsOf(stored().size()); }
 
 const SampleIndex* SacSeismogram::sampleIndex() const { return &index_; }
 
-float SacSeismogram::delta() const { return header_.delta; }
+float SacSeismogram::delta() const { return channel_ ? float(pieceInterval_) : values().header.delta; }
 
-float SacSeismogram::b() const { return header_.b; }
+float SacSeismogram::b() const { return channel_ ? float(pieceBegin_) : values().header.b; }
 
-float SacSeismogram::e() const { return header_.e; }
+float SacSeismogram::e() const {
+  return channel_ ? singleTime(endTime(kUndefinedValue, pieceBegin_, pieceInterval_, npts())) : values().header.e;
+}
 
-float SacSeismogram::a() const { return header_.a; }
+float SacSeismogram::a() const { return commonValues().a; }
 
 float SacSeismogram::smin() const { return extrema_.min; }
 
@@ -301,6 +374,11 @@ float SacSeismogram::absMax() const { return std::max(std::abs(extrema_.min), st
 // A drum asks for this at every redraw.
 void SacSeismogram::ComputeExtrema() {
   if (mayChange_) findExtrema();
+}
+
+/// Finds the extremes with the index that was given, if it is of all samples.
+void SacSeismogram::takeIndex() {
+  index_.covers(stored().data(), 0, std::ssize(stored())) ? noteExtrema() : findExtrema();
 }
 
 void SacSeismogram::findExtrema() {
@@ -320,56 +398,66 @@ void SacSeismogram::findExtrema() {
 /// Takes the extremes from the index.
 void SacSeismogram::noteExtrema() {
   extrema_ = finiteExtrema(stored(), &index_, paged_.get());
-  header_.depmin = extrema_.min;
-  header_.depmax = extrema_.max;
+  if (channel_) return; // a header that is made later on has them
+  SacHeader& own = ownValues().header;
+  own.depmin = extrema_.min;
+  own.depmax = extrema_.max;
 }
 
-QString SacSeismogram::kstnm() const { return header_.kstnm.text(); }
+QString SacSeismogram::kstnm() const { return commonValues().kstnm.text(); }
 
-QString SacSeismogram::knetwk() const { return header_.knetwk.text(); }
+QString SacSeismogram::knetwk() const { return commonValues().knetwk.text(); }
 
-QString SacSeismogram::kcmpnm() const { return header_.kcmpnm.text(); }
+QString SacSeismogram::kcmpnm() const { return commonValues().kcmpnm.text(); }
 
-QString SacSeismogram::khole() const { return header_.khole.text(); }
+QString SacSeismogram::khole() const { return commonValues().khole.text(); }
 
-QString SacSeismogram::kuser0() const { return header_.kuser0.text(); }
+QString SacSeismogram::kuser0() const { return commonValues().kuser0.text(); }
 
-float SacSeismogram::gcarc() const { return definedOr(header_.gcarc, computedGeometry(precise_).distanceDeg); }
+float SacSeismogram::gcarc() const {
+  return definedOr(commonValues().gcarc, computedGeometry(preciseValues()).distanceDeg);
+}
 
-float SacSeismogram::azimuth() const { return definedOr(header_.az, computedGeometry(precise_).azimuthDeg); }
+float SacSeismogram::azimuth() const {
+  return definedOr(commonValues().az, computedGeometry(preciseValues()).azimuthDeg);
+}
 
-float SacSeismogram::backazimuth() const { return definedOr(header_.baz, computedGeometry(precise_).backAzimuthDeg); }
+float SacSeismogram::backazimuth() const {
+  return definedOr(commonValues().baz, computedGeometry(preciseValues()).backAzimuthDeg);
+}
 
 float SacSeismogram::evdp() const {
-  return header_.evdp > kDeepestEventKm ? header_.evdp / kMetresPerKilometre : header_.evdp;
+  const float depth = commonValues().evdp;
+  return depth > kDeepestEventKm ? depth / kMetresPerKilometre : depth;
 }
 
 QString SacSeismogram::flinnEngdahlString() const {
-  return hasEventPlace() ? coordinatesText(precise_.evla, precise_.evlo) : QString();
+  return hasEventPlace() ? coordinatesText(preciseValues().evla, preciseValues().evlo) : QString();
 }
 
 // Programs that clear a header put an event that they know nothing of where the equator meets the prime meridian.
 bool SacSeismogram::hasEventPlace() const {
-  const bool isOrigin = precise_.evla == 0 && precise_.evlo == 0;
-  return !isOrigin || isDefined(precise_.o) || (isDefined(header_.evdp) && header_.evdp != 0);
+  const auto& [header, precise] = values();
+  const bool isOrigin = precise.evla == 0 && precise.evlo == 0;
+  return !isOrigin || isDefined(precise.o) || (isDefined(header.evdp) && header.evdp != 0);
 }
 
 QString SacSeismogram::flinnEngdahlGeographicRegion() const { return flinnEngdahlString(); }
 
-QString SacSeismogram::oTimeString() const { return originTimeText(referenceTime_->nsDate(), precise_.o); }
+QString SacSeismogram::oTimeString() const { return originTimeText(referenceTime_->nsDate(), preciseValues().o); }
 
-float SacSeismogram::originTimeOffset() const { return header_.o; }
+float SacSeismogram::originTimeOffset() const { return commonValues().o; }
 
-float SacSeismogram::pTime() const { return header_.a; }
+float SacSeismogram::pTime() const { return commonValues().a; }
 
 float SacSeismogram::timePickKey(int key) const {
   const Pick* pick = pickWithKey(key);
-  return pick ? header_.*pick->time : kUndefinedValue;
+  return pick ? commonValues().*pick->time : kUndefinedValue;
 }
 
 QString SacSeismogram::pickLabelWithKey(int key) const {
   const Pick* pick = pickWithKey(key);
-  const QString label = pick ? (header_.*pick->label).text() : QString();
+  const QString label = pick ? (commonValues().*pick->label).text() : QString();
   return label.isEmpty() ? QString::fromLatin1(kUndefinedLabel) : label;
 }
 
@@ -377,7 +465,7 @@ UnsetNumbers SacSeismogram::unsetNumbers() const { return UnsetNumbers::LeftOut;
 
 std::shared_ptr<SeisTime> SacSeismogram::mySeisReferenceTime() const { return referenceTime_; }
 
-const SacHeader* SacSeismogram::GetSacHeader() const { return &header_; }
+const SacHeader* SacSeismogram::GetSacHeader() const { return &values().header; }
 
 QString SacSeismogram::labelString() const {
   const QStringList codes{knetwk(), kstnm(), khole(), kcmpnm()};

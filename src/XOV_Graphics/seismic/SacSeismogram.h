@@ -35,6 +35,9 @@ public:
   /// With `precise`, its double-precision values replace those of the header.
   explicit SacSeismogram(const SacHeader& header, std::vector<float> samples, QString path = {},
                          std::optional<SacFooter> precise = {});
+  /// The same of samples of which these are known already; with an index that does not cover them, it is made.
+  SacSeismogram(const SacHeader& header, std::vector<float> samples, SampleIndex index, const FiniteSum& sum,
+                QString path, std::optional<SacFooter> precise);
   /// The same of samples that come as they are needed, which must not be null, and what is known of all of them. With
   /// an index that does not cover them, extremes are found in one pass through them.
   SacSeismogram(const SacHeader& header, std::shared_ptr<PagedSamples> samples, SampleIndex index,
@@ -43,6 +46,11 @@ public:
   /// asks for it. What changes samples copies them first.
   SacSeismogram(const SacHeader& header, std::span<const float> samples, std::shared_ptr<const void> owner,
                 QString path = {}, std::optional<SacFooter> precise = {});
+  /// The same of a piece of a channel, whose pieces share a header, which must not be null, but for their times: this
+  /// one begins at `b` and has samples every `delta` seconds. A short piece takes little more memory than its samples
+  /// until it is asked for a header of its own.
+  SacSeismogram(std::shared_ptr<const SacHeader> channel, double b, double delta, std::span<const float> samples,
+                std::shared_ptr<const void> owner, QString path);
   ~SacSeismogram() override;
 
   /// Takes over other samples, sets npts, e, depmin and depmax to fit them and computes the extremes.
@@ -126,18 +134,29 @@ public:
   QString path() const override;
 
 private:
-  void takeHeader(const std::optional<SacFooter>& precise);
+  struct Values {
+    SacHeader header;
+    SacFooter precise;
+  };
+
+  const Values& values() const;
+  Values& ownValues();
+  const SacHeader& commonValues() const;
+  void takeHeader(const SacHeader& header, const std::optional<SacFooter>& precise);
   void fitHeaderToSamples();
   void fitTimesToSamples();
   void findExtrema();
+  void takeIndex();
   void noteExtrema();
   bool isElsewhere() const { return paged_ != nullptr || owner_ != nullptr; }
   std::span<const float> stored() const;
   void bringIntoMemory();
   bool hasEventPlace() const;
 
-  SacHeader header_;
-  SacFooter precise_;
+  std::shared_ptr<const SacHeader> channel_; ///< of a piece that shares it: all values but those of times
+  double pieceBegin_ = 0;                    ///< of such a piece
+  double pieceInterval_ = 0;
+  mutable std::atomic<Values*> values_ = nullptr; ///< owned; made of these where they are asked for
   std::vector<float> samples_;
   std::shared_ptr<PagedSamples> paged_;      ///< in place of these
   std::shared_ptr<const void> owner_;        ///< of a host's memory, in place of both

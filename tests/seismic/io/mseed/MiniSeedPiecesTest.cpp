@@ -201,6 +201,46 @@ TEST(MiniSeedPieces, agreeWithLibmseedsOwnOnRandomGaps) {
 
 // 9,223,000 samples at a millionth of a hertz, which a record of some megabytes may claim, last 9.223e18
 // microseconds: counted from any moment after 1981 they would end beyond 2^63.
+TEST(MiniSeedPieces, ofAnyLengthKeepTheirSamplesWhenOthersGo) {
+  constexpr std::size_t kLengths[] = {1, 100, 4096, 4097, 300, 9000, 2};
+  std::vector<std::vector<std::int32_t>> values;
+  QByteArray bytes;
+  std::int64_t startUs = 1336780800 * kSecond;
+  for (const std::size_t length : kLengths) {
+    values.push_back(randomWalk(length, std::uint32_t(length)));
+    values.back().resize(length);
+    bytes += packed(values.back(), DE_STEIM2, startUs, 512);
+    startUs += std::int64_t(length + 50) * kSecond / 100;
+  }
+  for (std::size_t kept = 0; kept < std::size(kLengths); ++kept) {
+    auto file = parsed(bytes);
+    ASSERT_EQ(file->records.size(), std::size(kLengths));
+    const auto record = file->records[kept];
+    file = Error{QString()};
+    EXPECT_EQ(copiedSamples(*record), Floats(values[kept].begin(), values[kept].end())) << kLengths[kept];
+  }
+}
+
+TEST(MiniSeedPieces, goOnWhateverEndedMeanwhile) {
+  PieceJoiner joiner;
+  EXPECT_EQ(joiner.add(MiniSeedSpan{0, 40, 4000}), 0U) << "ends at 100 s";
+  for (int k = 1; k <= 90; ++k)
+    ASSERT_EQ(joiner.add(MiniSeedSpan{k * kSecond, 40, 2}), std::size_t(k));
+  EXPECT_EQ(joiner.add(MiniSeedSpan{90 * kSecond + 62000, 40, 2}), 90U) << "12 ms behind its end";
+  EXPECT_EQ(joiner.add(MiniSeedSpan{100 * kSecond - 12000, 40, 2}), 0U) << "12 ms before its end";
+  EXPECT_EQ(joiner.add(MiniSeedSpan{101 * kSecond, 40, 2}), 91U);
+}
+
+TEST(MiniSeedPieces, ofSlowSamplesGoOnUpToHalfASampleBehindTheirEnds) {
+  for (const int seconds : {149, 151}) {
+    PieceJoiner joiner;
+    EXPECT_EQ(joiner.add(MiniSeedSpan{0, 0.01, 1}), 0U) << "ends at 100 s";
+    for (int k = 101; k < 149; ++k)
+      ASSERT_EQ(joiner.add(MiniSeedSpan{k * kSecond, 40, 2}), std::size_t(k - 100));
+    EXPECT_EQ(joiner.add(MiniSeedSpan{seconds * kSecond, 0.01, 1}), seconds == 149 ? 0U : 49U);
+  }
+}
+
 TEST(MiniSeedPieces, aRecordOfHundredThousandsOfYearsEndsAtAMomentThatThereIs) {
   const MiniSeedSpan endless{1335830400 * kSecond, 1e-6, 9223000};
   PieceJoiner joiner;

@@ -226,6 +226,28 @@ TEST(SacReader, leavesSamplesThatAreNotFiniteOutOfTheExtremes) {
   EXPECT_EQ(trace->GetSacSeis()[4], kInfinity);
 }
 
+TEST_P(SacReaderOrders, knowsSumAndExtremesOfManySamples) {
+  // Beyond what is read together, with a gap in it.
+  std::vector<float> samples(600000);
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = float(i % 1000);
+  samples[300000] = std::numeric_limits<float>::quiet_NaN();
+  samples[599999] = -4;
+  const auto trace = parsed(SacBytes(GetParam()).samples(samples).bytes());
+  // 600 times 0 + 1 + ... + 999, but for 999 and a 0 that is a gap.
+  const FiniteSum& sum = trace->knownSum().value_or(FiniteSum{});
+  EXPECT_EQ(sum.count, 599999);
+  EXPECT_EQ(sum.sum, 600 * 499500.0 - 999 - 4);
+  EXPECT_EQ(trace->smin(), -4);
+  EXPECT_EQ(trace->smax(), 999);
+  const SampleIndex& index = *trace->sampleIndex();
+  ASSERT_TRUE(index.covers(trace->GetSacSeis(), 0, 600000));
+  EXPECT_TRUE(index.holdsNoGap(trace->GetSacSeis(), 0, 299776));
+  EXPECT_FALSE(index.holdsNoGap(trace->GetSacSeis(), 0, 300001));
+  trace->samples()[0] = 5;
+  EXPECT_FALSE(trace->knownSum()) << "of samples that may have changed";
+}
+
 TEST(SacReader, distrustsTheStoredExtremes) {
   const auto trace = parsed(SacBytes().number(1, -99).number(2, 99).samples({-1, 2}).bytes());
   EXPECT_EQ(trace->smin(), -1);

@@ -22,11 +22,48 @@ constexpr qsizetype kSequenceBytes = 6; // at the start of a record
 constexpr qint64 kStretchBytes = 1 << 18;
 constexpr std::size_t kTasksOfStretch = 16;
 
+// Pieces of up to so many samples lie in blocks of memory together.
+constexpr std::size_t kShortPiece = 4096;
+constexpr std::size_t kBlockSamples = std::size_t(1) << 20; // 4 MiB
+
 /// An unbroken piece of a channel: how many samples it has, and as many of them as were decoded, one after the other.
 struct Piece {
   std::size_t sampleCount = 0;
-  std::vector<float> samples;
-  bool isWhole = true; ///< false when a record of it could not be decoded
+  std::vector<float> samples; ///< of a long one
+  float* shared = nullptr;    ///< where those of a short one lie
+  std::uint32_t block = 0;    ///< in this block
+  bool isWhole = true;        ///< false when a record of it could not be decoded
+
+  bool isShort() const { return sampleCount <= kShortPiece; }
+};
+
+/// Memory that short pieces have together.
+class SampleBlocks {
+public:
+  /// So many samples more will be asked for.
+  void expect(std::size_t samples) { expected_ += samples; }
+
+  /// Gives a short piece its room.
+  void place(Piece& piece) {
+    if (room_ < piece.sampleCount) {
+      room_ = std::max(std::min(expected_, kBlockSamples), piece.sampleCount);
+      blocks_.push_back(std::make_shared_for_overwrite<float[]>(room_));
+      next_ = blocks_.back().get();
+      askForLargePages(next_, room_ * sizeof(float));
+    }
+    piece.block = std::uint32_t(blocks_.size() - 1);
+    piece.shared = std::exchange(next_, next_ + piece.sampleCount);
+    room_ -= piece.sampleCount;
+    expected_ -= std::min(piece.sampleCount, expected_);
+  }
+
+  const std::shared_ptr<float[]>& blockOf(const Piece& piece) const { return blocks_[piece.block]; }
+
+private:
+  std::vector<std::shared_ptr<float[]>> blocks_;
+  float* next_ = nullptr; ///< free, in the last block
+  std::size_t room_ = 0;  ///< from there on
+  std::size_t expected_ = 0;
 };
 
 /// Where the samples of a record go.
@@ -121,6 +158,9 @@ private:
       places_[i] = {count, std::uint32_t(number), false};
       count += std::size_t(record(i).span.sampleCount);
     }
+    for (std::size_t number = before; number < pieces_.size(); ++number) {
+      if (pieces_[number].isShort()) blocks_.expect(pieces_[number].sampleCount);
+    }
   }
 
   /// Decodes the records of all pieces in one walk through the file, a stretch of it at a time.
@@ -146,23 +186,23 @@ private:
     const qint64 offset = record(first).offset;
     const QByteArrayView bytes =
         file_.at(offset, qsizetype(record(end - 1).offset - offset) + record(end - 1).format.length);
-    std::vector<Job> jobs;
+    jobs_.clear();
     for (std::size_t i = first; i < end; ++i) {
       if (places_[i].piece == Place::kNowhere) continue;
       const auto from = qsizetype(record(i).offset - offset);
       if (bytes.size() < from + record(i).format.length)
-        jobs.push_back({i, {}, {}, {false, QStringLiteral("the file has become shorter while it was read"), {}}});
+        jobs_.push_back({i, {}, {}, {false, QStringLiteral("the file has become shorter while it was read"), {}}});
       else
-        jobs.push_back({i, bytes.sliced(from, record(i).format.length), roomFor(i), {}});
+        jobs_.push_back({i, bytes.sliced(from, record(i).format.length), roomFor(i), {}});
     }
-    const std::size_t perTask = jobs.size() / kTasksOfStretch + 1;
-    runTasks(int((jobs.size() + perTask - 1) / perTask), TaskStart::FirstAlone, [&](int task) {
+    const std::size_t perTask = jobs_.size() / kTasksOfStretch + 1;
+    runTasks(int((jobs_.size() + perTask - 1) / perTask), TaskStart::FirstAlone, [&](int task) {
       const auto tools = tools_.take();
       const std::size_t begin = std::size_t(task) * perTask;
-      for (std::size_t k = begin; k < std::min(begin + perTask, jobs.size()); ++k)
-        decodeJob(jobs[k], *tools);
+      for (std::size_t k = begin; k < std::min(begin + perTask, jobs_.size()); ++k)
+        decodeJob(jobs_[k], *tools);
     });
-    for (const Job& job : jobs) {
+    for (const Job& job : jobs_) {
       noteLosses(record(job.record), job.decoded, index_);
       places_[job.record].isFilled = job.decoded.isDecoded;
       if (!job.decoded.isDecoded) pieces_[places_[job.record].piece].isWhole = false;
@@ -202,6 +242,10 @@ private:
     const auto count = std::size_t(record(i).span.sampleCount);
     Piece& piece = pieces_[places_[i].piece];
     const std::size_t first = places_[i].first;
+    if (piece.isShort()) {
+      if (piece.shared == nullptr) blocks_.place(piece);
+      return {piece.shared + first, count};
+    }
     if (piece.samples.size() < first + count) {
       if (piece.samples.empty()) {
         piece.samples.reserve(piece.sampleCount);
@@ -236,10 +280,12 @@ private:
   void takeSamples(std::size_t i, Stretch& stretch) {
     Piece& piece = pieces_[places_[i].piece];
     if (piece.isWhole) {
-      if (places_[i].first == 0) stretch.samples = std::move(piece.samples);
+      if (places_[i].first > 0) return;
+      stretch.samples = std::move(piece.samples);
+      if (piece.isShort()) stretch.shared = {piece.shared, piece.sampleCount, blocks_.blockOf(piece)};
       return;
     }
-    const auto first = piece.samples.begin() + std::ptrdiff_t(places_[i].first);
+    const float* const first = (piece.isShort() ? piece.shared : piece.samples.data()) + places_[i].first;
     stretch.samples.insert(stretch.samples.end(), first, first + record(i).span.sampleCount);
   }
 
@@ -250,6 +296,8 @@ private:
   std::vector<Place> places_;        // of every record of the index
   std::vector<SampleTally> tallies_; // of every record of the index, where samples are summed up
   std::vector<Piece> pieces_;
+  SampleBlocks blocks_;
+  std::vector<Job> jobs_; // of the stretch at hand
 };
 
 } // namespace

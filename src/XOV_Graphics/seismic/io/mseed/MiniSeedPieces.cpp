@@ -16,6 +16,9 @@ constexpr double kRateTolerance = 1e-4;
 constexpr std::int64_t kMostSamples = std::numeric_limits<int>::max();
 // Of pieces that all could go on with a record, this many are looked at: real files have one.
 constexpr int kMostCandidates = 16;
+// A piece goes on within half a sample of its end: so many samples and microseconds behind it, it is over.
+constexpr double kReach = 0.51;
+constexpr double kRoundingUs = 1000;
 
 std::int64_t duration(const MiniSeedSpan& span) {
   return std::llround(std::min(span.sampleCount / span.rateHz * kMicrosecondsPerSecond, kLongestUs));
@@ -44,17 +47,35 @@ PieceJoiner::OpenPieces::iterator PieceJoiner::pieceBefore(const PieceExtent& ex
   return best;
 }
 
+/// Sets those aside that end too long before a record for it, and so for all that come after it.
+void PieceJoiner::forgetBefore(std::int64_t startUs) {
+  const auto isOver = [startUs](const OpenPieces::value_type& piece) {
+    const double reach = kReach * kMicrosecondsPerSecond / piece.second.rateHz + kRoundingUs;
+    return double(piece.first) + reach < double(startUs);
+  };
+  while (!open_.empty() && isOver(*open_.begin()))
+    spare_ = open_.extract(open_.begin());
+}
+
 std::size_t PieceJoiner::add(const MiniSeedSpan& span) { return add(PieceExtent{span, span, span.sampleCount}); }
 
 std::size_t PieceJoiner::add(const PieceExtent& extent) {
   const std::int64_t endUs = extent.last.startUs + duration(extent.last);
+  forgetBefore(extent.first.startUs);
   if (const auto before = pieceBefore(extent); before != open_.end()) {
     OpenPieces::node_type node = open_.extract(before);
     node.key() = endUs;
     node.mapped().sampleCount += extent.sampleCount;
     return open_.insert(std::move(node))->second.number;
   }
-  open_.emplace(endUs, OpenPiece{count_, extent.first.rateHz, extent.sampleCount});
+  const OpenPiece piece{count_, extent.first.rateHz, extent.sampleCount};
+  if (spare_.empty()) {
+    open_.emplace(endUs, piece);
+  } else {
+    spare_.key() = endUs;
+    spare_.mapped() = piece;
+    open_.insert(std::move(spare_));
+  }
   return count_++;
 }
 

@@ -49,8 +49,10 @@ private:
   using OpenPieces = std::multimap<std::int64_t, OpenPiece>;
 
   OpenPieces::iterator pieceBefore(const PieceExtent& extent);
+  void forgetBefore(std::int64_t startUs);
 
   OpenPieces open_;
+  OpenPieces::node_type spare_; ///< of a piece that is over
   std::size_t count_ = 0;
 };
 

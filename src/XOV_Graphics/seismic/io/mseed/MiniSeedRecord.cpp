@@ -116,14 +116,14 @@ struct Blockettes {
 QString readBlockettes(const HeaderNumbers& header, Blockettes& found) {
   qsizetype place = header.at<std::uint16_t>(kChainByte);
   for (int count = 0; place != 0; ++count) {
-    const QString where = "blockette at byte " + QString::number(place);
+    const auto where = [place] { return "blockette at byte " + QString::number(place); };
     if (place < kMiniSeedHeaderBytes || place > header.size() - kKnownBlocketteBytes)
-      return found.format ? QString() : where + ": lies outside of the record";
-    if (count == kMostBlockettes) return where + ": more than " + QString::number(kMostBlockettes) + " blockettes";
+      return found.format ? QString() : where() + ": lies outside of the record";
+    if (count == kMostBlockettes) return where() + ": more than " + QString::number(kMostBlockettes) + " blockettes";
     const int type = header.at<std::uint16_t>(place);
     const qsizetype next = header.at<std::uint16_t>(place + 2);
     if (type == kFormatBlockette) {
-      if (found.format) return where + ": a second blockette 1000";
+      if (found.format) return where() + ": a second blockette 1000";
       found.format = place;
     } else if (type == kRateBlockette) {
       found.rateHz = double(header.at<float>(place + kBlocketteHeaderBytes));
@@ -131,7 +131,7 @@ QString readBlockettes(const HeaderNumbers& header, Blockettes& found) {
       found.microseconds = std::int16_t(header.at<std::int8_t>(place + kBlocketteHeaderBytes + 1)); // signed
     }
     if (next != 0 && next < place + kBlocketteHeaderBytes)
-      return found.format ? QString() : where + ": the next one is not behind it";
+      return found.format ? QString() : where() + ": the next one is not behind it";
     place = next;
   }
   return {};

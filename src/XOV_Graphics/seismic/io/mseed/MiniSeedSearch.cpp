@@ -12,6 +12,7 @@ constexpr int kMostTried = 16;
 
 qsizetype findVersion2Inside(QByteArrayView bytes) {
   for (qsizetype at = kShortestRecord; at + kMiniSeedHeaderBytes <= bytes.size(); at += kShortestRecord) {
+    if (!beginsMiniSeedRecord(bytes.sliced(at))) continue; // as nearly always
     // Its own length does not matter: it may be as wrong as that of the record around it.
     if (findMiniSeedRecord(bytes.sliced(at), kLongestMiniSeedRecord + 1).kind == MiniSeedFinding::Kind::Record)
       return at;

@@ -63,8 +63,19 @@ void MiniSeedTraces::append(const ChannelCodes& codes, std::vector<Stretch> stre
   const std::int64_t referenceMs = millisecondsBefore(stretches.front().extent.first.startUs);
   SacHeader header = channelHeader(codes);
   setReferenceTime(header, QDateTime::fromMSecsSinceEpoch(referenceMs, Qt::UTC));
+  const auto channel = std::make_shared<const SacHeader>(header);
+  const auto add = [this](std::shared_ptr<SacSeismogram> record, const Stretch& stretch) {
+    records.push_back(std::move(record));
+    tallies.push_back(stretch.tally);
+  };
   for (Stretch& stretch : stretches) {
     const PieceTimes times = pieceTimes(stretch.extent, referenceMs);
+    if (auto& [samples, count, owner] = stretch.shared; owner != nullptr) {
+      add(std::make_shared<SacSeismogram>(channel, times.b, times.delta, std::span(samples, count), std::move(owner),
+                                          path),
+          stretch);
+      continue;
+    }
     header.b = float(times.b);
     header.delta = float(times.delta);
     SacFooter precise = footerFromHeader(header);
@@ -74,8 +85,7 @@ void MiniSeedTraces::append(const ChannelCodes& codes, std::vector<Stretch> stre
       located.push_back({header, precise, std::move(stretch.places), stretch.extent.sampleCount, {}, {}, {}});
       continue;
     }
-    records.push_back(std::make_shared<SacSeismogram>(header, std::move(stretch.samples), path, precise));
-    tallies.push_back(stretch.tally);
+    add(std::make_shared<SacSeismogram>(header, std::move(stretch.samples), path, precise), stretch);
   }
 }
 

@@ -11,8 +11,16 @@ namespace xov {
 /// A stretch of a piece without a record that could not be decoded: its samples, or what they amount to, or where
 /// they lie.
 struct Stretch {
+  /// Samples in memory that other stretches have a part of, too.
+  struct SharedSamples {
+    const float* samples = nullptr;
+    std::size_t count = 0;
+    std::shared_ptr<const void> owner;
+  };
+
   PieceExtent extent;
   std::vector<float> samples;
+  SharedSamples shared; ///< in place of these
   SampleTally tally;
   std::vector<SamplePlace> places;
 };

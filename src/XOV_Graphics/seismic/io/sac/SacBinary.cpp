@@ -1,8 +1,9 @@
 #include "XOV_Graphics/seismic/io/sac/SacBinary.h"
 
+#include "XOV_Graphics/base/FiniteSum.h"
 #include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/base/LargePages.h"
-#include "XOV_Graphics/base/TaskPool.h"
+#include "XOV_Graphics/base/SampleIndex.h"
 #include "XOV_Graphics/seismic/io/sac/SacChecks.h"
 
 #include <QtEndian>
@@ -125,15 +126,34 @@ std::optional<QSysInfo::Endian> sacByteOrder(QByteArrayView head) {
 
 namespace {
 
+// What is read together: what there is to find out of it is found while it is in the processor's caches.
+constexpr std::size_t kStretch = 1 << 18; // 1 MiB
+
 bool readSamples(QIODevice& device, std::span<float> samples, QSysInfo::Endian order) {
   if (!readFully(device, {reinterpret_cast<char*>(samples.data()), samples.size_bytes()})) return false;
-  if (order == QSysInfo::ByteOrder) return true;
-  constexpr std::int64_t kTogether = std::int64_t(1) << 18;
-  runParts(std::ssize(samples), kTogether, [&](std::int64_t from, std::int64_t to) {
-    convert<sizeof(float)>(samples.data() + from, to - from, order);
-  });
+  convert<sizeof(float)>(samples.data(), std::ssize(samples), order);
   return true;
 }
+
+/// Samples, and what is known of them.
+struct TakenSamples {
+  std::vector<float> samples;
+  SampleIndex index;
+  FiniteSum sum;
+
+  bool take(QIODevice& device, std::size_t count, QSysInfo::Endian order) {
+    samples.reserve(count);
+    askForLargePages(samples.data(), count * sizeof(float));
+    for (std::size_t done = 0; done < count; done = samples.size()) {
+      samples.resize(std::min(count, done + kStretch));
+      const auto stretch = std::span(samples).subspan(done);
+      if (!readSamples(device, stretch, order)) return false;
+      index.appended(samples, std::ssize(stretch));
+      addFinite(stretch, sum);
+    }
+    return true;
+  }
+};
 
 /// Reads header and footer of a file; `takeSamples` deals with what lies between them.
 template <typename TakeSamples>
@@ -158,23 +178,20 @@ Result<SacLocation> readAroundSamples(QIODevice& device, const QString& name, co
 template <typename TakeSamples>
 Result<std::shared_ptr<SacSeismogram>> readAround(QIODevice& device, const QString& name, const QString& path,
                                                   TakeSamples takeSamples) {
-  std::vector<float> samples;
+  TakenSamples taken;
   const Result<SacLocation> found = readAroundSamples(
-      device, name, [&](std::size_t count, QSysInfo::Endian order) { return takeSamples(count, order, samples); });
+      device, name, [&](std::size_t count, QSysInfo::Endian order) { return takeSamples(count, order, taken); });
   if (!found) return Error{found.error()};
-  return std::make_shared<SacSeismogram>(found->header, std::move(samples), path, found->footer);
+  return std::make_shared<SacSeismogram>(found->header, std::move(taken.samples), std::move(taken.index), taken.sum,
+                                         path, found->footer);
 }
 
 } // namespace
 
 Result<std::shared_ptr<SacSeismogram>> readSacBinary(QIODevice& device, const QString& name, const QString& path) {
-  return readAround(device, name, path,
-                    [&device](std::size_t count, QSysInfo::Endian order, std::vector<float>& samples) {
-                      samples.reserve(count);
-                      askForLargePages(samples.data(), count * sizeof(float));
-                      samples.resize(count);
-                      return readSamples(device, samples, order);
-                    });
+  return readAround(device, name, path, [&device](std::size_t count, QSysInfo::Endian order, TakenSamples& taken) {
+    return taken.take(device, count, order);
+  });
 }
 
 Result<SacLocation> locateSacBinary(QIODevice& device, const QString& name) {
@@ -184,9 +201,8 @@ Result<SacLocation> locateSacBinary(QIODevice& device, const QString& name) {
 }
 
 Result<SeismogramSummary> summarizeSacBinary(QIODevice& device, const QString& name, const QString& path) {
-  constexpr std::size_t kStretch = 1 << 18; // 1 MiB
   SeismogramSummary summary;
-  const auto sumUp = [&](std::size_t count, QSysInfo::Endian order, std::vector<float>&) {
+  const auto sumUp = [&](std::size_t count, QSysInfo::Endian order, TakenSamples&) {
     std::vector<float> stretch(std::min(count, kStretch));
     while (count > 0) {
       stretch.resize(std::min(count, kStretch));

@@ -1,0 +1,160 @@
+#include "XOV_Graphics/base/Numbers.h"
+#include "XOV_Graphics/seismic/SacSeismogram.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <thread>
+#include <vector>
+
+using namespace xov;
+
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+const std::vector<float> kPieceSamples{3, -7, std::numeric_limits<float>::quiet_NaN(), 11, 2, 2.5F};
+
+SacHeader channelOfPieces() {
+  SacHeader header;
+  setReferenceTime(header, QDateTime(QDate(2012, 5, 12), QTime(1, 2, 3), Qt::UTC));
+  header.knetwk = "XX";
+  header.kstnm = "MANY";
+  header.kcmpnm = "HHZ";
+  header.khole = "00";
+  header.kuser0 = "mine";
+  header.evla = 10;
+  header.evlo = 20;
+  header.evdp = 30;
+  header.stla = 11;
+  header.stlo = 22;
+  header.o = 1.5F;
+  header.a = 2.5F;
+  header.t3 = 3.5F;
+  header.kt3 = "pP";
+  header.depmen = 4;
+  return header;
+}
+
+std::shared_ptr<SacSeismogram> pieceOfChannel(double b, double delta) {
+  return std::make_shared<SacSeismogram>(std::make_shared<const SacHeader>(channelOfPieces()), b, delta,
+                                         kPieceSamples, nullptr, QStringLiteral("a"));
+}
+
+/// A trace with a header of its own, as it is made of a file's times.
+std::shared_ptr<SacSeismogram> traceOfItsOwn(double b, double delta) {
+  SacHeader header = channelOfPieces();
+  header.b = toSinglePrecision(b);
+  header.delta = toSinglePrecision(delta);
+  SacFooter precise = footerFromHeader(header);
+  precise.b = b;
+  precise.delta = delta;
+  return std::make_shared<SacSeismogram>(header, kPieceSamples, QStringLiteral("a"), precise);
+}
+
+template <typename Value>
+bool sameBytes(const Value& left, const Value& right) {
+  return std::memcmp(&left, &right, sizeof left) == 0;
+}
+
+/// What does not need a header.
+void expectSameTrace(const SacSeismogram& piece, const SacSeismogram& trace) {
+  ASSERT_EQ(piece.npts(), trace.npts());
+  EXPECT_EQ(std::memcmp(piece.GetSacSeis(), trace.GetSacSeis(), std::size_t(piece.npts()) * sizeof(float)), 0);
+  for (const auto value : {&SacSeismogram::b, &SacSeismogram::e, &SacSeismogram::delta, &SacSeismogram::a,
+                           &SacSeismogram::smin, &SacSeismogram::smax, &SacSeismogram::absMax, &SacSeismogram::pTime,
+                           &SacSeismogram::originTimeOffset, &SacSeismogram::evdp})
+    EXPECT_TRUE(sameBytes((piece.*value)(), (trace.*value)()));
+  EXPECT_EQ(piece.labelString(), trace.labelString());
+  EXPECT_EQ(piece.kuser0(), trace.kuser0());
+  EXPECT_EQ(piece.path(), trace.path());
+  EXPECT_EQ(piece.timePickKey(3), trace.timePickKey(3));
+  EXPECT_EQ(piece.pickLabelWithKey(3), trace.pickLabelWithKey(3));
+  EXPECT_EQ(piece.mySeisReferenceTime()->nsDate(), trace.mySeisReferenceTime()->nsDate());
+}
+
+/// What is made of one.
+void expectSameHeader(const SacSeismogram& piece, const SacSeismogram& trace) {
+  EXPECT_TRUE(sameBytes(*piece.GetSacHeader(), *trace.GetSacHeader()));
+  EXPECT_TRUE(sameBytes(piece.preciseValues(), trace.preciseValues()));
+  EXPECT_EQ(piece.gcarc(), trace.gcarc());
+  EXPECT_EQ(piece.azimuth(), trace.azimuth());
+  EXPECT_EQ(piece.flinnEngdahlString(), trace.flinnEngdahlString());
+  EXPECT_EQ(piece.oTimeString(), trace.oTimeString());
+}
+
+TEST(SacSeismogramPieces, areAsTracesWithHeadersOfTheirOwn) {
+  for (const double b : {0.0, 1234567.015625, -3.25, -12345.0, 1e39, -1e300, kInfinity}) {
+    for (const double delta : {0.01, 1.0 / 3, 0.0, -12345.0, 1e39, 1e300}) {
+      const auto piece = pieceOfChannel(b, delta);
+      const auto trace = traceOfItsOwn(b, delta);
+      SCOPED_TRACE(::testing::Message() << b << ' ' << delta);
+      expectSameTrace(*piece, *trace);
+      expectSameHeader(*piece, *trace);
+      expectSameTrace(*piece, *trace);
+    }
+  }
+}
+
+TEST(SacSeismogramPieces, changeAsTheyDo) {
+  SacHeader other = channelOfPieces();
+  other.delta = 2;
+  other.b = 5;
+  other.kstnm = "OTHER";
+  const std::function<void(SacSeismogram&)> changes[] = {
+      [](SacSeismogram& trace) { trace.rescaleSamples(1, 2); },
+      [](SacSeismogram& trace) { trace.rescaleSamples(0, -1); },
+      [](SacSeismogram& trace) { trace.keepSamples(1, 3); },
+      [&other](SacSeismogram& trace) { trace.setHeader(other, QStringLiteral("b")); },
+      [](SacSeismogram& trace) {
+        trace.samples()[1] = 90;
+        trace.ComputeExtrema();
+      },
+      [](SacSeismogram& trace) {
+        trace.setSamples({1, 2});
+      },
+      [](SacSeismogram& trace) { EXPECT_EQ(trace.takeSamples().size(), kPieceSamples.size()); },
+  };
+  for (const bool isAskedBefore : {false, true}) {
+    for (const auto& change : changes) {
+      SCOPED_TRACE(::testing::Message() << "change " << &change - changes << (isAskedBefore ? ", asked before" : ""));
+      const auto piece = pieceOfChannel(7, 0.5);
+      const auto trace = traceOfItsOwn(7, 0.5);
+      if (isAskedBefore) {
+        EXPECT_EQ(piece->GetSacHeader()->npts, 6);
+      }
+      change(*piece);
+      change(*trace);
+      expectSameTrace(*piece, *trace);
+      expectSameHeader(*piece, *trace);
+    }
+  }
+  EXPECT_EQ(kPieceSamples[1], -7) << "memory that others share stays as it is";
+}
+
+TEST(SacSeismogramPieces, haveOneHeaderWhoeverAsksForItFirst) {
+  for (int round = 0; round < 20; ++round) {
+    const auto piece = pieceOfChannel(7, 0.5);
+    const SacHeader* seen[2] = {};
+    std::thread first([&] { seen[0] = piece->GetSacHeader(); });
+    std::thread second([&] { seen[1] = piece->GetSacHeader(); });
+    first.join();
+    second.join();
+    EXPECT_EQ(seen[0], seen[1]);
+    EXPECT_EQ(seen[0]->npts, 6);
+  }
+}
+
+TEST(SacSeismogramPieces, keepTheMemoryOfTheirSamplesAsLongAsTheyUseIt) {
+  auto memory = std::make_shared<const std::vector<float>>(kPieceSamples);
+  const std::weak_ptr<const void> watched = memory;
+  SacSeismogram piece(std::make_shared<const SacHeader>(channelOfPieces()), 0, 1, *memory, memory, QString());
+  memory.reset();
+  EXPECT_FALSE(watched.expired());
+  EXPECT_EQ(piece.samples().size(), kPieceSamples.size()); // to be changed, of a copy
+  EXPECT_TRUE(watched.expired());
+}
+
+} // namespace
