@@ -58,27 +58,45 @@ struct Ink {
   }
 };
 
-/// The running sums of columns down to some row.
+/// A vector of columns down to some row. Rows that change nothing are as the one before, which most are inside a line's
+/// ink and beside it.
 template <class Vector>
-struct RunningSums {
+struct InkedLanes {
   using Words = WordsOf<Vector>;
+  enum class Look { Clear, Mixed, Solid };
+
   Words inked = {};   // in units of a row of a sub-column
   Words carried = {}; // the parts of the row before, which that row did not cover
+  Look look = Look::Clear;
+  typename Ink<Vector>::Share share = {}; // of a mixed look
 
-  /// True where a row changes nothing.
-  XOV_INLINE bool isAsBefore(const std::int32_t* changes) const {
-    Words row;
-    loadVector(changes, row);
-    return inNoLane((row | carried) != 0);
-  }
-  XOV_INLINE void addRow(std::int32_t* changes) {
+  XOV_INLINE void takeRow(const Ink<Vector>& ink, std::int32_t* changes, const Words& full, float scale) {
     constexpr int kAbove = 32 - kEdgeShift;
     Words row;
     loadVector(changes, row);
+    if (inNoLane((row | carried) != 0)) return;
     storeVector(Words{}, changes);
     const Words part = row << kAbove >> kAbove;
     inked += ((row - part) >> (kEdgeShift - kRowBits)) - part + carried;
     carried = part;
+    if (inNoLane(inked != 0)) {
+      look = Look::Clear;
+    } else if (ink.alpha == kFull && inNoLane(inked != full)) {
+      look = Look::Solid;
+    } else {
+      look = Look::Mixed;
+      ink.share(XOV_CONVERT(Words, XOV_CONVERT(Vector, inked) * scale + 0.5F), share);
+    }
+  }
+  XOV_INLINE void lay(const Ink<Vector>& ink, std::uint32_t* pixels) const {
+    if (look == Look::Solid) {
+      storeVector(ink.solid, pixels);
+    } else if (look == Look::Mixed) {
+      Words under;
+      loadVector(pixels, under);
+      Ink<Vector>::blend(share, under);
+      storeVector(under, pixels);
+    }
   }
 };
 
@@ -91,29 +109,15 @@ XOV_INLINE void layVectors(const Ink<Vector>& ink, std::int32_t* changes, int ro
   const Words full = Words{} + perColumn * kRowUnit;
   const float scale = float(kFull) / float(perColumn * kRowUnit);
   constexpr int kColumns = parts * kLanes<Vector>;
-  RunningSums<Vector> sums[parts];
-  typename Ink<Vector>::Share share = {};
+  InkedLanes<Vector> lanes[parts];
   for (int row = 0; row < rows; ++row, changes += kInkColumns, pixels += stride) {
     std::uint32_t few[kColumns]; // pixels that are fewer than the lanes
     std::uint32_t* const line = columns < kColumns ? few : pixels;
     if (line == few) std::copy_n(pixels, columns, few);
     XOV_PREFETCH(pixels + kRowsAhead * stride, 1);
     for (int part = 0; part < parts; ++part) {
-      const int lane = part * kLanes<Vector>;
-      const Words& inked = sums[part].inked;
-      // A few columns mostly lie inside a line's ink, where row after row is covered alike.
-      const bool isAsBefore = parts == 1 && row > 0 && sums[part].isAsBefore(changes);
-      if (!isAsBefore) sums[part].addRow(changes + lane);
-      if (inNoLane(inked != 0)) continue;
-      if (ink.alpha == kFull && inNoLane(inked != full)) {
-        storeVector(ink.solid, line + lane);
-        continue;
-      }
-      Words under;
-      loadVector(line + lane, under);
-      if (!isAsBefore) ink.share(XOV_CONVERT(Words, XOV_CONVERT(Vector, inked) * scale + 0.5F), share);
-      Ink<Vector>::blend(share, under);
-      storeVector(under, line + lane);
+      lanes[part].takeRow(ink, changes + part * kLanes<Vector>, full, scale);
+      lanes[part].lay(ink, line + part * kLanes<Vector>);
     }
     if (line == few) std::copy_n(few, columns, pixels);
   }
@@ -123,17 +127,17 @@ XOV_INLINE void layVectors(const Ink<Vector>& ink, std::int32_t* changes, int ro
 template <class Vector>
 XOV_INLINE void layInkWith(std::uint32_t color, std::uint32_t alpha, std::int32_t* changes, RowRange rows,
                            int perColumn, const InkedColumns& columns, std::uint32_t* pixels, std::ptrdiff_t stride) {
-  constexpr int kParts = kInkColumns / kLanes<Vector>, kWidth = kLanes<Vector>;
+  constexpr int kWidth = kLanes<Vector>;
   const Ink<Vector> ink(color, alpha);
-  const int first = columns.first / kWidth, last = (columns.last + kWidth - 1) / kWidth;
   changes += std::ptrdiff_t(rows.first) * kInkColumns;
   const int count = std::max(rows.last - rows.first, 0);
-  if (2 * (last - first) > kParts) {
-    layVectors<kParts>(ink, changes, count, perColumn, columns.all, pixels, stride);
+  if (2 * (columns.last - columns.first) > kInkColumns) {
+    layVectors<kInkColumns / kWidth>(ink, changes, count, perColumn, columns.all, pixels, stride);
     return;
   }
-  for (int part = first; part < last; ++part) {
-    const int lane = part * kWidth;
+  // From the first one with ink on, so that a few lie in one vector.
+  for (int first = columns.first; first < columns.last; first += kWidth) {
+    const int lane = std::min(first, kInkColumns - kWidth);
     layVectors<1>(ink, changes + lane, count, perColumn, std::min(columns.all - lane, kWidth), pixels + lane, stride);
   }
 }
