@@ -129,14 +129,15 @@ XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts
       acrossLanes(high, greater, highest + k);
       continue;
     }
-    for (int b = 0; b < count; ++b) {
-      lowest[k + b] = low[b][0];
-      highest[k + b] = high[b][0];
-      for (int lane = 1; lane < kGroup; ++lane) {
-        lowest[k + b] = std::min(lowest[k + b], low[b][lane]);
-        highest[k + b] = std::max(highest[k + b], high[b][lane]);
-      }
+    for (int b = count; b < kGroup; ++b) {
+      low[b] = low[0];
+      high[b] = high[0];
     }
+    float lowestOfAll[kGroup], highestOfAll[kGroup];
+    acrossLanes(low, smaller, lowestOfAll);
+    acrossLanes(high, greater, highestOfAll);
+    std::copy_n(lowestOfAll, count, lowest + k);
+    std::copy_n(highestOfAll, count, highest + k);
   }
 }
 

@@ -67,8 +67,14 @@ TraceTimeline::TraceTimeline(const Trace& trace) : time_(trace.time) {
   }
   if (last_ <= first_) {
     last_ = first_;
+    hasOnePiece_ = false;
     pieces_.clear();
   }
+}
+
+void TraceTimeline::setOnePiece(double start, double step) {
+  hasOnePiece_ = true;
+  onePiece_ = {first_, last_ - first_, start, step};
 }
 
 void TraceTimeline::setUniform() {
@@ -88,16 +94,17 @@ void TraceTimeline::setUniform() {
     }
     return low;
   };
-  constexpr float kInfinity = std::numeric_limits<float>::infinity();
-  const float before = time_.step < 0 ? kInfinity : -kInfinity;
-  const std::int64_t begin = boundary([before](float t) { return t == before; });
-  const std::int64_t end = boundary([before](float t) { return t != -before; });
-  first_ = begin;
-  last_ = end;
-  if (last_ <= first_) return;
+  if (!std::isfinite(uniformTime(time_, first_)) || !std::isfinite(uniformTime(time_, last_ - 1))) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const float before = time_.step < 0 ? kInfinity : -kInfinity;
+    const std::int64_t begin = boundary([before](float t) { return t == before; });
+    const std::int64_t end = boundary([before](float t) { return t != -before; });
+    first_ = begin;
+    last_ = end;
+    if (last_ <= first_) return;
+  }
   decreases_ = uniformTime(time_, last_ - 1) < uniformTime(time_, first_);
-  pieces_.push_back(
-      {first_, last_ - first_, double(time_.start) + double(time_.step) * double(first_), double(time_.step)});
+  setOnePiece(double(time_.start) + double(time_.step) * double(first_), double(time_.step));
 }
 
 void TraceTimeline::setEven() {
@@ -106,7 +113,7 @@ void TraceTimeline::setEven() {
     return;
   }
   decreases_ = time_.step < 0 && last_ - first_ > 1;
-  pieces_.push_back({first_, last_ - first_, evenTime(time_, first_), double(time_.step)});
+  setOnePiece(evenTime(time_, first_), double(time_.step));
 }
 
 void TraceTimeline::setAccumulated() {
@@ -158,6 +165,7 @@ void TraceTimeline::setExplicit() {
 }
 
 std::size_t TraceTimeline::pieceAt(std::int64_t i) const {
+  if (hasOnePiece_) return 0;
   const auto after = std::upper_bound(pieces_.begin(), pieces_.end(), i,
                                       [](std::int64_t index, const TimePiece& piece) { return index < piece.first; });
   return static_cast<std::size_t>(after - pieces_.begin()) - 1;
@@ -201,7 +209,7 @@ double TraceTimeline::pieceError(float origin, std::int64_t a, std::int64_t b) c
 double TraceTimeline::distanceFrom(const TraceTime& even) const {
   double farthest = 0;
   // Along a piece the distance grows or shrinks evenly: its ends are the farthest.
-  for (const TimePiece& piece : pieces_) {
+  for (const TimePiece& piece : pieces()) {
     const std::int64_t last = piece.first + piece.count - 1;
     const double end = piece.start + double(piece.count - 1) * piece.step;
     farthest = std::max(

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/platform/Trace.h"
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace xov {
@@ -41,7 +42,9 @@ public:
 
   /// The straight pieces, in order and without gaps between them; none for explicit times. A uniform or even time is
   /// one piece, which its times since an origin follow within pieceError().
-  const std::vector<TimePiece>& pieces() const { return pieces_; }
+  std::span<const TimePiece> pieces() const {
+    return hasOnePiece_ ? std::span(&onePiece_, 1) : std::span<const TimePiece>(pieces_);
+  }
   /// The index into pieces() of the piece that holds sample i.
   std::size_t pieceAt(std::int64_t i) const;
   /// How far, at most, the times of samples a <= i <= b since an origin are from their pieces. Infinite where one of
@@ -52,6 +55,7 @@ public:
   double distanceFrom(const TraceTime& even) const;
 
 private:
+  void setOnePiece(double start, double step);
   void setUniform();
   void setEven();
   void setAccumulated();
@@ -62,7 +66,9 @@ private:
   std::int64_t last_ = 0;
   bool decreases_ = false;
   bool hasGaps_ = false;
-  std::vector<TimePiece> pieces_;
+  bool hasOnePiece_ = false;
+  TimePiece onePiece_;
+  std::vector<TimePiece> pieces_; // more than one
 };
 
 } // namespace xov

@@ -32,7 +32,7 @@ void TraceBorders::find(const TraceCurve& curve, const TraceStrip& strip) {
     if (!cutTogether(curve, strip)) cutOneByOne(curve, strip);
     return;
   }
-  const std::vector<TimePiece>& pieces = projection.pieces();
+  const std::span<const TimePiece> pieces = projection.pieces();
   int next = 1;
   for (std::size_t p = projection.pieceAt(samples.begin); next < curve.blocks && p < pieces.size(); ++p) {
     const TimePiece& piece = pieces[p];

@@ -29,7 +29,8 @@ void TraceCoverage::take(const TraceLayers& layers) {
   for (int layer = 0; layer < layers.count(); ++layer) {
     order_.push_back({layers.low(layer), layers.high(layer), layers.place(layer)});
   }
-  std::stable_sort(order_.begin(), order_.end(), [](const Layer& a, const Layer& b) { return a.place < b.place; });
+  if (order_.size() > 1) // which would take memory for it
+    std::stable_sort(order_.begin(), order_.end(), [](const Layer& a, const Layer& b) { return a.place < b.place; });
   lows_.clear();
   highs_.clear();
   for (const Layer& layer : order_) {

@@ -58,8 +58,8 @@ struct Ink {
   }
 };
 
-/// A vector of columns down to some row. Rows that change nothing are as the one before, which most are inside a line's
-/// ink and beside it.
+/// A vector of columns down to some row. Rows that change nothing are as the one before, which most are inside a
+/// line's ink and beside it.
 template <class Vector>
 struct InkedLanes {
   using Words = WordsOf<Vector>;

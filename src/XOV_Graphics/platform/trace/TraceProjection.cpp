@@ -75,6 +75,8 @@ double TraceProjection::columnOfTime(double t) const {
 
 std::int64_t TraceProjection::firstAtOrAfter(double wanted) const {
   std::int64_t low = first_, high = last_;
+  if (low >= high || column(low) >= wanted) return low;
+  if (column(high - 1) < wanted) return high;
   // The straight pieces point close to the place; a few looks left and right of it then bracket it.
   if (!pieces().empty() && columnScale_ > 0 && high > low) {
     const double t = (wanted - columnOffset_) / columnScale_ + double(trace_.tOrigin);

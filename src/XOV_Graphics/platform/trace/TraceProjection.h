@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 
 namespace xov {
 
@@ -62,7 +63,7 @@ public:
   std::int64_t firstAtOrAfter(double wanted) const;
 
   /// The straight pieces that columns follow, see TraceTimeline.
-  const std::vector<TimePiece>& pieces() const { return timeline_.pieces(); }
+  std::span<const TimePiece> pieces() const { return timeline_.pieces(); }
   std::size_t pieceAt(std::int64_t i) const { return timeline_.pieceAt(i); }
   /// The column of time t without the rounding of t - tOrigin.
   double columnOfTime(double t) const;

@@ -106,6 +106,62 @@ XOV_INLINE void addRoundInkWith(const RoundInk& round, int begin, int end, float
 XOV_VECTOR8_FUNCTION(void, addRoundInk, (const RoundInk& round, int begin, int end, float* low, float* high),
                      (round, begin, end, low, high))
 
+/// A segment with butt ends.
+struct ButtInk {
+  TracePoint from;
+  double along, up; // its direction, in columns and rows
+  double length, radius;
+  double subWidth;
+  double lowest, highest; // rows from its start beyond which no ink is wanted
+};
+
+/// Finds the ink of as many sub-columns as a vector of double precision has lanes, in rows from the segment's start;
+/// nothing where low >= high.
+template <class Vector>
+XOV_INLINE void findButtLanes(const ButtInk& butt, const Vector& middles, int first, Vector& low, Vector& high) {
+  const Vector right = (middles + double(first)) * butt.subWidth - butt.from.x;
+  low = Vector{} + butt.lowest;
+  high = Vector{} + butt.highest;
+  if (butt.along > kNoSlope) { // between the two long sides
+    keepGreater(low, (right * butt.up - butt.radius) / butt.along);
+    keepSmaller(high, (right * butt.up + butt.radius) / butt.along);
+  } else {
+    const Vector aside = right * butt.up;
+    high = XOV_CHOOSE((aside > butt.radius) | (aside < -butt.radius), low, high);
+  }
+  const Vector done = right * butt.along;
+  if (std::abs(butt.up) > kNoSlope) { // between the two ends
+    Vector upper = -done / butt.up, lower = (butt.length - done) / butt.up;
+    const Vector atStart = upper;
+    keepSmaller(upper, lower);
+    keepGreater(lower, atStart);
+    keepGreater(low, upper);
+    keepSmaller(high, lower);
+  } else {
+    high = XOV_CHOOSE((done < 0.0) | (done > butt.length), low, high);
+  }
+}
+
+template <class Vector>
+XOV_INLINE void addButtInkWith(const ButtInk& butt, int begin, int end, float* low, float* high) {
+  constexpr int kWidth = kLanes<Vector> / 2;
+  using Doubles = typename LanesWith<double, kWidth>::Vector;
+  Doubles middles, from, to;
+  for (int lane = 0; lane < kWidth; ++lane)
+    middles[lane] = lane + 0.5;
+  for (int first = begin; first < end; first += kWidth) {
+    findButtLanes(butt, middles, first, from, to);
+    for (int lane = 0; lane < std::min(kWidth, end - first); ++lane) {
+      if (from[lane] < to[lane])
+        InkRows{low, high}.include(first + lane, static_cast<float>(butt.from.y + from[lane]),
+                                   static_cast<float>(butt.from.y + to[lane]));
+    }
+  }
+}
+
+XOV_VECTOR8_FUNCTION(void, addButtInk, (const ButtInk& butt, int begin, int end, float* low, float* high),
+                     (butt, begin, end, low, high))
+
 /// The sub-columns whose middles lie between two columns.
 Span middlesBetween(double left, double right, const TraceStrip& strip, const InkRows& ink) {
   const double first = std::ceil(left * strip.perColumn - 0.5);
@@ -144,26 +200,10 @@ void addButtSegment(TracePoint from, TracePoint to, const TraceStrip& strip, con
   const double length = std::hypot(to.x - from.x, to.y - from.y);
   if (!(length > 0)) return;
   const Span span = middlesBetween(from.x - strip.radius, to.x + strip.radius, strip, ink);
-  const double along = (to.x - from.x) / length, up = (to.y - from.y) / length;
   const double farRow = strip.rows + 2 * strip.radius + kCutMargin;
-  for (int j = span.begin; j < span.end; ++j) {
-    const double right = (j + 0.5) * strip.subWidth() - from.x;
-    double low = -farRow - from.y, high = farRow - from.y;
-    if (along > kNoSlope) { // between the two long sides
-      low = std::max(low, (right * up - strip.radius) / along);
-      high = std::min(high, (right * up + strip.radius) / along);
-    } else if (std::abs(right * up) > strip.radius) {
-      continue;
-    }
-    if (std::abs(up) > kNoSlope) { // between the two ends
-      const double atStart = -right * along / up, atEnd = (length - right * along) / up;
-      low = std::max(low, std::min(atStart, atEnd));
-      high = std::min(high, std::max(atStart, atEnd));
-    } else if (right * along < 0 || right * along > length) {
-      continue;
-    }
-    if (low < high) ink.include(j, static_cast<float>(from.y + low), static_cast<float>(from.y + high));
-  }
+  addButtInk({from, (to.x - from.x) / length, (to.y - from.y) / length, length, strip.radius, strip.subWidth(),
+              -farRow - from.y, farRow - from.y},
+             span.begin, span.end, ink.low, ink.high);
 }
 
 } // namespace xov
