@@ -152,6 +152,19 @@ void GraphicsContext::onPatches(const Patches& patches) {
   }
 }
 
+void GraphicsContext::strokeTraces(const TraceStrokes& strokes) {
+  if (!strokes.isEmpty()) onTraceStrokes(strokes);
+}
+
+void GraphicsContext::onTraceStrokes(const TraceStrokes& strokes) {
+  const QColor before = state().strokeColor;
+  for (std::size_t i = 0; i < strokes.count(); ++i) {
+    setStrokeColor(strokes.color(i));
+    strokePath(strokes.path(i));
+  }
+  setStrokeColor(before);
+}
+
 void GraphicsContext::drawSymbols(const Symbols& symbols) {
   if (!symbols.isEmpty()) onSymbols(symbols);
 }

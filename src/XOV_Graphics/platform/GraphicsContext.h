@@ -5,6 +5,7 @@
 #include "XOV_Graphics/platform/Path.h"
 #include "XOV_Graphics/platform/Symbols.h"
 #include "XOV_Graphics/platform/TextAttributes.h"
+#include "XOV_Graphics/platform/TraceStrokes.h"
 
 #include <QColor>
 #include <QImage>
@@ -103,6 +104,8 @@ public:
   void fillRect(const QRectF& rect);
   /// Fills each patch in its own colour.
   void fillPatches(const Patches& patches);
+  /// Strokes traces one after the other, in the strokes' own colours.
+  void strokeTraces(const TraceStrokes& strokes);
   /// Fills and strokes each symbol, one after the other, in the symbols' own colours.
   void drawSymbols(const Symbols& symbols);
   /// Draws text, one line below the other at line feeds, with the lower left corner of its box at `position`.
@@ -138,6 +141,8 @@ protected:
   virtual void onFill(const Path&) {}
   /// Fills the patches as paths one by one; overridden where there is a faster way.
   virtual void onPatches(const Patches& patches);
+  /// Strokes a path for each stroke of traces; overridden where there is a faster way to the same picture.
+  virtual void onTraceStrokes(const TraceStrokes& strokes);
   /// Fills and strokes the circles one by one; overridden where there is a faster way to the same picture.
   virtual void onSymbols(const Symbols& symbols);
   /// Draws a text with the lower left corner of its box at a point.

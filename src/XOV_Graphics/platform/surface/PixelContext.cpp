@@ -112,14 +112,16 @@ void PixelContext::onStroke(const Path& path) {
   clearOnce();
   if (path.shape().elementCount() > 0 && !strokeCrisp(path)) strokeShape(path);
   if (path.traces().empty()) return;
-  const auto stroke = [&](std::span<const Trace> traces, auto&& rasteriser) {
+  using Rasteriser =
+      bool(const PixelTarget&, std::span<const Trace>, const QTransform&, const QRect&, double, const QColor&);
+  const auto stroke = [&](std::span<const Trace> traces, Rasteriser* rasteriser) {
     return drawUnderClip([&](const PixelTarget& pixels, const QRect& clip) {
       return rasteriser(pixels, traces, toDevice(), clip, path.lineWidth(), state().strokeColor);
     });
   };
-  if (stroke(path.traces(), strokeTraces)) return;
+  if (stroke(path.traces(), xov::strokeTraces)) return;
   const auto stretches = TraceStretches::of(path.traces());
-  if (stretches && stroke(stretches->traces(), strokeTraces)) return;
+  if (stretches && stroke(stretches->traces(), xov::strokeTraces)) return;
   if (!stroke(path.traces(), strokeTangledTraces)) strokeTracesPointByPoint(path);
 }
 
@@ -230,6 +232,21 @@ void PixelContext::onPatches(const Patches& patches) {
     xov::fillPatches(pixels, patches, toDevice(), clip);
     return true;
   });
+}
+
+// Under a clip that is no rectangle each stroke goes onto a layer of its own.
+void PixelContext::onTraceStrokes(const TraceStrokes& strokes) {
+  if (!state().clipIsRect || !strokes.color(0).isValid()) return GraphicsContext::onTraceStrokes(strokes);
+  clearOnce();
+  const QColor before = state().strokeColor;
+  drawUnderClip([&](const PixelTarget& pixels, const QRect& clip) {
+    xov::strokeTraces(pixels, strokes, toDevice(), clip, [&](std::size_t stroke) {
+      setStrokeColor(strokes.color(stroke));
+      onStroke(strokes.path(stroke));
+    });
+    return true;
+  });
+  setStrokeColor(before);
 }
 
 void PixelContext::onSymbols(const Symbols& symbols) {

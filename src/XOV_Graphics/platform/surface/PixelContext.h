@@ -28,6 +28,7 @@ protected:
   void onStroke(const Path& path) override;
   void onFill(const Path& path) override;
   void onPatches(const Patches& patches) override;
+  void onTraceStrokes(const TraceStrokes& strokes) override;
   void onSymbols(const Symbols& symbols) override;
   void onText(const QString& text, QPointF position, const TextAttributes& attributes) override;
   void onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,

@@ -1,12 +1,15 @@
 #pragma once
 
 #include "XOV_Graphics/platform/Trace.h"
+#include "XOV_Graphics/platform/TraceStrokes.h"
 #include "XOV_Graphics/platform/trace/RowPairs.h"
 
 #include <QColor>
 #include <QRect>
 #include <QTransform>
 
+#include <cstddef>
+#include <functional>
 #include <span>
 
 namespace xov {
@@ -30,6 +33,11 @@ struct PixelTarget {
 /// One pass over the samples; working memory is bounded by the picture's size.
 bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, const QTransform& viewToDevice,
                   const QRect& clip, double lineWidth, const QColor& color);
+
+/// The same of strokes one after the other, later ones over earlier ones; what they have in common is settled once.
+/// Where one does not fit, `drawOtherwise` is called with its number, in its turn.
+void strokeTraces(const PixelTarget& target, const TraceStrokes& strokes, const QTransform& viewToDevice,
+                  const QRect& clip, const std::function<void(std::size_t)>& drawOtherwise);
 
 /// Fills what traces enclose as ONE path, each unbroken line of them closed from its last sample to its first,
 /// however far outside `clip` these lie: windings add up over all of them, and the colour is blended once.

@@ -53,19 +53,30 @@ double coveredOfColumn(const QRectF& column, const Trace& trace) {
 
 } // namespace
 
-void strokeTraces(std::span<const DrawnTrace> traces, double lineWidth) {
-  std::vector<std::pair<QColor, Path>> paths;
+void addStrokes(TraceStrokes& strokes, std::span<const DrawnTrace> traces) {
+  std::vector<QColor> colors;
   for (const DrawnTrace& drawn : traces) {
-    auto path = std::ranges::find(paths, drawn.color, &std::pair<QColor, Path>::first);
-    if (path == paths.end()) path = paths.insert(path, {drawn.color, Path()});
-    path->second.appendTrace(drawn.trace);
+    if (std::ranges::find(colors, drawn.color) == colors.end()) colors.push_back(drawn.color);
   }
+  for (const QColor& color : colors) {
+    strokes.begin(color);
+    for (const DrawnTrace& drawn : traces) {
+      if (drawn.color == color) strokes.addTrace(drawn.trace);
+    }
+  }
+}
+
+void drawStrokes(const TraceStrokes& strokes) {
+  if (strokes.isEmpty()) return;
   GraphicsContext& context = GraphicsContext::current();
-  for (auto& [color, path] : paths) {
-    path.setLineWidth(lineWidth);
-    context.setColor(color);
-    context.strokePath(path);
-  }
+  context.strokeTraces(strokes);
+  context.setColor(strokes.color(strokes.count() - 1));
+}
+
+void strokeTraces(std::span<const DrawnTrace> traces, double lineWidth) {
+  TraceStrokes strokes(lineWidth);
+  addStrokes(strokes, traces);
+  drawStrokes(strokes);
 }
 
 double coveredByTraces(const QRectF& box, std::span<const DrawnTrace> traces) {

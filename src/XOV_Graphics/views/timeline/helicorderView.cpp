@@ -145,18 +145,20 @@ void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
   const HelicorderPage page = this->page();
   const auto scale = amplitudeScale(shownGainFactor(), page.rowHeight(), maxAmplitude_);
   if (!scale || !page.holdsTraces()) return;
-  std::vector<DrawnTrace> held;
+  TraceStrokes strokes(lineWidth_);
+  std::vector<DrawnTrace> rows, held;
   for (std::size_t k = 0; k < pieces.size(); ++k) {
     const SeismogramRecord* const piece = pieces[k].get();
     if (piece == nullptr) continue;
-    std::vector<DrawnTrace> rows;
+    rows.clear();
     for (const Trace& trace : tracesOf(*piece, offset, *scale)) {
       const double row = std::round(double(trace.tOrigin) / double(rowDuration_));
       rows.push_back({trace, rowColor(page, row, k % 2 == 1 ? colors::red : colors::black)});
     }
-    strokeTraces(rows, lineWidth_);
+    addStrokes(strokes, rows);
     if (!rows.empty() && rows.front().trace.clampHigh) held.insert(held.end(), rows.begin(), rows.end());
   }
+  drawStrokes(strokes);
   drawClipMarks(held);
 }
 

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "XOV_Graphics/platform/trace/TraceFineness.h"
+#include "XOV_Graphics/platform/trace/TraceLayers.h"
+#include "XOV_Graphics/platform/trace/TraceStrips.h"
+
+#include <optional>
+
+namespace xov {
+
+/// Strokes of one pen on a picture, one after the other. What they have in common is settled once, and the memory
+/// that a stroke is worked out in serves the next one, too.
+class StrokeRaster {
+public:
+  StrokeRaster(const PixelTarget& target, const QTransform& viewToDevice, const QRect& clip, double lineWidth);
+
+  /// The strips of a stroke: `count` of them, all `width` columns wide but the last one, from column `left` on. None
+  /// where nothing shows.
+  struct Strips {
+    int left = 0;
+    int width = 0;
+    int count = 0;
+  };
+  /// How wide they are for a stroke of few traces.
+  int widestStrip() const;
+
+  /// Takes a stroke. False when it does not fit: see strokeTraces().
+  bool take(std::span<const Trace> traces, const QColor& color);
+  /// Of the stroke that was taken.
+  Strips strips() const;
+  /// Draws it, in strips on several threads.
+  void draw();
+  /// Draws one strip of it and leaves the others away. The first one settles the fineness of all, so there should be
+  /// few.
+  void drawStrip(int number);
+
+private:
+  /// What a strip is worked out in.
+  struct Room {
+    explicit Room(int rows) : coverage(rows) {}
+    TraceLayers layers;
+    TraceCoverage coverage;
+  };
+
+  void findInk(Room& room, TraceStrip& strip, TraceFineness& fineness) const;
+  void layInk(Room& room, TraceStrip& strip) const;
+  Room& room();
+
+  PixelTarget target_;
+  QTransform viewToDevice_;
+  QRect visible_;
+  double radius_ = 0;
+  bool fits_ = false;
+
+  std::vector<TraceProjection> projections_; // of a stroke
+  TraceInk ink_{Qt::black};
+  std::optional<TraceFineness> fineness_;
+  InkExtent extent_;
+  TraceStrip first_;
+  int columns_ = 0;
+  std::optional<Room> room_;
+};
+
+} // namespace xov
