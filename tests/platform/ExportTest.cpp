@@ -119,5 +119,19 @@ TEST(PlanarBitmap, sizesThatCannotBeHaveNoPixels) {
   EXPECT_TRUE(PlanarBitmap().toImage().isNull());
 }
 
+TEST(PlanarBitmap, isOpaqueWithoutItsAlphaPlane) {
+  PlanarBitmap bitmap(3, 2);
+  bitmap.plane(0)[2] = 10; // row 0, column 2
+  bitmap.plane(1)[3] = 20; // row 1, column 0
+  bitmap.plane(2)[4] = 30; // row 1, column 1
+  const QImage image = bitmap.toOpaqueImage();
+  EXPECT_EQ(image.size(), QSize(3, 2));
+  EXPECT_EQ(image.pixel(2, 0), qRgb(10, 0, 0));
+  EXPECT_EQ(image.pixel(0, 1), qRgb(0, 20, 0));
+  EXPECT_EQ(image.pixel(1, 1), qRgb(0, 0, 30));
+  EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 0));
+  EXPECT_TRUE(PlanarBitmap().toOpaqueImage().isNull());
+}
+
 } // namespace
 } // namespace xov

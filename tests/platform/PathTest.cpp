@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace xov {
 namespace {
@@ -169,6 +170,29 @@ TEST(Path, aTraceThatIsTurnedBecomesLines) {
   const Path turned = path.transformed(QTransform(0, 1, -1, 0, 0, 0)); // 90 degrees: (x, y) to (−y, x)
   EXPECT_TRUE(turned.traces().empty());
   EXPECT_EQ(turned.polylines().at(0), QPolygonF({{-1, 0}, {-2, 1}}));
+}
+
+TEST(Path, aCurveBeginsAtThePenOrWithoutOneAtItsFirstControlPoint) {
+  Path path;
+  path.moveTo({0, 0});
+  path.curveTo({0, 10}, {10, 10}, {10, 0});
+  // Halfway a cubic curve is at an eighth of its ends and three eighths of its control points.
+  EXPECT_NEAR(path.shape().pointAtPercent(0.5).x(), 5, 1e-9);
+  EXPECT_NEAR(path.shape().pointAtPercent(0.5).y(), 7.5, 1e-9);
+  Path without;
+  without.curveTo({0, 10}, {10, 10}, {10, 0});
+  EXPECT_EQ(QPointF(without.shape().elementAt(0)), QPointF(0, 10));
+  EXPECT_EQ(without.shape().currentPosition(), QPointF(10, 0));
+}
+
+TEST(Path, aCurveWithAPointThatIsNotFiniteIsNotDrawn) {
+  const QPointF sound(1, 2), odd(kNaN, 0);
+  for (const auto& [a, b, c] :
+       {std::tuple(odd, sound, sound), std::tuple(sound, odd, sound), std::tuple(sound, sound, odd)}) {
+    Path path;
+    path.curveTo(a, b, c);
+    EXPECT_TRUE(path.isEmpty());
+  }
 }
 
 } // namespace

@@ -215,5 +215,41 @@ TEST(RecordingContext, drawnAgainItGivesTheSamePicture) {
   EXPECT_EQ(differingPixels(direct, again), 0);
 }
 
+TEST(RecordingContext, spellsOutCapsAndPictures) {
+  RecordingContext recording;
+  Path line;
+  line.moveTo({0, 0});
+  line.lineTo({2, 0});
+  line.setLineCap(Path::Cap::Square);
+  recording.strokePath(line);
+  QImage picture(4, 3, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  recording.drawImage(picture, {10, 20, 40, 30}, {1, 0, 2, 3}, 0.5);
+  EXPECT_EQ(recording.toText(), QStringLiteral("stroke #000000 w=1 cap=square (0,0)-(2,0)\n"
+                                               "image 4x3 part [1,0 2x3] at [10,20 40x30] fraction=0.5\n"));
+}
+
+TEST(RecordingContext, turnedLobesAreTheirOutlinesAndEnclosedTracesStay) {
+  // 0, 2, 0, -2, 0 at x 0 … 4: one lobe above the level, from 0 to 2.
+  const std::vector<float> samples{0, 2, 0, -2, 0};
+  Trace lobes;
+  lobes.samples = samples.data();
+  lobes.last = 5;
+  lobes.time = TraceTime::even(0, 1);
+  lobes.area = TraceArea::AboveLevel;
+  Trace enclosed = lobes;
+  enclosed.area = TraceArea::Enclosed;
+  Path path;
+  path.appendTrace(lobes);
+  path.appendTrace(enclosed);
+  RecordingContext recording;
+  recording.concat(QTransform().rotate(90)); // (x, y) goes to (-y, x)
+  recording.fillPath(path);
+  const std::vector<QPolygonF> lines = recording.fills().front().path.polylines();
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].boundingRect(), QRectF(-2, 0, 2, 2)) << "the lobe, without what is below its level";
+  EXPECT_EQ(lines[1].boundingRect(), QRectF(-2, 0, 4, 4)) << "the whole line";
+}
+
 } // namespace
 } // namespace xov

@@ -210,6 +210,16 @@ void movePointer(View& view, QPointF at) {
   QCoreApplication::sendEvent(&view, &move);
 }
 
+TEST(View, theCursorOfARectangleGoesWithThePointer) {
+  View view(QRectF(0, 0, 100, 100));
+  view.addCursorRect({20, 20, 60, 60}, Qt::CrossCursor);
+  movePointer(view, {50, 50});
+  EXPECT_EQ(view.cursor().shape(), Qt::CrossCursor);
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&view, &leave);
+  EXPECT_EQ(view.cursor().shape(), Qt::ArrowCursor);
+}
+
 TEST(View, aCursorOfTheHostGoesBeforeThoseOfRectangles) {
   QWidget window;
   View view({0, 0, 100, 100}, &window);

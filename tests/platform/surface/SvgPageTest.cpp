@@ -268,5 +268,14 @@ TEST(SvgPage, theSameDrawingGivesTheSameBytes) {
   EXPECT_EQ(svgPage(kPage, draw), svgPage(kPage, draw));
 }
 
+TEST(SvgPath, curvesAreStepsFromTheirBeginning) {
+  QPainterPath path({10, 20});
+  path.cubicTo({11, 22}, {13, 24}, {15, 26});
+  path.cubicTo({11, 22}, {13, 24}, {10, 20});
+  path.moveTo(0, 0);
+  path.lineTo(1, 1);
+  EXPECT_EQ(svgPathData(path, QTransform(), 2), "M10 20c1 2 3 4 5 6c-4 -4 -2 -2 -5 -6zM0 0l1 1");
+}
+
 } // namespace
 } // namespace xov

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/seismic/prepare/RecordCopy.h"
 #include "XOV_Graphics/seismic/realtime/RealTimeSeismogram.h"
 #include "tests/seismic/SeismogramTexts.h"
+#include "tests/support/FakeRecord.h"
 #include "tests/support/TestRecords.h"
 
 #include <gtest/gtest.h>
@@ -209,6 +210,30 @@ TEST(WindowOf, tellsInOneLineWhatTheRecordHas) {
             "II.TLY..BHZ: found no reference time, expected one for times in UTC");
   EXPECT_EQ(windowOf(makeRecord({.count = 0}), -kOpen, 5).error().toStdString(),
             "II.TLY..BHZ: found a record without samples, expected some from the begin to 5 s");
+}
+
+TEST(RecordWindow, isOfTheStationAndEventOfTheRecord) {
+  auto record = std::make_shared<testing::FakeRecord>(Floats{0, 1, 2, 3});
+  record->station = QStringLiteral("TLY");
+  record->user = QStringLiteral("raw");
+  record->distanceDeg = 30;
+  record->azimuthDeg = 45;
+  record->backAzimuthDeg = 220;
+  record->depthKm = 24;
+  record->region = QStringLiteral("HONSHU");
+  record->geographicRegion = QStringLiteral("JAPAN");
+  record->originTime = QStringLiteral("2011/03/11 05:46:23.7");
+  const RecordWindow window(record, 1, 2);
+  EXPECT_EQ(window.npts(), 2);
+  EXPECT_EQ(window.kstnm(), "TLY");
+  EXPECT_EQ(window.kuser0(), "raw");
+  EXPECT_EQ(window.gcarc(), 30);
+  EXPECT_EQ(window.azimuth(), 45);
+  EXPECT_EQ(window.backazimuth(), 220);
+  EXPECT_EQ(window.evdp(), 24);
+  EXPECT_EQ(window.flinnEngdahlString(), "HONSHU");
+  EXPECT_EQ(window.flinnEngdahlGeographicRegion(), "JAPAN");
+  EXPECT_EQ(window.oTimeString(), "2011/03/11 05:46:23.7");
 }
 
 } // namespace

@@ -44,6 +44,31 @@ TEST(RealTimeSeismogram, hasNoSamplesAtFirst) {
   EXPECT_EQ(record.pickLabelWithKey(3), QStringLiteral("-12345"));
 }
 
+TEST(RealTimeSeismogram, knowsItsStationAndPlaceButNoEventsTimesAndPicks) {
+  SacHeader header = channel("A");
+  header.kuser0 = "raw";
+  header.gcarc = 30;
+  header.az = 45;
+  header.baz = 220;
+  header.evdp = 24;
+  header.o = -60;
+  header.a = 12;
+  header.t0 = 17;
+  const RealTimeSeismogram record(header, 60);
+  EXPECT_EQ(record.kuser0(), "raw");
+  EXPECT_EQ(record.gcarc(), 30);
+  EXPECT_EQ(record.azimuth(), 45);
+  EXPECT_EQ(record.backazimuth(), 220);
+  EXPECT_EQ(record.evdp(), 24);
+  // Their axis is another one than that of the header's times.
+  EXPECT_EQ(record.originTimeOffset(), kUndefinedValue);
+  EXPECT_EQ(record.a(), kUndefinedValue);
+  for (int key = 0; key <= 11; ++key)
+    EXPECT_EQ(record.timePickKey(key), kUndefinedValue) << key;
+  EXPECT_EQ(record.oTimeString(), "");
+  EXPECT_EQ(record.path(), "");
+}
+
 TEST(RealTimeSeismogram, indexesWhatArrivesAndAnswersWithItsExtremes) {
   RealTimeSeismogram record(channel("A"), 6);
   record.append(seconds(utc(10, 0, 0)), 0.01, Floats(400, 1));

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QContextMenuEvent>
 #include <QCursor>
+#include <QMenu>
 #include <QTest>
 
 #include <new>
@@ -255,6 +257,18 @@ TEST_F(Interaction, theCrosshairCoversTheOuterRectangle) {
   QTest::mouseMove(&view, {5, 5});
   QTest::qWait(1);
   EXPECT_EQ(view.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(Interaction, theMenuOpensWhereTheRightButtonIsPressedAndInTheMiddleForAKey) {
+  QContextMenuEvent byMouse(QContextMenuEvent::Mouse, {20, 30}, view.mapToGlobal(QPoint(20, 30)));
+  QCoreApplication::sendEvent(&view, &byMouse);
+  EXPECT_TRUE(view.contextualMenu()->isVisible());
+  EXPECT_EQ(view.contextualMenu()->pos(), view.mapToGlobal(QPoint(20, 30)));
+  view.contextualMenu()->close();
+  QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {20, 30}, view.mapToGlobal(QPoint(20, 30)));
+  QCoreApplication::sendEvent(&view, &byKey);
+  EXPECT_EQ(view.contextualMenu()->pos(), view.mapToGlobal(view.rect().center()));
+  view.contextualMenu()->close();
 }
 
 } // namespace

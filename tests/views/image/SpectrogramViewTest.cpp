@@ -172,5 +172,20 @@ TEST_F(SpectrogramViewTest, withoutRecordsThePaperIsEmpty) {
   EXPECT_TRUE(view.picture().isEmpty());
 }
 
+TEST_F(SpectrogramViewTest, movesInTimeOverTheSeismogramAsOverThePicture) {
+  show({sine(3000)});
+  view.setShowSeismogram(true);
+  draw();
+  // The frame's upper fifth is the seismogram's, as wide as the picture.
+  const QRectF picture = view.iRect();
+  const QPointF above(picture.center().x(), picture.bottom() + 30);
+  const QRectF seismogram = view.partFrame(above);
+  EXPECT_EQ(seismogram.left(), picture.left());
+  EXPECT_EQ(seismogram.width(), picture.width());
+  EXPECT_GT(seismogram.top(), picture.bottom());
+  EXPECT_EQ(view.partFrame(picture.center()), picture);
+  EXPECT_TRUE(view.partFrame({picture.center().x(), (picture.bottom() + seismogram.top()) / 2}).isEmpty());
+}
+
 } // namespace
 } // namespace xov

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -223,6 +224,20 @@ TEST(BeachBallPatches, leaveOutBallsWithoutAPlaceOrASize) {
   EXPECT_TRUE(balls.patches().isEmpty());
   balls.add(ball, {0, 0}, 10, look);
   EXPECT_FALSE(balls.patches().isEmpty());
+}
+
+TEST_F(MapMargins, hundredsOfBeachBallsAreDrawnOnceEach) {
+  const auto rimsOf = [&](const std::vector<MapMechanism>& mechanisms) {
+    view.setMechanisms(mechanisms);
+    const auto fills = step(&geoMapView::drawMechanisms)->fills();
+    return std::ranges::count(fills, QColor(colors::black), [](const RecordedItem& item) { return item.color; });
+  };
+  const auto rimsOfOne = rimsOf({mechanismAt(0, 0, kThrust, 3)});
+  EXPECT_GT(rimsOfOne, 0);
+  std::vector<MapMechanism> mechanisms; // as many as are drawn together, twice, and one more
+  for (int i = 0; i < 2 * 256 + 1; ++i)
+    mechanisms.push_back(mechanismAt(float(i % 100) - 50, float(i / 100) * 5, kThrust, 3));
+  EXPECT_EQ(rimsOf(mechanisms), (2 * 256 + 1) * rimsOfOne);
 }
 
 } // namespace

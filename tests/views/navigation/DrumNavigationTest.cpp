@@ -129,5 +129,27 @@ TEST(DrumNavigation, withoutATimeThereIsAGainOnly) {
   EXPECT_NEAR(view.currentPart().gain, 2, 1e-12); // the wheel has nothing else to move
 }
 
+TEST(DrumNavigation, aPageThatBeginsBetweenTwoSamplesShowsNoneOfTheFirst) {
+  NavigatedDrum drum;
+  // A sample every ten seconds from 05:00:05 on: half of an interval beside the beginnings of rows.
+  drum.pieces->front() = makeRecord({.begin = 5, .interval = 10, .count = 8640});
+  drum.view->snapshot();
+  drum.view->showPart(PlotPart{.x = {3600, 3600 + 24 * 600.0}, .y = {}}); // rows of ten minutes
+  ASSERT_EQ(drum.view->rowDuration(), 600);
+  RecordingContext recording;
+  drum.view->drawInto(recording);
+  int rows = 0;
+  for (const RecordedItem& item : recording.items()) {
+    for (const Trace& trace : item.path.traces()) {
+      const std::vector<QPointF> points = trace.points();
+      ASSERT_FALSE(points.empty());
+      // The row's first sample is five seconds of six hundred behind its beginning.
+      if (rows++ > 0) continue;
+      EXPECT_NEAR(points.front().x(), kLeft + kWidth * 5 / 600, 0.05);
+    }
+  }
+  EXPECT_EQ(rows, 24);
+}
+
 } // namespace
 } // namespace xov::testing

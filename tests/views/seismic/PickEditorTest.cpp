@@ -321,6 +321,38 @@ TEST_F(PickEditorTest, marksExpectedArrivalsWithDashes) {
   EXPECT_TRUE(document_.picks().empty());
 }
 
+TEST_F(PickEditorTest, namesPicksWithTheirOnsetsAsBulletinsDo) {
+  edit();
+  editor_->pickAt({140, 110}, QStringLiteral("P"));
+  EXPECT_TRUE(draw().strings().contains(QStringLiteral("P")));
+  const std::pair<int, const char*> names[] = {{Qt::Key_I, "iP"}, {Qt::Key_E, "eP"}, {Qt::Key_Q, "P?"}};
+  for (const auto& [pressed, name] : names) {
+    key(pressed);
+    EXPECT_TRUE(draw().strings().contains(QLatin1String(name))) << name;
+  }
+  key(Qt::Key_Q); // takes it back
+  EXPECT_TRUE(draw().strings().contains(QStringLiteral("P")));
+}
+
+TEST_F(PickEditorTest, anExpectedArrivalHasNoNameWhereThePhaseIsPickedWithinTenSeconds) {
+  SacHeader header = *(*records_)[0]->GetSacHeader();
+  header.o = 0;
+  header.gcarc = 20;
+  header.evdp = 10;
+  show({std::make_shared<SacSeismogram>(header, std::vector<float>(401, 0))});
+  edit();
+  editor_->setPredictedPhases({SeismicPhase::P});
+  const auto namesOfP = [&] { return draw().strings().count(QStringLiteral("P")); };
+  EXPECT_EQ(namesOfP(), 1);                                                                 // of the arrival
+  const double expected = 20 + arrivalsAt(20, 10, std::vector{SeismicPhase::P})[0].seconds; // a second is a point
+  for (const auto& [beside, names] :
+       {std::pair(11.0, 2), std::pair(9.0, 1), std::pair(-9.0, 1), std::pair(-11.0, 2)}) {
+    editor_->pickAt({expected + beside, 110}, QStringLiteral("P"));
+    ASSERT_EQ(document_.picks().size(), 1U) << beside;
+    EXPECT_EQ(namesOfP(), names) << beside;
+  }
+}
+
 TEST_F(PickEditorTest, marksPicksInOtherViews) {
   auto bands = std::make_unique<SeisView02>(QRectF(0, 0, 520, 300)); // a frame of 400 points from 80 on
   bands->setplotStyle(SeisView02::Bands);

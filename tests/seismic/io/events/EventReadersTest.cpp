@@ -341,3 +341,20 @@ TEST(Events, areRefusedInAnyOtherForm) {
   EXPECT_EQ(readEvents(files.write("empty", {})).error(), files.path("empty") + ": the file is empty");
   EXPECT_EQ(readEvents(files.folder()).error(), files.folder() + ": is a folder, expected a file");
 }
+
+TEST(EventReaders, knowEventsByTheBeginningOfAFile) {
+  const TemporaryFiles files;
+  EXPECT_TRUE(looksLikeEvents(files.write("a.xml", quakeMl(""))));
+  EXPECT_TRUE(looksLikeEvents(files.write("a.csv", "time,latitude,longitude\n2011-03-11T05:46:24Z,1,2\n")));
+  EXPECT_FALSE(looksLikeEvents(files.write("a.txt", "no events at all\n")));
+  EXPECT_FALSE(looksLikeEvents(files.write("empty", "")));
+  EXPECT_FALSE(looksLikeEvents(files.path("none")));
+  EXPECT_FALSE(looksLikeEvents(files.folder()));
+}
+
+TEST(EventReaders, refuseATableOfMoreThanAGibibyteBeforeTheyReadIt) {
+  const TemporaryFiles files;
+  const QString path = files.write("large.csv", "time,latitude,longitude\n2011-03-11T05:46:24Z,1,2\n");
+  ASSERT_TRUE(QFile::resize(path, (qint64(1) << 30) + 1)); // takes no room on the disk
+  EXPECT_EQ(readEvents(path).error(), path + ": found 1073741825 bytes, expected a catalogue of at most 1 GiB");
+}

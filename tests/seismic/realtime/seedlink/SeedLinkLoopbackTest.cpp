@@ -329,6 +329,49 @@ TEST(SeedLinkClient, takesNoMoreThanOnePacketFromAServerThatSendsAnything) {
   EXPECT_TRUE(display.messages().front().endsWith("found a line of more than 4096 bytes"));
 }
 
+TEST(SeedLinkClient, saysWhatAServerSaysInPlaceOfPackets) {
+  for (const auto& [said, heard] :
+       {std::pair("END\r\n", "the server has no more to send"), std::pair("ERROR\tfull\x07\r\n", "ERROR")}) {
+    QTcpServer server;
+    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    QObject::connect(&server, &QTcpServer::newConnection, &server, [&server, said = QByteArray(said)] {
+      // It agrees to HELLO's two lines, STATION and DATA before anybody has asked.
+      server.nextPendingConnection()->write("SeedLink v3.1 (small)\r\nhere\r\nOK\r\nOK\r\n" + said);
+    });
+    SeedLinkSettings settings;
+    settings.server = {"127.0.0.1", server.serverPort(), false};
+    settings.stations = parseSeedLinkStations("GE_WLF").value();
+    settings.shortestPauseSeconds = settings.longestPauseSeconds = 60;
+    Display display(settings);
+    EXPECT_TRUE(waitUntil([&] { return display.messages().size() == 2; }));
+    ASSERT_EQ(display.messages().size(), 2) << display.messages().join('\n').toStdString();
+    EXPECT_TRUE(display.messages().front().endsWith("connected, SeedLink 3"));
+    EXPECT_TRUE(display.messages().back().contains(heard)) << display.messages().back().toStdString();
+    EXPECT_FALSE(display.messages().back().contains('\x07'));
+    EXPECT_FALSE(display.client().isStreaming());
+    EXPECT_EQ(display.client().connectionCount(), 1);
+  }
+}
+
+TEST(SeedLinkClient, saysOnceThatRecordsAreDamagedAndGoesOn) {
+  QTcpServer server;
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  const QByteArray damaged(512, 'x');
+  QByteArray sound = recording(1).first(512); // of BHZ
+  ASSERT_EQ(sound.size(), 512);
+  QObject::connect(&server, &QTcpServer::newConnection, &server, [&] {
+    server.nextPendingConnection()->write("SeedLink v3.1 (small)\r\nhere\r\nOK\r\nOK\r\nSL000001" + damaged +
+                                          "SL000002" + damaged + "SL000003" + sound);
+  });
+  SeedLinkSettings settings;
+  settings.server = {"127.0.0.1", server.serverPort(), false};
+  settings.stations = parseSeedLinkStations("GE_WLF").value();
+  Display display(settings);
+  EXPECT_TRUE(waitUntil([&] { return display.records() == 1; }));
+  EXPECT_EQ(display.messages().size(), 2) << display.messages().join('\n').toStdString(); // that it is connected
+  EXPECT_EQ(display.samples().size(), 1U);
+}
+
 TEST(SeedLinkClient, mayBeStoppedByARecord) {
   const Served served(everythingAtOnce(4));
   SeedLinkSettings settings = served.client();
