@@ -98,6 +98,17 @@ TEST(SacSeismogramPieces, areAsTracesWithHeadersOfTheirOwn) {
   }
 }
 
+TEST(SacSeismogramPieces, takeExtremesThatAreKnown) {
+  const std::vector<float> samples(300, 5);
+  const SacSeismogram piece(std::make_shared<const SacHeader>(channelOfPieces()), 0, 1, samples, nullptr, QString(),
+                            Extrema{-8, 9});
+  EXPECT_EQ(piece.smin(), -8);
+  EXPECT_EQ(piece.smax(), 9);
+  EXPECT_EQ(piece.GetSacHeader()->depmin, -8);
+  EXPECT_EQ(piece.GetSacHeader()->depmax, 9);
+  EXPECT_TRUE(piece.sampleIndex()->covers(samples.data(), 0, 300)) << "has an index all the same";
+}
+
 TEST(SacSeismogramPieces, changeAsTheyDo) {
   SacHeader other = channelOfPieces();
   other.delta = 2;

@@ -165,7 +165,8 @@ SacSeismogram::SacSeismogram(const SacHeader& header, std::span<const float> sam
 }
 
 SacSeismogram::SacSeismogram(std::shared_ptr<const SacHeader> channel, double b, double delta,
-                             std::span<const float> samples, std::shared_ptr<const void> owner, QString path)
+                             std::span<const float> samples, std::shared_ptr<const void> owner, QString path,
+                             const std::optional<Extrema>& extrema)
     : channel_(std::move(channel)),
       pieceBegin_(b),
       pieceInterval_(delta),
@@ -183,7 +184,8 @@ SacSeismogram::SacSeismogram(std::shared_ptr<const SacHeader> channel, double b,
     precise.delta = delta;
     takeHeader(header, precise);
   }
-  findExtrema();
+  index_.build(elsewhere_);
+  noteExtrema(extrema);
 }
 
 SacSeismogram::~SacSeismogram() { delete values_.load(); }
@@ -395,9 +397,9 @@ void SacSeismogram::findExtrema() {
   noteExtrema();
 }
 
-/// Takes the extremes from the index.
-void SacSeismogram::noteExtrema() {
-  extrema_ = finiteExtrema(stored(), &index_, paged_.get());
+/// Takes the extremes from the index where they are not known.
+void SacSeismogram::noteExtrema(const std::optional<Extrema>& known) {
+  extrema_ = known ? *known : finiteExtrema(stored(), &index_, paged_.get());
   if (channel_) return; // a header that is made later on has them
   SacHeader& own = ownValues().header;
   own.depmin = extrema_.min;

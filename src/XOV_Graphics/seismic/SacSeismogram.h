@@ -48,9 +48,9 @@ public:
                 QString path = {}, std::optional<SacFooter> precise = {});
   /// The same of a piece of a channel, whose pieces share a header, which must not be null, but for their times: this
   /// one begins at `b` and has samples every `delta` seconds. A short piece takes little more memory than its samples
-  /// until it is asked for a header of its own.
+  /// until it is asked for a header of its own. `extrema` are those of its samples, where they are known.
   SacSeismogram(std::shared_ptr<const SacHeader> channel, double b, double delta, std::span<const float> samples,
-                std::shared_ptr<const void> owner, QString path);
+                std::shared_ptr<const void> owner, QString path, const std::optional<Extrema>& extrema = {});
   ~SacSeismogram() override;
 
   /// Takes over other samples, sets npts, e, depmin and depmax to fit them and computes the extremes.
@@ -147,7 +147,7 @@ private:
   void fitTimesToSamples();
   void findExtrema();
   void takeIndex();
-  void noteExtrema();
+  void noteExtrema(const std::optional<Extrema>& known = {});
   bool isElsewhere() const { return paged_ != nullptr || owner_ != nullptr; }
   std::span<const float> stored() const;
   void bringIntoMemory();

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 using namespace xov;
@@ -218,6 +219,9 @@ TEST(MiniSeedPieces, ofAnyLengthKeepTheirSamplesWhenOthersGo) {
     const auto record = file->records[kept];
     file = Error{QString()};
     EXPECT_EQ(copiedSamples(*record), Floats(values[kept].begin(), values[kept].end())) << kLengths[kept];
+    const auto [low, high] = std::ranges::minmax(values[kept]);
+    EXPECT_EQ(record->smin(), float(low));
+    EXPECT_EQ(record->smax(), float(high));
   }
 }
 

@@ -24,17 +24,21 @@ constexpr std::size_t kTasksOfStretch = 16;
 
 // Pieces of up to so many samples lie in blocks of memory together.
 constexpr std::size_t kShortPiece = 4096;
+// The least above the most: those of no samples.
+constexpr Extrema kNoExtrema{std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()};
 constexpr std::size_t kBlockSamples = std::size_t(1) << 20; // 4 MiB
 
-/// An unbroken piece of a channel: how many samples it has, and as many of them as were decoded, one after the other.
+/// An unbroken piece of a channel, and as many of its samples as were decoded, one after the other.
 struct Piece {
-  std::size_t sampleCount = 0;
-  std::vector<float> samples; ///< of a long one
-  float* shared = nullptr;    ///< where those of a short one lie
-  std::uint32_t block = 0;    ///< in this block
-  bool isWhole = true;        ///< false when a record of it could not be decoded
+  PieceExtent extent;
+  std::vector<float> samples;                  ///< of a long one
+  float* shared = nullptr;                     ///< where those of a short one lie
+  std::optional<Extrema> extrema = kNoExtrema; ///< of a short one's samples so far; none where they are not known
+  std::uint32_t block = 0;                     ///< that holds them
+  bool isWhole = true;                         ///< false when a record of it could not be decoded
 
-  bool isShort() const { return sampleCount <= kShortPiece; }
+  std::size_t sampleCount() const { return std::size_t(extent.sampleCount); }
+  bool isShort() const { return sampleCount() <= kShortPiece; }
 };
 
 /// Memory that short pieces have together.
@@ -45,16 +49,16 @@ public:
 
   /// Gives a short piece its room.
   void place(Piece& piece) {
-    if (room_ < piece.sampleCount) {
-      room_ = std::max(std::min(expected_, kBlockSamples), piece.sampleCount);
+    if (room_ < piece.sampleCount()) {
+      room_ = std::max(std::min(expected_, kBlockSamples), piece.sampleCount());
       blocks_.push_back(std::make_shared_for_overwrite<float[]>(room_));
       next_ = blocks_.back().get();
       askForLargePages(next_, room_ * sizeof(float));
     }
     piece.block = std::uint32_t(blocks_.size() - 1);
-    piece.shared = std::exchange(next_, next_ + piece.sampleCount);
-    room_ -= piece.sampleCount;
-    expected_ -= std::min(piece.sampleCount, expected_);
+    piece.shared = std::exchange(next_, next_ + piece.sampleCount());
+    room_ -= piece.sampleCount();
+    expected_ -= std::min(piece.sampleCount(), expected_);
   }
 
   const std::shared_ptr<float[]>& blockOf(const Piece& piece) const { return blocks_[piece.block]; }
@@ -65,6 +69,11 @@ private:
   std::size_t room_ = 0;  ///< from there on
   std::size_t expected_ = 0;
 };
+
+bool holdsIntegers(MiniSeedEncoding encoding) {
+  return encoding == MiniSeedEncoding::Int16 || encoding == MiniSeedEncoding::Int32 ||
+         encoding == MiniSeedEncoding::Steim1 || encoding == MiniSeedEncoding::Steim2;
+}
 
 /// Where the samples of a record go.
 struct Place {
@@ -88,14 +97,23 @@ public:
     std::vector<std::vector<std::size_t>> recordsOf(index_.channels.size());
     for (std::size_t i = 0; i < index_.records.size(); ++i)
       recordsOf[record(i).channel].push_back(i);
+    std::vector<std::size_t> piecesUpTo{0}; // each channel
     for (std::vector<std::size_t>& records : recordsOf) {
       records = inOrder(std::move(records));
       plan(records);
+      piecesUpTo.push_back(pieces_.size());
     }
     decode();
     MiniSeedTraces traces;
-    for (std::size_t channel = 0; channel < recordsOf.size(); ++channel)
-      traces.append(index_.channels[channel], stretchesOf(std::exchange(recordsOf[channel], {})), path);
+    for (std::size_t channel = 0; channel < recordsOf.size(); ++channel) {
+      const auto pieces =
+          std::span(pieces_).subspan(piecesUpTo[channel], piecesUpTo[channel + 1] - piecesUpTo[channel]);
+      const ChannelCodes& codes = index_.channels[channel];
+      if (samples_ == Samples::Kept && std::ranges::all_of(pieces, &Piece::isWhole))
+        appendWhole(pieces, codes, path, traces);
+      else
+        traces.append(codes, stretchesOf(std::exchange(recordsOf[channel], {})), path);
+    }
     return traces;
   }
 
@@ -151,15 +169,21 @@ private:
   void plan(const std::vector<std::size_t>& order) {
     const std::size_t before = pieces_.size();
     PieceJoiner joiner;
+    std::size_t count = 0;
     for (const std::size_t i : order) {
-      const std::size_t number = before + joiner.add(record(i).span);
-      if (number == pieces_.size()) pieces_.emplace_back();
-      std::size_t& count = pieces_[number].sampleCount;
-      places_[i] = {count, std::uint32_t(number), false};
-      count += std::size_t(record(i).span.sampleCount);
+      const std::size_t number = joiner.add(record(i).span);
+      places_[i].piece = std::uint32_t(before + number);
+      count = std::max(count, number + 1);
+    }
+    pieces_.resize(before + count);
+    for (const std::size_t i : order) {
+      const std::uint32_t number = places_[i].piece;
+      Piece& piece = pieces_[number];
+      places_[i] = {piece.sampleCount(), number, false};
+      piece.extent.add(record(i).span);
     }
     for (std::size_t number = before; number < pieces_.size(); ++number) {
-      if (pieces_[number].isShort()) blocks_.expect(pieces_[number].sampleCount);
+      if (pieces_[number].isShort()) blocks_.expect(pieces_[number].sampleCount());
     }
   }
 
@@ -205,7 +229,9 @@ private:
     for (const Job& job : jobs_) {
       noteLosses(record(job.record), job.decoded, index_);
       places_[job.record].isFilled = job.decoded.isDecoded;
-      if (!job.decoded.isDecoded) pieces_[places_[job.record].piece].isWhole = false;
+      Piece& piece = pieces_[places_[job.record].piece];
+      if (!job.decoded.isDecoded) piece.isWhole = false;
+      if (piece.isShort()) include(job.extrema, piece.extrema);
     }
   }
 
@@ -215,7 +241,15 @@ private:
     QByteArrayView bytes;  ///< none where the file has lost them
     std::span<float> room; ///< empty where samples are not kept
     DecodedRecord decoded;
+    std::optional<Extrema> extrema = {}; ///< of whole numbers that are kept
   };
+
+  static void include(const std::optional<Extrema>& some, std::optional<Extrema>& all) {
+    if (some && all)
+      *all = {std::min(all->min, some->min), std::max(all->max, some->max)};
+    else
+      all.reset();
+  }
 
   /// What a thread decodes with.
   struct Tools {
@@ -231,6 +265,8 @@ private:
       job.room = tools.oneRecord;
     }
     job.decoded = decodeRecord(*tools.decoder, indexed, job.bytes, job.room);
+    if (samples_ == Samples::Kept && job.decoded.isDecoded && holdsIntegers(indexed.format.encoding))
+      job.extrema = finiteExtrema(job.room);
     if (job.decoded.isDecoded && samples_ == Samples::SummedUp)
       addToTally(tallies_[job.record], indexed.format.encoding, job.room);
   }
@@ -248,12 +284,30 @@ private:
     }
     if (piece.samples.size() < first + count) {
       if (piece.samples.empty()) {
-        piece.samples.reserve(piece.sampleCount);
-        askForLargePages(piece.samples.data(), piece.sampleCount * sizeof(float));
+        piece.samples.reserve(piece.sampleCount());
+        askForLargePages(piece.samples.data(), piece.sampleCount() * sizeof(float));
       }
       piece.samples.resize(first + count);
     }
     return std::span(piece.samples).subspan(first, count);
+  }
+
+  /// The pieces of a channel that were decoded as they were planned.
+  void appendWhole(std::span<Piece> pieces, const ChannelCodes& codes, const QString& path, MiniSeedTraces& traces) {
+    if (pieces.empty()) return;
+    ChannelTraces channel(traces, codes, pieces.front().extent.first.startUs, path);
+    traces.records.reserve(traces.records.size() + pieces.size());
+    for (Piece& piece : pieces) {
+      Stretch stretch;
+      stretch.extent = piece.extent;
+      takeWhole(piece, stretch);
+      channel.add(std::move(stretch));
+    }
+  }
+
+  void takeWhole(Piece& piece, Stretch& stretch) {
+    stretch.samples = std::move(piece.samples);
+    if (piece.isShort()) stretch.shared = {piece.shared, piece.sampleCount(), blocks_.blockOf(piece), piece.extrema};
   }
 
   /// Takes the samples of a channel, whose records are given in time order.
@@ -280,9 +334,7 @@ private:
   void takeSamples(std::size_t i, Stretch& stretch) {
     Piece& piece = pieces_[places_[i].piece];
     if (piece.isWhole) {
-      if (places_[i].first > 0) return;
-      stretch.samples = std::move(piece.samples);
-      if (piece.isShort()) stretch.shared = {piece.shared, piece.sampleCount, blocks_.blockOf(piece)};
+      if (places_[i].first == 0) takeWhole(piece, stretch);
       return;
     }
     const float* const first = (piece.isShort() ? piece.shared : piece.samples.data()) + places_[i].first;

@@ -3,11 +3,14 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeed3Record.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSearch.h"
 
+#include <algorithm>
 #include <map>
 
 namespace xov {
 
 namespace {
+
+constexpr qint64 kMostFirst = 1 << 20; // records that room is made for before they are found
 
 /// Where the next record begins from `from` on; the file's size when none does.
 qint64 nextStart(FileWindow& file, qint64 from) {
@@ -91,9 +94,17 @@ private:
     if (!channel) return;
     const IndexedRecord indexed{offset, {record.startUs, record.rateHz, record.sampleCount}, *channel, record.format};
     if (!sink_)
-      index_.records.push_back(indexed);
+      keep(indexed);
     else
       isWanted_ = sink_(indexed, file_.at(offset, record.format.length).first(record.format.length), index_);
+  }
+
+  void keep(const IndexedRecord& record) {
+    // Nearly all files have records of one length.
+    if (index_.records.empty())
+      index_.records.reserve(
+          std::size_t(std::min((file_.size() - record.offset) / record.format.length, kMostFirst)));
+    index_.records.push_back(record);
   }
 
   /// The number of the record's channel if that is selected.

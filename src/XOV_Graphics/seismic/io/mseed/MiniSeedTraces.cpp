@@ -58,35 +58,42 @@ std::vector<Stretch> Stretches::take() {
   return std::exchange(all_, {});
 }
 
+ChannelTraces::ChannelTraces(MiniSeedTraces& traces, const ChannelCodes& codes, std::int64_t startUs,
+                             const QString& path)
+    : traces_(traces),
+      referenceMs_(millisecondsBefore(startUs)),
+      path_(path) {
+  SacHeader header = channelHeader(codes);
+  setReferenceTime(header, QDateTime::fromMSecsSinceEpoch(referenceMs_, Qt::UTC));
+  header_ = std::make_shared<const SacHeader>(header);
+}
+
+void ChannelTraces::add(Stretch stretch) {
+  const PieceTimes times = pieceTimes(stretch.extent, referenceMs_);
+  if (auto& [samples, count, owner, extrema] = stretch.shared; owner != nullptr) {
+    traces_.records.push_back(std::make_shared<SacSeismogram>(
+        header_, times.b, times.delta, std::span(samples, count), std::move(owner), path_, extrema));
+    return;
+  }
+  SacHeader header = *header_;
+  header.b = float(times.b);
+  header.delta = float(times.delta);
+  SacFooter precise = footerFromHeader(header);
+  precise.b = times.b;
+  precise.delta = times.delta;
+  if (!stretch.places.empty()) {
+    traces_.located.push_back({header, precise, std::move(stretch.places), stretch.extent.sampleCount, {}, {}, {}});
+    return;
+  }
+  if (stretch.samples.empty()) traces_.tallies.push_back(stretch.tally);
+  traces_.records.push_back(std::make_shared<SacSeismogram>(header, std::move(stretch.samples), path_, precise));
+}
+
 void MiniSeedTraces::append(const ChannelCodes& codes, std::vector<Stretch> stretches, const QString& path) {
   if (stretches.empty()) return;
-  const std::int64_t referenceMs = millisecondsBefore(stretches.front().extent.first.startUs);
-  SacHeader header = channelHeader(codes);
-  setReferenceTime(header, QDateTime::fromMSecsSinceEpoch(referenceMs, Qt::UTC));
-  const auto channel = std::make_shared<const SacHeader>(header);
-  const auto add = [this](std::shared_ptr<SacSeismogram> record, const Stretch& stretch) {
-    records.push_back(std::move(record));
-    tallies.push_back(stretch.tally);
-  };
-  for (Stretch& stretch : stretches) {
-    const PieceTimes times = pieceTimes(stretch.extent, referenceMs);
-    if (auto& [samples, count, owner] = stretch.shared; owner != nullptr) {
-      add(std::make_shared<SacSeismogram>(channel, times.b, times.delta, std::span(samples, count), std::move(owner),
-                                          path),
-          stretch);
-      continue;
-    }
-    header.b = float(times.b);
-    header.delta = float(times.delta);
-    SacFooter precise = footerFromHeader(header);
-    precise.b = times.b;
-    precise.delta = times.delta;
-    if (!stretch.places.empty()) {
-      located.push_back({header, precise, std::move(stretch.places), stretch.extent.sampleCount, {}, {}, {}});
-      continue;
-    }
-    add(std::make_shared<SacSeismogram>(header, std::move(stretch.samples), path, precise), stretch);
-  }
+  ChannelTraces channel(*this, codes, stretches.front().extent.first.startUs, path);
+  for (Stretch& stretch : stretches)
+    channel.add(std::move(stretch));
 }
 
 void addToTally(SampleTally& tally, MiniSeedEncoding encoding, std::span<const float> samples) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XOV_Graphics/seismic/ArchiveContents.h"
+#include "XOV_Graphics/seismic/Extrema.h"
 #include "XOV_Graphics/seismic/SeismogramSummary.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
 
@@ -16,6 +17,7 @@ struct Stretch {
     const float* samples = nullptr;
     std::size_t count = 0;
     std::shared_ptr<const void> owner;
+    std::optional<Extrema> extrema; ///< where they are known
   };
 
   PieceExtent extent;
@@ -52,8 +54,23 @@ struct MiniSeedTraces {
   std::vector<SampleTally> tallies;
   std::vector<ArchivedTrace> located;
 
-  /// Appends the stretches of a channel. They share a reference time, the start of the first one.
+  /// Appends the stretches of a channel, which are in time order.
   void append(const ChannelCodes& codes, std::vector<Stretch> stretches, const QString& path);
+};
+
+/// Appends the stretches of a channel one by one, in time order. They share a reference time, the start of the first
+/// one.
+class ChannelTraces {
+public:
+  ChannelTraces(MiniSeedTraces& traces, const ChannelCodes& codes, std::int64_t startUs, const QString& path);
+
+  void add(Stretch stretch);
+
+private:
+  MiniSeedTraces& traces_;
+  std::int64_t referenceMs_;
+  QString path_;
+  std::shared_ptr<const SacHeader> header_;
 };
 
 /// Adds the samples of a record in that encoding.
