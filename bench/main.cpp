@@ -3,6 +3,8 @@
 #include "XOV_Graphics/base/Threads.h"
 #include "bench/Archives.h"
 #include "bench/Desk.h"
+#include "bench/DeskWeek.h"
+#include "bench/Figures.h"
 #include "bench/Grids.h"
 #include "bench/LiveDisplay.h"
 #include "bench/Lobes.h"
@@ -60,8 +62,16 @@ int main(int argc, char** argv) {
        QStringLiteral("Only play so many hours of 36 channels through a socket to a display, and print what "
                       "that does to samples, memory and redraws; 24 take three minutes."),
        QStringLiteral("hours")});
-  parser.addOption({QStringLiteral("speed"), QStringLiteral("Of the soak: recorded seconds a second."),
+  parser.addOption({QStringLiteral("speed"), QStringLiteral("Of soak and desk: recorded seconds a second."),
                     QStringLiteral("n"), QStringLiteral("500")});
+  parser.addOption(
+      {QStringLiteral("desk-hours"),
+       QStringLiteral("Only leave a desk open while it receives so many hours of a station, and print what "
+                      "that does to memory and open files; 168 at --speed 5000 take two minutes."),
+       QStringLiteral("hours")});
+  parser.addOption({QStringLiteral("figures"),
+                    QStringLiteral("Only make so many figures, and print what that does to memory and open files."),
+                    QStringLiteral("n")});
   parser.process(app);
   xov::setThreadCount(std::max(1, parser.value(QStringLiteral("threads")).toInt()));
 
@@ -70,6 +80,18 @@ int main(int argc, char** argv) {
                                    std::max(1.0, parser.value(QStringLiteral("speed")).toDouble()));
     std::printf("%s\n\n%s", qPrintable(machine()), qPrintable(result.table));
     return result.isComplete ? 0 : 1;
+  }
+
+  if (parser.isSet(QStringLiteral("desk-hours"))) {
+    const QString table = deskWeekTable(std::max(0.01, parser.value(QStringLiteral("desk-hours")).toDouble()),
+                                        std::max(1.0, parser.value(QStringLiteral("speed")).toDouble()));
+    std::printf("%s\n\n%s", qPrintable(machine()), qPrintable(table));
+    return 0;
+  }
+  if (parser.isSet(QStringLiteral("figures"))) {
+    const QString table = figuresTable(std::max(1, parser.value(QStringLiteral("figures")).toInt()));
+    std::printf("%s\n\n%s", qPrintable(machine()), qPrintable(table));
+    return table.isEmpty() ? 1 : 0;
   }
 
   const QDir pictures(parser.value(QStringLiteral("pictures")));
