@@ -34,7 +34,6 @@ inline void checkInventory(const Result<StationInventory>& inventory) {
   require(inventory->stations.size() + inventory->channels.size() > 0, "an inventory holds something");
   for (const InventoryStation& station : inventory->stations) {
     require(isGeographicPoint(station.latitudeDeg, station.longitudeDeg), "a station is on the globe");
-    require(!station.code.isEmpty(), "a station has a code");
   }
   for (const StationChannel& channel : inventory->channels) {
     require(channel.line > 0, "a channel has a line");
