@@ -59,6 +59,8 @@ TEST(RawGrid, refusesFilesOfAnotherSizeBeforeTheyAreRead) {
 TEST(RawGrid, refusesCountsThatAreNotPositive) {
   EXPECT_EQ(parseRawGrid({}, layout(0, 3, RawCell::Int16, ByteOrder::Little), QStringLiteral("in")).error(),
             QStringLiteral("in: 0 rows of 3 columns: expected at least one"));
+  EXPECT_EQ(parseRawGrid({}, layout(3, -1, RawCell::Int16, ByteOrder::Little), QStringLiteral("in")).error(),
+            QStringLiteral("in: 3 rows of -1 columns: expected at least one"));
 }
 
 TEST(RawGrid, isReadFromAFile) {

@@ -71,14 +71,17 @@ TEST(XyzGrid, hasPointsInEveryLocale) {
 
 TEST(XyzGrid, refusesLinesWithoutThreeNumbers) {
   const QString expected = QStringLiteral("in: line 2: expected three numbers, x, y and value");
-  for (const char* text : {"0 0 1\n1 0\n", "0 0 1\n1 0 x\n", "0 0 1\n1 0 2x\n", "0 0 1\nnan 0 2\n",
-                           "0 0 1\n0 inf 2\n", "0 0 1\n0 0 1e999\n"})
+  for (const char* text :
+       {"0 0 1\n1 0\n", "0 0 1\n1 0 x\n", "0 0 1\n1 0 2x\n", "0 0 1\nnan 0 2\n", "0 0 1\n0 inf 2\n",
+        "0 0 1\n0 0 1e999\n", "0 0 1\nx 0 2\n", "0 0 1\n1 y 2\n", "0 0 1\n1\n"})
     EXPECT_EQ(errorOf(text), expected) << text;
 }
 
 TEST(XyzGrid, refusesGridsWithHoles) {
   EXPECT_EQ(errorOf("0 0 1\n1 0 2\n0 1 3\n"),
             QStringLiteral("in: 3 lines, expected one for each of 2 values of x and 2 of y"));
+  EXPECT_EQ(errorOf("0 0 1\n1 0 2\n0 1 3\n1 2 4\n"),
+            QStringLiteral("in: 4 lines, expected one for each of 2 values of x and 3 of y"));
 }
 
 TEST(XyzGrid, refusesCellsThatAreThereTwice) {

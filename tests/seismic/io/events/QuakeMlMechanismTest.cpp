@@ -1,4 +1,5 @@
 #include "tests/seismic/EventTexts.h"
+#include "tests/seismic/UnknownElements.h"
 
 using namespace xov;
 using test::onlyEvent;
@@ -103,4 +104,18 @@ TEST(QuakeMlMechanism, needsAllElementsOfATensor) {
   ASSERT_EQ(file->notes.size(), 1);
   EXPECT_TRUE(file->notes[0].endsWith(QLatin1String("a moment tensor without all of its six elements")))
       << file->notes[0].toStdString();
+}
+
+TEST(QuakeMlMechanism, standsAmongElementsThatNobodyKnows) {
+  const QByteArray text = document(mechanism("m", kPlanes + kTensor));
+  const HypocentreValues values = onlyEvent(test::withUnknownElements(text));
+  EXPECT_EQ(timeText(values.originTime), "2011-03-11T05:46:24.000Z");
+  ASSERT_TRUE(values.mechanism && values.mechanism->tensor);
+  EXPECT_EQ(values.mechanism->tensor->Mrr, 1.73e22);
+  EXPECT_EQ(values.mechanism->tensor->Mtp, -6.57e21);
+  EXPECT_EQ(values.mechanism->scalarMomentNm, 5.31e22);
+  EXPECT_EQ(values.mechanism->halfDurationS, 70);
+  EXPECT_EQ(values.mechanism->centroidLatitudeDeg, 37.52F);
+  EXPECT_EQ(values.mechanism->planes[0].strikeDeg, 203);
+  EXPECT_EQ(values.mechanism->planes[1].rakeDeg, 90);
 }

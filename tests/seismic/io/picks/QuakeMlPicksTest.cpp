@@ -4,6 +4,7 @@
 #include "XOV_Graphics/seismic/io/picks/PickFiles.h"
 #include "tests/seismic/PickSamples.h"
 #include "tests/seismic/TemporaryFiles.h"
+#include "tests/seismic/UnknownElements.h"
 
 #include <gtest/gtest.h>
 
@@ -208,4 +209,15 @@ TEST(QuakeMlPicks, withWhatXmlHasNoneOfAreRefusedInOneLine) {
   pick.comment = QChar(1);
   EXPECT_EQ(quakeMlOf({fullPick(), pick}, nullptr, QStringLiteral("out")).error(),
             QStringLiteral("out: pick 2 holds a character that XML has none of"));
+}
+
+TEST(QuakeMlPicks, standAmongElementsThatNobodyKnows) {
+  const Result<QByteArray> text = quakeMlOf({fullPick(), tlyPick("S", "2011-03-11T05:58:00Z")}, nullptr, "out");
+  ASSERT_TRUE(text) << text.error().toStdString();
+  const Result<PickFile> plain = parsedDocument(*text);
+  const Result<PickFile> read = parsedDocument(test::withUnknownElements(*text));
+  ASSERT_TRUE(plain && read) << read.error().toStdString();
+  ASSERT_EQ(plain->picks.size(), 2U);
+  EXPECT_TRUE(read->picks == plain->picks);
+  EXPECT_TRUE(read->notes.isEmpty());
 }

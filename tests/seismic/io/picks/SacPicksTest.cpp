@@ -106,6 +106,26 @@ TEST(SacPicks, keepNumbersOfTheAlphanumericFormAsTheyAreWritten) {
   EXPECT_EQ(files.read(source).split('\n')[1].simplified(), "0.000e0 2.0000 -12345.0 122.5 -12345.0");
 }
 
+TEST(SacPicks, stayInColumnsWhereNumbersTouchEachOther) {
+  const TemporaryFiles files;
+  const auto record = readSac(files.write("binary.sac", tlyBytes(Order::Little).bytes()));
+  ASSERT_TRUE(record);
+  ASSERT_TRUE(writeSac(**record, files.path("text.sac"), {.form = SacWriteOptions::Form::Alphanumeric}));
+  // The second line begins with B and E: as wide as their columns, they leave no blank between them.
+  QList<QByteArray> lines = files.read(files.path("text.sac")).split('\n');
+  lines[1] = "0.0000000000000"
+             "2.0000000000000" +
+             lines[1].sliced(30);
+  const QString source = files.write("a.sac", lines.join('\n'));
+  ASSERT_TRUE(readSac(source)) << readSac(source).error().toStdString();
+  ASSERT_TRUE(writeSacPicks(source, files.path("b.sac"), {tlyPick("P", "2011-03-11T05:52:02.5Z")}));
+  const auto read = readSac(files.path("b.sac"));
+  ASSERT_TRUE(read) << read.error().toStdString();
+  EXPECT_EQ((*read)->b(), 0);
+  EXPECT_EQ((*read)->e(), 2);
+  EXPECT_EQ((*read)->timePickKey(10), 122.5F);
+}
+
 TEST(SacPicks, thatHaveNoRoomAreCounted) {
   const TemporaryFiles files;
   const QString source = files.write("a.sac", tlyBytes(Order::Little).bytes());

@@ -2,6 +2,7 @@
 #include "XOV_Graphics/seismic/io/stations/InventoryReader.h"
 #include "XOV_Graphics/seismic/io/stations/StationText.h"
 #include "tests/seismic/TemporaryFiles.h"
+#include "tests/seismic/UnknownElements.h"
 #include "tests/seismic/io/stations/StationXmlTexts.h"
 
 namespace xov {
@@ -205,6 +206,50 @@ TEST(StationXml, isAlsoAListOfStationsWithTheirLatestPlace) {
   EXPECT_EQ(stations->at(0).latitudeDeg, 3);
   EXPECT_EQ(stations->at(0).line, 5);
   EXPECT_EQ(stations->at(1).code, QStringLiteral("TLY"));
+}
+
+TEST(StationXml, passesOverElementsThatItDoesNotKnow) {
+  const QByteArray contents = kPlace + channelElement("BHZ", "locationCode=\"00\"", responseOfThreeStages());
+  const auto plain = parse(stationXml(station(contents)));
+  const auto inventory = parse(withUnknownElements(stationXml(station(contents))));
+  ASSERT_TRUE(inventory) << inventory.error().toStdString();
+  EXPECT_TRUE(inventory->notes.isEmpty()) << inventory->notes.join('\n').toStdString();
+  ASSERT_EQ(inventory->stations.size(), 1U);
+  EXPECT_EQ(inventory->stations[0].site, QStringLiteral("Albuquerque"));
+  EXPECT_EQ(inventory->stations[0].latitudeDeg, 34.9);
+  ASSERT_EQ(inventory->channels.size(), 1U);
+  EXPECT_EQ(inventory->channels[0].sampleRateHz, 20);
+  const InstrumentResponse& response = inventory->channels[0].response;
+  EXPECT_EQ(response.problem, QString());
+  EXPECT_EQ(response.sensitivity->value, 600);
+  EXPECT_EQ(response.sensitivity->frequencyHz, 1);
+  ASSERT_EQ(response.stages.size(), 3U);
+  for (std::size_t i = 0; i < 3; ++i) {
+    const ResponseStage& known = plain->channels[0].response.stages[i];
+    EXPECT_EQ(response.stages[i].number, known.number);
+    EXPECT_EQ(response.stages[i].gain, known.gain) << i;
+    EXPECT_EQ(response.stages[i].inputUnits, known.inputUnits) << i;
+    EXPECT_EQ(response.stages[i].filter.index(), known.filter.index()) << i;
+  }
+  const auto* const roots = std::get_if<PolesAndZeros>(&response.stages[0].filter);
+  ASSERT_TRUE(roots);
+  EXPECT_EQ(roots->poles, (std::vector<std::complex<double>>{{-3, 4}, {-3, -4}}));
+  EXPECT_EQ(response.stages[2].decimation->factor, 2);
+}
+
+TEST(StationXml, givesTheDenominatorsOfRecursiveFilters) {
+  const InstrumentResponse response = responseIn(
+      "<Response><Stage number=\"1\"><Coefficients><InputUnits><Name>COUNTS</Name></InputUnits>"
+      "<OutputUnits><Name>COUNTS</Name></OutputUnits><CfTransferFunctionType>DIGITAL</CfTransferFunctionType>"
+      "<Numerator>0.5</Numerator><Numerator>0.25</Numerator><Denominator>1</Denominator>"
+      "<Denominator>-0.75</Denominator></Coefficients><StageGain><Value>1</Value><Frequency>0</Frequency>"
+      "</StageGain></Stage></Response>");
+  EXPECT_EQ(response.problem, QString());
+  ASSERT_EQ(response.stages.size(), 1U);
+  const auto* const filter = std::get_if<FilterCoefficients>(&response.stages[0].filter);
+  ASSERT_TRUE(filter);
+  EXPECT_EQ(filter->numerators, (std::vector<double>{0.5, 0.25}));
+  EXPECT_EQ(filter->denominators, (std::vector<double>{1, -0.75}));
 }
 
 } // namespace
