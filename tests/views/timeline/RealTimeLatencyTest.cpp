@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace xov::testing {
 namespace {
@@ -67,6 +68,11 @@ TEST_F(RealTimeLatency, standsBesideEachChannel) {
   expectText(recording_, "100 s", placed("100 s", font, {666, 134}, 1, 2), 12, colors::gray);
   expectText(recording_, "3.5 s", placed("3.5 s", font, {666, 234}, 1, 2), 12, colors::gray);
   EXPECT_EQ(view_.labelAttributes()->pointSize(), 14) << "as without";
+}
+
+TEST_F(RealTimeLatency, countsFromTheOnlySampleOfARecord) {
+  EXPECT_EQ(channelLatency(*fakeRecord({7}, 1, 500), 600), std::optional(100.0));
+  EXPECT_EQ(channelLatency(*fakeRecord({}, 1, 500), 600), std::nullopt);
 }
 
 TEST_F(RealTimeLatency, isLeftOutWhereBandsAreTooNarrowToReadIt) {

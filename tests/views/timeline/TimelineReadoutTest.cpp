@@ -106,6 +106,13 @@ TEST_F(DrumReadout, countsFromAPageStartOfTheHosts) {
             QStringLiteral("2011-03-11 05:10:00 UTC"));
 }
 
+TEST_F(DrumReadout, tellsTimesOfRowsThatAreNarrowerThanAPoint) {
+  view_.setNRows(599);
+  draw();
+  // 300 points for 600 rows, the empty one included: the middle of the third is 1.25 points below the top.
+  EXPECT_NEAR(view_.readout({72 + 246, 372 - 1.25}).value(QLatin1String("time")), 2.5 * 3600, 1e-6);
+}
+
 TEST_F(DrumReadout, tellsNothingBesideTheRowsAndForAbsurdPlaces) {
   for (const QPointF odd : {QPointF(60, 366), QPointF(300, 380), QPointF(300, 40), QPointF(1e30, 366),
                             QPointF(kNone, 366), QPointF(300, kNone)}) {

@@ -97,6 +97,12 @@ TEST(HistogramBins, anEmptyOrReversedRangeStillHasABinForEveryNumber) {
   }
 }
 
+TEST(HistogramBins, countAValueOnAnEdgeInTheBinThatBeginsThere) {
+  std::vector<std::int32_t> counted(10);
+  kTen.countInto(std::vector<float>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, counted);
+  EXPECT_EQ(counted, std::vector<std::int32_t>(10, 1));
+}
+
 TEST(HistogramBins, countEveryValueInTheBinThatItLiesIn) {
   std::mt19937 random(5);
   const HistogramBins kinds[] = {kTen,

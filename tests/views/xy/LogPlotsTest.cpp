@@ -60,7 +60,7 @@ TEST(LogPlots, whatIsNotAboveZeroBreaksTheLine) {
 }
 
 TEST(LogPlots, limitsAreComputedOfWhatIsAboveZero) {
-  const std::unique_ptr<xyPlotView> view(lineOf({-5, 1, 100}, {3, 0, 20}));
+  const std::unique_ptr<xyPlotView> view(lineOf({-5, 0, 1, 100}, {3, 7, 0, 20}));
   view->setLogX(true);
   view->computePlotLimits();
   EXPECT_EQ(view->limits(), (PlotLimits{1, 100, 0, 20}));

@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace xov {
 namespace {
@@ -88,6 +90,26 @@ TEST_F(PowerSpectra, aLegendNamesSeveralCurves) {
   view.setShowLegend(true);
   show({kOne});
   EXPECT_FALSE(texts().contains(QStringLiteral("one"))) << "it has the title";
+}
+
+TEST_F(PowerSpectra, linesOfTheLegendStandBelowEachOtherInTheUpperRightCorner) {
+  show({kOne, kTwo});
+  const TextAttributes font = TextAttributes::helvetica(11);
+  const double widest = std::max(font.size(kOne.name).width(), font.size(kTwo.name).width());
+  // From the frame's edges: 8 to the box and 8 to the texts, which stand 8 right of samples of 22.
+  const double left = 484 - 8 - 8 - widest;
+  const double top = 360 - 8 - 8;
+  const auto recording = recorded(view);
+  for (const auto& [text, lines] : {std::pair(kOne.name, 1), std::pair(kTwo.name, 2)}) {
+    const std::optional<RecordedItem> item = recording->textReading(text);
+    ASSERT_TRUE(item) << text.toStdString();
+    EXPECT_NEAR(item->origin.x(), left, 1e-9);
+    EXPECT_NEAR(item->origin.y(), top - lines * font.lineHeight(), 1e-9);
+  }
+  const std::vector<RecordedItem> second = strokes(QColor(QRgb(categoryColor(1))), 1);
+  ASSERT_EQ(second.size(), 2u);
+  const double middle = top - 1.5 * font.lineHeight();
+  EXPECT_EQ(second[1].segments(), (std::vector{QLineF(left - 30, middle, left - 8, middle)}));
 }
 
 TEST_F(PowerSpectra, aLegendOfMoreThanFitEndsWithTheirNumber) {

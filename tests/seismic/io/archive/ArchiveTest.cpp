@@ -52,8 +52,9 @@ QString miniSeedFile(const test::TemporaryFiles& files) {
   return path;
 }
 
-QString sacFile(const test::TemporaryFiles& files, QSysInfo::Endian order = QSysInfo::BigEndian) {
-  std::vector<float> samples = noise(kSamples, 5);
+QString sacFile(const test::TemporaryFiles& files, QSysInfo::Endian order = QSysInfo::BigEndian,
+                int count = kSamples) {
+  std::vector<float> samples = noise(count, 5);
   for (float& sample : samples)
     sample *= 0.001F;
   samples[1000] = kNan;
@@ -172,6 +173,14 @@ TEST(Archive, keepsAnIndexAndOpensByItWithoutALookAtTheSamples) {
       EXPECT_NE(read(path)[0]->smax(), highest);
     }
   }
+}
+
+TEST(Archive, keepsTheIndexOfSamplesThatEndOneShortOfABlock) {
+  const test::TemporaryFiles files;
+  const QString path = sacFile(files, QSysInfo::BigEndian, 1172 * 256 - 1); // 1171 blocks and 255 samples
+  const float highest = opened(path, IndexCache{})[0]->smax();
+  changeInside(path);
+  EXPECT_EQ(opened(path, IndexCache{})[0]->smax(), highest) << "as the index says";
 }
 
 TEST(Archive, makesADamagedOrForeignIndexAnew) {

@@ -103,6 +103,19 @@ TEST(ExtremesFile, givesBackWhatWasPutIn) {
   EXPECT_EQ(extremesFileBytes(*found, kIdentity), smallFile());
 }
 
+TEST(ExtremesFile, keepsATraceOfOneSample) {
+  ArchiveContents contents = smallContents();
+  ArchivedTrace& trace = contents.traces[0];
+  trace.places = {{4096, 1}};
+  trace.sampleCount = 1;
+  trace.sum = {5, 1};
+  trace.lowest = trace.highest = {}; // no whole block
+  const Result<ArchiveContents> found = parseExtremesFile(extremesFileBytes(contents, kIdentity), kIdentity);
+  ASSERT_TRUE(bool(found)) << found.error().toStdString();
+  ASSERT_EQ(found->traces.size(), 1U);
+  EXPECT_EQ(found->traces[0].sampleCount, 1);
+}
+
 TEST(ExtremesFile, isOfOneFileAsItWas) {
   for (ArchiveIdentity other :
        {ArchiveIdentity{5000001, 1300000000000, 0xCAFE}, ArchiveIdentity{5000000, 1300000000001, 0xCAFE},

@@ -92,6 +92,9 @@ TEST(HypoDd, countsRowsWithABadFieldAndNamesTheFirst) {
   EXPECT_EQ(phases->notes,
             QStringList("in: 1 of 2 events left out, the first on line 4: found 3 columns, expected at "
                         "least 10"));
+  EXPECT_EQ(parsedEvents(kPhases + "# 1998 6 25 12 34 56.79 37.1250 -121.5000 7.250\n")->notes,
+            QStringList("in: 1 of 2 events left out, the first on line 4: found 9 columns, expected at least 10"))
+      << "all but the magnitude";
 }
 
 TEST(ColumnCatalogues, areNotTakenForEachOther) {

@@ -325,6 +325,15 @@ TEST(Events, areReadFromFilesByTheirContents) {
   EXPECT_EQ(readEvents(files.write("a.xml", "time,mag\n2020-01-02,4\n"))->events.size(), 1U);
 }
 
+TEST(Events, areRecognisedByTheirContentsWhateverFollows) {
+  const TemporaryFiles files;
+  EXPECT_TRUE(looksLikeEvents(files.write("a", quakeMl(""))));
+  EXPECT_TRUE(looksLikeEvents(files.write("b", "time,latitude,longitude,mag\nno time\n")));
+  EXPECT_FALSE(looksLikeEvents(files.write("c", "just some text\n")));
+  EXPECT_FALSE(looksLikeEvents(files.write("d", "")));
+  EXPECT_FALSE(looksLikeEvents(files.path("none")));
+}
+
 TEST(Events, reachTheViewsAsOrigins) {
   const auto file = parsedEvents("time,mag,magType\n2020-01-02T00:00:00Z,6.5,Mw\n");
   const EventOriginArray origins = file->origins();

@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QtEndian>
+
 #include <bit>
 #include <cmath>
+#include <numeric>
 #include <random>
 
 using namespace xov;
@@ -90,6 +93,31 @@ TEST(SteimFrames, endWithTheLastSampleAsked) {
   EXPECT_EQ(samples, (std::vector<float>{10, 11, 13}));
   samples.resize(5);
   EXPECT_EQ(decodeSteim(SteimVersion::Steim2, true, frame, samples), std::nullopt) << "the fifth needs word 4";
+}
+
+TEST(SteimFrames, fullOfTheNarrowestDifferencesHoldSevenAWord) {
+  // Marks of 3 and then 2: seven differences of 4 bits, of 1 each; the first frame has 13 such words, the second 15.
+  constexpr std::uint32_t kSevenOnes = 2U << 30 | 0x1111111;
+  for (const bool isBigEndian : {true, false}) {
+    QByteArray frames;
+    const auto append = [&](std::uint32_t word) {
+      const std::uint32_t stored = isBigEndian ? qToBigEndian(word) : qToLittleEndian(word);
+      frames.append(reinterpret_cast<const char*>(&stored), sizeof stored);
+    };
+    append(0x03FFFFFF);
+    append(1);   // the first sample
+    append(196); // the last one: 13 · 7 + 15 · 7
+    for (int word = 3; word < 16; ++word)
+      append(kSevenOnes);
+    append(0x3FFFFFFF);
+    for (int word = 1; word < 16; ++word)
+      append(kSevenOnes);
+    std::vector<float> expected(196);
+    std::iota(expected.begin(), expected.end(), 1.0F);
+    std::vector<float> samples(196);
+    EXPECT_EQ(decodeSteim(SteimVersion::Steim2, isBigEndian, frames, samples), 196) << isBigEndian;
+    EXPECT_EQ(samples, expected) << isBigEndian;
+  }
 }
 
 TEST(SteimFrames, goRoundAt32Bits) {

@@ -94,6 +94,27 @@ TEST(SacPoleZero, separatesBlocks) {
   EXPECT_EQ(filterOf(inventory->channels[2]).normalization, 3);
 }
 
+TEST(SacPoleZero, blocksStandWhereTheirFirstPartDoes) {
+  const auto inventory =
+      parse("* STATION : A\nZEROS 1\n1 0\nPOLES 0\nCONSTANT 2\n* STATION : B\nCONSTANT 3\nPOLES 0\n");
+  ASSERT_TRUE(inventory) << inventory.error().toStdString();
+  ASSERT_EQ(inventory->channels.size(), 2U);
+  EXPECT_EQ(inventory->channels[0].line, 2);
+  EXPECT_EQ(inventory->channels[1].line, 7);
+}
+
+TEST(SacPoleZero, daysOfTheYearGoFromItsFirstToItsLast) {
+  const auto start = [](const char* time) {
+    const auto inventory = parse(QByteArray("* START : ") + time + ",00:00:00\nCONSTANT 1\n");
+    return inventory ? inventory->channels[0].epoch.start.date() : QDate();
+  };
+  EXPECT_EQ(start("2002,001"), QDate(2002, 1, 1));
+  EXPECT_EQ(start("2002,365"), QDate(2002, 12, 31));
+  EXPECT_EQ(start("2004,366"), QDate(2004, 12, 31));
+  EXPECT_EQ(start("2002,000"), QDate());
+  EXPECT_EQ(start("2002,366"), QDate());
+}
+
 TEST(SacPoleZero, knowsTimesByTheDayOfTheYearAndEpochsWithoutEnd) {
   const auto inventory = parse("* START : 2004,060,21:07:00.5000\n* END : No Ending Time\nCONSTANT 1\n");
   ASSERT_TRUE(inventory) << inventory.error().toStdString();
