@@ -19,6 +19,9 @@ public:
         size_(device.size()),
         chunkBytes_(chunkBytes) {}
 
+  /// One of the same file that reads so many bytes together. Windows of a file are moved one at a time.
+  FileWindow another(qsizetype chunkBytes) const { return FileWindow(device_, chunkBytes); }
+
   qint64 size() const { return size_; }
 
   /// The bytes from `offset` on: `wanted` of them or more; fewer only where the file ends or cannot be read. Valid

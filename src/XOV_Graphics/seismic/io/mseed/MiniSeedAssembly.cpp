@@ -3,6 +3,7 @@
 #include "XOV_Graphics/base/LargePages.h"
 #include "XOV_Graphics/base/Spares.h"
 #include "XOV_Graphics/base/TaskPool.h"
+#include "XOV_Graphics/base/Threads.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeed3Record.h"
 
 #include <QHashFunctions>
@@ -20,6 +21,7 @@ namespace {
 constexpr qsizetype kSequenceBytes = 6; // at the start of a record
 // What is decoded together: its samples stay in the processor's caches from their first touch on.
 constexpr qint64 kStretchBytes = 1 << 18;
+constexpr qint64 kSharedStretchBytes = 1 << 20; // by threads, which it takes time to wake up
 constexpr std::size_t kTasksOfStretch = 16;
 
 // Pieces of up to so many samples lie in blocks of memory together.
@@ -187,12 +189,36 @@ private:
     }
   }
 
-  /// Decodes the records of all pieces in one walk through the file, a stretch of it at a time.
+  /// A record to be decoded.
+  struct Job {
+    std::size_t record;
+    QByteArrayView bytes;  ///< none where the file has lost them
+    std::span<float> room; ///< empty where samples are not kept
+    DecodedRecord decoded;
+    std::optional<Extrema> extrema = {}; ///< of whole numbers of short pieces that are kept
+  };
+
+  /// Records that are decoded together.
+  struct Batch {
+    FileWindow file; ///< with their bytes
+    std::vector<Job> jobs;
+    std::size_t end = 0; ///< the first record behind them
+  };
+
+  /// Decodes the records of all pieces in one walk through the file, a stretch of it at a time. Where there are more
+  /// threads than one, one of them gets the next stretch ready meanwhile.
   void decode() {
-    for (std::size_t first = 0; first < places_.size();) {
-      const std::size_t end = stretchEnd(first);
-      decodeStretch(first, end);
-      first = end;
+    if (places_.empty()) return;
+    Batch batches[] = {{file_.another(0), {}}, {file_.another(0), {}}};
+    prepare(0, batches[0]);
+    for (int turn = 0;; turn = 1 - turn) {
+      Batch &batch = batches[turn], &next = batches[1 - turn];
+      const bool isLast = batch.end == places_.size();
+      const bool isAhead = !isLast && threadCount() > 1;
+      decodeBatch(batch, isAhead ? &next : nullptr);
+      conclude(batch);
+      if (isLast) break;
+      if (!isAhead) prepare(batch.end, next);
     }
   }
 
@@ -200,33 +226,51 @@ private:
   std::size_t stretchEnd(std::size_t first) const {
     std::size_t end = first + 1;
     while (end < places_.size() && record(end).offset >= record(end - 1).offset &&
-           record(end).offset + record(end).format.length - record(first).offset <= kStretchBytes)
+           record(end).offset + record(end).format.length - record(first).offset <= stretchBytes_)
       ++end;
     return end;
   }
 
-  /// Threads share the records of a stretch; what is said of them is said in their order.
-  void decodeStretch(std::size_t first, std::size_t end) {
+  /// Reads the next records and makes room for their samples.
+  void prepare(std::size_t first, Batch& batch) {
+    batch.end = stretchEnd(first);
+    batch.jobs.clear();
     const qint64 offset = record(first).offset;
-    const QByteArrayView bytes =
-        file_.at(offset, qsizetype(record(end - 1).offset - offset) + record(end - 1).format.length);
-    jobs_.clear();
-    for (std::size_t i = first; i < end; ++i) {
+    const IndexedRecord& last = record(batch.end - 1);
+    const QByteArrayView bytes = batch.file.at(offset, qsizetype(last.offset - offset) + last.format.length);
+    for (std::size_t i = first; i < batch.end; ++i) {
       if (places_[i].piece == Place::kNowhere) continue;
       const auto from = qsizetype(record(i).offset - offset);
       if (bytes.size() < from + record(i).format.length)
-        jobs_.push_back({i, {}, {}, {false, QStringLiteral("the file has become shorter while it was read"), {}}});
+        batch.jobs.push_back(
+            {i, {}, {}, {false, QStringLiteral("the file has become shorter while it was read"), {}}});
       else
-        jobs_.push_back({i, bytes.sliced(from, record(i).format.length), roomFor(i), {}});
+        batch.jobs.push_back({i, bytes.sliced(from, record(i).format.length), roomFor(i), {}});
     }
-    const std::size_t perTask = jobs_.size() / kTasksOfStretch + 1;
-    runTasks(int((jobs_.size() + perTask - 1) / perTask), TaskStart::FirstAlone, [&](int task) {
+  }
+
+  /// Threads share the records of a batch, and the next one, if any, is made ready.
+  void decodeBatch(Batch& batch, Batch* next) {
+    std::vector<Job>& jobs = batch.jobs;
+    const std::size_t perTask = jobs.size() / kTasksOfStretch + 1;
+    const auto decodePart = [&](std::size_t part) {
       const auto tools = tools_.take();
-      const std::size_t begin = std::size_t(task) * perTask;
-      for (std::size_t k = begin; k < std::min(begin + perTask, jobs_.size()); ++k)
-        decodeJob(jobs_[k], *tools);
+      for (std::size_t k = part * perTask; k < std::min((part + 1) * perTask, jobs.size()); ++k)
+        decodeJob(jobs[k], *tools);
+    };
+    const int parts = int((jobs.size() + perTask - 1) / perTask);
+    if (next == nullptr) return runTasks(parts, TaskStart::FirstAlone, decodePart);
+    runTasks(parts + 1, TaskStart::Together, [&](int task) {
+      if (task == 0)
+        prepare(batch.end, *next);
+      else
+        decodePart(std::size_t(task - 1));
     });
-    for (const Job& job : jobs_) {
+  }
+
+  /// What is said of records is said in their order.
+  void conclude(const Batch& batch) {
+    for (const Job& job : batch.jobs) {
       noteLosses(record(job.record), job.decoded, index_);
       places_[job.record].isFilled = job.decoded.isDecoded;
       Piece& piece = pieces_[places_[job.record].piece];
@@ -234,15 +278,6 @@ private:
       if (piece.isShort()) include(job.extrema, piece.extrema);
     }
   }
-
-  /// A record to be decoded.
-  struct Job {
-    std::size_t record;
-    QByteArrayView bytes;  ///< none where the file has lost them
-    std::span<float> room; ///< empty where samples are not kept
-    DecodedRecord decoded;
-    std::optional<Extrema> extrema = {}; ///< of whole numbers that are kept
-  };
 
   static void include(const std::optional<Extrema>& some, std::optional<Extrema>& all) {
     if (some && all)
@@ -265,7 +300,8 @@ private:
       job.room = tools.oneRecord;
     }
     job.decoded = decodeRecord(*tools.decoder, indexed, job.bytes, job.room);
-    if (samples_ == Samples::Kept && job.decoded.isDecoded && holdsIntegers(indexed.format.encoding))
+    const bool isShort = samples_ == Samples::Kept && pieces_[places_[job.record].piece].isShort();
+    if (isShort && job.decoded.isDecoded && holdsIntegers(indexed.format.encoding))
       job.extrema = finiteExtrema(job.room);
     if (job.decoded.isDecoded && samples_ == Samples::SummedUp)
       addToTally(tallies_[job.record], indexed.format.encoding, job.room);
@@ -349,7 +385,7 @@ private:
   std::vector<SampleTally> tallies_; // of every record of the index, where samples are summed up
   std::vector<Piece> pieces_;
   SampleBlocks blocks_;
-  std::vector<Job> jobs_; // of the stretch at hand
+  qint64 stretchBytes_ = threadCount() > 1 ? kSharedStretchBytes : kStretchBytes;
 };
 
 } // namespace
