@@ -1,6 +1,7 @@
 #include "apps/desk/panes/PlotWork.h"
 
 #include "apps/xov/inputs/RecordCache.h"
+#include "apps/xov/terminal/LittleMemory.h"
 
 #include <XOV_Graphics/base/FileName.h>
 #include <exception>
@@ -29,6 +30,7 @@ PlotWork::PlotWork(CommandRunner run, const QStringList& words) : run_(std::move
 }
 
 void PlotWork::run() {
+  cli::prepareForLittleMemory(); // the work before may have had it
   const cli::ListenerScope listening(this);
   const cli::PlotReceiverScope receiving(this);
   const cli::RecordCacheScope caching(&recordCache());

@@ -4,6 +4,7 @@
 #include "apps/xov/commands/Suggestion.h"
 #include "apps/xov/inputs/Validators.h"
 #include "apps/xov/prepare/StepWords.h"
+#include "apps/xov/terminal/LittleMemory.h"
 #include "apps/xov/terminal/System.h"
 
 #include <CLI/CLI.hpp>
@@ -13,6 +14,7 @@
 #include <XOV_Graphics/seismic/io/archive/Archive.h>
 #include <algorithm>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -147,7 +149,9 @@ ExitCode CommandLine::run(const std::vector<std::string>& words) {
   try {
     app_->parse(asParserWants(withStepValues(words)));
   } catch (const CLI::Success& helpOrVersion) {
-    app_->exit(helpOrVersion);
+    std::ostringstream text;
+    app_->exit(helpOrVersion, text, text);
+    print(QString::fromStdString(text.str()));
     return ExitCode::Ok;
   } catch (const CLI::ParseError& error) {
     return usageError(*app_, unexpected(*app_).value_or(error.what()));
@@ -169,6 +173,7 @@ ExitCode CommandLine::runParsed() const {
 }
 
 int runCommandLine(int argc, char** argv) {
+  prepareForLittleMemory();
   holdStandardStreams();
   useUtf8();
   ExitCode code = ExitCode::Failed;

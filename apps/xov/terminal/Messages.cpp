@@ -21,6 +21,8 @@ struct NoteOfTheEnd {
 };
 std::vector<NoteOfTheEnd> notesOfTheEnd;
 
+int printFault = 0; // why something could not be printed
+
 // Marks, embeddings, overrides and isolates of directions of writing: they would show a name as another one.
 bool isDirection(QChar c) {
   const char16_t unit = c.unicode();
@@ -79,13 +81,16 @@ bool isQuiet() { return quiet; }
 
 void print(const QString& text) {
   const QByteArray bytes = text.toUtf8();
-  std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
+  errno = 0;
+  const std::size_t printed = std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
+  if (printed < std::size_t(bytes.size()) && printFault == 0) printFault = errno;
 }
 
 ExitCode finishStandardOutput() {
   errno = 0;
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return ExitCode::Ok;
-  const QString reason = errno != 0 ? QString::fromLocal8Bit(std::strerror(errno)) : QStringLiteral("write error");
+  const int fault = printFault != 0 ? printFault : errno;
+  const QString reason = fault != 0 ? QString::fromLocal8Bit(std::strerror(fault)) : QStringLiteral("write error");
   complain(QStringLiteral("standard output: ") + reason);
   return ExitCode::Failed;
 }

@@ -7,6 +7,9 @@
 
 namespace xov {
 
+/// What std::bad_alloc is to a user.
+inline constexpr char kNotEnoughMemory[] = "not enough memory";
+
 /// The error of an operation on `name` that threw; without the name where there is no memory left to write it.
 Error thrownError(const QString& name, const char* what) noexcept;
 
@@ -21,7 +24,7 @@ auto guarded(const QString& name, Body&& body) noexcept -> decltype(body()) {
   try {
     return body();
   } catch (const std::bad_alloc&) {
-    return thrownError(name, "not enough memory");
+    return thrownError(name, kNotEnoughMemory);
   } catch (const std::exception& exception) {
     return thrownError(name, exception.what());
   } catch (...) {
@@ -37,7 +40,7 @@ bool contained(const char* name, Body&& body) noexcept {
     body();
     return true;
   } catch (const std::bad_alloc&) {
-    logThrown(name, "not enough memory");
+    logThrown(name, kNotEnoughMemory);
   } catch (const std::exception& exception) {
     logThrown(name, exception.what());
   } catch (...) {

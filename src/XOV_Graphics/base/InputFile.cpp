@@ -1,6 +1,7 @@
 #include "XOV_Graphics/base/InputFile.h"
 
 #include "XOV_Graphics/base/ByteNames.h"
+#include "XOV_Graphics/base/Guarded.h"
 
 #include <QFileInfo>
 
@@ -43,7 +44,10 @@ Status readingStatus(const QIODevice& device, const QString& name) {
   return {};
 }
 
-bool isReadingFailure(const QString& error) { return error.contains(kNotRead) || error.contains(kNotOpened); }
+bool isReadingFailure(const QString& error) {
+  return error.contains(kNotRead) || error.contains(kNotOpened) ||
+         error.endsWith(QLatin1StringView(kNotEnoughMemory));
+}
 
 Status openForReading(QFile& file, InputKind kind) {
   const QString name = file.fileName();

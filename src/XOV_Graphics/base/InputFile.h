@@ -46,7 +46,8 @@ public:
 /// it cannot understand: the error names `name` and the system's reason.
 XOV_EXPORT Status readingStatus(const QIODevice& device, const QString& name);
 
-/// Whether an error says that the system did not give a file's bytes, and not what is wrong with them.
+/// Whether an error says that the system did not give a file's bytes, or the memory for them, and not what is wrong
+/// with them.
 XOV_EXPORT bool isReadingFailure(const QString& error);
 
 /// What `read` makes of a device, unless the device failed meanwhile: then its error, whatever was made of the rest.

@@ -1,7 +1,6 @@
 #include "XOV_Graphics/base/TimeText.h"
 
-#include <QRegularExpression>
-
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -20,18 +19,6 @@ constexpr int kFirstNanosecondYear = 1678;
 constexpr int kLastNanosecondYear = 2261;
 constexpr int kNanosecondDigits = 9;
 constexpr double kMostSeconds = 2e10; // from one end to the other, and more
-
-// The groups of the expression.
-enum Group { Year = 1, Separator, Month, Day, Hour, Minute, Second, Fraction, ZoneSign, ZoneHour, ZoneMinute };
-
-const QRegularExpression& timeExpression() {
-  static const QRegularExpression expression(
-      QStringLiteral(R"(\A(\d{4})([-/]?)(\d{2})\2(\d{2}))"
-                     R"((?:[T ]\s*(\d{1,2}):(\d{2})(?::(\d{2})(\.\d{0,12})?)?)?)"
-                     R"(\s*(?:Z|UTC|GMT|([-+])(\d{2}):?(\d{2})?)?\z)"),
-      QRegularExpression::CaseInsensitiveOption);
-  return expression;
-}
 
 /// The moment that lies an offset in seconds before a date and a clock.
 std::optional<QDateTime> timeLess(qint64 offset, const DateAndClock& written) {
@@ -54,15 +41,111 @@ struct WrittenMoment {
   qint64 offset = 0; ///< of the zone, in seconds
 };
 
-std::optional<WrittenMoment> writtenMoment(QStringView text) {
-  const QRegularExpressionMatch match = timeExpression().match(text.trimmed().toString());
-  if (!match.hasMatch()) return {};
-  const auto number = [&](Group group) { return match.capturedView(group).toInt(); };
-  const qint64 offset = (number(ZoneHour) * kMinutesPerHour + number(ZoneMinute)) * kSecondsPerMinute;
-  const bool isWest = match.capturedView(ZoneSign) == QLatin1String("-");
-  return WrittenMoment{{number(Year), number(Month), number(Day), number(Hour), number(Minute), number(Second),
-                        match.capturedView(Fraction).toDouble()},
-                       isWest ? -offset : offset};
+/// Takes a text to pieces from its front. Digits and blanks are those of ASCII.
+class TimeCursor {
+public:
+  explicit TimeCursor(QStringView text) : rest_(text) {}
+
+  bool isAtEnd() const { return rest_.isEmpty(); }
+  /// The digits at the front, at most so many.
+  QStringView digits(qsizetype most) {
+    qsizetype count = 0;
+    while (count < std::min(most, rest_.size()) && isDigit(rest_[count]))
+      ++count;
+    return take(count);
+  }
+  /// A number of exactly so many digits.
+  std::optional<int> number(qsizetype count) {
+    const QStringView taken = digits(count);
+    return taken.size() == count ? std::optional(taken.toInt()) : std::nullopt;
+  }
+  /// One of these characters; a null one where none is at the front.
+  QChar oneOf(QLatin1StringView characters) {
+    if (rest_.isEmpty() || !characters.contains(rest_.front())) return {};
+    return take(1).front();
+  }
+  bool word(QLatin1StringView expected) {
+    if (!rest_.startsWith(expected, Qt::CaseInsensitive)) return false;
+    take(expected.size());
+    return true;
+  }
+  void blanks() {
+    while (!oneOf(QLatin1StringView(" \t\n\v\f\r")).isNull()) {
+    }
+  }
+
+private:
+  static bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
+  QStringView take(qsizetype count) {
+    const QStringView taken = rest_.first(count);
+    rest_ = rest_.sliced(count);
+    return taken;
+  }
+
+  QStringView rest_;
+};
+
+/// "2011-03-11", also with slashes or nothing between its numbers.
+bool takeDate(TimeCursor& text, DateAndClock& clock) {
+  const std::optional<int> year = text.number(4);
+  const QChar separator = text.oneOf(QLatin1StringView("-/"));
+  const std::optional<int> month = text.number(2);
+  if (!separator.isNull() && text.oneOf(QLatin1StringView("-/")) != separator) return false;
+  const std::optional<int> day = text.number(2);
+  if (!year || !month || !day) return false;
+  clock.year = *year;
+  clock.month = *month;
+  clock.day = *day;
+  return true;
+}
+
+/// "T05:46:24.12" or less of it; takes nothing where no clock follows.
+void takeClock(TimeCursor& text, DateAndClock& clock) {
+  constexpr qsizetype kMostFractionDigits = 12;
+  TimeCursor after = text;
+  if (after.oneOf(QLatin1StringView("Tt ")).isNull()) return;
+  after.blanks();
+  const QStringView hour = after.digits(2);
+  if (hour.isEmpty() || after.oneOf(QLatin1StringView(":")).isNull()) return;
+  const std::optional<int> minute = after.number(2);
+  if (!minute) return;
+  clock.hour = hour.toInt();
+  clock.minute = *minute;
+  text = after;
+  if (after.oneOf(QLatin1StringView(":")).isNull()) return;
+  const std::optional<int> second = after.number(2);
+  if (!second) return;
+  clock.second = *second;
+  if (!after.oneOf(QLatin1StringView(".")).isNull())
+    clock.fraction = (QStringLiteral("0.") + after.digits(kMostFractionDigits).toString()).toDouble();
+  text = after;
+}
+
+/// Blanks and "Z", "UTC", "GMT" or "+05:30", "+0530", "+05"; seconds east, 0 where nothing follows.
+qint64 takeZone(TimeCursor& text) {
+  text.blanks();
+  for (const char* utc : {"Z", "UTC", "GMT"}) {
+    if (text.word(QLatin1StringView(utc))) return 0;
+  }
+  TimeCursor after = text;
+  const QChar sign = after.oneOf(QLatin1StringView("+-"));
+  const std::optional<int> hours = after.number(2);
+  if (sign.isNull() || !hours) return 0;
+  after.oneOf(QLatin1StringView(":"));
+  text = after;
+  const std::optional<int> minutes = after.number(2);
+  if (minutes) text = after;
+  const qint64 offset = (*hours * kMinutesPerHour + minutes.value_or(0)) * kSecondsPerMinute;
+  return sign == QLatin1Char('-') ? -offset : offset;
+}
+
+std::optional<WrittenMoment> writtenMoment(QStringView written) {
+  TimeCursor text(written.trimmed());
+  WrittenMoment moment;
+  if (!takeDate(text, moment.clock)) return {};
+  takeClock(text, moment.clock);
+  moment.offset = takeZone(text);
+  return text.isAtEnd() ? std::optional(moment) : std::nullopt;
 }
 
 /// The moment so many nanoseconds after another, at most some seconds.

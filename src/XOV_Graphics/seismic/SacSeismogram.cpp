@@ -14,6 +14,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <mutex>
 #include <utility>
 
 namespace xov {
@@ -51,7 +52,11 @@ std::shared_ptr<UtcTime> sharedReferenceTime(const SacHeader& header) {
     std::array<std::int32_t, 6> fields = {};
     std::shared_ptr<UtcTime> time;
   };
-  static thread_local Moment latest;
+  // Of all threads, as a moment never changes. The system ends a program that has no memory left to note what goes
+  // with a thread.
+  static std::mutex mutex;
+  static Moment latest;
+  const std::scoped_lock lock(mutex);
   const std::array<std::int32_t, 6> fields{header.nzyear, header.nzjday, header.nzhour,
                                            header.nzmin,  header.nzsec,  header.nzmsec};
   if (latest.time == nullptr || latest.fields != fields)

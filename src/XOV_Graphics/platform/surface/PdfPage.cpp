@@ -1,6 +1,7 @@
 #include "XOV_Graphics/platform/surface/PdfPage.h"
 
 #include "XOV_Graphics/base/Log.h"
+#include "XOV_Graphics/base/MemoryReserve.h"
 #include "XOV_Graphics/platform/surface/PaperContext.h"
 #include "XOV_Graphics/platform/surface/PaperTraces.h"
 #include "XOV_Graphics/platform/surface/PdfCheck.h"
@@ -15,12 +16,15 @@
 
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 namespace xov {
 
 namespace {
 
 constexpr int kPointsPerInch = 72;
+// The page is packed in pieces of ten megabytes, and then come its fonts.
+constexpr std::size_t kBytesToEnd = std::size_t(48) << 20;
 
 // A page holds whole points; a rectangle with a fraction of one gets it on the next whole point.
 QSizeF pageSizeFor(const QRectF& rect) { return {std::ceil(rect.width()), std::ceil(rect.height())}; }
@@ -35,11 +39,16 @@ QByteArray paintedPage(const QRectF& rect, const Drawing& draw, PaperTraces* tra
   writer.setResolution(kPointsPerInch);
   writer.setPageLayout(QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
                                    QPageLayout::Portrait, QMarginsF()));
+  // When a painter ends a page, it cannot cope with memory that is refused, even where it is ended by what is thrown.
+  // So there is some before it begins, which goes before it.
+  MemoryReserve early(kBytesToEnd);
   QPainter painter(&writer);
   if (!painter.isActive()) throw std::bad_alloc();
+  MemoryReserve reserve = std::move(early);
   const QTransform viewToPage(1, 0, 0, -1, -rect.left(), rect.y() + size.height());
   PaperContext context(painter, viewToPage, viewToPage.inverted().mapRect(QRectF(QPointF(), size)), traces);
   draw(context);
+  reserve.release();
   if (!painter.end()) throw std::bad_alloc();
   return withFixedIdentity(pdf);
 }

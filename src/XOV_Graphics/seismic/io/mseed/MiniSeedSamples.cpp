@@ -84,10 +84,15 @@ QString problemText(const QString& said) {
   return said.isEmpty() ? QStringLiteral("the samples cannot be decoded") : said.section(": ", -1);
 }
 
+MSRecord* newRecord() {
+  const LibmseedMessages kept; // of memory that is refused
+  return msr_init(nullptr);
+}
+
 } // namespace
 
 struct MiniSeedSamples::Library {
-  Library() : record(msr_init(nullptr)) {
+  Library() : record(newRecord()) {
     if (record == nullptr) throw std::bad_alloc();
     record->fsdh = static_cast<fsdh_s*>(std::calloc(1, sizeof(fsdh_s)));
     if (record->fsdh == nullptr) {
