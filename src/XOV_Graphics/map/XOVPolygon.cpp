@@ -11,7 +11,8 @@ namespace xov {
 
 namespace {
 
-constexpr qint64 kMostBytes = qint64(1) << 30; // far more than the points that can be drawn
+// Three million points, more than any outline that is drawn; as text and as numbers they take four times as much.
+constexpr qint64 kMostBytes = qint64(64) << 20;
 
 } // namespace
 

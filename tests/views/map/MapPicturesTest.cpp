@@ -95,20 +95,24 @@ TEST_F(MapPictureFile, ofTheLargestSizeIsRead) {
   EXPECT_EQ(QImageReader::allocationLimit(), limit) << "which is the program's, and stays";
 }
 
-TEST_F(MapPictureFile, beyondAGigabyteIsRefused) {
+TEST_F(MapPictureFile, ofTooManyPixelsIsRefused) {
   QByteArray bytes = encoded({60, 20}, "JPG");
   // The frame header of a JPEG file: FF C0, length (2 bytes), precision, height and width (2 bytes each).
   const qsizetype frame = bytes.indexOf("\xFF\xC0");
   ASSERT_GT(frame, 0);
   bytes.replace(frame + 5, 4, QByteArray(4, '\xFA')); // 64250 by 64250 pixels
   const QString path = files.write("natural_wide.jpg", bytes);
-  const QString expected = path + ": found a picture of 64250 by 64250 pixels, expected at most 134217728 of them";
+  const QString expected = path + ": found a picture of 64250 by 64250 pixels, expected at most 67108864 of them";
   EXPECT_EQ(refusal(), expected);
   // Also in a program that has no limit of its own.
   const int limit = QImageReader::allocationLimit();
   QImageReader::setAllocationLimit(0);
   EXPECT_EQ(refusal(), expected);
   QImageReader::setAllocationLimit(limit);
+  // One row more than 67,108,864 pixels make: 8193 rows of 8192.
+  bytes.replace(frame + 5, 4, QByteArray("\x20\x01\x20\x00", 4));
+  files.write("natural_wide.jpg", bytes);
+  EXPECT_TRUE(refusal().contains("8192 by 8193 pixels")) << refusal().toStdString();
 }
 
 TEST_F(MapPictureFile, thatIsDamagedIsRefused) {

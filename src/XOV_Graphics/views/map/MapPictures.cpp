@@ -12,8 +12,9 @@ namespace xov {
 
 namespace {
 
-// More than three times as many as the largest of ours has: what a picture claims is memory before it is decoded.
-constexpr qint64 kMostPixels = qint64(1) << 27;
+// Nearly twice as many as the largest of ours has: what a picture claims is memory before it is decoded, four bytes
+// each.
+constexpr qint64 kMostPixels = qint64(1) << 26;
 constexpr float kWideDeg = 540;
 constexpr float kPoleToPoleDeg = 180;
 constexpr PlotLimits kWide = {-180, 360, -90, 90};
@@ -44,7 +45,7 @@ public:
   RaisedAllocationLimit& operator=(const RaisedAllocationLimit&) = delete;
 
 private:
-  static constexpr int kMostMegabytes = 1024;
+  static constexpr int kMostMegabytes = int(kMostPixels * 8 >> 20); // some formats have eight bytes a pixel
   int former_;
 };
 
