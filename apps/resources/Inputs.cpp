@@ -64,10 +64,11 @@ Result<const MapPainter*> Inputs::painter() {
       readReliefTiles(packages_.path(kReliefPackage, QStringLiteral("usr/share/marble/data/maps/earth/srtm/3")));
   if (!greys) return Error{greys.error()};
   const QString path = packages_.path(kGlobePackage, QStringLiteral("usr/share/xplanet/images/earth.jpg"));
-  const QImage globe(path);
-  if (globe.isNull() || globe.width() != 2 * globe.height())
+  const Result<QImage> globe = readPicture(path);
+  if (!globe) return Error{globe.error()};
+  if (globe->isNull() || globe->width() != 2 * globe->height())
     return Error{QStringLiteral("%1: no picture twice as wide as high").arg(path)};
-  painter_ = std::make_unique<MapPainter>(std::move(greys).value(), **elevations, globe);
+  painter_ = std::make_unique<MapPainter>(std::move(greys).value(), **elevations, *globe);
   return painter_.get();
 }
 

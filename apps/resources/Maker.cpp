@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/WholeFile.h>
 #include <XOV_Graphics/platform/ImageFile.h>
 #include <algorithm>
@@ -85,15 +86,21 @@ Result<QByteArray> makeBoundaries(const Resource& resource, Edition edition, Inp
   return boundariesByType(edition == Edition::Full ? title : title + " (" + kThinnedMark + ')', name, type->segments);
 }
 
-QByteArray firstBytes(const QString& path) {
+/// Nothing of a file that is not there.
+Result<QByteArray> firstBytes(const QString& path) {
   constexpr qint64 kEnough = 4096;
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.read(kEnough) : QByteArray();
+  if (!QFile::exists(path)) return QByteArray();
+  CheckedFile file(path);
+  if (Status status = openForReading(file); !status) return Error{status.error()};
+  return readChecked(file, path, [&]() -> Result<QByteArray> { return file.read(kEnough); });
 }
 
-bool isImported(const Task& task) {
-  return task.resource->kind == ResourceKind::BoundariesOfModel && QFile::exists(task.path) &&
-         !areDerivedBoundaries(firstBytes(task.path));
+/// Whether the file is one that a user imported. One that cannot be read may be that.
+Result<bool> isImported(const Task& task) {
+  if (task.resource->kind != ResourceKind::BoundariesOfModel || !QFile::exists(task.path)) return false;
+  const Result<QByteArray> begin = firstBytes(task.path);
+  if (!begin) return Error{begin.error()};
+  return !areDerivedBoundaries(*begin);
 }
 
 } // namespace
@@ -106,12 +113,16 @@ QString targetPath(const Resource& resource, Edition edition, const QString& fol
                                                      QLatin1StringView(resource.name)));
 }
 
-std::vector<Task> missingResources(const QString& dataRoot) {
-  const bool isCurrent = firstBytes(QDir(dataRoot).filePath(kVersionFile)) == kVersion;
+Result<std::vector<Task>> missingResources(const QString& dataRoot) {
+  const Result<QByteArray> madeBy = firstBytes(QDir(dataRoot).filePath(kVersionFile));
+  if (!madeBy) return Error{madeBy.error()};
+  const bool isCurrent = *madeBy == kVersion;
   std::vector<Task> tasks;
   for (const Resource& resource : kResources) {
     const Task task{&resource, targetPath(resource, Edition::Full, dataRoot)};
-    if (isImported(task) || (isCurrent && QFile::exists(task.path))) continue;
+    const Result<bool> imported = isImported(task);
+    if (!imported) return Error{imported.error()};
+    if (*imported || (isCurrent && QFile::exists(task.path))) continue;
     tasks.push_back(task);
   }
   return tasks;

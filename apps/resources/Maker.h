@@ -25,8 +25,8 @@ struct Task {
 QString targetPath(const Resource& resource, Edition edition, const QString& folder);
 
 /// The resources that are not below the data root yet, or were made by another version of this program. The imported
-/// text of PB2002 stays.
-std::vector<Task> missingResources(const QString& dataRoot);
+/// text of PB2002 stays. Fails where it cannot be told, as the file that says so cannot be read.
+Result<std::vector<Task>> missingResources(const QString& dataRoot);
 
 /// Writes down that all below the data root was made by this version.
 Status markMade(const QString& dataRoot);

@@ -2,6 +2,7 @@
 
 #include <QDir>
 
+#include <XOV_Graphics/base/InputFile.h>
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -125,12 +126,22 @@ float combined(double fromPicture, double fromGrid, double latitude) {
 
 } // namespace
 
+Result<QImage> readPicture(const QString& path) {
+  constexpr qint64 kMostBytes = 64 << 20; // the globe has two megabytes
+  // Read as a whole first: what decodes pictures takes an error of the disk for the end of the file.
+  const Result<QByteArray> file = readWholeFile(path, kMostBytes);
+  if (!file) return Error{file.error()};
+  return QImage::fromData(*file);
+}
+
 Result<QImage> readReliefTiles(const QString& folder) {
   QImage mosaic;
   for (int row = 0; row < kTileRows; ++row) {
     for (int column = 0; column < kTileColumns; ++column) {
       const QString path = tilePath(folder, row, column);
-      const QImage tile = QImage(path).convertToFormat(QImage::Format_Grayscale8);
+      const Result<QImage> read = readPicture(path);
+      if (!read) return read;
+      const QImage tile = read->convertToFormat(QImage::Format_Grayscale8);
       const int size = mosaic.isNull() ? tile.width() : mosaic.width() / kTileColumns;
       if (tile.isNull() || tile.width() != size || tile.height() != size || size > kLargestTile)
         return Error{QStringLiteral("%1: no square picture of the size of the others").arg(path)};

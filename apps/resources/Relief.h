@@ -10,6 +10,9 @@
 
 namespace xov::maker {
 
+/// A picture of a file; a null one where it holds none, an error where it cannot be read.
+Result<QImage> readPicture(const QString& path);
+
 /// A picture of the globe whose grey values rise with elevation, put together from tiles of a map program: 8 rows of
 /// 16 square pictures of equal size, <folder>/RRRRRR/RRRRRR_CCCCCC.jpg, from 90 N and 180 W on.
 Result<QImage> readReliefTiles(const QString& folder);

@@ -32,8 +32,9 @@ std::vector<Task> smallOnes(const QString& folder) {
 Status make(const QString& smallFolder, const QString& archive) {
   const bool isSmall = !smallFolder.isEmpty();
   const QString root = dataRoot();
-  const std::vector<Task> tasks = isSmall ? smallOnes(smallFolder) : missingResources(root);
-  if (tasks.empty()) {
+  const Result<std::vector<Task>> tasks = isSmall ? smallOnes(smallFolder) : missingResources(root);
+  if (!tasks) return Error{tasks.error()};
+  if (tasks->empty()) {
     say(QStringLiteral("All is there: %1").arg(root));
     return {};
   }
@@ -41,7 +42,7 @@ Status make(const QString& smallFolder, const QString& archive) {
                               .filePath(QStringLiteral("XOV_Graphics/packages")),
                           archive);
   Inputs inputs(packages, say);
-  if (Status made = makeAll(tasks, isSmall ? Edition::Small : Edition::Full, inputs, say); !made) return made;
+  if (Status made = makeAll(*tasks, isSmall ? Edition::Small : Edition::Full, inputs, say); !made) return made;
   packages.remove();
   return isSmall ? Status() : markMade(root);
 }

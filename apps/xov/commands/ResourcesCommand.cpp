@@ -10,7 +10,6 @@
 #include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/Resources.h>
 #include <XOV_Graphics/base/WholeFile.h>
-#include <optional>
 
 namespace xov::cli {
 
@@ -36,26 +35,36 @@ QStringList gridCells(const Resource& resource) {
           bytesOf(small), small};
 }
 
-QStringList pictureCells(const Resource& resource, const QString& path) {
-  const QSize size = QImageReader(path).size();
+/// The size that a picture says it has; an invalid one where it does not.
+Result<QSize> pictureSize(const QString& path) {
+  CheckedFile file(path);
+  if (Status status = openForReading(file); !status) return Error{status.error()};
+  return readChecked(file, path, [&]() -> Result<QSize> { return QImageReader(&file).size(); });
+}
+
+QStringList pictureCells(const Resource& resource, const QString& path, QStringList& faults) {
+  const Result<QSize> read = pictureSize(path);
+  if (!read) faults.append(read.error());
+  const QSize size = read ? *read : QSize();
   if (!size.isValid()) return {QStringLiteral("unreadable"), {}, {}, bytesOf(path), path};
   const bool isFull = size.width() >= resource.width && size.height() >= resource.height;
   return {isFull ? QStringLiteral("full") : QStringLiteral("small"), QString::number(size.width()),
           QString::number(size.height()), bytesOf(path), path};
 }
 
-// Nothing where the file cannot be read.
-std::optional<QString> firstLine(const QString& path) {
+Result<QString> firstLine(const QString& path) {
   constexpr qint64 kLongest = 1024;
   CheckedFile file(path);
-  if (!openForReading(file)) return {};
-  const QByteArray line = file.readLine(kLongest);
-  return readingStatus(file, path) ? std::optional(QString::fromLatin1(line)) : std::nullopt;
+  if (Status status = openForReading(file); !status) return Error{status.error()};
+  return readChecked(file, path, [&]() -> Result<QString> { return QString::fromLatin1(file.readLine(kLongest)); });
 }
 
-QStringList textCells(const Resource& resource, const QString& path) {
-  const std::optional<QString> title = firstLine(path);
-  if (!title) return {QStringLiteral("unreadable"), {}, {}, bytesOf(path), path};
+QStringList textCells(const Resource& resource, const QString& path, QStringList& faults) {
+  const Result<QString> title = firstLine(path);
+  if (!title) {
+    faults.append(title.error());
+    return {QStringLiteral("unreadable"), {}, {}, bytesOf(path), path};
+  }
   QString edition =
       title->contains(QLatin1StringView(kThinnedMark)) ? QStringLiteral("thinned") : QStringLiteral("full");
   if (resource.kind == ResourceKind::BoundariesOfModel)
@@ -63,7 +72,7 @@ QStringList textCells(const Resource& resource, const QString& path) {
   return {edition, {}, {}, bytesOf(path), path};
 }
 
-QString table() {
+QString table(QStringList& faults) {
   TextTable table;
   table.addColumn(QStringLiteral("resource"));
   table.addColumn(QStringLiteral("version"));
@@ -71,7 +80,7 @@ QString table() {
     table.addColumn(QString::fromLatin1(number), TextTable::Align::Right);
   table.addColumn(QStringLiteral("file"));
   for (const Resource& resource : kResources)
-    table.addRow(resourceCells(resource));
+    table.addRow(resourceCells(resource, faults));
   return table.text();
 }
 
@@ -101,13 +110,13 @@ ExitCode import(const QString& path) {
 
 } // namespace
 
-QStringList resourceCells(const Resource& resource) {
+QStringList resourceCells(const Resource& resource, QStringList& faults) {
   const QString name = QLatin1StringView(resource.name);
   const QString path = resourcePath(name);
   if (resource.kind == ResourceKind::Grid) return QStringList(name) + gridCells(resource);
   if (path.isEmpty()) return {name, QStringLiteral("missing")};
-  return QStringList(name) +
-         (resource.kind == ResourceKind::Picture ? pictureCells(resource, path) : textCells(resource, path));
+  return QStringList(name) + (resource.kind == ResourceKind::Picture ? pictureCells(resource, path, faults)
+                                                                     : textCells(resource, path, faults));
 }
 
 void ResourcesCommand::addOptions(const Options& options) {
@@ -120,8 +129,11 @@ void ResourcesCommand::addOptions(const Options& options) {
 
 ExitCode ResourcesCommand::run() {
   if (!published_.empty()) return import(QString::fromStdString(published_));
-  print(table());
-  return ExitCode::Ok;
+  QStringList faults;
+  print(table(faults));
+  for (const QString& fault : faults)
+    complain(fault);
+  return faults.isEmpty() ? ExitCode::Ok : ExitCode::Failed;
 }
 
 } // namespace xov::cli

@@ -23,7 +23,7 @@ private:
 
 /// The cells of a resource as the library finds it: its file's name; "full", "small", "thinned", "derived"
 /// (boundaries that stand in for PB2002), "published" or "missing"; width and height in pixels or grid cells, bytes,
-/// path. What does not apply is empty.
-QStringList resourceCells(const maker::Resource& resource);
+/// path. What does not apply is empty. Adds to `faults`, one line each, why a file could not be read.
+QStringList resourceCells(const maker::Resource& resource, QStringList& faults);
 
 } // namespace xov::cli

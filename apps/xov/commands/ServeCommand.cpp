@@ -97,7 +97,11 @@ ExitCode ServeCommand::run() {
   }
   const Interrupt interrupt([] { QCoreApplication::quit(); });
   print(QStringLiteral("serving on port %1\n").arg(server.port()));
-  std::fflush(stdout); // whoever waits for the port reads it from a pipe
+  // Whoever waits for the port reads it from a pipe.
+  if (const ExitCode printed = finishStandardOutput(); printed != ExitCode::Ok) {
+    std::clearerr(stdout); // it has been told
+    return printed;
+  }
   QCoreApplication::exec();
   return ExitCode::Ok;
 }

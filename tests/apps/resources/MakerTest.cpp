@@ -29,7 +29,9 @@ protected:
 
   QStringList missing() const {
     QStringList names;
-    for (const Task& task : missingResources(files.folder()))
+    const Result<std::vector<Task>> tasks = missingResources(files.folder());
+    EXPECT_TRUE(tasks) << qPrintable(tasks.error());
+    for (const Task& task : *tasks)
       names << QLatin1StringView(task.resource->name);
     return names;
   }
@@ -96,7 +98,7 @@ TEST_F(Maker, writesNothingWhenAnInputIsMissing) {
   Inputs inputs(packages, [](const QString&) {});
   QStringList steps;
   const QString root = files.path("root");
-  EXPECT_FALSE(makeAll(missingResources(root), Edition::Full, inputs, [&](const QString& step) { steps << step; }));
+  EXPECT_FALSE(makeAll(*missingResources(root), Edition::Full, inputs, [&](const QString& step) { steps << step; }));
   EXPECT_EQ(steps, QStringList(QStringLiteral("[1/10] etopo5.i2")));
   EXPECT_FALSE(QFile::exists(root));
 }
