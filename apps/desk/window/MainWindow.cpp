@@ -16,6 +16,7 @@
 #include "apps/desk/window/PaneReadout.h"
 #include "apps/desk/window/PicksTool.h"
 #include "apps/desk/window/ProcessingTool.h"
+#include "apps/desk/window/ReadingFailures.h"
 #include "apps/desk/window/RequestChange.h"
 #include "apps/desk/window/Theme.h"
 
@@ -71,6 +72,7 @@ MainWindow::MainWindow(CommandRunner run, QWidget* parent)
   const auto* const boxes = new BoxTool(*this); // behind the hands, whose boxes zoom: it is asked first
   connect(boxes, &BoxTool::mapBoxed, events, &EventsTool::show);
   new PaneReadout(*this);
+  new ReadingFailures(*this);
   addAction(QStringLiteral("help"), QStringLiteral("keys"), tr("&Keys…"), QKeySequence::HelpContents,
             [this] { showHelpSheet(*this); });
   statusBar();

@@ -6,6 +6,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace xov {
@@ -46,6 +47,11 @@ XOV_EXPORT Result<SeismogramFile> openJoinedFiles(const QStringList& paths, cons
 /// Why samples could not be read since this was asked last, where they were drawn or asked for: a line a file, each
 /// once. Any thread.
 XOV_EXPORT QStringList takeSampleFaults();
+
+/// Has a function called each time when takeSampleFaults() has something new to tell, in the thread that reads, which
+/// may be drawing: it wakes up whoever asks and does not ask itself. An empty function, as at first, is not called.
+/// Any thread.
+XOV_EXPORT void setSampleFaultHandler(std::function<void()> handler);
 
 /// Where the index of a file is kept.
 XOV_EXPORT QString indexPathOf(const QString& path, const IndexCache& cache);

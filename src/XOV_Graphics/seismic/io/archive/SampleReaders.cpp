@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/io/archive/SampleReaders.h"
 
 #include "XOV_Graphics/base/FileWindow.h"
+#include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/InputFile.h"
 #include "XOV_Graphics/seismic/io/archive/Archive.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedSamples.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <functional>
 #include <limits>
 #include <mutex>
 #include <numeric>
@@ -33,7 +35,13 @@ class SampleFaults {
 public:
   void add(const QString& fault) {
     const std::scoped_lock lock(mutex_);
-    if (faults_.size() < kMost) faults_.append(fault);
+    if (faults_.size() >= kMost) return;
+    faults_.append(fault);
+    if (handler_) contained("a failed reading of samples", handler_);
+  }
+  void setHandler(std::function<void()> handler) {
+    const std::scoped_lock lock(mutex_);
+    handler_ = std::move(handler);
   }
   QStringList take() {
     const std::scoped_lock lock(mutex_);
@@ -44,6 +52,7 @@ private:
   static constexpr qsizetype kMost = 100;
   std::mutex mutex_;
   QStringList faults_;
+  std::function<void()> handler_;
 };
 
 SampleFaults& sampleFaults() {
@@ -124,6 +133,8 @@ QString firstFault(const ArchiveSource& source) { return source.fault(); }
 void tellOfFaults(ArchiveSource& source) { source.tell(); }
 
 QStringList takeSampleFaults() { return sampleFaults().take(); }
+
+void setSampleFaultHandler(std::function<void()> handler) { sampleFaults().setHandler(std::move(handler)); }
 
 namespace {
 
