@@ -79,6 +79,18 @@ TEST_F(CliSeedLink, monitorGoesOnWhereTheDiskOfItsStateIsFull) {
   EXPECT_FALSE(QImage(at("plot.png")).isNull());
 }
 
+TEST_F(CliSeedLink, monitorKeepsAStateThatItCannotRead) {
+  const QString server = serve({"--all-at-once"});
+  writeFile("state", "XX_TEST twelve 0\n");
+  const Outcome outcome = xov({"monitor", "--seedlink", server, "XX_TEST", "--since", "2012-05-01T00:00:00",
+                               "--state", "state", "--wait", "0.5", "-o", "plot.png"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(outcome.err.startsWith("xov: state: line 1: expected a station")) << qPrintable(outcome.err);
+  EXPECT_TRUE(outcome.err.section('\n', 0, 0).endsWith("; it is kept as state.broken")) << qPrintable(outcome.err);
+  EXPECT_EQ(contents("state.broken"), "XX_TEST twelve 0\n");
+  EXPECT_EQ(contents("state"), "XX_TEST 30 1336780858000000\n");
+}
+
 TEST_F(CliSeedLink, monitorFailsWhereNothingArrives) {
   const QString server = serve();
   EXPECT_EQ(stop(), 0);

@@ -220,5 +220,20 @@ TEST(WholeFile, thrownFromLeavesTheOldOneAndNothingElse) {
   EXPECT_EQ(files.read(path), "precious");
 }
 
+TEST(WholeFile, isSetAsideInThePlaceOfTheOneBefore) {
+  const TemporaryFiles files;
+  const QString path = files.write("settings", "first");
+  EXPECT_EQ(setFileAside(path), path + ".broken");
+  files.write("settings", "second");
+  EXPECT_EQ(setFileAside(path), path + ".broken");
+  EXPECT_EQ(files.read(path + ".broken"), "second");
+  EXPECT_EQ(everythingIn(files), QStringList("settings.broken"));
+  // What is no ordinary file stays, and so does what is not there.
+  EXPECT_EQ(setFileAside(path), QString());
+  EXPECT_EQ(setFileAside(files.folder()), QString());
+  EXPECT_EQ(setFileAside("/dev/null"), QString());
+  EXPECT_EQ(everythingIn(files), QStringList("settings.broken"));
+}
+
 } // namespace
 } // namespace xov

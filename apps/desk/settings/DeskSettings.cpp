@@ -127,11 +127,11 @@ DeskSettings readSettings(const QString& path, QString* note) {
   const Result<QByteArray> bytes = readWholeFile(path, kLargestFile);
   const Result<DeskSettings> settings = bytes ? DeskSettings::fromJson(*bytes) : Error{bytes.error()};
   if (settings) return *settings;
-  const QString kept = path + QStringLiteral(".broken");
-  QFile::remove(kept);
-  QFile::rename(path, kept);
   const QString what = bytes ? path + QStringLiteral(": ") + settings.error() : settings.error();
-  if (note != nullptr) *note = QStringLiteral("%1; it is kept as %2").arg(what, kept);
+  const QString kept = setFileAside(path);
+  const QString where = kept.isEmpty() ? QStringLiteral("it cannot be kept beside new ones")
+                                       : QStringLiteral("it is kept as %1").arg(kept);
+  if (note != nullptr) *note = what + QStringLiteral("; ") + where;
   return {};
 }
 

@@ -13,7 +13,8 @@
 
 namespace xov::desk {
 
-void runDesk(const CommandRunner& run, const QStringList& paths) {
+bool runDesk(const CommandRunner& run, const QStringList& paths) {
+  bool isKept = true;
   {
     const QString file = settingsPath();
     QString note;
@@ -21,8 +22,9 @@ void runDesk(const CommandRunner& run, const QStringList& paths) {
     dragPlotsAsPdf();
     MainWindow window(run);
     window.memory().restore(settings, paths.isEmpty());
-    QObject::connect(&window, &MainWindow::closing, &window, [&window, &file] {
+    QObject::connect(&window, &MainWindow::closing, &window, [&window, &file, &isKept] {
       const Status written = writeSettings(window.memory().now(), file);
+      isKept = bool(written);
       if (!written) cli::complain(written.error());
     });
     window.show();
@@ -37,6 +39,7 @@ void runDesk(const CommandRunner& run, const QStringList& paths) {
     QApplication::exec();
   }
   PlotMaker::waitForAll();
+  return isKept;
 }
 
 } // namespace xov::desk

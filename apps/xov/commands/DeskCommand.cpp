@@ -21,8 +21,8 @@ ExitCode DeskCommand::run() {
   QStringList paths;
   for (const std::string& path : paths_)
     paths.append(fileNameFromBytes(path));
-  desk::runDesk([](const std::vector<std::string>& words) { return int(CommandLine().run(words)); }, paths);
-  return ExitCode::Ok;
+  const auto run = [](const std::vector<std::string>& words) { return int(CommandLine().run(words)); };
+  return desk::runDesk(run, paths) ? ExitCode::Ok : ExitCode::Failed;
 }
 
 } // namespace xov::cli

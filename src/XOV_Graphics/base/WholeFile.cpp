@@ -3,6 +3,10 @@
 #include "XOV_Graphics/base/FileName.h"
 #include "XOV_Graphics/base/Guarded.h"
 
+#include <QFileInfo>
+
+#include <cstdio>
+
 #ifdef Q_OS_UNIX
 #include "XOV_Graphics/base/DescriptorDevice.h"
 #include "XOV_Graphics/base/UnfinishedFile.h"
@@ -128,6 +132,12 @@ Status writeWhole(const QString& path, const FileContents& contents) {
 #endif
 
 } // namespace
+
+QString setFileAside(const QString& path) {
+  const QString kept = path + QStringLiteral(".broken");
+  if (!QFileInfo(path).isFile()) return {};
+  return std::rename(fileNameBytes(path).constData(), fileNameBytes(kept).constData()) == 0 ? kept : QString();
+}
 
 bool writeFileAtomically(const QString& path, const QByteArray& bytes, QString* error) {
   return writeFileAtomically(

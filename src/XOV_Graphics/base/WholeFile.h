@@ -16,6 +16,11 @@ namespace xov {
 /// pipes are written to as they are.
 XOV_EXPORT bool writeFileAtomically(const QString& path, const QByteArray& bytes, QString* error = nullptr);
 
+/// Takes a file that cannot be understood out of the way of a new one, so that what it holds is not lost: it has
+/// ".broken" behind its name then, in the place of one that was kept so before. The new name; empty where the file
+/// stays, since it is no ordinary file or the system refuses.
+XOV_EXPORT QString setFileAside(const QString& path);
+
 /// Writes what a file will hold to a device; false when the device does not take it.
 using FileContents = std::function<bool(QIODevice&)>;
 

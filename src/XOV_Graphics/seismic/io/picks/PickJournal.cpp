@@ -76,6 +76,13 @@ Result<RecoveredPicks> readJournal(const QString& path) {
 QByteArray setLine(const Pick& pick) { return kSetWord + pickRow(pick); }
 QByteArray removeLine(const QString& id) { return kRemoveWord + encodedText(id); }
 
+bool isOnDisk(int descriptor) {
+  while (::fsync(descriptor) != 0) {
+    if (errno != EINTR) return false;
+  }
+  return true;
+}
+
 QString lockPathOf(const QString& journal) { return journal + QStringLiteral(".lock"); }
 
 } // namespace
@@ -110,15 +117,19 @@ Status PickJournal::open() {
     const QString path = folder.filePath(QStringLiteral("picks-%1.journal").arg(number));
     auto lock = std::make_unique<QLockFile>(lockPathOf(path));
     lock->setStaleLockTime(0);
-    if (QFile::exists(path) || !lock->tryLock(0)) {
-      if (lock->error() == QLockFile::PermissionError) return Error{path + ": no permission to write a journal"};
-      continue;
+    if (QFile::exists(path)) continue;
+    errno = 0;
+    if (!lock->tryLock(0)) {
+      if (lock->error() == QLockFile::LockFailedError) continue;
+      return Error{path + ": the journal of picks cannot be locked: " + qt_error_string(errno)};
     }
     file_.setFileName(path);
     if (!file_.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
       return Error{path + ": " + file_.errorString()};
     lock_ = std::move(lock);
-    return write(kDocumentWord + encodedText(document_));
+    Status begun = write(kDocumentWord + encodedText(document_));
+    if (!begun) clear(); // the next change begins it again
+    return begun;
   }
   return Error{folder_ + ": holds too many journals of picks"};
 }
@@ -127,12 +138,16 @@ Status PickJournal::write(const QByteArray& line) {
   const QByteArray summed = summedLine(line);
   const qint64 sound = file_.pos();
   errno = 0;
-  if (file_.write(summed) == summed.size() && ::fsync(file_.handle()) == 0) return {};
+  if (file_.write(summed) == summed.size() && isOnDisk(file_.handle())) return {};
   const QString reason = errno != 0 ? qt_error_string(errno) : file_.errorString();
   // Half a line would end what is read; where it stays for now, the next line takes its place.
-  file_.resize(sound);
-  file_.seek(sound);
+  cutTo(sound);
   return Error{file_.fileName() + ": the journal of picks cannot be written: " + reason};
+}
+
+void PickJournal::cutTo(qint64 end) {
+  file_.resize(end);
+  file_.seek(end);
 }
 
 Status PickJournal::append(const PickChange& change) noexcept {
@@ -149,9 +164,12 @@ Result<RecoveredPicks> PickJournal::recover(const QString& path, PickDocument& d
     if (!found) return found;
     document_ = found->document;
     if (Status status = open(); !status) return Error{status.error()};
+    const qint64 before = file_.pos();
     for (const RecoveredPicks::Step& step : found->steps) {
-      if (Status status = write(step.pick ? setLine(*step.pick) : removeLine(step.id)); !status)
-        return Error{status.error()};
+      const Status status = write(step.pick ? setLine(*step.pick) : removeLine(step.id));
+      if (status) continue;
+      cutTo(before); // some of them, read after the others, would undo these
+      return Error{status.error()};
     }
     for (const RecoveredPicks::Step& step : found->steps)
       document.restore(step.id, step.pick);

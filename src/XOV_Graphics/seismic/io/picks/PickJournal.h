@@ -60,6 +60,7 @@ public:
 private:
   Status open();
   Status write(const QByteArray& line);
+  void cutTo(qint64 end);
 
   QString folder_;
   QString document_;

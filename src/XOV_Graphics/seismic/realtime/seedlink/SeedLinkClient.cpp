@@ -1,6 +1,7 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkClient.h"
 
 #include "XOV_Graphics/base/Version.h"
+#include "XOV_Graphics/base/WholeFile.h"
 #include "XOV_Graphics/seismic/realtime/CallsBack.h"
 #include "XOV_Graphics/seismic/realtime/TimerMilliseconds.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkHandshake.h"
@@ -42,7 +43,7 @@ public:
     isStarted_ = true;
     if (!settings_.stateFile.isEmpty()) {
       Result<SeedLinkPlaces> places = readSeedLinkState(settings_.stateFile);
-      if (!places) say(places.error());
+      if (!places) sayUnreadableState(places.error());
       places_ = std::move(places).value();
       if (settings_.beginsWithDay) goBackToTheDay();
       save_.start(timerMilliseconds(settings_.stateSeconds));
@@ -75,6 +76,12 @@ private:
     const qint64 time = earliest->second.timeUs / kMicrosecondsPerMillisecond;
     settings_.since = QDateTime(QDateTime::fromMSecsSinceEpoch(time, Qt::UTC).date(), QTime(0, 0), Qt::UTC);
     placesOfFile_ = std::exchange(places_, {});
+  }
+
+  // The places of this run are not those of the file.
+  void sayUnreadableState(const QString& why) {
+    const QString kept = setFileAside(settings_.stateFile);
+    say(kept.isEmpty() ? why : why + "; it is kept as " + kept);
   }
 
   void connectNow() {
