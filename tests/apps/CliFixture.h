@@ -55,11 +55,11 @@ protected:
   /// All files in the folder, hidden ones included, sorted.
   QStringList files() const;
 
+  /// Runs any program in the folder.
+  Outcome run(const QString& program, const QStringList& arguments, const QByteArray& input = {});
+
   QTemporaryDir folder_;
   QProcessEnvironment environment_;
-
-private:
-  Outcome run(const QString& program, const QStringList& arguments, const QByteArray& input);
 };
 
 /// The text of a plot as textOfPlot() gives it; the test is skipped where it cannot be read.

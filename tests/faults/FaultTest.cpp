@@ -38,8 +38,26 @@ QString reasonOf(const Fault& fault) {
   return QStringLiteral("an error that has no text here");
 }
 
+bool triesAllFaults() { return qEnvironmentVariable("XOV_FAULTS") == QLatin1String("all"); }
+
 Outcome FaultTest::xovUnder(const Fault& fault, const QString& path, const QStringList& arguments,
                             const QByteArray& input) {
+  return under(fault, path, QStringLiteral(XOV_COMMAND), arguments, input);
+}
+
+Outcome FaultTest::subjectUnder(const Fault& fault, const QString& failing, const QString& what,
+                                const QString& path) {
+  environment_.insert("XDG_RUNTIME_DIR", folder_.path()); // else Qt says which one it takes
+  return under(fault, failing, QStringLiteral(XOV_FAULT_SUBJECTS), {what, path}, {});
+}
+
+Outcome FaultTest::subject(const QString& what, const QString& path) {
+  environment_.insert("XDG_RUNTIME_DIR", folder_.path());
+  return run(QStringLiteral(XOV_FAULT_SUBJECTS), {what, path});
+}
+
+Outcome FaultTest::under(const Fault& fault, const QString& path, const QString& program,
+                         const QStringList& arguments, const QByteArray& input) {
   const QProcessEnvironment former = environment_;
   const auto set = [this](const char* name, const QString& value) {
     environment_.insert(QLatin1String(name), value);
@@ -56,7 +74,7 @@ Outcome FaultTest::xovUnder(const Fault& fault, const QString& path, const QStri
   set("XOV_FAULT_LEAST", QString::number(fault.least));
   set("XOV_FAULT_PATH", path);
   set("XOV_FAULT_REPORT", report);
-  Outcome outcome = xov(arguments, input);
+  Outcome outcome = run(program, arguments, input);
   environment_ = former;
 
   std::array<quint64, 2> counts = {};
@@ -71,7 +89,7 @@ Outcome FaultTest::xovUnder(const Fault& fault, const QString& path, const QStri
 std::vector<int> FaultTest::callsToFail(quint64 count) {
   constexpr quint64 kFew = 3;
   const int last = int(count);
-  if (count > kFew && qEnvironmentVariable("XOV_FAULTS") != QLatin1String("all")) return {1, (1 + last) / 2, last};
+  if (count > kFew && !triesAllFaults()) return {1, (1 + last) / 2, last};
   std::vector<int> all(count);
   std::iota(all.begin(), all.end(), 1);
   return all;

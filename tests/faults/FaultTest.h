@@ -18,6 +18,8 @@ struct Fault {
 
 /// The fault in one line, for messages of tests.
 QString textOf(const Fault& fault);
+/// Whether tests go through every call.
+bool triesAllFaults();
 /// The system's own words for the fault's error.
 QString reasonOf(const Fault& fault);
 
@@ -28,6 +30,10 @@ protected:
   /// Runs the command under a fault of the calls about files whose path holds `path`; all files when it is empty.
   Outcome xovUnder(const Fault& fault, const QString& path, const QStringList& arguments,
                    const QByteArray& input = {});
+  /// The same of FaultSubjects, which does one thing with a file or folder as the desk and others do it: the calls
+  /// that fail are about files whose path holds `failing`.
+  Outcome subjectUnder(const Fault& fault, const QString& failing, const QString& what, const QString& path);
+  Outcome subject(const QString& what, const QString& path);
   /// How many calls were counted in the last run, and how many of them failed or were short.
   quint64 callsCounted() const { return calls_; }
   quint64 faultsMet() const { return faults_; }
@@ -39,6 +45,9 @@ protected:
                                                       const Fault& fault);
 
 private:
+  Outcome under(const Fault& fault, const QString& path, const QString& program, const QStringList& arguments,
+                const QByteArray& input);
+
   quint64 calls_ = 0;
   quint64 faults_ = 0;
 };

@@ -13,8 +13,6 @@ constexpr Fault kLastingFaults[] = {{"read", "EIO", "shortfail", "on"}, {"read",
 constexpr Fault kPassingFaults[] = {{"read", "EIO"}, {"read", "EIO", "shortfail"}};
 constexpr Fault kHarmlessFaults[] = {{"read", "EINTR"}, {"read", "EIO", "short"}, {"read", "EIO", "short", "on"}};
 
-bool tryAll() { return qEnvironmentVariable("XOV_FAULTS") == QLatin1String("all"); }
-
 /// What a run left: what it said and, of a plot or another file, its bytes.
 struct Work {
   Outcome outcome;
@@ -49,7 +47,7 @@ protected:
   void expectDrawnOrTold(const QString& file, const QStringList& arguments) {
     const QString plot = QStringLiteral("plot.png");
     const QStringList all = arguments + QStringList{"-q", "-o", plot};
-    if (tryAll()) return expectWholeOrTold(file, all, plot);
+    if (triesAllFaults()) return expectWholeOrTold(file, all, plot);
     SCOPED_TRACE(qPrintable(all.join(' ')));
     const Work whole = work({"read", "EIO", "fail", "once", 0}, file, all, plot);
     ASSERT_EQ(whole.outcome.status, 0) << qPrintable(whole.outcome.err);
@@ -242,47 +240,6 @@ TEST_F(ReadingFaults, ofLongRecordingsAreToldWhileTheyAreDrawn) {
     // With its index, only what is drawn is read.
     ASSERT_EQ(xov({"drum", file, "--index-cache", "kept", "-o", "first.png"}).status, 0);
     expectDrawnOrTold(file, {"drum", file, "--index-cache", "kept"});
-  }
-}
-
-TEST_F(ReadingFaults, areToldByEveryCommandThatReadsRecords) {
-  writeLongRecord("long.SAC");
-  for (const char* component : {"BHE", "BHN", "BHZ"})
-    writeRecord(QStringLiteral("c.%1.SAC").arg(component), {.component = component});
-  const QStringList three = {"c.BHE.SAC", "c.BHN.SAC", "c.BHZ.SAC"};
-  const std::pair<const char*, QStringList> commands[] = {{"section", three},
-                                                          {"stack", three},
-                                                          {"three", three},
-                                                          {"panels", three},
-                                                          {"spectrum", three},
-                                                          {"drum", {"long.SAC"}},
-                                                          {"spectrogram", {"long.SAC"}},
-                                                          {"ppsd", {"long.SAC"}},
-                                                          {"monitor", {"long.SAC"}}};
-  for (const auto& [command, files] : commands) {
-    for (const Fault& fault : {Fault{"read", "EIO", "shortfail", "on", 2}, Fault{"open", "EMFILE", "fail", "on"}}) {
-      const QStringList arguments = QStringList(command) + files + QStringList{"-q", "-o", "plot.png"};
-      EXPECT_TRUE(namesFileAndCause(xovUnder(fault, files.back(), arguments), files.back(), fault)) << command;
-      EXPECT_GT(faultsMet(), 0U) << command;
-    }
-  }
-  // It needs all three, and says that as well.
-  const Fault lasting{"read", "EIO", "fail", "on"};
-  const Outcome motion =
-      xovUnder(lasting, three.back(), QStringList{"motion"} + three + QStringList{"-o", "plot.png"});
-  EXPECT_EQ(motion.status, 1);
-  EXPECT_TRUE(motion.err.startsWith("xov: c.BHZ.SAC: cannot be read: Input/output error\n"))
-      << qPrintable(motion.err);
-  copyOfCorpus("quakeml/corpus/mechanism.xml", "events.xml");
-  writeFile("pairs.txt", "1 2\n3 4\n");
-  for (const QStringList& arguments :
-       {QStringList{"mechanism", "events.xml"}, QStringList{"map", "--events", "events.xml"},
-        QStringList{"xy", "pairs.txt"}, QStringList{"scatter", "pairs.txt"}, QStringList{"hist", "pairs.txt"},
-        QStringList{"fk", "pairs.txt"}}) {
-    const QString file = arguments.back();
-    const Fault fault{"read", "EIO", "fail", "on"};
-    const Outcome outcome = xovUnder(fault, file, arguments + QStringList{"-q", "-o", "plot.png"});
-    EXPECT_TRUE(namesFileAndCause(outcome, file, fault)) << qPrintable(arguments.front());
   }
 }
 

@@ -4,8 +4,6 @@
 namespace xov::cli {
 namespace {
 
-bool tryAllWrites() { return qEnvironmentVariable("XOV_FAULTS") == QLatin1String("all"); }
-
 /// Writes files with the command while the disk or the memory gives way: the old file or the new one stands there,
 /// whole, and nothing beside it.
 class WritingFaults : public CliExports<FaultTest> {
@@ -71,7 +69,7 @@ TEST_F(WritingFaults, ofMemoryLeaveTheOldFileOrTheNew) {
   constexpr qint64 kLarge = 65536;
   constexpr std::size_t kKinds = 6;
   std::vector<Export> exports = everyExport();
-  if (!tryAllWrites()) exports.resize(kKinds);
+  if (!triesAllFaults()) exports.resize(kKinds);
   for (const Export& made : exports) {
     const QByteArray all = whole(made);
     const QStringList words = arguments(made);
