@@ -65,6 +65,10 @@ TEST(SampleIndex, knowsThatSamplesInWholeBlocksHoldNoGap) {
   EXPECT_TRUE(holdsNoGap(513, 1000));
   EXPECT_FALSE(holdsNoGap(513, 1025)) << "the last block is not whole";
   EXPECT_TRUE(holdsNoGap(300, 300)) << "no samples";
+  EXPECT_EQ(index.extremesAround(samples.data(), 600), std::pair(512.0F, 767.0F));
+  EXPECT_EQ(index.extremesAround(samples.data() + 512, 255), std::pair(512.0F, 767.0F));
+  EXPECT_TRUE(std::isnan(index.extremesAround(samples.data(), 511).first)) << "with a gap";
+  EXPECT_TRUE(std::isnan(index.extremesAround(samples.data(), 1024).second)) << "not whole";
 }
 
 TEST(SampleIndex, knowsNothingOfTheBlockThatSamplesWereDroppedFrom) {

@@ -1,10 +1,13 @@
 #include "XOV_Graphics/seismic/Extrema.h"
 
 #include "XOV_Graphics/base/SampleIndex.h"
+#include "XOV_Graphics/base/SampleSource.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <limits>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -18,6 +21,14 @@ void expectExtrema(const std::vector<float>& values, float min, float max) {
   EXPECT_EQ(extrema.min, min);
   EXPECT_EQ(extrema.max, max);
 }
+
+/// Counts the samples that are asked for.
+struct CountingSource : xov::SampleSource {
+  void hold(const float* begin, const float* end) override { held += end - begin; }
+  void letGo(const float*, const float*) noexcept override {}
+
+  std::ptrdiff_t held = 0;
+};
 
 } // namespace
 
@@ -75,6 +86,45 @@ TEST(Extrema, areTheSameFromAnIndex) {
   }
   values.assign(3000, kNaN);
   expectSame();
+}
+
+TEST(Extrema, ofPartsAreTheSameFromAnIndexOfAll) {
+  std::vector<float> values(1500);
+  for (std::size_t i = 0; i < values.size(); ++i)
+    values[i] = float((i * 7919) % 1009) - 500;
+  values[300] = 5000;  // in the second block
+  values[700] = -5000; // in the third one
+  values[1100] = kNaN; // in the fifth one
+  const xov::SampleIndex index(values);
+  for (std::size_t first = 0; first < values.size(); first += 37) {
+    for (std::size_t count = 1; first + count <= values.size(); count += 61) {
+      const auto part = std::span<const float>(values).subspan(first, count);
+      const xov::Extrema plain = xov::finiteExtrema(part), indexed = xov::finiteExtrema(part, &index);
+      ASSERT_EQ(indexed.min, plain.min) << first << ' ' << count;
+      ASSERT_EQ(indexed.max, plain.max) << first << ' ' << count;
+    }
+  }
+}
+
+TEST(Extrema, areNotSoughtInSamplesThatCannotBeExtremes) {
+  // Ten blocks within -1 to 1 but for the third one.
+  std::vector<float> values(2560);
+  for (std::size_t i = 0; i < values.size(); ++i)
+    values[i] = i % 2 == 0 ? -1.0F : 1.0F;
+  values[600] = -9;
+  values[601] = 9;
+  const xov::SampleIndex index(values);
+  CountingSource source;
+  const auto extremaOf = [&](std::size_t first, std::size_t last) {
+    source.held = 0;
+    return xov::finiteExtrema(std::span<const float>(values).subspan(first, last - first), &index, &source);
+  };
+  EXPECT_EQ(extremaOf(100, 2500).max, 9);
+  EXPECT_EQ(source.held, 0);
+  EXPECT_EQ(extremaOf(602, 2560).max, 1) << "of what is left of a block, not of all of it";
+  EXPECT_EQ(source.held, 768 - 602);
+  EXPECT_EQ(extremaOf(800, 2500).min, -1);
+  EXPECT_EQ(source.held, 1024 - 800 + 2500 - 2304) << "as far as the rest goes";
 }
 
 TEST(Extrema, areThoseOfTheValuesWhereAnIndexIsOfOthers) {

@@ -133,6 +133,13 @@ bool SampleIndex::holdsNoGap(const float* samples, std::int64_t first, std::int6
   return findFinite(lowest, 0, to - from, false) == to - from;
 }
 
+std::pair<float, float> SampleIndex::extremesAround(const float* samples, std::int64_t i) const {
+  const std::int64_t block = (i + (samples - samples_) + number_) / kBlock;
+  if (block < firstBlock() || block >= (number_ + count_) / kBlock) return {kGap, kGap};
+  const std::size_t place = dropped_ + std::size_t(block - firstBlock());
+  return {lowest_[place], highest_[place]};
+}
+
 SampleIndex::Blocks SampleIndex::blocksWithin(const float* samples, std::int64_t first, std::int64_t last) const {
   const std::int64_t shift = samples - samples_ + number_; // from places in the stretch to numbers
   const std::int64_t from = std::max((first + shift + kBlock - 1) / kBlock, firstBlock());

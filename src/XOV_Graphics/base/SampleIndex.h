@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace xov {
@@ -55,6 +56,10 @@ public:
   /// True when all of samples[first] … samples[last - 1], which the index must cover, lie in blocks that hold no gap;
   /// blocks reach beyond them.
   bool holdsNoGap(const float* samples, std::int64_t first, std::int64_t last) const;
+
+  /// The lowest and the highest of the block around samples[i], which the index must cover; NaN where that holds a
+  /// gap or is not whole.
+  std::pair<float, float> extremesAround(const float* samples, std::int64_t i) const;
 
   /// Whole blocks within a stretch of samples: block k holds samples begin + k · kBlock to begin + (k + 1) · kBlock.
   struct Blocks {

@@ -66,18 +66,27 @@ Extrema finiteExtrema(std::span<const float> values, const SampleIndex* index, S
     return finiteExtrema(values);
   }
   const SampleIndex::Blocks blocks = index->blocksWithin(values.data(), 0, count);
-  Extrema extrema{kInfinity, -kInfinity};
-  include(values.first(std::size_t(blocks.begin)), source, extrema);
+  Extrema inner{kInfinity, -kInfinity};
   for (std::int64_t k = 0; k < blocks.count; ++k) {
     if (std::isfinite(blocks.lowest[k])) {
-      extrema.min = lower(blocks.lowest[k], extrema.min);
-      extrema.max = higher(blocks.highest[k], extrema.max);
+      inner.min = lower(blocks.lowest[k], inner.min);
+      inner.max = higher(blocks.highest[k], inner.max);
     } else {
       include(values.subspan(std::size_t(blocks.begin + k * SampleIndex::kBlock), std::size_t(SampleIndex::kBlock)),
-              source, extrema);
+              source, inner);
     }
   }
-  include(values.subspan(std::size_t(blocks.end())), source, extrema);
+  // What lies at the ends is not read where all of its block is nearer to the middle than what was found.
+  const auto canBeExtreme = [&](std::int64_t i) {
+    const auto [lowest, highest] = index->extremesAround(values.data(), i);
+    return !(lowest > inner.min && highest < inner.max);
+  };
+  Extrema extrema{kInfinity, -kInfinity};
+  if (blocks.begin > 0 && canBeExtreme(0)) include(values.first(std::size_t(blocks.begin)), source, extrema);
+  extrema.min = lower(inner.min, extrema.min);
+  extrema.max = higher(inner.max, extrema.max);
+  if (blocks.end() < count && canBeExtreme(count - 1))
+    include(values.subspan(std::size_t(blocks.end())), source, extrema);
   if (extrema.min > extrema.max) return {};
   return extrema;
 }
