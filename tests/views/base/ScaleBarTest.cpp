@@ -34,6 +34,7 @@ TEST(ScaleBar, isNoneWhereThereIsNoScale) {
     EXPECT_FALSE(scaleBar(scale, 30, QString())) << scale;
   EXPECT_FALSE(scaleBar(1, 0, QString()));
   EXPECT_FALSE(scaleBar(1, -3, QString()));
+  EXPECT_FALSE(scaleBar(1e307, 0.3, QString())); // 3e-308, of which 1e-308 has not all digits
 }
 
 } // namespace

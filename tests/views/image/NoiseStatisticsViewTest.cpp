@@ -115,5 +115,13 @@ TEST_F(NoiseStatisticsViewTest, withoutSegmentsThePaperIsEmpty) {
   EXPECT_TRUE(testing::recorded(view).images().empty());
 }
 
+TEST_F(NoiseStatisticsViewTest, hasNoTextsWithoutAxesAndColorBar) {
+  view.setStatistics(statistics());
+  EXPECT_FALSE(testing::recorded(view).strings().isEmpty());
+  view.setShowAxes(false);
+  view.setShowColorBar(false);
+  EXPECT_EQ(testing::recorded(view).strings(), QStringList());
+}
+
 } // namespace
 } // namespace xov

@@ -240,5 +240,25 @@ TEST_F(MapMargins, hundredsOfBeachBallsAreDrawnOnceEach) {
   EXPECT_EQ(rimsOf(mechanisms), (2 * 256 + 1) * rimsOfOne);
 }
 
+TEST(BeachBalls, haveLinesOnlyOfAWidth) {
+  const auto blackFills = [](double rimWidth, double nodalWidth) {
+    BeachBallPatches balls;
+    balls.add(beachBallOf(kThrust, 32), {50, 50}, 10,
+              {.compressional = Qt::red,
+               .dilatational = Qt::white,
+               .lines = Qt::black,
+               .rimWidth = rimWidth,
+               .nodalWidth = nodalWidth});
+    RecordingContext recording;
+    recording.fillPatches(balls.patches());
+    const auto fills = recording.fills();
+    return std::ranges::count(fills, QColor(Qt::black), [](const RecordedItem& item) { return item.color; });
+  };
+  EXPECT_EQ(blackFills(0, 0), 0);
+  EXPECT_EQ(blackFills(-1, -1), 0);
+  EXPECT_GT(blackFills(1, 0), 0);
+  EXPECT_GT(blackFills(0, 1), 0);
+}
+
 } // namespace
 } // namespace xov

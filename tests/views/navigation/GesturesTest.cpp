@@ -51,6 +51,10 @@ TEST(Gestures, otherGesturesChangeNothing) {
   const NavigatedSection section;
   pinchTouchpad(*section.view, 30, Qt::RotateNativeGesture);
   pinchScreen(*section.view, 1.25, QPinchGesture::RotationAngleChanged);
+  QPanGesture pan;
+  QGestureEvent event({&pan});
+  event.setWidget(section.view.get());
+  QCoreApplication::sendEvent(section.view.get(), &event);
   EXPECT_FALSE(section.view->shownPart().has_value());
 }
 

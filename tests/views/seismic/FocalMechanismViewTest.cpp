@@ -153,5 +153,17 @@ TEST(FocalMechanismView, tellsTheDirectionThatLiesAtAPlaceOfABall) {
   EXPECT_TRUE(view.readout({240, 170}).isEmpty());
 }
 
+TEST(FocalMechanismView, showsItsSizeOnlyWhileItIsResized) {
+  FocalMechanismView view(QRectF(0, 0, 400, 300));
+  view.setMechanisms({thrust()});
+  view.show();
+  view.resize(420, 300);
+  ASSERT_TRUE(view.inLiveResize());
+  RecordingContext recording;
+  view.drawInto(recording);
+  ASSERT_EQ(recording.strings().size(), 1);
+  EXPECT_TRUE(recording.strings()[0].endsWith(QStringLiteral(" (inches)")));
+}
+
 } // namespace
 } // namespace xov

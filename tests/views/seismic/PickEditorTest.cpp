@@ -321,6 +321,57 @@ TEST_F(PickEditorTest, marksExpectedArrivalsWithDashes) {
   EXPECT_TRUE(document_.picks().empty());
 }
 
+TEST_F(PickEditorTest, keysThatNeedAPickDoNothingWithoutOne) {
+  edit();
+  mouse(QEvent::MouseMove, {140, 110});
+  for (const int pressed : {Qt::Key_U, Qt::Key_E, Qt::Key_W, Qt::Key_Delete})
+    key(pressed);
+  editor_->setPolarity(PickPolarity::Positive);
+  editor_->setOnset(PickOnset::Emergent);
+  editor_->setUncertainty(2);
+  key(Qt::Key_P, Qt::ControlModifier); // the host's
+  EXPECT_TRUE(document_.picks().empty());
+  EXPECT_EQ(edits_, 0);
+}
+
+TEST_F(PickEditorTest, onlyEscapeIsHeardWhileAPickIsDragged) {
+  edit();
+  editor_->pickAt({140, 110}, QStringLiteral("P"));
+  mouse(QEvent::MouseButtonPress, {140, 110});
+  mouse(QEvent::MouseMove, {200, 110});
+  key(Qt::Key_S);
+  key(Qt::Key_U);
+  ASSERT_EQ(document_.picks().size(), 1U);
+  EXPECT_EQ(document_.picks()[0].polarity, PickPolarity::Unknown);
+  key(Qt::Key_Escape);
+  mouse(QEvent::MouseButtonRelease, {200, 110});
+  EXPECT_EQ(utcText(document_.picks()[0].time), QStringLiteral("2011-03-11T05:52:00.000000000Z"));
+}
+
+TEST_F(PickEditorTest, aPressThatMovesByLessThanAPointMovesNothing) {
+  edit();
+  editor_->pickAt({140, 110}, QStringLiteral("P"));
+  drag({140, 110}, {140.5, 110});
+  EXPECT_EQ(utcText(document_.picks()[0].time), QStringLiteral("2011-03-11T05:52:00.000000000Z"));
+  drag({140, 110}, {141.5, 110});
+  EXPECT_EQ(utcText(document_.picks()[0].time), QStringLiteral("2011-03-11T05:52:01.500000000Z"));
+}
+
+TEST_F(PickEditorTest, outlivesItsDocument) {
+  auto document = std::make_unique<PickDocument>();
+  editor_ = new PickEditor(view_.get(), document.get());
+  editor_->pickAt({140, 110}, QStringLiteral("P"));
+  EXPECT_EQ(linesAt(draw(), 140), 1);
+  document.reset();
+  mouse(QEvent::MouseMove, {140, 110});
+  for (const int pressed : {Qt::Key_S, Qt::Key_U, Qt::Key_Delete})
+    key(pressed);
+  drag({140, 110}, {200, 110});
+  EXPECT_EQ(editor_->currentPick(), nullptr);
+  view_->setNeedsDisplay();
+  EXPECT_EQ(linesAt(draw(), 140) + linesAt(draw(), 200), 0);
+}
+
 TEST_F(PickEditorTest, namesPicksWithTheirOnsetsAsBulletinsDo) {
   edit();
   editor_->pickAt({140, 110}, QStringLiteral("P"));

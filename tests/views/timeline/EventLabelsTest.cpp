@@ -69,4 +69,12 @@ TEST(EventLabels, tellMagnitudeAndName) {
   EXPECT_EQ(largestMagnitude(Hypocentre(values)), 7.0F);
 }
 
+TEST(EventLabels, areThoseOfTheThousandLargestMarksAtMost) {
+  std::vector<EventMark> marks(999, markAt(400, 6, QString())); // larger, and without a text
+  marks.push_back(markAt(200, 5));
+  EXPECT_EQ(layOutEventLabels(marks, kRows, kFont).size(), 1U);
+  marks.push_back(markAt(400, 6, QString()));
+  EXPECT_TRUE(layOutEventLabels(marks, kRows, kFont).empty());
+}
+
 } // namespace xov::testing
