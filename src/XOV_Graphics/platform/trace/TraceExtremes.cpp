@@ -35,8 +35,10 @@ bool TraceExtremes::areSmooth(const float* low, const float* high, int count) {
 }
 
 int TraceExtremes::subColumnOf(double column) const {
-  const double position = std::floor((column - strip_.left) * strip_.perColumn + strip_.curveShift);
-  return static_cast<int>(std::clamp(position, double(-padding_), double(strip_.subColumns() + padding_ - 1)));
+  const double position = std::clamp((column - strip_.left) * strip_.perColumn + strip_.curveShift, double(-padding_),
+                                     double(strip_.subColumns() + padding_ - 1));
+  const int whole = static_cast<int>(position);
+  return position < whole ? whole - 1 : whole;
 }
 
 bool TraceExtremes::find(const TraceProjection& projection, SampleRange samples, int firstSub, int lastSub) {

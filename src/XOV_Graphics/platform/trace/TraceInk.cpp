@@ -12,10 +12,10 @@ constexpr int kFull = 255;
 constexpr int kRowsAhead = 16; // whose pixels are asked for: the rows of a picture lie too far apart to be foreseen
 constexpr int kEveryOther = 0x00FF00FF; // two of a pixel's four channels
 
-/// value / 255, rounded; exact for value <= 255².
+/// (value - kHalf) / 255, rounded; exact for value - kHalf <= 255².
+constexpr int kHalf = 128;
 template <class Number>
 XOV_INLINE void divideBy255(Number& value) {
-  value += 128;
   value = (value + (value >> 8)) >> 8;
 }
 
@@ -34,7 +34,7 @@ struct Ink {
         odd(XOV_SAME_BITS(Shorts, (solid >> 8) & kEveryOther)),
         alpha(static_cast<std::uint16_t>(alphaOfInk)) {}
 
-  /// What a coverage adds to each channel, and the part of 255 that it leaves of what is there.
+  /// What a coverage adds to each channel, and kHalf, and the part of 255 that it leaves of what is there.
   struct Share {
     Shorts even, odd, open;
   };
@@ -42,12 +42,12 @@ struct Ink {
   XOV_INLINE void share(const Words& coverage, Share& found) const {
     Shorts covered = XOV_SAME_BITS(Shorts, coverage | coverage << 16);
     if (alpha != kFull) {
-      covered *= alpha;
+      covered = covered * alpha + kHalf;
       divideBy255(covered);
     }
     found.open = kFull - covered;
-    found.even = even * covered;
-    found.odd = odd * covered;
+    found.even = even * covered + kHalf;
+    found.odd = odd * covered + kHalf;
   }
   XOV_INLINE static void blend(const Share& share, Words& pixels) {
     Shorts mixedEven = share.even + XOV_SAME_BITS(Shorts, pixels & kEveryOther) * share.open;
@@ -101,10 +101,10 @@ struct InkedLanes {
 };
 
 /// Lays some vectors of columns, of which `changes` and `pixels` are the first in the first row; `columns` of them
-/// are pixels.
-template <int parts, class Vector>
-XOV_INLINE void layVectors(const Ink<Vector>& ink, std::int32_t* changes, int rows, int perColumn, int columns,
-                           std::uint32_t* pixels, std::ptrdiff_t stride) {
+/// are pixels, which are all of them unless it `isCut`.
+template <int parts, bool isCut, class Vector>
+XOV_INLINE void layRows(const Ink<Vector>& ink, std::int32_t* changes, int rows, int perColumn, int columns,
+                        std::uint32_t* pixels, std::ptrdiff_t stride) {
   using Words = WordsOf<Vector>;
   const Words full = Words{} + perColumn * kRowUnit;
   const float scale = float(kFull) / float(perColumn * kRowUnit);
@@ -112,16 +112,24 @@ XOV_INLINE void layVectors(const Ink<Vector>& ink, std::int32_t* changes, int ro
   InkedLanes<Vector> lanes[parts];
   for (int row = 0; row < rows; ++row, changes += kInkColumns, pixels += stride) {
     std::uint32_t few[kColumns]; // pixels that are fewer than the lanes
-    std::uint32_t* const line = columns < kColumns ? few : pixels;
-    if (line == few) std::copy_n(pixels, columns, few);
+    std::uint32_t* const line = isCut ? few : pixels;
+    if constexpr (isCut) std::copy_n(pixels, columns, few);
     XOV_PREFETCH(pixels + kRowsAhead * stride, 1);
     for (int part = 0; part < parts; ++part) {
       lanes[part].takeRow(ink, changes + part * kLanes<Vector>, full, scale);
       lanes[part].lay(ink, line + part * kLanes<Vector>);
     }
-    if (line == few) std::copy_n(few, columns, pixels);
+    if constexpr (isCut) std::copy_n(few, columns, pixels);
   }
   std::fill_n(changes, kColumns, 0); // behind the last row
+}
+
+template <int parts, class Vector>
+XOV_INLINE void layVectors(const Ink<Vector>& ink, std::int32_t* changes, int rows, int perColumn, int columns,
+                           std::uint32_t* pixels, std::ptrdiff_t stride) {
+  if (columns < parts * kLanes<Vector>)
+    return layRows<parts, true>(ink, changes, rows, perColumn, columns, pixels, stride);
+  layRows<parts, false>(ink, changes, rows, perColumn, columns, pixels, stride);
 }
 
 template <class Vector>

@@ -81,15 +81,34 @@ void TraceLayers::reset(const TraceStrip& strip) {
   capacity_ = kFirstCapacity;
   usedUntil_.clear();
   middles_.clear();
+  held_.clear();
+  areWhole_ = false;
 }
 
-int TraceLayers::addLayer() {
+/// Adds a layer that is about to get a line in sub-columns begin <= j < end.
+int TraceLayers::addLayer(int begin, int end) {
   const int layer = count();
   usedUntil_.push_back(0);
   middles_.push_back(0);
+  held_.push_back({begin, end});
   const std::size_t needed = 2 * offset(layer + 1);
   if (values_.size() < needed) values_.resize(needed);
   return layer;
+}
+
+/// Lets a layer hold something, or nothing, in sub-columns around those where it does.
+void TraceLayers::hold(int layer, int begin, int end) {
+  Held& held = held_[static_cast<std::size_t>(layer)];
+  clear(layer, begin, held.begin);
+  clear(layer, held.end, end);
+  held = {std::min(begin, held.begin), std::max(end, held.end)};
+}
+
+/// The same of all layers in all used sub-columns.
+void TraceLayers::holdAll() {
+  if (std::exchange(areWhole_, true)) return;
+  for (int layer = 0; layer < count(); ++layer)
+    hold(layer, begin_, end_);
 }
 
 /// Clears used sub-columns of a layer.
@@ -97,9 +116,11 @@ void TraceLayers::clear(int layer, int begin, int end) {
   if (begin < end) InkRows{lowOf(layer), lowOf(layer) + subColumns_, begin_, end_}.clear(begin, end);
 }
 
-void TraceLayers::narrowUsed(TraceStrip& strip) const {
+void TraceLayers::narrowUsed(TraceStrip& strip) {
   strip.firstUsed = inkBegin_ / strip.perColumn;
   strip.lastUsed = std::max((inkEnd_ + strip.perColumn - 1) / strip.perColumn, strip.firstUsed);
+  for (int layer = 0; layer < count(); ++layer)
+    hold(layer, strip.firstUsed * strip.perColumn, strip.lastUsed * strip.perColumn);
 }
 
 InkRows TraceLayers::acquire(int begin, int end) {
@@ -118,9 +139,10 @@ InkRows TraceLayers::acquire(int begin, int end) {
     if (usedUntil_[static_cast<std::size_t>(candidate)] <= begin) layer = candidate;
   }
   if (layer < 0) {
-    layer = addLayer();
-    clear(layer, begin_, begin);
-    clear(layer, end, end_);
+    layer = addLayer(begin, end);
+    if (areWhole_) hold(layer, begin_, end_);
+  } else {
+    hold(layer, held_[static_cast<std::size_t>(layer)].begin, end);
   }
   usedUntil_[static_cast<std::size_t>(layer)] = end;
   middles_[static_cast<std::size_t>(layer)] = begin + (end - begin) / 2;
@@ -137,6 +159,7 @@ void TraceLayers::commit(const InkRows& ink) {
 
 /// Puts an interval into the first layer that has room for it or ink beside it.
 void TraceLayers::insert(int subColumn, float from, float to) {
+  holdAll();
   for (int layer = 0; layer < count(); ++layer) {
     float& layerLow = lowOf(layer)[subColumn];
     float& layerHigh = lowOf(layer)[subColumns_ + subColumn];
@@ -147,8 +170,8 @@ void TraceLayers::insert(int subColumn, float from, float to) {
     usedUntil_[static_cast<std::size_t>(layer)] = subColumns_; // no line may be laid over it unseen
     return;
   }
-  const int layer = addLayer();
-  clear(layer, begin_, end_);
+  const int layer = addLayer(begin_, begin_);
+  hold(layer, begin_, end_);
   usedUntil_.back() = subColumns_;
   middles_.back() = subColumn;
   lowOf(layer)[subColumn] = from;
@@ -157,6 +180,7 @@ void TraceLayers::insert(int subColumn, float from, float to) {
 
 void TraceLayers::compact() {
   std::vector<const float*> lows, highs;
+  holdAll();
   for (int layer = 0; layer < count(); ++layer) {
     lows.push_back(low(layer));
     highs.push_back(high(layer));
@@ -175,6 +199,7 @@ void TraceLayers::compact() {
   }
   usedUntil_.assign(static_cast<std::size_t>(kept), subColumns_);
   middles_.assign(static_cast<std::size_t>(kept), subColumns_ / 2);
+  held_.assign(static_cast<std::size_t>(kept), {begin_, end_});
   capacity_ = std::max(kFirstCapacity, 2 * kept);
 }
 

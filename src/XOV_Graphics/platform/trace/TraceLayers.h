@@ -23,8 +23,8 @@ public:
   int count() const { return static_cast<int>(usedUntil_.size()); }
   int subColumns() const { return subColumns_; }
 
-  /// Narrows the used columns of a strip to those where lines were laid.
-  void narrowUsed(TraceStrip& strip) const;
+  /// Narrows the used columns of a strip to those where lines were laid, and has all layers hold something there.
+  void narrowUsed(TraceStrip& strip);
 
   /// Room for a line in sub-columns begin <= j < end, which the caller fills and then commits.
   InkRows acquire(int begin, int end);
@@ -48,7 +48,14 @@ private:
     return static_cast<std::size_t>(layer) * (static_cast<std::size_t>(subColumns_) + kApart);
   }
   float* lowOf(int layer) { return values_.data() + 2 * offset(layer); }
-  int addLayer();
+  /// The sub-columns of a layer that hold something.
+  struct Held {
+    int begin = 0;
+    int end = 0;
+  };
+  int addLayer(int begin, int end);
+  void hold(int layer, int begin, int end);
+  void holdAll();
   void clear(int layer, int begin, int end);
   void insert(int subColumn, float from, float to);
   void compact();
@@ -63,6 +70,8 @@ private:
   std::vector<float> values_;
   std::vector<int> usedUntil_; // the first free sub-column of each layer
   std::vector<int> middles_;
+  std::vector<Held> held_;
+  bool areWhole_ = false;      // all layers hold something in all used sub-columns
   std::vector<float> scratch_; // the ink of a short line on its way into the layers
 };
 

@@ -23,7 +23,8 @@ TraceProjection::TraceProjection(const Trace& trace, const QTransform& viewToDev
       columnScale_(trace.xScale * viewToDevice.m11()),
       columnOffset_(trace.xOffset * viewToDevice.m11() + viewToDevice.dx()),
       first_(timeline_.first()),
-      last_(timeline_.last()) {
+      last_(timeline_.last()),
+      isPlain_(trace.source == nullptr && !trace.firstValue && !trace.clampLow && !trace.clampHigh) {
   const bool drawable = std::isfinite(columnScale_) && std::isfinite(columnOffset_) && std::isfinite(trace.tOrigin) &&
                         std::isfinite(trace.vOrigin) && std::isfinite(trace.yScale * viewToDevice.m22()) &&
                         std::isfinite(trace.yOffset * viewToDevice.m22() + viewToDevice.dy());

@@ -8,6 +8,7 @@
 
 #include <QTransform>
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -44,7 +45,9 @@ public:
   const IndexedSamples& indexed() const { return indexed_; }
 
   /// True unless sample i breaks the line.
-  bool isFinite(std::int64_t i) const { return trace_.valueAt(i).has_value(); }
+  bool isFinite(std::int64_t i) const {
+    return isPlain_ ? std::isfinite(trace_.samples[i]) : trace_.valueAt(i).has_value();
+  }
   /// True when the value of sample i is not the one in samples().
   bool isOverruled(std::int64_t i) const { return i == trace_.first && trace_.firstValue.has_value(); }
   double column(std::int64_t i) const;
@@ -90,6 +93,7 @@ private:
   std::int64_t first_ = 0;
   std::int64_t last_ = 0;
   bool grows_ = true;
+  bool isPlain_ = false; // samples are in memory, and are what is drawn
 };
 
 } // namespace xov

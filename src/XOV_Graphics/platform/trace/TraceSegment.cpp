@@ -15,6 +15,8 @@ constexpr double kCutMargin = 4;
 constexpr double kNoWidth = 1e-7;
 // A line whose direction has a part smaller than this lies along the other axis.
 constexpr double kNoSlope = 1e-12;
+// Of rows, by which double precision is off by far less.
+constexpr double kRounding = 1e-3;
 
 /// The part of a segment where one coordinate lies between two bounds; false when there is none.
 bool cutAlong(double TracePoint::*axis, double lowest, double highest, TracePoint& from, TracePoint& to) {
@@ -197,9 +199,18 @@ void addRoundSegment(TracePoint from, TracePoint to, const TraceStrip& strip, co
 }
 
 void addButtSegment(TracePoint from, TracePoint to, const TraceStrip& strip, const InkRows& ink) {
-  const double length = std::hypot(to.x - from.x, to.y - from.y);
+  Span span = middlesBetween(from.x - strip.radius, to.x + strip.radius, strip, ink);
+  // Mostly the curve that the segment leads to has inked all of these rows.
+  const double reach = strip.radius + kRounding * (1 + std::abs(from.y) + std::abs(to.y));
+  const auto top = static_cast<float>(std::min(from.y, to.y) - reach);
+  const auto bottom = static_cast<float>(std::max(from.y, to.y) + reach);
+  const auto isInked = [&](int j) { return ink.low[j] <= top && ink.high[j] >= bottom; };
+  while (span.begin < span.end && isInked(span.begin))
+    ++span.begin;
+  while (span.begin < span.end && isInked(span.end - 1))
+    --span.end;
+  const double length = span.begin < span.end ? std::hypot(to.x - from.x, to.y - from.y) : 0;
   if (!(length > 0)) return;
-  const Span span = middlesBetween(from.x - strip.radius, to.x + strip.radius, strip, ink);
   const double farRow = strip.rows + 2 * strip.radius + kCutMargin;
   addButtInk({from, (to.x - from.x) / length, (to.y - from.y) / length, length, strip.radius, strip.subWidth(),
               -farRow - from.y, farRow - from.y},
