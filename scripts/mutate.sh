@@ -36,9 +36,9 @@ programs_of() {
     */apps/*) echo test_apps ;;
     */platform/trace/*) echo test_traces ;;
     */platform/symbol/*) echo test_symbols ;;
-    */views/base/*) echo test_views_base test_views_xy test_views_seismic test_views_navigation test_views_all ;;
+    */views/base/*) echo test_views_base test_views_xy test_views_navigation ;;
     */views/navigation/*) echo test_views_navigation test_views_all ;;
-    */views/*) sed -E 's,.*/views/([a-z]+)/.*,test_views_\1 test_views_navigation test_views_all,' <<<"$1" ;;
+    */views/*) sed -E 's,.*/views/([a-z]+)/.*,test_views_\1 test_views_navigation,' <<<"$1" ;;
     */seismic/io/picks/*) echo test_seismic_picks ;;
     */seismic/signal/* | */seismic/array/* | */seismic/arrivals/* | */seismic/mechanism/* | */seismic/picks/*)
       sed -E 's,.*/seismic/([a-z]+)/.*,test_seismic_\1,' <<<"$1" ;;

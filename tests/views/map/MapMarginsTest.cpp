@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <random>
+#include <utility>
 
 using namespace xov;
 
@@ -47,6 +48,11 @@ TEST(DegreeLabels, standAtEveryMultipleOfTheStepWithItsDecimals) {
   EXPECT_EQ(texts(degreeLabels(Qt::YAxis, 52.0F, 52.001F, 0.0005F)),
             QStringList({"52.0000°N", "52.0005°N", "52.0010°N"}));
   EXPECT_EQ(degreeLabels(Qt::YAxis, -90, 90, 45).front().deg, -90);
+}
+
+TEST(DegreeLabels, areAThousandAtMost) {
+  EXPECT_EQ(degreeLabels(Qt::XAxis, 0, 999, 1).size(), 1000u);
+  EXPECT_TRUE(degreeLabels(Qt::XAxis, 0, 1000, 1).empty());
 }
 
 TEST(DegreeLabels, areNoneForLimitsThatMakeNoAxis) {
@@ -109,6 +115,14 @@ TEST(MoveApart, leavesDiscsThatHaveRoomAndMovesTheOthersNextToTheirPlace) {
   EXPECT_GE(distance(discs[1].center, discs[0].center), 30);
   EXPECT_LE(distance(discs[1].center, discs[1].anchor), 60);
   EXPECT_GT(discs[1].center.x(), 110) << "away from the one in its way";
+}
+
+TEST(MoveApart, leavesTwoPointsBetweenDiscs) {
+  for (const auto& [x, isMoved] : {std::pair(132.0, false), std::pair(131.9, true)}) {
+    std::vector<PlacedDisc> discs = {{{100, 100}, {100, 100}, 20}, {{x, 100}, {x, 100}, 10}};
+    moveApart(discs, {0, 0, 300, 300});
+    EXPECT_EQ(discs[1].isMoved(), isMoved) << x;
+  }
 }
 
 TEST(MoveApart, leavesNoneOverAnotherWhereThereIsRoom) {

@@ -139,6 +139,12 @@ TEST_F(MapMargins, degreeSignsStandAtTheTicks) {
   ASSERT_TRUE(east);
   const double width = east->attributes.size(east->text).width();
   EXPECT_NEAR(east->position.x() + width / 2, 64 + 126, 0.01);
+  // Latitudes end a fifth of 18 points left of the frame, in the middle of their ticks.
+  const auto north = recording->textReading(QStringLiteral("45°N"));
+  ASSERT_TRUE(north);
+  const QSizeF size = north->attributes.size(north->text);
+  EXPECT_NEAR(north->position.x() + size.width(), 64 - 3.6, 0.01);
+  EXPECT_NEAR(north->position.y() + size.height() / 2, 84 + 135 * 1.4, 0.01);
 }
 
 TEST_F(MapMargins, degreeSignsLeaveOutLongitudesThatWouldCoverEachOther) {
@@ -189,6 +195,17 @@ TEST_F(MapMargins, theLegendTakesItsRoomFromTheMap) {
   EXPECT_EQ(recording->fills()[0].color, QColor(Qt::blue));
   EXPECT_LT(recording->fills()[0].path.shape().boundingRect().bottom(), view.mapRect().top());
   EXPECT_EQ(before.width(), 504);
+}
+
+TEST_F(MapMargins, textsOfTheLegendBeginBehindTheirSymbols) {
+  view.setLegend({{{}, {{QStringLiteral("deep"), Qt::blue, 4}}, {}, {}}});
+  const auto recording = step(&geoMapView::drawLegend);
+  ASSERT_EQ(recording->fills().size(), 1U);
+  const QRectF dot = recording->fills()[0].path.shape().boundingRect();
+  const auto text = recording->textReading(QStringLiteral("deep"));
+  ASSERT_TRUE(text);
+  EXPECT_NEAR(text->position.x(), dot.right() + 4, 0.01);
+  EXPECT_NEAR(text->position.y() + text->attributes.size(text->text).height() / 2, dot.center().y(), 0.01);
 }
 
 TEST_F(MapMargins, namesThatWouldCoverABeachBallAreLeftOut) {
