@@ -162,6 +162,16 @@ TEST(PlaceLabels, standToTheRightElseWhereTheyCoverNothing) {
   EXPECT_EQ(*standings[1], QRectF(114, 94, 40, 12));
 }
 
+TEST(PlaceLabels, keepOffHalfTheClearanceOfOtherPlacesOnAllSides) {
+  // To the right of the first place the text would lie from 94 to 106; the second place has 8 points to either side.
+  for (const auto& [y, isInTheWay] : {std::pair(93.0, true), {107.0, true}, {85.0, false}, {115.0, false}}) {
+    const LabelledPlace places[] = {{{100, 100}, {40, 12}, 4}, {{120, y}, {4, 4}, 16}};
+    const auto standings = placeLabels(places, {}, {0, 0, 300, 300});
+    ASSERT_TRUE(standings[0]);
+    EXPECT_EQ(standings[0]->left(), isInTheWay ? 56 : 104) << y;
+  }
+}
+
 TEST(PlaceLabels, leaveOutWhatHasNoRoom) {
   const LabelledPlace places[] = {{{50, 50}, {40, 12}, 4}, {{50, 50}, {400, 12}, 4}, {{500, 50}, {4, 4}, 4}};
   const QRectF obstacle(54, 0, 200, 100);

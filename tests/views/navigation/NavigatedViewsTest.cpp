@@ -86,6 +86,8 @@ TEST(NavigatedViews, stacksZoomTheirAxisOfAmplitudesAndBandsTheirGain) {
   PlotNavigator navigator(&stack);
   navigator.amplify(2, QPointF(320, 60)); // at the lower edge
   expectSpan(stack.currentPart().y, -5, 50, 1e-4);
+  navigator.amplify(0);
+  expectSpan(stack.currentPart().y, -5, 50, 1e-4);
   stack.snapshot();
   EXPECT_EQ(stack.ymin(), -5);
   EXPECT_EQ(stack.ymax(), 50);
@@ -190,6 +192,8 @@ TEST(NavigatedViews, mapsZoomBothAxesAndReachNoFurtherThanTheGlobe) {
   PlotNavigator navigator(&view);
   navigator.zoom(0.5);
   expectSpan(view.currentPart().x, 10, 30, 1e-5);
+  expectSpan(view.currentPart().y, 45, 55, 1e-5);
+  navigator.amplify(2); // degrees of one axis alone do not change
   expectSpan(view.currentPart().y, 45, 55, 1e-5);
   for (int i = 0; i < 20; ++i)
     navigator.zoom(2);

@@ -31,6 +31,30 @@ TEST(PlotNavigator, eightEighthsOfANotchAreOne) {
   expectSpan(section.shown(), 5, 85, 1e-5);
 }
 
+TEST(PlotNavigator, factorsThatAreNoneLeaveNothingBehind) {
+  for (const double odd : {0.0, -1.0, HUGE_VAL, -HUGE_VAL, std::nan("")}) {
+    const NavigatedSection section;
+    section.navigator->zoom(0.8);
+    section.navigator->zoom(odd);
+    section.navigator->amplify(odd);
+    expectSpan(section.shown(), 10, 90);
+    EXPECT_EQ(section.view->currentPart().gain, 1);
+    section.navigator->zoom(0.5);
+    expectSpan(section.shown(), 30, 70);
+    section.navigator->amplify(2);
+    EXPECT_EQ(section.view->currentPart().gain, 2);
+  }
+}
+
+TEST(PlotNavigator, keysWithOtherModifiersAreTheHosts) {
+  const NavigatedSection section;
+  for (const Qt::KeyboardModifier modifier : {Qt::AltModifier, Qt::ControlModifier}) {
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_Right, modifier);
+    QCoreApplication::sendEvent(section.view.get(), &event);
+    EXPECT_FALSE(event.isAccepted()) << modifier;
+  }
+}
+
 TEST(PlotNavigator, ctrlAndTheWheelChangeTheGainOnly) {
   const NavigatedSection section;
   turnWheel(*section.view, kQuarter, {0, 120}, Qt::ControlModifier);
@@ -48,11 +72,42 @@ TEST(PlotNavigator, shiftAndTheWheelPanByATenth) {
   expectSpan(section.shown(), 20, 100); // no further than the data
 }
 
+TEST(PlotNavigator, turningRoundAtTheEndOfTheDataMovesAtOnce) {
+  for (const int notchesBeyond : {5, 15}) {
+    const NavigatedSection section;
+    turnWheel(*section.view, kQuarter, {0, 120}); // 5 … 85
+    for (int i = 0; i < 2 + notchesBeyond; ++i)
+      turnWheel(*section.view, kQuarter, {0, -120}, Qt::ShiftModifier);
+    expectSpan(section.shown(), 20, 100);
+    turnWheel(*section.view, kQuarter, {0, 120}, Qt::ShiftModifier);
+    expectSpan(section.shown(), 12, 92); // a tenth of 80 s back
+  }
+}
+
+TEST(PlotNavigator, twoNotchesOfALevelWheelPanByTwoTenths) {
+  const NavigatedSection section;
+  section.view->showPart(PlotPart{.x = {20, 60}, .y = {}});
+  turnWheel(*section.view, kQuarter, {-240, 0});
+  expectSpan(section.shown(), 28, 68); // two tenths of 40 s
+  turnWheel(*section.view, kQuarter, {0, 240}, Qt::ShiftModifier);
+  expectSpan(section.shown(), 20, 60);
+}
+
 TEST(PlotNavigator, aTouchpadMovesTheDrawingWithTheFingers) {
   const NavigatedSection section;
   turnWheel(*section.view, kQuarter, {0, 120}); // 5 … 85 on 560 points: 7 points a second
   turnWheel(*section.view, kQuarter, {-240, 0}, {}, {-14, 0}, Qt::ScrollUpdate);
   expectSpan(section.shown(), 7, 87);
+}
+
+TEST(PlotNavigator, aTouchpadMovesADrawingThatIsAPointHigh) {
+  const NavigatedSection section;
+  section.view->resize(600, 101);
+  section.view->snapshot();
+  ASSERT_EQ(section.view->iRect().height(), 1);
+  section.view->showPart(PlotPart{.x = {20, 60}, .y = {}}); // 14 points a second
+  turnWheel(*section.view, {160, 60.5}, {-240, 0}, {}, {-14, 0}, Qt::ScrollUpdate);
+  expectSpan(section.shown(), 21, 61);
 }
 
 TEST(PlotNavigator, aLeftDragZoomsToTheBoxAndReportsNoClick) {
@@ -159,6 +214,13 @@ TEST(PlotNavigator, boxesAndCrossHairsAreMarksThatNoExportHas) {
   sendMouse(*section.view, QEvent::MouseMove, {260, 900}, Qt::LeftButton); // held in the frame
   EXPECT_EQ(section.view->overlay().band, QRectF(160, 200, 100, 160));
   EXPECT_EQ(section.view->snapshot(), before);
+}
+
+TEST(PlotNavigator, aVerticalCrossHairHasNoLevelLine) {
+  const NavigatedSection section;
+  section.navigator->setCrossHair(PlotNavigator::CrossHair::Vertical);
+  sendMouse(*section.view, QEvent::MouseMove, kQuarter, Qt::NoButton);
+  EXPECT_EQ(section.view->overlay().lines, (std::vector{QLineF(160, 60, 160, 360)}));
 }
 
 TEST(PlotNavigator, markOverTheWindowDoesNotDrawTheViewAnew) {

@@ -113,7 +113,8 @@ void PlotNavigator::panBy(double xShare, double yShare, Step step) {
   const PlotPart possible = view_->nearestPart(part);
   const bool movesX = possible.x != view_->currentPart().x;
   // What lies beyond the end of the data is not waited for.
-  if (movesX || std::abs(waitingShareX_) < kNoShare || std::abs(waitingShareX_) >= 1) waitingShareX_ = 0;
+  const bool waits = !movesX && moves(reach.x) && nearestPart(reach, part).x == part.x;
+  if (!waits || std::abs(waitingShareX_) < kNoShare) waitingShareX_ = 0;
   show(part, step);
 }
 
