@@ -26,6 +26,24 @@ Compressor compressorOf(int level) {
   return compressor;
 }
 
+/// What a thread packs with: room for what a piece may become, which nobody fills beforehand.
+struct Packer {
+  Packer(int level, std::size_t piece)
+      : compressor(compressorOf(level)),
+        size(libdeflate_deflate_compress_bound(compressor.get(), piece)),
+        room(std::make_unique_for_overwrite<std::uint8_t[]>(size)) {}
+
+  Piece packed(QByteArrayView bytes) {
+    const std::size_t length =
+        libdeflate_deflate_compress(compressor.get(), bytes.data(), std::size_t(bytes.size()), room.get(), size);
+    return {room.get(), room.get() + length};
+  }
+
+  Compressor compressor;
+  std::size_t size;
+  std::unique_ptr<std::uint8_t[]> room;
+};
+
 QByteArray packedAsOne(QByteArrayView bytes, int level) {
   const Compressor compressor = compressorOf(level);
   const auto size = std::size_t(bytes.size());
@@ -54,16 +72,12 @@ bool open(Piece& stream) {
 QByteArray packedZlib(QByteArrayView bytes, int level, qsizetype piece) {
   const auto count = int((bytes.size() + piece - 1) / piece);
   if (count < 2) return packedAsOne(bytes, level);
-  Spares<Compressor> compressors([level] { return compressorOf(level); });
+  Spares<Packer> packers([=] { return Packer(level, std::size_t(piece)); });
   std::vector<Piece> pieces(static_cast<std::size_t>(count));
   std::vector<char> isOpen(pieces.size(), 1);
   runTasks(count, TaskStart::Together, [&](int k) {
-    const auto compressor = compressors.take();
-    const QByteArrayView from = bytes.sliced(k * piece, std::min(piece, bytes.size() - k * piece));
     Piece& to = pieces[std::size_t(k)];
-    to.resize(libdeflate_deflate_compress_bound(compressor->get(), std::size_t(from.size())));
-    to.resize(
-        libdeflate_deflate_compress(compressor->get(), from.data(), std::size_t(from.size()), to.data(), to.size()));
+    to = packers.take()->packed(bytes.sliced(k * piece, std::min(piece, bytes.size() - k * piece)));
     if (k + 1 < count) isOpen[std::size_t(k)] = open(to) ? 1 : 0;
   });
   if (!std::all_of(isOpen.begin(), isOpen.end(), [](char each) { return each != 0; }))

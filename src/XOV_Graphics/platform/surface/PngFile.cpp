@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <libdeflate.h>
+#include <memory>
 #include <new>
 #include <numeric>
 
@@ -55,15 +56,16 @@ bool isOpaque(const QImage& image) {
 
 QByteArray packedPixels(const QImage& image, const PngPixels& pixels) {
   const std::size_t rowBytes = PngRows(image, pixels).rowBytes();
-  std::vector<std::uint8_t> rows(rowBytes * std::size_t(image.height()));
+  const std::size_t size = rowBytes * std::size_t(image.height());
+  const auto rows = std::make_unique_for_overwrite<std::uint8_t[]>(size); // each of which is written
   Spares<PngRows> makers([&] { return PngRows(image, pixels); });
   std::vector<int> photographs(std::size_t((image.height() + kBandRows - 1) / kBandRows));
   runTasks(int(photographs.size()), TaskStart::FirstAlone, [&](int band) {
     const int first = band * kBandRows, end = std::min(first + kBandRows, image.height());
-    photographs[std::size_t(band)] = makers.take()->write(first, end, rows.data() + rowBytes * std::size_t(first));
+    photographs[std::size_t(band)] = makers.take()->write(first, end, rows.get() + rowBytes * std::size_t(first));
   });
   const int all = std::accumulate(photographs.begin(), photographs.end(), 0);
-  const QByteArrayView bytes(rows.data(), qsizetype(rows.size()));
+  const QByteArrayView bytes(rows.get(), qsizetype(size));
   return packedZlib(bytes, 2 * all > image.height() ? kPhotographLevel : kLevel);
 }
 
