@@ -117,5 +117,30 @@ TEST(LogTicks, whatIsNoAxisHasNoTicks) {
   }
 }
 
+// With labels of a point: 2 and 1 lie 0.301 decades apart, 9 and 10 only 0.046.
+TEST(LogTicks, decadesHaveFewerMinorTicksTheCloserTheyLie) {
+  const auto ticks = [](double pointsPerDecade) {
+    return logTicks({.lower = 0, .upper = 4, .length = 4 * pointsPerDecade, .gap = 3, .extent = [](const LogTick&) {
+                       return 1.0;
+                     }});
+  };
+  EXPECT_EQ(ticks(8).major.size(), 5U);
+  EXPECT_EQ(ticks(8).minor.size(), 8U); // 2 and 5 of each: 2.4 points
+  EXPECT_EQ(ticks(5).major.size(), 5U);
+  EXPECT_TRUE(ticks(5).minor.empty()); // 1.5 points
+}
+
+// Labels as wide as the axis stand alone or not at all.
+TEST(LogTicks, shortRangesHaveASingleLabelOrNoneWhereTwoWouldTouch) {
+  const auto ticks = [](double lower, double upper) {
+    return logTicks(
+        {.lower = lower, .upper = upper, .length = 100, .gap = 6, .extent = [](const LogTick&) { return 1000.0; }});
+  };
+  // From 1.26 to 1.58: three multiples of 0.1, but only one of 0.2.
+  EXPECT_EQ(labelsOf(ticks(0.1, 0.2)), (Labels{"1.4"}));
+  // From 1.510 to 1.545: two multiples of 0.02, none of 0.05 and above.
+  EXPECT_EQ(labelsOf(ticks(0.1790, 0.1889)), Labels());
+}
+
 } // namespace
 } // namespace xov
