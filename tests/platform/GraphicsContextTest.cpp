@@ -12,6 +12,7 @@
 namespace xov {
 namespace {
 
+using testing::differingPixels;
 using testing::pixelAt;
 
 TEST(GraphicsContext, drawingOutsideAPassIsIgnored) {
@@ -226,6 +227,45 @@ TEST(PixelContext, farCoordinatesDrawWhatShows) {
   });
   EXPECT_GT(qAlpha(pixelAt(image, 10, 9)), 100); // on the diagonal
   EXPECT_EQ(qAlpha(pixelAt(image, 2, 2)), 0);
+}
+
+// Twice as high as wide, lines are no rasteriser's of ours.
+TEST(PixelContext, aTraceOfAStretchedViewIsTheLineThroughItsSamples) {
+  // A sawtooth of 3000 samples on 150 points, more than are stroked at once, with a gap.
+  std::vector<float> samples(3000);
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = float(i % 200) / 5;
+  for (std::size_t i = 1000; i < 1100; ++i)
+    samples[i] = std::numeric_limits<float>::quiet_NaN();
+  const auto drawn = [](const Path& path) {
+    return picture({0, 0, 150, 100}, 1, [&](GraphicsContext& context) {
+      context.concat(QTransform::fromScale(1, 2));
+      context.strokePath(path);
+    });
+  };
+  Trace trace;
+  trace.samples = samples.data();
+  trace.last = 3000;
+  trace.time = TraceTime::even(0, 1);
+  trace.xScale = 0.05;
+  Path traced, lines;
+  traced.setLineWidth(2);
+  traced.appendTrace(trace);
+  lines.setLineWidth(2);
+  lines.setLineJoin(Path::Join::Round);
+  for (int i = 0; i < 3000; ++i) {
+    if (i >= 1000 && i < 1100) continue;
+    const QPointF point(i * 0.05, double(samples[std::size_t(i)]));
+    if (i == 0 || i == 1100) {
+      lines.moveTo(point);
+    } else {
+      lines.lineTo(point);
+    }
+  }
+  const QImage image = drawn(traced);
+  EXPECT_LE(differingPixels(image, drawn(lines), 2), 4) << "where one piece ends and the next begins";
+  EXPECT_GT(differingPixels(image, drawn(Path())), 1000);
+  EXPECT_EQ(differingPixels(image.copy(51, 0, 3, 100), drawn(Path()).copy(51, 0, 3, 100)), 0) << "the gap";
 }
 
 TEST(PixelContext, imagesKeepSharpCellsWhenEnlarged) {
