@@ -54,26 +54,6 @@ Records recordsOf(std::size_t count, std::size_t samples, Signal signal = Signal
   return records;
 }
 
-// A day in pieces, all of one reference time.
-Records dayInPieces(int pieces) {
-  constexpr int kSamples = 8640000;
-  std::mt19937 random(2009);
-  auto records = std::make_shared<SeismogramArray>();
-  for (int k = 0; k < pieces; ++k) {
-    std::vector<float> values(std::size_t(kSamples / pieces));
-    for (float& value : values)
-      value = float(random() % 2000) - 1000;
-    SacHeader header;
-    header.delta = kDelta;
-    header.b = kDelta * float(values.size()) * float(k);
-    header.nzyear = 2024;
-    header.nzjday = 100;
-    header.nzhour = header.nzmin = header.nzsec = header.nzmsec = 0;
-    records->push_back(std::make_shared<SacSeismogram>(header, std::move(values)));
-  }
-  return records;
-}
-
 template <class ViewOfRecords>
 std::unique_ptr<ViewOfRecords> viewOf(const Records& records) {
   auto view = std::make_unique<ViewOfRecords>(QRectF(QPointF(0, 0), QSizeF(kSize)));
@@ -149,6 +129,25 @@ void paintHairlines(const Records& records, std::size_t bands) {
 }
 
 } // namespace
+
+std::shared_ptr<const SeismogramArray> dayInPieces(int pieces) {
+  constexpr int kSamples = 8640000;
+  std::mt19937 random(2009);
+  auto records = std::make_shared<SeismogramArray>();
+  for (int k = 0; k < pieces; ++k) {
+    std::vector<float> values(std::size_t(kSamples / pieces));
+    for (float& value : values)
+      value = float(random() % 2000) - 1000;
+    SacHeader header;
+    header.delta = kDelta;
+    header.b = kDelta * float(values.size()) * float(k);
+    header.nzyear = 2024;
+    header.nzjday = 100;
+    header.nzhour = header.nzmin = header.nzsec = header.nzmsec = 0;
+    records->push_back(std::make_shared<SacSeismogram>(header, std::move(values)));
+  }
+  return records;
+}
 
 QString recordTable(int rounds) {
   struct Fill {

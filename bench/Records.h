@@ -1,6 +1,10 @@
 #pragma once
 
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
+
 #include <QString>
+
+#include <memory>
 
 namespace xov::bench {
 
@@ -9,5 +13,8 @@ namespace xov::bench {
 /// a month of samples without the index of their extremes.
 /// Medians of that many rounds.
 QString recordTable(int rounds);
+
+/// A day of noise at 100 Hz, in so many records of one length and one reference time.
+std::shared_ptr<const SeismogramArray> dayInPieces(int pieces);
 
 } // namespace xov::bench

@@ -4,7 +4,13 @@
 #include "XOV_Graphics/platform/trace/TraceLayers.h"
 #include "XOV_Graphics/platform/trace/TraceStrips.h"
 
+#include <QColor>
+#include <QRect>
+#include <QTransform>
+
 #include <optional>
+#include <span>
+#include <vector>
 
 namespace xov {
 
@@ -44,7 +50,6 @@ private:
 
   void findInk(Room& room, TraceStrip& strip, TraceFineness& fineness) const;
   void layInk(Room& room, TraceStrip& strip) const;
-  Room& room();
 
   PixelTarget target_;
   QTransform viewToDevice_;
