@@ -101,12 +101,15 @@ bool TraceExtremes::findCut(const TraceCurve& curve, float* low, float* high) {
 bool TraceExtremes::findUneven(const TraceCurve& curve, float* low, float* high) {
   const RowMap& toRow = curve.projection.rows();
   if (!findDense(curve, low, high)) return false;
-  for (int k = 1; k < curve.blocks; ++k) {
-    const auto border = static_cast<std::size_t>(k);
-    const float before = toRow(curve.values()[cut_.cuts()[border] - 1]),
-                after = toRow(curve.values()[cut_.cuts()[border]]);
-    borders_[border] = before + cut_.fraction()[border] * (after - before);
+  const auto blocks = static_cast<std::size_t>(curve.blocks);
+  for (std::size_t k = 1; k < blocks; ++k) {
+    before_[k] = curve.values()[cut_.cuts()[k] - 1];
+    after_[k] = curve.values()[cut_.cuts()[k]];
   }
+  for (std::vector<float>* values : {&before_, &after_}) // numbers all, as the blocks are
+    findRows(values->data() + 1, curve.blocks - 1, toRow, values->data() + 1);
+  for (std::size_t k = 1; k < blocks; ++k)
+    borders_[k] = before_[k] + cut_.fraction()[k] * (after_[k] - before_[k]);
   includeBorderRows(borders_.data(), curve.blocks, low, high);
   return true;
 }
