@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t kFewestStrokes = 64;
 constexpr std::int64_t kPlacedTogether = 256;   // strokes
-constexpr int kMostStrips = 2;                  // of a short stroke, whose first one is worked out for each of them
 constexpr std::int64_t kForeseenSamples = 2048; // samples of a stroke that are asked for while another one is drawn
 
 /// Where a stroke lies.
@@ -23,7 +22,7 @@ struct StrokePlace {
   bool fits = false;
 
   bool isShort(int widest) const {
-    return fits && (strips.count == 0 || (strips.width == widest && strips.count <= kMostStrips));
+    return fits && (strips.count == 0 || (strips.width == widest && strips.count <= StrokeRaster::kFewStrips));
   }
 };
 

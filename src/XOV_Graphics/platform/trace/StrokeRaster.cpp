@@ -85,10 +85,8 @@ StrokeRaster::Strips StrokeRaster::strips() const {
 }
 
 void StrokeRaster::draw() {
-  if (columns_ <= first_.columns) {
-    if (columns_ > 0) drawStrip(0);
-    return;
-  }
+  const int count = strips().count;
+  if (count <= kFewStrips) return drawFew(0, count);
   drawStrips(first_, columns_, *fineness_, [&] {
     return [&, room = std::make_shared<Room>(first_.rows)](TraceStrip& strip, TraceFineness& fineness) {
       findInk(*room, strip, fineness);
@@ -97,15 +95,15 @@ void StrokeRaster::draw() {
   });
 }
 
-void StrokeRaster::drawStrip(int number) {
-  TraceFineness fineness = *fineness_;
-  if (!room_) room_.emplace(first_.rows);
-  for (int k = 0; k <= number; k += std::max(number, 1)) {
+/// Works out strips from the first one on, and draws those from <= k < to.
+void StrokeRaster::drawFew(int from, int to) {
+  if (!room_) room_.emplace(visible_.height());
+  for (int k = 0; k < to; ++k) {
     TraceStrip strip = first_;
     strip.left += k * first_.columns;
     strip.columns = std::min(first_.columns, first_.left + columns_ - strip.left);
-    findInk(*room_, strip, fineness);
-    if (k == number) layInk(*room_, strip);
+    findInk(*room_, strip, *fineness_);
+    if (k >= from) layInk(*room_, strip);
   }
 }
 

@@ -34,11 +34,12 @@ public:
   bool take(std::span<const Trace> traces, const QColor& color);
   /// Of the stroke that was taken.
   Strips strips() const;
-  /// Draws it, in strips on several threads.
+  /// Draws it, on several threads where there are more than a few strips.
   void draw();
-  /// Draws one strip of it and leaves the others away. The first one settles the fineness of all, so there should be
-  /// few.
-  void drawStrip(int number);
+  /// Draws one strip of a stroke that has no more than a few, and leaves the others away.
+  void drawStrip(int number) { drawFew(number, number + 1); }
+  /// The first strip settles the fineness of the next: up to so many are worked out one after the other.
+  static constexpr int kFewStrips = 2;
 
 private:
   /// What a strip is worked out in.
@@ -48,6 +49,7 @@ private:
     TraceCoverage coverage;
   };
 
+  void drawFew(int from, int to);
   void findInk(Room& room, TraceStrip& strip, TraceFineness& fineness) const;
   void layInk(Room& room, TraceStrip& strip) const;
 
