@@ -130,6 +130,38 @@ TEST_F(EveryCommand, tellsOfAnOutputThatCannotBeWritten) {
   }
 }
 
+// Blocks as pictures, samples and files are read into; the smaller ones are those of fonts.
+TEST_F(EveryCommand, tellsOfMemoryThatIsRefused) {
+  constexpr qint64 kPictureBlock = 65536;
+  for (const Row& row : rows()) {
+    if (row.output == nullptr) continue;
+    SCOPED_TRACE(row.command);
+    const QString output = QStringLiteral("out/") + QLatin1String(row.output);
+    makeOutputFolder();
+    ASSERT_EQ(xovUnder({"malloc", "ENOMEM", "fail", "once", 0, kPictureBlock}, {}, words(row)).status, 0);
+    const QByteArray whole = contents(output);
+    for (const int n : callsToFail(callsCounted())) {
+      for (const char* times : {"once", "on"}) {
+        const Fault fault{"malloc", "ENOMEM", "fail", times, n, kPictureBlock};
+        makeOutputFolder();
+        const Outcome outcome = xovUnder(fault, {}, words(row));
+        // With another font, when that of plots could not be loaded.
+        QString errors = outcome.err;
+        const bool hasOtherFont = errors.startsWith("xov: the font ");
+        if (hasOtherFont) errors = errors.section('\n', 1);
+        EXPECT_LE(errors.count('\n'), 1) << qPrintable(textOf(fault)) << ": " << qPrintable(outcome.err);
+        if (outcome.status == 0) {
+          EXPECT_TRUE(contents(output) == whole || hasOtherFont) << qPrintable(textOf(fault));
+        } else {
+          EXPECT_EQ(outcome.status, 1) << qPrintable(textOf(fault)) << ": " << qPrintable(outcome.err);
+          EXPECT_FALSE(errors.isEmpty()) << qPrintable(textOf(fault));
+          EXPECT_EQ(written(), QStringList()) << qPrintable(textOf(fault));
+        }
+      }
+    }
+  }
+}
+
 TEST_F(EveryCommand, tellsOfAStandardOutputThatIsFull) {
   for (const char* line :
        {"info c.BHZ.SAC", "hist pairs.txt --dump", "resources", "serve c.mseed --port 0", "help", "section --help"}) {

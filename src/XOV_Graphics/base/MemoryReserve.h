@@ -24,4 +24,11 @@ private:
   std::unique_ptr<std::byte[]> bytes_;
 };
 
+/// What a drawing finds free when it begins, in bytes: fonts and their outlines, and what else Qt takes without a
+/// look.
+inline constexpr std::size_t kMemoryToDraw = std::size_t(40) << 20;
+
+/// Throws std::bad_alloc where there are not so many bytes now.
+inline void needMemory(std::size_t bytes) { const MemoryReserve enough(bytes); }
+
 } // namespace xov

@@ -1,6 +1,7 @@
 #include "XOV_Graphics/platform/View.h"
 
 #include "XOV_Graphics/base/Guarded.h"
+#include "XOV_Graphics/base/MemoryReserve.h"
 #include "XOV_Graphics/platform/pixels/ScaledImages.h"
 #include "XOV_Graphics/platform/surface/PaperContext.h"
 #include "XOV_Graphics/platform/surface/PdfPage.h"
@@ -131,6 +132,7 @@ Made View::madeOfView(
     const std::function<Made(const std::function<void(GraphicsContext&)>& drawing)>& make) noexcept {
   bool isDrawn = false;
   const auto made = guarded(QString(), [&]() -> Result<Made> {
+    needMemory(kMemoryToDraw);
     return make([&](GraphicsContext& context) {
       draw(context, bounds());
       isDrawn = true;

@@ -41,7 +41,9 @@ QByteArray paintedPage(const QRectF& rect, const Drawing& draw, PaperTraces* tra
                                    QPageLayout::Portrait, QMarginsF()));
   // When a painter ends a page, it cannot cope with memory that is refused, even where it is ended by what is thrown.
   // So there is some before it begins, which goes before it.
+  MemoryReserve forDrawing(kMemoryToDraw);
   MemoryReserve early(kBytesToEnd);
+  forDrawing.release();
   QPainter painter(&writer);
   if (!painter.isActive()) throw std::bad_alloc();
   MemoryReserve reserve = std::move(early);

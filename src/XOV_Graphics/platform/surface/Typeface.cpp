@@ -1,6 +1,7 @@
 #include "XOV_Graphics/platform/surface/Typeface.h"
 
 #include "XOV_Graphics/base/Log.h"
+#include "XOV_Graphics/base/MemoryReserve.h"
 
 #include <QCoreApplication>
 #include <QFontDatabase>
@@ -22,6 +23,7 @@ constexpr std::array kHelveticaTwins = {"Helvetica",       "Nimbus Sans", "Nimbu
                                         "Liberation Sans", "Arial",       "Arimo"};
 
 constexpr int kKeptLines = 1024;
+constexpr std::size_t kBytesALetter = 8192; // of an outline that grows: a hundred points, three times
 
 // A family that several foundries made is listed as "Family [foundry]".
 bool isInstalled(const QString& family) {
@@ -130,6 +132,8 @@ bool Typeface::isSpelled(const QString& line) const {
 // same.
 const Typeface::Line& Typeface::shaped(const QString& line) const {
   if (const Line* known = lines_.object(line)) return *known;
+  // Qt adds to outlines without a look at whether it was given memory for them.
+  needMemory(std::size_t(line.size()) * kBytesALetter);
   auto shaped = std::make_unique<Line>(isSpelled(line) ? spelled(line) : shapedByQt(line));
   const Line& result = *shaped;
   lines_.insert(line, shaped.release());
