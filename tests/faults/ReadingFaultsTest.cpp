@@ -228,6 +228,7 @@ TEST_F(ReadingFaults, ofWhatAMapShowsAreTold) {
 
 TEST_F(ReadingFaults, ofResourcesAreTold) {
   expectDrawnOrTold("living_earth_wide.jpg", {"map", "--image", "4", "--size", "300", "160"});
+  expectDrawnOrTold("natural_wide.jpg", {"map", "--size", "300", "160"}); // which nobody named
   expectDrawnOrTold("trench.txt", {"map", "--image", "0", "--plates", "types", "--size", "300", "160"});
   expectDrawnOrTold("PB2002_boundaries.txt", {"map", "--image", "0", "--plates", "bird", "--size", "300", "160"});
 }

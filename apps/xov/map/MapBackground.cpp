@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <XOV_Graphics/base/InputFile.h>
 #include <XOV_Graphics/base/Resources.h>
 #include <XOV_Graphics/grid/RawGrid.h>
 #include <algorithm>
@@ -153,7 +154,7 @@ bool MapBackground::loadPicture(geoMapView& view) const {
   const int index = image_.value_or(kWorldPicture);
   QString error;
   if (index == kNoPicture || view.loadImageWithIndex(index, &error)) return true;
-  if (image_) {
+  if (image_ || isReadingFailure(error)) {
     complain(error);
     return false;
   }

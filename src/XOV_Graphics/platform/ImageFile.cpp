@@ -81,8 +81,10 @@ Result<QByteArray> written(const QImage& image, ImageFormat format, int jpegQual
   if (file.isNull()) throw std::bad_alloc();
   file.setDotsPerMeterX(image.dotsPerMeterX());
   file.setDotsPerMeterY(image.dotsPerMeterY());
-  if (!writer.write(file)) return Error{writer.errorString()};
-  return bytes;
+  if (writer.write(file)) return bytes;
+  // Into memory, formats fail without a word where that is short.
+  const bool isKnown = writer.error() != QImageWriter::UnknownError;
+  return Error{isKnown ? writer.errorString() : QStringLiteral("it could not be made, maybe for want of memory")};
 }
 
 // Writers of formats have their own ways to go on without memory.

@@ -1,6 +1,8 @@
 #include "XOV_Graphics/views/map/MapPictures.h"
 
+#include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/InputFile.h"
+#include "XOV_Graphics/base/MemoryReserve.h"
 #include "XOV_Graphics/base/Resources.h"
 
 #include <QImageReader>
@@ -15,6 +17,7 @@ namespace {
 // Nearly twice as many as the largest of ours has: what a picture claims is memory before it is decoded, four bytes
 // each.
 constexpr qint64 kMostPixels = qint64(1) << 26;
+constexpr std::size_t kBytesAPixel = 4;
 constexpr float kWideDeg = 540;
 constexpr float kPoleToPoleDeg = 180;
 constexpr PlotLimits kWide = {-180, 360, -90, 90};
@@ -68,6 +71,8 @@ Result<QImage> decode(QFile& file, const QString& path) {
                      .arg(size.width())
                      .arg(size.height())
                      .arg(kMostPixels)};
+  // A decoder that is refused memory says that the picture is damaged.
+  if (size.isValid()) needMemory(std::size_t(size.width()) * std::size_t(size.height()) * kBytesAPixel);
   const QImage image = reader.read();
   if (image.isNull()) return Error{path + QStringLiteral(": ") + reader.errorString()};
   return image;
@@ -77,7 +82,7 @@ Result<QImage> readImage(const QString& path) {
   CheckedFile file(path);
   if (Status status = openForReading(file); !status) return Error{status.error()};
   // A reader of pictures takes an error of the disk for the end of the file.
-  return readChecked(file, path, [&] { return decode(file, path); });
+  return guarded(path, [&] { return readChecked(file, path, [&] { return decode(file, path); }); });
 }
 
 } // namespace
