@@ -62,7 +62,9 @@ protected:
   }
 
   Run info() {
-    return [this](const Fault& fault, const QString& file) { return xovUnder(fault, {}, {"info", file}); };
+    return [this](const Fault& fault, const QString& file) {
+      return xovUnder(fault, {}, {"--threads", "1", "info", file});
+    };
   }
   Run reader(const char* what) {
     return [this, what](const Fault& fault, const QString& file) { return subjectUnder(fault, {}, what, file); };
