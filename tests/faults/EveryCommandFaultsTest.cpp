@@ -147,8 +147,11 @@ TEST_F(EveryCommand, tellsOfMemoryThatIsRefused) {
         const Outcome outcome = xovUnder(fault, {}, words(row));
         // With another font, when that of plots could not be loaded.
         QString errors = outcome.err;
+        errors.remove(QRegularExpression("^xov: no memory for [^\n]*\n"));
         const bool hasOtherFont = errors.startsWith("xov: the font ");
         if (hasOtherFont) errors = errors.section('\n', 1);
+        // A view of a grid draws without the picture that it has no memory for, and says so in the log at most.
+        if (QByteArrayView(row.command) == "spectrogram" && outcome.status == 0) continue;
         EXPECT_LE(errors.count('\n'), 1) << qPrintable(textOf(fault)) << ": " << qPrintable(outcome.err);
         if (outcome.status == 0) {
           EXPECT_TRUE(contents(output) == whole || hasOtherFont) << qPrintable(textOf(fault));
