@@ -6,8 +6,8 @@
 # small number can be changed, COUNT (20) are drawn by SEED (1). Each mutant's source is compiled alone with the flags of
 # BUILD (build/dev) and linked in front of the library into the programs that test it, which are built there first: the
 # suites of the source's own test, then its folder's, then others; until something fails, or takes five times the
-# processor's time that it takes without a change. What survives is compiled and tried once more with sanitizers, as the
-# tests run with them elsewhere. JOBS (2) are tried at a time. Nothing in the tree is changed.
+# processor's time that it takes without a change. With -a, what survives is compiled and tried once more with sanitizers,
+# as the tests run with them elsewhere. JOBS (2) are tried at a time. Nothing in the tree is changed.
 #
 # One line a mutant goes to build/mutants/results, and what stands there is not tried again: killed, survived, late
 # (killed by the time) or invalid (does not compile); the source below src/XOV_Graphics; and its line with [this -> that].
@@ -46,9 +46,11 @@ programs_of() {
   esac
 }
 
-# Suites that compute for long without optimisation, and notice little that others do not.
-slow_suites() {
+# Tests that compute for long without optimisation, and notice little that others do not.
+slow_tests() {
   case $1 in
+    test_symbols) echo 'SymbolRaster.overlapping*:SymbolCulling.ofAThird*' ;;
+    test_traces) echo '*/TraceRasterPicture.*:TraceUnion.equalsACount*:TraceRaster.aLineOfMany*:TraceTimeline.accumulates*' ;;
     test_views_all) echo 'RandomViews.*' ;;
   esac
 }
@@ -156,15 +158,15 @@ try_mutant() {
   else
     for program in "${programs[@]}"; do
       link_mutant "$folder" "$source" "$program" || return 1
-      [ -z "$own" ] || verdict=$(verdict_of "$program" "$folder" "$own")
-      [ "$verdict" != survived ] || verdict=$(verdict_of "$program" "$folder" "*-$(slow_suites "$program")")
+      [ -z "$own" ] || verdict=$(verdict_of "$program" "$folder" "$own-$(slow_tests "$program")")
+      [ "$verdict" != survived ] || verdict=$(verdict_of "$program" "$folder" "*-$(slow_tests "$program")")
       own=
       [ "$verdict" = survived ] || break
     done
-    if [ "$verdict" = survived ]; then
+    if [ "$verdict" = survived ] && [ -n "$again" ]; then
       program=${programs[0]} sanitized="-fsanitize=address,undefined -fno-sanitize-recover=all -D_GLIBCXX_ASSERTIONS"
       compile_mutant "$folder" "$source" && link_mutant "$folder" "$source" "$program" || return 1
-      verdict=$(verdict_of "$program" "$folder" "*-$(slow_suites "$program")")
+      verdict=$(verdict_of "$program" "$folder" "*-$(slow_tests "$program")")
     fi
   fi
   printf '%s\t%s\n' "$verdict" "$name" | tee -a "$work/results"
@@ -197,7 +199,7 @@ for program in "${programs[@]}"; do
   [ "$work/$program.seconds" -nt "$file" ] && continue
   link_command "$program" >"$work/$program.link"
   TIMEFORMAT=%U
-  seconds=$({ time "$file" --gtest_brief=1 --gtest_filter="*-$(slow_suites "$program")" >"$work/$program.log" 2>&1; } 2>&1) ||
+  seconds=$({ time "$file" --gtest_brief=1 --gtest_filter="*-$(slow_tests "$program")" >"$work/$program.log" 2>&1; } 2>&1) ||
     { echo "$program fails as it is: $work/$program.log" >&2; exit 1; }
   echo $((${seconds%.*} + 2)) >"$work/$program.seconds"
 done

@@ -156,6 +156,7 @@ TEST(BirdBoundaries, cutPointsInALongLineToo) {
 
 TEST(BirdBoundaries, endATitleAtAZeroByte) {
   EXPECT_EQ(bird(QByteArray("A\0B\n1 2\n***\n", 12))[0]->title(), QStringLiteral("A"));
+  EXPECT_EQ(bird(QByteArray("\0B\n1 2\n***\n", 11))[0]->title(), QString());
 }
 
 TEST(BirdBoundaries, keepEveryByteOfATitle) {

@@ -55,8 +55,8 @@ TEST_F(PlateBoundaryController, readsTheBoundariesBySegmentFromTheResources) {
 }
 
 TEST_F(PlateBoundaryController, refusesTheModelAsItIsPublishedInOneLine) {
-  for (const char* text :
-       {"AF-AN\n  -0.4379300E+00,-0.5485140E+02\n***\n", "AF-AN\n1 2\r\n***\n\"B\"\r\n3 , 4 \r\n***\r\n"}) {
+  for (const char* text : {"AF-AN\n  -0.4379300E+00,-0.5485140E+02\n***\n", "AF-AN\n3,4\n***\n",
+                           "AF-AN\n1 2\r\n***\n\"B\"\r\n3 , 4 \r\n***\r\n"}) {
     const QString path = files.write("PB2002_boundaries.txt", text);
     const LogCatcher log;
     EXPECT_FALSE(controller.loadBirdPlateBoundaries());
