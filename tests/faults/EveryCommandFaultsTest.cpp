@@ -150,8 +150,6 @@ TEST_F(EveryCommand, tellsOfMemoryThatIsRefused) {
       errors.remove(QRegularExpression("^xov: no memory for [^\n]*\n"));
       const bool hasOtherFont = errors.startsWith("xov: the font ");
       if (hasOtherFont) errors = errors.section('\n', 1);
-      // A view of a grid draws without the picture that it has no memory for, and says so in the log at most.
-      if (QByteArrayView(row.command) == "spectrogram" && outcome.status == 0) continue;
       EXPECT_LE(errors.count('\n'), 1) << qPrintable(textOf(fault)) << ": " << qPrintable(outcome.err);
       if (outcome.status == 0) {
         EXPECT_TRUE(contents(output) == whole || hasOtherFont) << qPrintable(textOf(fault));

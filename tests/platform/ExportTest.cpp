@@ -9,6 +9,8 @@
 #include <QImageReader>
 #include <QThread>
 
+#include <new>
+
 namespace xov {
 namespace {
 
@@ -39,6 +41,18 @@ TEST(PdfPage, theSameDrawingGivesTheSameBytesAtAnyTime) {
 TEST(PdfPage, embedsItsFonts) {
   const QByteArray pdf = pdfPage({0, 0, 200, 100}, drawSample);
   EXPECT_TRUE(pdf.contains("/FontFile2") || pdf.contains("/FontFile3"));
+}
+
+// Where there was no memory for the drawing, Qt has none for the fonts of a page that it ends.
+TEST(PdfPage, isLaidAsideWhereItsDrawingThrowsAndEndedByTheNext) {
+  const QByteArray whole = pdfPage({0, 0, 200, 100}, drawSample);
+  const auto drawHalf = [](GraphicsContext& context) {
+    drawSample(context);
+    throw std::bad_alloc();
+  };
+  for (int page = 0; page < 3; ++page)
+    EXPECT_THROW(pdfPage({0, 0, 200, 100}, drawHalf), std::bad_alloc);
+  EXPECT_EQ(pdfPage({0, 0, 200, 100}, drawSample), whole);
 }
 
 TEST(PdfPage, anEmptyRectangleGivesNothing) {

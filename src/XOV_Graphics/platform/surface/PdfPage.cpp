@@ -14,6 +14,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include <memory>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -29,30 +30,68 @@ constexpr std::size_t kBytesToEnd = std::size_t(48) << 20;
 // A page holds whole points; a rectangle with a fraction of one gets it on the next whole point.
 QSizeF pageSizeFor(const QRectF& rect) { return {std::ceil(rect.width()), std::ceil(rect.height())}; }
 
+// A page that is being painted. Qt packs it and embeds its fonts when its painter goes, and does not look whether it
+// is given the memory for that: one that is not to be ended is laid aside until there is some, in the thread whose
+// fonts it has.
+class PaintedPage {
+public:
+  explicit PaintedPage(const QSizeF& size) : buffer_(&pdf_), writer_((buffer_.open(QIODevice::WriteOnly), &buffer_)) {
+    writer_.setCreator(QStringLiteral("XOV_Graphics"));
+    writer_.setResolution(kPointsPerInch);
+    writer_.setPageLayout(QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
+                                      QPageLayout::Portrait, QMarginsF()));
+  }
+
+  QPainter& begin() {
+    if (!painter_.begin(&writer_)) throw std::bad_alloc();
+    return painter_;
+  }
+  QByteArray end() {
+    if (!painter_.end()) throw std::bad_alloc();
+    return withFixedIdentity(pdf_);
+  }
+
+  static void layAside(std::unique_ptr<PaintedPage> page) noexcept {
+    page->next_ = laidAside_;
+    laidAside_ = page.release();
+  }
+  static void endThoseLaidAside() {
+    while (laidAside_ != nullptr) {
+      needMemory(kBytesToEnd);
+      const std::unique_ptr<PaintedPage> page(std::exchange(laidAside_, laidAside_->next_));
+    }
+  }
+
+private:
+  // Not owned by the thread's storage, whose end may come when there is no memory, too.
+  static inline thread_local PaintedPage* laidAside_ = nullptr;
+
+  QByteArray pdf_;
+  QBuffer buffer_;
+  QPdfWriter writer_;
+  QPainter painter_;
+  PaintedPage* next_ = nullptr;
+};
+
 QByteArray paintedPage(const QRectF& rect, const Drawing& draw, PaperTraces* traces) {
+  PaintedPage::endThoseLaidAside();
   const QSizeF size = pageSizeFor(rect);
-  QByteArray pdf;
-  QBuffer buffer(&pdf);
-  buffer.open(QIODevice::WriteOnly);
-  QPdfWriter writer(&buffer);
-  writer.setCreator(QStringLiteral("XOV_Graphics"));
-  writer.setResolution(kPointsPerInch);
-  writer.setPageLayout(QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
-                                   QPageLayout::Portrait, QMarginsF()));
-  // When a painter ends a page, it cannot cope with memory that is refused, even where it is ended by what is thrown.
-  // So there is some before it begins, which goes before it.
+  auto page = std::make_unique<PaintedPage>(size);
+  // So that there is memory for the end before the page begins.
   MemoryReserve forDrawing(kMemoryToDraw);
-  MemoryReserve early(kBytesToEnd);
+  MemoryReserve reserve(kBytesToEnd);
   forDrawing.release();
-  QPainter painter(&writer);
-  if (!painter.isActive()) throw std::bad_alloc();
-  MemoryReserve reserve = std::move(early);
-  const QTransform viewToPage(1, 0, 0, -1, -rect.left(), rect.y() + size.height());
-  PaperContext context(painter, viewToPage, viewToPage.inverted().mapRect(QRectF(QPointF(), size)), traces);
-  draw(context);
+  QPainter& painter = page->begin();
+  try {
+    const QTransform viewToPage(1, 0, 0, -1, -rect.left(), rect.y() + size.height());
+    PaperContext context(painter, viewToPage, viewToPage.inverted().mapRect(QRectF(QPointF(), size)), traces);
+    draw(context);
+  } catch (...) {
+    PaintedPage::layAside(std::move(page));
+    throw;
+  }
   reserve.release();
-  if (!painter.end()) throw std::bad_alloc();
-  return withFixedIdentity(pdf);
+  return page->end();
 }
 
 // The page with its traces; nothing when their markers are not on it as expected.

@@ -166,6 +166,7 @@ QImage XOVImageView::colorBitmap(PlanarBitmap& bitmap) {
   const auto isMissing = [](float value) { return std::isnan(value); };
   if (!missingCellsTransparent_ || std::ranges::none_of(cells, isMissing)) return picture;
   picture.convertTo(QImage::Format_ARGB32_Premultiplied);
+  if (picture.isNull()) return picture;
   const std::size_t held = std::min(cells.size(), pixels);
   for (std::size_t i = 0; i < held; ++i) {
     if (isMissing(cells[i])) picture.setPixel(int(i) % picture.width(), int(i) / picture.width(), 0);
@@ -180,6 +181,7 @@ void XOVImageView::installBitmap(const std::shared_ptr<PlanarBitmap>& bitmap, co
     iPlanes_[std::size_t(plane)] = bitmap->plane(plane).data();
   anImage_ = picture;
   bitmapPicture_ = anImage_.cacheKey();
+  lacksPicture_ = picture.isNull() && !heldCells().empty();
 }
 
 PlotLimits XOVImageView::limitsOfGrid() const { return wholeLimits().limits; }
@@ -241,6 +243,8 @@ void XOVImageView::drawRect(const QRectF&) {
   const SavedState saved(context);
   context.setColor(colors::white);
   drawContents();
+  // A window shows the rest; no file is to be taken for the whole.
+  if (lacksPicture_ && anImage_.isNull()) throw std::bad_alloc();
 }
 
 void XOVImageView::drawContents() {

@@ -207,7 +207,7 @@ public:
   /// pRect.
   void computeRects() override;
   /// Lays out and draws the picture and its axes, on the paper that is there; only the view's size while it is being
-  /// resized.
+  /// resized. Where there was no memory for the picture of a grid, a window shows the rest and exports fail.
   void drawRect(const QRectF& dirty) override;
   /// White paper in the data frame, and the part of the picture that the limits select on it.
   virtual void drawImage();
@@ -369,6 +369,7 @@ private:
   }
 
   std::int64_t bitmapPicture_ = 0; // the key of the picture that shows the bitmap
+  bool lacksPicture_ = false;      // for want of memory, although there is a grid
 };
 
 } // namespace xov
