@@ -94,7 +94,7 @@ TEST(Relief, isLitFromTheNorthWest) {
 TEST(Relief, saysWhichTileIsMissing) {
   const QTemporaryDir folder;
   EXPECT_EQ(readReliefTiles(folder.path()).error(),
-            folder.path() + QStringLiteral("/000000/000000_000000.jpg: no square picture of the size of the others"));
+            folder.path() + QStringLiteral("/000000/000000_000000.jpg: cannot be opened: No such file or directory"));
 }
 
 TEST(Relief, putsTilesWhereTheirNamesSay) {
