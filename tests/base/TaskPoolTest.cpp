@@ -180,6 +180,20 @@ TEST(TaskPool, severalThreadsMayRunTasksWhileTheirNumberChanges) {
   EXPECT_EQ(done, 4 * 200 * 10);
 }
 
+// A thread that is woken to end finds that it need not, and no job either.
+TEST(TaskPool, threadsLiveOnWhenTheirNumberIsTakenBackAtOnce) {
+  const WithThreads with(4);
+  std::atomic<int> done = 0;
+  for (int repeat = 0; repeat < 2000; ++repeat) {
+    runTasks(4, TaskStart::Together, [&](int) { ++done; });
+    setThreadCount(1);
+    for (int pause = repeat % 8; pause > 0; --pause)
+      std::this_thread::yield();
+    setThreadCount(4);
+  }
+  EXPECT_EQ(done, 4 * 2000);
+}
+
 TEST(TaskPool, theNumberIsLimitedAndCanBeTakenBack) {
   const int usual = threadCount();
   EXPECT_GE(usual, 1);

@@ -125,8 +125,13 @@ private:
 #endif
     std::unique_lock lock(mutex_);
     for (;;) {
-      wake_.wait(lock, [this] { return !jobs_.empty() || threads_ > threadCount() - 1; });
-      if (threads_ > threadCount() - 1) break;
+      // Asked once: the host may set the number again meanwhile, and then there need be no job.
+      bool isTooMany = false;
+      wake_.wait(lock, [&] {
+        isTooMany = threads_ > threadCount() - 1;
+        return isTooMany || !jobs_.empty();
+      });
+      if (isTooMany) break;
       // The latest one, which others may be waiting for within theirs.
       Job& job = *jobs_.back();
       ++job.inside;
