@@ -12,6 +12,7 @@ namespace xov {
 namespace {
 
 constexpr qint64 kChunkBytes = 1 << 20;
+constexpr qint64 kBytesBeyond = 64; // what a file has grown by since it told its size shows in these
 constexpr QLatin1StringView kNotRead(": cannot be read: ");
 constexpr QLatin1StringView kNotOpened(": cannot be opened: ");
 
@@ -64,11 +65,12 @@ Result<QByteArray> readToEnd(QFileDevice& file, const QString& name, qint64 most
   const qint64 known = file.isSequential() ? 0 : file.size() - file.pos();
   if (known > mostBytes) return tooLarge(name, QString::number(known), mostBytes);
   QByteArray all;
-  all.reserve(known + kChunkBytes);
+  all.reserve(known > 0 ? known + kBytesBeyond : kChunkBytes);
   while (true) {
     const qsizetype before = all.size();
-    all.resize(before + kChunkBytes);
-    const qint64 got = file.read(all.data() + before, kChunkBytes);
+    const qsizetype spare = all.capacity() - before;
+    all.resize(before + (spare > 0 ? spare : kChunkBytes));
+    const qint64 got = file.read(all.data() + before, all.size() - before);
     all.resize(before + std::max<qint64>(0, got));
     if (all.size() > mostBytes) return tooLarge(name, "more than " + QString::number(mostBytes), mostBytes);
     if (got > 0) continue;

@@ -25,7 +25,7 @@ namespace {
 
 constexpr int kPointsPerInch = 72;
 // The page is packed in pieces of ten megabytes, and then come its fonts.
-constexpr std::size_t kBytesToEnd = std::size_t(48) << 20;
+constexpr std::size_t kBytesToEnd = setAside(std::size_t(48) << 20);
 
 // A page holds whole points; a rectangle with a fraction of one gets it on the next whole point.
 QSizeF pageSizeFor(const QRectF& rect) { return {std::ceil(rect.width()), std::ceil(rect.height())}; }
