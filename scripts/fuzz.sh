@@ -8,7 +8,7 @@ set -u
 cd "$(dirname "$0")/.." || exit 1
 . scripts/setup.sh
 
-export UBSAN_OPTIONS=print_stacktrace=1 ASAN_OPTIONS=quarantine_size_mb=32 TZ=UTC LC_ALL=C.UTF-8
+export UBSAN_OPTIONS=print_stacktrace=1 ASAN_OPTIONS=quarantine_size_mb=32:malloc_context_size=8 TZ=UTC LC_ALL=C.UTF-8
 export XOV_DATA_ROOT=$PWD/build/fuzz/no-data-root
 symbolizer=$(command -v llvm-symbolizer-14) && export ASAN_SYMBOLIZER_PATH=$symbolizer
 most_bytes=4096 most_megabytes=1500 most_megabytes_at_once=600 most_seconds=120
@@ -21,9 +21,9 @@ run_target() {
   local seconds=$1 name=$2 program=$3 seeds=$4 log=$logs/fuzz-$2.log status=0 options=()
   mkdir -p "build/fuzz/corpora/$name" build/fuzz/found
   # A view allocates so much that a search for leaks behind each state takes half of the time; one at the end does.
-  [[ $name != views_* ]] || options=(-detect_leaks=0 -entropic=0)
+  [[ $name != views_* ]] || options=(-detect_leaks=0)
   "$program" -max_total_time="$seconds" -max_len=$most_bytes -timeout=$most_seconds -rss_limit_mb=$most_megabytes \
-    -malloc_limit_mb=$most_megabytes_at_once -print_final_stats=1 -artifact_prefix="build/fuzz/found/$name-" \
+    -malloc_limit_mb=$most_megabytes_at_once -print_final_stats=1 -entropic=0 -artifact_prefix="build/fuzz/found/$name-" \
     "${options[@]}" "build/fuzz/corpora/$name" "$seeds" >"$log" 2>&1 </dev/null || status=$?
   local count
   count=$(stat "$log" number_of_executed_units)

@@ -18,9 +18,10 @@ using testing::HostedView;
 using testing::RandomHost;
 
 // Pixels cost more than all else under a sanitizer: pictures are cut to this, and larger views are only recorded.
-constexpr double kPictureWidth = 300;
-constexpr double kPictureHeight = 200;
+constexpr double kPictureWidth = 200;
+constexpr double kPictureHeight = 140;
 constexpr double kLargestOnPaper = 1200.0 * 900;
+constexpr int kSmallest = 4; // points; larger ones are made half as wide and high, which shows as much
 
 template <typename ViewType>
 HostedView plainView(RandomHost& host) {
@@ -100,12 +101,14 @@ void requireWithinBudget(const RecordingContext& recording) {
   require(recording.stateDepth() == 1, "a drawing restores what it saves");
 }
 
+bool isOnPaper(const QRectF& bounds) { return bounds.width() * bounds.height() <= kLargestOnPaper; }
+
 void drawOnAll(View& view, RandomHost& host) {
   RecordingContext recording;
   view.drawInto(recording);
   requireWithinBudget(recording);
   const QRectF bounds = view.bounds();
-  if (bounds.width() * bounds.height() > kLargestOnPaper) return;
+  if (!isOnPaper(bounds)) return;
   const QSizeF size(std::min(bounds.width(), kPictureWidth), std::min(bounds.height(), kPictureHeight));
   const QPointF corner((bounds.width() - size.width()) * host.between(0, 1),
                        (bounds.height() - size.height()) * host.between(0, 1));
@@ -123,6 +126,7 @@ void drawAnyOf(std::span<const char* const> names, std::span<const std::uint8_t>
   RandomHost host(bytes);
   HostedView hosted = hostedView(QLatin1String(names[std::size_t(host.count(int(names.size()) - 1))]), host);
   View& view = *hosted.view;
+  if (std::min(view.width(), view.height()) > kSmallest && isOnPaper(view.bounds())) view.resize(view.size() / 2);
   setAnyProperties(view, host);
   auto* const plot = qobject_cast<XOVView*>(&view);
   if (plot != nullptr && host.chance(0.3)) handle(*plot, host); // before it was drawn

@@ -32,7 +32,6 @@ constexpr float kYLabelLeft = 36;
 constexpr double kLeaderInset = 1;
 constexpr double kPeakRadius = 4.5;
 
-constexpr float kColorBarTextSize = 14;
 constexpr int kColorBarLevels = 256;
 
 } // namespace
