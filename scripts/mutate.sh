@@ -33,10 +33,11 @@ export QT_QPA_PLATFORM=offscreen TZ=UTC LC_ALL=C.UTF-8 XOV_DATA_ROOT=/nonexisten
 # The programs that test a source, its own first.
 programs_of() {
   case $1 in
-    */apps/*) echo test_apps ;;
-    */platform/trace/*) echo test_traces ;;
+    apps/*) echo test_apps ;;
+    */platform/trace/*) echo test_traces test_platform ;;
+    */platform/pixels/*) echo test_platform test_views_image ;;
     */platform/symbol/*) echo test_symbols ;;
-    */views/base/*) echo test_views_base test_views_xy test_views_navigation ;;
+    */views/base/*) echo test_views_base test_views_xy test_views_navigation test_views_seismic test_views_map ;;
     */views/navigation/*) echo test_views_navigation test_views_all ;;
     */views/*) sed -E 's,.*/views/([a-z]+)/.*,test_views_\1 test_views_navigation,' <<<"$1" ;;
     */seismic/io/picks/*) echo test_seismic_picks ;;

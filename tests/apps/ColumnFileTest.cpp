@@ -141,6 +141,8 @@ TEST(ColumnFile, namesTheHeadingsWhenNoneIsTheWantedOne) {
 TEST(ColumnFile, refusesColumnsBeforeTheFirst) {
   EXPECT_EQ(parse("1 2\n", {"0", "2"}).error(), "f: there is no column '0'; the file has no headings");
   EXPECT_EQ(parse("1 2\n", {"-1", "2"}).error(), "f: there is no column '-1'; the file has no headings");
+  EXPECT_EQ(parse("1 2\n", {"-2147483648"}).error(), "f: there is no column '-2147483648'; the file has no headings");
+  EXPECT_EQ(parse("a 2\n", {"-2147483648"}).error(), "f: there is no column '-2147483648'; the headings are a, 2");
 }
 
 TEST(ColumnFile, namesTheLineThatIsTooShort) {

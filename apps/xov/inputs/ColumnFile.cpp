@@ -32,7 +32,7 @@ bool isHeading(const std::vector<QByteArrayView>& fields, const QStringList& wan
   bool hasNumber = false;
   for (const QString& column : wanted) {
     bool ok = false;
-    const qsizetype place = column.toInt(&ok) - 1;
+    const qsizetype place = qsizetype(column.toInt(&ok)) - 1;
     if (!ok || place < 0 || place >= qsizetype(fields.size())) return true;
     const QByteArrayView field = fields[std::size_t(place)];
     if (!isNumber(field)) return true;
@@ -93,7 +93,7 @@ Status ColumnParser::findColumn(const QString& wanted) {
   const int number = wanted.toInt(&isNumber);
   // A heading may be a number itself, such as a year.
   const qsizetype heading = headingIndex(layout_.names, wanted);
-  const qsizetype place = heading < 0 && isNumber ? number - 1 : heading;
+  const qsizetype place = heading < 0 && isNumber ? qsizetype(number) - 1 : heading;
   if (place < 0) {
     const QString known = layout_.names.isEmpty()
                               ? QStringLiteral("the file has no headings")

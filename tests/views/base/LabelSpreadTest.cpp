@@ -40,6 +40,12 @@ TEST(LabelSpread, ofOneWishTheEarlierOnesComeFirst) {
   EXPECT_EQ(spreadLabels(std::vector{50.0, 50.0}, 10, 0), (Places{50.0, kOut}));
 }
 
+// Rounding may move a label by as much.
+TEST(LabelSpread, labelsGiveWayByAMillionthOfAPointBeyondTheirReach) {
+  EXPECT_EQ(spreadLabels(std::vector{0.0, 0.0}, 1e-6, 0), (Places{0.0, 1e-6}));
+  EXPECT_EQ(spreadLabels(std::vector{0.0, 0.0}, 2e-6, 0), (Places{0.0, kOut}));
+}
+
 TEST(LabelSpread, oddNumbersLeaveLabelsOutOrWhereTheyAre) {
   constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
   constexpr double kInfinity = std::numeric_limits<double>::infinity();

@@ -77,6 +77,16 @@ TEST_F(GridReadout, ofAGridThatIsNotAllThereTellsTheRowsThatAre) {
   EXPECT_FALSE(view.readout({100, 60}).isEmpty());
 }
 
+// The picture shows two rows until the view is set up anew.
+TEST_F(GridReadout, ofAGridThatHasShrunkSinceTellsTheRowsThatAreLeft) {
+  hand({1, 2, 3, 4}, 2, 2);
+  std::vector<float> upper{1, 2, 3, 4};
+  upper.resize(2);
+  view.setImageFloats(gridOf(std::move(upper)));
+  EXPECT_EQ(view.readout({100, 360}).value(kValue), 1);
+  EXPECT_EQ(view.readout({100, 60}).find(kValue), nullptr);
+}
+
 TEST_F(GridReadout, tellsNothingWithoutAGridAndForAbsurdPlaces) {
   recorded(view);
   EXPECT_TRUE(view.readout({100, 100}).isEmpty());

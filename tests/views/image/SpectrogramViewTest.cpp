@@ -149,6 +149,15 @@ TEST_F(SpectrogramViewTest, theSeismogramHasAnAxisOfAmplitudes) {
   EXPECT_FALSE(testing::recorded(view).strings().contains(QStringLiteral("counts")));
 }
 
+// Ticks are 4 points long, and the labels end 2 points beside them.
+TEST_F(SpectrogramViewTest, amplitudesStandLeftOfTheirTicks) {
+  show({sine(3000)});
+  const auto recording = testing::recorded(view);
+  const auto label = recording.textReading(QStringLiteral("-2"));
+  ASSERT_TRUE(label);
+  EXPECT_NEAR(label->position.x() + label->attributes.size(label->text).width(), 76 - 4 - 2, 1e-9);
+}
+
 TEST_F(SpectrogramViewTest, timesAreUtcWhereTheReferenceIsKnown) {
   show({sine(3000)});
   EXPECT_TRUE(testing::recorded(view).strings().contains(QStringLiteral("Time (s)")));

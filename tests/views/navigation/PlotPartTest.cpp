@@ -31,6 +31,11 @@ TEST(PlotPart, aZoomThatIsNoneChangesNothing) {
   EXPECT_EQ(shiftedSpan({0, 100}, kNotANumber, Motion::Linear), (PlotSpan{0, 100}));
 }
 
+TEST(PlotPart, oneZoomIsAMillionMillionTimesAtMost) {
+  expectSpan(zoomedSpan({0, 1e12}, 0, 1e-300, Motion::Linear), 0, 1);
+  expectSpan(zoomedSpan({0, 1}, 0, 1e300, Motion::Linear), 0, 1e12);
+}
+
 PlotReach reachOf(const PlotSpan& whole, const PlotSpan& farthest, double least) {
   PlotReach reach;
   reach.setX(whole, farthest, false, least);
@@ -63,6 +68,15 @@ TEST(PlotPart, anAxisWithoutExtentDoesNotMove) {
   for (const PlotSpan& span :
        {PlotSpan{5, 5}, PlotSpan{0, kEndless}, PlotSpan{kNotANumber, 1}, PlotSpan{-kHuge, kHuge}})
     EXPECT_EQ(reachOf(span, span, 0).x, Motion::None);
+}
+
+TEST(PlotPart, anAxisMovesOnlyWhereBothTheWholeAndItsReachHaveAnExtent) {
+  for (const PlotSpan& whole : {PlotSpan{0, 100}, PlotSpan{5, 5}}) {
+    const PlotReach reach = reachOf(whole, whole.width() > 0 ? PlotSpan{0, kEndless} : PlotSpan{0, 100}, 1);
+    EXPECT_EQ(reach.x, Motion::None) << whole.upper;
+    EXPECT_EQ(reach.farthestX, whole);
+    EXPECT_EQ(nearestPart(reach, {.x = {20, 30}, .y = {}}).x, whole);
+  }
 }
 
 TEST(PlotPart, aSpanThatRunsDownwardsStaysSo) {

@@ -86,6 +86,30 @@ TEST_F(MechanismView, drawsABallAndNothingElseAtFirst) {
   EXPECT_GE(recording->fills().size(), 4U);
 }
 
+// 280 points of height less a gap of 16 have room for a ball of 264. A plane that dips 45 degrees passes 0.5412 of a
+// radius beside the middle: so the lens of a thrust is 142.9 across, half a line more outside and as much less
+// inside.
+TEST_F(MechanismView, hasWiderLinesWhereItIsLarge) {
+  std::vector<double> widths;
+  const auto draw = [&](std::size_t count) {
+    view.setMechanisms(std::vector<CaptionedMechanism>(count, thrust()));
+    widths.clear();
+    for (const RecordedItem& fill : drawn()->fills()) { // the other end of a cone is a point without width
+      if (const double width = fill.path.shape().boundingRect().width(); width > 1) widths.push_back(width);
+    }
+    ASSERT_EQ(widths.size(), 1 + 4 * count) << "paper; ball, line, lens and rim";
+  };
+  draw(1);
+  EXPECT_NEAR(widths[1], 264, 0.05);
+  EXPECT_NEAR(widths[2], 142.9 + 1, 0.1);
+  EXPECT_NEAR(widths[3], 142.9 - 1, 0.1);
+  EXPECT_NEAR(widths[4], 264 + 1.5, 0.05);
+  draw(50);
+  ASSERT_LT(widths[1], 80) << "a radius of less than 40";
+  EXPECT_NEAR(widths[2] - widths[3], 2 * 0.4, 0.02);
+  EXPECT_NEAR(widths[4] - widths[1], 0.75, 0.02);
+}
+
 TEST_F(MechanismView, marksTheAxesWhereTheyLeaveTheHalfSphere) {
   // Left-lateral slip on a plane that strikes north: T to the north-east and the south-west, along the rim.
   CaptionedMechanism slip;

@@ -40,6 +40,20 @@ TEST(SectionLayout, placesStripsAtTheirDistances) {
   }
 }
 
+// Of the same records those at 30 and 35 degrees lie between 29 and 39: a tenth and six tenths of 300 points up.
+TEST(SectionLayout, ofAPartHasTheStripsThatLieThere) {
+  const Records records = recordsOf({at(50), at(30), at(35), at(50)});
+  SectionLayout layout = layoutSection(*records, Placement::ByDistanceDegrees, kPlot, 0.5);
+  showPlaces(layout, kPlot, {29, 39});
+  EXPECT_EQ(layout.lower, 29);
+  EXPECT_EQ(layout.upper, 39);
+  ASSERT_EQ(layout.strips.size(), 2U);
+  EXPECT_EQ(layout.strips[0].record, 1U);
+  EXPECT_NEAR(layout.strips[0].center, 60 + 30, 1e-3);
+  EXPECT_EQ(layout.strips[1].record, 2U);
+  EXPECT_NEAR(layout.strips[1].center, 60 + 180, 1e-3);
+}
+
 // A degree of a sphere of 6371 km is 111.195 km.
 TEST(SectionLayout, countsKilometresOnASphere) {
   const Records records = recordsOf({at(1), at(3)});
@@ -87,6 +101,7 @@ TEST(SectionLayout, ticksOfAzimuthsDivideAQuarterOfACircle) {
   EXPECT_EQ(sectionTickInterval(Placement::ByAzimuth, -10, 370), 45);
   EXPECT_EQ(sectionTickInterval(Placement::ByAzimuth, 0, 200), 30);
   EXPECT_EQ(sectionTickInterval(Placement::ByAzimuth, 0, 100), 15);
+  EXPECT_EQ(sectionTickInterval(Placement::ByAzimuth, 200, 300), 15);
   EXPECT_EQ(sectionTickInterval(Placement::ByAzimuth, 0, 12), kAutomaticInterval);
   EXPECT_EQ(sectionTickInterval(Placement::ByDistanceKm, 0, 200), kAutomaticInterval);
 }

@@ -157,6 +157,18 @@ TEST(QuakeMlPicks, comeBackAsTheyWereWritten) {
   EXPECT_EQ(files.read(files.path("p.xml")), first) << "ids stay what they are";
 }
 
+// Both codes are needed; where a location is not named, no location is told from one that is empty.
+TEST(QuakeMlPicks, nameNetworkAndStationAlwaysAndOtherCodesWhereTheyAreKnown) {
+  Pick pick = tlyPick("S", "2011-03-11T05:58:00Z", "BHN");
+  const auto written = [&](const ChannelCodes& channel, const QByteArray& element) {
+    pick.channel = channel;
+    return quakeMlOf({pick}, nullptr, QStringLiteral("out"))->contains(element);
+  };
+  EXPECT_TRUE(
+      written({"II", "TLY", "", "BHN"}, R"(<waveformID networkCode="II" stationCode="TLY" channelCode="BHN"/>)"));
+  EXPECT_TRUE(written({"", "", "10", ""}, R"(<waveformID networkCode="" stationCode="" locationCode="10"/>)"));
+}
+
 TEST(QuakeMlPicks, standWithTheEventThatTheyAreOf) {
   const TemporaryFiles files;
   const Hypocentre event = tohoku();
