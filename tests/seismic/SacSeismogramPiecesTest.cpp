@@ -39,8 +39,8 @@ SacHeader channelOfPieces() {
 }
 
 std::shared_ptr<SacSeismogram> pieceOfChannel(double b, double delta) {
-  return std::make_shared<SacSeismogram>(std::make_shared<const SacHeader>(channelOfPieces()), b, delta,
-                                         kPieceSamples, nullptr, QStringLiteral("a"));
+  return std::make_shared<SacSeismogram>(std::make_shared<SacChannel>(channelOfPieces(), QStringLiteral("a")), b,
+                                         delta, kPieceSamples);
 }
 
 /// A trace with a header of its own, as it is made of a file's times.
@@ -101,8 +101,7 @@ TEST(SacSeismogramPieces, areAsTracesWithHeadersOfTheirOwn) {
 
 TEST(SacSeismogramPieces, takeExtremesThatAreKnown) {
   const std::vector<float> samples(300, 5);
-  const SacSeismogram piece(std::make_shared<const SacHeader>(channelOfPieces()), 0, 1, samples, nullptr, QString(),
-                            Extrema{-8, 9});
+  const SacSeismogram piece(std::make_shared<SacChannel>(channelOfPieces()), 0, 1, samples, Extrema{-8, 9});
   EXPECT_EQ(piece.smin(), -8);
   EXPECT_EQ(piece.smax(), 9);
   EXPECT_EQ(piece.GetSacHeader()->depmin, -8);
@@ -159,13 +158,83 @@ TEST(SacSeismogramPieces, haveOneHeaderWhoeverAsksForItFirst) {
   }
 }
 
+TEST(SacSeismogramPieces, haveAnIndexFromOneWholeBlockOfItOn) {
+  const std::vector<float> samples(256, 5);
+  const auto channel = std::make_shared<SacChannel>(channelOfPieces());
+  SacSeismogram shortest(channel, 0, 1, std::span(samples).first(255));
+  EXPECT_EQ(shortest.sampleIndex(), nullptr);
+  EXPECT_EQ(shortest.borrowedSamples().index, nullptr);
+  EXPECT_EQ(shortest.borrowedSamples().samples, samples.data());
+  EXPECT_EQ(shortest.knownSum(), std::nullopt);
+  const SacSeismogram whole(channel, 0, 1, samples);
+  ASSERT_NE(whole.sampleIndex(), nullptr);
+  EXPECT_TRUE(whole.sampleIndex()->covers(samples.data(), 0, 256));
+  EXPECT_EQ(whole.borrowedSamples().index, whole.sampleIndex());
+  shortest.keepSamples(0, 200);
+  ASSERT_NE(shortest.sampleIndex(), nullptr) << "as any trace that has been changed";
+  EXPECT_TRUE(shortest.sampleIndex()->covers(samples.data(), 0, 200));
+}
+
+TEST(SacSeismogramPieces, leaveOthersOfTheirChannelAsTheyAre) {
+  const auto channel = std::make_shared<SacChannel>(channelOfPieces(), QStringLiteral("a"));
+  SacSeismogram changed(channel, 7, 0.5, kPieceSamples);
+  const SacSeismogram other(channel, 9, 0.5, kPieceSamples);
+  SacHeader header = channelOfPieces();
+  header.kstnm = "ELSE";
+  changed.setHeader(header, QStringLiteral("b"));
+  changed.rescaleSamples(0, 3);
+  EXPECT_EQ(changed.labelString(), "XX.ELSE.00.HHZ");
+  EXPECT_EQ(changed.path(), "b");
+  EXPECT_EQ(changed.smax(), 33);
+  EXPECT_EQ(other.labelString(), "XX.MANY.00.HHZ");
+  EXPECT_EQ(other.path(), "a");
+  EXPECT_EQ(other.smax(), 11);
+  EXPECT_EQ(other.GetSacHeader()->b, 9);
+  EXPECT_EQ(other.GetSacHeader()->depmax, 11);
+}
+
 TEST(SacSeismogramPieces, keepTheMemoryOfTheirSamplesAsLongAsTheyUseIt) {
   auto memory = std::make_shared<const std::vector<float>>(kPieceSamples);
   const std::weak_ptr<const void> watched = memory;
-  SacSeismogram piece(std::make_shared<const SacHeader>(channelOfPieces()), 0, 1, *memory, memory, QString());
+  auto channel = std::make_shared<SacChannel>(channelOfPieces(), QString(), memory);
+  SacSeismogram piece(channel, 0, 1, *memory);
+  SacSeismogram cut(std::move(channel), 0, 1, *memory);
   memory.reset();
-  EXPECT_FALSE(watched.expired());
   EXPECT_EQ(piece.samples().size(), kPieceSamples.size()); // to be changed, of a copy
+  EXPECT_FALSE(watched.expired()) << "the other piece has them";
+  cut.keepSamples(3, 2);
+  EXPECT_FALSE(watched.expired()) << "some of them are left where they were";
+  EXPECT_EQ(cut.GetSacSeis()[0], 11);
+  cut.setSamples({1});
+  EXPECT_TRUE(watched.expired());
+}
+
+// Several threads at once let go of pieces that share their channel, ask them for headers and change them.
+TEST(SacSeismogramPieces, mayBeUsedByAThreadEach) {
+  auto memory = std::make_shared<const std::vector<float>>(kPieceSamples);
+  const std::weak_ptr<const void> watched = memory;
+  auto channel = std::make_shared<SacChannel>(channelOfPieces(), QStringLiteral("a"), memory);
+  constexpr int kThreads = 4, kPieces = 50;
+  std::vector<std::vector<std::shared_ptr<SacSeismogram>>> pieces(kThreads);
+  for (int i = 0; i < kThreads * kPieces; ++i)
+    pieces[std::size_t(i % kThreads)].push_back(std::make_shared<SacSeismogram>(channel, i, 0.5, *memory));
+  channel.reset();
+  memory.reset();
+  std::vector<int> sound(kThreads);
+  std::vector<std::thread> threads;
+  for (std::size_t t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&own = pieces[t], &count = sound[t]] {
+      for (auto& piece : own) {
+        const bool isWhole = piece->GetSacHeader()->npts == 6 && piece->path() == "a" && piece->smin() == -7;
+        piece->rescaleSamples(0, 2);
+        count += isWhole && piece->smin() == -14 && piece->GetSacSeis()[3] == 22 ? 1 : 0;
+        piece.reset();
+      }
+    });
+  }
+  for (std::thread& thread : threads)
+    thread.join();
+  EXPECT_EQ(sound, std::vector<int>(kThreads, kPieces));
   EXPECT_TRUE(watched.expired());
 }
 

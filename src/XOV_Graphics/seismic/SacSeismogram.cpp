@@ -4,17 +4,16 @@
 #include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/seismic/Geodesy.h"
 #include "XOV_Graphics/seismic/Picks.h"
-#include "XOV_Graphics/seismic/UtcTime.h"
+#include "XOV_Graphics/seismic/SacValues.h"
+#include "XOV_Graphics/seismic/SharedReferenceTime.h"
 
 #include <QFileInfo>
 #include <QLocale>
 #include <QStringList>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
-#include <mutex>
 #include <utility>
 
 namespace xov {
@@ -38,67 +37,12 @@ static_assert(kFirstArrivalKey == kTimePickCount && kEndOfSignalKey == kFirstArr
 
 const Pick* pickWithKey(int key) { return key >= 0 && key <= kEndOfSignalKey ? &kPicks[key] : nullptr; }
 
-// Programs that add up single-precision intervals miss the end by more than a sample in long files.
-constexpr double kEndTolerance = 1e-4;
-
 // Earthquakes end 700 km down. What lies deeper is in metres, the format's unit in former times.
 constexpr float kDeepestEventKm = 1000;
 constexpr float kMetresPerKilometre = 1000;
 
-// Pieces of a recording count from the same moment, and share it: thousands of them would spend most of their time on
-// spelling its date.
-std::shared_ptr<UtcTime> sharedReferenceTime(const SacHeader& header) {
-  struct Moment {
-    std::array<std::int32_t, 6> fields = {};
-    std::shared_ptr<UtcTime> time;
-  };
-  // Of all threads, as a moment never changes. The system ends a program that has no memory left to note what goes
-  // with a thread.
-  static std::mutex mutex;
-  static Moment latest;
-  const std::scoped_lock lock(mutex);
-  const std::array<std::int32_t, 6> fields{header.nzyear, header.nzjday, header.nzhour,
-                                           header.nzmin,  header.nzsec,  header.nzmsec};
-  if (latest.time == nullptr || latest.fields != fields)
-    latest = {fields, std::make_shared<UtcTime>(xov::referenceTime(header))};
-  return latest.time;
-}
-
 // Samples that are brought into memory together: whole blocks of the index.
 constexpr std::size_t kTogether = std::size_t(1) << 18;
-
-constexpr double kLargestFloat = double(std::numeric_limits<float>::max());
-
-/// The stored end time where it is plausible, else the computed one.
-double endTime(double stored, double b, double delta, int npts) {
-  if (!(delta > 0) || npts < 1) return b;
-  const double duration = double(npts - 1) * delta;
-  const double tolerance = std::max(delta, kEndTolerance * duration);
-  return isDefined(stored) && std::abs(stored - (b + duration)) <= tolerance ? stored : b + duration;
-}
-
-/// The number of samples that a header tells.
-int nptsOf(std::size_t samples) { return int(std::min(samples, std::size_t(std::numeric_limits<int>::max()))); }
-
-float singleTime(double seconds) { return float(std::clamp(seconds, -kLargestFloat, kLargestFloat)); }
-
-/// Whether a header holds a time as it is, but for its rounding.
-bool isPlainTime(double seconds) { return isDefined(seconds) && std::abs(seconds) <= kLargestFloat; }
-
-/// Brings the values that are there in both precisions in line; a trace without a start begins at 0.
-void completeHeader(SacHeader& header, SacFooter& precise) {
-  refineHeader(header, precise);
-  if (isDefined(header.b)) return;
-  header.b = 0;
-  precise.b = 0;
-}
-
-/// Number and end of samples.
-void fitTimes(SacHeader& header, SacFooter& precise, std::size_t samples) {
-  header.npts = nptsOf(samples);
-  precise.e = endTime(precise.e, precise.b, precise.delta, header.npts);
-  header.e = singleTime(precise.e);
-}
 
 constexpr double kMillisecondsPerSecond = 1000.0;
 constexpr qint64 kMillisecondsPerTenth = 100;
@@ -128,60 +72,77 @@ GreatCircle computedGeometry(const SacFooter& at) {
 
 } // namespace
 
+/// What a piece of a channel does without until it is changed.
+struct SacSeismogram::Own {
+  std::vector<float> samples;
+  std::shared_ptr<PagedSamples> paged; ///< in place of these
+  std::shared_ptr<const void> owner;   ///< of a host's memory, in place of both
+  std::atomic<bool> isHeld = false;    ///< all samples, as long as the trace lives
+  std::optional<FiniteSum> sum;
+  QString path;
+  bool mayChange = false; ///< samples() has handed them out
+  std::shared_ptr<SeisTime> referenceTime;
+
+  bool isElsewhere() const { return paged != nullptr || owner != nullptr; }
+};
+
 SacSeismogram::SacSeismogram() : SacSeismogram(SacHeader(), {}) {}
 
 SacSeismogram::SacSeismogram(const SacHeader& header, std::vector<float> samples, QString path,
                              std::optional<SacFooter> precise)
-    : samples_(std::move(samples)),
-      path_(std::move(path)) {
+    : index_(std::make_unique<SampleIndex>()),
+      own_(std::make_unique<Own>()) {
+  own_->samples = std::move(samples);
+  own_->path = std::move(path);
+  stored_ = own_->samples;
   takeHeader(header, precise);
   findExtrema();
 }
 
 SacSeismogram::SacSeismogram(const SacHeader& header, std::vector<float> samples, SampleIndex index,
                              const FiniteSum& sum, QString path, std::optional<SacFooter> precise)
-    : samples_(std::move(samples)),
-      sum_(sum),
-      path_(std::move(path)),
-      index_(std::move(index)) {
+    : index_(std::make_unique<SampleIndex>(std::move(index))),
+      own_(std::make_unique<Own>()) {
+  own_->samples = std::move(samples);
+  own_->sum = sum;
+  own_->path = std::move(path);
+  stored_ = own_->samples;
   takeHeader(header, precise);
   takeIndex();
 }
 
 SacSeismogram::SacSeismogram(const SacHeader& header, std::shared_ptr<PagedSamples> samples, SampleIndex index,
                              std::optional<FiniteSum> sum, QString path, std::optional<SacFooter> precise)
-    : paged_(std::move(samples)),
-      elsewhere_(paged_->data(), std::size_t(paged_->count())),
-      sum_(sum),
-      path_(std::move(path)),
-      index_(std::move(index)) {
+    : stored_(samples->data(), std::size_t(samples->count())),
+      index_(std::make_unique<SampleIndex>(std::move(index))),
+      own_(std::make_unique<Own>()) {
+  own_->paged = std::move(samples);
+  own_->sum = sum;
+  own_->path = std::move(path);
   takeHeader(header, precise);
   takeIndex();
 }
 
 SacSeismogram::SacSeismogram(const SacHeader& header, std::span<const float> samples,
                              std::shared_ptr<const void> owner, QString path, std::optional<SacFooter> precise)
-    : owner_(std::move(owner)),
-      elsewhere_(samples),
-      path_(std::move(path)) {
-  if (!owner_) owner_ = std::make_shared<int>(); // the host's word that the samples stay
+    : stored_(samples),
+      index_(std::make_unique<SampleIndex>()),
+      own_(std::make_unique<Own>()) {
+  own_->owner = owner ? std::move(owner) : std::make_shared<int>(); // else the host's word that the samples stay
+  own_->path = std::move(path);
   takeHeader(header, precise);
   findExtrema();
 }
 
-SacSeismogram::SacSeismogram(std::shared_ptr<const SacHeader> channel, double b, double delta,
-                             std::span<const float> samples, std::shared_ptr<const void> owner, QString path,
-                             const std::optional<Extrema>& extrema)
+SacSeismogram::SacSeismogram(std::shared_ptr<const SacChannel> channel, double b, double delta,
+                             std::span<const float> samples, const std::optional<Extrema>& extrema)
     : channel_(std::move(channel)),
       pieceBegin_(b),
       pieceInterval_(delta),
-      owner_(std::move(owner)),
-      elsewhere_(samples),
-      path_(std::move(path)) {
-  if (!owner_) owner_ = std::make_shared<int>();
-  referenceTime_ = sharedReferenceTime(*channel_);
+      stored_(samples) {
+  if (std::ssize(stored_) >= SampleIndex::kBlock) index_ = std::make_unique<SampleIndex>(stored_);
   if (!isPlainTime(b) || !isPlainTime(delta)) {
-    SacHeader header = *channel_;
+    SacHeader header = channel_->header();
     header.b = toSinglePrecision(b);
     header.delta = toSinglePrecision(delta);
     SacFooter precise = footerFromHeader(header);
@@ -189,109 +150,121 @@ SacSeismogram::SacSeismogram(std::shared_ptr<const SacHeader> channel, double b,
     precise.delta = delta;
     takeHeader(header, precise);
   }
-  index_.build(elsewhere_);
   noteExtrema(extrema);
 }
 
 SacSeismogram::~SacSeismogram() { delete values_.load(); }
 
 /// All header values. Several threads may be the first to ask for those of a piece: one's are kept.
-const SacSeismogram::Values& SacSeismogram::values() const {
-  if (const Values* const known = values_.load(std::memory_order_acquire)) return *known;
-  auto made = std::make_unique<Values>(Values{*channel_, footerFromHeader(*channel_)});
+const SacValues& SacSeismogram::values() const {
+  if (const SacValues* const known = values_.load(std::memory_order_acquire)) return *known;
+  const SacHeader& common = channel_->header();
+  auto made = std::make_unique<SacValues>(SacValues{common, footerFromHeader(common)});
   made->precise.b = pieceBegin_;
   made->precise.delta = pieceInterval_;
-  completeHeader(made->header, made->precise);
-  fitTimes(made->header, made->precise, stored().size());
+  made->complete();
+  made->fitTo(stored_.size());
   made->header.depmin = extrema_.min;
   made->header.depmax = extrema_.max;
-  Values* first = nullptr;
+  SacValues* first = nullptr;
   return values_.compare_exchange_strong(first, made.get(), std::memory_order_acq_rel) ? *made.release() : *first;
 }
 
 /// The same to be changed: they are shared no more.
-SacSeismogram::Values& SacSeismogram::ownValues() {
+SacValues& SacSeismogram::ownValues() {
   values();
-  channel_.reset();
+  leaveChannel();
   return *values_.load();
 }
 
 /// Header values that pieces of a channel share: none of times, npts or extremes.
-const SacHeader& SacSeismogram::commonValues() const { return channel_ ? *channel_ : values().header; }
+const SacHeader& SacSeismogram::commonValues() const { return channel_ ? channel_->header() : values().header; }
 
-/// The samples, which need not be in memory.
-std::span<const float> SacSeismogram::stored() const { return isElsewhere() ? elsewhere_ : std::span(samples_); }
-
-/// From here on the samples are like those of any trace.
-void SacSeismogram::bringIntoMemory() {
-  if (!isElsewhere()) return;
-  samples_.resize(elsewhere_.size());
-  for (std::size_t first = 0; first < samples_.size(); first += kTogether) {
-    const auto some = elsewhere_.subspan(first, std::min(kTogether, elsewhere_.size() - first));
-    const HeldSamples held(paged_.get(), some.data(), some.data() + some.size());
-    std::ranges::copy(some, samples_.begin() + std::ptrdiff_t(first));
-  }
-  paged_.reset();
-  owner_.reset();
-  isHeld_ = false;
-  index_.build(samples_);
-}
-
-void SacSeismogram::takeHeader(const SacHeader& header, const std::optional<SacFooter>& precise) {
-  auto taken = std::make_unique<Values>(Values{header, precise ? *precise : footerFromHeader(header)});
-  completeHeader(taken->header, taken->precise);
-  fitTimes(taken->header, taken->precise, stored().size());
-  referenceTime_ = sharedReferenceTime(taken->header);
-  delete values_.exchange(taken.release());
+/// From here on a piece is like any trace, but for its samples, which stay where they are. Its header values are
+/// another matter.
+void SacSeismogram::leaveChannel() {
+  if (!channel_) return;
+  if (!index_) index_ = std::make_unique<SampleIndex>(stored_);
+  own_ = std::make_unique<Own>();
+  own_->owner = channel_->owner();
+  own_->path = channel_->path();
+  own_->referenceTime = channel_->referenceTime();
   channel_.reset();
 }
 
-void SacSeismogram::fitTimesToSamples() {
-  Values& values = ownValues();
-  fitTimes(values.header, values.precise, stored().size());
+bool SacSeismogram::mayChange() const { return own_ && own_->mayChange; }
+
+PagedSamples* SacSeismogram::paged() const { return own_ ? own_->paged.get() : nullptr; }
+
+/// Of a trace that is none of a channel's pieces; from here on the samples are like those of any trace.
+void SacSeismogram::bringIntoMemory() {
+  if (!own_->isElsewhere()) return;
+  std::vector<float>& samples = own_->samples;
+  samples.resize(stored_.size());
+  for (std::size_t first = 0; first < samples.size(); first += kTogether) {
+    const auto some = stored_.subspan(first, std::min(kTogether, stored_.size() - first));
+    const HeldSamples held(own_->paged.get(), some.data(), some.data() + some.size());
+    std::ranges::copy(some, samples.begin() + std::ptrdiff_t(first));
+  }
+  stored_ = samples;
+  own_->paged.reset();
+  own_->owner.reset();
+  own_->isHeld = false;
+  index_->build(samples);
+}
+
+void SacSeismogram::takeHeader(const SacHeader& header, const std::optional<SacFooter>& precise) {
+  auto taken = std::make_unique<SacValues>(SacValues{header, precise ? *precise : footerFromHeader(header)});
+  taken->complete();
+  taken->fitTo(stored_.size());
+  leaveChannel();
+  own_->referenceTime = sharedReferenceTime(taken->header);
+  delete values_.exchange(taken.release());
 }
 
 void SacSeismogram::fitHeaderToSamples() {
-  fitTimesToSamples();
+  ownValues().fitTo(stored_.size());
   findExtrema();
 }
 
 void SacSeismogram::setHeader(const SacHeader& header, QString path, std::optional<SacFooter> precise) {
   takeHeader(header, precise);
-  path_ = std::move(path);
-  if (mayChange_) return findExtrema();
+  own_->path = std::move(path);
+  if (mayChange()) return findExtrema();
   SacHeader& own = ownValues().header;
   own.depmin = extrema_.min;
   own.depmax = extrema_.max;
 }
 
 void SacSeismogram::keepSamples(std::size_t first, std::size_t count) {
-  Values& values = ownValues();
-  first = std::min(first, stored().size());
-  count = std::min(count, stored().size() - first);
-  const std::size_t behind = stored().size() - first - count;
-  if (first > 0 || behind > 0) sum_.reset();
-  index_.truncated(stored(), std::int64_t(behind));
-  if (isElsewhere()) {
-    elsewhere_ = elsewhere_.subspan(first, count);
+  SacValues& values = ownValues();
+  first = std::min(first, stored_.size());
+  count = std::min(count, stored_.size() - first);
+  const std::size_t behind = stored_.size() - first - count;
+  if (first > 0 || behind > 0) own_->sum.reset();
+  index_->truncated(stored_, std::int64_t(behind));
+  if (own_->isElsewhere()) {
+    stored_ = stored_.subspan(first, count);
   } else {
-    samples_.resize(first + count);
-    samples_.erase(samples_.begin(), samples_.begin() + std::ptrdiff_t(first));
+    std::vector<float>& samples = own_->samples;
+    samples.resize(first + count);
+    samples.erase(samples.begin(), samples.begin() + std::ptrdiff_t(first));
+    stored_ = samples;
   }
-  index_.dropped(stored(), std::int64_t(first));
+  index_->dropped(stored_, std::int64_t(first));
   values.precise.b += double(first) * values.precise.delta;
   values.precise.e = kUndefinedValue;
   refineHeader(values.header, values.precise);
-  fitTimesToSamples();
-  mayChange_ ? findExtrema() : noteExtrema();
+  ownValues().fitTo(stored_.size());
+  mayChange() ? findExtrema() : noteExtrema();
 }
 
 void SacSeismogram::rescaleSamples(double offset, double factor) {
-  if (mayChange_) findExtrema();
-  sum_.reset();
+  if (mayChange()) findExtrema();
   const auto rescaled = [=](float sample) { return toSinglePrecision((double(sample) - offset) * factor); };
   float& mean = ownValues().header.depmen;
   if (isDefined(double(mean))) mean = rescaled(mean);
+  own_->sum.reset();
   const bool isFinite = std::isfinite(rescaled(extrema_.min)) && std::isfinite(rescaled(extrema_.max));
   const auto rescaleAll = [=](std::span<float> samples) {
     if (!isFinite) {
@@ -301,66 +274,73 @@ void SacSeismogram::rescaleSamples(double offset, double factor) {
     for (float& sample : samples)
       sample = float((double(sample) - offset) * factor);
   };
-  if (isHeld_ || owner_) bringIntoMemory();
-  if (paged_)
-    paged_->addChange(rescaleAll);
+  if (own_->isHeld || own_->owner) bringIntoMemory();
+  if (own_->paged)
+    own_->paged->addChange(rescaleAll);
   else
-    runParts(std::ssize(samples_), kTogether, [&](std::int64_t from, std::int64_t to) {
-      rescaleAll(std::span(samples_).subspan(std::size_t(from), std::size_t(to - from)));
+    runParts(std::ssize(stored_), kTogether, [&](std::int64_t from, std::int64_t to) {
+      rescaleAll(std::span(own_->samples).subspan(std::size_t(from), std::size_t(to - from)));
     });
   if (!(factor > 0)) return findExtrema();
-  index_.mapped(rescaled);
+  index_->mapped(rescaled);
   noteExtrema();
 }
 
 void SacSeismogram::setSamples(std::vector<float> samples) {
-  Values& values = ownValues();
-  samples_ = std::move(samples);
-  paged_.reset();
-  owner_.reset();
-  sum_.reset();
-  mayChange_ = false;
+  SacValues& values = ownValues();
+  own_->samples = std::move(samples);
+  stored_ = own_->samples;
+  own_->paged.reset();
+  own_->owner.reset();
+  own_->sum.reset();
+  own_->mayChange = false;
   values.precise.e = kUndefinedValue;
   fitHeaderToSamples();
 }
 
 std::vector<float> SacSeismogram::takeSamples() {
-  Values& values = ownValues();
+  SacValues& values = ownValues();
   bringIntoMemory();
-  sum_.reset();
-  std::vector<float> taken = std::exchange(samples_, {});
-  mayChange_ = false;
+  own_->sum.reset();
+  std::vector<float> taken = std::exchange(own_->samples, {});
+  stored_ = {};
+  own_->mayChange = false;
   values.precise.e = kUndefinedValue;
   fitHeaderToSamples();
   return taken;
 }
 
 std::span<float> SacSeismogram::samples() {
-  bringIntoMemory();
   ownValues();
-  mayChange_ = true;
-  sum_.reset();
-  index_.clear();
-  return samples_;
+  bringIntoMemory();
+  own_->mayChange = true;
+  own_->sum.reset();
+  index_->clear();
+  return own_->samples;
 }
 
-std::span<const float> SacSeismogram::samples() const { return {GetSacSeis(), stored().size()}; }
+std::span<const float> SacSeismogram::samples() const { return {GetSacSeis(), stored_.size()}; }
+
+const std::optional<FiniteSum>& SacSeismogram::knownSum() const {
+  static const std::optional<FiniteSum> unknown;
+  return own_ ? own_->sum : unknown;
+}
 
 const SacFooter& SacSeismogram::preciseValues() const { return values().precise; }
 
 const float* SacSeismogram::GetSacSeis() const {
-  if (paged_ && !isHeld_) {
-    paged_->hold(elsewhere_.data(), elsewhere_.data() + elsewhere_.size());
-    isHeld_ = true;
+  if (PagedSamples* const source = paged(); source != nullptr && !own_->isHeld) {
+    source->hold(stored_.data(), stored_.data() + stored_.size());
+    own_->isHeld = true;
   }
-  return stored().data();
+  return stored_.data();
 }
 
-BorrowedSamples SacSeismogram::borrowedSamples() const { return {stored().data(), &index_, paged_.get()}; }
+BorrowedSamples SacSeismogram::borrowedSamples() const { return {stored_.data(), index_.get(), paged()}; }
 
-int SacSeismogram::npts() const { return nptsOf(stored().size()); }
+int SacSeismogram::npts() const { return nptsOf(stored_.size()); }
 
-const SampleIndex* SacSeismogram::sampleIndex() const { return &index_; }
+const SampleIndex* SacSeismogram::sampleIndex() const { return index_.get(); }
 
 float SacSeismogram::delta() const { return channel_ ? float(pieceInterval_) : values().header.delta; }
 
@@ -380,31 +360,31 @@ float SacSeismogram::absMax() const { return std::max(std::abs(extrema_.min), st
 
 // A drum asks for this at every redraw.
 void SacSeismogram::ComputeExtrema() {
-  if (mayChange_) findExtrema();
+  if (mayChange()) findExtrema();
 }
 
 /// Finds the extremes with the index that was given, if it is of all samples.
 void SacSeismogram::takeIndex() {
-  index_.covers(stored().data(), 0, std::ssize(stored())) ? noteExtrema() : findExtrema();
+  index_->covers(stored_.data(), 0, std::ssize(stored_)) ? noteExtrema() : findExtrema();
 }
 
 void SacSeismogram::findExtrema() {
-  if (paged_) {
-    index_.build(elsewhere_.first(0));
-    for (std::size_t first = 0; first < elsewhere_.size(); first += kTogether) {
-      const auto some = elsewhere_.subspan(first, std::min(kTogether, elsewhere_.size() - first));
-      const HeldSamples held(paged_.get(), some.data(), some.data() + some.size());
-      index_.appended(elsewhere_, std::ssize(some));
+  if (own_->paged) {
+    index_->build(stored_.first(0));
+    for (std::size_t first = 0; first < stored_.size(); first += kTogether) {
+      const auto some = stored_.subspan(first, std::min(kTogether, stored_.size() - first));
+      const HeldSamples held(own_->paged.get(), some.data(), some.data() + some.size());
+      index_->appended(stored_, std::ssize(some));
     }
   } else {
-    index_.build(stored());
+    index_->build(stored_);
   }
   noteExtrema();
 }
 
 /// Takes the extremes from the index where they are not known.
 void SacSeismogram::noteExtrema(const std::optional<Extrema>& known) {
-  extrema_ = known ? *known : finiteExtrema(stored(), &index_, paged_.get());
+  extrema_ = known ? *known : finiteExtrema(stored_, index_.get(), paged());
   if (channel_) return; // a header that is made later on has them
   SacHeader& own = ownValues().header;
   own.depmin = extrema_.min;
@@ -451,7 +431,9 @@ bool SacSeismogram::hasEventPlace() const {
 
 QString SacSeismogram::flinnEngdahlGeographicRegion() const { return flinnEngdahlString(); }
 
-QString SacSeismogram::oTimeString() const { return originTimeText(referenceTime_->nsDate(), preciseValues().o); }
+QString SacSeismogram::oTimeString() const {
+  return originTimeText(mySeisReferenceTime()->nsDate(), preciseValues().o);
+}
 
 float SacSeismogram::originTimeOffset() const { return commonValues().o; }
 
@@ -470,16 +452,18 @@ QString SacSeismogram::pickLabelWithKey(int key) const {
 
 UnsetNumbers SacSeismogram::unsetNumbers() const { return UnsetNumbers::LeftOut; }
 
-std::shared_ptr<SeisTime> SacSeismogram::mySeisReferenceTime() const { return referenceTime_; }
+std::shared_ptr<SeisTime> SacSeismogram::mySeisReferenceTime() const {
+  return channel_ ? channel_->referenceTime() : own_->referenceTime;
+}
 
 const SacHeader* SacSeismogram::GetSacHeader() const { return &values().header; }
 
 QString SacSeismogram::labelString() const {
   const QStringList codes{knetwk(), kstnm(), khole(), kcmpnm()};
-  if (codes.join(QString()).isEmpty()) return QFileInfo(path_).fileName();
+  if (codes.join(QString()).isEmpty()) return QFileInfo(path()).fileName();
   return codes.join(QLatin1Char('.'));
 }
 
-QString SacSeismogram::path() const { return path_; }
+QString SacSeismogram::path() const { return channel_ ? channel_->path() : own_->path; }
 
 } // namespace xov

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/base/PagedSamples.h"
 #include "XOV_Graphics/base/SampleIndex.h"
 #include "XOV_Graphics/seismic/Extrema.h"
+#include "XOV_Graphics/seismic/SacChannel.h"
 #include "XOV_Graphics/seismic/SacFooter.h"
 #include "XOV_Graphics/seismic/SacHeader.h"
 #include "XOV_Graphics/seismic/SeismogramRecord.h"
@@ -13,6 +14,8 @@
 #include <span>
 
 namespace xov {
+
+struct SacValues;
 
 /// A trace: samples, and a SAC header for everything else. Readers return it, and a host without files fills a header
 /// and hands it over with its samples:
@@ -46,11 +49,11 @@ public:
   /// asks for it. What changes samples copies them first.
   SacSeismogram(const SacHeader& header, std::span<const float> samples, std::shared_ptr<const void> owner,
                 QString path = {}, std::optional<SacFooter> precise = {});
-  /// The same of a piece of a channel, whose pieces share a header, which must not be null, but for their times: this
-  /// one begins at `b` and has samples every `delta` seconds. A short piece takes little more memory than its samples
-  /// until it is asked for a header of its own. `extrema` are those of its samples, where they are known.
-  SacSeismogram(std::shared_ptr<const SacHeader> channel, double b, double delta, std::span<const float> samples,
-                std::shared_ptr<const void> owner, QString path, const std::optional<Extrema>& extrema = {});
+  /// The same of a piece of a channel, which must not be null: this one begins at `b` and has samples every `delta`
+  /// seconds. A piece of fewer than SampleIndex::kBlock samples takes a hundred bytes beside these, and has no index,
+  /// until it is asked for a header of its own or changed. `extrema` are those of its samples, where they are known.
+  SacSeismogram(std::shared_ptr<const SacChannel> channel, double b, double delta, std::span<const float> samples,
+                const std::optional<Extrema>& extrema = {});
   ~SacSeismogram() override;
 
   /// Takes over other samples, sets npts, e, depmin and depmax to fit them and computes the extremes.
@@ -80,7 +83,7 @@ public:
   const SampleIndex* sampleIndex() const override;
   BorrowedSamples borrowedSamples() const override;
   /// What the samples sum up to, where the reader found it and they have stayed as they were.
-  const std::optional<FiniteSum>& knownSum() const { return sum_; }
+  const std::optional<FiniteSum>& knownSum() const;
   /// Sample interval as the header has it, also when that is unset or not positive.
   float delta() const override;
   float b() const override;
@@ -134,40 +137,30 @@ public:
   QString path() const override;
 
 private:
-  struct Values {
-    SacHeader header;
-    SacFooter precise;
-  };
+  struct Own;
 
-  const Values& values() const;
-  Values& ownValues();
+  const SacValues& values() const;
+  SacValues& ownValues();
   const SacHeader& commonValues() const;
+  void leaveChannel();
   void takeHeader(const SacHeader& header, const std::optional<SacFooter>& precise);
   void fitHeaderToSamples();
-  void fitTimesToSamples();
   void findExtrema();
   void takeIndex();
   void noteExtrema(const std::optional<Extrema>& known = {});
-  bool isElsewhere() const { return paged_ != nullptr || owner_ != nullptr; }
-  std::span<const float> stored() const;
+  bool mayChange() const;
+  PagedSamples* paged() const;
   void bringIntoMemory();
   bool hasEventPlace() const;
 
-  std::shared_ptr<const SacHeader> channel_; ///< of a piece that shares it: all values but those of times
-  double pieceBegin_ = 0;                    ///< of such a piece
+  std::shared_ptr<const SacChannel> channel_; ///< of a piece that has not been changed
+  double pieceBegin_ = 0;                     ///< of such a piece
   double pieceInterval_ = 0;
-  mutable std::atomic<Values*> values_ = nullptr; ///< owned; made of these where they are asked for
-  std::vector<float> samples_;
-  std::shared_ptr<PagedSamples> paged_;      ///< in place of these
-  std::shared_ptr<const void> owner_;        ///< of a host's memory, in place of both
-  std::span<const float> elsewhere_;         ///< samples of one of the two that belong to the trace
-  mutable std::atomic<bool> isHeld_ = false; ///< all of them, as long as the trace lives
-  std::optional<FiniteSum> sum_;
-  QString path_;
-  bool mayChange_ = false; ///< samples() has handed them out
-  SampleIndex index_;
+  std::span<const float> stored_; ///< the samples, which need not be in memory
   Extrema extrema_;
-  std::shared_ptr<SeisTime> referenceTime_;
+  mutable std::atomic<SacValues*> values_ = nullptr; ///< owned; of such a piece, made where they are asked for
+  std::unique_ptr<SampleIndex> index_;               ///< none of a short one
+  std::unique_ptr<Own> own_;                         ///< none of any
 };
 
 } // namespace xov

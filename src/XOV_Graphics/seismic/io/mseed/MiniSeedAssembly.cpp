@@ -1,5 +1,6 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedAssembly.h"
 
+#include "XOV_Graphics/base/BlockExtremes.h"
 #include "XOV_Graphics/base/LargePages.h"
 #include "XOV_Graphics/base/Spares.h"
 #include "XOV_Graphics/base/TaskPool.h"
@@ -77,11 +78,19 @@ bool holdsIntegers(MiniSeedEncoding encoding) {
          encoding == MiniSeedEncoding::Steim1 || encoding == MiniSeedEncoding::Steim2;
 }
 
-/// Where the samples of a record go.
+/// Of whole numbers, one at least.
+Extrema extremaOf(std::span<const float> samples) {
+  const std::int32_t cuts[] = {0, std::int32_t(samples.size())};
+  Extrema extrema;
+  findFiniteBlockExtremes(samples.data(), cuts, 1, &extrema.min, &extrema.max);
+  return extrema;
+}
+
+/// Where the samples of a record go. Files hold many records.
 struct Place {
   static constexpr std::uint32_t kNowhere = std::numeric_limits<std::uint32_t>::max();
 
-  std::size_t first = 0;
+  std::uint32_t first = 0;        // pieces have fewer samples than a signed integer counts
   std::uint32_t piece = kNowhere; ///< of a record that the file holds twice it is nowhere
   bool isFilled = false;
 };
@@ -96,9 +105,7 @@ public:
         tallies_(samples == Samples::SummedUp ? index.records.size() : 0) {}
 
   MiniSeedTraces run(const QString& path) {
-    std::vector<std::vector<std::size_t>> recordsOf(index_.channels.size());
-    for (std::size_t i = 0; i < index_.records.size(); ++i)
-      recordsOf[record(i).channel].push_back(i);
+    std::vector<std::vector<std::size_t>> recordsOf = recordsByChannel();
     std::vector<std::size_t> piecesUpTo{0}; // each channel
     for (std::vector<std::size_t>& records : recordsOf) {
       records = inOrder(std::move(records));
@@ -121,6 +128,18 @@ public:
 
 private:
   const IndexedRecord& record(std::size_t i) const { return index_.records[i]; }
+
+  std::vector<std::vector<std::size_t>> recordsByChannel() const {
+    std::vector<std::size_t> counts(index_.channels.size());
+    for (const IndexedRecord& record : index_.records)
+      ++counts[record.channel];
+    std::vector<std::vector<std::size_t>> recordsOf(counts.size());
+    for (std::size_t channel = 0; channel < counts.size(); ++channel)
+      recordsOf[channel].reserve(counts[channel]);
+    for (std::size_t i = 0; i < index_.records.size(); ++i)
+      recordsOf[record(i).channel].push_back(i);
+    return recordsOf;
+  }
 
   /// The records of a channel in time order, each of those that are there more than once just once.
   std::vector<std::size_t> inOrder(std::vector<std::size_t> order) {
@@ -181,7 +200,7 @@ private:
     for (const std::size_t i : order) {
       const std::uint32_t number = places_[i].piece;
       Piece& piece = pieces_[number];
-      places_[i] = {piece.sampleCount(), number, false};
+      places_[i] = {std::uint32_t(piece.sampleCount()), number, false};
       piece.extent.add(record(i).span);
     }
     for (std::size_t number = before; number < pieces_.size(); ++number) {
@@ -301,8 +320,7 @@ private:
     }
     job.decoded = decodeRecord(*tools.decoder, indexed, job.bytes, job.room);
     const bool isShort = samples_ == Samples::Kept && pieces_[places_[job.record].piece].isShort();
-    if (isShort && job.decoded.isDecoded && holdsIntegers(indexed.format.encoding))
-      job.extrema = finiteExtrema(job.room);
+    if (isShort && job.decoded.isDecoded && holdsIntegers(indexed.format.encoding)) job.extrema = extremaOf(job.room);
     if (job.decoded.isDecoded && samples_ == Samples::SummedUp)
       addToTally(tallies_[job.record], indexed.format.encoding, job.room);
   }
@@ -334,16 +352,24 @@ private:
     ChannelTraces channel(traces, codes, pieces.front().extent.first.startUs, path);
     traces.records.reserve(traces.records.size() + pieces.size());
     for (Piece& piece : pieces) {
+      if (piece.isShort()) {
+        channel.add(piece.extent, sharedBy(piece));
+        continue;
+      }
       Stretch stretch;
       stretch.extent = piece.extent;
-      takeWhole(piece, stretch);
+      stretch.samples = std::move(piece.samples);
       channel.add(std::move(stretch));
     }
   }
 
+  Stretch::SharedSamples sharedBy(const Piece& piece) const {
+    return {piece.shared, piece.sampleCount(), blocks_.blockOf(piece), piece.extrema};
+  }
+
   void takeWhole(Piece& piece, Stretch& stretch) {
     stretch.samples = std::move(piece.samples);
-    if (piece.isShort()) stretch.shared = {piece.shared, piece.sampleCount(), blocks_.blockOf(piece), piece.extrema};
+    if (piece.isShort()) stretch.shared = sharedBy(piece);
   }
 
   /// Takes the samples of a channel, whose records are given in time order.

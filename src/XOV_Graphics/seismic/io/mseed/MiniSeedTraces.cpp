@@ -62,20 +62,29 @@ ChannelTraces::ChannelTraces(MiniSeedTraces& traces, const ChannelCodes& codes, 
                              const QString& path)
     : traces_(traces),
       referenceMs_(millisecondsBefore(startUs)),
-      path_(path) {
-  SacHeader header = channelHeader(codes);
-  setReferenceTime(header, QDateTime::fromMSecsSinceEpoch(referenceMs_, Qt::UTC));
-  header_ = std::make_shared<const SacHeader>(header);
+      path_(path),
+      header_(channelHeader(codes)) {
+  setReferenceTime(header_, QDateTime::fromMSecsSinceEpoch(referenceMs_, Qt::UTC));
+}
+
+/// What pieces share whose samples lie in the same memory: mostly that of the piece before.
+const std::shared_ptr<const SacChannel>& ChannelTraces::channelWith(const std::shared_ptr<const void>& owner) {
+  if (latest_ && latest_->owner() == owner) return latest_;
+  auto& channel = channels_[owner.get()];
+  if (!channel) channel = std::make_shared<SacChannel>(header_, path_, owner);
+  return latest_ = channel;
+}
+
+void ChannelTraces::add(const PieceExtent& extent, const Stretch::SharedSamples& samples) {
+  const PieceTimes times = pieceTimes(extent, referenceMs_);
+  traces_.records.push_back(std::make_shared<SacSeismogram>(
+      channelWith(samples.owner), times.b, times.delta, std::span(samples.samples, samples.count), samples.extrema));
 }
 
 void ChannelTraces::add(Stretch stretch) {
+  if (stretch.shared.owner != nullptr) return add(stretch.extent, stretch.shared);
   const PieceTimes times = pieceTimes(stretch.extent, referenceMs_);
-  if (auto& [samples, count, owner, extrema] = stretch.shared; owner != nullptr) {
-    traces_.records.push_back(std::make_shared<SacSeismogram>(
-        header_, times.b, times.delta, std::span(samples, count), std::move(owner), path_, extrema));
-    return;
-  }
-  SacHeader header = *header_;
+  SacHeader header = header_;
   header.b = float(times.b);
   header.delta = float(times.delta);
   SacFooter precise = footerFromHeader(header);

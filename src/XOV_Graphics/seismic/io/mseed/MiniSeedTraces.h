@@ -2,10 +2,12 @@
 
 #include "XOV_Graphics/seismic/ArchiveContents.h"
 #include "XOV_Graphics/seismic/Extrema.h"
+#include "XOV_Graphics/seismic/SacChannel.h"
 #include "XOV_Graphics/seismic/SeismogramSummary.h"
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedIndex.h"
 
 #include <limits>
+#include <map>
 
 namespace xov {
 
@@ -65,12 +67,17 @@ public:
   ChannelTraces(MiniSeedTraces& traces, const ChannelCodes& codes, std::int64_t startUs, const QString& path);
 
   void add(Stretch stretch);
+  void add(const PieceExtent& extent, const Stretch::SharedSamples& samples);
 
 private:
+  const std::shared_ptr<const SacChannel>& channelWith(const std::shared_ptr<const void>& owner);
+
   MiniSeedTraces& traces_;
   std::int64_t referenceMs_;
   QString path_;
-  std::shared_ptr<const SacHeader> header_;
+  SacHeader header_;
+  std::map<const void*, std::shared_ptr<const SacChannel>> channels_; // by the owner of samples
+  std::shared_ptr<const SacChannel> latest_;                          // of these
 };
 
 /// Adds the samples of a record in that encoding.
