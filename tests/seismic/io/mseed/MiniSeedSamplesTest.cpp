@@ -95,29 +95,54 @@ TEST(SteimFrames, endWithTheLastSampleAsked) {
   EXPECT_EQ(decodeSteim(SteimVersion::Steim2, true, frame, samples), std::nullopt) << "the fifth needs word 4";
 }
 
-TEST(SteimFrames, fullOfTheNarrowestDifferencesHoldSevenAWord) {
-  // Marks of 3 and then 2: seven differences of 4 bits, of 1 each; the first frame has 13 such words, the second 15.
+namespace {
+
+// Marks of 3 and then 2: seven differences of 4 bits, of 1 each; the first frame has 13 such words, the second 15. So
+// the samples are 1 to 13 · 7 + 15 · 7 = 196.
+QByteArray framesOfSevens(bool isBigEndian) {
   constexpr std::uint32_t kSevenOnes = 2U << 30 | 0x1111111;
+  QByteArray frames;
+  const auto append = [&](std::uint32_t word) {
+    const std::uint32_t stored = isBigEndian ? qToBigEndian(word) : qToLittleEndian(word);
+    frames.append(reinterpret_cast<const char*>(&stored), sizeof stored);
+  };
+  append(0x03FFFFFF);
+  append(1);   // the first sample
+  append(196); // the last one
+  for (int word = 3; word < 16; ++word)
+    append(kSevenOnes);
+  append(0x3FFFFFFF);
+  for (int word = 1; word < 16; ++word)
+    append(kSevenOnes);
+  return frames;
+}
+
+} // namespace
+
+TEST(SteimFrames, fullOfTheNarrowestDifferencesHoldSevenAWord) {
   for (const bool isBigEndian : {true, false}) {
-    QByteArray frames;
-    const auto append = [&](std::uint32_t word) {
-      const std::uint32_t stored = isBigEndian ? qToBigEndian(word) : qToLittleEndian(word);
-      frames.append(reinterpret_cast<const char*>(&stored), sizeof stored);
-    };
-    append(0x03FFFFFF);
-    append(1);   // the first sample
-    append(196); // the last one: 13 · 7 + 15 · 7
-    for (int word = 3; word < 16; ++word)
-      append(kSevenOnes);
-    append(0x3FFFFFFF);
-    for (int word = 1; word < 16; ++word)
-      append(kSevenOnes);
     std::vector<float> expected(196);
     std::iota(expected.begin(), expected.end(), 1.0F);
     std::vector<float> samples(196);
-    EXPECT_EQ(decodeSteim(SteimVersion::Steim2, isBigEndian, frames, samples), 196) << isBigEndian;
+    EXPECT_EQ(decodeSteim(SteimVersion::Steim2, isBigEndian, framesOfSevens(isBigEndian), samples), 196)
+        << isBigEndian;
     EXPECT_EQ(samples, expected) << isBigEndian;
   }
+}
+
+TEST(SteimFrames, giveAsManySamplesAsAreAskedAndTouchNoneBehind) {
+  const QByteArray frames = framesOfSevens(true);
+  xov::testing::forEachVectorWidth([&] {
+    for (std::size_t count = 1; count <= 196; ++count) {
+      std::vector<float> expected(count + 8, -1.0F);
+      std::iota(expected.begin(), expected.end() - 8, 1.0F);
+      std::vector<float> samples(count + 8, -1.0F);
+      EXPECT_EQ(decodeSteim(SteimVersion::Steim2, true, frames, std::span(samples).first(count)), int(count));
+      EXPECT_EQ(samples, expected) << count;
+    }
+    std::vector<float> more(197);
+    EXPECT_EQ(decodeSteim(SteimVersion::Steim2, true, frames, more), std::nullopt);
+  });
 }
 
 TEST(SteimFrames, goRoundAt32Bits) {

@@ -104,6 +104,12 @@ bool beginsWithCodes(QByteArrayView bytes) {
          std::all_of(codes.begin(), codes.end(), isCodeByte);
 }
 
+/// The order of the header of a record, if one begins here.
+std::optional<QSysInfo::Endian> recordOrder(QByteArrayView bytes) {
+  if (!beginsWithCodes(bytes) || !hasPossibleTime({bytes, QSysInfo::BigEndian})) return {};
+  return headerOrder(bytes);
+}
+
 /// What the three blockettes that matter say.
 struct Blockettes {
   std::optional<qsizetype> format; ///< where blockette 1000 begins
@@ -230,9 +236,7 @@ ChannelCodes channelCodes(const MiniSeedRecord& record) {
   return {text(10, 2), text(0, 5), text(5, 2), text(7, 3)};
 }
 
-bool beginsMiniSeedRecord(QByteArrayView bytes) {
-  return beginsWithCodes(bytes) && headerOrder(bytes) && hasPossibleTime({bytes, QSysInfo::BigEndian});
-}
+bool beginsMiniSeedRecord(QByteArrayView bytes) { return recordOrder(bytes).has_value(); }
 
 QString impossibleTime(QByteArrayView bytes) {
   // Six digits: with blanks alone, too much else would look like a header.
@@ -261,8 +265,9 @@ QString impossibleTime(QByteArrayView bytes) {
 
 MiniSeedFinding findMiniSeedRecord(QByteArrayView bytes, qint64 remaining) {
   MiniSeedFinding finding;
-  if (!beginsMiniSeedRecord(bytes)) return finding;
-  const HeaderNumbers header(bytes, *headerOrder(bytes));
+  const std::optional<QSysInfo::Endian> order = recordOrder(bytes);
+  if (!order) return finding;
+  const HeaderNumbers header(bytes, *order);
   MiniSeedRecord& record = finding.record;
   record.source.assign(bytes.begin() + kCodesByte, bytes.begin() + kYearByte);
   std::ranges::replace(record.source, '\0', ' ');

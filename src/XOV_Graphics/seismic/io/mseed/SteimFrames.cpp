@@ -205,34 +205,59 @@ XOV_INLINE void sumUp(SumLanes& differences) {
   differences += XOV_PICK(none, differences, 0, 1, 2, 3, 8, 9, 10, 11);
 }
 
-/// Takes big-endian words in lanes, as long as there is room for whatever one holds. The narrowest vectors have no
-/// shifts by lane, and take none.
+enum class Room : std::uint8_t {
+  ForAny, ///< for whatever a word holds
+  Less,   ///< for some of it, it may be
+};
+
+/// Takes big-endian words in lanes as long as there is that much room, up to one that stands for nothing.
+template <Room kRoom>
+XOV_INLINE void takeWordsInLanes(const KindShifts& kinds, QByteArrayView frames, std::span<float> samples,
+                                 Progress& progress) {
+  std::array<Sum, kWordLanes + 1> sums{}; // of no, one, two ... differences of a word
+  for (; progress.frame + kFrameBytes <= frames.size(); progress.frame += kFrameBytes, progress.word = 1) {
+    const char* const frame = frames.data() + progress.frame;
+    const auto marks = qFromBigEndian<std::uint32_t>(frame);
+    for (; progress.word < kFrameWords; ++progress.word) {
+      const auto word = qFromBigEndian<std::uint32_t>(frame + progress.word * kWordBytes);
+      const LaneShifts& kind = kinds[markOf(marks, progress.word) << 2 | word >> 30];
+      const std::size_t room = samples.size() - progress.done;
+      if (room < (kRoom == Room::ForAny ? std::size_t(kWordLanes) : 1) || kind.count == kNoKind) return;
+      SumLanes up;
+      Int8 down;
+      loadVector(kind.up.data(), up);
+      loadVector(kind.down.data(), down);
+      const SumLanes upper = (SumLanes{} + word) << up;
+      SumLanes all = XOV_SAME_BITS(SumLanes, XOV_SAME_BITS(Int8, upper) >> down);
+      sumUp(all);
+      const SumLanes values = all + progress.last;
+      const Float8 numbers = XOV_CONVERT(Float8, XOV_SAME_BITS(Int8, values));
+      auto count = std::size_t(kind.count);
+      if constexpr (kRoom == Room::ForAny) {
+        storeVector(numbers, samples.data() + progress.done);
+      } else { // what lies behind the last sample does not matter
+        std::array<float, kWordLanes> lanes{};
+        storeVector(numbers, lanes.data());
+        count = std::min(count, room);
+        std::copy_n(lanes.data(), count, samples.data() + progress.done);
+      }
+      storeVector(all, sums.data() + 1);
+      progress.last += sums[count];
+      progress.done += count;
+    }
+  }
+}
+
+/// Takes big-endian words up to one that stands for nothing. The narrowest vectors have no shifts by lane, and take
+/// none.
 template <class Vector>
 XOV_INLINE void takeWordsWith(const KindShifts& kinds, QByteArrayView frames, std::span<float> samples,
                               Progress& progress) {
   if constexpr (kLanes<Vector> == kWordLanes) {
-    std::array<Sum, kWordLanes + 1> sums{}; // of no, one, two ... differences of a word
-    for (; progress.frame + kFrameBytes <= frames.size(); progress.frame += kFrameBytes, progress.word = 1) {
-      const char* const frame = frames.data() + progress.frame;
-      const auto marks = qFromBigEndian<std::uint32_t>(frame);
-      for (; progress.word < kFrameWords; ++progress.word) {
-        const auto word = qFromBigEndian<std::uint32_t>(frame + progress.word * kWordBytes);
-        const LaneShifts& kind = kinds[markOf(marks, progress.word) << 2 | word >> 30];
-        if (samples.size() - progress.done < std::size_t(kWordLanes) || kind.count == kNoKind) return;
-        SumLanes up;
-        Int8 down;
-        loadVector(kind.up.data(), up);
-        loadVector(kind.down.data(), down);
-        const SumLanes upper = (SumLanes{} + word) << up;
-        SumLanes all = XOV_SAME_BITS(SumLanes, XOV_SAME_BITS(Int8, upper) >> down);
-        sumUp(all);
-        const SumLanes values = all + progress.last;
-        storeVector(XOV_CONVERT(Float8, XOV_SAME_BITS(Int8, values)), samples.data() + progress.done);
-        storeVector(all, sums.data() + 1);
-        progress.last += sums[std::size_t(kind.count)];
-        progress.done += std::size_t(kind.count);
-      }
-    }
+    Progress own = progress; // stays in registers, as what is reached by reference does not
+    takeWordsInLanes<Room::ForAny>(kinds, frames, samples, own);
+    takeWordsInLanes<Room::Less>(kinds, frames, samples, own);
+    progress = own;
   }
 }
 
@@ -266,20 +291,32 @@ void takeFrames(QByteArrayView frames, std::span<float> samples, Progress& progr
   }
 }
 
+/// The first difference of a word with the mark `mark`; nothing when that stands for nothing.
+template <SteimVersion version, bool isBigEndian>
+std::optional<Sum> firstOfWord(std::uint32_t mark, std::uint32_t word) {
+  if constexpr (isBigEndian) {
+    const auto [count, bits] =
+        (version == SteimVersion::Steim1 ? kSteim1Kinds : kSteim2Kinds)[mark << 2 | word >> 30];
+    if (count == kNoKind) return {};
+    return Sum(std::int32_t(word << (32 - bits * count)) >> (32 - bits));
+  } else {
+    std::array<std::int32_t, kMostPerWord> values{};
+    Sums sums(values.data(), 0);
+    if (!takeDifferences<version, isBigEndian>(sums, mark, word)) return {};
+    return Sum(values[0]);
+  }
+}
+
 /// The first difference there is; nothing when there is none.
 template <SteimVersion version, bool isBigEndian>
 std::optional<Sum> firstDifference(QByteArrayView frames) {
-  std::array<std::int32_t, kMostPerWord> values{};
   int first = kIntegrationWords;
   for (qsizetype at = 0; at + kFrameBytes <= frames.size(); at += kFrameBytes, first = 1) {
     const char* const frame = frames.data() + at;
     const auto marks = numberAt<isBigEndian, std::uint32_t>(frame);
     for (int i = first; i < kFrameWords; ++i) {
-      if (markOf(marks, i) == 0) continue;
-      Sums sums(values.data(), 0);
-      const auto word = numberAt<isBigEndian, std::uint32_t>(frame + i * kWordBytes);
-      return takeDifferences<version, isBigEndian>(sums, markOf(marks, i), word) ? std::optional(Sum(values[0]))
-                                                                                 : std::nullopt;
+      if (const std::uint32_t mark = markOf(marks, i); mark != 0)
+        return firstOfWord<version, isBigEndian>(mark, numberAt<isBigEndian, std::uint32_t>(frame + i * kWordBytes));
     }
   }
   return {};
