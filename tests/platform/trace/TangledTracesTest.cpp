@@ -227,6 +227,31 @@ TEST(TangledTraces, stayInsideTheClip) {
   }
 }
 
+// Bars there and back half a pixel beside each edge, four wide: the outermost pixels are inked, those next to them
+// half.
+TEST(TangledTraces, inkThePictureFromBesideIt) {
+  const float end = kWidth, top = kHeight;
+  const Line bars{"frame",
+                  {4, 44, 4, kNan, 4, 44, 4, kNan, -0.5F, -0.5F, -0.5F, kNan, end + 0.5F, end + 0.5F, end + 0.5F},
+                  {-0.5F, -0.5F, -0.5F, 0, top + 0.5F, top + 0.5F, top + 0.5F, 0, 4, 28, 4, 0, 4, 28, 4}};
+  for (std::size_t first = 0; first < bars.x.size(); first += 4) {
+    Trace trace = bars.trace();
+    trace.first = std::int64_t(first);
+    trace.last = trace.first + 3;
+    QImage picture = whitePicture();
+    ASSERT_TRUE(stroke(picture, {&trace, 1}, upright(), 4));
+    const auto inkInwards = [&](int distance) {
+      const QPoint places[] = {
+          {24, kHeight - 1 - distance}, {24, distance}, {distance, 16}, {kWidth - 1 - distance, 16}};
+      const QPoint place = places[first / 4];
+      return inkAt(picture, place.x(), place.y());
+    };
+    EXPECT_EQ(inkInwards(0), 255) << first;
+    EXPECT_NEAR(inkInwards(1), 127.5, 1) << first;
+    EXPECT_EQ(inkInwards(2), 0) << first;
+  }
+}
+
 TEST(TangledTraces, leadFarOffThePictureAndBack) {
   // A level line and an upright one through the middle, which begin and end beyond all that single precision tells.
   const float far = 1e30F;
