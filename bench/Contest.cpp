@@ -1,9 +1,10 @@
 #include "bench/Contest.h"
 
+#include "bench/ProcessCost.h"
+
 #include <QElapsedTimer>
 
 #include <algorithm>
-#include <ctime>
 
 namespace xov::bench {
 
@@ -19,12 +20,12 @@ void runInTurn(std::vector<Contest>& contests, int rounds) {
       if (!contest.milliseconds.empty() && contest.milliseconds.front() > kSlowMilliseconds) continue;
       QElapsedTimer timer;
       timer.start();
-      const std::clock_t start = std::clock();
+      const double start = ownProcessorMs();
       contest.run();
       const double milliseconds = double(timer.nsecsElapsed()) / 1e6;
       if (round == 0 && rounds > 0 && milliseconds <= kSlowMilliseconds) continue;
       contest.milliseconds.push_back(milliseconds);
-      contest.processorMilliseconds.push_back(1e3 * double(std::clock() - start) / CLOCKS_PER_SEC);
+      contest.processorMilliseconds.push_back(ownProcessorMs() - start);
     }
   }
 }

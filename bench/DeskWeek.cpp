@@ -5,6 +5,7 @@
 #include "apps/desk/panes/LiveRequests.h"
 #include "apps/desk/window/MainWindow.h"
 #include "apps/xov/commands/CommandLine.h"
+#include "bench/ProcessCost.h"
 #include "bench/SoakFiles.h"
 #include "bench/Steadiness.h"
 
@@ -17,7 +18,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
 #include <memory>
 
 namespace xov::bench {
@@ -28,8 +28,6 @@ constexpr QSize kDeskSize(1600, 900);
 constexpr int kMillisecondsPerGrab = 200;
 constexpr qint64 kLongestPauseMs = 30000;
 constexpr double kDeskWarmHours = 30;
-constexpr double kDayHours = 24;
-constexpr double kSecondsPerHour = 3600;
 
 desk::PlotRequest liveRequest(const char* kind, quint16 port, const char* stations) {
   desk::PlotRequest request = desk::requestForSource(
@@ -77,9 +75,9 @@ QString deskWeekTable(double hours, double speed) {
   QObject::connect(&grab, &QTimer::timeout, &loop, [&] {
     const double shown = hoursShown(*display);
     if (moments.empty() || shown > moments.back().done) pause.start();
-    const std::clock_t start = std::clock();
+    const double start = ownProcessorMs();
     if (window.grab().isNull()) qFatal("desk: no picture");
-    moments.push_back(momentNow(shown, 1e3 * double(std::clock() - start) / CLOCKS_PER_SEC));
+    moments.push_back(momentNow(shown, ownProcessorMs() - start));
     if (server.isAtEnd() || pause.elapsed() > kLongestPauseMs) loop.quit();
   });
   grab.start(kMillisecondsPerGrab);
@@ -91,7 +89,7 @@ QString deskWeekTable(double hours, double speed) {
   return QStringLiteral("| desk left open | hours shown | seconds ") + steadinessHeading("day", "picture") +
          QStringLiteral("\n|---") + QStringLiteral("|---:").repeated(10) + QStringLiteral("|\n") +
          QString::asprintf("| %g h at %g x | %.1f | %.0f ", hours, speed, reached, double(clock.elapsed()) / 1e3) +
-         steadinessRow(steadiness(moments, std::min(kDeskWarmHours, hours / 4), kDayHours)) + QLatin1Char('\n');
+         steadinessRow(steadiness(moments, std::min(kDeskWarmHours, hours / 4), kHoursPerDay)) + QLatin1Char('\n');
 }
 
 } // namespace xov::bench

@@ -3,6 +3,7 @@
 #include "XOV_Graphics/seismic/SacSeismogram.h"
 #include "XOV_Graphics/seismic/io/sac/SacWriter.h"
 #include "apps/xov/commands/CommandLine.h"
+#include "bench/ProcessCost.h"
 #include "bench/Steadiness.h"
 
 #include <QDateTime>
@@ -13,7 +14,6 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 
 namespace xov::bench {
 
@@ -66,23 +66,23 @@ QString figuresTable(int count) {
   const QTemporaryDir folder;
   const std::vector<Words> kinds = commands(folder);
   std::vector<Moment> moments;
-  const std::clock_t begin = std::clock();
+  const double begin = ownProcessorMs();
   for (int i = 0; i < count; ++i) {
     Words words = kinds[std::size_t(i) % kinds.size()];
     // So that each kind is written in each format.
     const std::size_t format = (std::size_t(i) + std::size_t(i) / kinds.size()) % kFormats.size();
     words.insert(words.end(),
                  {"-q", "-o", folder.filePath(QStringLiteral("figure.")).toStdString() + kFormats[format]});
-    const std::clock_t start = std::clock();
+    const double start = ownProcessorMs();
     if (cli::CommandLine().run(words) != cli::ExitCode::Ok) {
       std::fprintf(stderr, "xov_bench: no figure of %s\n", words.front().c_str());
       return {};
     }
-    moments.push_back(momentNow(i, 1e3 * double(std::clock() - start) / CLOCKS_PER_SEC));
+    moments.push_back(momentNow(i, ownProcessorMs() - start));
   }
   return QStringLiteral("| figures | CPU s ") + steadinessHeading("thousand", "figure") + QStringLiteral("\n") +
          QStringLiteral("|---:").repeated(10) + QStringLiteral("|\n") +
-         QString::asprintf("| %d | %.0f ", count, double(std::clock() - begin) / CLOCKS_PER_SEC) +
+         QString::asprintf("| %d | %.0f ", count, (ownProcessorMs() - begin) / 1e3) +
          steadinessRow(steadiness(moments, kWarmShare * count, kThousand)) + QLatin1Char('\n');
 }
 

@@ -2,6 +2,7 @@
 
 #include "XOV_Graphics/seismic/realtime/RealTimeFeed.h"
 #include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
+#include "bench/ProcessCost.h"
 #include "bench/RivalProcess.h"
 
 #include <QCoreApplication>
@@ -9,7 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ctime>
 #include <memory>
 #include <random>
 
@@ -133,10 +133,10 @@ Measurement measureLiveDisplay(const std::string& name, int redraws) {
   if (display == nullptr || redraws < 1) return measurement;
   LiveDisplay live(display->channels);
   std::vector<double> times;
-  const std::clock_t start = std::clock();
+  const double start = ownProcessorMs();
   for (int i = 0; i < redraws; ++i)
     times.push_back(live.redraw());
-  measurement.processorMilliseconds = 1e3 * double(std::clock() - start) / CLOCKS_PER_SEC / redraws;
+  measurement.processorMilliseconds = (ownProcessorMs() - start) / redraws;
   std::ranges::sort(times);
   measurement.milliseconds = times[times.size() / 2];
   measurement.fastest = times.front();

@@ -2,6 +2,7 @@
 
 #include "bench/Contest.h"
 #include "bench/Engines.h"
+#include "bench/ProcessCost.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -12,7 +13,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <map>
 #include <memory>
 
@@ -31,10 +31,10 @@ struct Times {
 void draw(const Engine& engine, const Work& work, Times& times) {
   QElapsedTimer timer;
   timer.start();
-  const std::clock_t start = std::clock();
+  const double start = ownProcessorMs();
   engine.draw(work);
   times.wall.push_back(double(timer.nsecsElapsed()) / 1e6);
-  times.processor.push_back(1e3 * double(std::clock() - start) / CLOCKS_PER_SEC);
+  times.processor.push_back(ownProcessorMs() - start);
 }
 
 // The same in a process of its own, stopped after the limit.
@@ -184,10 +184,10 @@ int drawOnce(const std::string& engineName, const std::string& workName, const Q
   if (engine == nullptr || work.name.empty()) return 2;
   QElapsedTimer timer;
   timer.start();
-  const std::clock_t start = std::clock();
+  const double start = ownProcessorMs();
   const Drawn drawn = engine->draw(work);
   const double milliseconds = double(timer.nsecsElapsed()) / 1e6;
-  const double processor = 1e3 * double(std::clock() - start) / CLOCKS_PER_SEC;
+  const double processor = ownProcessorMs() - start;
   std::printf("%.3f %.1f %lld %.3f\n", milliseconds, peakMegabytesOf(QCoreApplication::applicationPid()),
               static_cast<long long>(drawn.file.size()), processor);
   if (path.isEmpty()) return 0;

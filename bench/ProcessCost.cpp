@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <ctime>
 #include <vector>
 
 #ifdef __unix__
@@ -25,6 +26,8 @@ double milliseconds(const timeval& time) { return 1e3 * double(time.tv_sec) + 1e
 } // namespace
 
 #ifdef __unix__
+double ownProcessorMs() { return 1e3 * double(std::clock()) / CLOCKS_PER_SEC; }
+
 ProcessCost costOf(const QStringList& command) {
   std::vector<QByteArray> words;
   for (const QString& word : command)

@@ -11,6 +11,9 @@ struct ProcessCost {
   double peakMegabytes = 0;
 };
 
+/// Milliseconds of the processor that all threads of this program have taken so far.
+double ownProcessorMs();
+
 /// Of one run; nothing where it fails, and on systems that do not tell.
 ProcessCost costOf(const QStringList& command);
 

@@ -7,6 +7,7 @@
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkClient.h"
 #include "XOV_Graphics/seismic/realtime/seedlink/SeedLinkServer.h"
 #include "XOV_Graphics/views/timeline/realTimeDisplayView01.h"
+#include "bench/ProcessCost.h"
 #include "bench/SoakFiles.h"
 #include "bench/Steadiness.h"
 
@@ -19,7 +20,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <ctime>
 #include <map>
 
 namespace xov::bench {
@@ -28,8 +28,6 @@ namespace {
 
 constexpr int kStations = 12;
 constexpr QRectF kSoakFrame(0, 0, 1600, 900);
-constexpr double kSecondsPerHour = 3600;
-constexpr double kHoursPerDay = 24;
 constexpr int kMillisecondsPerRedraw = 200;
 constexpr double kWarmUp = 0.25;                           // share of the run, in which buffers fill
 constexpr qint64 kStalledMs = 30000;                       // without a sample
@@ -128,14 +126,13 @@ private:
   }
 
   void redrawNow() {
-    const std::clock_t start = std::clock();
+    const double start = ownProcessorMs();
     const QDateTime now = QDateTime::fromMSecsSinceEpoch(std::llround(newest_ * 1000), Qt::UTC);
     const RealTimeSpan span = feed_.show(now, spanSeconds_, Edge::Right);
     view_.setXLimitsMinMax(span.xmin, span.xmax);
     view_.setRefDate(now);
     if (view_.pictureOfRect(view_.bounds()).isNull()) qFatal("soak: no picture");
-    moments_.push_back(
-        momentNow((newest_ - kSoakStart) / kSecondsPerHour, 1e3 * double(std::clock() - start) / CLOCKS_PER_SEC));
+    moments_.push_back(momentNow((newest_ - kSoakStart) / kSecondsPerHour, ownProcessorMs() - start));
   }
 
   double spanSeconds_;
@@ -178,10 +175,10 @@ SoakResult soak(double hours, double speed) {
   SoakedDisplay display(settings, std::min(kSecondsPerHour, hours * kSecondsPerHour * kWarmUp / 2));
   QElapsedTimer clock;
   clock.start();
-  const std::clock_t processor = std::clock();
+  const double processor = ownProcessorMs();
   display.run(samples);
   const double seconds = double(clock.elapsed()) / 1e3;
-  const double processorSeconds = double(std::clock() - processor) / CLOCKS_PER_SEC;
+  const double processorSeconds = (ownProcessorMs() - processor) / 1e3;
 
   std::int64_t lost = 0;
   std::int64_t doubled = 0;

@@ -16,7 +16,6 @@ namespace xov::bench {
 namespace {
 
 constexpr double kNoiseNm = 300; // root mean square
-constexpr double kSecondsPerHour = 3600;
 
 } // namespace
 

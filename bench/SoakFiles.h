@@ -7,6 +7,8 @@
 
 namespace xov::bench {
 
+inline constexpr double kSecondsPerHour = 3600;
+inline constexpr double kHoursPerDay = 24;
 inline constexpr double kSoakRateHz = 100;
 inline constexpr double kSoakStart = 1.6e9; ///< since 1970: 2020-09-13T12:26:40Z
 /// Which reaches beyond nearly all samples.
