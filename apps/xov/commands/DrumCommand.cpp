@@ -225,6 +225,7 @@ std::unique_ptr<helicorderView> DrumCommand::makeView(const QRectF& frame,
   view->setLocalZone(zone);
   view->setClipReach(clip_);
   view->setShowEventLabels(eventLabels_);
+  view->setSpreadsHourLabels(true);
   view->setShowAmplitudeBar(scaleBar_);
   view->setTitle(output_.titleOr(zone.isValid() ? QString() : QStringLiteral("UTC")));
   return view;

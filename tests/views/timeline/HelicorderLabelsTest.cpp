@@ -1,5 +1,7 @@
 #include "HelicorderFixture.h"
 
+#include <QRegularExpression>
+
 namespace xov::testing {
 namespace {
 
@@ -38,6 +40,21 @@ TEST_F(Helicorder, labelsOfQuarterHoursStayOnThePageAndApart) {
     ++labels;
   }
   EXPECT_EQ(labels, 96 / 8); // rows of 300 / 97 points: five rows have room, two hours are round
+}
+
+TEST_F(Helicorder, labelsOfHoursAreSpreadWhereTheyHaveNoRoomAndTheHostWishesIt) {
+  view_.setNRows(96);
+  const Records pieces = recordsOf({recordAt(kMidnight, {0, 1})});
+  const auto labels = [&] {
+    draw(pieces);
+    return recording_.strings().filter(QRegularExpression(QStringLiteral("^ 02/\\d\\d \\d\\d$")));
+  };
+  EXPECT_FALSE(view_.spreadsHourLabels());
+  EXPECT_EQ(labels().size(), 96); // each row, over one another
+  view_.setSpreadsHourLabels(true);
+  const QStringList spread = labels(); // rows of 300 / 97 points: five have room, six hours are round
+  EXPECT_EQ(spread.size(), 96 / 6);
+  EXPECT_EQ(spread.mid(0, 5), (QStringList{" 02/19 00", " 02/19 06", " 02/19 12", " 02/19 18", " 02/20 00"}));
 }
 
 } // namespace

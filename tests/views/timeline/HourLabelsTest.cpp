@@ -51,16 +51,20 @@ TEST(HourLabels, giveTheBeginOfRowsThatHoldNoWholeHours) {
             (QStringList{" 03/11 22:00", " 03/11 22:01", " 03/11 22:03"}));
 }
 
-TEST(HourLabels, ofPartsOfAnHourAreThinnedOutToRoundTimes) {
+TEST(HourLabels, areThinnedOutToRoundTimes) {
   const auto page = [](std::int32_t rows, float rowDuration) {
     return HelicorderPage{{72, 36, 492, 36 + 10 * (double(rows) + 1)}, rows, rowDuration}; // rows of 10 points
   };
   EXPECT_EQ(rowsOfLabel(page(96, 900), 10), 1);
-  EXPECT_EQ(rowsOfLabel(page(96, 900), 13), 2);  // half hours
-  EXPECT_EQ(rowsOfLabel(page(96, 900), 21), 4);  // three rows are 45 minutes; the hour is next
-  EXPECT_EQ(rowsOfLabel(page(96, 900), 45), 8);  // five rows are more than an hour: two hours
-  EXPECT_EQ(rowsOfLabel(page(40, 5400), 13), 2); // no part of an hour: as few as there is room for
-  EXPECT_EQ(rowsOfLabel(page(24, 3600), 13), 1); // whole hours are told at every row
+  EXPECT_EQ(rowsOfLabel(page(96, 900), 13), 2);    // half hours
+  EXPECT_EQ(rowsOfLabel(page(96, 900), 21), 4);    // three rows are 45 minutes; the hour is next
+  EXPECT_EQ(rowsOfLabel(page(96, 900), 45), 8);    // five rows are more than an hour: two hours
+  EXPECT_EQ(rowsOfLabel(page(40, 5400), 13), 2);   // no part of an hour: as few as there is room for
+  EXPECT_EQ(rowsOfLabel(page(24, 3600), 13), 2);   // whole hours: two of them
+  EXPECT_EQ(rowsOfLabel(page(24, 3600), 43), 6);   // five are no part of a day; six are
+  EXPECT_EQ(rowsOfLabel(page(96, 3600), 135), 24); // 14 are more than half a day: a day
+  EXPECT_EQ(rowsOfLabel(page(96, 3600), 245), 48); // 25 are more than a day: two days
+  EXPECT_EQ(rowsOfLabel(page(24, 18000), 13), 2);  // five hours divide no day
   EXPECT_EQ(rowsOfLabel(page(3, 900), 1000), 3);
   EXPECT_EQ(rowsOfLabel(pageOf(0, 900), 13), 1);
   EXPECT_EQ(rowsOfLabel({{72, 36, 492, 0}, 24, 900}, 13), 1); // without room for rows

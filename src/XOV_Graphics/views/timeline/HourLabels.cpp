@@ -32,16 +32,16 @@ bool labelsTellMinutes(const HelicorderPage& page) { return !holdsWholeHours(pag
 
 std::int32_t rowsOfLabel(const HelicorderPage& page, double height) {
   const double fewest = std::ceil(height / page.rowHeight());
-  if (!labelsTellMinutes(page) || !(fewest > 1)) return 1;
+  if (!(fewest > 1)) return 1;
   const std::int64_t rows = std::int64_t(std::clamp(fewest, 1.0, std::max(double(page.nRows), 1.0)));
-  const double rowsOfHour = kSecondsPerHour / double(page.rowDuration);
+  const double seconds = labelsTellMinutes(page) ? kSecondsPerHour : kSecondsPerHour * kHoursPerDay;
+  const double rowsOfUnit = seconds / double(page.rowDuration);
   // Rows of less than a second have no round times.
-  const bool isPartOfAnHour =
-      rowsOfHour >= 1 && rowsOfHour <= kSecondsPerHour && rowsOfHour == std::floor(rowsOfHour);
-  if (!isPartOfAnHour) return std::int32_t(rows);
-  const auto hour = std::int64_t(rowsOfHour);
+  const bool isPartOfUnit = rowsOfUnit >= 1 && rowsOfUnit <= kSecondsPerHour && rowsOfUnit == std::floor(rowsOfUnit);
+  if (!isPartOfUnit) return std::int32_t(rows);
+  const auto unit = std::int64_t(rowsOfUnit);
   std::int64_t round = rows;
-  while (hour % round != 0 && round % hour != 0)
+  while (unit % round != 0 && round % unit != 0)
     ++round;
   return std::int32_t(std::min<std::int64_t>(round, std::max(page.nRows, 1)));
 }

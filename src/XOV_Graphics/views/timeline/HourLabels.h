@@ -23,8 +23,8 @@ struct HourLabel {
 /// " month/day hour" for every marked row of whole hours. Month and day are those of `reference` moved on by the rows
 /// above; the hour counts on from that of `startTime` by the hours of a row. Rows of other lengths begin within an
 /// hour, which a whole one cannot tell: their label is the time that they begin at, counted from `startTime`, with
-/// its minutes: " month/day hour:minute", and stands beside every `step`-th of them. Without a reference date there
-/// are no labels.
+/// its minutes: " month/day hour:minute". One stands beside every `step`-th row. Without a reference date there are
+/// no labels.
 std::vector<HourLabel> hourLabels(const HelicorderPage& page, const QDateTime& reference, const QDateTime& startTime,
                                   std::int32_t step = 1);
 
@@ -43,8 +43,9 @@ QString zoneText(const HelicorderPage& page, const QDateTime& start, const QTime
 /// Whether labels tell minutes, for which they need more room: rows hold no whole hours.
 bool labelsTellMinutes(const HelicorderPage& page);
 
-/// Every so many-th row is labelled: each one where rows hold whole hours, otherwise the fewest rows on which a label
-/// of `height` points has room. Labels then begin round parts of an hour, or hours, apart where the rows divide it.
+/// Every so many-th row is labelled: the fewest rows on which a label of `height` points has room. Labels begin round
+/// parts of an hour, or hours, apart where the rows divide it, and parts of a day, or days, where they hold whole
+/// hours that divide it.
 std::int32_t rowsOfLabel(const HelicorderPage& page, double height);
 
 /// "date - network station location component"; a missing text is an empty text.

@@ -66,6 +66,7 @@ class XOV_EXPORT helicorderView : public XOVView {
   Q_PROPERTY(bool showAmplitudeBar READ showAmplitudeBar WRITE writeShowAmplitudeBar NOTIFY settingsChanged)
   Q_PROPERTY(QString amplitudeUnit READ amplitudeUnit WRITE writeAmplitudeUnit NOTIFY settingsChanged)
   Q_PROPERTY(bool showEventLabels READ showEventLabels WRITE writeShowEventLabels NOTIFY settingsChanged)
+  Q_PROPERTY(bool spreadsHourLabels READ spreadsHourLabels WRITE writeSpreadsHourLabels NOTIFY settingsChanged)
 
 public:
   explicit helicorderView(QWidget* parent = nullptr) : helicorderView(QRectF(), parent) {}
@@ -156,6 +157,10 @@ public:
   /// first.
   bool showEventLabels() const { return showEventLabels_; }
   void setShowEventLabels(bool show) { change(showEventLabels_, show); }
+  /// Whether rows of whole hours that are lower than their labels are labelled only every so often, at parts of a day
+  /// or days, as rows of parts of an hour always are; off at first: each one is.
+  bool spreadsHourLabels() const { return spreadsHourLabels_; }
+  void setSpreadsHourLabels(bool spread) { change(spreadsHourLabels_, spread); }
 
   /// In the rows: the "time" in seconds since the page began, "utc" and "local" (localZone(), or else the desktop's)
   /// where the page's start is known, and of the piece that has a sample there the "record" in words and its
@@ -223,6 +228,7 @@ protected:
   bool showAmplitudeBar_ = false;
   QString amplitudeUnit_;
   bool showEventLabels_ = false;
+  bool spreadsHourLabels_ = false;
 
 private:
   // What the writes of properties do: set, and draw anew.
@@ -273,6 +279,10 @@ private:
   void writeShowEventLabels(bool value) {
     setNeedsDisplay();
     setShowEventLabels(value);
+  }
+  void writeSpreadsHourLabels(bool value) {
+    setNeedsDisplay();
+    setSpreadsHourLabels(value);
   }
 
   /// What a part changes, as the host has set it.
