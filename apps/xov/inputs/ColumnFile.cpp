@@ -128,8 +128,9 @@ Status ColumnParser::addRow(QByteArrayView line) {
     const QByteArrayView field = fields_[places_[i]];
     const std::optional<float> value = numberIn(bareField(field));
     if (!value)
-      return fault(
-          QStringLiteral("column %1: found '%2', expected a number").arg(places_[i] + 1).arg(fieldText(field)));
+      return fault(QStringLiteral("column %1: found '%2', expected a number")
+                       .arg(places_[i] + 1)
+                       .arg(shortened(fieldText(field))));
     data_.columns[i].push_back(*value);
   }
   return {};

@@ -113,11 +113,15 @@ void drawOnAll(View& view, RandomHost& host) {
   const QPointF corner((bounds.width() - size.width()) * host.between(0, 1),
                        (bounds.height() - size.height()) * host.between(0, 1));
   view.setExportPixelRatio(host.chance(0.8) ? 1 : host.between(0, 3));
-  require(!view.pictureOfRect(QRectF(corner, size)).isNull() || size.isEmpty(), "a view gives a picture");
+  const bool hasPixels = std::min(size.width(), size.height()) * view.exportPixelRatio() >= 1;
+  require(!view.pictureOfRect(QRectF(corner, size)).isNull() || !hasPixels, "a view gives a picture",
+          view.exportError());
   if (host.chance(0.7))
-    require(view.dataWithPDFInsideRect(bounds).startsWith("%PDF-") || size.isEmpty(), "a view gives a page");
+    require(view.dataWithPDFInsideRect(bounds).startsWith("%PDF-") || size.isEmpty(), "a view gives a page",
+            view.exportError());
   else
-    require(view.dataWithSVGInsideRect(bounds).contains("</svg>") || size.isEmpty(), "a view gives a document");
+    require(view.dataWithSVGInsideRect(bounds).contains("</svg>") || size.isEmpty(), "a view gives a document",
+            view.exportError());
 }
 
 } // namespace

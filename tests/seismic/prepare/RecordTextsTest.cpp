@@ -60,6 +60,8 @@ TEST(AmplitudeLabel, namesTheQuantityThatAllRecordsHold) {
   EXPECT_EQ(label(6, 7), "Amplitude");
   EXPECT_EQ(label(5, 5), "Amplitude") << "of no known kind";
   EXPECT_EQ(amplitudeLabel({}), "Amplitude");
+  EXPECT_EQ(amplitudeLabel({nullptr}), "Amplitude");
+  EXPECT_EQ(amplitudeLabel({nullptr, makeRecord({.quantity = 7})}), "Velocity (nm/s)");
 }
 
 TEST(ChannelsOf, namesEachOnceInTheirOrder) {

@@ -95,9 +95,11 @@ QString titleOfChannels(const SeismogramArray& records) {
 }
 
 QString amplitudeLabel(const SeismogramArray& records) {
+  const auto isThere = [](const auto& record) { return record != nullptr; };
   for (const Quantity& quantity : kQuantities) {
-    const auto isOfThatKind = [&](const auto& record) { return headerOf(*record).idep == quantity.idep; };
-    if (!records.empty() && std::ranges::all_of(records, isOfThatKind)) return QString::fromLatin1(quantity.label);
+    const auto isOfThatKind = [&](const auto& record) { return !record || headerOf(*record).idep == quantity.idep; };
+    if (std::ranges::any_of(records, isThere) && std::ranges::all_of(records, isOfThatKind))
+      return QString::fromLatin1(quantity.label);
   }
   return QStringLiteral("Amplitude");
 }

@@ -23,7 +23,8 @@ XOV_EXPORT QStringList channelsOf(const SeismogramArray& records);
 /// The title of a display of channels: the channel's caption, the station if they are of one, else their number.
 XOV_EXPORT QString titleOfChannels(const SeismogramArray& records);
 
-/// What amplitudes are, with their unit, as far as all records agree: "Velocity (nm/s)"; else "Amplitude".
+/// What amplitudes are, with their unit, as far as all records agree: "Velocity (nm/s)"; else "Amplitude". Null
+/// records do not count.
 XOV_EXPORT QString amplitudeLabel(const SeismogramArray& records);
 
 /// That unit alone: "nm/s"; empty where it is not known.
