@@ -46,12 +46,28 @@ XOV_INLINE void extremesOfVectors(const float* samples, std::int64_t count, Vect
   keepGreater(high, oddHigh);
 }
 
+/// Of samples that two vectors hold.
+template <class Vector>
+XOV_INLINE void extremesOfTwo(const float* samples, std::int64_t count, Vector& low, Vector& high) {
+  Vector last;
+  loadVector(samples, low);
+  loadVector(samples + count - kLanes<Vector>, last); // it overlaps the first
+  high = low;
+  keepSmaller(low, last);
+  keepGreater(high, last);
+}
+
 template <class Vector>
 XOV_INLINE void blockLanes(const float* samples, std::int64_t count, LanesOf<Vector>& low, LanesOf<Vector>& high) {
   if constexpr (kLanes<Vector> == 16) {
-    if (count >= kWorthWidest) {
+    const bool isTwo = count >= kLanes<Vector> && count <= 2 * kLanes<Vector>;
+    if (isTwo || count >= kWorthWidest) {
       Float16 lows, highs;
-      extremesOfVectors(samples, count, lows, highs);
+      if (isTwo) {
+        extremesOfTwo(samples, count, lows, highs);
+      } else {
+        extremesOfVectors(samples, count, lows, highs);
+      }
       low = XOV_PICK(lows, lows, 0, 1, 2, 3, 4, 5, 6, 7);
       high = XOV_PICK(highs, highs, 0, 1, 2, 3, 4, 5, 6, 7);
       keepSmaller(low, XOV_PICK(lows, lows, 8, 9, 10, 11, 12, 13, 14, 15));
@@ -142,7 +158,7 @@ XOV_INLINE void blockExtremesWith(const float* samples, const std::int32_t* cuts
 }
 
 template <class Vector>
-XOV_INLINE bool allFiniteWith(const float* samples, std::int64_t count) {
+XOV_INLINE bool areFiniteWith(const float* samples, std::int64_t count) {
   constexpr int kWidth = kLanes<Vector>;
   Vector broken[4] = {}, next;
   std::int64_t i = 0;
@@ -168,8 +184,6 @@ XOV_INLINE bool allFiniteWith(const float* samples, std::int64_t count) {
   return rest + sumOfLanes(broken[0]) == 0;
 }
 
-XOV_VECTOR_FUNCTION(bool, allFinite, (const float* samples, std::int64_t count), (samples, count))
-
 /// Blocks are checked for gaps and scanned in groups whose samples stay in the cache.
 template <class Vector>
 XOV_INLINE bool findBlockExtremesWith(const float* samples, const std::int32_t* cuts, int blocks, float* lowest,
@@ -179,7 +193,7 @@ XOV_INLINE bool findBlockExtremesWith(const float* samples, const std::int32_t* 
     int next = done + 1;
     while (next < blocks && cuts[next + 1] - cuts[done] <= kCached)
       ++next;
-    if (!allFiniteWith<Vector>(samples + cuts[done], cuts[next] - cuts[done])) return false;
+    if (!areFiniteWith<Vector>(samples + cuts[done], cuts[next] - cuts[done])) return false;
     blockExtremesWith<Vector>(samples, cuts + done, next - done, cuts[blocks], lowest + done, highest + done);
     done = next;
   }
@@ -203,9 +217,11 @@ XOV_VECTOR_FUNCTION(bool, findBlockExtremes,
                     (const float* samples, const std::int32_t* cuts, int blocks, float* lowest, float* highest),
                     (samples, cuts, blocks, lowest, highest))
 
+XOV_VECTOR_FUNCTION(bool, areFinite, (const float* samples, std::int64_t count), (samples, count))
+
 std::int64_t findFinite(const float* samples, std::int64_t begin, std::int64_t end, bool finite) {
   // Lines without gaps are passed in growing stretches.
-  for (std::int64_t stretch = kShortStretch; !finite && stretch < end - begin && allFinite(samples + begin, stretch);
+  for (std::int64_t stretch = kShortStretch; !finite && stretch < end - begin && areFinite(samples + begin, stretch);
        stretch = std::min(2 * stretch, kCached))
     begin += stretch;
   while (begin < end && std::isfinite(samples[begin]) != finite)

@@ -13,6 +13,9 @@ bool findBlockExtremes(const float* samples, const std::int32_t* cuts, int block
 void findFiniteBlockExtremes(const float* samples, const std::int32_t* cuts, int blocks, float* lowest,
                              float* highest);
 
+/// Whether all samples are finite.
+bool areFinite(const float* samples, std::int64_t count);
+
 /// The first index i, begin <= i < end, whose sample is finite or is not, as asked; `end` when there is none.
 std::int64_t findFinite(const float* samples, std::int64_t begin, std::int64_t end, bool finite);
 

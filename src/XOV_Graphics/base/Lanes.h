@@ -91,6 +91,7 @@ using Int8 = LanesWith<std::int32_t, 8>::Vector;
 using Int16 = LanesWith<std::int32_t, 16>::Vector;
 using Shorts8 = LanesWith<std::uint16_t, 8>::Vector;
 using Shorts16 = LanesWith<std::uint16_t, 16>::Vector;
+using Shorts32 = LanesWith<std::uint16_t, 32>::Vector;
 
 template <class Vector, class Element>
 XOV_INLINE void loadVector(const Element* from, Vector& to) {
@@ -134,6 +135,7 @@ struct IntegersOf<Float8> {
 template <>
 struct IntegersOf<Float16> {
   using Words = Int16;
+  using Shorts = Shorts32;
 };
 template <class Vector>
 using WordsOf = typename IntegersOf<Vector>::Words;
@@ -201,6 +203,16 @@ XOV_INLINE float sumOfLanes(const Vector (&values)[parts]) {
 XOV_INLINE bool inNoLane(const Int4& mask) { return laneBits(mask) == 0; }
 XOV_INLINE bool inNoLane(const Int8& mask) {
   return inNoLane(XOV_PICK(mask, mask, 0, 1, 2, 3) | XOV_PICK(mask, mask, 4, 5, 6, 7));
+}
+
+/// True when all lanes are 0. Comparisons of the widest vectors are taken apart by the compiler, lane by lane.
+template <class Words>
+XOV_INLINE bool areZero(const Words& lanes) {
+  return inNoLane(lanes != 0);
+}
+XOV_INLINE bool areZero(const Int16& lanes) {
+  return areZero(XOV_PICK(lanes, lanes, 0, 1, 2, 3, 4, 5, 6, 7) |
+                 XOV_PICK(lanes, lanes, 8, 9, 10, 11, 12, 13, 14, 15));
 }
 
 /// Each lane becomes its square root. Processors take as long for eight as for twice four.

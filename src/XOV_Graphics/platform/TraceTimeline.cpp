@@ -1,7 +1,5 @@
 #include "XOV_Graphics/platform/TraceTimeline.h"
 
-#include "XOV_Graphics/base/SinglePrecision.h"
-
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -12,11 +10,6 @@ namespace xov {
 namespace {
 
 constexpr double kHalfUlp = 0x1p-24; // of a single-precision number, relative to it
-
-float uniformTime(const TraceTime& time, std::int64_t i) {
-  const float product = time.step * static_cast<float>(i);
-  return time.start + product;
-}
 
 double evenTime(const TraceTime& time, std::int64_t i) {
   return double(time.start) + double(time.step) * double(i - time.origin);
@@ -171,25 +164,11 @@ std::size_t TraceTimeline::pieceAt(std::int64_t i) const {
   return static_cast<std::size_t>(after - pieces_.begin()) - 1;
 }
 
-double TraceTimeline::time(std::int64_t i) const {
-  switch (time_.rule) {
-  case TraceTime::Rule::Uniform:
-    return double(uniformTime(time_, i));
-  case TraceTime::Rule::Explicit:
-    return double(time_.values[i]);
-  case TraceTime::Rule::Even:
-    return evenTime(time_, i);
-  case TraceTime::Rule::Accumulated:
-    break;
-  }
+double TraceTimeline::timeOfOtherRule(std::int64_t i) const {
+  if (time_.rule == TraceTime::Rule::Explicit) return double(time_.values[i]);
+  if (time_.rule == TraceTime::Rule::Even) return evenTime(time_, i);
   const TimePiece& piece = pieces_[pieceAt(i)];
   return piece.start + double(i - piece.first) * piece.step;
-}
-
-double TraceTimeline::since(float origin, std::int64_t i) const {
-  const double t = time(i);
-  if (time_.rule == TraceTime::Rule::Even) return t - double(origin);
-  return double(singleDifference(static_cast<float>(t), origin));
 }
 
 double TraceTimeline::pieceError(float origin, std::int64_t a, std::int64_t b) const {

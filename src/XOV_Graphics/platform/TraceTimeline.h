@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/base/SinglePrecision.h"
 #include "XOV_Graphics/platform/Trace.h"
 
 #include <cstdint>
@@ -31,9 +32,15 @@ public:
   std::int64_t last() const { return last_; }
 
   /// The time of sample i, exactly as TraceTime describes it; first() <= i < last().
-  double time(std::int64_t i) const;
+  double time(std::int64_t i) const {
+    return time_.rule == TraceTime::Rule::Uniform ? double(uniformTime(time_, i)) : timeOfOtherRule(i);
+  }
   /// time(i) - origin: singleDifference(), but in double precision for even times.
-  double since(float origin, std::int64_t i) const;
+  double since(float origin, std::int64_t i) const {
+    const double t = time(i);
+    if (time_.rule == TraceTime::Rule::Even) return t - double(origin);
+    return double(singleDifference(static_cast<float>(t), origin));
+  }
 
   /// True when some time lies before the time of an earlier sample.
   bool decreases() const { return decreases_; }
@@ -55,6 +62,11 @@ public:
   double distanceFrom(const TraceTime& even) const;
 
 private:
+  static float uniformTime(const TraceTime& time, std::int64_t i) {
+    const float product = time.step * static_cast<float>(i);
+    return time.start + product;
+  }
+  double timeOfOtherRule(std::int64_t i) const;
   void setOnePiece(double start, double step);
   void setUniform();
   void setEven();

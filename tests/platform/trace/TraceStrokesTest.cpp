@@ -8,6 +8,7 @@
 #include "tests/support/ThreadCounts.h"
 #include "tests/support/TracePictures.h"
 #include "tests/support/TraceSignals.h"
+#include "tests/support/VectorWidths.h"
 
 #include <gtest/gtest.h>
 
@@ -21,6 +22,7 @@
 #include <vector>
 
 using namespace xov;
+using namespace xov::testing;
 
 namespace {
 
@@ -69,6 +71,57 @@ private:
   std::deque<std::vector<float>> samples_;
 };
 
+// A record in short pieces, each where the one before ends and over its end, row after row down the page, in turn in
+// two colours.
+class NeighbouringPieces {
+public:
+  // Of a width in points, which grows and falls by up to `uneven` of it.
+  NeighbouringPieces(unsigned seed, double width, double uneven, double lineWidth, int alpha) : strokes(lineWidth) {
+    std::mt19937 random(seed);
+    const auto between = [&random](double low, double high) {
+      return low + (high - low) * double(random()) / 4294967295.0;
+    };
+    const QColor colors[] = {QColor(0, 0, 0, alpha), QColor(200, 30, 0, alpha)};
+    for (double y = 1; y < kPictureHeight; y += 17) {
+      for (double x = -2 * width; x < kPictureWidth + width; x += samples_.size() % 23 == 0 ? 3 * width : width) {
+        const auto count = std::size_t(between(2, 120));
+        samples_.push_back(noise(count, between(0, 8), random()));
+        if (random() % 12 == 0) samples_.back()[random() % count] = std::numeric_limits<float>::quiet_NaN();
+        const double length = width * (1 + between(-uneven, uneven));
+        Trace trace = traceOf(samples_.back(), length / double(count), y);
+        trace.xOffset = x;
+        strokes.begin(colors[strokes.count() % 2]);
+        strokes.addTrace(trace);
+      }
+    }
+  }
+
+  TraceStrokes strokes;
+
+private:
+  std::deque<std::vector<float>> samples_;
+};
+
+// Strokes of a raster drawn together, with any number of threads and vectors of any width, are those drawn one after
+// the other.
+void expectAsOneByOne(const TraceStrokes& strokes, double ratio, const QRect& clip) {
+  QImage alone = whitePicture(ratio);
+  for (std::size_t i = 0; i < strokes.count(); ++i) {
+    ASSERT_TRUE(strokeTraces(targetOf(alone), strokes.traces(i), pictureTransform(ratio), clip, strokes.lineWidth(),
+                             strokes.color(i)));
+  }
+  ASSERT_NE(alone, whitePicture(ratio));
+  std::size_t tried = 0;
+  for (const int threads : kThreadCounts) {
+    const WithThreads with(threads);
+    const HeldVectorWidth held(vectorWidths()[tried++ % vectorWidths().size()]);
+    QImage together = whitePicture(ratio);
+    strokeTraces(targetOf(together), strokes, pictureTransform(ratio), clip,
+                 [](std::size_t stroke) { ADD_FAILURE() << stroke; });
+    EXPECT_EQ(together, alone) << "with " << threads << " threads";
+  }
+}
+
 // A line to and fro.
 Trace tangled(const std::vector<float>& samples, const std::vector<float>& times) {
   Trace trace = traceOf(samples, 1);
@@ -103,20 +156,25 @@ TEST(TraceStrokes, areDrawnAsOneByOneByTheRaster) {
   for (unsigned round = 0; round < 18; ++round) {
     const double ratio = std::vector{1.0, 1.37, 4.0}[round % 3], width = std::vector{0.3, 1.0, 3.7}[round / 3 % 3];
     const RandomPieces pieces(round, 80, width);
-    QImage alone = whitePicture(ratio);
-    const QRect clip = round % 2 == 0 ? alone.rect() : QRect(int(random() % 40), 5, int(20 + random() % 90), 30);
-    for (std::size_t i = 0; i < pieces.strokes.count(); ++i) {
-      ASSERT_TRUE(strokeTraces(targetOf(alone), pieces.strokes.traces(i), pictureTransform(ratio), clip, width,
-                               pieces.strokes.color(i)));
-    }
-    ASSERT_NE(alone, whitePicture(ratio));
-    for (const int threads : kThreadCounts) {
-      const WithThreads with(threads);
-      QImage together = whitePicture(ratio);
-      strokeTraces(targetOf(together), pieces.strokes, pictureTransform(ratio), clip,
-                   [](std::size_t stroke) { ADD_FAILURE() << stroke; });
-      EXPECT_EQ(together, alone) << "round " << round << " with " << threads << " threads";
-    }
+    const QRect picture = whitePicture(ratio).rect();
+    const QRect clip = round % 2 == 0 ? picture : QRect(int(random() % 40), 5, int(20 + random() % 90), 30);
+    SCOPED_TRACE(round);
+    expectAsOneByOne(pieces.strokes, ratio, clip);
+  }
+}
+
+TEST(TraceStrokes, sideBySideAreDrawnAsOneByOneByTheRaster) {
+  for (unsigned round = 0; round < 16; ++round) {
+    // From many over each column of pixels to such that reach over two dozen of them.
+    const double ratio = std::vector{1.0, 1.37, 4.0}[round % 3];
+    const double width = std::vector{0.3, 0.8, 2.3, 6.0}[round % 4];
+    const double lineWidth = std::vector{0.3, 1.0, 2.6}[round / 3 % 3];
+    const int alpha = round % 5 == 0 ? 120 : 255;
+    const NeighbouringPieces pieces(round, width, round % 2 == 0 ? 0 : 0.5, lineWidth, alpha);
+    const QRect picture = whitePicture(ratio).rect();
+    const QRect clip = round % 4 < 2 ? picture : QRect(int(round), 3, int(7 + 11 * (round % 7)), int(40 * ratio));
+    SCOPED_TRACE(round);
+    expectAsOneByOne(pieces.strokes, ratio, clip);
   }
 }
 

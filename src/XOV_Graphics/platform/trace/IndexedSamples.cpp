@@ -16,6 +16,8 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr std::int64_t kWorthAnIndex = 2 * SampleIndex::kBlock;
 // So many borders ahead, the samples around them are asked from memory.
 constexpr int kBordersAhead = 8;
+// Of more samples, looking at all of them costs little, and brings them from memory in their order.
+constexpr std::int64_t kFew = 4096;
 constexpr std::int64_t kHeldTogether = std::int64_t(1) << 16;
 
 void prefetchAround(const float* samples, std::int64_t border, std::int64_t first, std::int64_t last) {
@@ -90,7 +92,7 @@ bool IndexedSamples::findBlockExtremes(std::int64_t begin, const std::int32_t* c
   const float* const from = samples_ + begin;
   if (index_ == nullptr || cuts[blocks] - cuts[0] < kWorthAnIndex * blocks) {
     const HeldSamples held(source_, from + cuts[0], from + cuts[blocks]);
-    if (index_ == nullptr || !index_->holdsNoGap(from, cuts[0], cuts[blocks]))
+    if (index_ == nullptr || !holdsNoGap(from, cuts[0], cuts[blocks]))
       return xov::findBlockExtremes(from, cuts, blocks, lowest, highest);
     findFiniteBlockExtremes(from, cuts, blocks, lowest, highest);
     return true;
@@ -100,6 +102,15 @@ bool IndexedSamples::findBlockExtremes(std::int64_t begin, const std::int32_t* c
   const bool finite = findIndexedExtremes(*index_, from, cuts, blocks, lowest, highest);
   letGo(from, cuts, blocks);
   return finite;
+}
+
+/// True when the index, and a look at what lies in none of its whole blocks, tell that there is no gap.
+bool IndexedSamples::holdsNoGap(const float* from, std::int64_t first, std::int64_t last) const {
+  if (index_->holdsNoGap(from, first, last)) return true;
+  if (last - first > kFew) return false;
+  const SampleIndex::Blocks inner = index_->blocksWithin(from, first, last);
+  return inner.count > 0 && index_->holdsNoGap(from, inner.begin, inner.end()) &&
+         areFinite(from + first, inner.begin - first) && areFinite(from + inner.end(), last - inner.end());
 }
 
 /// Holds the samples around each cut that lie in no whole block of the index on either side of it.

@@ -31,6 +31,7 @@ public:
   std::int64_t findExtreme(float value, std::int64_t begin, std::int64_t end) const;
 
 private:
+  bool holdsNoGap(const float* from, std::int64_t first, std::int64_t last) const;
   std::int64_t findFinite(std::int64_t begin, std::int64_t end, bool finite) const;
   void hold(const float* from, const std::int32_t* cuts, int blocks) const;
   void letGo(const float* from, const std::int32_t* cuts, int blocks) const;

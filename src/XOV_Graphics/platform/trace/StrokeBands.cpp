@@ -64,6 +64,7 @@ void strokeInBands(const PixelTarget& target, const TraceStrokes& strokes, const
     if (!places[next].isShort(widest)) {
       take(wide, next++);
       wide.draw();
+      wide.finish();
       continue;
     }
     for (std::vector<std::size_t>& band : bands)
@@ -81,6 +82,7 @@ void strokeInBands(const PixelTarget& target, const TraceStrokes& strokes, const
         take(raster, within[i]);
         raster.drawStrip(band - (places[within[i]].strips.left - visible.left()) / widest);
       }
+      raster.finish();
     });
   }
 }

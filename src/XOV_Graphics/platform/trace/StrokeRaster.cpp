@@ -56,7 +56,8 @@ StrokeRaster::StrokeRaster(const PixelTarget& target, const QTransform& viewToDe
                            double lineWidth)
     : target_(target),
       viewToDevice_(viewToDevice),
-      visible_(clip & QRect(0, 0, target.width, target.height)) {
+      visible_(clip & QRect(0, 0, target.width, target.height)),
+      stack_(target, visible_.top(), visible_.height()) {
   const std::optional<double> scale = uniformScale(viewToDevice);
   radius_ = scale ? lineWidth * *scale / 2 : 0;
   fits_ = scale && !(radius_ > kLargestRadius);
@@ -67,8 +68,8 @@ int StrokeRaster::widestStrip() const { return std::min(stripColumns(1, 1, radiu
 bool StrokeRaster::take(std::span<const Trace> traces, const QColor& color) {
   columns_ = 0;
   if (!fits_ || !projectTraces(traces, viewToDevice_, visible_, projections_)) return false;
-  ink_ = TraceInk(color);
-  const bool isNothing = visible_.isEmpty() || projections_.empty() || !(radius_ > 0) || ink_.isInvisible();
+  ink_.emplace(color);
+  const bool isNothing = visible_.isEmpty() || projections_.empty() || !(radius_ > 0) || ink_->isInvisible();
   if (target_.bits == nullptr || isNothing) return true;
 
   fineness_.emplace(radius_, projections_.size(), samplesPerPixel(projections_));
@@ -86,24 +87,43 @@ StrokeRaster::Strips StrokeRaster::strips() const {
 
 void StrokeRaster::draw() {
   const int count = strips().count;
-  if (count <= kFewStrips) return drawFew(0, count);
+  if (count <= kFewStrips) return drawFew(0, count, {visible_.left(), visible_.right() + 1});
+  finish();
   drawStrips(first_, columns_, *fineness_, [&] {
     return [&, room = std::make_shared<Room>(first_.rows)](TraceStrip& strip, TraceFineness& fineness) {
       findInk(*room, strip, fineness);
-      layInk(*room, strip);
+      takeInk(*room, strip);
+      layStrip(room->coverage, strip, *ink_, target_, visible_.top());
     };
   });
 }
 
+TraceStrip StrokeRaster::strip(int number) const {
+  TraceStrip strip = first_;
+  strip.left += number * first_.columns;
+  strip.columns = std::min(first_.columns, first_.left + columns_ - strip.left);
+  return strip;
+}
+
+void StrokeRaster::drawStrip(int number) {
+  const TraceStrip drawn = strip(number);
+  drawFew(number, number + 1, {drawn.left, drawn.left + drawn.columns});
+}
+
 /// Works out strips from the first one on, and draws those from <= k < to.
-void StrokeRaster::drawFew(int from, int to) {
+void StrokeRaster::drawFew(int from, int to, const Columns& touched) {
   if (!room_) room_.emplace(visible_.height());
   for (int k = 0; k < to; ++k) {
-    TraceStrip strip = first_;
-    strip.left += k * first_.columns;
-    strip.columns = std::min(first_.columns, first_.left + columns_ - strip.left);
-    findInk(*room_, strip, *fineness_);
-    if (k >= from) layInk(*room_, strip);
+    TraceStrip at = strip(k);
+    findInk(*room_, at, *fineness_);
+    if (k < from) continue;
+    takeInk(*room_, at);
+    if (at.lastUsed - at.firstUsed <= InkStack::kMostColumns) {
+      stack_.add(room_->coverage, at, *ink_, touched.first, touched.last);
+    } else {
+      finish();
+      layStrip(room_->coverage, at, *ink_, target_, visible_.top());
+    }
   }
 }
 
@@ -121,10 +141,9 @@ void StrokeRaster::findInk(Room& room, TraceStrip& strip, TraceFineness& finenes
   } while (fineness.refine(envelope->roughness(), double(strip.subColumns()) * strip.rows));
 }
 
-void StrokeRaster::layInk(Room& room, TraceStrip& strip) const {
+void StrokeRaster::takeInk(Room& room, TraceStrip& strip) {
   room.layers.narrowUsed(strip);
   room.coverage.take(room.layers);
-  layStrip(room.coverage, strip, ink_, target_, visible_.top());
 }
 
 } // namespace xov

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XOV_Graphics/platform/trace/InkStack.h"
 #include "XOV_Graphics/platform/trace/TraceFineness.h"
 #include "XOV_Graphics/platform/trace/TraceLayers.h"
 #include "XOV_Graphics/platform/trace/TraceStrips.h"
@@ -34,10 +35,14 @@ public:
   bool take(std::span<const Trace> traces, const QColor& color);
   /// Of the stroke that was taken.
   Strips strips() const;
-  /// Draws it, on several threads where there are more than a few strips.
+  /// Draws it, on several threads where there are more than a few strips. A narrow one may wait for others beside it:
+  /// see finish().
   void draw();
-  /// Draws one strip of a stroke that has no more than a few, and leaves the others away.
-  void drawStrip(int number) { drawFew(number, number + 1); }
+  /// Draws one strip of a stroke that has no more than a few, and leaves the others away. Only pixels of the strip
+  /// are touched, now or later.
+  void drawStrip(int number);
+  /// Draws what waits. To be called before anything else is drawn, and at the end.
+  void finish() { stack_.lay(); }
   /// The first strip settles the fineness of the next: up to so many are worked out one after the other.
   static constexpr int kFewStrips = 2;
 
@@ -49,9 +54,16 @@ private:
     TraceCoverage coverage;
   };
 
-  void drawFew(int from, int to);
+  /// Columns of the picture, first <= column < last.
+  struct Columns {
+    int first = 0;
+    int last = 0;
+  };
+
+  TraceStrip strip(int number) const;
+  void drawFew(int from, int to, const Columns& touched);
   void findInk(Room& room, TraceStrip& strip, TraceFineness& fineness) const;
-  void layInk(Room& room, TraceStrip& strip) const;
+  static void takeInk(Room& room, TraceStrip& strip);
 
   PixelTarget target_;
   QTransform viewToDevice_;
@@ -60,12 +72,13 @@ private:
   bool fits_ = false;
 
   std::vector<TraceProjection> projections_; // of a stroke
-  TraceInk ink_{Qt::black};
+  std::optional<TraceInk> ink_;
   std::optional<TraceFineness> fineness_;
   InkExtent extent_;
   TraceStrip first_;
   int columns_ = 0;
   std::optional<Room> room_;
+  InkStack stack_;
 };
 
 } // namespace xov

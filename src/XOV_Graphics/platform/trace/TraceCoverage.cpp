@@ -46,22 +46,24 @@ void TraceCoverage::takeInOrder(std::span<const float* const> lows, std::span<co
 
 RowRange TraceCoverage::unite(const TraceStrip& strip, int column) {
   RowRange inked;
-  const auto layers = static_cast<int>(lows_.size());
   const int end = std::min(kInkColumns, strip.lastUsed - column);
-  for (int c = std::max(0, strip.firstUsed - column); c < end; ++c) {
-    const int firstSub = (column + c) * strip.perColumn;
-    std::int32_t* const changes = changes_.data() + c;
-    if (sortedNext_ == 0) {
-      if (addUnion(lows_.data(), highs_.data(), layers, firstSub, strip.perColumn, rows_, changes, inked)) continue;
-      for (int row = 0; row <= rows_; ++row)
-        changes[row * kInkColumns] = 0;
-      sortedAtOnce_ = std::min(2 * sortedAtOnce_, kInkColumns);
-      sortedNext_ = sortedAtOnce_;
-    }
-    uniteSorted(firstSub, strip.perColumn, changes, inked);
-    --sortedNext_;
-  }
+  for (int c = std::max(0, strip.firstUsed - column); c < end; ++c)
+    uniteColumn(strip, column + c, changes_.data() + c, inked);
   return inked;
+}
+
+void TraceCoverage::uniteColumn(const TraceStrip& strip, int column, std::int32_t* changes, RowRange& inked) {
+  const auto layers = static_cast<int>(lows_.size());
+  const int firstSub = column * strip.perColumn;
+  if (sortedNext_ == 0) {
+    if (addUnion(lows_.data(), highs_.data(), layers, firstSub, strip.perColumn, rows_, changes, inked)) return;
+    for (int row = 0; row <= rows_; ++row)
+      changes[row * kInkColumns] = 0;
+    sortedAtOnce_ = std::min(2 * sortedAtOnce_, kInkColumns);
+    sortedNext_ = sortedAtOnce_;
+  }
+  uniteSorted(firstSub, strip.perColumn, changes, inked);
+  --sortedNext_;
 }
 
 /// Unites the intervals after sorting them: then none lies above one before it.

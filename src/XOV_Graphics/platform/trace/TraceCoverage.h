@@ -31,6 +31,8 @@ public:
   /// changes then stand in changes(), and must be cleared by whoever sums them, in those rows and the one behind.
   RowRange unite(const TraceStrip& strip, int column);
   std::int32_t* changes() { return changes_.data(); }
+  /// The same of one column, added to `changes` of the caller's, which are 0 in that column, and to the rows `inked`.
+  void uniteColumn(const TraceStrip& strip, int column, std::int32_t* changes, RowRange& inked);
 
 private:
   void uniteSorted(int firstSub, int perColumn, std::int32_t* changes, RowRange& inked);

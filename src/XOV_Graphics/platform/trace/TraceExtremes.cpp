@@ -34,13 +34,6 @@ bool TraceExtremes::areSmooth(const float* low, const float* high, int count) {
   return findOverlap(low, high, count) < kSmoothOverlap;
 }
 
-int TraceExtremes::subColumnOf(double column) const {
-  const double position = std::clamp((column - strip_.left) * strip_.perColumn + strip_.curveShift, double(-padding_),
-                                     double(strip_.subColumns() + padding_ - 1));
-  const int whole = static_cast<int>(position);
-  return position < whole ? whole - 1 : whole;
-}
-
 bool TraceExtremes::find(const TraceProjection& projection, SampleRange samples, int firstSub, int lastSub) {
   TraceCurve curve{projection, samples, firstSub, lastSub - firstSub + 1};
   curve.dense = double(samples.size()) >= kDense * curve.blocks &&

@@ -4,6 +4,7 @@
 #include "XOV_Graphics/platform/trace/TraceProjection.h"
 #include "XOV_Graphics/platform/trace/TraceStrip.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -24,7 +25,12 @@ public:
 
   /// The sub-column of the curve that holds a column of the picture. Far outside the strip it is the last one that
   /// the pen may reach in from.
-  int subColumnOf(double column) const;
+  int subColumnOf(double column) const {
+    const double position = std::clamp((column - strip_.left) * strip_.perColumn + strip_.curveShift,
+                                       double(-padding_), double(strip_.subColumns() + padding_ - 1));
+    const int whole = static_cast<int>(position);
+    return position < whole ? whole - 1 : whole;
+  }
 
   /// Finds the extremes of a curve through samples, of which there must be some, from the sub-column of its first
   /// sample to that of its last. False when a sample is not finite.

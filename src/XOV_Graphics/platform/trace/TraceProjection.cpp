@@ -9,7 +9,6 @@ namespace xov {
 namespace {
 
 constexpr float kLargest = std::numeric_limits<float>::max();
-constexpr double kFarColumn = 1e100;    // beyond every picture, and its square is still a number
 constexpr double kLargestMiddle = 1e30; // a sample less this cannot overflow single precision
 
 float single(double value) { return static_cast<float>(std::clamp(value, -double(kLargest), double(kLargest))); }
@@ -47,10 +46,6 @@ void TraceProjection::setRows(const QTransform& viewToDevice, double clipTop, do
   rows_.middle = static_cast<float>(middle);
   rows_.scale = single(scale);
   rows_.offset = single(std::clamp(middle * scale + offset, -double(kFarRow), double(kFarRow)));
-}
-
-double TraceProjection::column(std::int64_t i) const {
-  return std::clamp(timeline_.since(trace_.tOrigin, i) * columnScale_ + columnOffset_, -kFarColumn, kFarColumn);
 }
 
 float TraceProjection::row(std::int64_t i) const {

@@ -8,6 +8,7 @@
 
 #include <QTransform>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -50,7 +51,9 @@ public:
   }
   /// True when the value of sample i is not the one in samples().
   bool isOverruled(std::int64_t i) const { return i == trace_.first && trace_.firstValue.has_value(); }
-  double column(std::int64_t i) const;
+  double column(std::int64_t i) const {
+    return std::clamp(timeline_.since(trace_.tOrigin, i) * columnScale_ + columnOffset_, -kFarColumn, kFarColumn);
+  }
   float row(std::int64_t i) const;
 
   /// The row that the lobes of a trace end at.
@@ -81,6 +84,8 @@ public:
   bool isDense(std::int64_t a, std::int64_t b, double spacing) const;
 
 private:
+  static constexpr double kFarColumn = 1e100; // beyond every picture, and its square is still a number
+
   float rowUnclamped(float value) const;
   void setRows(const QTransform& viewToDevice, double clipTop, double clipHeight);
 

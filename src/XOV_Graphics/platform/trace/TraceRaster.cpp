@@ -35,6 +35,7 @@ bool strokeTraces(const PixelTarget& target, std::span<const Trace> traces, cons
   StrokeRaster raster(target, viewToDevice, clip, lineWidth);
   if (!raster.take(traces, color)) return false;
   raster.draw();
+  raster.finish();
   return true;
 }
 
@@ -44,11 +45,14 @@ void strokeTraces(const PixelTarget& target, const TraceStrokes& strokes, const 
   StrokeRaster raster(target, viewToDevice, clip, strokes.lineWidth());
   for (std::size_t k = 0; k < strokes.count(); ++k) {
     if (k + 1 < strokes.count()) foreseeStroke(strokes.traces(k + 1));
-    if (raster.take(strokes.traces(k), strokes.color(k)))
+    if (raster.take(strokes.traces(k), strokes.color(k))) {
       raster.draw();
-    else
-      drawOtherwise(k);
+      continue;
+    }
+    raster.finish();
+    drawOtherwise(k);
   }
+  raster.finish();
 }
 
 bool fillTraces(const PixelTarget& target, std::span<const Trace> traces, const QTransform& viewToDevice,

@@ -60,7 +60,13 @@ void InkExtent::markUsed(TraceStrip& strip) const {
 int InkExtent::beginAt(const QRect& visible, TraceStrip& first) const {
   int end = visible.left();
   bool isFound = false;
-  for (int at = visible.left(); at <= visible.right(); at += first.columns) {
+  const auto stripOf = [&](double column) {
+    const double place = std::clamp(column, double(visible.left()), double(visible.right() + 1)) - visible.left();
+    return static_cast<int>(place / first.columns);
+  };
+  const int from = visible.left() + std::max(stripOf(left_) - 1, 0) * first.columns;
+  const int last = std::min(visible.left() + (stripOf(right_) + 1) * first.columns, visible.right());
+  for (int at = from; at <= last; at += first.columns) {
     if (!touches(at, std::min(first.columns, visible.right() + 1 - at))) continue;
     if (!std::exchange(isFound, true)) first.left = at;
     end = std::min(at + first.columns, visible.right() + 1);

@@ -21,6 +21,16 @@ XOV_INLINE std::int32_t sumOfLanes(const Int8& value) {
   return sumOfLanes(XOV_PICK(value, value, 0, 1, 2, 3) + XOV_PICK(value, value, 4, 5, 6, 7));
 }
 
+XOV_INLINE float smallestOfLanes(Float4 value) {
+  keepSmaller(value, XOV_PICK(value, value, 2, 3, 0, 1));
+  return std::min(float(value[0]), float(value[1]));
+}
+XOV_INLINE float smallestOfLanes(const Float8& value) {
+  Float4 smaller = XOV_PICK(value, value, 0, 1, 2, 3);
+  keepSmaller(smaller, XOV_PICK(value, value, 4, 5, 6, 7));
+  return smallestOfLanes(smaller);
+}
+
 /// Adds an edge for each lane. Those of a quiet line lie in the same row or in two: they go there in one sum.
 template <class Vector>
 XOV_INLINE void addEdges(std::int32_t* changes, const WordsOf<Vector>& units, std::int32_t sign) {
@@ -134,12 +144,8 @@ public:
   }
 
   XOV_INLINE void includeInked(RowRange& inked, int rows) const {
-    float from = kNothingLow, to = kNothingHigh;
-    for (int lane = 0; lane < kLanes<Vector>; ++lane) {
-      from = std::min(from, lowest_[lane]);
-      to = std::max(to, highest_[lane]);
-    }
-    includeRows(inked, from, to, rows);
+    const Vector upwards = -highest_;
+    includeRows(inked, smallestOfLanes(lowest_), -smallestOfLanes(upwards), rows);
   }
 
 private:

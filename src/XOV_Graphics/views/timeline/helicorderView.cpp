@@ -199,9 +199,10 @@ std::vector<helicorderView::MarkedEvent> helicorderView::markedEvents() const {
 }
 
 void helicorderView::drawSeismicPhases(const QRectF&) {
-  const auto pieces = heldRecords();
   const auto events = heldEvents();
-  if (!pieces || pieces->empty() || !events || events->empty()) return;
+  if (!events || events->empty()) return;
+  const auto pieces = heldRecords();
+  if (!pieces || pieces->empty()) return;
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   for (const MarkedEvent& marked : markedEvents()) {
@@ -248,8 +249,9 @@ void helicorderView::drawMinuteMarks() {
 }
 
 void helicorderView::drawHourLabels() {
-  const auto pieces = heldRecords();
-  const PageStart start = pieces && !pieces->empty() ? startOf(*pieces) : PageStart();
+  SeismogramArray first; // of thousands
+  if (const auto pieces = wvfrmArray_.lock(); pieces && !pieces->empty()) first.push_back(pieces->front());
+  const PageStart start = first.empty() ? PageStart() : startOf(first);
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   labelAttributes_->setColor(colors::lightGray);
