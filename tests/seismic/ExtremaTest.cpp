@@ -88,6 +88,23 @@ TEST(Extrema, areTheSameFromAnIndex) {
   expectSame();
 }
 
+TEST(Extrema, ofManyBlocksAreTheSameFromAnIndexWhereverAGapLies) {
+  // 2,500 blocks and a rest; blocks of the index are looked at by the thousand and 24.
+  std::vector<float> values(2500 * 256 + 11);
+  for (std::size_t i = 0; i < values.size(); ++i)
+    values[i] = float((i * 7919) % 100003) - 50001;
+  for (const std::size_t block : {0U, 1023U, 1024U, 2499U}) {
+    std::vector<float> changed = values;
+    changed[block * 256 + 5] = kNaN;
+    changed[block * 256 + 6] = -70000; // in the block of the gap
+    changed[(2499 - block) * 256 + 7] = 80000;
+    const xov::SampleIndex index(changed);
+    const xov::Extrema extrema = xov::finiteExtrema(changed, &index);
+    EXPECT_EQ(extrema.min, -70000) << block;
+    EXPECT_EQ(extrema.max, 80000) << block;
+  }
+}
+
 TEST(Extrema, ofPartsAreTheSameFromAnIndexOfAll) {
   std::vector<float> values(1500);
   for (std::size_t i = 0; i < values.size(); ++i)

@@ -13,6 +13,7 @@ namespace xov {
 namespace {
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
+constexpr std::int64_t kBlocksTogether = 1024; // of an index
 
 // A comparison with NaN is false, so with the new value on the left a NaN never replaces a running extreme; this is
 // also the order of operands of the processor's own minimum and maximum instructions.
@@ -51,6 +52,32 @@ void include(std::span<const float> values, SampleSource* source, Extrema& extre
   extrema.max = higher(own.max, extrema.max);
 }
 
+// Of the blocks from..end-1 of an index; false where one of them holds a gap.
+bool includeWhole(const SampleIndex::Blocks& blocks, std::int64_t from, std::int64_t end, Extrema& extrema) {
+  const std::int32_t cuts[] = {0, std::int32_t(end - from)};
+  Extrema lows, highs;
+  if (!findBlockExtremes(blocks.lowest + from, cuts, 1, &lows.min, &lows.max) ||
+      !findBlockExtremes(blocks.highest + from, cuts, 1, &highs.min, &highs.max))
+    return false;
+  extrema.min = lower(lows.min, extrema.min);
+  extrema.max = higher(highs.max, extrema.max);
+  return true;
+}
+
+// The samples of those that hold a gap are read.
+void includeOneByOne(std::span<const float> values, SampleSource* source, const SampleIndex::Blocks& blocks,
+                     std::int64_t from, std::int64_t end, Extrema& extrema) {
+  for (std::int64_t k = from; k < end; ++k) {
+    if (std::isfinite(blocks.lowest[k])) {
+      extrema.min = lower(blocks.lowest[k], extrema.min);
+      extrema.max = higher(blocks.highest[k], extrema.max);
+    } else {
+      include(values.subspan(std::size_t(blocks.begin + k * SampleIndex::kBlock), std::size_t(SampleIndex::kBlock)),
+              source, extrema);
+    }
+  }
+}
+
 } // namespace
 
 Extrema finiteExtrema(std::span<const float> values) {
@@ -67,14 +94,9 @@ Extrema finiteExtrema(std::span<const float> values, const SampleIndex* index, S
   }
   const SampleIndex::Blocks blocks = index->blocksWithin(values.data(), 0, count);
   Extrema inner{kInfinity, -kInfinity};
-  for (std::int64_t k = 0; k < blocks.count; ++k) {
-    if (std::isfinite(blocks.lowest[k])) {
-      inner.min = lower(blocks.lowest[k], inner.min);
-      inner.max = higher(blocks.highest[k], inner.max);
-    } else {
-      include(values.subspan(std::size_t(blocks.begin + k * SampleIndex::kBlock), std::size_t(SampleIndex::kBlock)),
-              source, inner);
-    }
+  for (std::int64_t k = 0; k < blocks.count; k += kBlocksTogether) {
+    const std::int64_t end = std::min(k + kBlocksTogether, blocks.count);
+    if (!includeWhole(blocks, k, end, inner)) includeOneByOne(values, source, blocks, k, end, inner);
   }
   // What lies at the ends is not read where all of its block is nearer to the middle than what was found.
   const auto canBeExtreme = [&](std::int64_t i) {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <utility>
 #include <vector>
 
 using namespace xov;
@@ -70,6 +71,36 @@ TEST(RoundedBorders, lieAtTheFirstSampleThatIsNotLeftOfThem) {
         ASSERT_EQ(fractions[k], float(along)) << spacing << ' ' << k;
       }
     });
+  }
+}
+
+TEST(RoundedBorders, areTheSameWithoutFractions) {
+  // Late, and around time 0, where single precision is finer than columns tell.
+  const RoundedColumns aroundZero{-2.5F, 1.0F / 128, 0, 20, 333.3};
+  constexpr std::int32_t kSamples = 20000;
+  for (const auto& [columns, base] : {std::pair(kLate, kTenDays - 30000), std::pair(aroundZero, 10)}) {
+    for (const int count : {31, 32, 33, 64, 100, 301}) {
+      for (const double beside : {0.0, 1.0, -1.0}) {
+        // Columns of samples, and what lies next to them.
+        std::vector<double> borders = bordersOf(columns, base, 0.4, count);
+        for (double& border : borders) {
+          const auto near = std::int64_t(std::round((border - columnOf(columns, base)) / (columns.step * 20.0)));
+          border = columnOf(columns, base + near);
+          if (beside != 0) border = std::nextafter(border, beside * 1e9);
+        }
+        forEachVectorWidth([&] {
+          std::vector<std::int32_t> cuts(borders.size());
+          ASSERT_TRUE(cutRounded(columns, placesOf(columns, base, 0.4, kSamples), borders.data(), count, cuts.data(),
+                                 nullptr));
+          std::int32_t expected = 1;
+          for (std::size_t k = 0; k < borders.size(); ++k) {
+            while (expected < kSamples - 1 && columnOf(columns, base + expected) < borders[k])
+              ++expected;
+            ASSERT_EQ(cuts[k], expected) << count << ' ' << beside << ' ' << k;
+          }
+        });
+      }
+    }
   }
 }
 

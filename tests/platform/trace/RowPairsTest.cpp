@@ -82,3 +82,34 @@ TEST(RowPairs, sortedIntervalsHaveTheUnionOfTheUnsorted) {
     });
   }
 }
+
+TEST(RowPairs, intervalsOfLinesInOrderAreSortedAndThoseOutOfItInAnySubColumnAreToo) {
+  // Nine lines 2 rows apart, of which each has a row of ink.
+  constexpr int kLines = 9;
+  for (int swapped = -1; swapped < kSortedTogether; ++swapped) {
+    std::vector low(kLines, std::vector<float>(kSortedTogether));
+    for (std::size_t line = 0; line < kLines; ++line)
+      for (std::size_t j = 0; j < kSortedTogether; ++j)
+        low[line][j] = float(2 * line) + float(j) / 16;
+    if (swapped >= 0) std::swap(low[kLines - 2][std::size_t(swapped)], low[kLines - 1][std::size_t(swapped)]);
+    std::vector high = low;
+    std::vector<const float*> lows, highs;
+    for (std::size_t line = 0; line < kLines; ++line) {
+      for (float& row : high[line])
+        ++row;
+      lows.push_back(low[line].data());
+      highs.push_back(high[line].data());
+    }
+    forEachVectorWidth([&] {
+      std::vector<float> sortedLows(kLines * kSortedTogether), sortedHighs(sortedLows.size());
+      sortIntervals(lows.data(), highs.data(), kLines, 0, kSortedTogether, kRows, sortedLows.data(),
+                    sortedHighs.data());
+      for (std::size_t line = 0; line < kLines; ++line) {
+        for (std::size_t j = 0; j < kSortedTogether; ++j) {
+          EXPECT_EQ(sortedLows[line * kSortedTogether + j], float(2 * line) + float(j) / 16) << swapped;
+          EXPECT_EQ(sortedHighs[line * kSortedTogether + j], float(2 * line + 1) + float(j) / 16) << swapped;
+        }
+      }
+    });
+  }
+}

@@ -18,12 +18,19 @@ using DoublesOf = typename LanesWith<double, kLanes<Vector>>::Vector;
 template <class Vector>
 using Searched = std::conditional_t<kLanes<Vector> == 16, Float8, Float4>;
 
-/// The columns of samples, from single-precision products on.
+/// The times of samples from the origin on, of single-precision products.
 template <class Vector>
-XOV_INLINE void findColumns(const RoundedColumns& columns, const WordsOf<Vector>& samples, DoublesOf<Vector>& found) {
-  Vector time = XOV_CONVERT(Vector, samples) * columns.step;
+XOV_INLINE void findTimesOf(const RoundedColumns& columns, const WordsOf<Vector>& samples, Vector& time) {
+  time = XOV_CONVERT(Vector, samples) * columns.step;
   time = time + columns.start;
   time = time - columns.origin;
+}
+
+/// The columns of samples.
+template <class Vector>
+XOV_INLINE void findColumns(const RoundedColumns& columns, const WordsOf<Vector>& samples, DoublesOf<Vector>& found) {
+  Vector time;
+  findTimesOf(columns, samples, time);
   found = XOV_CONVERT(DoublesOf<Vector>, time) * columns.scale + columns.offset;
 }
 
@@ -79,17 +86,98 @@ XOV_INLINE bool cutVectors(const RoundedColumns& columns, const BorderPlaces& pl
   return inNoLane(missed);
 }
 
-template <class Widest>
-XOV_INLINE bool cutRoundedWith(const RoundedColumns& columns, const BorderPlaces& places, const double* borders,
-                               int count, std::int32_t* cuts, float* fraction) {
-  using Vector = Searched<Widest>;
+/// The numbers of the lanes.
+template <class Vector>
+XOV_INLINE void takeLaneNumbers(DoublesOf<Vector>& numbers) {
+  for (int lane = 0; lane < kLanes<Vector>; ++lane)
+    numbers[lane] = double(lane);
+}
+
+/// The lowest times whose columns do not lie left of borders. False where one is not found beside what is computed,
+/// as around time 0, whose neighbours are nearer than columns tell.
+template <class Vector>
+XOV_INLINE bool findLowestTimes(const RoundedColumns& columns, const double* borders, float* times) {
+  using Words = WordsOf<Vector>;
+  using Doubles = DoublesOf<Vector>;
+  Doubles border;
+  loadVector(borders, border);
+  const Vector near = XOV_CONVERT(Vector, (border - columns.offset) * (1 / columns.scale));
+  Doubles column = XOV_CONVERT(Doubles, near) * columns.scale + columns.offset;
+  const auto isNearLeft = column < border;
+  const Words isLeft = XOV_CONVERT(Words, isNearLeft);
+  const Words bits = XOV_SAME_BITS(Words, near);
+  const Words up = (bits >> 31) | 1; // to the next number
+  const Words besideBits = bits + XOV_CHOOSE(isLeft, up, Words{} - up);
+  const Vector beside = XOV_SAME_BITS(Vector, besideBits);
+  column = XOV_CONVERT(Doubles, beside) * columns.scale + columns.offset;
+  const auto isBesideLeft = column < border, isBesideRight = column >= border;
+  const Words found = XOV_CHOOSE(isLeft, XOV_CONVERT(Words, isBesideRight), XOV_CONVERT(Words, isBesideLeft));
+  const Vector lowest = XOV_CHOOSE(isLeft, beside, near);
+  storeVector(lowest, times);
+  return inNoLane(~found);
+}
+
+/// As cutVectors(), without fractions and by the samples' times, which are in single precision and so of twice as
+/// many borders in a vector. False where that cannot be done, or one was out of reach.
+template <class Widest, class Vector>
+XOV_INLINE bool cutByTimes(const RoundedColumns& columns, const BorderPlaces& places, const double* borders,
+                           int first, std::int32_t* cuts) {
+  using Narrow = Searched<Widest>;
+  using Words = WordsOf<Vector>;
+  constexpr int kWidth = kLanes<Vector>;
+  float times[kTogether * kWidth];
+  std::int32_t guesses[kTogether * kWidth];
+  DoublesOf<Narrow> numbers;
+  takeLaneNumbers<Narrow>(numbers);
+  for (int i = 0; i < kTogether * kWidth; i += kLanes<Narrow>) {
+    if (!findLowestTimes<Narrow>(columns, borders + first + i, times + i)) return false;
+    DoublesOf<Narrow> guess = (numbers + double(first + i)) * places.step + places.guess;
+    keepGreater(guess, DoublesOf<Narrow>{} + double(places.lowest));
+    keepSmaller(guess, DoublesOf<Narrow>{} + double(places.highest));
+    storeVector(XOV_CONVERT(WordsOf<Narrow>, guess), guesses + i);
+  }
+  const Words lowest = Words{} + places.lowest, highest = Words{} + places.highest;
+  Words low[kTogether], high[kTogether];
+  Vector border[kTogether];
+  for (int v = 0; v < kTogether; ++v) {
+    loadVector(times + v * kWidth, border[v]);
+    loadVector(guesses + v * kWidth, low[v]);
+    low[v] -= places.reach;
+    high[v] = low[v] + (2 * places.reach + 1);
+    keepGreater(low[v], lowest);
+    keepSmaller(high[v], highest);
+  }
+  for (int rest = 2 * places.reach + 1; rest > 0; rest /= 2) {
+    for (int v = 0; v < kTogether; ++v) {
+      const Words middle = (low[v] + high[v]) >> 1;
+      Vector time;
+      findTimesOf(columns, middle + places.base, time);
+      const Words before = (time < border[v]) & (low[v] < high[v]);
+      high[v] = XOV_CHOOSE(before, high[v], middle);
+      low[v] = XOV_CHOOSE(before, middle + 1, low[v]);
+    }
+  }
+  Words missed = {};
+  for (int v = 0; v < kTogether; ++v) {
+    Vector before, time;
+    findTimesOf(columns, low[v] + (places.base - 1), before);
+    findTimesOf(columns, low[v] + places.base, time);
+    missed |= ((before >= border[v]) & (low[v] > lowest)) | ((time < border[v]) & (low[v] < highest));
+    storeVector(low[v], cuts + first + v * kWidth);
+  }
+  return inNoLane(missed);
+}
+
+/// Border `first` to the one before `count`, by columns.
+template <class Vector>
+XOV_INLINE bool cutByColumns(const RoundedColumns& columns, const BorderPlaces& places, const double* borders,
+                             int first, int count, std::int32_t* cuts, float* fraction) {
   using Doubles = DoublesOf<Vector>;
   constexpr int kWidth = kLanes<Vector>;
   constexpr int kGroup = kTogether * kWidth;
   Doubles steps;
-  for (int lane = 0; lane < kWidth; ++lane)
-    steps[lane] = double(lane);
-  for (int k = 0; k < count; k += kGroup) {
+  takeLaneNumbers<Vector>(steps);
+  for (int k = first; k < count; k += kGroup) {
     Doubles some[kTogether], guesses[kTogether];
     if (k + kGroup <= count) {
       for (int v = 0; v < kTogether; ++v) {
@@ -111,6 +199,21 @@ XOV_INLINE bool cutRoundedWith(const RoundedColumns& columns, const BorderPlaces
     if (!cutVectors<Vector>(columns, places, some, guesses, fewCuts, fewFractions)) return false;
     std::copy_n(fewCuts, count - k, cuts + k);
     if (fraction != nullptr) std::copy_n(fewFractions, count - k, fraction + k);
+  }
+  return true;
+}
+
+template <class Widest>
+XOV_INLINE bool cutRoundedWith(const RoundedColumns& columns, const BorderPlaces& places, const double* borders,
+                               int count, std::int32_t* cuts, float* fraction) {
+  using Vector = std::conditional_t<kLanes<Widest> == 4, Float4, Float8>;
+  constexpr int kGroup = kTogether * kLanes<Vector>;
+  if (fraction != nullptr || count < kGroup)
+    return cutByColumns<Searched<Widest>>(columns, places, borders, 0, count, cuts, fraction);
+  for (int k = 0; k < count; k += kGroup) {
+    const int first = std::min(k, count - kGroup); // the last ones once more
+    if (cutByTimes<Widest, Vector>(columns, places, borders, first, cuts)) continue;
+    if (!cutByColumns<Searched<Widest>>(columns, places, borders, first, first + kGroup, cuts, nullptr)) return false;
   }
   return true;
 }

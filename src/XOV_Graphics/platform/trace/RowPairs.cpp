@@ -45,6 +45,19 @@ XOV_INLINE void sortLanes(float* rows, int count) {
   }
 }
 
+/// Whether each lane is in order already, as those of lines are that come one below the other, like a drum's.
+template <class Vector>
+XOV_INLINE bool areSorted(const float* rows, int count) {
+  Vector above, next;
+  loadVector(rows, above);
+  for (int k = 1; k < count; ++k) {
+    loadVector(rows + std::ptrdiff_t(k) * kTogether, next);
+    if (!inNoLane(next < above)) return false;
+    above = next;
+  }
+  return true;
+}
+
 template <class Vector>
 XOV_INLINE void pairAllRowsWith(float* rows, int areas, int stride, int count, InsideRule rule, float* scratch) {
   const auto borders = std::ptrdiff_t(areas) * 2;
@@ -104,8 +117,8 @@ XOV_INLINE void sortAllIntervalsWith(const float* const* lows, const float* cons
     }
   }
   for (int lane = 0; lane < kTogether; lane += kLanes<Vector>) {
-    sortLanes<Vector>(sortedLows + lane, layers);
-    sortLanes<Vector>(sortedHighs + lane, layers);
+    if (!areSorted<Vector>(sortedLows + lane, layers)) sortLanes<Vector>(sortedLows + lane, layers);
+    if (!areSorted<Vector>(sortedHighs + lane, layers)) sortLanes<Vector>(sortedHighs + lane, layers);
   }
 }
 
