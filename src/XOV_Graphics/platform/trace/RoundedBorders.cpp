@@ -37,7 +37,39 @@ XOV_INLINE void findColumns(const RoundedColumns& columns, const WordsOf<Vector>
 /// Vectors of borders whose samples are looked up side by side: each cut waits for the one before it.
 constexpr int kTogether = 4;
 
-/// The samples of some vectors of borders, cut by cut until one is left of each. False when one was out of reach.
+/// Whole samples where borders are guessed, within the samples that there are.
+template <class Vector>
+XOV_INLINE void takeGuess(const BorderPlaces& places, const DoublesOf<Vector>& guessed, WordsOf<Vector>& sample) {
+  DoublesOf<Vector> guess = guessed;
+  keepGreater(guess, DoublesOf<Vector>{} + double(places.lowest));
+  keepSmaller(guess, DoublesOf<Vector>{} + double(places.highest));
+  sample = XOV_CONVERT(WordsOf<Vector>, guess);
+}
+
+/// Cuts what lies within reach of some vectors of guesses until one sample is left of each. `findLeft` finds which
+/// samples of a vector lie left of its borders.
+template <class Words, class FindLeft>
+XOV_INLINE void cutAround(const BorderPlaces& places, Words (&samples)[kTogether], const FindLeft& findLeft) {
+  Words high[kTogether];
+  for (int v = 0; v < kTogether; ++v) {
+    samples[v] -= places.reach;
+    high[v] = samples[v] + (2 * places.reach + 1);
+    keepGreater(samples[v], Words{} + places.lowest);
+    keepSmaller(high[v], Words{} + places.highest);
+  }
+  for (int rest = 2 * places.reach + 1; rest > 0; rest /= 2) {
+    for (int v = 0; v < kTogether; ++v) {
+      const Words middle = (samples[v] + high[v]) >> 1;
+      Words left;
+      findLeft(v, middle, left);
+      left &= samples[v] < high[v];
+      high[v] = XOV_CHOOSE(left, high[v], middle);
+      samples[v] = XOV_CHOOSE(left, middle + 1, samples[v]);
+    }
+  }
+}
+
+/// The samples of some vectors of borders by columns. False when one was out of reach.
 template <class Vector>
 XOV_INLINE bool cutVectors(const RoundedColumns& columns, const BorderPlaces& places,
                            const DoublesOf<Vector> (&borders)[kTogether],
@@ -46,27 +78,15 @@ XOV_INLINE bool cutVectors(const RoundedColumns& columns, const BorderPlaces& pl
   using Doubles = DoublesOf<Vector>;
   constexpr int kWidth = kLanes<Vector>;
   const Words lowest = Words{} + places.lowest, highest = Words{} + places.highest;
-  Words low[kTogether], high[kTogether];
-  for (int v = 0; v < kTogether; ++v) {
-    Doubles guess = guesses[v];
-    keepGreater(guess, Doubles{} + double(places.lowest));
-    keepSmaller(guess, Doubles{} + double(places.highest));
-    low[v] = XOV_CONVERT(Words, guess) - places.reach;
-    high[v] = low[v] + (2 * places.reach + 1);
-    keepGreater(low[v], lowest);
-    keepSmaller(high[v], highest);
-  }
-  for (int rest = 2 * places.reach + 1; rest > 0; rest /= 2) {
-    for (int v = 0; v < kTogether; ++v) {
-      const Words middle = (low[v] + high[v]) >> 1;
-      Doubles column;
-      findColumns<Vector>(columns, middle + places.base, column);
-      const auto isLeft = column < borders[v];
-      const Words before = XOV_CONVERT(Words, isLeft) & (low[v] < high[v]);
-      high[v] = XOV_CHOOSE(before, high[v], middle);
-      low[v] = XOV_CHOOSE(before, middle + 1, low[v]);
-    }
-  }
+  Words low[kTogether];
+  for (int v = 0; v < kTogether; ++v)
+    takeGuess<Vector>(places, guesses[v], low[v]);
+  cutAround(places, low, [&](int v, const Words& sample, Words& left) XOV_INLINE_LAMBDA {
+    Doubles column;
+    findColumns<Vector>(columns, sample + places.base, column);
+    const auto isLeft = column < borders[v];
+    left = XOV_CONVERT(Words, isLeft);
+  });
   Words missed = {};
   for (int v = 0; v < kTogether; ++v) {
     Doubles before, column;
@@ -131,32 +151,22 @@ XOV_INLINE bool cutByTimes(const RoundedColumns& columns, const BorderPlaces& pl
   takeLaneNumbers<Narrow>(numbers);
   for (int i = 0; i < kTogether * kWidth; i += kLanes<Narrow>) {
     if (!findLowestTimes<Narrow>(columns, borders + first + i, times + i)) return false;
-    DoublesOf<Narrow> guess = (numbers + double(first + i)) * places.step + places.guess;
-    keepGreater(guess, DoublesOf<Narrow>{} + double(places.lowest));
-    keepSmaller(guess, DoublesOf<Narrow>{} + double(places.highest));
-    storeVector(XOV_CONVERT(WordsOf<Narrow>, guess), guesses + i);
+    WordsOf<Narrow> guess;
+    takeGuess<Narrow>(places, (numbers + double(first + i)) * places.step + places.guess, guess);
+    storeVector(guess, guesses + i);
   }
   const Words lowest = Words{} + places.lowest, highest = Words{} + places.highest;
-  Words low[kTogether], high[kTogether];
+  Words low[kTogether];
   Vector border[kTogether];
   for (int v = 0; v < kTogether; ++v) {
     loadVector(times + v * kWidth, border[v]);
     loadVector(guesses + v * kWidth, low[v]);
-    low[v] -= places.reach;
-    high[v] = low[v] + (2 * places.reach + 1);
-    keepGreater(low[v], lowest);
-    keepSmaller(high[v], highest);
   }
-  for (int rest = 2 * places.reach + 1; rest > 0; rest /= 2) {
-    for (int v = 0; v < kTogether; ++v) {
-      const Words middle = (low[v] + high[v]) >> 1;
-      Vector time;
-      findTimesOf(columns, middle + places.base, time);
-      const Words before = (time < border[v]) & (low[v] < high[v]);
-      high[v] = XOV_CHOOSE(before, high[v], middle);
-      low[v] = XOV_CHOOSE(before, middle + 1, low[v]);
-    }
-  }
+  cutAround(places, low, [&](int v, const Words& sample, Words& left) XOV_INLINE_LAMBDA {
+    Vector time;
+    findTimesOf(columns, sample + places.base, time);
+    left = time < border[v];
+  });
   Words missed = {};
   for (int v = 0; v < kTogether; ++v) {
     Vector before, time;
