@@ -37,9 +37,9 @@ programs_of() {
     */platform/trace/*) echo test_traces test_platform ;;
     */platform/pixels/*) echo test_platform test_views_image ;;
     */platform/symbol/*) echo test_symbols ;;
-    */views/base/*) echo test_views_base test_views_xy test_views_navigation test_views_seismic test_views_map ;;
+    */views/base/*) echo test_views_base test_views_xy test_views_navigation test_views_seismic test_views_map test_views_all ;;
     */views/navigation/*) echo test_views_navigation test_views_all ;;
-    */views/*) sed -E 's,.*/views/([a-z]+)/.*,test_views_\1 test_views_navigation,' <<<"$1" ;;
+    */views/*) sed -E 's,.*/views/([a-z]+)/.*,test_views_\1 test_views_navigation test_views_all,' <<<"$1" ;;
     */seismic/io/picks/*) echo test_seismic_picks ;;
     */seismic/signal/* | */seismic/array/* | */seismic/arrivals/* | */seismic/mechanism/* | */seismic/picks/*)
       sed -E 's,.*/seismic/([a-z]+)/.*,test_seismic_\1,' <<<"$1" ;;

@@ -149,6 +149,18 @@ TEST(PatchFill, takesPatchesFarLargerThanThePicture) {
   EXPECT_EQ(inkAt(beside, kSide - 1, 5), 0) << "beyond reckoning";
 }
 
+// Left of a line at x = y + 12 that crosses the picture from far beyond it; upwards and downwards.
+TEST(PatchFill, cutsSlantedEdgesOfLargePatchesWhereTheyCrossThePicture) {
+  std::vector<QPointF> contour{{-1000, -1000}, {-988, -1000}, {1012, 1000}, {-1000, 1000}};
+  for (int turn = 0; turn < 2; ++turn, std::ranges::reverse(contour)) {
+    const QImage image = filled(patch({contour}));
+    for (int y = 0; y < kSide; ++y) {
+      for (int x = 0; x < kSide; ++x)
+        EXPECT_NEAR(inkAt(image, x, y), x < y + 12 ? 255 : x == y + 12 ? 127.5 : 0, 1) << x << ' ' << y;
+    }
+  }
+}
+
 TEST(PatchFill, goesThroughTheTransform) {
   QTransform upright;
   upright.translate(0, kSide);

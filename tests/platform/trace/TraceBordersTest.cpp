@@ -50,6 +50,20 @@ TEST(TraceBorders, lieOnTheSegmentsOfPiecesWithStepsOfTheirOwn) {
     EXPECT_NEAR(places[k], expected[k], 1e-5) << "at column " << k + 1;
 }
 
+// Samples 3/256 s apart, the last at 2¹⁶ s in a piece of its own: 65536.005 s after the origin, which single
+// precision rounds up to 65536 + 2/256. At 30 columns a second and with the 16th border 0.2 columns right of 2¹⁶ s,
+// its piece lies at 15.95 and the sample at 16.034. The one before is 3/256 - 1/256 s left of 2¹⁶ s, at 15.566.
+TEST(TraceBorders, mayLieBetweenTheEndOfThePiecesAndTheLastSample) {
+  const std::vector<float> samples(44);
+  Trace trace = traceThrough(samples);
+  trace.tOrigin = -0.005F;
+  trace.time = TraceTime::accumulated(65536 - 43 * 3.0F / 256, 0.01F);
+  trace.xScale = 30;
+  trace.xOffset = 16 - 0.2 - 65536 * 30;
+  const double before = 15.8 - 60.0 / 256, last = 15.8 + 60.0 / 256;
+  EXPECT_NEAR(placesOfBorders(trace, 16).back(), 42 + (16 - before) / (last - before), 1e-5);
+}
+
 // Samples 3 to 5 lie at column 4: what is left of that border ends at the first of them.
 TEST(TraceBorders, ofSamplesAtOneTimeLieAtTheFirst) {
   const std::vector<float> samples(8), times{0, 1, 2, 4, 4, 4, 5, 6};

@@ -1,5 +1,7 @@
 #include "XOV_Graphics/platform/trace/TraceFineness.h"
 
+#include "tests/support/VectorWidths.h"
+
 #include <gtest/gtest.h>
 
 #include <utility>
@@ -98,6 +100,20 @@ TEST(InkRoughness, jumpsHideUnderOtherInk) {
     addLevelLine();
   EXPECT_NEAR(ink.expectedError(kOnce), apart * 4 / (54.59815 - 1), 1e-4);
   EXPECT_EQ(ink.expectedError(0), 0);
+}
+
+// Of one group of eight sub-columns in four: 1 to 8 rows of ink are 36, and 153 in 34. Half as much is a crowd.
+TEST(InkRoughness, inkIsCountedAlikeAtEveryWidthOfVectors) {
+  const std::vector<float> low(kCount, 10);
+  std::vector<float> high;
+  for (int j = 0; j < kCount; ++j)
+    high.push_back(float(11 + j));
+  xov::testing::forEachVectorWidth([&] {
+    InkRoughness ink;
+    ink.include(low.data(), high.data(), kCount, kRows, Judged::Not);
+    EXPECT_TRUE(ink.isCrowded(153 / 1.5 - 0.1));
+    EXPECT_FALSE(ink.isCrowded(153 / 1.5 + 0.1));
+  });
 }
 
 // Its end is an edge of one row; 16 sub-columns with part of a second row each: 63.75 · 1 / 32.

@@ -196,6 +196,24 @@ TEST(TraceLobes, onPaperAreTheSamplesAndTheCrossings) {
             (std::vector<QPolygonF>{{{{4, 0}, {0, -4}, {0, 0}}}, {{{32, 0}, {32, -4}, {24, -12}, {18, 0}}}}));
 }
 
+// The piece runs along 10 from 4 to 23 and begins at 3 at the level of 0, so that its last side, from (23, 10) to
+// (3, 0), passes 6 at 15. What stands before the gap has no part in it.
+TEST(TraceLobes, onPaperAPieceIsClosedToItsFirstSampleBehindAGap) {
+  std::vector<float> samples(24, 10);
+  samples[0] = samples[1] = 100;
+  samples[2] = std::numeric_limits<float>::quiet_NaN();
+  samples[3] = 0;
+  Trace trace;
+  trace.samples = samples.data();
+  trace.last = std::int64_t(samples.size());
+  const std::vector<QPolygonF> areas = traceAreas(trace, 0.25, QRectF(10, -20, 10, 40));
+  ASSERT_EQ(areas.size(), 1U);
+  EXPECT_FALSE(areas[0].containsPoint({15, 5.5}, Qt::WindingFill));
+  EXPECT_TRUE(areas[0].containsPoint({15, 6.5}, Qt::WindingFill));
+  EXPECT_TRUE(areas[0].containsPoint({15, 9.5}, Qt::WindingFill));
+  EXPECT_FALSE(areas[0].containsPoint({15, 10.5}, Qt::WindingFill));
+}
+
 // A page that shows the middle of the trace alone.
 TEST(TraceLobes, onPaperKeepTheirAreaWhereThePageCutsThem) {
   const std::vector<float> samples{20, 10, 10, 30};

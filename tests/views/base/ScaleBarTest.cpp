@@ -1,5 +1,8 @@
 #include "XOV_Graphics/views/base/ScaleBar.h"
 
+#include "XOV_Graphics/platform/RecordingContext.h"
+#include "XOV_Graphics/platform/TextAttributes.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -35,6 +38,23 @@ TEST(ScaleBar, isNoneWhereThereIsNoScale) {
   EXPECT_FALSE(scaleBar(1, 0, QString()));
   EXPECT_FALSE(scaleBar(1, -3, QString()));
   EXPECT_FALSE(scaleBar(1e307, 0.3, QString())); // 3e-308, of which 1e-308 has not all digits
+}
+
+// 20 points up from (100, 50), with lines of 6 points across its ends; the text 6 points left of those, at half
+// height.
+TEST(ScaleBar, standsUprightBesideItsText) {
+  RecordingContext recording;
+  {
+    GraphicsContext::Pass pass(recording);
+    drawUprightBar(*scaleBar(1, 30, QStringLiteral("nm")), {100, 50});
+  }
+  ASSERT_EQ(recording.strokes().size(), 1U);
+  EXPECT_EQ(recording.strokes()[0].path.shape().boundingRect(), QRectF(97, 50, 6, 20));
+  ASSERT_EQ(recording.texts().size(), 1U);
+  const RecordedItem text = recording.texts()[0];
+  const QSizeF size = TextAttributes::helvetica(10).size(QStringLiteral("20 nm"));
+  EXPECT_NEAR(text.position.x() + size.width(), 97 - 6, 1e-9);
+  EXPECT_NEAR(text.position.y() + size.height() / 2, 60, 1e-9);
 }
 
 } // namespace

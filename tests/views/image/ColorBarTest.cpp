@@ -92,6 +92,7 @@ TEST_F(ColorBarOfAView, showsTheColorsOfValuesFromTheLowestToTheHighest) {
   ASSERT_EQ(images.size(), 2U);
   const QImage bar = images[1].image;
   ASSERT_EQ(bar.size(), QSize(1, 256));
+  EXPECT_EQ(images[1].source, QRectF(0, 0, 1, 256));
   // The grid spans 0 to 8, and so does the palette: the middle of row r from the top is (255.5 - r) / 256 of it.
   for (const int row : {0, 64, 128, 255}) {
     std::uint32_t red = 0, green = 0, blue = 0;
@@ -113,6 +114,19 @@ TEST_F(ColorBarOfAView, leavesOtherTextsAsTheyAre) {
   view.setShowColorBar(true);
   EXPECT_EQ(size(), before);
   EXPECT_EQ(size(), before) << "nor in the next drawing";
+}
+
+TEST(ColorBarOfViews, isNoneBesideAPictureWithoutRoom) {
+  for (const QSizeF& size : {QSizeF(180, 400), QSizeF(500, 70)}) { // 64 + 32 + 88 across, 50 + 30 upright
+    XOVImageView view(QRectF(QPointF(), size));
+    view.setUseTopoValues(false);
+    view.setShowColorBar(true);
+    view.setColorBarTitle(QStringLiteral("Residual (s)"));
+    view.setupImageDataNROWSNCOLS(gridOf({0, 1, 2, 8}), 2, 2);
+    const auto drawn = recorded(view);
+    EXPECT_TRUE(drawn.images().empty()) << size.width();
+    EXPECT_FALSE(drawn.strings().contains(QStringLiteral("Residual (s)"))) << size.width();
+  }
 }
 
 TEST(ColorBarOfViews, ofSlownessAreAsThoseOfGridsAndMapsHaveNone) {

@@ -77,6 +77,18 @@ TEST_F(GridReadout, ofAGridThatIsNotAllThereTellsTheRowsThatAre) {
   EXPECT_FALSE(view.readout({100, 60}).isEmpty());
 }
 
+TEST_F(GridReadout, ofASingleColumnIsDrawnAndTellsItsRows) {
+  hand({1, 2, 3}, 3, 1);
+  const QImage picture = view.anImage();
+  EXPECT_EQ(picture.size(), QSize(1, 3));
+  EXPECT_EQ(recorded(view).images().size(), 1U);
+  view.setInverted(true);
+  view.updateImagePlanes();
+  EXPECT_NE(view.anImage(), picture);
+  EXPECT_EQ(view.readout({100, 360}).value(kValue), 1);
+  EXPECT_EQ(view.readout({100, 60}).value(kValue), 3);
+}
+
 // The picture shows two rows until the view is set up anew.
 TEST_F(GridReadout, ofAGridThatHasShrunkSinceTellsTheRowsThatAreLeft) {
   hand({1, 2, 3, 4}, 2, 2);
@@ -125,6 +137,11 @@ TEST(FKReadout, tellsSlownessVelocityBackAzimuthAndPower) {
   EXPECT_EQ(below.find(QLatin1String("velocity")), nullptr);
   EXPECT_EQ(below.find(QLatin1String("backAzimuth")), nullptr);
   EXPECT_TRUE(view.readout({10, 10}).isEmpty());
+  for (const QSize size : {QSize(3, 0), QSize(0, 3)}) { // of no power at all, under a picture of the host's
+    view.setupImageDataNROWSNCOLS(gridOf({}), size.height(), size.width());
+    view.setAnImage(QImage(4, 4, QImage::Format_RGB32));
+    EXPECT_TRUE(view.readout({64 + 206, 60 + 300}).isEmpty());
+  }
 }
 
 TEST(SpectrogramReadout, tellsTimeFrequencyAndPowerOfTheCellAndAmplitudesAbove) {

@@ -1,5 +1,6 @@
 #include "XOV_Graphics/views/image/SpectrogramView.h"
 
+#include "XOV_Graphics/colour/ColorValues.h"
 #include "tests/support/FakeRecord.h"
 #include "tests/support/GuardedSamples.h"
 #include "tests/views/image/ImageDrawing.h"
@@ -76,6 +77,28 @@ TEST_F(SpectrogramViewTest, aSineIsABrightLine) {
   EXPECT_GT(at(picture, 15, 10.5).green(), 180);
   EXPECT_LT(at(picture, 15, 30).green(), 40);
   EXPECT_EQ(view.decibelRange(), (DecibelRange{-100, 10}));
+}
+
+// 110 dB are 256 shades: each cell has the one at its share of them.
+TEST_F(SpectrogramViewTest, decibelsHaveTheirShareOfTheColors) {
+  show({sine(3000)});
+  view.setLowestDecibel(-100);
+  view.setHighestDecibel(10);
+  draw();
+  const Spectrogram& picture = view.picture();
+  const QImage image = view.anImage();
+  ASSERT_EQ(image.size(), QSize(picture.columns, picture.rows));
+  const int column = picture.columns / 2;
+  int between = 0;
+  for (int row = 0; row < picture.rows; ++row) {
+    const float decibel = picture.decibels[std::size_t(row) * std::size_t(picture.columns) + std::size_t(column)];
+    if (!(decibel > -99 && decibel < 9)) continue;
+    ++between;
+    std::uint32_t red = 0, green = 0, blue = 0;
+    getColorValues(256, kViridisPalette, &red, &green, &blue, nullptr, (decibel + 100) / 110);
+    EXPECT_EQ(image.pixel(column, row), qRgb(int(red), int(green), int(blue))) << row;
+  }
+  EXPECT_GT(between, 5);
 }
 
 TEST_F(SpectrogramViewTest, thePaperShowsInAGap) {
