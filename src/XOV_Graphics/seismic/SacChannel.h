@@ -21,10 +21,11 @@ public:
   SacChannel(const SacChannel&) = delete;
   SacChannel& operator=(const SacChannel&) = delete;
 
-  /// As given to the constructor.
+  /// The header as given to the constructor.
   const SacHeader& header() const { return header_; }
+  /// The file that the pieces came from; empty when they came from none.
   const QString& path() const { return path_; }
-  /// Never null.
+  /// What keeps the memory of the samples; never null.
   const std::shared_ptr<const void>& owner() const { return owner_; }
   /// The header's reference time; never null.
   const std::shared_ptr<SeisTime>& referenceTime() const { return referenceTime_; }
