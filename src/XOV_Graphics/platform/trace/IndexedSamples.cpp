@@ -107,7 +107,7 @@ bool IndexedSamples::findBlockExtremes(std::int64_t begin, const std::int32_t* c
 /// True when the index, and a look at what lies in none of its whole blocks, tell that there is no gap.
 bool IndexedSamples::holdsNoGap(const float* from, std::int64_t first, std::int64_t last) const {
   if (index_->holdsNoGap(from, first, last)) return true;
-  if (last - first > kFew) return false;
+  if (last - first < SampleIndex::kBlock || last - first > kFew) return false;
   const SampleIndex::Blocks inner = index_->blocksWithin(from, first, last);
   return inner.count > 0 && index_->holdsNoGap(from, inner.begin, inner.end()) &&
          areFinite(from + first, inner.begin - first) && areFinite(from + inner.end(), last - inner.end());
