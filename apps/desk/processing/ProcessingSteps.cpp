@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 
 #include <XOV_Graphics/base/InputFile.h>
+#include <XOV_Graphics/base/TextLines.h>
 #include <XOV_Graphics/base/WholeFile.h>
 #include <XOV_Graphics/seismic/signal/Butterworth.h>
 #include <algorithm>
@@ -79,7 +80,7 @@ bool areRising(const QStringList& words, qsizetype count, double least, double m
 
 QString unexpectedValue(const QString& value, const char* expected) {
   return QCoreApplication::translate("ProcessingStep", "found '%1', expected %2")
-      .arg(value, QCoreApplication::translate("ProcessingStep", expected));
+      .arg(shortened(value), QCoreApplication::translate("ProcessingStep", expected));
 }
 
 /// What is wrong with the value of a step that belongs to another one, or names a file.
@@ -131,11 +132,11 @@ QString problemOf(const ProcessingStep& step) {
   const StepKind* const kind = stepKindOf(step.option);
   if (kind == nullptr)
     return QCoreApplication::translate("ProcessingStep", "found '%1', expected a step such as filter bandpass 1 10")
-        .arg(step.option);
+        .arg(shortened(step.option));
   if (kind->usual == nullptr)
-    return step.value.isEmpty()
-               ? QString()
-               : QCoreApplication::translate("ProcessingStep", "found '%1', expected nothing behind").arg(step.value);
+    return step.value.isEmpty() ? QString()
+                                : QCoreApplication::translate("ProcessingStep", "found '%1', expected nothing behind")
+                                      .arg(shortened(step.value));
   const auto* const parser = std::ranges::find_if(
       kParsers, [&](const ValueParser& known) { return step.option == QLatin1String(known.option); });
   return parser == std::end(kParsers) ? settingProblem(step) : parser->parse(step.value).error();

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <XOV_Graphics/base/TextLines.h>
 #include <XOV_Graphics/base/TimeText.h>
 #include <XOV_Graphics/seismic/signal/Resample.h>
 #include <XOV_Graphics/seismic/signal/Trend.h>
@@ -32,7 +33,7 @@ std::optional<double> numberWithin(const QString& word, double lowest, double hi
 }
 
 Error unexpected(const QString& value, const char* expected) {
-  return {QStringLiteral("found '%1', expected %2").arg(value, QLatin1String(expected))};
+  return {QStringLiteral("found '%1', expected %2").arg(shortened(value), QLatin1String(expected))};
 }
 
 std::optional<WrittenTime> parseTime(const QString& value) {
@@ -176,7 +177,8 @@ Result<PreparationStep> parseDecimate(const QString& value) {
   bool ok = false;
   const int factor = value.toInt(&ok);
   if (ok && factor >= 2 && factor <= int(kMostDecimation)) return PreparationStep(DecimateStep{factor});
-  return Error{QStringLiteral("found '%1', expected a whole number from 2 to %2").arg(value).arg(kMostDecimation)};
+  return Error{
+      QStringLiteral("found '%1', expected a whole number from 2 to %2").arg(shortened(value)).arg(kMostDecimation)};
 }
 
 Result<PreparationStep> parseRemoveResponse(const QString& value) {
