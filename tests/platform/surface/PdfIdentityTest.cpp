@@ -55,6 +55,21 @@ TEST(PdfIdentity, datesAndIdentifiersAreFixedWhateverTheirLength) {
   EXPECT_EQ(withFixedIdentity(expected), expected);
 }
 
+TEST(PdfIdentity, aDateWithinAnotherIsFixedWithIt) {
+  Identity nested = kMorning;
+  nested.pdfDate = "2026/ModDate (D:2027";
+  EXPECT_EQ(withFixedIdentity(fileOf(nested)), withFixedIdentity(fileOf(kMorning)));
+}
+
+TEST(PdfIdentity, aDateThatEndsInTheTableStays) {
+  QByteArray file = fileOf(kMorning);
+  const qsizetype table = file.indexOf("xref\n0 5");
+  ASSERT_GT(table, 0);
+  file.insert(table, "/ModDate (D:2026");
+  file.replace("startxref\n" + QByteArray::number(table), "startxref\n" + QByteArray::number(table + 16));
+  EXPECT_TRUE(withFixedIdentity(file).contains("/ModDate (D:2026xref\n0 5\n"));
+}
+
 TEST(PdfIdentity, identifiersOfOtherLengthsKeepTheirs) {
   Identity shorter = kMorning;
   shorter.id = "AbCd";

@@ -214,6 +214,15 @@ TEST(MinuteScales, haveTheFirstMarkAloneWithoutAnExtent) {
   EXPECT_EQ(layOutMinuteScale(pageMinutes(), flat).marks.size(), 1u);
 }
 
+TEST(MinuteScales, haveNoLabelsWhereTheyWouldAllLieUponEachOther) {
+  // 2500 labels of 15 minutes are 2,250,000 s.
+  const MinuteScale most = layOutMinuteScale(realTimeMinutes(), spanOf(2249000));
+  EXPECT_EQ(most.labels.size(), 2499u); // 2249000 / 900, and the one at 0
+  const MinuteScale more = layOutMinuteScale(realTimeMinutes(), spanOf(2251000));
+  EXPECT_TRUE(more.labels.empty());
+  EXPECT_EQ(more.marks.size(), 7504u); // 2251000 / 300, and the one at 0
+}
+
 TEST(MinuteScales, haveNoMarksWhereTheyWouldBeASolidBar) {
   // 2e9 s are 555,555 hours; a year has 8760.
   for (const float seconds : {2e9f, 3e38f, std::numeric_limits<float>::infinity()}) {

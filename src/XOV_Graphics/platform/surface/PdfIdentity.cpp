@@ -101,7 +101,7 @@ QByteArray withFixedIdentity(const QByteArray& pdf) {
     addValues(pdf, fixed, changes);
   QByteArray result = pdf;
   if (const auto table = PdfTable::parse(pdf)) {
-    std::erase_if(changes, [&](const PdfChange& change) { return change.place.begin >= table->begin(); });
+    std::erase_if(changes, [&](const PdfChange& change) { return change.place.end > table->begin(); });
     addLengths(pdf, *table, changes);
     result = table->withChanges(pdf, changes);
     changes.clear();

@@ -50,6 +50,12 @@ std::optional<qsizetype> PdfTable::placeOf(qsizetype object) const {
 QByteArray PdfTable::withChanges(const QByteArray& file, std::vector<PdfChange> changes) const {
   std::sort(changes.begin(), changes.end(),
             [](const PdfChange& a, const PdfChange& b) { return a.place.begin < b.place.begin; });
+  qsizetype free = 0;
+  std::erase_if(changes, [&free](const PdfChange& change) {
+    if (change.place.begin < free) return true;
+    free = change.place.end;
+    return false;
+  });
   const auto moved = [&changes](qsizetype place) {
     qsizetype by = 0;
     for (const PdfChange& change : changes)

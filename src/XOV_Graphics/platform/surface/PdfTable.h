@@ -35,8 +35,8 @@ public:
   /// Where an object starts; nothing when there is none of that number.
   std::optional<qsizetype> placeOf(qsizetype object) const;
 
-  /// The file that the table is from with changes before the table, which must not overlap, and every object found at
-  /// its new place. Empty when memory does not allow it.
+  /// The file that the table is from with changes before the table, and every object found at its new place. A change
+  /// that overlaps one before it is left out. Empty when memory does not allow it.
   QByteArray withChanges(const QByteArray& file, std::vector<PdfChange> changes) const;
 
 private:

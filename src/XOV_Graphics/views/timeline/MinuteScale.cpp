@@ -23,6 +23,7 @@ constexpr int kThinnedMinutes[] = {5, 10, 15, 30, 60, 120, 180, 240, 360, 720, 1
 
 // More than there are pixels across any window; a year of hours has 8760.
 constexpr double kMostMarks = 10000;
+constexpr double kMostLabels = 2500; // which lie upon each other in any window
 
 using Reach = MinuteRule::Reach;
 
@@ -55,10 +56,11 @@ void addMarks(MinuteScale& scale, const MinuteSpan& span, const MinuteSteps& ste
   const bool fromRight = span.origin == Edge::Right;
   const double step = fromRight ? -spacing : spacing;
   const MinuteSteps thinned = thinnedSteps(steps, spacing / steps.tick, span.labelWidth);
+  const bool hasLabels = !(span.rect.width() * steps.tick > kMostLabels * std::abs(spacing) * thinned.label);
   double x = fromRight ? right : left;
   for (int minute = 0; left <= x && x <= right; minute += steps.tick) {
     const bool labelled = minute % steps.label == 0;
-    if (minute % thinned.label == 0)
+    if (hasLabels && minute % thinned.label == 0)
       scale.labels.push_back({{x, foot - kLabelDrop}, labelText(minute, steps, span.unit)});
     scale.marks.emplace_back(x, foot, x, foot + (labelled ? kLabelledTickLength : kTickLength));
     if (step == 0) break;
