@@ -265,6 +265,7 @@ void setAll(helicorderView& view) {
   view.setColorsByDay(true);
   view.setClipReach(2.5);
   view.setShowEventLabels(true);
+  view.setSpreadsHourLabels(true);
   view.setShowAmplitudeBar(true);
   view.setAmplitudeUnit(QStringLiteral("and more"));
 }
