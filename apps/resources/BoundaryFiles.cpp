@@ -120,6 +120,9 @@ Result<QByteArray> importedBoundaries(const QByteArray& published) {
     return Error{
         QStringLiteral("line %1: the text ends within the segment \"%2\"").arg(QString::number(number), shown(name))};
   if (text.isEmpty()) return Error{QStringLiteral("no boundary segments")};
+  // They would be made anew in place of what was imported.
+  if (areDerivedBoundaries(text))
+    return Error{QStringLiteral("boundaries that stand in for PB2002, not the published ones")};
   return text;
 }
 

@@ -38,7 +38,8 @@ bool areDerivedBoundaries(const QByteArray& text);
 /// The text of PB2002_boundaries.txt out of the published one (PB2002_boundaries.dig.txt of Bird, P., 2003: An
 /// updated digital model of plate boundaries, G-cubed 4(3), 1027): a line with the name of the segment, points as
 /// longitude and latitude with a comma between them, and a line "*** end of line segment ***". Segments are cut where
-/// cutAtMeridians() says, under their own name. An error names the line that no such text has.
+/// cutAtMeridians() says, under their own name. An error names the line that no such text has; what was made by
+/// derivedBoundariesBySegment() is refused.
 Result<QByteArray> importedBoundaries(const QByteArray& published);
 
 } // namespace xov::maker

@@ -50,6 +50,7 @@ TEST(BoundaryFiles, inPlaceOfTheModelSaySoInEachTitle) {
                   "*** end of line segment ***\n");
   EXPECT_TRUE(areDerivedBoundaries(text));
   EXPECT_FALSE(areDerivedBoundaries(*importedBoundaries(kPublished)));
+  EXPECT_EQ(refusal(text), "boundaries that stand in for PB2002, not the published ones");
   EXPECT_EQ(read(text, readBirdBoundaries).size(), 2U);
 }
 
