@@ -38,7 +38,6 @@ wait_for() {
   fail "waited in vain for $what"
 }
 has_title() { xdotool search --onlyvisible --name "$1"; }
-has_ended() { ! kill -0 "$desk"; }
 has_bytes() { [ -s "$1" ]; }
 
 start_display 1280x900x24
@@ -63,10 +62,7 @@ finish() {
   for _ in 1 2 3 4; do
     take_keys
     xdotool key ctrl+q
-    for _ in $(seq 100); do
-      has_ended 2>/dev/null && return
-      sleep 0.05
-    done
+    timeout 5 tail --pid="$desk" -f /dev/null && return
   done
   fail "waited in vain for its end"
 }

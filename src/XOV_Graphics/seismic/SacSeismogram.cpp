@@ -255,7 +255,7 @@ void SacSeismogram::keepSamples(std::size_t first, std::size_t count) {
   values.precise.b += double(first) * values.precise.delta;
   values.precise.e = kUndefinedValue;
   refineHeader(values.header, values.precise);
-  ownValues().fitTo(stored_.size());
+  values.fitTo(stored_.size());
   mayChange() ? findExtrema() : noteExtrema();
 }
 

@@ -256,10 +256,10 @@ void helicorderView::drawHourLabels() {
   const SavedState saved(context);
   labelAttributes_->setColor(colors::lightGray);
   const HelicorderPage page = this->page();
-  const bool mayBeSpread = labelsTellMinutes(page) || spreadsHourLabels_;
-  setLabelFontSize(labelsTellMinutes(page) ? kMinuteFontSize : kHourFontSize);
-  const std::int32_t step =
-      mayBeSpread ? rowsOfLabel(page, labelAttributes_->size(QStringLiteral("00:00")).height()) : 1;
+  const bool tellsMinutes = labelsTellMinutes(page);
+  setLabelFontSize(tellsMinutes ? kMinuteFontSize : kHourFontSize);
+  const double height = labelAttributes_->size(QStringLiteral("00:00")).height();
+  const std::int32_t step = tellsMinutes || spreadsHourLabels_ ? rowsOfLabel(page, height) : 1;
   const bool startsWhereTold = pageStart_.isValid() && startTime_.isValid();
   drawTimeLabels(startsWhereTold ? rowTimeLabels(page, startTime_, QTimeZone::utc(), Edge::Left, step)
                                  : hourLabels(page, start.reference, startTime_, step),
