@@ -60,6 +60,18 @@ TEST_F(SpectrogramViewTest, showsTheWholeRecordingUpToNyquist) {
   EXPECT_EQ(view.picture().columns, int(std::ceil(2 * view.iRect().width())));
 }
 
+// Two cells a point in both directions were 60 million of the 15 million points of its frame; kept twice, half a
+// gigabyte.
+TEST_F(SpectrogramViewTest, isNoFinerThanAScreenOfFourThousandColumnsIs) {
+  view.resize(5000, 4000);
+  show({sine(300)});
+  view.pictureOfRect({0, 0, 1, 1});
+  const double columns = view.picture().columns, rows = view.picture().rows;
+  EXPECT_NEAR(columns * rows, 1 << 25, columns + rows + 1); // 2 a point of 3840 by 2160 are 1 % fewer
+  EXPECT_NEAR(columns / rows, view.iRect().width() / view.iRect().height(), 1e-3);
+  EXPECT_EQ(view.imageFloats().get(), &view.picture().decibels) << "kept twice";
+}
+
 TEST_F(SpectrogramViewTest, readsThroughTheSourceOfARecord) {
   const auto record = sine(3000);
   show({record});

@@ -34,7 +34,8 @@ constexpr double kGap = 12;
 constexpr double kSeismogramShare = 0.2;
 
 constexpr double kTraceWidth = 0.5;
-constexpr double kCellsPerPoint = 2; // columns and rows, for sharp screens and paper
+constexpr double kCellsPerPoint = 2;  // columns and rows, for sharp screens and paper
+constexpr double kMostCells = 1 << 25; // those of 3840 x 2160 points: 134 MB
 constexpr int kShades = 256;
 // Of the axis of amplitudes.
 constexpr float kAmplitudeFontSize = 12;
@@ -42,8 +43,8 @@ constexpr double kAmplitudeTick = 4;
 constexpr double kAmplitudeLabelGap = 2;
 constexpr int kAmplitudeDigits = 6;
 
-int cellsAlong(double points) {
-  return int(std::clamp(std::ceil(points * kCellsPerPoint), 1.0, double(kMostSpectrogramCells)));
+int cellsAlong(double points, double cellsPerPoint) {
+  return int(std::clamp(std::ceil(points * cellsPerPoint), 1.0, double(kMostSpectrogramCells)));
 }
 
 // The extremes of all samples.
@@ -78,6 +79,14 @@ std::vector<double> ticksOf(const AmplitudeRange& range) {
     return ticks;
   }
   return {};
+}
+
+// In decibels about `offset`; what is silent stays so.
+Spectrogram spectrogramOf(const SeismogramArray& records, const SpectrogramSettings& settings, double offset) {
+  Spectrogram picture = spectrogram(spectrogramPieces(records), settings);
+  for (float& value : picture.decibels)
+    if (value > kNoPowerDb) value += float(offset);
+  return picture;
 }
 
 // "nm/s" of "Velocity (nm/s)"; what says nothing about the ground counts.
@@ -141,8 +150,9 @@ SpectrogramView::PictureKey SpectrogramView::wantedPicture() const {
   SpectrogramSettings settings;
   settings.windowSeconds = windowSeconds_;
   settings.overlap = overlap_;
-  settings.columns = cellsAlong(iRect_.width());
-  settings.rows = cellsAlong(iRect_.height());
+  const double cellsPerPoint = std::min(kCellsPerPoint, std::sqrt(kMostCells / (iRect_.width() * iRect_.height())));
+  settings.columns = cellsAlong(iRect_.width(), cellsPerPoint);
+  settings.rows = cellsAlong(iRect_.height(), cellsPerPoint);
   settings.lowestHz = lowestHz_;
   settings.highestHz = highestHz_;
   settings.logFrequency = logFrequency_;
@@ -152,31 +162,36 @@ SpectrogramView::PictureKey SpectrogramView::wantedPicture() const {
 void SpectrogramView::computePicture() {
   PictureKey wanted = wantedPicture();
   if (computed_ == wanted) return;
-  picture_ = {};
+  forgetPicture(); // before there is another, which may be as large
   try {
     const auto records = heldCopy(records_);
-    if (records) picture_ = spectrogram(spectrogramPieces(*records), wanted.settings);
-    for (float& value : picture_.decibels)
-      if (value > kNoPowerDb) value += float(decibelOffset_);
-    setImageFloats(std::make_shared<const std::vector<float>>(picture_.decibels));
+    if (records)
+      picture_ = std::make_shared<const Spectrogram>(spectrogramOf(*records, wanted.settings, decibelOffset_));
+    robust_ = robustRange(picture_->decibels);
+    setImageFloats({picture_, &picture_->decibels});
   } catch (const std::bad_alloc&) {
     qCWarning(log, "no memory for the spectrogram");
-    picture_ = {};
-    setImageFloats(nullptr);
+    forgetPicture();
   }
   computed_ = std::move(wanted);
-  nr_ = picture_.rows;
-  nc_ = picture_.columns;
-  xminImage_ = float(picture_.startSeconds);
-  xmaxImage_ = float(picture_.endSeconds);
-  yminImage_ = float(picture_.lowestHz);
-  ymaxImage_ = float(picture_.highestHz);
-  robust_ = robustRange(picture_.decibels);
+  nr_ = picture_->rows;
+  nc_ = picture_->columns;
+  xminImage_ = float(picture_->startSeconds);
+  xmaxImage_ = float(picture_->endSeconds);
+  yminImage_ = float(picture_->lowestHz);
+  ymaxImage_ = float(picture_->highestHz);
   isColored_ = false;
 }
 
+void SpectrogramView::forgetPicture() {
+  static const auto none = std::make_shared<const Spectrogram>();
+  setImageFloats(nullptr);
+  picture_ = none;
+  robust_ = {};
+}
+
 void SpectrogramView::colorPicture() {
-  if (picture_.isEmpty()) return;
+  if (picture_->isEmpty()) return;
   if (!fixedXAxisRange_) {
     xmin_ = xminImage_;
     xmax_ = xmaxImage_;
@@ -205,7 +220,7 @@ void SpectrogramView::drawContents() {
   drawPaper();
   computePicture();
   colorPicture();
-  if (picture_.isEmpty()) return drawHeading();
+  if (picture_->isEmpty()) return drawHeading();
   drawImage();
   drawSeismogram();
   drawAmplitudeAxis();
@@ -258,7 +273,7 @@ PlotReadout SpectrogramView::readout(QPointF point) const {
   PlotReadout readout;
   const bool isSeismogram =
       seismogramRect_.width() > 0 && seismogramRect_.height() > 0 && containsPoint(seismogramRect_, point);
-  if (picture_.isEmpty() || (!isSeismogram && !isInFrame(point))) return readout;
+  if (picture_->isEmpty() || (!isSeismogram && !isInFrame(point))) return readout;
   const double perPoint = double(xmax_ - xmin_) / iRect_.width();
   const double seconds = viewToData({point.x(), iRect_.y()}, iRect_, limits()).x();
   readout.add(QLatin1String("time"), seconds, QStringLiteral("s"), perPoint);

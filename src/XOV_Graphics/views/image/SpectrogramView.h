@@ -93,7 +93,7 @@ public:
   void setTimeReference(const QDateTime& reference) { change(timeReference_, reference); }
 
   /// The picture as of the last drawing.
-  const Spectrogram& picture() const { return picture_; }
+  const Spectrogram& picture() const { return *picture_; }
 
   // Drawing.
 
@@ -166,6 +166,7 @@ private:
   };
   PictureKey wantedPicture() const;
   void computePicture();
+  void forgetPicture();
   void colorPicture();
   std::vector<RecordTrace> seismogramTraces() const;
   void drawAmplitudeAxis();
@@ -184,7 +185,7 @@ private:
   QDateTime timeReference_;
   QRectF seismogramRect_;
   std::optional<PictureKey> computed_;
-  Spectrogram picture_;
+  std::shared_ptr<const Spectrogram> picture_ = std::make_shared<const Spectrogram>(); ///< never null
   DecibelRange robust_; ///< of the picture
   DecibelRange range_;
   bool isColored_ = false; ///< with that range
