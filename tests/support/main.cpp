@@ -3,9 +3,9 @@
 #include <QApplication>
 
 #ifdef __SANITIZE_ADDRESS__
-// Where a thread's memory for a library that was loaded later begins 16 bytes into a page, AddressSanitizer takes what
-// lies before it for the header of an older C library; its search for leaks then reads anywhere and ends the program,
-// once in hundreds of runs. So it does not follow such memory.
+// Where a thread's memory for a library that was loaded later begins 16 bytes into a page, AddressSanitizer takes
+// what lies before it for the header of an older C library; its search for leaks then reads anywhere and ends the
+// program, once in hundreds of runs. So it does not follow such memory.
 extern "C" __attribute__((used, visibility("default"))) const char* __asan_default_options() {
   return "intercept_tls_get_addr=0";
 }

@@ -2,7 +2,7 @@
 
 #include "XOV_Graphics/base/Guarded.h"
 #include "XOV_Graphics/base/MemoryReserve.h"
-#include "XOV_Graphics/platform/pixels/ScaledImages.h"
+#include "XOV_Graphics/platform/pixels/KeptPixels.h"
 #include "XOV_Graphics/platform/surface/PaperContext.h"
 #include "XOV_Graphics/platform/surface/PdfPage.h"
 #include "XOV_Graphics/platform/surface/Picture.h"
@@ -51,7 +51,7 @@ QWidget* parentInOwnThread(QWidget* parent) {
 
 } // namespace
 
-View::View(QWidget* parent) : QWidget(parentInOwnThread(parent)), scaledImages_(std::make_unique<ScaledImages>()) {
+View::View(QWidget* parent) : QWidget(parentInOwnThread(parent)), keptPixels_(std::make_unique<KeptPixels>()) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -121,7 +121,7 @@ void View::setNeedsDisplay(bool needed) {
   if (needed) update();
 }
 
-void View::forgetScaledImages() { scaledImages_->clear(); }
+void View::forgetScaledImages() { keptPixels_->images.clear(); }
 
 void View::viewDidEndLiveResize() {}
 
@@ -167,7 +167,7 @@ void View::paint(QPainter& painter, const QRectF& target) {
 
 QImage View::pictureOfRect(const QRectF& rect) {
   return madeOfView<QImage>([&](const auto& drawing) {
-    return pictureOfPart(rect, bounds(), exportPixelRatio(), drawing, scaledImages_.get());
+    return pictureOfPart(rect, bounds(), exportPixelRatio(), drawing, keptPixels_.get());
   });
 }
 
@@ -244,7 +244,7 @@ void View::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   if (!overlayOnly) {
     const AlignedPicture drawn = alignedPicture(
-        size(), ratio, fraction, [&](GraphicsContext& context) { draw(context, area); }, scaledImages_.get());
+        size(), ratio, fraction, [&](GraphicsContext& context) { draw(context, area); }, keptPixels_.get());
     kept_ = wanted;
     kept_.image = drawn.image;
     kept_.topLeft = drawn.topLeft;

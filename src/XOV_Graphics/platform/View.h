@@ -20,7 +20,7 @@ class QPainter;
 
 namespace xov {
 
-class ScaledImages;
+struct KeptPixels;
 
 /// A press of a mouse button, as a view is told of it.
 struct XOV_EXPORT MouseEvent {
@@ -189,7 +189,7 @@ private:
   void renewCursorRects();
   void showCursor(const QCursor* cursor);
 
-  std::unique_ptr<ScaledImages> scaledImages_;
+  std::unique_ptr<KeptPixels> keptPixels_;
   QTimer liveResizeTimer_;
   std::vector<CursorRect> cursorRects_;
   QSize frameSize_;

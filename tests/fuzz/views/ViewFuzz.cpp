@@ -21,6 +21,8 @@ using testing::RandomHost;
 constexpr double kPictureWidth = 200;
 constexpr double kPictureHeight = 140;
 constexpr double kLargestOnPaper = 1200.0 * 900;
+constexpr double kLargestDocument =
+    200.0 * 200;             // their images are made as fine as paper is, which took most of the time
 constexpr int kSmallest = 4; // points; larger ones are made half as wide and high, which shows as much
 
 template <typename ViewType>
@@ -116,7 +118,7 @@ void drawOnAll(View& view, RandomHost& host) {
   const bool hasPixels = std::min(size.width(), size.height()) * view.exportPixelRatio() >= 1;
   require(!view.pictureOfRect(QRectF(corner, size)).isNull() || !hasPixels, "a view gives a picture",
           view.exportError());
-  if (host.chance(0.7))
+  if (host.chance(0.7) || bounds.width() * bounds.height() > kLargestDocument)
     require(view.dataWithPDFInsideRect(bounds).startsWith("%PDF-") || size.isEmpty(), "a view gives a page",
             view.exportError());
   else

@@ -17,8 +17,7 @@ constexpr double kPointsPerMetre = 72 / 0.0254;
 // Larger pictures than this many pixels a side are beyond what the painter's arithmetic holds.
 constexpr double kLargestSide = 32767;
 
-QImage drawOnImage(QSize size, double ratio, const QTransform& viewToDevice, const Drawing& draw,
-                   ScaledImages* kept) {
+QImage drawOnImage(QSize size, double ratio, const QTransform& viewToDevice, const Drawing& draw, KeptPixels* kept) {
   QImage image = reusedImage(size, QImage::Format_ARGB32_Premultiplied);
   if (image.isNull()) throw std::bad_alloc();
   const PixelTarget target{image.bits(), image.bytesPerLine(), image.width(), image.height()};
@@ -49,14 +48,13 @@ QSize pixelSize(const QRectF& rect, double ratio) {
 
 } // namespace
 
-QImage picture(const QRectF& rect, double ratio, const Drawing& draw, ScaledImages* kept) {
+QImage picture(const QRectF& rect, double ratio, const Drawing& draw, KeptPixels* kept) {
   const QSize size = pixelSize(rect, ratio);
   if (size.isEmpty()) return {};
   return drawOnImage(size, ratio, toPixels({rect.left(), rect.y() + rect.height()}, ratio), draw, kept);
 }
 
-QImage pictureOfPart(const QRectF& rect, const QRectF& bounds, double ratio, const Drawing& draw,
-                     ScaledImages* kept) {
+QImage pictureOfPart(const QRectF& rect, const QRectF& bounds, double ratio, const Drawing& draw, KeptPixels* kept) {
   const QSize part = pixelSize(rect, ratio);
   const QSize whole = pixelSize(bounds, ratio);
   const bool isInside = bounds.contains(rect) && !whole.isEmpty();
@@ -73,7 +71,7 @@ QImage pictureOfPart(const QRectF& rect, const QRectF& bounds, double ratio, con
 }
 
 AlignedPicture alignedPicture(const QSizeF& size, double ratio, QPointF cornerInPixels, const Drawing& draw,
-                              ScaledImages* kept) {
+                              KeptPixels* kept) {
   const QSize pixels(int(std::ceil(cornerInPixels.x() + size.width() * ratio)),
                      int(std::ceil(cornerInPixels.y() + size.height() * ratio)));
   if (size.isEmpty()) return {};

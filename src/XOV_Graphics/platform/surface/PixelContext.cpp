@@ -2,9 +2,9 @@
 
 #include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/platform/pixels/CrispLines.h"
+#include "XOV_Graphics/platform/pixels/KeptPixels.h"
 #include "XOV_Graphics/platform/pixels/LineClip.h"
 #include "XOV_Graphics/platform/pixels/PatchFill.h"
-#include "XOV_Graphics/platform/pixels/ScaledImages.h"
 #include "XOV_Graphics/platform/pixels/StripFill.h"
 #include "XOV_Graphics/platform/surface/Pens.h"
 #include "XOV_Graphics/platform/surface/Typeface.h"
@@ -64,13 +64,16 @@ bool withinPainterLimits(const QPainterPath& deviceShape) {
 } // namespace
 
 PixelContext::PixelContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target,
-                           ScaledImages* kept)
+                           KeptPixels* kept)
     : PainterContext(painter, viewToDevice,
                      viewToDevice.inverted().mapRect(QRectF(0, 0, target.width, target.height))),
       target_(target),
       kept_(kept) {}
 
-PixelContext::~PixelContext() { clearOnce(); }
+PixelContext::~PixelContext() {
+  clearOnce();
+  if (kept_ != nullptr) kept_->texts.endPicture();
+}
 
 void PixelContext::clearOnce() {
   if (!isUncleared_) return;
@@ -157,18 +160,21 @@ void PixelContext::strokeShape(const Path& path) {
   painter().fillPath(dashedArea(pen, shape), state().strokeColor);
 }
 
+// The pixels inside the clip, or inside the box around one that is no rectangle.
+QRect PixelContext::clippedPixels() const {
+  const QRect picture(0, 0, target_.width, target_.height);
+  if (!state().clipRect) return picture;
+  const QRectF pixels = viewToDevice().mapRect(*state().clipRect);
+  return withinReach(pixels, picture).toRect().intersected(picture);
+}
+
 // Lets a rasteriser of our own change the pixels inside the clip; false when it says that it cannot.
 bool PixelContext::drawUnderClip(const std::function<bool(const PixelTarget&, const QRect&)>& draw) {
-  const QRect picture(0, 0, target_.width, target_.height);
-  QRect clip = picture;
-  if (state().clipRect) {
-    const QRectF pixels = viewToDevice().mapRect(*state().clipRect);
-    clip = withinReach(pixels, picture).toRect().intersected(picture);
-  }
+  const QRect clip = clippedPixels();
   if (clip.isEmpty()) return true;
   if (state().clipIsRect) return draw(target_, clip);
   // Under a clip of any other shape the ink goes onto a layer of its own, which the painter then clips.
-  QImage layer(picture.size(), QImage::Format_ARGB32_Premultiplied);
+  QImage layer(target_.width, target_.height, QImage::Format_ARGB32_Premultiplied);
   if (layer.isNull()) throw std::bad_alloc();
   layer.fill(Qt::transparent);
   if (!draw({layer.bits(), layer.bytesPerLine(), layer.width(), layer.height()}, clip)) return false;
@@ -263,7 +269,20 @@ void PixelContext::onText(const QString& text, QPointF position, const TextAttri
 
 // The outlines are filled, so that glyphs stand at exact positions at every scale.
 void PixelContext::drawLineAtDesignSize(const QString& line, const TextAttributes& attributes) {
-  painter().fillPath(Typeface::forFamily(attributes.family()).outline(line), attributes.effectiveColor());
+  if (!layOnKept(line, attributes))
+    painter().fillPath(Typeface::forFamily(attributes.family()).outline(line), attributes.effectiveColor());
+}
+
+// A clip that cuts a line, or is no rectangle, cuts its outlines.
+bool PixelContext::layOnKept(const QString& line, const TextAttributes& attributes) {
+  if (kept_ == nullptr || !state().clipIsRect) return false;
+  const KeptTexts::Ink* const ink = kept_->texts.inkOf(
+      {line, attributes.family(), painter().transform(), attributes.effectiveColor().rgba64()},
+      {target_.width, target_.height}, [&] { return Typeface::forFamily(attributes.family()).outline(line); });
+  if (ink == nullptr || !clippedPixels().contains(QRect(ink->topLeft, ink->image.size()))) return false;
+  painter().setTransform(QTransform()); // whoever draws a line puts it back
+  painter().drawImage(ink->topLeft, ink->image);
+  return true;
 }
 
 void PixelContext::onImage(const QImage& image, const QRectF& target, const QRectF& source, double fraction,
@@ -276,7 +295,7 @@ void PixelContext::onImage(const QImage& image, const QRectF& target, const QRec
     const CellEdges edges = kind == ImageKind::ExactPicture ? CellEdges::Shared : CellEdges::Sharp;
     const QRectF device = matrix.mapRect(target);
     const QRect visible(0, 0, target_.width, target_.height);
-    const ResampledImage shown = kept_ != nullptr ? kept_->scaled(image, source, device, visible, edges)
+    const ResampledImage shown = kept_ != nullptr ? kept_->images.scaled(image, source, device, visible, edges)
                                                   : resampleImage(image, source, device, visible, edges);
     painter().setTransform(QTransform());
     painter().drawImage(shown.topLeft, shown.image);

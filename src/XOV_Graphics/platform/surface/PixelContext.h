@@ -9,16 +9,16 @@
 
 namespace xov {
 
-class ScaledImages;
+struct KeptPixels;
 
 /// Pixels: lines along them stay crisp, text is filled outlines, and traces, symbols and images go through
 /// rasterisers of our own.
 class PixelContext final : public PainterContext {
 public:
   /// `painter` paints on the image behind `target`, whose memory traces are blended into directly. What the memory
-  /// holds at first is cleared. Scaled images are taken from `kept`, and go there, where it is given.
+  /// holds at first is cleared. Scaled images and texts are taken from `kept`, and go there, where it is given.
   PixelContext(QPainter& painter, const QTransform& viewToDevice, const PixelTarget& target,
-               ScaledImages* kept = nullptr);
+               KeptPixels* kept = nullptr);
   PixelContext(const PixelContext&) = delete;
   PixelContext& operator=(const PixelContext&) = delete;
   ~PixelContext() override;
@@ -38,14 +38,16 @@ protected:
 private:
   void clearOnce();
   bool fillsAll(const QPainterPath& shape) const;
+  QRect clippedPixels() const;
   bool drawUnderClip(const std::function<bool(const PixelTarget&, const QRect& clip)>& draw);
+  bool layOnKept(const QString& line, const TextAttributes& attributes);
   void strokeShape(const Path& path);
   bool strokeCrisp(const Path& path);
   bool fillTracesAlone(const Path& path);
   void strokeTracesPointByPoint(const Path& path);
 
   PixelTarget target_;
-  ScaledImages* kept_;
+  KeptPixels* kept_;
   bool isUncleared_ = true; // until something is drawn: mostly a view's background, which needs no clearing
 };
 

@@ -9,7 +9,7 @@ namespace xov {
 namespace {
 
 constexpr std::size_t kMostPlanes = 8;
-constexpr std::size_t kMostKept = std::size_t(1) << 19; // changes, by and large
+constexpr std::size_t kMostKeptChanges = std::size_t(1) << 19; // changes, by and large
 
 } // namespace
 
@@ -22,7 +22,7 @@ InkStack::InkStack(const PixelTarget& target, int top, int rows) : target_(targe
 
 InkStack::~InkStack() {
   if (used_ > 0 || planes_.empty()) return;
-  planes_.resize(std::min(planes_.size(), kMostKept / (planes_.front().changes.size() + 1)));
+  planes_.resize(std::min(planes_.size(), kMostKeptChanges / (planes_.front().changes.size() + 1)));
   keptPlanes() = std::move(planes_);
 }
 

@@ -16,7 +16,7 @@ constexpr int kSharedTries = 4;     // layers that are looked at for room before
 // sub-column can hold, and so little of a pixel does not show.
 constexpr float kClosedGap = 1.0F / 128;
 
-constexpr std::size_t kMostKept = std::size_t(1) << 18;
+constexpr std::size_t kMostKeptValues = std::size_t(1) << 18;
 
 std::vector<float>& keptValues() {
   static thread_local std::vector<float> values;
@@ -68,7 +68,7 @@ int uniteIntervals(RowInterval* intervals, int count, float gap) {
 TraceLayers::TraceLayers() : values_(std::exchange(keptValues(), {})) {}
 
 TraceLayers::~TraceLayers() {
-  if (values_.size() <= kMostKept) keptValues() = std::move(values_);
+  if (values_.size() <= kMostKeptValues) keptValues() = std::move(values_);
 }
 
 void TraceLayers::reset(const TraceStrip& strip) {

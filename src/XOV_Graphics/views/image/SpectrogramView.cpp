@@ -34,7 +34,7 @@ constexpr double kGap = 12;
 constexpr double kSeismogramShare = 0.2;
 
 constexpr double kTraceWidth = 0.5;
-constexpr double kCellsPerPoint = 2;  // columns and rows, for sharp screens and paper
+constexpr double kCellsPerPoint = 2;   // columns and rows, for sharp screens and paper
 constexpr double kMostCells = 1 << 25; // those of 3840 x 2160 points: 134 MB
 constexpr int kShades = 256;
 // Of the axis of amplitudes.

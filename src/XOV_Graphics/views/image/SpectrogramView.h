@@ -186,7 +186,7 @@ private:
   QRectF seismogramRect_;
   std::optional<PictureKey> computed_;
   std::shared_ptr<const Spectrogram> picture_ = std::make_shared<const Spectrogram>(); ///< never null
-  DecibelRange robust_; ///< of the picture
+  DecibelRange robust_;                                                                ///< of the picture
   DecibelRange range_;
   bool isColored_ = false; ///< with that range
 };
