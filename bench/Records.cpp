@@ -67,6 +67,13 @@ std::unique_ptr<helicorderView> drumOf(const Records& pieces) {
   return view;
 }
 
+// A quarter of its rows' time.
+std::unique_ptr<helicorderView> sixHoursOf(const Records& pieces) {
+  auto view = drumOf(pieces);
+  view->showPart(PlotPart{.x = {0, 21600}, .y = {}});
+  return view;
+}
+
 // A month at 100 Hz, with or without an index of its extremes.
 class Month : public SacSeismogram {
 public:
@@ -186,6 +193,8 @@ QString recordTable(int rounds) {
   const Records oneDay = dayInPieces(1), pieces = dayInPieces(8640);
   XOVView& whole = *views.emplace_back(drumOf(oneDay));
   add("drum of a day in 8,640 pieces", drumOf(pieces), [&draw, &whole] { draw(whole); });
+  XOVView& sixHours = *views.emplace_back(sixHoursOf(oneDay));
+  add("zoomed to six hours", sixHoursOf(pieces), [&draw, &sixHours] { draw(sixHours); });
   const std::pair<const char*, std::shared_ptr<Month>> months[] = {
       {"a month at 100 Hz, noise", month(Signal::Noise)},
       {"a month, a random walk", month(Signal::Walk)},

@@ -118,6 +118,35 @@ TEST(DrumNavigation, aHostThatSetsRowsEndsThePart) {
   EXPECT_EQ(drum.view->rowDuration(), 900);
 }
 
+// Where the page lies follows from the first piece: asked for each of thousands, it took most of the time.
+TEST(DrumNavigation, aPartOfManyPiecesAsksTheFirstOneAsOftenAsOneOfFew) {
+  struct Asked : SacSeismogram {
+    using SacSeismogram::SacSeismogram;
+    const SacHeader* GetSacHeader() const override {
+      ++times;
+      return SacSeismogram::GetSacHeader();
+    }
+    mutable int times = 0;
+  };
+  const auto timesAsked = [](int count) {
+    const auto first =
+        std::make_shared<Asked>(*makeRecord({.interval = 10})->GetSacHeader(), std::vector<float>(60, 1));
+    const auto pieces = std::make_shared<SeismogramArray>(SeismogramArray{first});
+    for (int k = 1; k < count; ++k)
+      pieces->push_back(makeRecord({.begin = k * 600.0F, .interval = 10, .count = 60}));
+    helicorderView view(QRectF(0, 0, 800, 600));
+    view.setWvfrmArray(pieces);
+    view.snapshot();
+    view.showPart(PlotPart{.x = {0, 24 * 600.0}, .y = {}});
+    first->times = 0;
+    view.snapshot();
+    view.readout(NavigatedDrum::at(2, 0.5));
+    return first->times;
+  };
+  EXPECT_GT(timesAsked(2), 0);
+  EXPECT_EQ(timesAsked(2), timesAsked(100));
+}
+
 TEST(DrumNavigation, withoutATimeThereIsAGainOnly) {
   const auto pieces = std::make_shared<SeismogramArray>(SeismogramArray{makeRecord({.reference = {}})});
   helicorderView view(QRectF(0, 0, 800, 600));

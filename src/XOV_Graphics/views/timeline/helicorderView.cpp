@@ -50,6 +50,11 @@ helicorderView::~helicorderView() = default;
 
 std::shared_ptr<const SeismogramArray> helicorderView::heldRecords() const { return heldCopy(wvfrmArray_); }
 
+SeismogramArray helicorderView::firstPiece() const {
+  const auto pieces = wvfrmArray_.lock();
+  return pieces && !pieces->empty() ? SeismogramArray{pieces->front()} : SeismogramArray();
+}
+
 std::shared_ptr<const EventOriginArray> helicorderView::heldEvents() const { return heldCopy(theHypos_); }
 
 PageStart helicorderView::startOf(const SeismogramArray& pieces) const {
@@ -77,7 +82,7 @@ void helicorderView::drawRect(const QRectF& dirty) {
   const SavedState saved(context);
   pRect_ = helicorderRect(bounds(), localZone_.isValid() ? RightMargin::Labels : RightMargin::Paper);
   iRect_ = pRect_;
-  setMaxAmplitude(largestAmplitude());
+  setMaxAmplitude(largestAmplitude(*pieces));
   if (pieces->front()) drawPageTitle(*pieces->front());
   if (showZeroLines_) drawZeroLines();
   drawSeismicPhases(dirty);
@@ -123,14 +128,14 @@ QColor helicorderView::rowColor(const HelicorderPage& page, double row, const QC
 }
 
 // The traces of a piece, one a row, held within their reach.
-std::vector<Trace> helicorderView::tracesOf(const SeismogramRecord& piece, float offset, double scale) const {
+std::vector<Trace> helicorderView::tracesOf(const SeismogramRecord& piece, const Placement& placement) const {
   const HelicorderPage page = this->page();
   const double reach = std::abs(double(shownGainFactor())) / 2;
-  const double limit = clipReach_ * page.rowHeight() / std::abs(scale);
+  const double limit = clipReach_ * page.rowHeight() / std::abs(placement.scale);
   const bool isHeld = clipReach_ > 0 && limit <= double(std::numeric_limits<float>::max());
   BorrowedSamples samples = piece.borrowedSamples();
-  const PieceTimes times = timesOnPage(piece, offset, samples.samples);
-  std::vector<Trace> traces = rowTraces(page, times, samples.samples, scale, reach);
+  const PieceTimes times = timesOnPage(piece, samples.samples, placement);
+  std::vector<Trace> traces = rowTraces(page, times, samples.samples, placement.scale, reach);
   for (Trace& trace : traces) {
     trace.borrow(samples);
     if (!isHeld) continue;
@@ -145,13 +150,14 @@ void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
   const HelicorderPage page = this->page();
   const auto scale = amplitudeScale(shownGainFactor(), page.rowHeight(), maxAmplitude_);
   if (!scale || !page.holdsTraces()) return;
+  const Placement placement{offset, *scale, spanOfPart()};
   TraceStrokes strokes(lineWidth_);
   std::vector<DrawnTrace> rows, held;
   for (std::size_t k = 0; k < pieces.size(); ++k) {
     const SeismogramRecord* const piece = pieces[k].get();
     if (piece == nullptr) continue;
     rows.clear();
-    for (const Trace& trace : tracesOf(*piece, offset, *scale)) {
+    for (const Trace& trace : tracesOf(*piece, placement)) {
       const double row = std::round(double(trace.tOrigin) / double(rowDuration_));
       rows.push_back({trace, rowColor(page, row, k % 2 == 1 ? colors::red : colors::black)});
     }
@@ -186,10 +192,10 @@ void helicorderView::drawAmplitudeBar() {
 
 std::vector<helicorderView::MarkedEvent> helicorderView::markedEvents() const {
   std::vector<MarkedEvent> marked;
-  const auto pieces = heldRecords();
+  const SeismogramArray first = firstPiece();
   const auto events = heldEvents();
-  if (!pieces || pieces->empty() || !events) return marked;
-  const float offset = pageStart_.isValid() ? 0 : startOf(*pieces).offset;
+  if (first.empty() || !events) return marked;
+  const float offset = pageStart_.isValid() ? 0 : startOf(first).offset;
   const PageTime time{startTime_, plotDuration_, offset};
   for (const auto& event : *events) {
     if (!event) continue;
@@ -201,8 +207,7 @@ std::vector<helicorderView::MarkedEvent> helicorderView::markedEvents() const {
 void helicorderView::drawSeismicPhases(const QRectF&) {
   const auto events = heldEvents();
   if (!events || events->empty()) return;
-  const auto pieces = heldRecords();
-  if (!pieces || pieces->empty()) return;
+  if (firstPiece().empty()) return;
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   for (const MarkedEvent& marked : markedEvents()) {
@@ -249,8 +254,7 @@ void helicorderView::drawMinuteMarks() {
 }
 
 void helicorderView::drawHourLabels() {
-  SeismogramArray first; // of thousands
-  if (const auto pieces = wvfrmArray_.lock(); pieces && !pieces->empty()) first.push_back(pieces->front());
+  const SeismogramArray first = firstPiece();
   const PageStart start = first.empty() ? PageStart() : startOf(first);
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
@@ -288,11 +292,10 @@ void helicorderView::drawLocalTime(std::int32_t step) {
 }
 
 // While a part is shown records are asked for the extremes that they know: a page must not cost the whole recording.
-float helicorderView::largestAmplitude() {
-  const auto pieces = heldRecords();
-  if (!shownPart() || !pieces) return getAbsMaxAmplitude();
+float helicorderView::largestAmplitude(const SeismogramArray& pieces) {
+  if (!shownPart()) return getAbsMaxAmplitude();
   float largest = kBelowAllAmplitudes;
-  for (const auto& piece : *pieces)
+  for (const auto& piece : pieces)
     largest = std::max(largest, piece ? piece->absMax() : 0.0F);
   return largest;
 }

@@ -285,6 +285,15 @@ private:
     setSpreadsHourLabels(value);
   }
 
+  /// The first piece alone, of what may be thousands; nothing without pieces.
+  SeismogramArray firstPiece() const;
+
+  /// Where pieces lie on the page.
+  struct Placement {
+    float offset = 0; ///< of their times from the page's
+    double scale = 0; ///< points a count
+    std::optional<PlotSpan> part;
+  };
   /// What a part changes, as the host has set it.
   struct WholePage {
     QDateTime start;
@@ -292,12 +301,13 @@ private:
   };
   WholePage wholePage() const;
   DrumRows rowsOfPart() const;
-  PieceTimes timesOnPage(const SeismogramRecord& piece, float offset, const float*& samples) const;
-  float largestAmplitude();
+  std::optional<PlotSpan> spanOfPart() const;
+  PieceTimes timesOnPage(const SeismogramRecord& piece, const float*& samples, const Placement& placement) const;
+  float largestAmplitude(const SeismogramArray& pieces);
   float shownGainFactor() const { return float(double(gainFactor_) * shownGain()); }
   PageStart startOf(const SeismogramArray& pieces) const;
   HelicorderPage page() const;
-  std::vector<Trace> tracesOf(const SeismogramRecord& piece, float offset, double scale) const;
+  std::vector<Trace> tracesOf(const SeismogramRecord& piece, const Placement& placement) const;
   std::optional<double> secondsAt(QPointF point) const;
   std::optional<RecordTrace> traceAt(QPointF point) const;
   QColor rowColor(const HelicorderPage& page, double row, const QColor& usual) const;

@@ -34,18 +34,20 @@ helicorderView::WholePage helicorderView::wholePage() const {
 }
 
 QDateTime helicorderView::momentOfZero() const {
-  const auto pieces = heldRecords();
-  if (!pieces || pieces->empty() || !pieces->front()) return {};
-  const PageStart start = xov::pageStart(pieces->front()->GetSacHeader());
+  const SeismogramArray first = firstPiece();
+  if (first.empty() || !first.front()) return {};
+  const PageStart start = xov::pageStart(first.front()->GetSacHeader());
   return start.hour.isValid() ? movedOn(start.hour, double(start.offset)) : QDateTime();
 }
 
 DrumRows helicorderView::rowsOfPart() const {
-  const auto pieces = heldRecords();
+  const SeismogramArray first = firstPiece();
   const QDateTime zero = momentOfZero();
   const WholePage page = wholePage();
-  if (!zero.isValid() || nRows_ < 1 || !(page.rowDuration > 0) || !std::isfinite(page.rowDuration)) return {};
-  const QDateTime hour = xov::pageStart(pieces->front()->GetSacHeader()).hour;
+  if (first.empty() || !first.front() || !zero.isValid() || nRows_ < 1 || !(page.rowDuration > 0) ||
+      !std::isfinite(page.rowDuration))
+    return {};
+  const QDateTime hour = xov::pageStart(first.front()->GetSacHeader()).hour;
   const double start = secondsFromTo(zero, page.start.isValid() ? page.start : hour);
   const auto seconds = double(page.rowDuration);
   const QDateTime midnight(zero.toUTC().date(), QTime(0, 0), Qt::UTC);
@@ -135,11 +137,17 @@ void helicorderView::applyPart() {
   }
 }
 
+// Times of a part that is shown.
+std::optional<PlotSpan> helicorderView::spanOfPart() const {
+  return shownPart() && rowsOfPart().count > 0 ? std::optional(shownPart()->x) : std::nullopt;
+}
+
 // A page that one moves over has no rows beside it, which would stand in title and scale. Times count from its begin,
 // so that those of a page late in a long recording are as exact as those of its first one.
-PieceTimes helicorderView::timesOnPage(const SeismogramRecord& piece, float offset, const float*& samples) const {
-  if (!shownPart() || rowsOfPart().count < 1) return {piece.b() + offset, piece.delta(), piece.npts()};
-  const PlotSpan shown = shownPart()->x;
+PieceTimes helicorderView::timesOnPage(const SeismogramRecord& piece, const float*& samples,
+                                       const Placement& placement) const {
+  if (!placement.part) return {piece.b() + placement.offset, piece.delta(), piece.npts()};
+  const PlotSpan shown = *placement.part;
   const RecordPart part = partOf(piece, shown, shown.lower);
   PieceTimes times{part.firstTime, piece.delta(), part.last - part.first};
   samples += part.first;

@@ -11,9 +11,8 @@ namespace xov {
 
 // Since the page began.
 std::optional<double> helicorderView::secondsAt(QPointF point) const {
-  const auto pieces = heldRecords();
   const HelicorderPage page = this->page();
-  if (!pieces || pieces->empty() || !page.holdsTraces() || !(page.rowHeight() > 0) || !isInFrame(point)) return {};
+  if (firstPiece().empty() || !page.holdsTraces() || !(page.rowHeight() > 0) || !isInFrame(point)) return {};
   const double row = std::floor((page.top() - point.y()) / page.rowHeight());
   if (!(row >= 0 && row < double(nRows_))) return {};
   const double seconds = row * double(rowDuration_) + (point.x() - page.rect.x()) / page.xScale();
@@ -27,6 +26,8 @@ std::optional<RecordTrace> helicorderView::traceAt(QPointF point) const {
   const auto pieces = heldRecords();
   const HelicorderPage page = this->page();
   const float offset = startOf(*pieces).offset;
+  const double scale = amplitudeScale(shownGainFactor(), page.rowHeight(), maxAmplitude_).value_or(0);
+  const Placement placement{offset, scale, spanOfPart()};
   const double row = std::floor((page.top() - point.y()) / page.rowHeight());
   const double rowBegin = row * double(rowDuration_);
   std::optional<RecordTrace> nearest;
@@ -39,8 +40,7 @@ std::optional<RecordTrace> helicorderView::traceAt(QPointF point) const {
     if (!(end >= rowBegin && begin < rowBegin + double(rowDuration_))) continue;
     const double distance = std::max({begin - *seconds, *seconds - end, 0.0});
     if (nearest && !(distance < best)) continue;
-    const double scale = amplitudeScale(shownGainFactor(), page.rowHeight(), maxAmplitude_).value_or(0);
-    for (const Trace& trace : tracesOf(*piece, offset, scale)) {
+    for (const Trace& trace : tracesOf(*piece, placement)) {
       if (std::round(double(trace.tOrigin) / double(rowDuration_)) != row) continue;
       nearest = RecordTrace{k, piece, trace, page.rect, page.zeroLine(row)};
       nearest->zeroSeconds = shownPart() ? shownPart()->x.lower : -double(offset);
@@ -75,7 +75,7 @@ std::optional<DrumStretch> helicorderView::stretchAt(QPointF point, double secon
   if (!middle || !(seconds > 0) || !std::isfinite(seconds)) return {};
   const double begin = *middle - seconds / 2;
   const double end = *middle + seconds / 2;
-  const double zero = shownPart() ? shownPart()->x.lower : -double(startOf(*heldRecords()).offset);
+  const double zero = shownPart() ? shownPart()->x.lower : -double(startOf(firstPiece()).offset);
   return DrumStretch{zero + begin, zero + end, momentAfter(startTime_, begin), momentAfter(startTime_, end)};
 }
 
