@@ -32,6 +32,8 @@ SampleIndex::Blocks allBlocks(const SampleIndex& index, const std::vector<float>
 void expectRight(const SampleIndex& index, std::span<const float> samples, std::int64_t firstNumber) {
   const auto count = std::int64_t(samples.size());
   if (count == 0) return;
+  const auto isGap = [](float sample) { return !std::isfinite(sample); };
+  EXPECT_FALSE(index.holdsNoGap(samples.data(), 0, count) && std::ranges::any_of(samples, isGap));
   ASSERT_TRUE(index.covers(samples.data(), 0, count));
   const SampleIndex::Blocks blocks = index.blocksWithin(samples.data(), 0, count);
   const std::int64_t from = (firstNumber + kBlock - 1) / kBlock, to = (firstNumber + count) / kBlock;
@@ -39,7 +41,7 @@ void expectRight(const SampleIndex& index, std::span<const float> samples, std::
   EXPECT_EQ(blocks.begin, blocks.count > 0 ? from * kBlock - firstNumber : count);
   for (std::int64_t k = 0; k < blocks.count; ++k) {
     const auto block = samples.subspan(std::size_t(blocks.begin + k * kBlock), std::size_t(kBlock));
-    const bool hasGap = std::any_of(block.begin(), block.end(), [](float v) { return !std::isfinite(v); });
+    const bool hasGap = std::ranges::any_of(block, isGap);
     if (hasGap) {
       EXPECT_TRUE(std::isnan(blocks.lowest[k])) << k;
       EXPECT_TRUE(std::isnan(blocks.highest[k])) << k;
@@ -73,12 +75,42 @@ TEST(SampleIndex, knowsThatSamplesInWholeBlocksHoldNoGap) {
 
 TEST(SampleIndex, knowsNothingOfTheBlockThatSamplesWereDroppedFrom) {
   std::vector<float> samples = ramp(4 * 256);
+  samples[10] = kNan;
   SampleIndex index(samples);
   const std::span<const float> rest = std::span(samples).subspan(300);
   index.dropped(rest, 300); // 212 samples of the second block are left
   EXPECT_FALSE(index.holdsNoGap(rest.data(), 211, 300));
   EXPECT_TRUE(index.holdsNoGap(rest.data(), 212, 300));
   EXPECT_TRUE(index.holdsNoGap(rest.data() + 200, 12, 500)) << "counted from another sample";
+}
+
+// Of samples in no whole block, too: a hundred, of which there is none, and those on either side of two.
+TEST(SampleIndex, knowsThatNoSampleIsAGap) {
+  std::vector<float> samples = ramp(100);
+  SampleIndex index;
+  const auto holdsNoGap = [&] { return index.holdsNoGap(samples.data(), 0, std::ssize(samples)); };
+  index.build(samples, 200);
+  EXPECT_TRUE(holdsNoGap());
+  samples.resize(1000, 1);
+  index.appended(samples, 900);
+  EXPECT_TRUE(holdsNoGap());
+  index.mapped([](float sample) { return sample - 0.5F; });
+  EXPECT_TRUE(holdsNoGap());
+  for (const std::size_t gap : {10U, 300U, 999U}) { // before, in and behind whole blocks
+    std::vector<float> broken = samples;
+    broken[gap] = kNan;
+    index.build(broken, 200);
+    EXPECT_FALSE(index.holdsNoGap(broken.data(), 0, 1000)) << gap;
+    index.build(samples, 200);
+    index.changed(broken, std::int64_t(gap), std::int64_t(gap) + 1);
+    EXPECT_FALSE(index.holdsNoGap(broken.data(), 0, 1000)) << gap;
+  }
+  index.build(samples, 200);
+  index.mapped([](float sample) { return sample * 2; });
+  EXPECT_FALSE(holdsNoGap()) << "twice the largest number is none";
+  index.adopt(samples, std::vector<float>(3, 0), std::vector<float>(3, 1));
+  EXPECT_FALSE(holdsNoGap()) << "nothing was said of the last 232";
+  EXPECT_TRUE(index.holdsNoGap(samples.data(), 0, 768));
 }
 
 TEST(SampleIndex, holdsTheExtremesOfEachWholeBlock) {
@@ -226,12 +258,13 @@ TEST(SampleIndex, countsBlocksByTheNumberOfTheFirstSample) {
 TEST(SampleIndex, holdsThroughAnyOrderOfChanges) {
   std::mt19937 random(1);
   const auto upTo = [&](int most) { return std::uniform_int_distribution<int>(0, most)(random); };
-  const auto value = [&] { return upTo(300) == 0 ? kNan : float(upTo(2000) - 1000); };
+  int turn = 0;
+  const auto value = [&] { return turn >= 200 && upTo(300) == 0 ? kNan : float(upTo(2000) - 1000); };
   std::vector<float> samples;
   SampleIndex index;
   std::int64_t number = 77;
   index.build(samples, number);
-  for (int turn = 0; turn < 400; ++turn) {
+  for (; turn < 400; ++turn) {
     const auto count = std::int64_t(samples.size());
     if (const int kind = upTo(4); kind == 0) {
       const int more = upTo(900);
@@ -258,6 +291,8 @@ TEST(SampleIndex, holdsThroughAnyOrderOfChanges) {
       index.changed(samples, from, to);
     }
     expectRight(index, samples, number);
+    const bool isKnown = index.holdsNoGap(samples.data(), 0, std::ssize(samples));
+    EXPECT_TRUE(isKnown || turn >= 200) << turn;
   }
 }
 

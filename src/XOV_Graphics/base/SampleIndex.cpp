@@ -52,22 +52,26 @@ void SampleIndex::adopt(std::span<const float> samples, std::vector<float> lowes
   count_ = std::int64_t(samples.size());
   lowest_ = std::move(lowest);
   highest_ = std::move(highest);
+  isUnbroken_ = false; // samples that lie in no whole block may not even be in memory
 }
 
 void SampleIndex::changed(std::span<const float> samples, std::int64_t from, std::int64_t to) {
   samples_ = samples.data();
   from = std::max<std::int64_t>(from, 0);
   to = std::min(to, count_);
-  if (from < to) fill(samples, (number_ + from) / kBlock, (number_ + to - 1) / kBlock + 1);
+  if (from >= to) return;
+  fill(samples, (number_ + from) / kBlock, (number_ + to - 1) / kBlock + 1);
+  lookForGaps(samples, from, to);
 }
 
 void SampleIndex::appended(std::span<const float> samples, std::int64_t count) {
   samples_ = samples.data();
-  const std::int64_t before = number_ + count_;
+  const std::int64_t before = count_;
   count_ += std::max<std::int64_t>(count, 0);
   const std::int64_t whole = (number_ + count_) / kBlock;
   resize(std::max<std::int64_t>(whole - firstBlock(), 0));
-  fill(samples, before / kBlock, whole);
+  fill(samples, (number_ + before) / kBlock, whole);
+  lookForGaps(samples, before, count_);
 }
 
 void SampleIndex::dropped(std::span<const float> samples, std::int64_t count) {
@@ -96,6 +100,9 @@ void SampleIndex::mapped(const std::function<float(float)>& increasing) {
     lowest_[k] = isFinite ? low : kGap;
     highest_[k] = isFinite ? high : kGap;
   }
+  // Of samples in no whole block nothing is known but that they are numbers.
+  constexpr float kLargest = std::numeric_limits<float>::max();
+  isUnbroken_ = isUnbroken_ && std::isfinite(increasing(-kLargest)) && std::isfinite(increasing(kLargest));
 }
 
 void SampleIndex::clear() { *this = SampleIndex(); }
@@ -118,6 +125,15 @@ void SampleIndex::fill(std::span<const float> samples, std::int64_t fromBlock, s
   });
 }
 
+/// Of samples from <= i < to, whose whole blocks have been filled.
+void SampleIndex::lookForGaps(std::span<const float> samples, std::int64_t from, std::int64_t to) {
+  if (!isUnbroken_) return;
+  const float* const first = samples.data();
+  const Blocks inner = blocksWithin(first, from, to);
+  isUnbroken_ = areFinite(first + from, inner.begin - from) && areFinite(inner.lowest, inner.count) &&
+                areFinite(first + inner.end(), to - inner.end());
+}
+
 bool SampleIndex::covers(const float* samples, std::int64_t first, std::int64_t last) const {
   if (samples_ == nullptr || samples == nullptr || last < first) return false;
   const std::less_equal<const float*> isNotBehind;
@@ -125,7 +141,7 @@ bool SampleIndex::covers(const float* samples, std::int64_t first, std::int64_t 
 }
 
 bool SampleIndex::holdsNoGap(const float* samples, std::int64_t first, std::int64_t last) const {
-  if (last <= first) return true;
+  if (last <= first || isUnbroken_) return true;
   const std::int64_t shift = samples - samples_ + number_; // from places in the stretch to numbers
   const std::int64_t from = (first + shift) / kBlock, to = (last + shift - 1) / kBlock + 1;
   if (from < firstBlock() || to > (number_ + count_) / kBlock) return false;

@@ -53,8 +53,8 @@ public:
   /// True when samples[first] … samples[last - 1] are among those that the index was told of last.
   bool covers(const float* samples, std::int64_t first, std::int64_t last) const;
 
-  /// True when all of samples[first] … samples[last - 1], which the index must cover, lie in blocks that hold no gap;
-  /// blocks reach beyond them.
+  /// True when it is known that none of samples[first] … samples[last - 1], which the index must cover, is a gap: no
+  /// sample is one at all, or all of these lie in blocks without one, which reach beyond them.
   bool holdsNoGap(const float* samples, std::int64_t first, std::int64_t last) const;
 
   /// The lowest and the highest of the block around samples[i], which the index must cover; NaN where that holds a
@@ -76,11 +76,13 @@ public:
 private:
   std::int64_t firstBlock() const { return (number_ + kBlock - 1) / kBlock; }
   void fill(std::span<const float> samples, std::int64_t fromBlock, std::int64_t toBlock);
+  void lookForGaps(std::span<const float> samples, std::int64_t from, std::int64_t to);
   void resize(std::int64_t blocks);
 
   const float* samples_ = nullptr; // only compared
   std::int64_t number_ = 0;        // of the first sample
   std::int64_t count_ = 0;
+  bool isUnbroken_ = true; // no sample is a gap: known of those in no whole block, too
   // Those of whole blocks, from firstBlock() on, behind `dropped_` that are cut off by and by.
   std::vector<float> lowest_, highest_;
   std::size_t dropped_ = 0;
