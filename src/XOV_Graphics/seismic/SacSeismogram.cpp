@@ -20,13 +20,13 @@ namespace xov {
 
 namespace {
 
-struct Pick {
+struct PickFields {
   float SacHeader::*time;
   SacText<8> SacHeader::*label;
 };
 
 // In the order of the pick keys.
-constexpr Pick kPicks[] = {
+constexpr PickFields kPicks[] = {
     {&SacHeader::t0, &SacHeader::kt0}, {&SacHeader::t1, &SacHeader::kt1}, {&SacHeader::t2, &SacHeader::kt2},
     {&SacHeader::t3, &SacHeader::kt3}, {&SacHeader::t4, &SacHeader::kt4}, {&SacHeader::t5, &SacHeader::kt5},
     {&SacHeader::t6, &SacHeader::kt6}, {&SacHeader::t7, &SacHeader::kt7}, {&SacHeader::t8, &SacHeader::kt8},
@@ -35,7 +35,7 @@ constexpr Pick kPicks[] = {
 static_assert(std::size(kPicks) == std::size_t(kEndOfSignalKey) + 1);
 static_assert(kFirstArrivalKey == kTimePickCount && kEndOfSignalKey == kFirstArrivalKey + 1);
 
-const Pick* pickWithKey(int key) { return key >= 0 && key <= kEndOfSignalKey ? &kPicks[key] : nullptr; }
+const PickFields* pickWithKey(int key) { return key >= 0 && key <= kEndOfSignalKey ? &kPicks[key] : nullptr; }
 
 // Earthquakes end 700 km down. What lies deeper is in metres, the format's unit in former times.
 constexpr float kDeepestEventKm = 1000;
@@ -440,12 +440,12 @@ float SacSeismogram::originTimeOffset() const { return commonValues().o; }
 float SacSeismogram::pTime() const { return commonValues().a; }
 
 float SacSeismogram::timePickKey(int key) const {
-  const Pick* pick = pickWithKey(key);
+  const PickFields* pick = pickWithKey(key);
   return pick ? commonValues().*pick->time : kUndefinedValue;
 }
 
 QString SacSeismogram::pickLabelWithKey(int key) const {
-  const Pick* pick = pickWithKey(key);
+  const PickFields* pick = pickWithKey(key);
   const QString label = pick ? (commonValues().*pick->label).text() : QString();
   return label.isEmpty() ? QString::fromLatin1(kUndefinedLabel) : label;
 }

@@ -16,7 +16,7 @@ constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 // The rows in view of a page of 24.
-constexpr RowRange kDay{-8, 32};
+constexpr PageRows kDay{-8, 32};
 
 // Rows sample by sample, written for this test.
 std::vector<HelicorderRow> rowsByWalking(const PieceTimes& times, float rowDuration) {
@@ -99,7 +99,7 @@ TEST(HelicorderRows, areOnlyThoseInViewWhereTheyAreMany) {
 }
 
 TEST(HelicorderRows, ofShortestDurationAreBounded) {
-  const RowRange everything{-double(kInfinity), double(kInfinity)};
+  const PageRows everything{-double(kInfinity), double(kInfinity)};
   for (const float duration : {1.0f, 1e-3f, 1e-37f, std::numeric_limits<float>::denorm_min()}) {
     EXPECT_LE(splitIntoRows({0, 0.01f, 8640000}, duration, everything).size(), 2048u) << duration;
     EXPECT_LE(splitIntoRows({-1e5f, 0.01f, 8640000}, duration, everything).size(), 2048u) << duration;

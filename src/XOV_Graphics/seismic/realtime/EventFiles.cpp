@@ -26,7 +26,7 @@ bool isUnfinishedName(const QString& name) {
 
 std::size_t hashOf(const QByteArray& contents) { return qHash(QByteArrayView(contents), 0); }
 
-QDateTime timeOf(const std::shared_ptr<Hypocentre>& event) { return event->values().originTime; }
+QDateTime originTimeOf(const std::shared_ptr<Hypocentre>& event) { return event->values().originTime; }
 
 } // namespace
 
@@ -151,11 +151,11 @@ void EventFiles::forgetEarliest() {
   std::vector<QDateTime> times;
   times.reserve(count);
   for (const auto& [path, file] : files_)
-    std::ranges::transform(file.events, std::back_inserter(times), timeOf);
+    std::ranges::transform(file.events, std::back_inserter(times), originTimeOf);
   const auto earliestKept = times.begin() + std::ptrdiff_t(limits_.events - 1);
   std::ranges::nth_element(times, earliestKept, std::greater<>());
   for (auto& [path, file] : files_)
-    std::erase_if(file.events, [&](const auto& event) { return timeOf(event) < *earliestKept; });
+    std::erase_if(file.events, [&](const auto& event) { return originTimeOf(event) < *earliestKept; });
 }
 
 bool EventFiles::isUnsettled() const {
@@ -178,7 +178,7 @@ HypocentreArray EventFiles::events() const {
       if (!isElsewhere) all.push_back(event);
     }
   }
-  std::ranges::stable_sort(all, std::less<>(), timeOf);
+  std::ranges::stable_sort(all, std::less<>(), originTimeOf);
   if (all.size() > limits_.events) all.erase(all.begin(), all.end() - std::ptrdiff_t(limits_.events));
   return all;
 }

@@ -27,7 +27,7 @@ bool HelicorderPage::holdsTraces() const {
   return std::isfinite(rowHeight()) && std::isfinite(xScale()) && xScale() > 0;
 }
 
-RowRange HelicorderPage::rowsInView(double reach) const {
+PageRows HelicorderPage::rowsInView(double reach) const {
   const double pointsOrNone = std::max(rowHeight(), 0.0);
   const double above = kTopMargin / pointsOrNone;
   const double below = (kBottomMargin + kScaleHeight) / pointsOrNone;

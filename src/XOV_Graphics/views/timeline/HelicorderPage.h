@@ -11,7 +11,7 @@ namespace xov {
 inline constexpr int kMostRows = 2048;
 
 /// Rows first <= r <= last of a page.
-struct RowRange {
+struct PageRows {
   double first = 0;
   double last = 0;
 };
@@ -47,7 +47,7 @@ struct HelicorderPage {
   std::vector<std::int32_t> markedRows() const;
   /// The rows that reach into the view, margins included, when samples rise and fall by as many row heights. Beyond
   /// any number where rows have no height.
-  RowRange rowsInView(double reach) const;
+  PageRows rowsInView(double reach) const;
 };
 
 /// What stands to the right of the rows.

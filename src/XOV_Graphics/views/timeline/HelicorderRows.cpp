@@ -14,7 +14,7 @@ float rowOf(const PieceTimes& times, float rowDuration, std::int64_t i) {
 }
 
 // The rows of a piece that runs from one row to another.
-RowRange rowsToKeep(double first, double last, const RowRange& inView) {
+PageRows rowsToKeep(double first, double last, const PageRows& inView) {
   if (last - first < kMostRows) return {first, last};
   const double start = std::max(first, std::ceil(inView.first));
   return {start, std::min({last, inView.last, start + kMostRows - 1})};
@@ -22,7 +22,7 @@ RowRange rowsToKeep(double first, double last, const RowRange& inView) {
 
 } // namespace
 
-std::vector<HelicorderRow> splitIntoRows(const PieceTimes& times, float rowDuration, const RowRange& inView) {
+std::vector<HelicorderRow> splitIntoRows(const PieceTimes& times, float rowDuration, const PageRows& inView) {
   std::vector<HelicorderRow> rows;
   if (times.count <= 0 || !std::isfinite(times.start) || !(times.step >= 0) || !(rowDuration > 0)) return rows;
   const auto row = [&](std::int64_t i) { return rowOf(times, rowDuration, i); };
@@ -38,7 +38,7 @@ std::vector<HelicorderRow> splitIntoRows(const PieceTimes& times, float rowDurat
     }
     return from;
   };
-  const RowRange kept = rowsToKeep(double(row(0)), double(row(times.count - 1)), inView);
+  const PageRows kept = rowsToKeep(double(row(0)), double(row(times.count - 1)), inView);
   const float lastRow = row(times.count - 1);
   std::int64_t i = 0;
   if (double(row(0)) < kept.first) i = firstBeyond(0, [&](std::int64_t k) { return double(row(k)) < kept.first; });

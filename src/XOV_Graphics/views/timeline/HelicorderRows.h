@@ -31,7 +31,7 @@ struct HelicorderRow {
 /// whatever the number of samples. A piece of more than kMostRows rows is cut into those in view, and no more than
 /// kMostRows of them. Nothing for times that run backwards or are not finite, and for a rowDuration that is not
 /// positive.
-std::vector<HelicorderRow> splitIntoRows(const PieceTimes& times, float rowDuration, const RowRange& inView);
+std::vector<HelicorderRow> splitIntoRows(const PieceTimes& times, float rowDuration, const PageRows& inView);
 
 /// Points a count: gain · h / (2 · maxAmplitude). A maximum of 0 gives 0: all samples lie on their zero lines.
 /// Nothing when the result would not be finite.

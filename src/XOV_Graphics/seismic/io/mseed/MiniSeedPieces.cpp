@@ -91,7 +91,7 @@ void PieceExtent::add(const PieceExtent& next) {
   sampleCount += next.sampleCount;
 }
 
-PieceTimes pieceTimes(const PieceExtent& extent, std::int64_t referenceMs) {
+PieceTiming pieceTiming(const PieceExtent& extent, std::int64_t referenceMs) {
   const MiniSeedSpan& first = extent.first;
   if (extent.sampleCount == 0) return {};
   const double nominal = 1 / first.rateHz;

@@ -59,10 +59,10 @@ private:
 /// A piece on the time axis that begins at `referenceMs`, milliseconds since 1970: b is the time of its first sample
 /// and delta the interval. Where the records' own times are further from the nominal rate at the end of the piece
 /// than half a sample, as when a clock drifts, delta is what their times make it.
-struct PieceTimes {
+struct PieceTiming {
   double b = 0;
   double delta = 0;
 };
-PieceTimes pieceTimes(const PieceExtent& extent, std::int64_t referenceMs);
+PieceTiming pieceTiming(const PieceExtent& extent, std::int64_t referenceMs);
 
 } // namespace xov

@@ -76,14 +76,14 @@ const std::shared_ptr<const SacChannel>& ChannelTraces::channelWith(const std::s
 }
 
 void ChannelTraces::add(const PieceExtent& extent, const Stretch::SharedSamples& samples) {
-  const PieceTimes times = pieceTimes(extent, referenceMs_);
+  const PieceTiming times = pieceTiming(extent, referenceMs_);
   traces_.records.push_back(std::make_shared<SacSeismogram>(
       channelWith(samples.owner), times.b, times.delta, std::span(samples.samples, samples.count), samples.extrema));
 }
 
 void ChannelTraces::add(Stretch stretch) {
   if (stretch.shared.owner != nullptr) return add(stretch.extent, stretch.shared);
-  const PieceTimes times = pieceTimes(stretch.extent, referenceMs_);
+  const PieceTiming times = pieceTiming(stretch.extent, referenceMs_);
   SacHeader header = header_;
   header.b = float(times.b);
   header.delta = float(times.delta);
