@@ -1,5 +1,5 @@
 // What nearly every source of the library includes; precompiled when XOV_PCH is on. Sources still include what they
-// use: the target all_verify_interface_header_sets and builds without XOV_PCH hold them to it.
+// use: the target xov_headers_alone and builds without XOV_PCH hold them to it.
 #include <QColor>
 #include <QCoreApplication>
 #include <QDateTime>

@@ -113,8 +113,7 @@ function(xov_library)
   set_target_properties(XOV_Graphics PROPERTIES
     EXPORT_NAME Graphics
     VERSION ${PROJECT_VERSION}
-    SOVERSION ${interface_version}
-    VERIFY_INTERFACE_HEADER_SETS ${XOV_TESTS})
+    SOVERSION ${interface_version})
   target_compile_features(XOV_Graphics INTERFACE cxx_std_20)
   target_include_directories(XOV_Graphics INTERFACE
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)

@@ -21,8 +21,8 @@ using testing::RandomHost;
 constexpr double kPictureWidth = 200;
 constexpr double kPictureHeight = 140;
 constexpr double kLargestOnPaper = 1200.0 * 900;
-constexpr double kLargestDocument =
-    200.0 * 200;             // their images are made as fine as paper is, which took most of the time
+// The images of a document are made as fine as paper is, which took most of the time.
+constexpr double kLargestDocument = 200.0 * 200;
 constexpr int kSmallest = 4; // points; larger ones are made half as wide and high, which shows as much
 
 template <typename ViewType>

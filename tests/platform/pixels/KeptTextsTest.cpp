@@ -86,8 +86,8 @@ TEST(KeptTexts, whatReachesOutOfThePictureIsNotKept) {
   EXPECT_EQ(texts.inkOf(kPlace, {30, 50}, bar), nullptr) << "in a narrower picture";
 }
 
-// With a pixel around it the bar has 14 by 8, 448 bytes: of 16 times as many one is kept, of twice as many two are,
-// and room is there again when they are forgotten.
+// With a pixel around it the bar has 14 by 8, 448 bytes. A line may take a sixteenth of all room: with 16 times as
+// many bytes 16 lines are kept, with one less none is. Room is there again when they are forgotten.
 TEST(KeptTexts, noMoreBytesAreKeptThanTold) {
   const auto kept = [](KeptTexts& texts, int lines, int first = 0) {
     int count = 0;
