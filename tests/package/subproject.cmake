@@ -11,7 +11,7 @@ endfunction()
 # Without optimisation, with precompiled headers and in batches: it is to be built, not to be fast.
 run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/subproject -B ${build} -G ${GENERATOR}
   -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_BUILD_TYPE= -DCMAKE_CXX_FLAGS=-O0 -DBUILD_SHARED_LIBS=OFF -DXOV_PCH=ON
-  -DXOV_BATCHES=10 -DXOV_INSTALL=OFF -DXOV_FETCH=ON -DXOV_SOURCE_DIR=${SOURCE_DIR})
+  -DXOV_BATCHES=30 -DXOV_INSTALL=OFF -DXOV_FETCH=ON -DXOV_SOURCE_DIR=${SOURCE_DIR})
 run(${CMAKE_COMMAND} --build ${build} --parallel 2)
 run(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ${build}/consumer ${build}/XOV_Graphics/resources)
 

@@ -19,6 +19,11 @@ void TraceStrokes::addTrace(const Trace& trace) {
   if (!strokes_.empty() && !trace.isEmpty()) traces_.push_back(trace);
 }
 
+void TraceStrokes::reserve(std::size_t strokes) {
+  strokes_.reserve(strokes);
+  traces_.reserve(strokes);
+}
+
 void TraceStrokes::clear() {
   strokes_.clear();
   traces_.clear();

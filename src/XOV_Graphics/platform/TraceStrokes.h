@@ -29,6 +29,8 @@ public:
   /// Adds a trace by its description, whose samples are borrowed up to the drawing. An empty one is left out; so is
   /// one before the first stroke.
   void addTrace(const Trace& trace);
+  /// Makes room for so many strokes of one trace each, as a vector does.
+  void reserve(std::size_t strokes);
   /// Takes all strokes out and keeps their memory.
   void clear();
 

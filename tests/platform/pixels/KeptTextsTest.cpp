@@ -111,6 +111,31 @@ TEST(KeptTexts, noMoreBytesAreKeptThanTold) {
   EXPECT_EQ(kept(texts, 13, 100), 13);
 }
 
+// Those that reach out of the picture, and those that there is no room for: 16 of 448 bytes take it all.
+TEST(KeptTexts, theOutlineOfALineThatIsNotKeptIsMadeOnce) {
+  KeptTexts texts(16 * 448);
+  int outlines = 0;
+  const auto draw = [&] {
+    for (int line = 0; line < 20; ++line) {
+      TextPlace place = kPlace;
+      place.line = QString::number(line);
+      if (line < 3) place.matrix = QTransform::fromTranslate(95, 30);
+      texts.inkOf(place, kPicture, [&] {
+        ++outlines;
+        return bar();
+      });
+    }
+    texts.endPicture();
+  };
+  draw();
+  EXPECT_EQ(outlines, 0);
+  draw();
+  EXPECT_EQ(outlines, 20);
+  for (int i = 0; i < 3; ++i)
+    draw();
+  EXPECT_EQ(outlines, 20);
+}
+
 struct RandomTexts {
   explicit RandomTexts(unsigned seed) : seed(seed) {}
   // The same texts at each call, over and outside of a picture of 200 by 150, some of them turned or clipped.

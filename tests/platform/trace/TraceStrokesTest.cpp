@@ -300,3 +300,19 @@ TEST(TraceStrokes, keepTheirTracesApart) {
   strokes.clear();
   EXPECT_TRUE(strokes.isEmpty());
 }
+
+TEST(TraceStrokes, stayWhereTheyAreWhileThereIsRoomForThem) {
+  const std::vector<float> samples(5);
+  TraceStrokes strokes;
+  strokes.reserve(100);
+  EXPECT_TRUE(strokes.isEmpty());
+  strokes.begin(colors::red);
+  strokes.addTrace(traceOf(samples, 1));
+  const Trace* const first = strokes.traces(0).data();
+  for (int i = 1; i < 100; ++i) {
+    strokes.begin(colors::blue);
+    strokes.addTrace(traceOf(samples, 1));
+  }
+  EXPECT_EQ(strokes.count(), 100U);
+  EXPECT_EQ(strokes.traces(0).data(), first);
+}

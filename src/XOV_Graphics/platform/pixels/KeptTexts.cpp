@@ -31,23 +31,30 @@ const KeptTexts::Ink* KeptTexts::inkOf(const TextPlace& place, QSize picture,
                                        const std::function<QPainterPath()>& outline) {
   const auto known = entries_.find(place);
   if (known == entries_.end()) {
-    if (entries_.size() < kMostEntries) entries_.insert(place, {{}, picture_, picture_});
+    if (entries_.size() < kMostEntries) entries_.insert(place, {.first = picture_, .last = picture_});
     return nullptr;
   }
   Entry& entry = *known;
   entry.last = picture_;
   if (entry.first == picture_) return nullptr;
-  if (entry.ink.image.isNull() && !keepInk(entry, place, picture, outline())) return nullptr;
+  if (entry.ink.image.isNull() && !(hasRoom(entry, picture) && keepInk(entry, place, picture, outline())))
+    return nullptr;
   const QRect ink(entry.ink.topLeft, entry.ink.image.size());
   return QRect(QPoint(), picture).contains(ink) ? &entry.ink : nullptr;
 }
 
+// As far as is known before its outline is.
+bool KeptTexts::hasRoom(const Entry& entry, QSize picture) const {
+  return entry.reachedOutOf != picture && entry.bytes <= mostBytes_ / kShareOfOne &&
+         bytes_ + entry.bytes <= mostBytes_;
+}
+
 bool KeptTexts::keepInk(Entry& entry, const TextPlace& place, QSize picture, const QPainterPath& outline) {
   const QRectF box = place.matrix.mapRect(outline.controlPointRect());
-  if (!QRectF(QPointF(), QSizeF(picture)).contains(box)) return false;
   const QRect ink = box.toAlignedRect().adjusted(-1, -1, 1, 1).intersected(QRect(QPoint(), picture));
-  const qsizetype bytes = qsizetype(ink.width()) * ink.height() * 4;
-  if (ink.isEmpty() || bytes > mostBytes_ / kShareOfOne || bytes_ + bytes > mostBytes_) return false;
+  if (ink.isEmpty() || !QRectF(QPointF(), QSizeF(picture)).contains(box)) entry.reachedOutOf = picture;
+  entry.bytes = qsizetype(ink.width()) * ink.height() * 4;
+  if (!hasRoom(entry, picture)) return false;
   if (scratch_.size() != picture) scratch_ = QImage(picture, QImage::Format_ARGB32_Premultiplied);
   if (scratch_.isNull()) return false;
   clear(scratch_, ink);

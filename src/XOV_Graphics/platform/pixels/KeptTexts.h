@@ -46,11 +46,14 @@ public:
 
 private:
   struct Entry {
-    Ink ink; ///< none while it was in one picture only, and where it cannot be kept
+    Ink ink = {}; ///< none while it was in one picture only, and where it cannot be kept
     int first = 0;
     int last = 0;
+    qsizetype bytes = 0;     ///< that its ink takes, once they are known
+    QSize reachedOutOf = {}; ///< a picture that it does not lie in
   };
 
+  bool hasRoom(const Entry& entry, QSize picture) const;
   bool keepInk(Entry& entry, const TextPlace& place, QSize picture, const QPainterPath& outline);
 
   const qsizetype mostBytes_;

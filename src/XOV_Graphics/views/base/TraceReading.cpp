@@ -16,7 +16,7 @@ constexpr double kHalfPoint = 0.5;
 constexpr std::int64_t kMostSamplesRead = 1 << 16; // at samples, so that a pointer can move over anything
 
 // Samples first <= i < last.
-struct SampleRange {
+struct SampleSpan {
   std::int64_t first = 0;
   std::int64_t last = 0;
 };
@@ -35,7 +35,7 @@ public:
   double x(std::int64_t i) const { return timeline_.since(trace_.tOrigin, i) * trace_.xScale + trace_.xOffset; }
 
   // The samples drawn between two x, both included.
-  SampleRange between(double left, double right) const {
+  SampleSpan between(double left, double right) const {
     double from = (left - trace_.xOffset) / trace_.xScale;
     double to = (right - trace_.xOffset) / trace_.xScale;
     if (from > to) std::swap(from, to);
@@ -94,7 +94,7 @@ void addCrossing(const TraceReader& reader, std::int64_t before, double x, Reach
   sum.add(*y0 + std::clamp(share, 0.0, 1.0) * (*y1 - *y0));
 }
 
-void addSamples(const Trace& trace, const TraceReader& reader, const SampleRange& range, ReachSum& sum) {
+void addSamples(const Trace& trace, const TraceReader& reader, const SampleSpan& range, ReachSum& sum) {
   const std::int64_t step = std::max<std::int64_t>((range.last - range.first) / kMostSamplesRead, 1);
   const HeldSamples there = trace.held(range.first, range.last);
   for (std::int64_t i = range.first; i < range.last; i += step)
@@ -126,7 +126,7 @@ double traceTimeAt(const Trace& trace, double x) {
 std::optional<TraceReach> reachBetween(const Trace& trace, double left, double right) {
   const TraceReader reader(trace);
   if (!reader.isReadable() || !std::isfinite(left) || !std::isfinite(right)) return {};
-  SampleRange inside = reader.between(left, right);
+  SampleSpan inside = reader.between(left, right);
   ReachSum sum;
   const bool isForward = trace.xScale > 0;
   if (inside.first > reader.first()) addCrossing(reader, inside.first - 1, isForward ? left : right, sum);
@@ -159,12 +159,12 @@ std::optional<double> heightFromTrace(const Trace& trace, QPointF point) {
 std::optional<TraceSample> sampleUnder(const Trace& trace, QPointF point) {
   const TraceReader reader(trace);
   if (!reader.isReadable() || !std::isfinite(point.x()) || !std::isfinite(point.y())) return {};
-  SampleRange near = reader.between(point.x() - kHalfPoint, point.x() + kHalfPoint);
+  SampleSpan near = reader.between(point.x() - kHalfPoint, point.x() + kHalfPoint);
   if (near.first == near.last) { // between two samples, or beyond the ends
     if (near.first == reader.first() || near.last == reader.last()) return {};
     const double before = std::abs(point.x() - reader.x(near.first - 1));
     const double behind = std::abs(point.x() - reader.x(near.first));
-    near = before <= behind ? SampleRange{near.first - 1, near.first} : SampleRange{near.first, near.first + 1};
+    near = before <= behind ? SampleSpan{near.first - 1, near.first} : SampleSpan{near.first, near.first + 1};
   }
   const HeldSamples there = trace.held(near.first, near.last);
   const std::int64_t step = std::max<std::int64_t>((near.last - near.first) / kMostSamplesRead, 1);

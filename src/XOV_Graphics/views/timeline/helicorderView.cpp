@@ -152,6 +152,7 @@ void helicorderView::drawTraces(const SeismogramArray& pieces, float offset) {
   if (!scale || !page.holdsTraces()) return;
   const Placement placement{offset, *scale, spanOfPart()};
   TraceStrokes strokes(lineWidth_);
+  strokes.reserve(pieces.size());
   std::vector<DrawnTrace> rows, held;
   for (std::size_t k = 0; k < pieces.size(); ++k) {
     const SeismogramRecord* const piece = pieces[k].get();
