@@ -111,6 +111,9 @@ TEST(SampleIndex, knowsThatNoSampleIsAGap) {
   index.adopt(samples, std::vector<float>(3, 0), std::vector<float>(3, 1));
   EXPECT_FALSE(holdsNoGap()) << "nothing was said of the last 232";
   EXPECT_TRUE(index.holdsNoGap(samples.data(), 0, 768));
+  EXPECT_FALSE(index.isUnbroken());
+  index.build(samples, 200);
+  EXPECT_TRUE(index.isUnbroken());
 }
 
 TEST(SampleIndex, holdsTheExtremesOfEachWholeBlock) {

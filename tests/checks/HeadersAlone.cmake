@@ -29,7 +29,8 @@ endfunction()
 
 # One source a header, in the list of the first of the common headers that it includes, or else in `Others`.
 function(xov_share_out_headers)
-  foreach(header IN LISTS ARGN)
+  foreach(name IN LISTS ARGN)
+    set(header XOV_Graphics/${name})
     set(source ${CMAKE_CURRENT_BINARY_DIR}/alone/${header}.cpp)
     file(CONFIGURE OUTPUT ${source} CONTENT "#include \"${header}\"\n")
     xov_reach(${header} reached)

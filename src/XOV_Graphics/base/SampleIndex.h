@@ -53,6 +53,8 @@ public:
   /// True when samples[first] … samples[last - 1] are among those that the index was told of last.
   bool covers(const float* samples, std::int64_t first, std::int64_t last) const;
 
+  /// True when it is known that none of all samples is a gap.
+  bool isUnbroken() const { return isUnbroken_; }
   /// True when it is known that none of samples[first] … samples[last - 1], which the index must cover, is a gap: no
   /// sample is one at all, or all of these lie in blocks without one, which reach beyond them.
   bool holdsNoGap(const float* samples, std::int64_t first, std::int64_t last) const;

@@ -3,7 +3,7 @@
 #include "XOV_Graphics/base/Numbers.h"
 #include "XOV_Graphics/base/TaskPool.h"
 #include "XOV_Graphics/seismic/Geodesy.h"
-#include "XOV_Graphics/seismic/Picks.h"
+#include "XOV_Graphics/seismic/SacPickFields.h"
 #include "XOV_Graphics/seismic/SacValues.h"
 #include "XOV_Graphics/seismic/SharedReferenceTime.h"
 
@@ -20,22 +20,10 @@ namespace xov {
 
 namespace {
 
-struct PickFields {
-  float SacHeader::*time;
-  SacText<8> SacHeader::*label;
-};
-
-// In the order of the pick keys.
-constexpr PickFields kPicks[] = {
-    {&SacHeader::t0, &SacHeader::kt0}, {&SacHeader::t1, &SacHeader::kt1}, {&SacHeader::t2, &SacHeader::kt2},
-    {&SacHeader::t3, &SacHeader::kt3}, {&SacHeader::t4, &SacHeader::kt4}, {&SacHeader::t5, &SacHeader::kt5},
-    {&SacHeader::t6, &SacHeader::kt6}, {&SacHeader::t7, &SacHeader::kt7}, {&SacHeader::t8, &SacHeader::kt8},
-    {&SacHeader::t9, &SacHeader::kt9}, {&SacHeader::a, &SacHeader::ka},   {&SacHeader::f, &SacHeader::kf},
-};
-static_assert(std::size(kPicks) == std::size_t(kEndOfSignalKey) + 1);
-static_assert(kFirstArrivalKey == kTimePickCount && kEndOfSignalKey == kFirstArrivalKey + 1);
-
-const PickFields* pickWithKey(int key) { return key >= 0 && key <= kEndOfSignalKey ? &kPicks[key] : nullptr; }
+const SacPickFields* pickWithKey(int key) {
+  const auto* const pick = std::ranges::find(kSacPickFields, key, &SacPickFields::key);
+  return pick != std::end(kSacPickFields) ? pick : nullptr;
+}
 
 // Earthquakes end 700 km down. What lies deeper is in metres, the format's unit in former times.
 constexpr float kDeepestEventKm = 1000;
@@ -440,12 +428,12 @@ float SacSeismogram::originTimeOffset() const { return commonValues().o; }
 float SacSeismogram::pTime() const { return commonValues().a; }
 
 float SacSeismogram::timePickKey(int key) const {
-  const PickFields* pick = pickWithKey(key);
+  const SacPickFields* pick = pickWithKey(key);
   return pick ? commonValues().*pick->time : kUndefinedValue;
 }
 
 QString SacSeismogram::pickLabelWithKey(int key) const {
-  const PickFields* pick = pickWithKey(key);
+  const SacPickFields* pick = pickWithKey(key);
   const QString label = pick ? (commonValues().*pick->label).text() : QString();
   return label.isEmpty() ? QString::fromLatin1(kUndefinedLabel) : label;
 }

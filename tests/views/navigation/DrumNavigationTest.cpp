@@ -143,8 +143,9 @@ TEST(DrumNavigation, aPartOfManyPiecesAsksTheFirstOneAsOftenAsOneOfFew) {
     view.readout(NavigatedDrum::at(2, 0.5));
     return first->times;
   };
-  EXPECT_GT(timesAsked(2), 0);
-  EXPECT_EQ(timesAsked(2), timesAsked(100));
+  const int ofFew = timesAsked(2);
+  EXPECT_GT(ofFew, 0);
+  EXPECT_EQ(timesAsked(100), ofFew);
 }
 
 TEST(DrumNavigation, withoutATimeThereIsAGainOnly) {

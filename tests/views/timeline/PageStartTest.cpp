@@ -24,6 +24,14 @@ TEST(PageStart, isTheWholeHourOfTheReferenceTime) {
   EXPECT_EQ(start.reference, utc(2011, 3, 11, 10, 17, 30));
 }
 
+TEST(PageStart, ofARecordIsThatOfItsHeader) {
+  FakeRecord record;
+  setReference(record, utc(2011, 3, 11, 10, 17, 30));
+  EXPECT_EQ(recordedStart(&record).hour, utc(2011, 3, 11, 10));
+  EXPECT_EQ(recordedStart(&record).offset, 1050);
+  EXPECT_FALSE(recordedStart(nullptr).hour.isValid());
+}
+
 TEST(PageStart, countsMillisecondsInTheOffsetOnly) {
   const SacHeader header = headerAt(utc(2011, 3, 11, 10, 0, 0, 250));
   const PageStart start = pageStart(&header);

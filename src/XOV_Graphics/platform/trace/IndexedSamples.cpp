@@ -144,7 +144,7 @@ std::int64_t IndexedSamples::findNumber(std::int64_t begin, std::int64_t end) co
 
 std::int64_t IndexedSamples::findGap(std::int64_t begin, std::int64_t end) const {
   if (index_ == nullptr || begin >= end) return findFinite(begin, end, false);
-  if (index_->holdsNoGap(samples_, begin, end)) return end;
+  if (index_->isUnbroken()) return end;
   const SampleIndex::Blocks inner = index_->blocksWithin(samples_, begin, end);
   const std::int64_t before = findFinite(begin, inner.begin, false);
   if (before < inner.begin) return before;

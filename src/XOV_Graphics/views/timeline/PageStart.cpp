@@ -1,6 +1,7 @@
 #include "XOV_Graphics/views/timeline/PageStart.h"
 
 #include "XOV_Graphics/seismic/MonthDate.h"
+#include "XOV_Graphics/seismic/SeismogramRecord.h"
 
 namespace xov {
 
@@ -31,6 +32,10 @@ PageStart pageStart(const SacHeader* header) {
   start.hour = midnight.addSecs(hours * kSecondsPerHour);
   start.reference = start.hour.addSecs(minutes * kSecondsPerMinute + seconds);
   return start;
+}
+
+PageStart recordedStart(const SeismogramRecord* record) {
+  return pageStart(record != nullptr ? record->GetSacHeader() : nullptr);
 }
 
 } // namespace xov

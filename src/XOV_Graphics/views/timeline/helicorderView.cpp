@@ -50,15 +50,20 @@ helicorderView::~helicorderView() = default;
 
 std::shared_ptr<const SeismogramArray> helicorderView::heldRecords() const { return heldCopy(wvfrmArray_); }
 
-SeismogramArray helicorderView::firstPiece() const {
+bool helicorderView::hasPieces() const {
   const auto pieces = wvfrmArray_.lock();
-  return pieces && !pieces->empty() ? SeismogramArray{pieces->front()} : SeismogramArray();
+  return pieces && !pieces->empty();
+}
+
+std::shared_ptr<const SeismogramRecord> helicorderView::firstPiece() const {
+  const auto pieces = wvfrmArray_.lock();
+  return pieces && !pieces->empty() ? pieces->front() : nullptr;
 }
 
 std::shared_ptr<const EventOriginArray> helicorderView::heldEvents() const { return heldCopy(theHypos_); }
 
-PageStart helicorderView::startOf(const SeismogramArray& pieces) const {
-  PageStart start = xov::pageStart(pieces.front() ? pieces.front()->GetSacHeader() : nullptr);
+PageStart helicorderView::startOf(const SeismogramRecord* first) const {
+  PageStart start = recordedStart(first);
   if (!pageStart_.isValid() || !start.hour.isValid()) return start;
   const double secondsToHour = double(pageStart_.msecsTo(start.hour)) / kMillisecondsPerSecond;
   return {pageStart_.toUTC(), pageStart_.toUTC(), float(secondsToHour + double(start.offset))};
@@ -76,7 +81,7 @@ void helicorderView::drawRect(const QRectF& dirty) {
   fillBounds();
   const auto pieces = heldRecords();
   if (!pieces || pieces->empty()) return;
-  const PageStart start = startOf(*pieces);
+  const PageStart start = startOf(pieces->front().get());
   setStartTime(start.hour);
   setPlotDuration(double(float(nRows_) * rowDuration_));
   const SavedState saved(context);
@@ -193,10 +198,9 @@ void helicorderView::drawAmplitudeBar() {
 
 std::vector<helicorderView::MarkedEvent> helicorderView::markedEvents() const {
   std::vector<MarkedEvent> marked;
-  const SeismogramArray first = firstPiece();
   const auto events = heldEvents();
-  if (first.empty() || !events) return marked;
-  const float offset = pageStart_.isValid() ? 0 : startOf(first).offset;
+  if (!hasPieces() || !events) return marked;
+  const float offset = pageStart_.isValid() ? 0 : startOf(firstPiece().get()).offset;
   const PageTime time{startTime_, plotDuration_, offset};
   for (const auto& event : *events) {
     if (!event) continue;
@@ -208,7 +212,7 @@ std::vector<helicorderView::MarkedEvent> helicorderView::markedEvents() const {
 void helicorderView::drawSeismicPhases(const QRectF&) {
   const auto events = heldEvents();
   if (!events || events->empty()) return;
-  if (firstPiece().empty()) return;
+  if (!hasPieces()) return;
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   for (const MarkedEvent& marked : markedEvents()) {
@@ -255,8 +259,7 @@ void helicorderView::drawMinuteMarks() {
 }
 
 void helicorderView::drawHourLabels() {
-  const SeismogramArray first = firstPiece();
-  const PageStart start = first.empty() ? PageStart() : startOf(first);
+  const PageStart start = startOf(firstPiece().get());
   GraphicsContext& context = GraphicsContext::current();
   const SavedState saved(context);
   labelAttributes_->setColor(colors::lightGray);

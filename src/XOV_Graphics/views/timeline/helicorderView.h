@@ -285,14 +285,15 @@ private:
     setSpreadsHourLabels(value);
   }
 
-  /// The first piece alone, of what may be thousands; nothing without pieces.
-  SeismogramArray firstPiece() const;
+  bool hasPieces() const;
+  /// Of what may be thousands; null where there is none.
+  std::shared_ptr<const SeismogramRecord> firstPiece() const;
 
   /// Where pieces lie on the page.
   struct Placement {
-    float offset = 0; ///< of their times from the page's
-    double scale = 0; ///< points a count
-    std::optional<PlotSpan> part;
+    float offset = 0;             ///< of their times from the page's
+    double scale = 0;             ///< points a count
+    std::optional<PlotSpan> part; ///< that is shown
   };
   /// What a part changes, as the host has set it.
   struct WholePage {
@@ -305,7 +306,7 @@ private:
   PieceTimes timesOnPage(const SeismogramRecord& piece, const float*& samples, const Placement& placement) const;
   float largestAmplitude(const SeismogramArray& pieces);
   float shownGainFactor() const { return float(double(gainFactor_) * shownGain()); }
-  PageStart startOf(const SeismogramArray& pieces) const;
+  PageStart startOf(const SeismogramRecord* first) const;
   HelicorderPage page() const;
   std::vector<Trace> tracesOf(const SeismogramRecord& piece, const Placement& placement) const;
   std::optional<double> secondsAt(QPointF point) const;

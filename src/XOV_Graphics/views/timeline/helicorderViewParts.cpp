@@ -34,20 +34,15 @@ helicorderView::WholePage helicorderView::wholePage() const {
 }
 
 QDateTime helicorderView::momentOfZero() const {
-  const SeismogramArray first = firstPiece();
-  if (first.empty() || !first.front()) return {};
-  const PageStart start = xov::pageStart(first.front()->GetSacHeader());
+  const PageStart start = recordedStart(firstPiece().get());
   return start.hour.isValid() ? movedOn(start.hour, double(start.offset)) : QDateTime();
 }
 
 DrumRows helicorderView::rowsOfPart() const {
-  const SeismogramArray first = firstPiece();
   const QDateTime zero = momentOfZero();
   const WholePage page = wholePage();
-  if (first.empty() || !first.front() || !zero.isValid() || nRows_ < 1 || !(page.rowDuration > 0) ||
-      !std::isfinite(page.rowDuration))
-    return {};
-  const QDateTime hour = xov::pageStart(first.front()->GetSacHeader()).hour;
+  if (!zero.isValid() || nRows_ < 1 || !(page.rowDuration > 0) || !std::isfinite(page.rowDuration)) return {};
+  const QDateTime hour = recordedStart(firstPiece().get()).hour;
   const double start = secondsFromTo(zero, page.start.isValid() ? page.start : hour);
   const auto seconds = double(page.rowDuration);
   const QDateTime midnight(zero.toUTC().date(), QTime(0, 0), Qt::UTC);

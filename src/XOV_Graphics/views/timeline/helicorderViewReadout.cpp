@@ -12,7 +12,7 @@ namespace xov {
 // Since the page began.
 std::optional<double> helicorderView::secondsAt(QPointF point) const {
   const HelicorderPage page = this->page();
-  if (firstPiece().empty() || !page.holdsTraces() || !(page.rowHeight() > 0) || !isInFrame(point)) return {};
+  if (!hasPieces() || !page.holdsTraces() || !(page.rowHeight() > 0) || !isInFrame(point)) return {};
   const double row = std::floor((page.top() - point.y()) / page.rowHeight());
   if (!(row >= 0 && row < double(nRows_))) return {};
   const double seconds = row * double(rowDuration_) + (point.x() - page.rect.x()) / page.xScale();
@@ -25,7 +25,7 @@ std::optional<RecordTrace> helicorderView::traceAt(QPointF point) const {
   if (!seconds) return {};
   const auto pieces = heldRecords();
   const HelicorderPage page = this->page();
-  const float offset = startOf(*pieces).offset;
+  const float offset = startOf(pieces->front().get()).offset;
   const double scale = amplitudeScale(shownGainFactor(), page.rowHeight(), maxAmplitude_).value_or(0);
   const Placement placement{offset, scale, spanOfPart()};
   const double row = std::floor((page.top() - point.y()) / page.rowHeight());
@@ -75,7 +75,7 @@ std::optional<DrumStretch> helicorderView::stretchAt(QPointF point, double secon
   if (!middle || !(seconds > 0) || !std::isfinite(seconds)) return {};
   const double begin = *middle - seconds / 2;
   const double end = *middle + seconds / 2;
-  const double zero = shownPart() ? shownPart()->x.lower : -double(startOf(firstPiece()).offset);
+  const double zero = shownPart() ? shownPart()->x.lower : -double(startOf(firstPiece().get()).offset);
   return DrumStretch{zero + begin, zero + end, momentAfter(startTime_, begin), momentAfter(startTime_, end)};
 }
 
