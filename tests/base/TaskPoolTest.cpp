@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <latch>
 #include <mutex>
 #include <set>
@@ -112,11 +113,38 @@ TEST(TaskPool, theFirstTaskAloneIsSeenByAllOthers) {
   }
 }
 
-TEST(TaskPool, whatTakesNoTimeWakesNobody) {
-  const WithThreads with(4);
-  std::set<std::thread::id> threads;
-  runTasks(16, TaskStart::FirstAlone, [&](int) { threads.insert(std::this_thread::get_id()); });
-  EXPECT_EQ(threads, std::set<std::thread::id>{std::this_thread::get_id()});
+// How many of `count` tasks are done alone by a clock on which each takes as long as the last of `took` that there is
+// for it, in nanoseconds.
+int doneAlone(int count, const std::vector<int>& took) {
+  std::chrono::nanoseconds now{7};
+  int begun = 0;
+  const int done = runTasksAlone(
+      count,
+      [&](int i) {
+        EXPECT_EQ(i, begun++);
+        now += std::chrono::nanoseconds(took[std::min(std::size_t(i), took.size() - 1)]);
+      },
+      [&] { return now; });
+  EXPECT_EQ(done, begun);
+  return done;
+}
+
+TEST(TaskPool, whatTakesNoTimeWakesNobody) { EXPECT_EQ(doneAlone(100000, {0}), 100000); }
+
+TEST(TaskPool, othersAreWokenForWhatTakesAHundredMicroseconds) {
+  EXPECT_EQ(doneAlone(51, {2000}), 1);  // 50 tasks are left, of 2 µs
+  EXPECT_EQ(doneAlone(50, {2000}), 50); // 49 of 2 µs are 98, and fewer are less
+  EXPECT_EQ(doneAlone(2, {100000}), 1);
+  EXPECT_EQ(doneAlone(2, {99999}), 2);
+  EXPECT_EQ(doneAlone(1, {2000000}), 1);
+}
+
+TEST(TaskPool, tasksThatComeToTakeLongerWakeOthersThen) {
+  // After four: (3 · 1 + 37) / 4 = 10 µs, of which six left take 60. After five: 77 / 5 = 15.4, and five left
+  // take 77.
+  EXPECT_EQ(doneAlone(10, {1000, 1000, 1000, 37000, 40000, 0}), 10);
+  // After five: 150 / 5 = 30, and five left take 150.
+  EXPECT_EQ(doneAlone(10, {1000, 1000, 1000, 37000, 110000, 0}), 5);
 }
 
 TEST(TaskPool, throwsOnWhatTheFirstFailingTaskThrewWhoeverMeetsOne) {

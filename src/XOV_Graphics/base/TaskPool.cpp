@@ -198,18 +198,24 @@ void setThreadCount(int count) {
   TaskPool::ofProcess().shrink();
 }
 
+int runTasksAlone(int count, const std::function<void(int)>& task,
+                  const std::function<std::chrono::nanoseconds()>& now) {
+  const std::chrono::nanoseconds begin = now();
+  std::chrono::nanoseconds rest{0};
+  int done = 0;
+  do {
+    task(done++);
+    rest = (now() - begin) / done * (count - done);
+  } while (done < count && rest < kWorthWaking);
+  return done;
+}
+
 void runTasks(int count, TaskStart start, const std::function<void(int)>& task) {
   if (count <= 0) return;
   const int threads = std::min(threadCount(), count);
   int done = 0;
-  if (threads > 1 && start == TaskStart::FirstAlone) {
-    const auto begin = std::chrono::steady_clock::now();
-    std::chrono::nanoseconds rest{0};
-    do {
-      task(done++);
-      rest = (std::chrono::steady_clock::now() - begin) / done * (count - done);
-    } while (done < count && rest < kWorthWaking);
-  }
+  if (threads > 1 && start == TaskStart::FirstAlone)
+    done = runTasksAlone(count, task, [] { return std::chrono::steady_clock::now().time_since_epoch(); });
   const int helpers = std::min(threads, count - done) - 1;
   if (helpers < 1) {
     while (done < count)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 
@@ -21,6 +22,12 @@ enum class TaskStart : std::uint8_t {
 /// them threw is thrown on. A task may run tasks itself. Several threads may call at the same time, and a forked
 /// child may, too: who calls does everything alone where no other thread is at hand.
 void runTasks(int count, TaskStart start, const std::function<void(int)>& task);
+
+/// What runTasks() begins FirstAlone with: task(0), task(1) and so on, one or more, on the calling thread until all
+/// are done, or until what is left is going to take 100 µs or longer, judged by the mean of those that are done.
+/// Returns how many are done. `now` tells the time of a steady clock.
+int runTasksAlone(int count, const std::function<void(int)>& task,
+                  const std::function<std::chrono::nanoseconds()>& now);
 
 /// Does part(from, to) for stretches that hold each of 0 <= i < count once, `together` of them at a time, as tasks
 /// that start with FirstAlone.

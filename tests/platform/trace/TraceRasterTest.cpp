@@ -9,7 +9,6 @@
 #include <QImage>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -444,7 +443,8 @@ TEST(TraceRaster, coordinatesFarOutsideLeaveThePictureAsItIs) {
   }
 }
 
-TEST(TraceRaster, absurdDescriptionsEndSoon) {
+// None takes work without end: each would keep the test from ending.
+TEST(TraceRaster, absurdDescriptionsEndAndStayWithinTheirClip) {
   const float largest = std::numeric_limits<float>::max();
   std::mt19937 random(6);
   std::vector<float> samples(3000), times(3000);
@@ -454,7 +454,7 @@ TEST(TraceRaster, absurdDescriptionsEndSoon) {
     times[i] = float(i) * (i > 2000 ? 1e34F : 1e-3F);
   }
   const double scales[] = {0, 1e-300, 1, 1e30, 1e300, double(kNan), double(kInfinity)};
-  const auto start = std::chrono::steady_clock::now();
+  const QRect clip(0, 0, 9, 9);
   for (const double xScale : scales) {
     for (const double yScale : scales) {
       for (const TraceTime& time : {TraceTime::uniform(0, 1e-3F), TraceTime::accumulated(-1, largest),
@@ -465,14 +465,14 @@ TEST(TraceRaster, absurdDescriptionsEndSoon) {
           trace.time = time;
           trace.vOrigin = largest;
           QImage picture = whitePicture(1);
-          strokeTraces(targetOf(picture), {&trace, 1}, pictureTransform(1), QRect(0, 0, 9, 9), width, Qt::black);
+          strokeTraces(targetOf(picture), {&trace, 1}, pictureTransform(1), clip, width, Qt::black);
+          ASSERT_EQ(inkedPixels(picture), inkedPixels(picture.copy(clip)));
           QImage dot(1, 1, QImage::Format_ARGB32_Premultiplied);
           strokeTraces(targetOf(dot), {&trace, 1}, pictureTransform(1), dot.rect(), width, Qt::black);
         }
       }
     }
   }
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
 }
 
 TEST(TraceRaster, aPenWithoutWidthOrInkDrawsNothing) {
