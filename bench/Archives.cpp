@@ -4,6 +4,7 @@
 #include "XOV_Graphics/seismic/io/mseed/MiniSeedWriter.h"
 #include "XOV_Graphics/seismic/io/sac/SacWriter.h"
 #include "bench/ProcessCost.h"
+#include "bench/Report.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,7 +18,6 @@ namespace xov::bench {
 namespace {
 
 constexpr std::size_t kDay = 8640000;
-constexpr double kBytesPerMegabyte = 1 << 20;
 
 // Counts of a noisy day over and over.
 std::shared_ptr<SacSeismogram> recording(std::size_t days) {
